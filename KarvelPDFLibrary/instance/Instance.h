@@ -1,0 +1,37 @@
+#pragma once
+
+#include "KarvelPDFLibrary/base/Error.h"
+#include "KarvelPDFLibrary/instance/Buffers.h"
+
+#include <memory>
+#include <string>
+
+namespace karvel {
+
+/// What a caller of the C interface works with: open documents, settings, the last error and the
+/// strings that cross the interface. Used by one thread at a time; instances share nothing.
+class Instance {
+public:
+    Buffers buffers;
+    Error lastError;
+
+    /// The last string results. They stay valid until the next call that returns one.
+    std::wstring wideResult;
+    std::string byteResult;
+};
+
+/// The instances by their numbers; every operation may be called from any thread.
+namespace instances {
+
+/// A new instance's number, greater than 0.
+int create();
+
+/// False when there is no such instance.
+bool release(int number);
+
+/// Null when there is no such instance. The pointer keeps the instance alive for the call.
+std::shared_ptr<Instance> find(int number);
+
+} // namespace instances
+
+} // namespace karvel

@@ -1,0 +1,13 @@
+# Warnings for all of our own code, sanitizers where asked, and a compiler cache where there is one.
+add_compile_options(-Wall -Wextra)
+
+if(VANTORA_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+find_program(VANTORA_CCACHE ccache)
+mark_as_advanced(VANTORA_CCACHE)
+if(VANTORA_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${VANTORA_CCACHE})
+endif()

@@ -1,0 +1,25 @@
+# The build tree has the layout of an installation, so that the program finds its plug-ins and
+# the PDF library by the same relative paths in both:
+#
+#   bin/vantora
+#   lib/vantora/KarvelPDFLibraryCPDylib1311.dylib
+#   lib/vantora/actions/libDeletePages.so
+set(VANTORA_BINARY_DIR bin)
+set(VANTORA_LIBRARY_DIR lib/vantora)
+set(VANTORA_ACTION_DIR lib/vantora/actions)
+
+# RUNPATHs are given explicitly per target: a bare library name handed to dlopen is searched
+# through the RUNPATH of the object that calls it.
+set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
+
+# Puts a target's output where the layout says, with a RUNPATH relative to itself.
+function(vantora_place target)
+    cmake_parse_arguments(ARG "" "DIRECTORY" "RUNPATH" ${ARGN})
+    set_target_properties(${target} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/${ARG_DIRECTORY}
+        LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/${ARG_DIRECTORY}
+        INSTALL_RPATH "${ARG_RUNPATH}")
+    install(TARGETS ${target}
+        RUNTIME DESTINATION ${ARG_DIRECTORY}
+        LIBRARY DESTINATION ${ARG_DIRECTORY})
+endfunction()
