@@ -44,7 +44,8 @@ def check_families(functions):
 
 
 def declarations(functions):
-    lines = ["// Generated from the function list; included inside the binding class."]
+    lines = ["    // Generated from the function list; included inside the binding class.",
+             f"    static constexpr int boundFunctions = {len(functions) + len(housekeeping())};"]
     for function in functions:
         lines += ["", f"    /// {function.summary}", f"    {RESULT[function.result]} {function.name}({parameters(function)});"]
     return "\n".join(lines) + "\n"
