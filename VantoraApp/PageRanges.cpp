@@ -1,0 +1,150 @@
+#include "VantoraApp/CActionUtils.h"
+
+#include <QtCore/QStringRef>
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <map>
+
+namespace {
+
+bool IsNumber(const QStringRef& text)
+{
+    return !text.isEmpty() && text.front() != QLatin1Char('0') &&
+           std::all_of(text.begin(), text.end(), [](QChar c) { return c.isNumber(); });
+}
+
+/// An item is a number or two numbers joined by one dash.
+bool ValidateItem(const QStringRef& item, bool allowDescending)
+{
+    const int dash = item.indexOf(QLatin1Char('-'));
+    if (dash < 0)
+        return IsNumber(item);
+    const QStringRef first = item.left(dash);
+    const QStringRef last = item.mid(dash + 1);
+    return IsNumber(first) && IsNumber(last) && (allowDescending || first.toInt() < last.toInt());
+}
+
+/// Calls `visit` with each part of the text between separators, empty ones included, until it
+/// returns false. Unlike QString::split this keeps no list of the parts.
+template <typename Visit>
+bool ForEachPart(const QString& text, QChar separator, Visit visit)
+{
+    for (int start = 0;;) {
+        const int found = text.indexOf(separator, start);
+        const int end = found < 0 ? text.size() : found;
+        if (!visit(text.midRef(start, end - start)))
+            return false;
+        if (found < 0)
+            return true;
+        start = found + 1;
+    }
+}
+
+/// A set of pages as disjoint runs that don't touch each other: its size is bounded by the pages
+/// in it and by the runs added, however often these repeat and overlap.
+class PageSet {
+public:
+    void Add(qint64 first, qint64 last)
+    {
+        auto next = mLastByFirst.upper_bound(first);
+        if (next != mLastByFirst.begin()) {
+            const auto before = std::prev(next);
+            if (before->second >= last)
+                return;
+            if (before->second + 1 >= first) {
+                first = before->first;
+                mLastByFirst.erase(before);
+            }
+        }
+        while (next != mLastByFirst.end() && next->first <= last + 1) {
+            last = std::max(last, next->second);
+            next = mLastByFirst.erase(next);
+        }
+        mLastByFirst.emplace_hint(next, first, last);
+    }
+
+    template <typename Visit>
+    void ForEachPage(Visit visit) const
+    {
+        for (const auto& [first, last] : mLastByFirst)
+            for (qint64 page = first; page <= last; ++page)
+                visit(static_cast<int>(page));
+    }
+
+private:
+    std::map<qint64, qint64> mLastByFirst;
+};
+
+PageSet ReadPages(const QString& text, int pageCount)
+{
+    PageSet pages;
+    ForEachPart(text, QLatin1Char(','), [&pages, pageCount](const QStringRef& item) {
+        const int dash = item.indexOf(QLatin1Char('-'));
+        qint64 first = (dash < 0 ? item : item.left(dash)).toInt();
+        const qint64 last = dash < 0 ? first : item.mid(dash + 1).toInt();
+        if (first > pageCount || first > last)
+            return true;
+        // QString reads U+2212 as a minus sign, which is not the dash of a range: only such a text
+        // reaches below page 0, and it may not name more pages there than the document could have.
+        if (dash >= 0)
+            first = std::max(first, -std::abs(static_cast<qint64>(pageCount)));
+        pages.Add(first, std::min<qint64>(last, pageCount));
+        return true;
+    });
+    return pages;
+}
+
+} // namespace
+
+bool CActionUtils::ValidatePageRange(QString text, bool allowDescending)
+{
+    text.remove(QLatin1Char(' '));
+    if (text.size() > 1 && text.endsWith(QLatin1Char(',')))
+        text.chop(1);
+    return ForEachPart(text, QLatin1Char(','), [allowDescending](const QStringRef& item) {
+        return ValidateItem(item, allowDescending);
+    });
+}
+
+bool CActionUtils::ValidateSplitPageRange(QString text)
+{
+    return ForEachPart(text, QLatin1Char(';'), [](const QStringRef& part) {
+        return ValidatePageRange(part.toString(), true);
+    });
+}
+
+bool CActionUtils::GetPageList(const QString& text, int pageCount, bool leaveOutOdd,
+                               bool leaveOutEven, QList<int>* pages)
+{
+    if (text.isEmpty())
+        return false;
+
+    std::sort(pages->begin(), pages->end());
+    const QList<int> present = *pages;
+    auto nextPresent = present.cbegin();
+    ReadPages(text, pageCount).ForEachPage([&](int page) {
+        const bool odd = page % 2 != 0;
+        if (odd ? leaveOutOdd : leaveOutEven)
+            return;
+        while (nextPresent != present.cend() && *nextPresent < page)
+            ++nextPresent;
+        if (nextPresent == present.cend() || *nextPresent != page)
+            pages->append(page);
+    });
+    std::inplace_merge(pages->begin(), pages->begin() + present.size(), pages->end());
+    return true;
+}
+
+void CActionUtils::CollectPageList(QList<int>* pages, QList<int>* runs)
+{
+    for (int end = pages->size(); end > 0;) {
+        int start = end - 1;
+        while (start > 0 && static_cast<qint64>(pages->at(start - 1)) + 1 == pages->at(start))
+            --start;
+        runs->append(pages->at(start));
+        runs->append(end - start);
+        end = start;
+    }
+}
