@@ -2,6 +2,8 @@
 
 #include "KarvelPDFLibrary/base/Error.h"
 #include "KarvelPDFLibrary/instance/Buffers.h"
+#include "KarvelPDFLibrary/instance/OpenDocuments.h"
+#include "KarvelPDFLibrary/saving/SaveOptions.h"
 
 #include <memory>
 #include <string>
@@ -14,6 +16,15 @@ class Instance {
 public:
     Buffers buffers;
     Error lastError;
+    OpenDocuments documents;
+    saving::SaveOptions saveOptions;
+
+    /// Whether loading may rebuild a damaged cross-reference table.
+    bool reconstruct = true;
+
+    /// What NewPage adds: width and height in points; A4 at first.
+    double defaultPageWidth = 595.276;
+    double defaultPageHeight = 841.89;
 
     /// The last string results. They stay valid until the next call that returns one.
     std::wstring wideResult;

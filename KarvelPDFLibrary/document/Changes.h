@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFObjectHandle.hh>
+#include <unordered_map>
+
+namespace karvel {
+
+/// The one door for changes of a document's objects. libqpdf does not tell which objects were
+/// changed; whoever changes one asks here for it, and the record says so. Objects that stand inside
+/// another one are changed through the object with a number that holds them.
+class Changes {
+public:
+    enum class Kind : std::uint8_t { Changed, Added, Removed };
+
+    explicit Changes(QPDF& file) : file_(file) {}
+
+    /// The object for changing: recorded as changed. `object` must be an indirect object.
+    QPDFObjectHandle edit(const QPDFObjectHandle& object);
+
+    /// The trailer for changing.
+    QPDFObjectHandle editTrailer();
+
+    /// Gives a direct object a number of its own.
+    QPDFObjectHandle add(const QPDFObjectHandle& direct);
+
+    /// Puts another value in an object's place; what refers to the object sees the new value.
+    void replace(QPDFObjGen number, const QPDFObjectHandle& value);
+
+    /// Takes an object out of the document: what still refers to it refers to nothing.
+    void remove(QPDFObjGen number);
+
+    /// Records changes that a library made by itself, when it cannot be told which.
+    void recordForeign() { ++revision_, foreign_ = true; }
+
+    /// Grows with every change; equal numbers mean an equal document.
+    std::uint64_t revision() const { return revision_; }
+
+    bool trailerChanged() const { return trailerChanged_; }
+
+    /// Whether objects changed that are not in the record.
+    bool hasForeign() const { return foreign_; }
+
+    /// The changed, added and removed objects by number.
+    const std::unordered_map<int, Kind>& objects() const { return objects_; }
+
+private:
+    void record(QPDFObjGen number, Kind kind);
+
+    QPDF& file_;
+    std::unordered_map<int, Kind> objects_;
+    std::uint64_t revision_ = 0;
+    bool trailerChanged_ = false;
+    bool foreign_ = false;
+};
+
+} // namespace karvel

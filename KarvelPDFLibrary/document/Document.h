@@ -1,0 +1,141 @@
+#pragma once
+
+#include "KarvelPDFLibrary/base/Error.h"
+#include "KarvelPDFLibrary/document/Changes.h"
+#include "KarvelPDFLibrary/document/Encryption.h"
+#include "KarvelPDFLibrary/document/Warnings.h"
+#include "KarvelPDFLibrary/io/ByteSource.h"
+#include "KarvelPDFLibrary/pages/PageOrder.h"
+#include "KarvelPDFLibrary/pages/PageTree.h"
+
+#include <cstdint>
+#include <memory>
+#include <qpdf/QPDF.hh>
+#include <string>
+#include <vector>
+
+namespace karvel {
+
+struct LoadOptions {
+    /// User or owner password in UTF-8; may be empty.
+    std::string password;
+
+    /// Whether a damaged cross-reference table may be rebuilt.
+    bool reconstruct = true;
+};
+
+/// One open document: its objects (through libqpdf), the order of its pages, and the record of what
+/// was changed. Operations on documents are functions of the modules beside this folder.
+class Document {
+public:
+    /// A document of one blank A4 page.
+    static Result<std::unique_ptr<Document>> create();
+
+    /// Reads a document. The source is kept and read from as long as the document lives.
+    static Result<std::unique_ptr<Document>> load(std::shared_ptr<io::ByteSource> source,
+                                                  const LoadOptions& options);
+
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    /// The objects, for reading. Page tree nodes and /Parent entries may be out of date until
+    /// synchronize() was called; changes go through changes().
+    QPDF& file() { return *file_; }
+    QPDFObjectHandle catalog() { return file_->getRoot(); }
+
+    /// The one door for changes of objects.
+    Changes& changes() { return changes_; }
+
+    // --- pages; numbers are 1-based and must be within 1 to pageCount() ---
+
+    int pageCount() const { return order_.count(); }
+
+    /// A page's dictionary, for reading.
+    QPDFObjectHandle page(int number) { return file_->getObject(order_.at(number).id()); }
+
+    /// A page's dictionary, for changing.
+    QPDFObjectHandle editPage(int number) { return changes_.edit(page(number)); }
+
+    /// A page's value of a key, the inherited one where the key can be inherited; null when absent.
+    QPDFObjectHandle pageAttribute(int number, const char* key);
+
+    /// Whether a page has no value of its own for a key but inherits one.
+    bool inheritsAttribute(int number, const char* key);
+
+    /// The page whose dictionary has an object number; 0 when there is none.
+    int pageOfObject(int object) const;
+
+    const PageOrder& order() const { return order_; }
+
+    /// Removes a run of pages. What only they use is dropped when the document is saved.
+    void removePages(PageRun run);
+
+    /// Inserts pages whose dictionaries have numbers of this document and inherit nothing.
+    void insertPages(int beforePage, const std::vector<QPDFObjectHandle>& pages);
+
+    /// Puts entries in place of the whole order, which must name the same pages.
+    void reorderPages(std::vector<PageEntry> entries);
+
+    /// Brings the object model up to date with the order: cuts what was removed and writes the page
+    /// tree. To be called before saving and before anything looks at page tree nodes.
+    Status synchronize();
+
+    // --- what is known about the document besides its objects ---
+
+    /// The path that the document was loaded from or last saved to; empty for one in memory.
+    const std::string& path() const { return path_; }
+    void setPath(std::string path) { path_ = std::move(path); }
+
+    /// How messages call the document.
+    std::string name() const;
+
+    /// Size in bytes of what the document was loaded from; 0 for a new one.
+    std::int64_t originalSize() const { return source_ ? source_->size() : 0; }
+
+    /// Null for a new document.
+    const std::shared_ptr<io::ByteSource>& source() const { return source_; }
+
+    /// The password that opened the document.
+    const std::string& password() const { return password_; }
+    void setPassword(std::string password) { password_ = std::move(password); }
+
+    bool wasReconstructed() const { return reconstructed_; }
+
+    bool isModified() const { return changes_.revision() != savedRevision_ || treeIsStale_; }
+    void markSaved() { savedRevision_ = changes_.revision(); }
+
+    /// Grows whenever the document as a reader would see it changes.
+    std::uint64_t revision() const { return changes_.revision() + orderRevision_; }
+
+    EncryptionPlan encryption;
+
+    /// The version to write, such as "1.7"; empty keeps the present one.
+    std::string forcedVersion;
+
+    /// Warnings so far, those of libqpdf included.
+    Warnings& warnings();
+
+    /// Whether pages get content streams of their own before a change of content (content module).
+    bool ownContentStreams = false;
+
+private:
+    explicit Document(std::shared_ptr<io::ByteSource> source);
+    Status open(const LoadOptions& options);
+    void cutRemoved();
+
+    std::shared_ptr<io::ByteSource> source_;
+    std::string path_;
+    std::string password_;
+    std::unique_ptr<QPDF> file_;
+    Changes changes_;
+    PageOrder order_;
+    std::vector<InheritedSet> inherited_;
+    std::vector<PageEntry> removed_;
+    Warnings warnings_;
+    std::uint64_t savedRevision_ = 0;
+    std::uint64_t orderRevision_ = 0;
+    bool reconstructed_ = false;
+    bool treeIsStale_ = false;
+};
+
+} // namespace karvel

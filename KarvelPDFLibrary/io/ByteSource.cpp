@@ -1,0 +1,123 @@
+#include "KarvelPDFLibrary/io/ByteSource.h"
+
+#include "KarvelPDFLibrary/io/FileDescriptor.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <optional>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace karvel::io {
+
+namespace {
+
+class FileSource final : public ByteSource {
+public:
+    FileSource(const std::string& path, FileDescriptor file, const struct stat& opened)
+        : ByteSource(path, opened.st_size), file_(std::move(file)), opened_(opened)
+    {
+    }
+
+    std::size_t readAt(std::int64_t offset, char* buffer, std::size_t length) override
+    {
+        if (offset >= size()) {
+            return 0;
+        }
+        // Bytes appended after opening are not part of the document.
+        const auto wanted = static_cast<std::size_t>(
+            std::min<std::int64_t>(static_cast<std::int64_t>(length), size() - offset));
+        std::size_t done = 0;
+        while (done < wanted) {
+            const ssize_t count = pread(file_.get(), buffer + done, wanted - done,
+                                        offset + static_cast<std::int64_t>(done));
+            if (count < 0 && errno == EINTR) {
+                continue;
+            }
+            if (count <= 0) {
+                fail_ = count < 0 ? std::string("cannot be read: ") + std::strerror(errno)
+                                  : std::string("became shorter while it was read");
+                throw std::runtime_error(*fail_);
+            }
+            done += static_cast<std::size_t>(count);
+        }
+        return done;
+    }
+
+    int descriptor() const override { return file_.get(); }
+
+    Status intact() const override
+    {
+        if (fail_) {
+            return fail(ErrorCode::FileNotReadable, name() + ": the file " + *fail_);
+        }
+        struct stat now = {};
+        if (fstat(file_.get(), &now) != 0 || now.st_size != opened_.st_size ||
+            now.st_mtim.tv_sec != opened_.st_mtim.tv_sec ||
+            now.st_mtim.tv_nsec != opened_.st_mtim.tv_nsec) {
+            return fail(ErrorCode::FileNotReadable,
+                        name() + ": the file was changed by another program while it was read");
+        }
+        return {};
+    }
+
+private:
+    FileDescriptor file_;
+    struct stat opened_;
+    std::optional<std::string> fail_;
+};
+
+class MemorySource final : public ByteSource {
+public:
+    explicit MemorySource(std::string data)
+        : ByteSource("data in memory", static_cast<std::int64_t>(data.size())),
+          data_(std::move(data))
+    {
+    }
+
+    std::size_t readAt(std::int64_t offset, char* buffer, std::size_t length) override
+    {
+        if (offset < 0 || offset >= size()) {
+            return 0;
+        }
+        const auto start = static_cast<std::size_t>(offset);
+        const std::size_t count = std::min(length, data_.size() - start);
+        std::memcpy(buffer, data_.data() + start, count);
+        return count;
+    }
+
+private:
+    std::string data_;
+};
+
+} // namespace
+
+Result<std::shared_ptr<ByteSource>> openFile(const std::string& path)
+{
+    // O_NONBLOCK: opening a named pipe must not wait for a writer before it can be refused.
+    FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file) {
+        return fail(ErrorCode::FileNotReadable, path + ": " + std::strerror(errno));
+    }
+    struct stat status = {};
+    if (fstat(file.get(), &status) != 0) {
+        return fail(ErrorCode::FileNotReadable, path + ": " + std::strerror(errno));
+    }
+    if (S_ISDIR(status.st_mode)) {
+        return fail(ErrorCode::FileNotReadable, path + ": is a folder");
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return fail(ErrorCode::FileNotReadable, path + ": is not a regular file");
+    }
+    return std::make_shared<FileSource>(path, std::move(file), status);
+}
+
+std::shared_ptr<ByteSource> fromMemory(std::string data)
+{
+    return std::make_shared<MemorySource>(std::move(data));
+}
+
+} // namespace karvel::io

@@ -1,0 +1,214 @@
+#include "KarvelPDFLibrary/io/OutputFile.h"
+
+#include <acl/libacl.h>
+#include <cerrno>
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <random>
+#include <stdexcept>
+#include <sys/acl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace karvel::io {
+
+namespace {
+
+constexpr std::size_t bufferSize = 1024 * 1024;
+constexpr std::string_view temporaryPrefix = ".karvel-save-";
+constexpr std::string_view temporarySuffix = ".tmp";
+
+std::string folderOf(const std::string& path)
+{
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) {
+        return ".";
+    }
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string temporaryName(const std::string& folder)
+{
+    static thread_local std::mt19937_64 random{std::random_device{}()};
+    char name[64];
+    std::snprintf(name, sizeof name, "/.karvel-save-%d-%016llx.tmp", static_cast<int>(getpid()),
+                  static_cast<unsigned long long>(random()));
+    return folder + name;
+}
+
+tl::unexpected<Error> notWritable(const std::string& path, int error)
+{
+    return fail(ErrorCode::FileNotWritable, path + ": " + std::strerror(error));
+}
+
+void writeAll(int descriptor, const char* bytes, std::size_t length)
+{
+    while (length > 0) {
+        const ssize_t count = ::write(descriptor, bytes, length);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count < 0) {
+            throw std::runtime_error(std::strerror(errno));
+        }
+        bytes += count;
+        length -= static_cast<std::size_t>(count);
+    }
+}
+
+} // namespace
+
+Result<OutputFile> OutputFile::create(const std::string& path, Existing existing)
+{
+    struct stat target = {};
+    if (lstat(path.c_str(), &target) == 0) {
+        if (existing == Existing::Refuse) {
+            return fail(ErrorCode::FileExists, path + ": the file exists");
+        }
+        if (!S_ISREG(target.st_mode) && !S_ISLNK(target.st_mode)) {
+            return fail(ErrorCode::FileNotWritable, path + ": is not a regular file");
+        }
+    }
+    const std::string folder = folderOf(path);
+    for (;;) {
+        std::string temporary = temporaryName(folder);
+        FileDescriptor file(
+            open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666));
+        if (file) {
+            return OutputFile(path, std::move(temporary), std::move(file), existing);
+        }
+        if (errno != EEXIST) {
+            return notWritable(path, errno);
+        }
+    }
+}
+
+OutputFile::OutputFile(std::string path, std::string temporary, FileDescriptor file,
+                       Existing existing)
+    : path_(std::move(path)), temporary_(std::move(temporary)), file_(std::move(file)),
+      existing_(existing)
+{
+}
+
+OutputFile::OutputFile(OutputFile&& other) noexcept
+    : path_(std::move(other.path_)), temporary_(std::exchange(other.temporary_, std::string())),
+      file_(std::move(other.file_)), existing_(other.existing_), buffer_(std::move(other.buffer_)),
+      buffered_(std::exchange(other.buffered_, 0))
+{
+}
+
+OutputFile::~OutputFile()
+{
+    if (!temporary_.empty()) {
+        unlink(temporary_.c_str());
+    }
+}
+
+void OutputFile::write(const char* bytes, std::size_t length)
+{
+    if (buffered_ + length > bufferSize) {
+        flush();
+    }
+    if (length >= bufferSize) {
+        writeAll(file_.get(), bytes, length);
+        return;
+    }
+    if (buffer_.size() < buffered_ + length) {
+        buffer_.resize(
+            std::min(bufferSize, std::max(2 * (buffered_ + length), std::size_t{16384})));
+    }
+    std::memcpy(buffer_.data() + buffered_, bytes, length);
+    buffered_ += length;
+}
+
+void OutputFile::flush()
+{
+    writeAll(file_.get(), buffer_.data(), buffered_);
+    buffered_ = 0;
+}
+
+Status OutputFile::takeOverAttributes()
+{
+    struct stat target = {};
+    if (lstat(path_.c_str(), &target) != 0 || !S_ISREG(target.st_mode)) {
+        return {};
+    }
+    // Only the superuser may give a file away; the group can be kept by its members.
+    if (fchown(file_.get(), target.st_uid, target.st_gid) != 0 &&
+        fchown(file_.get(), static_cast<uid_t>(-1), target.st_gid) != 0 && errno != EPERM) {
+        return notWritable(path_, errno);
+    }
+    if (fchmod(file_.get(), target.st_mode & 0777) != 0) {
+        return notWritable(path_, errno);
+    }
+    if (acl_extended_file(path_.c_str()) == 1 &&
+        perm_copy_file(path_.c_str(), temporary_.c_str(), nullptr) != 0) {
+        return notWritable(path_, errno);
+    }
+    return {};
+}
+
+Status OutputFile::rename()
+{
+    if (existing_ == Existing::Replace) {
+        if (::rename(temporary_.c_str(), path_.c_str()) != 0) {
+            return notWritable(path_, errno);
+        }
+        return {};
+    }
+    int result = renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, path_.c_str(), RENAME_NOREPLACE);
+    if (result != 0 && (errno == EINVAL || errno == ENOSYS)) {
+        // A file system without that flag: a hard link refuses an existing name just as well.
+        result = link(temporary_.c_str(), path_.c_str());
+        if (result == 0) {
+            unlink(temporary_.c_str());
+        }
+    }
+    if (result != 0 && errno == EEXIST) {
+        return fail(ErrorCode::FileExists, path_ + ": the file exists");
+    }
+    return result == 0 ? Status() : Status(notWritable(path_, errno));
+}
+
+Status OutputFile::commit()
+{
+    try {
+        flush();
+    } catch (const std::exception& exception) {
+        return fail(ErrorCode::FileNotWritable, path_ + ": " + exception.what());
+    }
+    if (existing_ == Existing::Replace) {
+        if (Status status = takeOverAttributes(); !status) {
+            return status;
+        }
+    }
+    if (fsync(file_.get()) != 0 || !file_.close()) {
+        return notWritable(path_, errno);
+    }
+    if (Status status = rename(); !status) {
+        return status;
+    }
+    temporary_.clear();
+    // The name is there; a folder that cannot be synced (some network file systems) is no failure.
+    const FileDescriptor folder(open(folderOf(path_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder) {
+        fsync(folder.get());
+    }
+    return {};
+}
+
+bool isTemporaryName(std::string_view fileName, int& process)
+{
+    if (fileName.size() <= temporaryPrefix.size() + temporarySuffix.size() ||
+        fileName.substr(0, temporaryPrefix.size()) != temporaryPrefix ||
+        fileName.substr(fileName.size() - temporarySuffix.size()) != temporarySuffix) {
+        return false;
+    }
+    const std::string_view rest = fileName.substr(temporaryPrefix.size());
+    const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), process);
+    return error == std::errc() && end != rest.data() && *end == '-';
+}
+
+} // namespace karvel::io

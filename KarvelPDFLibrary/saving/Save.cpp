@@ -1,0 +1,226 @@
+#include "KarvelPDFLibrary/saving/Save.h"
+
+#include "KarvelPDFLibrary/saving/Damage.h"
+
+#include <mutex>
+#include <qpdf/Pipeline.hh>
+#include <qpdf/Pl_Flate.hh>
+#include <qpdf/QPDFWriter.hh>
+#include <shared_mutex>
+
+namespace karvel::saving {
+
+namespace {
+
+/// Hands what libqpdf writes to a sink.
+class SinkPipeline final : public Pipeline {
+public:
+    explicit SinkPipeline(io::ByteSink& sink) : Pipeline("output", nullptr), sink_(sink) {}
+
+    void write(unsigned char const* data, size_t length) override
+    {
+        sink_.write(reinterpret_cast<const char*>(data), length);
+    }
+    void finish() override {}
+
+private:
+    io::ByteSink& sink_;
+};
+
+class StringSink final : public io::ByteSink {
+public:
+    void write(const char* bytes, std::size_t length) override { text.append(bytes, length); }
+    std::string text;
+};
+
+/// libqpdf keeps one compression level for the whole process: a save with a level of its own runs
+/// alone, all others side by side.
+class CompressionLevel {
+public:
+    explicit CompressionLevel(int level)
+    {
+        if (level == 0) {
+            shared_ = std::shared_lock<std::shared_mutex>(mutex);
+        } else {
+            alone_ = std::unique_lock<std::shared_mutex>(mutex);
+            Pl_Flate::setCompressionLevel(level);
+        }
+    }
+    ~CompressionLevel()
+    {
+        if (alone_.owns_lock()) {
+            Pl_Flate::setCompressionLevel(-1); // Z_DEFAULT_COMPRESSION
+        }
+    }
+    CompressionLevel(const CompressionLevel&) = delete;
+    CompressionLevel& operator=(const CompressionLevel&) = delete;
+
+private:
+    static std::shared_mutex mutex;
+    std::shared_lock<std::shared_mutex> shared_;
+    std::unique_lock<std::shared_mutex> alone_;
+};
+
+std::shared_mutex CompressionLevel::mutex;
+
+/// Bits of /P (ISO 32000-2, table 22), counted from 1 as there.
+bool permits(int permissionBits, int bit)
+{
+    return ((static_cast<unsigned>(permissionBits) >> (bit - 1)) & 1U) != 0;
+}
+
+qpdf_r3_print_e printing(int permissionBits)
+{
+    if (!permits(permissionBits, 3)) {
+        return qpdf_r3p_none;
+    }
+    return permits(permissionBits, 12) ? qpdf_r3p_full : qpdf_r3p_low;
+}
+
+void encrypt(QPDFWriter& writer, const NewEncryption& plan)
+{
+    const int bits = plan.permissionBits;
+    const char* user = plan.userPassword.c_str();
+    const char* owner = plan.ownerPassword.c_str();
+    const bool accessibility = permits(bits, 10);
+    const bool copying = permits(bits, 5);
+    const bool assembling = permits(bits, 11);
+    const bool annotating = permits(bits, 6);
+    const bool formFilling = permits(bits, 9);
+    const bool modifying = permits(bits, 4);
+    switch (plan.algorithm) {
+    case EncryptionAlgorithm::Rc4Bits128:
+        writer.setR3EncryptionParametersInsecure(user, owner, accessibility, copying, assembling,
+                                                 annotating, formFilling, modifying,
+                                                 printing(bits));
+        break;
+    case EncryptionAlgorithm::AesBits128:
+        writer.setR4EncryptionParametersInsecure(user, owner, accessibility, copying, assembling,
+                                                 annotating, formFilling, modifying, printing(bits),
+                                                 plan.coversMetadata, true);
+        break;
+    default:
+        writer.setR6EncryptionParameters(user, owner, accessibility, copying, assembling,
+                                         annotating, formFilling, modifying, printing(bits),
+                                         plan.coversMetadata);
+        break;
+    }
+}
+
+void configure(QPDFWriter& writer, Document& document, const SaveOptions& options)
+{
+    static constexpr qpdf_object_stream_e objectStreams[] = {qpdf_o_preserve, qpdf_o_disable,
+                                                             qpdf_o_generate};
+    static constexpr qpdf_stream_data_e streamData[] = {qpdf_s_preserve, qpdf_s_uncompress,
+                                                        qpdf_s_compress};
+    writer.setObjectStreamMode(objectStreams[static_cast<int>(options.objectStreams)]);
+    writer.setStreamDataMode(streamData[static_cast<int>(options.streamData)]);
+    writer.setRecompressFlate(options.recompressFlate);
+    writer.setLinearization(options.linearize);
+    if (options.readable) {
+        writer.setQDFMode(true);
+    }
+    if (!document.forcedVersion.empty()) {
+        writer.forcePDFVersion(document.forcedVersion);
+    }
+    const EncryptionPlan& encryption = document.encryption;
+    bool encrypted = document.file().isEncrypted();
+    switch (encryption.kind) {
+    case EncryptionPlan::Kind::Keep:
+        break;
+    case EncryptionPlan::Kind::Remove:
+        writer.setPreserveEncryption(false);
+        encrypted = false;
+        break;
+    case EncryptionPlan::Kind::Replace:
+        encrypt(writer, *encryption.replacement);
+        encrypted = true;
+        break;
+    }
+    writer.setDeterministicID(options.deterministicIdentifier && !encrypted);
+}
+
+Status writeTo(Document& document, io::ByteSink& sink, const SaveOptions& options)
+{
+    if (Status status = document.synchronize(); !status) {
+        return status;
+    }
+    try {
+        const CompressionLevel level(options.flateLevel);
+        QPDFWriter writer(document.file());
+        SinkPipeline pipeline(sink);
+        writer.setOutputPipeline(&pipeline);
+        configure(writer, document, options);
+        writer.write();
+    } catch (...) {
+        Error error = currentExceptionAsError(document.name());
+        if (document.source()) {
+            if (Status status = document.source()->intact(); !status) {
+                return status;
+            }
+        }
+        return tl::unexpected<Error>(std::move(error));
+    }
+    if (document.source()) {
+        if (Status status = document.source()->intact(); !status) {
+            return status;
+        }
+    }
+    return pagesAreWhole(document);
+}
+
+/// Tells failures of writing from those of reading, which libqpdf reports alike.
+class WatchedSink final : public io::ByteSink {
+public:
+    WatchedSink(io::ByteSink& sink, std::string path) : sink_(sink), path_(std::move(path)) {}
+
+    void write(const char* bytes, std::size_t length) override
+    {
+        try {
+            sink_.write(bytes, length);
+        } catch (const std::exception& exception) {
+            failure_ = Error{ErrorCode::FileNotWritable, path_ + ": " + exception.what()};
+            throw;
+        }
+    }
+
+    const Error& failure() const { return failure_; }
+
+private:
+    io::ByteSink& sink_;
+    std::string path_;
+    Error failure_;
+};
+
+} // namespace
+
+Status toFile(Document& document, const std::string& path, const SaveOptions& options)
+{
+    Result<io::OutputFile> file = io::OutputFile::create(path, options.existing);
+    if (!file) {
+        return tl::unexpected<Error>(file.error());
+    }
+    WatchedSink sink(*file, path);
+    if (Status status = writeTo(document, sink, options); !status) {
+        return sink.failure().code == ErrorCode::None ? status
+                                                      : tl::unexpected<Error>(sink.failure());
+    }
+    if (Status status = file->commit(); !status) {
+        return status;
+    }
+    document.setPath(path);
+    document.markSaved();
+    return {};
+}
+
+Result<std::string> toString(Document& document, const SaveOptions& options)
+{
+    StringSink sink;
+    if (Status status = writeTo(document, sink, options); !status) {
+        return tl::unexpected<Error>(status.error());
+    }
+    document.markSaved();
+    return std::move(sink.text);
+}
+
+} // namespace karvel::saving

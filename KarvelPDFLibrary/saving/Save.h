@@ -1,0 +1,17 @@
+#pragma once
+
+#include "KarvelPDFLibrary/document/Document.h"
+#include "KarvelPDFLibrary/saving/SaveOptions.h"
+
+#include <string>
+
+namespace karvel::saving {
+
+/// Saves a document to a temporary file beside the path and renames it over the path. After a
+/// failure the path is as it was. Fails when a page that stays lost its content to damage.
+Status toFile(Document& document, const std::string& path, const SaveOptions& options);
+
+/// The saved document's bytes.
+Result<std::string> toString(Document& document, const SaveOptions& options);
+
+} // namespace karvel::saving

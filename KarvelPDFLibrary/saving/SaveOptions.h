@@ -1,0 +1,27 @@
+#pragma once
+
+#include "KarvelPDFLibrary/io/OutputFile.h"
+
+namespace karvel::saving {
+
+enum class ObjectStreams : int { Keep = 0, None = 1, Pack = 2 };
+enum class StreamData : int { Keep = 0, Decode = 1, Compress = 2 };
+
+/// How documents are written; the defaults are those of the library's interface.
+struct SaveOptions {
+    ObjectStreams objectStreams = ObjectStreams::Pack;
+    StreamData streamData = StreamData::Compress;
+
+    /// 1 (fast) to 9 (small); 0 is zlib's default.
+    int flateLevel = 0;
+    bool recompressFlate = false;
+    bool linearize = false;
+
+    /// Derive the changing half of the identifier from the content; encrypted documents always get
+    /// a new one.
+    bool deterministicIdentifier = false;
+    bool readable = false;
+    io::Existing existing = io::Existing::Replace;
+};
+
+} // namespace karvel::saving
