@@ -1,0 +1,221 @@
+#include "BindingFixture.h"
+
+#include <algorithm>
+#include <climits>
+#include <set>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+Outcome expectedOutcome(const ForwarderRow& row)
+{
+    switch (row.result) {
+    case Kind::integer:
+        return integerResultOf(row.name);
+    case Kind::real:
+        return realResultOf(row.name);
+    case Kind::wide:
+        return wideResultOf(row.name);
+    case Kind::bytes:
+        return byteResultOf(row.name);
+    }
+    return 0;
+}
+
+/// The calls that one forwarder makes: buffers for its arguments from left to right, itself, the
+/// length of a string result, the release of the byte strings' buffers.
+class ExpectedCalls {
+public:
+    ExpectedCalls(const ForwarderRow& row, const ArgumentValues& values) : values_(values)
+    {
+        std::string call = row.name + "(7";
+        for (std::size_t i = 0; i < row.arguments.size(); ++i) {
+            call += ", " + argument(row.arguments[i], static_cast<int>(i) + 1);
+        }
+        calls.push_back(call + ")");
+        if (row.result == Kind::wide) {
+            calls.emplace_back("StringResultLength(7)");
+        } else if (row.result == Kind::bytes) {
+            calls.emplace_back("AnsiStringResultLength(7)");
+        }
+        calls.insert(calls.end(), releases_.begin(), releases_.end());
+    }
+
+    std::vector<std::string> calls;
+
+private:
+    std::string argument(Kind kind, int position)
+    {
+        switch (kind) {
+        case Kind::integer:
+            return std::to_string(ArgumentValues::integer(position));
+        case Kind::real:
+            return std::to_string(ArgumentValues::real(position));
+        case Kind::wide: {
+            const std::wstring text = values_.wide(position);
+            return text.empty() ? "null"
+                                : buffer(text.size() * 4) + " wide " + written<wchar_t>(text);
+        }
+        case Kind::bytes: {
+            const std::string text = values_.bytes(position);
+            if (text.find('\0') == std::string::npos) {
+                return "text " + written<char>(text);
+            }
+            const std::string name = buffer(text.size());
+            releases_.push_back("ReleaseBuffer(7, " + name + ")");
+            return name + " bytes " + written<char>(text);
+        }
+        }
+        return {};
+    }
+
+    std::string buffer(std::size_t size)
+    {
+        const std::string name = "b" + std::to_string(++buffers_);
+        calls.push_back("CreateBuffer(7, " + std::to_string(size) + ")");
+        calls.push_back("AddToBuffer(7, " + name + ", " + std::to_string(size) + ")");
+        return name;
+    }
+
+    const ArgumentValues& values_;
+    std::vector<std::string> releases_;
+    int buffers_ = 0;
+};
+
+std::vector<std::string> families()
+{
+    std::set<std::string> names;
+    for (const ForwarderRow& row : forwarderRows()) {
+        names.insert(row.family);
+    }
+    return {names.begin(), names.end()};
+}
+
+struct StringsCase {
+    const char* sentence;
+    ArgumentValues values;
+};
+
+const StringsCase stringsCases[] = {{"plain strings", {false, false}},
+                                    {"byte strings with NUL bytes", {true, false}},
+                                    {"empty strings", {false, true}}};
+
+class ForwardersOfFamily : public BindingTest, public testing::WithParamInterface<std::string> {};
+
+TEST_P(ForwardersOfFamily, ReachTheirOwnExportsWithTheirOwnArguments)
+{
+    const auto binding = load();
+    ASSERT_TRUE(binding->LibraryLoaded());
+    for (const auto& [sentence, values] : stringsCases) {
+        for (const ForwarderRow& row : forwarderRows()) {
+            if (row.family == GetParam()) {
+                *record = Recording();
+                const Outcome outcome = row.call(*binding, values);
+                EXPECT_EQ(calls(), ExpectedCalls(row, values).calls)
+                    << row.name << ", " << sentence;
+                EXPECT_EQ(outcome, expectedOutcome(row)) << row.name << ", " << sentence;
+            }
+        }
+    }
+}
+
+std::string caseName(const testing::TestParamInfo<std::string>& info)
+{
+    std::string name = info.param;
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return std::isalnum(c) == 0; }, '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(, ForwardersOfFamily, testing::ValuesIn(families()), caseName);
+
+TEST(ForwarderRows, AreAllFunctionsOfTheList)
+{
+    std::set<std::string> names;
+    for (const ForwarderRow& row : forwarderRows()) {
+        names.insert(row.name);
+    }
+    EXPECT_EQ(names.size(), 852U);
+    EXPECT_EQ(forwarderRows().size(), 852U);
+}
+
+class StringResults : public BindingTest {};
+
+TEST_F(StringResults, OfLengthZeroOrLessAreEmpty)
+{
+    const auto binding = load();
+    for (const int length : {0, -1, INT_MIN}) {
+        record->reportedLength = length;
+        EXPECT_EQ(binding->LibraryVersion(), std::wstring()) << length;
+        EXPECT_EQ(binding->SaveToString(), std::string()) << length;
+    }
+}
+
+TEST_F(StringResults, HaveTheReportedLengthAndNotThatOfATerminator)
+{
+    const auto binding = load();
+    record->reportedLength = 3;
+    EXPECT_EQ(binding->LibraryVersion(), wideResultOf("LibraryVersion").substr(0, 3));
+    EXPECT_EQ(binding->SaveToString(), byteResultOf("SaveToString").substr(0, 3));
+}
+
+TEST_F(StringResults, ThatAreNullAreEmptyWhateverTheirLength)
+{
+    const auto binding = load();
+    record->nullResults = true;
+    record->reportedLength = 5;
+    EXPECT_EQ(binding->LibraryVersion(), std::wstring());
+    EXPECT_EQ(binding->SaveToString(), std::string());
+}
+
+class StringArguments : public BindingTest {};
+
+TEST_F(StringArguments, WithoutNulBytesAreTheirOwnCharacters)
+{
+    const auto binding = load();
+    calls();
+    int bufferUsed = 1;
+    const std::string text = "plain";
+    EXPECT_EQ(binding->StringParm(text, bufferUsed), text.c_str());
+    EXPECT_EQ(bufferUsed, 0);
+    EXPECT_THAT(calls(), IsEmpty());
+}
+
+TEST_F(StringArguments, WithOnlyANulByteGoThroughABuffer)
+{
+    const auto binding = load();
+    calls();
+    int bufferUsed = 0;
+    const char* pointer = binding->StringParm(std::string(1, '\0'), bufferUsed);
+    EXPECT_EQ(bufferUsed, 1);
+    EXPECT_EQ(record->buffers.at(pointer).bytes, std::string(1, '\0'));
+    EXPECT_THAT(calls(), ElementsAre("CreateBuffer(7, 1)", "AddToBuffer(7, b1, 1)"));
+}
+
+TEST_F(StringArguments, KeepNulCharactersInsideWideStrings)
+{
+    const auto binding = load();
+    calls();
+    binding->GetCustomInformation(std::wstring(L"a\0b", 3));
+    EXPECT_THAT(calls(),
+                ElementsAre("CreateBuffer(7, 12)", "AddToBuffer(7, b1, 12)",
+                            "GetCustomInformation(7, b1 wide \"a<0>b\")", "StringResultLength(7)"));
+}
+
+TEST_F(StringArguments, HaveTheirBuffersReleasedWhenTheCallEndsInAnException)
+{
+    const auto binding = load();
+    calls();
+    record->throws = true;
+    const std::string nul(2, '\0');
+    EXPECT_THROW(binding->StoreCustomData(nul, nul, 1), std::exception);
+    EXPECT_THAT(calls(),
+                ElementsAre("CreateBuffer(7, 2)", "AddToBuffer(7, b1, 2)", "CreateBuffer(7, 2)",
+                            "AddToBuffer(7, b2, 2)",
+                            "StoreCustomData(7, b1 bytes \"<0><0>\", b2 bytes \"<0><0>\", 1)",
+                            "ReleaseBuffer(7, b1)", "ReleaseBuffer(7, b2)"));
+}
+
+} // namespace
