@@ -16,7 +16,7 @@ LIBRARY_BASE = ["KarvelPDFLibrary/base", "KarvelPDFLibrary/io"]
 LAYERS = {
     "VantoraHost/cli": ["VantoraHost/core", "VantoraApp", "VantoraApp/binding"],
     "VantoraHost/desktop": ["VantoraHost/core", "VantoraApp", "VantoraApp/binding"],
-    # The library's error numbers are part of its interface.
+    # The library's texts and error numbers know nothing of its documents.
     "VantoraHost/core": ["VantoraApp", "VantoraApp/binding", "KarvelPDFLibrary/base"],
     "VantoraActions": ["VantoraApp", "VantoraApp/binding"],
     "VantoraApp": ["VantoraApp/binding"],

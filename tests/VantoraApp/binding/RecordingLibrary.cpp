@@ -54,6 +54,17 @@ void note(const std::string& call)
     record.calls.push_back(call);
 }
 
+std::optional<int> nextAnswer(const char* name)
+{
+    const auto found = recording()->answers.find(name);
+    if (found == recording()->answers.end() || found->second.empty()) {
+        return std::nullopt;
+    }
+    const int answer = found->second.front();
+    found->second.pop_front();
+    return answer;
+}
+
 RECORDED int KPLCreateLibrary()
 {
     note("CreateLibrary()");
