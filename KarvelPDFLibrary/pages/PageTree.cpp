@@ -209,6 +209,8 @@ bool write(QPDF& file, Changes& changes, const std::vector<PageEntry>& entries,
         changes.edit(file.getRoot()).replaceKey("/Pages", root);
     }
 
+    root.replaceKey("/Type", QPDFObjectHandle::newName("/Pages"));
+
     const bool alike = std::all_of(entries.begin(), entries.end(), [&](const PageEntry& entry) {
         return entry.inherited == entries.front().inherited;
     });

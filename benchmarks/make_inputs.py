@@ -1,0 +1,124 @@
+#!/usr/bin/env python3
+"""Makes the documents that the benchmark runs on; equal calls make equal files.
+
+make_inputs.py pages COUNT FILE       COUNT text pages, about 570 bytes each
+make_inputs.py images COUNT BYTES FILE  COUNT pages with an incompressible image of BYTES bytes each
+make_inputs.py many COUNT PAGES DIR   COUNT documents of PAGES text pages
+"""
+import random
+import sys
+from pathlib import Path
+
+FAN_OUT = 50
+
+
+class Writer:
+    """Writes objects one after the other and remembers where they start."""
+
+    def __init__(self, path):
+        self.file = open(path, "wb", buffering=1 << 20)
+        self.offset = 0
+        self.starts = {}
+        self._put(b"%PDF-1.5\n%\xe2\xe3\xcf\xd3\n")
+
+    def _put(self, data):
+        self.file.write(data)
+        self.offset += len(data)
+
+    def object(self, number, body, stream=None):
+        self.starts[number] = self.offset
+        self._put(b"%d 0 obj\n" % number + body)
+        if stream is not None:
+            self._put(b"\nstream\n")
+            self._put(stream)
+            self._put(b"\nendstream")
+        self._put(b"\nendobj\n")
+
+    def finish(self, root):
+        start = self.offset
+        size = max(self.starts) + 1
+        rows = [b"0000000000 65535 f \n"]
+        rows += [b"%010d 00000 n \n" % self.starts[number] for number in range(1, size)]
+        self._put(b"xref\n0 %d\n" % size + b"".join(rows))
+        self._put(b"trailer\n<< /Size %d /Root %d 0 R /ID [<00112233445566778899AABBCCDDEEFF>"
+                  b"<00112233445566778899AABBCCDDEEFF>] >>\nstartxref\n%d\n%%%%EOF\n" % (size, root, start))
+        self.file.close()
+
+
+def page_tree(writer, pages, first_free):
+    """Writes the nodes above the page objects, FAN_OUT kids each, and returns the parent of every page."""
+    levels = [[(number, 1) for number in pages]]
+    parent = {}
+    number = first_free
+    nodes = []
+    while len(levels[-1]) > 1 or len(levels) == 1:
+        above = []
+        for start in range(0, len(levels[-1]), FAN_OUT):
+            kids = levels[-1][start:start + FAN_OUT]
+            for kid, _ in kids:
+                parent[kid] = number
+            above.append((number, sum(count for _, count in kids)))
+            nodes.append((number, kids))
+            number += 1
+        levels.append(above)
+    for node, kids in nodes:
+        body = b"<< /Type /Pages /Count %d /Kids [%s]" % (
+            sum(count for _, count in kids), b" ".join(b"%d 0 R" % kid for kid, _ in kids))
+        if node in parent:
+            body += b" /Parent %d 0 R" % parent[node]
+        writer.object(node, body + b" >>")
+    return parent, levels[-1][0][0]
+
+
+def text_pages(path, count, seed=1):
+    source = random.Random(seed)
+    words = ["".join(source.choices("abcdefghijklmnopqrstuvwxyz", k=source.randint(3, 9))) for _ in range(500)]
+    writer = Writer(path)
+    pages = list(range(3, 3 + 2 * count, 2))
+    parent, root = page_tree(writer, pages, 3 + 2 * count)
+    writer.object(1, b"<< /Type /Catalog /Pages %d 0 R >>" % root)
+    writer.object(2, b"<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>")
+    for index, page in enumerate(pages):
+        text = " ".join(source.choices(words, k=28))
+        content = b"BT /F1 11 Tf 72 770 Td (Page %d of %d) Tj 0 -16 Td (%s) Tj ET" % (index + 1, count, text.encode())
+        writer.object(page, b"<< /Type /Page /Parent %d 0 R /MediaBox [0 0 595 842] /Contents %d 0 R "
+                            b"/Resources << /Font << /F1 2 0 R >> >> >>" % (parent[page], page + 1))
+        writer.object(page + 1, b"<< /Length %d >>" % len(content), content)
+    writer.finish(1)
+
+
+def image_pages(path, count, size):
+    source = random.Random(2)
+    writer = Writer(path)
+    pages = list(range(2, 2 + 3 * count, 3))
+    parent, root = page_tree(writer, pages, 2 + 3 * count)
+    writer.object(1, b"<< /Type /Catalog /Pages %d 0 R >>" % root)
+    width = 1024
+    height = size // width
+    for page in pages:
+        content = b"q 595 0 0 842 0 0 cm /Im Do Q"
+        writer.object(page, b"<< /Type /Page /Parent %d 0 R /MediaBox [0 0 595 842] /Contents %d 0 R "
+                            b"/Resources << /XObject << /Im %d 0 R >> >> >>" % (parent[page], page + 1, page + 2))
+        writer.object(page + 1, b"<< /Length %d >>" % len(content), content)
+        writer.object(page + 2, b"<< /Type /XObject /Subtype /Image /Width %d /Height %d /BitsPerComponent 8 "
+                                b"/ColorSpace /DeviceGray /Length %d >>" % (width, height, width * height),
+                      source.randbytes(width * height))
+    writer.finish(1)
+
+
+def main():
+    if len(sys.argv) == 4 and sys.argv[1] == "pages":
+        text_pages(sys.argv[3], int(sys.argv[2]))
+    elif len(sys.argv) == 5 and sys.argv[1] == "images":
+        image_pages(sys.argv[4], int(sys.argv[2]), int(sys.argv[3]))
+    elif len(sys.argv) == 5 and sys.argv[1] == "many":
+        folder = Path(sys.argv[4])
+        folder.mkdir(parents=True, exist_ok=True)
+        for index in range(int(sys.argv[2])):
+            text_pages(folder / f"document-{index:05}.pdf", int(sys.argv[3]), seed=index)
+    else:
+        sys.exit(__doc__)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,204 @@
+#include "KarvelPDFLibrary/saving/Save.h"
+
+#include "KarvelPDFLibrary/pages/DeletePages.h"
+#include "tests/support/Inspect.h"
+#include "tests/support/PdfBuilder.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace karvel;
+using namespace karvel::saving;
+
+SaveOptions keepingEverything()
+{
+    SaveOptions options;
+    options.objectStreams = ObjectStreams::Keep;
+    options.streamData = StreamData::Keep;
+    options.deterministicIdentifier = true;
+    return options;
+}
+
+/// Removes page 2 of 3 and saves.
+std::string withoutPageTwo(const std::string& pdf, const std::string& password = {})
+{
+    auto document = support::opened(pdf, password);
+    EXPECT_TRUE(pages::deletePages(*document, {2, 1}).has_value());
+    SaveOptions options = keepingEverything();
+    options.linearize = document->file().isLinearized();
+    auto bytes = toString(*document, options);
+    EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
+    return bytes ? *bytes : std::string();
+}
+
+struct Form {
+    const char* name;
+    const char* qpdfOptions;
+    const char* password;
+    const char* sign; // a word that `qpdf --show-encryption --check` prints for input and output
+};
+
+class EveryForm : public testing::TestWithParam<Form> {};
+
+TEST_P(EveryForm, IsKept)
+{
+    const auto& [name, options, password, sign] = GetParam();
+    const std::string before = support::rewritten(support::documentOfPages(3), options);
+    const std::string after = withoutPageTwo(before, password);
+    EXPECT_EQ(support::pageTexts(after, password), support::pagesNamed({1, 3}));
+    EXPECT_EQ(support::problems(after, password), "");
+    const support::ScratchFolder scratch;
+    for (const std::string& pdf : {before, after}) {
+        const std::string told =
+            support::runCommand("qpdf --show-encryption --check '--password=" +
+                                std::string(password) + "' " + scratch.write("a.pdf", pdf))
+                .output;
+        EXPECT_NE(told.find(sign), std::string::npos) << told;
+    }
+    EXPECT_EQ(before.find("/ObjStm") != std::string::npos,
+              after.find("/ObjStm") != std::string::npos);
+    EXPECT_EQ(before.substr(0, 8), after.substr(0, 8)) << "the version";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Save, EveryForm,
+    testing::Values(Form{"plain", "--object-streams=disable", "", "not encrypted"},
+                    Form{"object_streams", "--object-streams=generate", "", "not encrypted"},
+                    Form{"linearized", "--linearize", "", "File is linearized"},
+                    Form{"rc4", "--allow-weak-crypto --encrypt u o 128 --print=low --", "u",
+                         "print low resolution: allowed"},
+                    Form{"aes128", "--encrypt u o 128 --use-aes=y --modify=none --", "o", "AESv2"},
+                    Form{"aes256", "--encrypt u o 256 --extract=n --", "u", "AESv3"},
+                    Form{"aes256_with_object_streams",
+                         "--object-streams=generate --encrypt '' o 256 --", "", "AESv3"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(Save, IsDeterministic)
+{
+    const std::string pdf = support::documentOfPages(3);
+    EXPECT_EQ(withoutPageTwo(pdf), withoutPageTwo(pdf));
+}
+
+TEST(Save, RenewsHalfOfTheIdentifier)
+{
+    support::PagedDocument file(3);
+    file.builder.setTrailerEntries(
+        "/ID [<00112233445566778899aabbccddeeff> <00112233445566778899aabbccddeeff>]");
+    auto again = support::opened(withoutPageTwo(file.build()));
+    QPDFObjectHandle identifier = again->file().getTrailer().getKey("/ID");
+    EXPECT_EQ(identifier.getArrayItem(0).unparse(), "<00112233445566778899aabbccddeeff>");
+    EXPECT_NE(identifier.getArrayItem(1).getStringValue(),
+              identifier.getArrayItem(0).getStringValue());
+}
+
+class SavingToFile : public testing::Test {
+protected:
+    support::ScratchFolder scratch;
+};
+
+TEST_F(SavingToFile, MayReplaceTheInput)
+{
+    const std::string path = scratch.write("a.pdf", support::documentOfPages(3));
+    auto document = Document::load(io::openFile(path).value(), {}).value();
+    ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
+    ASSERT_TRUE(toFile(*document, path, keepingEverything()).has_value());
+    EXPECT_EQ(support::pageTexts(support::readFile(path)), support::pagesNamed({2, 3}));
+}
+
+TEST_F(SavingToFile, FailsWhenTheInputChangedMeanwhile)
+{
+    const std::string bytes = support::documentOfPages(300);
+    for (const bool shorter : {true, false}) {
+        const std::string path = scratch.write("a.pdf", bytes);
+        auto document = Document::load(io::openFile(path).value(), {}).value();
+        ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
+        if (shorter) {
+            ASSERT_EQ(truncate(path.c_str(), 1000), 0);
+        } else {
+            scratch.write("a.pdf", std::string(bytes.size(), 'x'));
+            std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() +
+                                                       std::chrono::hours(1));
+        }
+        const Status status = toFile(*document, scratch.path("out.pdf"), keepingEverything());
+        ASSERT_FALSE(status.has_value());
+        EXPECT_EQ(status.error().code, ErrorCode::FileNotReadable);
+        EXPECT_FALSE(std::filesystem::exists(scratch.path("out.pdf")));
+    }
+}
+
+struct Damage {
+    const char* name;
+    std::string (*make)();
+    bool repairable;
+};
+
+std::string intactFile()
+{
+    return support::documentOfPages(3);
+}
+
+std::string cutAt(const char* text)
+{
+    const std::string file = intactFile();
+    return file.substr(0, file.find(text));
+}
+
+class DamagedFiles : public testing::TestWithParam<Damage> {};
+
+TEST_P(DamagedFiles, AreRepairedOrRefusedButNeverBlanked)
+{
+    auto document = Document::load(io::fromMemory(GetParam().make()), {});
+    Status status;
+    std::string bytes;
+    if (document) {
+        ASSERT_TRUE(pages::deletePages(**document, {2, 1}).has_value());
+        auto written = toString(**document, keepingEverything());
+        status = written ? Status() : Status(tl::unexpected<Error>(written.error()));
+        bytes = written.value_or("");
+    } else {
+        status = tl::unexpected<Error>(document.error());
+    }
+    EXPECT_EQ(status.has_value(), GetParam().repairable) << (status ? bytes : status.error().text);
+    if (status) {
+        EXPECT_EQ(support::pageTexts(bytes), support::pagesNamed({1, 3}));
+        EXPECT_EQ(support::problems(bytes), "");
+        EXPECT_FALSE((*document)->warnings().empty());
+    } else {
+        EXPECT_EQ(status.error().code, ErrorCode::NotPdf);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Save, DamagedFiles,
+    testing::Values(Damage{"without_cross_reference_table", [] { return cutAt("xref\n"); }, false},
+                    Damage{"table_cut_but_trailer_there",
+                           [] {
+                               std::string file = intactFile();
+                               file.erase(file.find("xref\n"), 60);
+                               return file;
+                           },
+                           true},
+                    Damage{"wrong_startxref",
+                           [] {
+                               std::string file = intactFile();
+                               file.replace(file.find("startxref\n") + 10, 2, "99");
+                               return file;
+                           },
+                           true},
+                    Damage{"content_stream_lost",
+                           [] {
+                               std::string file = intactFile();
+                               const auto at = file.find("4 0 obj");
+                               file.replace(at, 7, "4 0 xxx");
+                               return file;
+                           },
+                           false},
+                    Damage{"empty", [] { return std::string(); }, false},
+                    Damage{"text", [] { return std::string("Dear Sir or Madam,\n"); }, false},
+                    Damage{"zeros", [] { return std::string(5000, '\0'); }, false}),
+    [](const auto& info) { return info.param.name; });
+
+} // namespace
