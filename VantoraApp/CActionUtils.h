@@ -28,4 +28,13 @@ public:
     /// page and number of pages, the run with the highest pages first: the order in which they can
     /// be deleted without renumbering the pages still to be deleted.
     static void CollectPageList(QList<int>* pages, QList<int>* runs);
+
+    // The folders of CUtils under the names that actions know them by. (FolderTree.cpp)
+
+    static QString GetSettingsFolder();
+    static QString GetCollectionsFolder();
+    static QString GetSequenceFolder();
+
+    /// CUtils::GetAppDataToolsFolder.
+    static QString GetVantoraAppDataFolder();
 };

@@ -1,0 +1,111 @@
+#include "VantoraApp/CUtils.h"
+
+#include "tests/support/ScratchHome.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class TemporaryNames : public testing::Test {
+protected:
+    QString path(const QString& name) const { return scratch.temporary() + "/" + name; }
+
+    QString newFile(QByteArray baseName) const { return CUtils::GetNewTempFile(baseName.data()); }
+
+    /// Takes a new folder and checks that the two ways in which it is told agree.
+    static QString newFolder(QString name)
+    {
+        const QDir folder = CUtils::GetNewTempFolder(&name);
+        EXPECT_EQ(folder.path(), QDir(name).path());
+        EXPECT_TRUE(folder.exists());
+        EXPECT_TRUE(folder.isEmpty());
+        return name;
+    }
+
+    ScratchHome scratch;
+};
+
+TEST_F(TemporaryNames, OfFoldersAreCountedFromZeroWhenTheNameIsTaken)
+{
+    EXPECT_EQ(newFolder("job"), path("job"));
+    EXPECT_EQ(newFolder("job"), path("job_0"));
+    EXPECT_EQ(newFolder("job"), path("job_1"));
+    QDir(path("job_0")).removeRecursively();
+    EXPECT_EQ(newFolder("job"), path("job_0"));
+}
+
+TEST_F(TemporaryNames, OfFoldersPassOverFilesOfTheSameName)
+{
+    ScratchHome::touch(path("job"));
+    EXPECT_EQ(newFolder("job"), path("job_0"));
+}
+
+TEST_F(TemporaryNames, OfFoldersAreTakenAsTheyStand)
+{
+    EXPECT_EQ(newFolder("100%s %1 %d"), path("100%s %1 %d"));
+    EXPECT_EQ(newFolder("100%s %1 %d"), path("100%s %1 %d_0"));
+}
+
+TEST_F(TemporaryNames, OfFoldersMayLieDeeper)
+{
+    EXPECT_EQ(newFolder("a/b/c"), path("a/b/c"));
+}
+
+TEST_F(TemporaryNames, OfFoldersFallBackToTheTemporaryFolder)
+{
+    ScratchHome::touch(path("file"));
+    QString name = "file/below";
+    const QDir folder = CUtils::GetNewTempFolder(&name);
+    EXPECT_EQ(folder.path(), scratch.temporary());
+    EXPECT_EQ(name, scratch.temporary() + "/");
+}
+
+TEST_F(TemporaryNames, OfFoldersEndWithTheLastNumberWhenAllAreTaken)
+{
+    // Links need no inode each, as a hundred thousand folders would.
+    const QByteArray target = QFile::encodeName(scratch.home());
+    ASSERT_TRUE(QFile::link(target, path("n")));
+    for (int k = 0; k < 100000; ++k) {
+        QFile::link(target, path("n_" + QString::number(k)));
+    }
+    QString name = "n";
+    CUtils::GetNewTempFolder(&name);
+    EXPECT_EQ(name, path("n_99999"));
+}
+
+TEST_F(TemporaryNames, OfFilesAreTheFirstFreeOneAndNotCreated)
+{
+    EXPECT_EQ(newFile("x"), path("x_1.pdf"));
+    EXPECT_FALSE(QFile::exists(path("x_1.pdf")));
+    ScratchHome::touch(path("x_1.pdf"));
+    ScratchHome::touch(path("x_2.pdf"));
+    ScratchHome::touch(path("x_4.pdf"));
+    EXPECT_EQ(newFile("x"), path("x_3.pdf"));
+}
+
+TEST_F(TemporaryNames, OfFilesHaveSlashesOnly)
+{
+    QDir(scratch.temporary()).mkdir("a");
+    ScratchHome::touch(path("a/x_1.pdf"));
+    EXPECT_EQ(newFile("a\\x"), path("a/x_2.pdf"));
+}
+
+TEST_F(TemporaryNames, OfFilesTakeTheBaseNameAsUtf8WithoutFormatting)
+{
+    EXPECT_EQ(newFile("Gr\xC3\xB6\xC3\x9F"
+                      "e %d %s"),
+              path(QString::fromUtf8("Gr\xC3\xB6\xC3\x9F"
+                                     "e %d %s_1.pdf")));
+}
+
+TEST_F(TemporaryNames, OfFilesAreEmptyWhenAllAreTaken)
+{
+    for (int n = 1; n <= 9999; ++n) {
+        ScratchHome::touch(path("x_" + QString::number(n) + ".pdf"));
+    }
+    EXPECT_EQ(newFile("x"), QString());
+    QFile::remove(path("x_9999.pdf"));
+    EXPECT_EQ(newFile("x"), path("x_9999.pdf"));
+}
+
+} // namespace
