@@ -1,0 +1,312 @@
+#include "VantoraApp/CFramelessHandler.h"
+
+#include <QtGui/QWindow>
+#include <QtTest/QTest>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QWidget>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// A window with the slots that the handler looks for.
+class Window : public QWidget {
+    Q_OBJECT
+
+public:
+    Window() : QWidget(nullptr, Qt::FramelessWindowHint) {}
+
+    int toggled = 0;
+
+public slots:
+    void on_MaxRestore() { ++toggled; }
+    void on_MoveMaximized() {}
+};
+
+/// A window of 400 x 300 at (100, 100) with a border of 9 and a move bar of 30 pixels.
+class CFramelessHandlerTest : public testing::Test {
+protected:
+    CFramelessHandlerTest()
+    {
+        handler.activateOn(&window);
+        handler.setBorderWidth(9);
+        handler.setMoveBarHeight(30);
+        window.setMinimumSize(120, 90);
+        place();
+        window.show();
+    }
+
+    void place() { window.setGeometry(100, 100, 400, 300); }
+
+    // Positions are those of the screen. QTest's own calls would take a window's corner for its
+    // centre.
+
+    void send(QEvent::Type type, QPoint at, Qt::MouseButton button = Qt::NoButton)
+    {
+        timestamp += 10000; // never a double click
+        qt_handleMouseEvent(window.windowHandle(), at - window.pos(), at, held, button, type, {},
+                            timestamp);
+        QCoreApplication::processEvents();
+    }
+
+    void press(QPoint at, Qt::MouseButton button = Qt::LeftButton)
+    {
+        held |= button;
+        send(QEvent::MouseButtonPress, at, button);
+    }
+
+    void move(QPoint to) { send(QEvent::MouseMove, to); }
+
+    void release(QPoint at, Qt::MouseButton button = Qt::LeftButton)
+    {
+        held &= ~Qt::MouseButtons(button);
+        send(QEvent::MouseButtonRelease, at, button);
+    }
+
+    void drag(QPoint from, QPoint to)
+    {
+        press(from);
+        move(to);
+        release(to);
+    }
+
+    Qt::CursorShape cursorAt(QPoint at)
+    {
+        move(at);
+        return window.cursor().shape();
+    }
+
+    Window window;
+    CFramelessHandler handler;
+    Qt::MouseButtons held;
+    int timestamp = 0;
+};
+
+struct DragRow {
+    const char* name;
+    QPoint from;
+    QPoint to;
+    QRect result;
+};
+
+const DragRow drags[] = {
+    {"the top left corner inward", {105, 105}, {125, 135}, {125, 135, 375, 265}},
+    {"the top left corner outward by its near zone", {115, 115}, {95, 90}, {95, 90, 405, 310}},
+    {"the bottom left corner", {105, 395}, {125, 380}, {125, 100, 375, 281}},
+    {"the top right corner", {495, 105}, {479, 120}, {100, 120, 380, 280}},
+    {"the bottom right corner", {495, 395}, {549, 449}, {100, 100, 450, 350}},
+    {"the left edge", {105, 250}, {150, 20}, {150, 100, 350, 300}},
+    {"the right edge", {495, 250}, {549, 20}, {100, 100, 450, 300}},
+    {"the right edge beside the top right corner", {492, 115}, {549, 20}, {100, 100, 450, 300}},
+    {"the top edge", {300, 103}, {20, 150}, {100, 150, 400, 250}},
+    {"the bottom edge", {300, 397}, {20, 449}, {100, 100, 400, 350}},
+    {"the left edge past the minimum width", {105, 250}, {400, 250}, {100, 100, 400, 300}},
+    {"the left edge to the minimum width", {105, 250}, {380, 250}, {380, 100, 120, 300}},
+    {"the top edge past the minimum height", {300, 103}, {300, 350}, {100, 100, 400, 300}},
+    {"a corner past the minimum width only", {495, 395}, {150, 349}, {100, 100, 400, 250}},
+    {"the left edge past the right one", {105, 250}, {600, 250}, {100, 100, 400, 300}},
+    {"the move bar", {300, 120}, {310, 150}, {110, 130, 400, 300}},
+    {"the move bar to above the screen", {300, 120}, {300, 10}, {100, -10, 400, 300}},
+    {"the middle", {300, 250}, {350, 300}, {100, 100, 400, 300}},
+};
+
+TEST_F(CFramelessHandlerTest, MovesOrResizesByWhereTheButtonWentDown)
+{
+    for (const DragRow& row : drags) {
+        SCOPED_TRACE(row.name);
+        place();
+        drag(row.from, row.to);
+        EXPECT_EQ(window.geometry(), row.result);
+    }
+}
+
+TEST_F(CFramelessHandlerTest, FollowsTheEdgeOfThePressThroughAllOfADrag)
+{
+    press({105, 250});
+    for (const int x : {130, 490, 200, 160})
+        move({x, 250});
+    EXPECT_EQ(window.geometry(), QRect(160, 100, 340, 300));
+    release({160, 250});
+    move({200, 250});
+    EXPECT_EQ(window.geometry(), QRect(160, 100, 340, 300));
+}
+
+TEST_F(CFramelessHandlerTest, StaysWithTheMoveBarWhenAMoveEndsAtAnEdge)
+{
+    press({300, 120});
+    move({500, 300});
+    move({320, 140});
+    EXPECT_EQ(window.geometry(), QRect(120, 120, 400, 300));
+}
+
+TEST_F(CFramelessHandlerTest, DoesNotConsultTheMaximumSize)
+{
+    window.setMaximumWidth(410);
+    drag({105, 250}, {80, 250});
+    // The window system bounds the size, but the place shows what was asked for.
+    EXPECT_EQ(window.pos(), QPoint(80, 100));
+}
+
+TEST_F(CFramelessHandlerTest, DoesOnlyWhatItIsAllowedTo)
+{
+    handler.setWidgetResizable(false);
+    EXPECT_FALSE(handler.isWidgetResizable());
+    drag({105, 250}, {150, 250});
+    EXPECT_EQ(window.geometry(), QRect(100, 100, 400, 300));
+    drag({300, 120}, {310, 120});
+    EXPECT_EQ(window.geometry(), QRect(110, 100, 400, 300));
+
+    place();
+    handler.setWidgetResizable(true);
+    handler.setWidgetMovable(false);
+    EXPECT_FALSE(handler.isWidgetMovable());
+    drag({300, 120}, {310, 120});
+    EXPECT_EQ(window.geometry(), QRect(100, 100, 400, 300));
+    drag({105, 250}, {150, 250});
+    EXPECT_EQ(window.geometry(), QRect(150, 100, 350, 300));
+}
+
+TEST_F(CFramelessHandlerTest, IgnoresOtherButtons)
+{
+    press({105, 250}, Qt::RightButton);
+    move({150, 250});
+    EXPECT_EQ(window.geometry(), QRect(100, 100, 400, 300));
+    release({150, 250}, Qt::RightButton);
+}
+
+TEST_F(CFramelessHandlerTest, StopsADragWhenAnotherButtonIsReleased)
+{
+    for (const QPoint from : {QPoint(105, 250), QPoint(300, 120)}) {
+        place();
+        press(from);
+        press(from, Qt::RightButton);
+        release(from, Qt::RightButton);
+        move(from + QPoint(30, 30));
+        EXPECT_EQ(window.geometry(), QRect(100, 100, 400, 300));
+        release(from);
+    }
+}
+
+TEST_F(CFramelessHandlerTest, StartsAMoveByAChildThatLeavesThePressAlone)
+{
+    QLabel label("title", &window);
+    label.setGeometry(50, 10, 200, 20);
+    label.show();
+    drag({200, 120}, {210, 125});
+    EXPECT_EQ(window.geometry(), QRect(110, 105, 400, 300));
+}
+
+TEST_F(CFramelessHandlerTest, ShowsWhatADragWouldDo)
+{
+    const std::pair<QPoint, Qt::CursorShape> rows[] = {
+        {{300, 250}, Qt::ArrowCursor},     {{105, 105}, Qt::SizeFDiagCursor},
+        {{495, 395}, Qt::SizeFDiagCursor}, {{495, 105}, Qt::SizeBDiagCursor},
+        {{105, 395}, Qt::SizeBDiagCursor}, {{105, 250}, Qt::SizeHorCursor},
+        {{495, 250}, Qt::SizeHorCursor},   {{300, 103}, Qt::SizeVerCursor},
+        {{300, 397}, Qt::SizeVerCursor},   {{300, 120}, Qt::ArrowCursor},
+    };
+    for (const auto& [pointer, shape] : rows)
+        EXPECT_EQ(cursorAt(pointer), shape) << pointer.x() << ", " << pointer.y();
+}
+
+TEST_F(CFramelessHandlerTest, LeavesTheCursorAloneWhenItDoesNotResize)
+{
+    handler.setWidgetResizable(false);
+    EXPECT_EQ(cursorAt({105, 250}), Qt::ArrowCursor);
+
+    window.setCursor(Qt::CrossCursor);
+    handler.setWidgetResizable(true);
+    EXPECT_EQ(cursorAt({300, 250}), Qt::CrossCursor) << "a cursor that is not the handler's";
+}
+
+TEST_F(CFramelessHandlerTest, TakesItsCursorBackOnLeaveUnlessThereIsADrag)
+{
+    QEvent leave(QEvent::Leave);
+    ASSERT_EQ(cursorAt({105, 250}), Qt::SizeHorCursor);
+    press({105, 250});
+    QCoreApplication::sendEvent(&window, &leave);
+    EXPECT_EQ(window.cursor().shape(), Qt::SizeHorCursor);
+    release({105, 250});
+    QCoreApplication::sendEvent(&window, &leave);
+    EXPECT_EQ(window.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(CFramelessHandlerTest, TellsOfDoubleClicksOnTheMoveBar)
+{
+    const auto doubleClick = [this](QPoint at, Qt::MouseButton button) {
+        window.toggled = 0;
+        QTest::mouseDClick(window.windowHandle(), button, {}, at - window.pos());
+        return window.toggled;
+    };
+    EXPECT_EQ(doubleClick({300, 120}, Qt::LeftButton), 1);
+    EXPECT_EQ(doubleClick({103, 103}, Qt::LeftButton), 1) << "in a corner within the bar";
+    EXPECT_EQ(doubleClick({300, 250}, Qt::LeftButton), 0);
+    EXPECT_EQ(doubleClick({300, 120}, Qt::RightButton), 0);
+}
+
+TEST_F(CFramelessHandlerTest, ConsumesNoEvent)
+{
+    for (const QEvent::Type type : {QEvent::Leave, QEvent::Enter, QEvent::Show}) {
+        QEvent event(type);
+        EXPECT_FALSE(handler.eventFilter(&window, &event));
+    }
+    QMouseEvent pressed(QEvent::MouseButtonPress, {5, 150}, {105, 250}, Qt::LeftButton,
+                        Qt::LeftButton, {});
+    EXPECT_FALSE(handler.eventFilter(&window, &pressed));
+}
+
+/// Counts the update requests that a window gets.
+class UpdateRequests : public QObject {
+public:
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override
+    {
+        count += event->type() == QEvent::UpdateRequest ? 1 : 0;
+        return false;
+    }
+};
+
+TEST_F(CFramelessHandlerTest, PaintsAWindowThatComesBackFromBeingMinimised)
+{
+    QCoreApplication::processEvents();
+    UpdateRequests requests;
+    window.installEventFilter(&requests);
+
+    QWindowStateChangeEvent back(Qt::WindowMinimized);
+    QCoreApplication::sendEvent(&window, &back);
+    EXPECT_TRUE(window.testAttribute(Qt::WA_Mapped));
+    QCoreApplication::sendPostedEvents(&window, QEvent::UpdateRequest);
+    EXPECT_GE(requests.count, 1);
+
+    QWindowStateChangeEvent other(Qt::WindowMinimized | Qt::WindowMaximized);
+    QCoreApplication::sendEvent(&window, &other);
+    EXPECT_FALSE(window.testAttribute(Qt::WA_Mapped));
+}
+
+TEST_F(CFramelessHandlerTest, ChecksTheBorderWidthButNotTheMoveBarHeight)
+{
+    handler.setBorderWidth(-1);
+    EXPECT_EQ(handler.borderWidth(), 9);
+    handler.setBorderWidth(0);
+    EXPECT_EQ(handler.borderWidth(), 0);
+    handler.setMoveBarHeight(-1);
+    EXPECT_EQ(handler.moveBarHeight(), -1);
+    drag({300, 101}, {310, 111});
+    EXPECT_EQ(window.geometry(), QRect(100, 100, 400, 300));
+}
+
+TEST(CFramelessHandler, StartsMovableAndResizableWithoutAWidget)
+{
+    CFramelessHandler handler;
+    EXPECT_TRUE(handler.isWidgetMovable());
+    EXPECT_TRUE(handler.isWidgetResizable());
+    EXPECT_EQ(handler.borderWidth(), 5);
+    EXPECT_EQ(handler.moveBarHeight(), 0);
+    handler.activateOn(nullptr);
+}
+
+} // namespace
+
+#include "CFramelessHandlerTest.moc"

@@ -1,0 +1,20 @@
+#include <QtCore/QTemporaryDir>
+#include <QtWidgets/QApplication>
+
+#include <gmock/gmock.h>
+
+// For tests of widgets: a home of its own, so that nobody's files are read or written.
+int main(int argc, char** argv)
+{
+    testing::InitGoogleMock(&argc, argv);
+    const QTemporaryDir home;
+    const QByteArray path = home.path().toUtf8();
+    for (const char* name :
+         {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "TMPDIR"})
+        qputenv(name, path);
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setApplicationName("vantora-test");
+    return home.isValid() ? RUN_ALL_TESTS() : 1;
+}
