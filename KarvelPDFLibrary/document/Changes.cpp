@@ -45,8 +45,16 @@ void Changes::replace(QPDFObjGen number, const QPDFObjectHandle& value)
 
 void Changes::remove(QPDFObjGen number)
 {
-    file_.replaceObject(number, QPDFObjectHandle::newNull());
+    unsettled_.push_back(number);
     record(number, Kind::Removed);
+}
+
+void Changes::settle()
+{
+    for (const QPDFObjGen& number : unsettled_) {
+        file_.replaceObject(number, QPDFObjectHandle::newNull());
+    }
+    unsettled_.clear();
 }
 
 } // namespace karvel

@@ -4,6 +4,7 @@
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFObjectHandle.hh>
 #include <unordered_map>
+#include <vector>
 
 namespace karvel {
 
@@ -28,8 +29,13 @@ public:
     /// Puts another value in an object's place; what refers to the object sees the new value.
     void replace(QPDFObjGen number, const QPDFObjectHandle& value);
 
-    /// Takes an object out of the document: what still refers to it refers to nothing.
+    /// Takes an object out of the document: what still refers to it refers to nothing. libqpdf is
+    /// told by settle().
     void remove(QPDFObjGen number);
+
+    /// Makes libqpdf's objects agree with the record. Not needed for a save that goes by the
+    /// record.
+    void settle();
 
     /// Records changes that a library made by itself, when it cannot be told which.
     void recordForeign() { ++revision_, foreign_ = true; }
@@ -50,6 +56,7 @@ private:
 
     QPDF& file_;
     std::unordered_map<int, Kind> objects_;
+    std::vector<QPDFObjGen> unsettled_;
     std::uint64_t revision_ = 0;
     bool trailerChanged_ = false;
     bool foreign_ = false;

@@ -105,18 +105,9 @@ Status Document::open(const LoadOptions& options)
     try {
         file_->setAttemptRecovery(options.reconstruct);
         openWithPassword(*file_, std::make_shared<io::WindowedInput>(source_), password_);
-        warnings();
-        Result<ReadPages> pages = pageTree::read(*file_, changes_, reconstructed_, warnings_);
-        if (Status status = source_->intact(); !status) {
+        if (Status status = readPages(); !status) {
             return status;
         }
-        if (!pages) {
-            return fail(pages.error().code, source_->name() + ": " + pages.error().text);
-        }
-        order_ = PageOrder(std::move(pages->entries));
-        inherited_ = std::move(pages->inherited);
-        treeIsStale_ = pages->differsFromTree;
-        warnings();
     } catch (...) {
         Error error = openingError(source_->name());
         if (Status status = source_->intact(); !status) {
@@ -126,6 +117,38 @@ Status Document::open(const LoadOptions& options)
     }
     savedRevision_ = changes_.revision();
     return {};
+}
+
+Status Document::readPages()
+{
+    warnings();
+    if (reconstructed_) {
+        indexRefusal_ = "the cross-reference table was rebuilt";
+    } else {
+        index_ = index::ReferenceIndex::build(*file_, *source_, indexRefusal_);
+    }
+    std::optional<ReadPages> pages;
+    if (index_) {
+        pages = pageTree::readFromIndex(*file_, *index_);
+    }
+    if (!pages) {
+        Result<ReadPages> read = pageTree::read(*file_, changes_, reconstructed_, warnings_);
+        if (Status status = source_->intact(); !status) {
+            return status;
+        }
+        if (!read) {
+            return fail(read.error().code, source_->name() + ": " + read.error().text);
+        }
+        pages = std::move(*read);
+    }
+    order_ = PageOrder(std::move(pages->entries));
+    inherited_ = std::move(pages->inherited);
+    treeIsStale_ = pages->differsFromTree;
+    if (pages->canBePruned && !pages->differsFromTree) {
+        nodes_ = std::move(pages->nodes);
+    }
+    warnings();
+    return source_->intact();
 }
 
 std::string Document::name() const
@@ -191,9 +214,10 @@ void Document::insertPages(int beforePage, const std::vector<QPDFObjectHandle>& 
     entries.reserve(pages.size());
     for (const QPDFObjectHandle& page : pages) {
         changes_.add(page);
-        entries.push_back({page.getObjGen().getObj(), page.getObjGen().getGen(), 0});
+        entries.push_back({page.getObjGen().getObj(), page.getObjGen().getGen(), 0, 0});
     }
     order_.insert(beforePage, entries);
+    nodes_.clear();
     treeIsStale_ = true;
     ++orderRevision_;
 }
@@ -201,34 +225,38 @@ void Document::insertPages(int beforePage, const std::vector<QPDFObjectHandle>& 
 void Document::reorderPages(std::vector<PageEntry> entries)
 {
     order_ = PageOrder(std::move(entries));
+    nodes_.clear();
     treeIsStale_ = true;
     ++orderRevision_;
 }
 
-void Document::cutRemoved()
+void Document::putTreeRight()
 {
+    std::vector<PageEntry> entries = order_.toVector();
+    if (!nodes_.empty()) {
+        pageTree::prune(*file_, changes_, entries, removed_, nodes_);
+    } else if (!pageTree::write(*file_, changes_, entries, inherited_)) {
+        for (PageEntry& entry : entries) {
+            entry.inherited = 0;
+        }
+        order_ = PageOrder(std::move(entries));
+    }
     for (const PageEntry& entry : removed_) {
         changes_.remove(entry.id());
     }
     removed_.clear();
+    treeIsStale_ = false;
 }
 
-Status Document::synchronize()
+Status Document::synchronize(Synchronized degree)
 {
-    if (!treeIsStale_) {
-        return {};
-    }
     try {
-        std::vector<PageEntry> entries = order_.toVector();
-        cutRemoved();
-        const bool stayed = pageTree::write(*file_, changes_, entries, inherited_);
-        if (!stayed) {
-            for (PageEntry& entry : entries) {
-                entry.inherited = 0;
-            }
-            order_ = PageOrder(std::move(entries));
+        if (treeIsStale_) {
+            putTreeRight();
         }
-        treeIsStale_ = false;
+        if (degree == Synchronized::Whole) {
+            changes_.settle();
+        }
     } catch (...) {
         return tl::unexpected<Error>(currentExceptionAsError(name()));
     }

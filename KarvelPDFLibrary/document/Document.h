@@ -4,6 +4,7 @@
 #include "KarvelPDFLibrary/document/Changes.h"
 #include "KarvelPDFLibrary/document/Encryption.h"
 #include "KarvelPDFLibrary/document/Warnings.h"
+#include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/io/ByteSource.h"
 #include "KarvelPDFLibrary/pages/PageOrder.h"
 #include "KarvelPDFLibrary/pages/PageTree.h"
@@ -76,9 +77,16 @@ public:
     /// Puts entries in place of the whole order, which must name the same pages.
     void reorderPages(std::vector<PageEntry> entries);
 
-    /// Brings the object model up to date with the order: cuts what was removed and writes the page
-    /// tree. To be called before saving and before anything looks at page tree nodes.
-    Status synchronize();
+    /// Brings objects up to date with the order: cuts what was removed and puts the page tree
+    /// right. To be called before saving and before anything looks at page tree nodes. With `Whole`
+    /// libqpdf's own view of the document is made up to date too.
+    enum class Synchronized { Recorded, Whole };
+    Status synchronize(Synchronized degree = Synchronized::Whole);
+
+    /// Where the loaded file's objects lie and what refers to what; null for a file that is not fit
+    /// for it, whose reason is indexRefusal().
+    const index::ReferenceIndex* index() const { return index_.get(); }
+    const std::string& indexRefusal() const { return indexRefusal_; }
 
     // --- what is known about the document besides its objects ---
 
@@ -121,15 +129,19 @@ public:
 private:
     explicit Document(std::shared_ptr<io::ByteSource> source);
     Status open(const LoadOptions& options);
-    void cutRemoved();
+    Status readPages();
+    void putTreeRight();
 
     std::shared_ptr<io::ByteSource> source_;
     std::string path_;
     std::string password_;
     std::unique_ptr<QPDF> file_;
     Changes changes_;
+    std::unique_ptr<index::ReferenceIndex> index_;
+    std::string indexRefusal_;
     PageOrder order_;
     std::vector<InheritedSet> inherited_;
+    std::vector<TreeNode> nodes_; // of the tree that was read, while it can be pruned
     std::vector<PageEntry> removed_;
     Warnings warnings_;
     std::uint64_t savedRevision_ = 0;

@@ -21,6 +21,9 @@ struct PageEntry {
     /// Which set of inherited attributes applies (PageTree): 0 is the empty set.
     std::uint32_t inherited = 0;
 
+    /// Which node of the tree that was read holds the page (PageTree).
+    std::uint32_t node = 0;
+
     QPDFObjGen id() const { return QPDFObjGen(object, generation); }
 };
 

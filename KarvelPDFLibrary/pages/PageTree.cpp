@@ -10,6 +10,29 @@ namespace {
 /// Kids of one node: few enough to be found quickly, many enough for a flat tree.
 constexpr std::size_t fanOut = 64;
 
+/// A tree that is deeper is written anew when pages go.
+constexpr std::size_t deepestPrunable = 40;
+
+/// The inherited set below a node, given the one above it.
+std::uint32_t inheritedBelow(std::vector<InheritedSet>& sets, std::uint32_t above,
+                             QPDFObjectHandle& node)
+{
+    InheritedSet set = sets[above];
+    bool differs = false;
+    for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
+        QPDFObjectHandle value = node.getKey(inheritableKeys[i]);
+        if (!value.isNull()) {
+            set[i] = value;
+            differs = true;
+        }
+    }
+    if (!differs) {
+        return above;
+    }
+    sets.push_back(set);
+    return static_cast<std::uint32_t>(sets.size() - 1);
+}
+
 class Reader {
 public:
     Reader(QPDF& file, Changes& changes, bool reconstructed, Warnings& warnings)
@@ -24,7 +47,7 @@ public:
         if (!root.isDictionary()) {
             return fail(ErrorCode::NotPdf, "the document has no page tree");
         }
-        enter(root, 0);
+        enter(root, 0, -1);
         while (!path_.empty()) {
             Node& node = path_.back();
             if (node.next == node.count) {
@@ -52,9 +75,10 @@ private:
         int next;
         int count;
         std::uint32_t inherited;
+        std::int32_t position; // in the list of nodes
     };
 
-    void enter(const QPDFObjectHandle& dictionary, std::uint32_t inherited)
+    void enter(const QPDFObjectHandle& dictionary, std::uint32_t inherited, std::int32_t parent)
     {
         QPDFObjectHandle node = dictionary;
         if (node.isIndirect() && !nodes_.insert(node.getObjGen().getObj()).second) {
@@ -64,26 +88,17 @@ private:
         QPDFObjectHandle kids = node.getKey("/Kids");
         const int count = kids.isArray() ? kids.getArrayNItems() : 0;
         const QPDFObjectHandle owner = kids.isIndirect() ? kids : node;
-        path_.push_back({kids, owner, 0, count, extend(inherited, node)});
+        const auto position = static_cast<std::int32_t>(pages_.nodes.size());
+        const QPDFObjGen id = node.getObjGen();
+        pages_.nodes.push_back({id.getObj(), id.getGen(), parent});
+        path_.push_back({kids, owner, 0, count, extend(inherited, node), position});
+        pages_.canBePruned =
+            pages_.canBePruned && node.isIndirect() && path_.size() <= deepestPrunable;
     }
 
-    /// The inherited set below a node.
     std::uint32_t extend(std::uint32_t above, QPDFObjectHandle& node)
     {
-        InheritedSet set = pages_.inherited[above];
-        bool differs = false;
-        for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
-            QPDFObjectHandle value = node.getKey(inheritableKeys[i]);
-            if (!value.isNull()) {
-                set[i] = value;
-                differs = true;
-            }
-        }
-        if (!differs) {
-            return above;
-        }
-        pages_.inherited.push_back(set);
-        return static_cast<std::uint32_t>(pages_.inherited.size() - 1);
+        return inheritedBelow(pages_.inherited, above, node);
     }
 
     void visit(QPDFObjectHandle kid, int index)
@@ -91,7 +106,7 @@ private:
         if (!kid.isDictionary()) {
             passOver(kid);
         } else if (kid.hasKey("/Kids")) {
-            enter(kid, path_.back().inherited);
+            enter(kid, path_.back().inherited, path_.back().position);
         } else if (kid.isDictionaryOfType("/Pages")) {
             warnings_.emplace_back("the page tree has a node without children");
         } else {
@@ -111,7 +126,6 @@ private:
 
     void addPage(QPDFObjectHandle page, int index)
     {
-        const std::uint32_t inherited = path_.back().inherited;
         if (!page.isIndirect()) {
             page = changes_.add(page);
             changes_.edit(path_.back().owner);
@@ -123,7 +137,8 @@ private:
             pages_.differsFromTree = true;
         }
         const QPDFObjGen id = page.getObjGen();
-        pages_.entries.push_back({id.getObj(), id.getGen(), inherited});
+        pages_.entries.push_back({id.getObj(), id.getGen(), path_.back().inherited,
+                                  static_cast<std::uint32_t>(path_.back().position)});
     }
 
     QPDF& file_;
@@ -135,6 +150,98 @@ private:
     std::unordered_set<int> nodes_;
     std::unordered_set<int> seen_;
     int lost_ = 0;
+};
+
+/// Reads a tree through the index alone; gives up at anything unusual.
+class IndexReader {
+public:
+    IndexReader(QPDF& file, const index::ReferenceIndex& index) : file_(file), index_(index)
+    {
+        pages_.inherited.emplace_back();
+    }
+
+    std::optional<ReadPages> run()
+    {
+        QPDFObjectHandle root = file_.getRoot().getKey("/Pages");
+        if (!root.isIndirect() || !enter(static_cast<std::uint32_t>(root.getObjectID()), 0, -1)) {
+            return std::nullopt;
+        }
+        while (!path_.empty()) {
+            Node& node = path_.back();
+            if (node.next == node.end) {
+                path_.pop_back();
+            } else if (!visit(index_.references()[node.next++])) {
+                return std::nullopt;
+            }
+        }
+        if (pages_.entries.empty()) {
+            return std::nullopt;
+        }
+        return std::move(pages_);
+    }
+
+private:
+    struct Node {
+        std::uint32_t next; // positions in the index's references
+        std::uint32_t end;
+        std::uint32_t inherited;
+        std::int32_t position;
+    };
+
+    bool enter(std::uint32_t object, std::uint32_t inherited, std::int32_t parent)
+    {
+        const index::KidsOfNode* kids = index_.kidsOf(object);
+        if (kids == nullptr || path_.size() >= deepestPrunable || !take(object)) {
+            return false;
+        }
+        const index::IndexedObject& entry = index_.object(object);
+        if ((entry.flags & index::HasInheritable) != 0) {
+            QPDFObjectHandle node = file_.getObject(static_cast<int>(object), entry.generation);
+            inherited = inheritedBelow(pages_.inherited, inherited, node);
+        }
+        const auto position = static_cast<std::int32_t>(pages_.nodes.size());
+        pages_.nodes.push_back({static_cast<std::int32_t>(object), entry.generation, parent});
+        path_.push_back(
+            {kids->firstReference, kids->firstReference + kids->count, inherited, position});
+        return true;
+    }
+
+    bool visit(std::uint32_t object)
+    {
+        if (!index_.contains(object)) {
+            return false;
+        }
+        const Node& parent = path_.back();
+        const index::IndexedObject& entry = index_.object(object);
+        if (entry.kind == index::Kind::PageNode) {
+            return enter(object, parent.inherited, parent.position);
+        }
+        const bool dictionary =
+            (entry.flags & index::IsDictionary) != 0 && (entry.flags & index::IsStream) == 0;
+        if (!dictionary || entry.kind != index::Kind::Page || !take(object)) {
+            return false;
+        }
+        pages_.entries.push_back({static_cast<std::int32_t>(object), entry.generation,
+                                  parent.inherited, static_cast<std::uint32_t>(parent.position)});
+        return true;
+    }
+
+    /// False when the object was in the tree before.
+    bool take(std::uint32_t object)
+    {
+        if (taken_.empty()) {
+            taken_.resize(index_.size());
+        }
+        const bool first = !taken_[object];
+        taken_[object] = true;
+        return first;
+    }
+
+    QPDF& file_;
+    const index::ReferenceIndex& index_;
+    ReadPages pages_;
+    std::vector<Node> path_;
+    std::vector<bool> taken_;
 };
 
 /// Gives dictionaries a number, so that pages can share them instead of each holding a copy.
@@ -246,6 +353,53 @@ bool write(QPDF& file, Changes& changes, const std::vector<PageEntry>& entries,
     }
     adopt(root, level.begin(), level.end());
     return alike;
+}
+
+std::optional<ReadPages> readFromIndex(QPDF& file, const index::ReferenceIndex& index)
+{
+    return IndexReader(file, index).run();
+}
+
+void prune(QPDF& file, Changes& changes, const std::vector<PageEntry>& remaining,
+           const std::vector<PageEntry>& removed, const std::vector<TreeNode>& nodes)
+{
+    std::unordered_set<int> gone;
+    std::vector<bool> affected(nodes.size());
+    for (const PageEntry& page : removed) {
+        gone.insert(page.object);
+        for (auto node = static_cast<std::int32_t>(page.node);
+             node >= 0 && !affected[static_cast<std::size_t>(node)];
+             node = nodes[static_cast<std::size_t>(node)].parent) {
+            affected[static_cast<std::size_t>(node)] = true;
+        }
+    }
+    std::vector<long long> pages(nodes.size(), 0);
+    for (const PageEntry& page : remaining) {
+        ++pages[page.node];
+    }
+    // Children come after their parents: from the back, every count is complete when it is used.
+    for (std::size_t i = nodes.size(); i-- > 0;) {
+        const TreeNode& node = nodes[i];
+        if (node.parent >= 0) {
+            pages[static_cast<std::size_t>(node.parent)] += pages[i];
+        }
+        if (!affected[i]) {
+            continue;
+        }
+        if (pages[i] == 0 && node.parent >= 0) {
+            gone.insert(node.object);
+            continue;
+        }
+        QPDFObjectHandle dictionary = changes.edit(file.getObject(node.object, node.generation));
+        std::vector<QPDFObjectHandle> kids = dictionary.getKey("/Kids").getArrayAsVector();
+        kids.erase(std::remove_if(kids.begin(), kids.end(),
+                                  [&](const QPDFObjectHandle& kid) {
+                                      return gone.count(kid.getObjectID()) > 0;
+                                  }),
+                   kids.end());
+        dictionary.replaceKey("/Kids", QPDFObjectHandle::newArray(kids));
+        dictionary.replaceKey("/Count", QPDFObjectHandle::newInteger(pages[i]));
+    }
 }
 
 } // namespace karvel::pageTree

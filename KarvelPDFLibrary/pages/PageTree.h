@@ -3,9 +3,11 @@
 #include "KarvelPDFLibrary/base/Error.h"
 #include "KarvelPDFLibrary/document/Changes.h"
 #include "KarvelPDFLibrary/document/Warnings.h"
+#include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/pages/PageOrder.h"
 
 #include <array>
+#include <optional>
 #include <qpdf/QPDF.hh>
 #include <vector>
 
@@ -18,14 +20,26 @@ constexpr std::array<const char*, 4> inheritableKeys = {"/Resources", "/MediaBox
 /// Values of the inheritable keys, in that order; an uninitialised handle where there is none.
 using InheritedSet = std::array<QPDFObjectHandle, inheritableKeys.size()>;
 
+/// A node of the tree that was read; parents come before their children.
+struct TreeNode {
+    std::int32_t object = 0;
+    std::int32_t generation = 0;
+    std::int32_t parent = -1; // position in the list of nodes; -1 for the root
+};
+
 /// What reading a page tree gives: the order, and the attributes that pages get from above.
 struct ReadPages {
     std::vector<PageEntry> entries;
     std::vector<InheritedSet> inherited; // the first is the empty set
+    std::vector<TreeNode> nodes;
 
     /// The tree as it stands does not say what `entries` says: a page without a number of its own,
     /// or one that stood in the tree twice, got a number.
     bool differsFromTree = false;
+
+    /// Pages can be taken out of the tree as it stands: its nodes have numbers of their own and it
+    /// is not deeper than is good for readers.
+    bool canBePruned = true;
 };
 
 namespace pageTree {
@@ -35,10 +49,19 @@ namespace pageTree {
 /// would then mean other pages than they say, and when there is no page at all.
 Result<ReadPages> read(QPDF& file, Changes& changes, bool reconstructed, Warnings& warnings);
 
+/// Reads a well-formed page tree through the index, without reading a page; nothing when there is
+/// anything about the tree that read() would have to look at.
+std::optional<ReadPages> readFromIndex(QPDF& file, const index::ReferenceIndex& index);
+
 /// Writes a balanced tree for an order under the catalog's present root node. Attributes that all
 /// pages inherit alike stay at the root; others move into the pages. Returns whether they stayed.
 bool write(QPDF& file, Changes& changes, const std::vector<PageEntry>& entries,
            std::vector<InheritedSet>& inherited);
+
+/// Takes removed pages out of the tree that was read, and nodes that lose all their pages; the
+/// pages that remain, and nodes without removed pages, are not changed.
+void prune(QPDF& file, Changes& changes, const std::vector<PageEntry>& remaining,
+           const std::vector<PageEntry>& removed, const std::vector<TreeNode>& nodes);
 
 } // namespace pageTree
 

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "KarvelPDFLibrary/io/ByteSource.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <qpdf/QPDF.hh>
+#include <string>
+#include <vector>
+
+namespace karvel::index {
+
+/// What an object is, as far as its dictionary's type and telling keys show it.
+enum class Kind : std::uint8_t {
+    Missing, // not in the file
+    Other,
+    Page,
+    PageNode, // a node of the page tree: it has /Kids and is no form field
+    ObjectStream,
+    CrossReferenceStream,
+};
+
+/// Which keys a dictionary has that matter for reading page trees.
+enum Flag : std::uint8_t {
+    IsDictionary = 1,
+    IsStream = 2,
+    HasInheritable = 4, // one of the attributes that pages inherit
+    HasContents = 8,
+};
+
+/// Where an object stands and what it refers to.
+struct IndexedObject {
+    /// In the file; for a member of an object stream, in the stream's decoded data.
+    std::uint64_t start = 0;
+
+    /// One past its last byte; in the file, past "endobj" and the white space after it.
+    std::uint64_t end = 0;
+
+    /// The references in its text, in order: positions in ReferenceIndex::references().
+    std::uint32_t firstReference = 0;
+    std::uint32_t referenceCount = 0;
+
+    /// The object stream that it is a member of, or 0.
+    std::uint32_t container = 0;
+
+    std::uint16_t generation = 0;
+    Kind kind = Kind::Missing;
+    std::uint8_t flags = 0;
+};
+
+/// A page tree node's /Kids, when it is an array of references and nothing else.
+struct KidsOfNode {
+    std::uint32_t object = 0;
+    std::uint32_t firstReference = 0;
+    std::uint32_t count = 0;
+};
+
+/// An object stream and its members in order.
+struct ObjectStreamMembers {
+    std::uint32_t object = 0;
+    std::vector<std::uint32_t> members;
+
+    /// Where the members' text begins in the decoded data.
+    std::uint64_t first = 0;
+};
+
+/// Where every object of a file lies and which objects it refers to, found in one pass over the
+/// file in its order. libqpdf gives the cross-reference table; streams are passed over, but for
+/// object streams, which are decoded. Nothing is guessed: a file in which anything doesn't read as
+/// expected has no index, and is then handled through libqpdf alone.
+class ReferenceIndex {
+public:
+    /// Null, with the reason, when the file is not fit for an index.
+    static std::unique_ptr<ReferenceIndex> build(QPDF& file, io::ByteSource& source,
+                                                 std::string& reason);
+
+    /// One more than the highest object number.
+    std::uint32_t size() const { return static_cast<std::uint32_t>(objects_.size()); }
+
+    const IndexedObject& object(std::uint32_t number) const { return objects_[number]; }
+
+    bool contains(std::uint32_t number) const
+    {
+        return number < objects_.size() && objects_[number].kind != Kind::Missing;
+    }
+
+    /// Object numbers of all references, object by object. A reference to an object that is not in
+    /// the file, or has another generation there, means null and stands here as 0.
+    const std::vector<std::uint32_t>& references() const { return references_; }
+
+    /// A page tree node's kids; null when its /Kids is not an array of references only.
+    const KidsOfNode* kidsOf(std::uint32_t node) const;
+
+    const std::vector<ObjectStreamMembers>& objectStreams() const { return objectStreams_; }
+
+    /// Whether the newest cross-reference section is a stream.
+    bool usesCrossReferenceStream() const { return usesCrossReferenceStream_; }
+
+private:
+    friend class IndexBuilder;
+
+    std::vector<IndexedObject> objects_;
+    std::vector<std::uint32_t> references_;
+    std::vector<KidsOfNode> kids_; // by object number
+    std::vector<ObjectStreamMembers> objectStreams_;
+    bool usesCrossReferenceStream_ = false;
+};
+
+} // namespace karvel::index

@@ -1,0 +1,320 @@
+#include "KarvelPDFLibrary/index/ValueScanner.h"
+
+#include <array>
+
+namespace karvel::index {
+
+namespace {
+
+enum : std::uint8_t { Regular = 0, Space = 1, Delimiter = 2 };
+
+/// The three classes of characters (ISO 32000-2, 7.2.3).
+constexpr std::array<std::uint8_t, 256> characterClasses = [] {
+    std::array<std::uint8_t, 256> classes{};
+    for (const unsigned char ch : {'\0', '\t', '\n', '\f', '\r', ' '}) {
+        classes[ch] = Space;
+    }
+    for (const unsigned char ch : {'(', ')', '<', '>', '[', ']', '{', '}', '/', '%'}) {
+        classes[ch] = Delimiter;
+    }
+    return classes;
+}();
+
+std::uint8_t classOf(char ch)
+{
+    return characterClasses[static_cast<unsigned char>(ch)];
+}
+
+int hexDigit(char ch)
+{
+    if (ch >= '0' && ch <= '9') {
+        return ch - '0';
+    }
+    if (ch >= 'a' && ch <= 'f') {
+        return ch - 'a' + 10;
+    }
+    return ch >= 'A' && ch <= 'F' ? ch - 'A' + 10 : -1;
+}
+
+bool isDigit(char ch)
+{
+    return ch >= '0' && ch <= '9';
+}
+
+/// Deeper nesting is left to readers that guard against it.
+constexpr std::size_t deepestNesting = 200;
+
+} // namespace
+
+bool isWhiteSpace(char ch)
+{
+    return classOf(ch) == Space;
+}
+
+bool isDelimiter(char ch)
+{
+    return classOf(ch) == Delimiter;
+}
+
+std::size_t skipSpace(std::string_view text, std::size_t at)
+{
+    while (at < text.size()) {
+        if (classOf(text[at]) == Space) {
+            ++at;
+        } else if (text[at] == '%') {
+            while (at < text.size() && text[at] != '\n' && text[at] != '\r') {
+                ++at;
+            }
+        } else {
+            break;
+        }
+    }
+    return at;
+}
+
+bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value)
+{
+    const std::size_t start = at;
+    value = 0;
+    while (at < text.size() && isDigit(text[at]) && at - start < 11) {
+        value = value * 10 + static_cast<std::uint64_t>(text[at] - '0');
+        ++at;
+    }
+    return at > start && at - start < 11;
+}
+
+std::string decodedName(std::string_view name)
+{
+    std::string decoded;
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if (name[i] == '#' && i + 2 < name.size() && hexDigit(name[i + 1]) >= 0 &&
+            hexDigit(name[i + 2]) >= 0) {
+            decoded += static_cast<char>(hexDigit(name[i + 1]) * 16 + hexDigit(name[i + 2]));
+            i += 2;
+        } else {
+            decoded += name[i];
+        }
+    }
+    return decoded;
+}
+
+ScanResult ValueScanner::scan(std::size_t start)
+{
+    at_ = start;
+    open_.clear();
+    first_ = 0;
+    expectsKey_ = false;
+    return run();
+}
+
+ValueScanner::Token ValueScanner::next()
+{
+    at_ = skipSpace(text_, at_);
+    tokenStart_ = at_;
+    if (at_ >= text_.size()) {
+        return Token::End;
+    }
+    const char ch = text_[at_];
+    const bool doubled = at_ + 1 < text_.size() && text_[at_ + 1] == ch;
+    switch (ch) {
+    case '/':
+        return readName();
+    case '(':
+        return readLiteralString();
+    case '<':
+        if (at_ + 1 >= text_.size()) {
+            return Token::End;
+        }
+        if (!doubled) {
+            return readHexString();
+        }
+        at_ += 2;
+        return Token::DictionaryBegin;
+    case '>':
+        if (at_ + 1 >= text_.size()) {
+            return Token::End;
+        }
+        at_ += 2;
+        return doubled ? Token::DictionaryEnd : Token::Bad;
+    case '[':
+        ++at_;
+        return Token::ArrayBegin;
+    case ']':
+        ++at_;
+        return Token::ArrayEnd;
+    case ')':
+    case '{':
+    case '}':
+        return Token::Bad;
+    default:
+        return readNumberOrKeyword();
+    }
+}
+
+ValueScanner::Token ValueScanner::readName()
+{
+    ++at_;
+    while (at_ < text_.size() && classOf(text_[at_]) == Regular) {
+        ++at_;
+    }
+    return at_ < text_.size() ? Token::Name : Token::End;
+}
+
+ValueScanner::Token ValueScanner::readLiteralString()
+{
+    int depth = 0;
+    for (; at_ < text_.size(); ++at_) {
+        switch (text_[at_]) {
+        case '\\':
+            ++at_;
+            break;
+        case '(':
+            ++depth;
+            break;
+        case ')':
+            if (--depth == 0) {
+                ++at_;
+                return Token::String;
+            }
+            break;
+        default:
+            break;
+        }
+    }
+    return Token::End;
+}
+
+ValueScanner::Token ValueScanner::readHexString()
+{
+    for (++at_; at_ < text_.size(); ++at_) {
+        if (text_[at_] == '>') {
+            ++at_;
+            return Token::String;
+        }
+        if (hexDigit(text_[at_]) < 0 && classOf(text_[at_]) != Space) {
+            return Token::Bad;
+        }
+    }
+    return Token::End;
+}
+
+ValueScanner::Token ValueScanner::readNumberOrKeyword()
+{
+    bool number = true;
+    while (at_ < text_.size() && classOf(text_[at_]) == Regular) {
+        const char ch = text_[at_];
+        number = number && (isDigit(ch) || ch == '.' || ch == '-' || ch == '+');
+        ++at_;
+    }
+    if (at_ >= text_.size()) {
+        return Token::End;
+    }
+    if (number) {
+        return Token::Number;
+    }
+    const std::string_view word = text_.substr(tokenStart_, at_ - tokenStart_);
+    return word == "true" || word == "false" || word == "null" ? Token::Keyword : Token::Bad;
+}
+
+/// After a number: whether it is the first of "number number R", which is then passed.
+bool ValueScanner::tryReference()
+{
+    std::size_t at = tokenStart_;
+    std::uint64_t object = 0;
+    std::uint64_t generation = 0;
+    if (!readUnsigned(text_, at, object) || at != at_) {
+        return false;
+    }
+    at = skipSpace(text_, at);
+    if (!readUnsigned(text_, at, generation)) {
+        return false;
+    }
+    at = skipSpace(text_, at);
+    const bool isReference =
+        at + 1 < text_.size() && text_[at] == 'R' && classOf(text_[at + 1]) != Regular;
+    if (!isReference || object > 0xFFFFFFFFU || generation > 0xFFFFU) {
+        return false;
+    }
+    at_ = at + 1;
+    sink_.reference(static_cast<std::uint32_t>(object), static_cast<std::uint32_t>(generation));
+    return true;
+}
+
+bool ValueScanner::push(char kind)
+{
+    if (open_.size() >= deepestNesting) {
+        return false;
+    }
+    open_ += kind;
+    return true;
+}
+
+void ValueScanner::entryValueStarts()
+{
+    const std::string_view name = text_.substr(tokenStart_ + 1, at_ - tokenStart_ - 1);
+    key_ = name.find('#') == std::string_view::npos ? std::string(name) : decodedName(name);
+    expectsKey_ = false;
+    valueStart_ = at_;
+    sink_.beforeEntry(key_);
+}
+
+void ValueScanner::entryValueEnds()
+{
+    if (open_ == "<") {
+        expectsKey_ = true;
+        sink_.afterEntry(key_, text_.substr(valueStart_, at_ - valueStart_));
+    }
+}
+
+ScanResult ValueScanner::run()
+{
+    for (bool isFirst = true;; isFirst = false) {
+        const Token token = next();
+        if (token == Token::End) {
+            return ScanResult::NeedsMore;
+        }
+        if (isFirst) {
+            first_ = token == Token::String ? '(' : text_[tokenStart_];
+        }
+        if (expectsKey_ && open_ == "<" && token != Token::Name && token != Token::DictionaryEnd) {
+            return ScanResult::Malformed;
+        }
+        switch (token) {
+        case Token::DictionaryBegin:
+        case Token::ArrayBegin:
+            if (!push(token == Token::ArrayBegin ? '[' : '<')) {
+                return ScanResult::Malformed;
+            }
+            expectsKey_ = expectsKey_ || (isFirst && token == Token::DictionaryBegin);
+            continue;
+        case Token::DictionaryEnd:
+        case Token::ArrayEnd:
+            if (open_.empty() || open_.back() != (token == Token::ArrayEnd ? '[' : '<') ||
+                (open_ == "<" && !expectsKey_)) {
+                return ScanResult::Malformed;
+            }
+            open_.pop_back();
+            break;
+        case Token::Name:
+            if (expectsKey_ && open_ == "<") {
+                entryValueStarts();
+                continue;
+            }
+            break;
+        case Token::Number:
+            tryReference();
+            break;
+        case Token::String:
+        case Token::Keyword:
+            break;
+        default:
+            return ScanResult::Malformed;
+        }
+        if (open_.empty()) {
+            return ScanResult::Complete;
+        }
+        entryValueEnds();
+    }
+}
+
+} // namespace karvel::index

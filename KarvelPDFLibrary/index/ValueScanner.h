@@ -1,0 +1,101 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace karvel::index {
+
+/// What a scan came to. The scanner is strict: what it does not expect is Malformed, so that a
+/// reader with more patience can look at it, and what it accepts is sure.
+enum class ScanResult {
+    Complete,
+    NeedsMore, // the text ends inside the value
+    Malformed,
+};
+
+/// Takes note of what a scan finds.
+class ScanSink {
+public:
+    /// "12 0 R" anywhere in the value.
+    virtual void reference(std::uint32_t object, std::uint32_t generation) = 0;
+
+    /// Before the value of a key of the outermost dictionary. The name is without its slash and
+    /// with "#" escapes resolved, and valid only during the call.
+    virtual void beforeEntry(std::string_view key) = 0;
+
+    /// After that value, with its text.
+    virtual void afterEntry(std::string_view key, std::string_view value) = 0;
+
+protected:
+    ~ScanSink() = default;
+};
+
+/// Steps through the text of one object's value (ISO 32000-2, 7.3) without building anything.
+class ValueScanner {
+public:
+    ValueScanner(std::string_view text, ScanSink& sink) : text_(text), sink_(sink) {}
+
+    /// Scans one value from `start`; position() is then past it.
+    ScanResult scan(std::size_t start);
+
+    std::size_t position() const { return at_; }
+
+    /// Whether the scanned value is a dictionary or an array.
+    bool isDictionary() const { return first_ == '<'; }
+    bool isArray() const { return first_ == '['; }
+
+private:
+    enum class Token {
+        DictionaryBegin,
+        DictionaryEnd,
+        ArrayBegin,
+        ArrayEnd,
+        Name,
+        String,
+        Number,
+        Keyword,
+        End,
+        Bad
+    };
+
+    Token next();
+    Token readName();
+    Token readLiteralString();
+    Token readHexString();
+    Token readNumberOrKeyword();
+    bool tryReference();
+    bool push(char kind);
+    ScanResult run();
+    void entryValueStarts();
+    void entryValueEnds();
+
+    std::string_view text_;
+    ScanSink& sink_;
+    std::size_t at_ = 0;
+    std::size_t tokenStart_ = 0;
+    char first_ = 0;
+
+    /// Kinds of the open containers, '<' or '['.
+    std::string open_;
+
+    /// In the outermost dictionary: whether a key comes next, and the last key.
+    bool expectsKey_ = false;
+    std::string key_;
+    std::size_t valueStart_ = 0;
+};
+
+bool isWhiteSpace(char ch);
+bool isDelimiter(char ch);
+
+/// Skips white space and comments.
+std::size_t skipSpace(std::string_view text, std::size_t at);
+
+/// Reads an unsigned decimal number of at most ten digits; false when there is none at `at`.
+bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value);
+
+/// A name without its slash with "#" escapes resolved.
+std::string decodedName(std::string_view name);
+
+} // namespace karvel::index
