@@ -37,4 +37,26 @@ public:
 
     /// CUtils::GetAppDataToolsFolder.
     static QString GetVantoraAppDataFolder();
+
+    // Numbers and names for file names. Files are looked for, nothing is created. (FileNames.cpp)
+
+    /// The decimal number, or the text, with zeros put in front of it up to `width` characters; a
+    /// minus sign stands behind the zeros.
+    static QString GetStringWithLeadingZeroesFromNumber(int number, int width);
+    static QString GetStringWithLeadingZeroesFromString(QString text, int width);
+
+    /// The path itself when no file exists there, else the first free of the paths with " (1)",
+    /// " (2)", ... put before its last dot, or at its end when it has none.
+    static QString AppendCopyNumberToFilename(QString path);
+
+    /// Trims the text, then removes tabs, line ends and the characters < > : " / \ | ? * from it.
+    static void FixStringForFilename(QString* text);
+
+    /// The path with each "%ALLUSERSPROFILE%" replaced by the folder "All Users" beside the user's
+    /// home, with a separator at its end.
+    static QString ReplaceEnvironmentPaths(QString path);
+
+    /// The nearest integer, the lower one of two equally near. Numbers beyond the integers give the
+    /// last of them, no number at all gives 0. (Measures.cpp)
+    static int Round(double x);
 };

@@ -68,4 +68,10 @@ public:
     /// The path of the first of the files NAME_1.pdf to NAME_9999.pdf that does not exist, empty
     /// when all do. `baseName` is UTF-8; the file is not created.
     static QString GetNewTempFile(char* baseName);
+
+    // Lengths. (Measures.cpp)
+
+    /// A length in another unit. Units are 0 inch, 1 centimetre, 2 millimetre and 3 point (1/72
+    /// inch); the value comes back unchanged when either unit is none of them.
+    static double Convert(long fromUnit, double value, long toUnit);
 };
