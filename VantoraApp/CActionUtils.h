@@ -59,4 +59,15 @@ public:
     /// The nearest integer, the lower one of two equally near. Numbers beyond the integers give the
     /// last of them, no number at all gives 0. (Measures.cpp)
     static int Round(double x);
+
+    // Commands of the rules for splitting. (SplitCommands.cpp)
+
+    /// The command's index in `gCommandsList`, whatever its case, or -1.
+    static int SplitComGetCommandIndex(QString command);
+
+    /// The command's keyword, or "INVALID_INDEX".
+    static QString SplitComGetCommandString(int index);
 };
+
+/// The keywords of the commands for splitting, in the order of their indices.
+extern const QList<QString> gCommandsList;
