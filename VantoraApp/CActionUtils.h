@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QtCore/QList>
+#include <QtCore/QMap>
 #include <QtCore/QString>
+#include <QtCore/QVariant>
+#include <QtGui/QMatrix>
 
 /// Operations that all actions share. All are static and keep no state; each section has a source
 /// file of its own.
@@ -67,6 +70,23 @@ public:
 
     /// The command's keyword, or "INVALID_INDEX".
     static QString SplitComGetCommandString(int index);
+
+    // Placement on a page. (Placement.cpp)
+
+    /// The matrix that takes the unit square to an object placed on a page, in the page's
+    /// coordinates (y upwards). The object's natural size and the page's size are in points.
+    ///
+    /// Options, with what a missing one counts as: "sizeSpinBox" and "sizeSpinBoxY" (100), width
+    /// and height in percent; "rotationSpinBox" (0), degrees clockwise; "horiznotalSpinBox" and
+    /// "verticalSpinBox" (0), the distances from an edge in the unit "unitsComboBox" (3; see
+    /// CUtils::Convert); "horizontalFromCombo" and "verticalFromCombo" (0), that edge: 0 left or
+    /// top, 1 right or bottom, 2 centre.
+    ///
+    /// The size is scaled, then turned about its corner; the translation puts the bounding box of
+    /// the result at its distances, which count to the right and downwards except from the right
+    /// and bottom edges, where they count inwards.
+    static QMatrix Prefs2Matrix(QMap<QString, QVariant>* prefs, double width, double height,
+                                double pageWidth, double pageHeight);
 };
 
 /// The keywords of the commands for splitting, in the order of their indices.

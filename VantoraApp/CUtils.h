@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QtCore/QDir>
+#include <QtCore/QPointF>
 #include <QtCore/QString>
+#include <QtGui/QTransform>
 
 /// Operations on the application's surroundings that all actions share. All are static; each
 /// section has a source file of its own.
@@ -74,4 +76,23 @@ public:
     /// A length in another unit. Units are 0 inch, 1 centimetre, 2 millimetre and 3 point (1/72
     /// inch); the value comes back unchanged when either unit is none of them.
     static double Convert(long fromUnit, double value, long toUnit);
+
+    // Projective mappings of the plane, after P. S. Heckbert, "Fundamentals of Texture Mapping and
+    // Image Warping", 1989. A point is the row vector (x, y, 1) to the left of the matrix, as with
+    // QTransform::map; coordinates may be in any unit. (ProjectiveMapping.cpp)
+
+    /// Stores the adjugate of `m` in `out`: the transposed matrix of the cofactors, so that `m`
+    /// times `out` is det(m) times the identity and `out` maps back what `m` mapped. Returns the
+    /// first row of `out` multiplied element by element with the first row of `m`.
+    static double mx3d_adjoint(QTransform m, QTransform& out);
+
+    /// Stores in `out` the mapping that takes (0,0), (1,0), (1,1), (0,1) to p0, p1, p2, p3. Returns
+    /// 1 when it is affine, 2 when it is projective, and 0 when there is none, with `out`
+    /// unchanged.
+    static int pmap_square_quad(QPointF p0, QPointF p1, QPointF p2, QPointF p3, QTransform& out);
+
+    /// Stores in `out` the mapping that takes (ua,va), (ub,va), (ub,vb), (ua,vb) to q0, q1, q2, q3.
+    /// Returns whether there is one; if not, `out` is unchanged.
+    static bool pmap_quad_rect(double ua, double va, double ub, double vb, QPointF q0, QPointF q1,
+                               QPointF q2, QPointF q3, QTransform& out);
 };
