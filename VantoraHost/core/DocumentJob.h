@@ -1,0 +1,53 @@
+#pragma once
+
+#include "VantoraHost/core/DocumentReport.h"
+#include "VantoraHost/core/OutputPlan.h"
+#include "VantoraHost/core/Sequence.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantora {
+
+/// What holds for every document of a run.
+struct JobSettings {
+    std::vector<std::string> passwords; ///< UTF-8, tried in order
+    bool dryRun = false;                ///< work out what would happen and write nothing
+    std::string standardInput;          ///< the document that the input "-" stands for
+    /// Takes the document whose target is standard output; returns false when that failed.
+    std::function<bool(std::string_view)> standardOutput;
+    /// Asked between the steps of a document: whether to give it up.
+    std::function<bool()> cancelled = [] { return false; };
+};
+
+/// Turns one document into its result: opens it, runs the sequence over it and saves it, whole or
+/// not at all. The input is never written to, but replaced by a finished file where asked.
+class DocumentJob {
+public:
+    /// The library, sequence and settings must outlive the job.
+    DocumentJob(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& sequence,
+                const JobSettings& settings)
+        : library(library), sequence(sequence), settings(settings)
+    {
+    }
+
+    /// Does one document. `target` may be the reason why it can't be written, which is then
+    /// reported without opening it.
+    DocumentReport run(const std::string& input, const Result<Target>& target);
+
+private:
+    Outcome process(DocumentReport& report, const Target& target);
+    Outcome changePages(DocumentReport& report);
+    Outcome save(DocumentReport& report, const Target& target);
+    Outcome saveToFile(const std::string& input, const Target& target);
+    Outcome saveToStandardOutput(DocumentReport& report);
+    Error failure(const std::string& input, const char* otherwise);
+
+    KarvelPDFLibraryCPDylibCPP1311& library;
+    Sequence& sequence;
+    const JobSettings& settings;
+};
+
+} // namespace vantora

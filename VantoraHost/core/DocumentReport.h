@@ -1,0 +1,36 @@
+#pragma once
+
+#include "VantoraHost/core/Error.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantora {
+
+enum class DocumentStatus {
+    Done,    ///< the output is written whole
+    Planned, ///< a dry run: nothing was written
+    Failed,  ///< nothing was written, `error` says why
+};
+
+/// What became of one document. What isn't known stays empty.
+struct DocumentReport {
+    std::string input;  ///< as named by the caller, "-" for standard input
+    std::string output; ///< "-" for standard output
+    DocumentStatus status = DocumentStatus::Failed;
+    std::optional<int> pagesBefore;
+    std::optional<int> pagesAfter;
+    std::optional<std::vector<int>> pagesRemoved; ///< page numbers of the input, ascending
+    std::optional<std::uint64_t> bytesBefore;
+    std::optional<std::uint64_t> bytesAfter;
+    std::vector<std::string> warnings;
+    std::optional<Error> error;
+    double seconds = 0;
+};
+
+/// The report as one JSON object on one line, without the line's end; ASCII only.
+std::string toJson(const DocumentReport& report);
+
+} // namespace vantora

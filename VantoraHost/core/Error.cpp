@@ -1,0 +1,67 @@
+#include "VantoraHost/core/Error.h"
+
+#include <system_error>
+
+namespace vantora {
+
+const char* reasonName(Reason reason)
+{
+    switch (reason) {
+    case Reason::InputMissing:
+        return "input-missing";
+    case Reason::InputNotAFile:
+        return "input-not-a-file";
+    case Reason::InputEmpty:
+        return "input-empty";
+    case Reason::InputUnreadable:
+        return "input-unreadable";
+    case Reason::NotPdf:
+        return "not-pdf";
+    case Reason::PasswordNeeded:
+        return "password-needed";
+    case Reason::PasswordWrong:
+        return "password-wrong";
+    case Reason::NotPermitted:
+        return "not-permitted";
+    case Reason::EncryptionUnsupported:
+        return "encryption-unsupported";
+    case Reason::OutputExists:
+        return "output-exists";
+    case Reason::OutputIsInput:
+        return "output-is-input";
+    case Reason::OutputClash:
+        return "output-clash";
+    case Reason::OutputFolderMissing:
+        return "output-folder-missing";
+    case Reason::OutputNotAFile:
+        return "output-not-a-file";
+    case Reason::OutputNotWritable:
+        return "output-not-writable";
+    case Reason::BackupExists:
+        return "backup-exists";
+    case Reason::ActionMissing:
+        return "action-missing";
+    case Reason::ActionUnusable:
+        return "action-unusable";
+    case Reason::ActionFailed:
+        return "action-failed";
+    case Reason::BadPageRange:
+        return "bad-page-range";
+    case Reason::LibraryMissing:
+        return "library-missing";
+    case Reason::LibraryFailed:
+        return "library-failed";
+    case Reason::OutOfMemory:
+        return "out-of-memory";
+    case Reason::Interrupted:
+        return "interrupted";
+    }
+    return "unknown";
+}
+
+std::string systemMessage(int errorNumber)
+{
+    return std::generic_category().message(errorNumber);
+}
+
+} // namespace vantora

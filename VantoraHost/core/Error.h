@@ -1,0 +1,63 @@
+#pragma once
+
+#include <string>
+#include <tl/expected.hpp>
+#include <utility>
+
+namespace vantora {
+
+/// Why something failed, for programs and for the remedy that a front end adds. The names of
+/// reasonName are part of the reports' format.
+enum class Reason {
+    InputMissing,
+    InputNotAFile,
+    InputEmpty,
+    InputUnreadable,
+    NotPdf,
+    PasswordNeeded,
+    PasswordWrong,
+    NotPermitted,
+    EncryptionUnsupported,
+    OutputExists,
+    OutputIsInput,
+    OutputClash,
+    OutputFolderMissing,
+    OutputNotAFile,
+    OutputNotWritable,
+    BackupExists,
+    ActionMissing,
+    ActionUnusable,
+    ActionFailed,
+    BadPageRange,
+    LibraryMissing,
+    LibraryFailed,
+    OutOfMemory,
+    Interrupted,
+};
+
+/// A short lower-case name such as "output-exists".
+const char* reasonName(Reason reason);
+
+/// What went wrong with which file (empty when it is none in particular): one sentence (UTF-8)
+/// without a full stop, fit to follow the file's name and a colon.
+struct Error {
+    Reason reason;
+    std::string file;
+    std::string sentence;
+};
+
+template <class T>
+using Result = tl::expected<T, Error>;
+
+/// Success or an error.
+using Outcome = tl::expected<void, Error>;
+
+inline tl::unexpected<Error> fail(Reason reason, std::string file, std::string sentence)
+{
+    return tl::unexpected<Error>(Error{reason, std::move(file), std::move(sentence)});
+}
+
+/// The system's words for an errno value, such as "No space left on device".
+std::string systemMessage(int errorNumber);
+
+} // namespace vantora

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "VantoraHost/core/Error.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+class KarvelPDFLibraryCPDylibCPP1311;
+
+namespace vantora {
+
+/// Loads the PDF library once for a run. The error says which file could not be loaded.
+Result<std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311>>
+loadPdfLibrary(const std::filesystem::path& file);
+
+/// What a document needs to be allowed to.
+enum class Access {
+    Read,
+    RemovePages,
+};
+
+/// A document that is open and selected in the library, and closed at the end of this object.
+class OpenDocument {
+public:
+    /// Opens a file, or the bytes of standard input when `input` is "-". The empty password is
+    /// tried first, then the others in order, until one opens the document with the access needed.
+    static Result<OpenDocument> open(KarvelPDFLibraryCPDylibCPP1311& library,
+                                     const std::string& input, const std::string& standardInput,
+                                     const std::vector<std::string>& passwords, Access access);
+
+    OpenDocument(OpenDocument&& other) noexcept;
+    OpenDocument& operator=(OpenDocument&&) = delete;
+    ~OpenDocument();
+
+    /// Whether the document had to be repaired and what else the library had to remark on it up to
+    /// now, as sentences.
+    std::vector<std::string> warnings() const;
+
+private:
+    explicit OpenDocument(KarvelPDFLibraryCPDylibCPP1311& library) : library(&library) {}
+
+    KarvelPDFLibraryCPDylibCPP1311* library;
+};
+
+} // namespace vantora
