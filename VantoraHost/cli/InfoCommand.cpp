@@ -1,0 +1,197 @@
+#include "VantoraHost/cli/InfoCommand.h"
+
+#include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/cli/InputFiles.h"
+#include "VantoraHost/cli/Messages.h"
+#include "VantoraHost/core/DocumentInfo.h"
+#include "VantoraHost/core/Json.h"
+#include "VantoraHost/core/PdfLibrary.h"
+
+#include <algorithm>
+#include <ostream>
+
+namespace vantora::cli {
+
+namespace {
+
+constexpr std::size_t sizesShown = 8;
+
+// 595.28, 612, 841.9: no more decimals than needed.
+std::string points(double length)
+{
+    const auto hundredths = static_cast<long>(length * 100 + 0.5);
+    std::string text = std::to_string(hundredths / 100);
+    if (const long rest = hundredths % 100; rest != 0) {
+        text += rest % 10 == 0 ? "." + std::to_string(rest / 10)
+                               : (rest < 10 ? ".0" : ".") + std::to_string(rest);
+    }
+    return text;
+}
+
+std::string counted(std::uint64_t number, const char* one, const char* several)
+{
+    return grouped(number) + ' ' + (number == 1 ? one : several);
+}
+
+std::string sizeLine(const PageSize& size)
+{
+    std::string line = points(size.width) + " x " + points(size.height) + " pt";
+    if (!size.paper.empty()) {
+        line += " (" + size.paper + (size.width > size.height ? " landscape)" : ")");
+    }
+    return line + ", " + counted(static_cast<std::uint64_t>(size.pages), "page", "pages");
+}
+
+/// Writes "label   value" lines.
+class Sheet {
+public:
+    explicit Sheet(std::ostream& out) : out(out) {}
+
+    void line(const std::string& label, const std::string& value)
+    {
+        std::string padded = label;
+        padded.resize(14, ' ');
+        out << "  " << padded << value << '\n';
+    }
+
+    void count(const char* label, const std::optional<int>& number, const char* one,
+               const char* several)
+    {
+        line(label, !number        ? "unknown"
+                    : *number == 0 ? "none"
+                                   : counted(static_cast<std::uint64_t>(*number), one, several));
+    }
+
+    void yesOrNo(const char* label, const std::optional<bool>& value)
+    {
+        line(label, !value ? "unknown" : *value ? "yes" : "no");
+    }
+
+private:
+    std::ostream& out;
+};
+
+std::string notPermitted(const DocumentInfo& info)
+{
+    std::string missing;
+    for (const char* name : permissionNames) {
+        if (std::find(info.permitted.begin(), info.permitted.end(), name) == info.permitted.end()) {
+            missing += (missing.empty() ? "" : ", ") + std::string(name);
+        }
+    }
+    return missing;
+}
+
+void printText(const DocumentInfo& info, std::ostream& out)
+{
+    out << shown(info.input) << '\n';
+    Sheet sheet(out);
+    sheet.line("title", !info.title           ? "unknown"
+                        : info.title->empty() ? "none"
+                                              : shown(*info.title));
+    sheet.line("pages", grouped(static_cast<std::uint64_t>(info.pages)));
+    for (std::size_t i = 0; i < info.pageSizes.size() && i < sizesShown; ++i) {
+        sheet.line(i == 0 ? "page size" : "", sizeLine(info.pageSizes[i]));
+    }
+    if (info.pageSizes.size() > sizesShown) {
+        sheet.line("", "and " + counted(info.pageSizes.size() - sizesShown, "size", "sizes") +
+                           " more, which --json lists");
+    }
+    sheet.line("file size", sizeText(info.bytes));
+    sheet.line("PDF version", shown(info.version));
+    sheet.line("encryption", info.encryption.value_or("unknown"));
+    if (const std::string missing = notPermitted(info); !missing.empty()) {
+        sheet.line("not permitted", missing);
+    }
+    sheet.count("outline", info.outlineEntries, "entry", "entries");
+    sheet.count("form", info.fields, "field", "fields");
+    sheet.count("signatures", info.signatures, "field", "fields");
+    sheet.count("attachments", info.attachments, "file", "files");
+    sheet.count("layers", info.layers, "layer", "layers");
+    sheet.yesOrNo("tagged", info.tagged);
+    sheet.yesOrNo("linearised", info.linearised);
+}
+
+JsonObject jsonOf(const DocumentInfo& info)
+{
+    std::vector<JsonObject> sizes;
+    for (const PageSize& size : info.pageSizes) {
+        sizes.emplace_back();
+        sizes.back().add("width", size.width).add("height", size.height);
+        size.paper.empty() ? sizes.back().addNull("paper") : sizes.back().add("paper", size.paper);
+        sizes.back().add("first_page", size.firstPage).add("pages", size.pages);
+    }
+    JsonObject json;
+    json.add("schema", 1)
+        .add("input", info.input)
+        .add("status", "done")
+        .add("bytes", info.bytes)
+        .add("pages", info.pages)
+        .add("page_sizes", sizes)
+        .add("version", info.version)
+        .add("encryption", info.encryption)
+        .add("permitted", info.permitted)
+        .add("title", info.title)
+        .add("outline_entries", info.outlineEntries)
+        .add("form_fields", info.fields)
+        .add("tagged", info.tagged)
+        .add("signatures", info.signatures)
+        .add("attachments", info.attachments)
+        .add("layers", info.layers)
+        .add("linearised", info.linearised)
+        .add("warnings", info.warnings)
+        .add("errors", std::vector<std::string>());
+    return json;
+}
+
+JsonObject jsonOf(const Error& error, const std::string& input)
+{
+    JsonObject json;
+    JsonObject reason;
+    reason.add("reason", reasonName(error.reason)).add("text", error.sentence);
+    json.add("schema", 1).add("input", input).add("status", "failed");
+    json.add("errors", std::vector<JsonObject>{reason});
+    return json;
+}
+
+} // namespace
+
+int showInfo(const InfoOptions& options, const Installation& installation, const Streams& streams)
+{
+    const auto passwords = readPasswords(options.passwordFile);
+    const auto library = loadPdfLibrary(installation.library);
+    if (!passwords || !library) {
+        printError(streams, !passwords ? passwords.error() : library.error());
+        return SomeFailed;
+    }
+    bool allDone = true;
+    for (const std::string& input : options.inputs) {
+        if (streams.interrupted()) {
+            return InterruptedByUser;
+        }
+        auto standardInput =
+            input == standardStream ? readStandardInput(streams) : Result<std::string>("");
+        const Result<DocumentInfo> info =
+            standardInput ? inspect(**library, input, *standardInput, *passwords)
+                          : tl::unexpected<Error>(standardInput.error());
+        if (!info && info.error().reason == Reason::Interrupted) {
+            return InterruptedByUser;
+        }
+        if (options.json) {
+            streams.out << (info ? jsonOf(*info) : jsonOf(info.error(), input)).text() << '\n';
+        } else if (info) {
+            printText(*info, streams.out);
+        }
+        if (!info) {
+            allDone = false;
+            printError(streams, info.error());
+        } else {
+            for (const std::string& warning : info->warnings) {
+                printWarning(streams, input, warning);
+            }
+        }
+    }
+    return allDone ? AllDone : SomeFailed;
+}
+
+} // namespace vantora::cli

@@ -1,0 +1,122 @@
+#include "VantoraHost/cli/Messages.h"
+
+#include <iterator>
+#include <ostream>
+
+namespace vantora::cli {
+
+namespace {
+
+constexpr char red[] = "\033[31m";
+constexpr char yellow[] = "\033[33m";
+constexpr char plain[] = "\033[0m";
+
+std::string label(const Streams& streams, const char* colour, const char* word)
+{
+    return streams.colour ? std::string(colour) + word + plain : word;
+}
+
+std::string subject(const std::string& file)
+{
+    return file.empty() ? "" : shown(file) + ": ";
+}
+
+} // namespace
+
+std::string remedy(Reason reason)
+{
+    switch (reason) {
+    case Reason::InputMissing:
+        return "check the name";
+    case Reason::InputNotAFile:
+        return "name a PDF file, or - to read one from standard input";
+    case Reason::InputUnreadable:
+        return "check its permissions";
+    case Reason::NotPdf:
+    case Reason::InputEmpty:
+        return "get an undamaged copy of it";
+    case Reason::PasswordNeeded:
+        return "put it into a file, one a line, for --password-file FILE";
+    case Reason::PasswordWrong:
+        return "check the password file";
+    case Reason::NotPermitted:
+        return "the owner's password in --password-file FILE lifts that";
+    case Reason::EncryptionUnsupported:
+        return "decrypt it with the program that encrypted it";
+    case Reason::OutputExists:
+        return "use --overwrite to replace it, or name another";
+    case Reason::OutputIsInput:
+        return "use --in-place to replace an input, or name another output";
+    case Reason::OutputClash:
+        return "neither is written; do them in separate runs";
+    case Reason::OutputFolderMissing:
+        return "create it first (mkdir -p), or name another";
+    case Reason::OutputNotAFile:
+        return "name a file with -o, a folder with -d, or - for standard output";
+    case Reason::OutputNotWritable:
+        return "check space and permissions there, or name another place";
+    case Reason::BackupExists:
+        return "move it away, or use --overwrite to replace it";
+    case Reason::ActionMissing:
+        return "vantora actions lists them";
+    case Reason::ActionUnusable:
+    case Reason::LibraryMissing:
+        return "the installation is incomplete; install it again";
+    case Reason::BadPageRange:
+        return "a valid one is 1,4-6,9-15,21: ascending page numbers from 1, dashes and commas";
+    case Reason::OutOfMemory:
+        return "free some memory, or split the document first";
+    case Reason::ActionFailed:
+    case Reason::LibraryFailed:
+    case Reason::Interrupted:
+        break;
+    }
+    return {};
+}
+
+void printError(const Streams& streams, const Error& error)
+{
+    const std::string toDo = remedy(error.reason);
+    streams.err << "vantora: " << label(streams, red, "error:") << ' ' << subject(error.file)
+                << shown(error.sentence) << (toDo.empty() ? "" : "; ") << toDo << '\n'
+                << std::flush;
+}
+
+void printWarning(const Streams& streams, const std::string& file, const std::string& sentence)
+{
+    streams.err << "vantora: " << label(streams, yellow, "warning:") << ' ' << subject(file)
+                << shown(sentence) << '\n'
+                << std::flush;
+}
+
+void printNote(const Streams& streams, const std::string& sentence)
+{
+    streams.err << "vantora: " << sentence << '\n' << std::flush;
+}
+
+std::string grouped(std::uint64_t number)
+{
+    std::string digits = std::to_string(number);
+    for (auto place = static_cast<std::ptrdiff_t>(digits.size()) - 3; place > 0; place -= 3) {
+        digits.insert(static_cast<std::size_t>(place), ",");
+    }
+    return digits;
+}
+
+std::string sizeText(std::uint64_t bytes)
+{
+    constexpr const char* units[] = {"kB", "MB", "GB", "TB"};
+    if (bytes < 1000) {
+        return std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes");
+    }
+    // In tenths, so that rounding up to 1000 kB can go on to 1.0 MB.
+    std::uint64_t tenths = (bytes + 50) / 100;
+    std::size_t unit = 0;
+    while (tenths >= 10000 && unit + 1 < std::size(units)) {
+        tenths = (tenths + 500) / 1000;
+        ++unit;
+    }
+    return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10) + ' ' + units[unit];
+}
+
+} // namespace vantora::cli

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "VantoraHost/cli/Streams.h"
+#include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/ShownText.h"
+
+#include <cstdint>
+#include <string>
+
+namespace vantora::cli {
+
+/// What a person can do about it, such as "use --overwrite to replace it"; empty when the sentence
+/// says it all.
+std::string remedy(Reason reason);
+
+/// Prints "vantora: error: FILE: sentence; remedy" as one line.
+void printError(const Streams& streams, const Error& error);
+
+/// Prints "vantora: warning: FILE: sentence" as one line.
+void printWarning(const Streams& streams, const std::string& file, const std::string& sentence);
+
+/// Prints "vantora: sentence" as one line.
+void printNote(const Streams& streams, const std::string& sentence);
+
+/// 12345 as "12,345".
+std::string grouped(std::uint64_t number);
+
+/// A size such as "1 byte", "812 bytes", "10.1 kB" or "2.5 MB" (powers of 1000).
+std::string sizeText(std::uint64_t bytes);
+
+} // namespace vantora::cli

@@ -1,0 +1,63 @@
+#include "VantoraHost/cli/Program.h"
+
+#include "VantoraHost/cli/ActionsCommand.h"
+#include "VantoraHost/cli/InfoCommand.h"
+#include "VantoraHost/cli/Messages.h"
+#include "VantoraHost/cli/Options.h"
+#include "VantoraHost/cli/RunCommand.h"
+
+#include <exception>
+#include <new>
+#include <ostream>
+
+namespace vantora::cli {
+
+namespace {
+
+int carryOut(const Command& command, const Installation& installation, const Streams& streams)
+{
+    if (const auto* options = std::get_if<RunOptions>(&command)) {
+        return run(*options, installation, streams);
+    }
+    if (const auto* options = std::get_if<InfoOptions>(&command)) {
+        return showInfo(*options, installation, streams);
+    }
+    return listActions(std::get<ActionsOptions>(command), installation, streams);
+}
+
+int statusOf(const std::vector<std::string>& arguments, const Installation& installation,
+             const Streams& streams)
+{
+    const auto command = parse(arguments);
+    if (command) {
+        return carryOut(*command, installation, streams);
+    }
+    if (command.error().status == AllDone) {
+        streams.out << command.error().text;
+    } else {
+        printNote(streams, command.error().text);
+    }
+    return command.error().status;
+}
+
+} // namespace
+
+int runProgram(const std::vector<std::string>& arguments, const Installation& installation,
+               const Streams& streams)
+{
+    int status = SomeFailed;
+    try {
+        status = statusOf(arguments, installation, streams);
+    } catch (const std::bad_alloc&) {
+        printError(streams, {Reason::OutOfMemory, {}, "there is not enough memory"});
+    } catch (const std::exception& error) {
+        printError(streams, {Reason::LibraryFailed, {}, error.what()});
+    }
+    if (status == AllDone && !streams.out.flush()) {
+        printError(streams, {Reason::OutputNotWritable, {}, "standard output can't be written"});
+        status = SomeFailed;
+    }
+    return status;
+}
+
+} // namespace vantora::cli

@@ -1,0 +1,215 @@
+#include "VantoraHost/cli/RunCommand.h"
+
+#include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/cli/InputFiles.h"
+#include "VantoraHost/cli/Messages.h"
+#include "VantoraHost/cli/ProgressLine.h"
+#include "VantoraHost/core/Batch.h"
+#include "VantoraHost/core/PageForecast.h"
+#include "VantoraHost/core/PdfLibrary.h"
+
+#include <algorithm>
+#include <ostream>
+
+namespace vantora::cli {
+
+namespace {
+
+constexpr std::size_t warningsShown = 3;
+
+std::string resultLine(const DocumentReport& report)
+{
+    const bool planned = report.status == DocumentStatus::Planned;
+    std::string line = shown(report.input);
+    if (!planned) {
+        line +=
+            " -> " + (report.output == standardStream ? "standard output" : shown(report.output));
+    }
+    line += ": ";
+    if (!report.pagesRemoved) {
+        line += planned ? "only the action itself knows which pages would go"
+                        : grouped(report.pagesBefore.value_or(0)) + " pages before, " +
+                              grouped(report.pagesAfter.value_or(0)) + " after";
+    } else {
+        const std::size_t removed = report.pagesRemoved->size();
+        line += removed == 0 ? "no page" : grouped(removed);
+        line += " of " + grouped(report.pagesBefore.value_or(0)) + " pages " +
+                (planned ? "would go" : "removed");
+        line += removed == 0 ? "" : " (" + pageNumbersText(*report.pagesRemoved) + ")";
+        line += ", " + grouped(report.pagesAfter.value_or(0)) + " left";
+    }
+    if (report.bytesBefore && report.bytesAfter) {
+        line += "; " + sizeText(*report.bytesBefore) + " before, " + sizeText(*report.bytesAfter) +
+                " after";
+    }
+    return line;
+}
+
+bool writesDocumentToOutput(const RunOptions& options)
+{
+    return !options.dryRun && std::holds_alternative<ToStandardOutput>(*options.destination);
+}
+
+/// Prints what a run has to say as it goes.
+class Reporter : public RunObserver {
+public:
+    Reporter(const RunOptions& options, const Streams& streams)
+        : options(options), streams(streams), documentOnOutput(writesDocumentToOutput(options)),
+          progress(streams.err,
+                   streams.errIsTerminal && !options.quiet && options.inputs.size() > 1)
+    {
+    }
+
+    void documentFinished(const DocumentReport& report, std::size_t finished,
+                          std::size_t total) override
+    {
+        const bool didFail = report.status == DocumentStatus::Failed;
+        failed += didFail ? 1 : 0;
+        if (saysSomething(report)) {
+            progress.clear();
+        }
+        if (options.json) {
+            streams.out << toJson(report) << '\n';
+        } else if (!didFail && !options.quiet) {
+            (documentOnOutput ? streams.err : streams.out) << resultLine(report) << '\n';
+        }
+        if (!options.quiet) {
+            printWarnings(report);
+        }
+        if (report.error) {
+            printError(streams, *report.error);
+        }
+        streams.out.flush();
+        progress.show(finished, failed, total);
+    }
+
+    bool cancelled() const override { return streams.interrupted(); }
+
+    void finish(const BatchResult& result)
+    {
+        progress.clear();
+        const std::string count = grouped(result.finished - result.failed) + " of " +
+                                  grouped(options.inputs.size()) + " documents done";
+        const std::string failures =
+            result.failed > 0 ? ", " + grouped(result.failed) + " failed" : "";
+        if (result.interrupted) {
+            printNote(streams, "interrupted: " + count + failures + "; nothing is half-written");
+        } else if (options.inputs.size() > 1 && !options.quiet) {
+            printNote(streams, count + failures);
+        }
+    }
+
+private:
+    bool saysSomething(const DocumentReport& report) const
+    {
+        return !options.quiet || options.json || report.error;
+    }
+
+    void printWarnings(const DocumentReport& report) const
+    {
+        const auto& all = report.warnings;
+        const std::size_t printed = all.size() <= warningsShown + 1 ? all.size() : warningsShown;
+        for (std::size_t i = 0; i < printed; ++i) {
+            printWarning(streams, report.input, all[i]);
+        }
+        if (printed < all.size()) {
+            printWarning(streams, report.input,
+                         "and " + grouped(all.size() - printed) +
+                             " more warnings, which --json lists");
+        }
+    }
+
+    const RunOptions& options;
+    const Streams& streams;
+    const bool documentOnOutput;
+    ProgressLine progress;
+    std::size_t failed = 0;
+};
+
+int failedWith(const Streams& streams, const Error& error)
+{
+    printError(streams, error);
+    switch (error.reason) {
+    case Reason::BadPageRange:
+    case Reason::ActionMissing:
+        return WrongUsage;
+    case Reason::Interrupted:
+        return InterruptedByUser;
+    default:
+        return SomeFailed;
+    }
+}
+
+bool reads(const std::vector<std::string>& inputs, const char* name)
+{
+    return std::find(inputs.begin(), inputs.end(), name) != inputs.end();
+}
+
+// Everything that a run needs beside its steps.
+Result<Batch> prepare(const RunOptions& options, const Streams& streams)
+{
+    Batch batch;
+    batch.inputs = options.inputs;
+    if (options.destination) {
+        auto targets = planOutputs(options.inputs, *options.destination, options.overwrite);
+        if (!targets) {
+            return tl::unexpected<Error>(std::move(targets.error()));
+        }
+        batch.targets = std::move(*targets);
+    } else {
+        batch.targets.assign(options.inputs.size(), Target());
+    }
+    auto passwords = readPasswords(options.passwordFile);
+    if (!passwords) {
+        return tl::unexpected<Error>(std::move(passwords.error()));
+    }
+    batch.settings.passwords = std::move(*passwords);
+    if (reads(options.inputs, standardStream)) {
+        auto input = readStandardInput(streams);
+        if (!input) {
+            return tl::unexpected<Error>(std::move(input.error()));
+        }
+        batch.settings.standardInput = std::move(*input);
+    }
+    batch.settings.dryRun = options.dryRun;
+    batch.settings.cancelled = streams.interrupted;
+    batch.settings.standardOutput = [&streams](std::string_view bytes) {
+        streams.out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
+        return streams.out.good();
+    };
+    return batch;
+}
+
+} // namespace
+
+int run(const RunOptions& options, const Installation& installation, const Streams& streams)
+{
+    if (streams.outIsTerminal && writesDocumentToOutput(options)) {
+        return failedWith(streams, {Reason::OutputNotAFile, {}, "a PDF is not for a terminal"});
+    }
+    const ActionCatalog catalog = ActionCatalog::of(installation.actionFolders);
+    Result<Sequence> sequence = Sequence::of(options.steps, catalog);
+    if (!sequence) {
+        return failedWith(streams, sequence.error());
+    }
+    const Result<Batch> batch = prepare(options, streams);
+    if (!batch) {
+        return failedWith(streams, batch.error());
+    }
+    const auto library = loadPdfLibrary(installation.library);
+    if (!library) {
+        return failedWith(streams, library.error());
+    }
+    Reporter reporter(options, streams);
+    const Result<BatchResult> result = runBatch(**library, *sequence, *batch, reporter);
+    if (!result) {
+        return failedWith(streams, result.error());
+    }
+    reporter.finish(*result);
+    if (result->interrupted) {
+        return InterruptedByUser;
+    }
+    return result->failed > 0 ? SomeFailed : AllDone;
+}
+
+} // namespace vantora::cli

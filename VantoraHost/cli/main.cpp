@@ -1,0 +1,68 @@
+#include "VantoraHost/cli/Program.h"
+
+#include <QtCore/QCoreApplication>
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+volatile sig_atomic_t interruptions = 0;
+
+void noteInterruption(int)
+{
+    interruptions = 1;
+}
+
+// The first signal asks for an orderly end; a second one has its default effect.
+void listenForInterruptions()
+{
+    struct sigaction action = {};
+    action.sa_handler = noteInterruption;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigemptyset(&action.sa_mask);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction before = {};
+        sigaction(number, nullptr, &before);
+        if (before.sa_handler != SIG_IGN) { // as nohup and background jobs leave it
+            sigaction(number, &action, nullptr);
+        }
+    }
+    // A reader of the output that goes away is an error of writing, not the end of the run.
+    signal(SIGPIPE, SIG_IGN);
+}
+
+bool isSet(const char* variable)
+{
+    const char* value = std::getenv(variable);
+    return value && *value;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    listenForInterruptions();
+    std::ios::sync_with_stdio(false);
+    const QCoreApplication application(argc, argv);
+    // The application takes over the user's locale; numbers are written the same everywhere.
+    std::setlocale(LC_NUMERIC, "C");
+
+    const bool errIsTerminal = isatty(STDERR_FILENO) == 1;
+    const vantora::cli::Streams streams = {
+        STDIN_FILENO,
+        std::cout,
+        std::cerr,
+        isatty(STDOUT_FILENO) == 1,
+        errIsTerminal,
+        errIsTerminal && !isSet("NO_COLOR"),
+        [] { return interruptions != 0; },
+    };
+    const vantora::Installation installation =
+        vantora::installationOf(vantora::thisProgram(), std::getenv("VANTORA_ACTIONS_PATH"));
+    return vantora::cli::runProgram({argv + 1, argv + argc}, installation, streams);
+}
