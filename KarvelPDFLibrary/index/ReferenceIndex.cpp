@@ -53,8 +53,10 @@ public:
     void run()
     {
         readCrossReferences();
+        index_.fileOrder_.reserve(inFile_.size());
         for (const Placed& placed : inFile_) {
             scanInFile(placed);
+            index_.fileOrder_.push_back(placed.object);
         }
         for (const std::uint32_t stream : containers_) {
             scanObjectStream(stream);
@@ -370,9 +372,9 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
     if (decodedBytes_ > mostDecodedBytes) {
         throw NotFit{"too much data in object streams"};
     }
-    // One space more, so that a number at the end ends.
+    // Members end without a word; the scanner wants to see one.
     std::string text(reinterpret_cast<const char*>(data->getBuffer()), data->getSize());
-    text += ' ';
+    text += " endobj ";
 
     ObjectStreamMembers members;
     members.object = number;
@@ -386,7 +388,7 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
         at = skipSpace(text, at);
         good = good && readUnsigned(text, at, offset);
         const std::uint64_t start = members.first + offset;
-        if (!good || start >= text.size()) {
+        if (!good || start > data->getSize()) {
             notFit(number, "its header is wrong");
         }
         // An entry that the table overrides is not the object's present value.
@@ -394,6 +396,7 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
                              index_.objects_[member].container == number &&
                              index_.objects_[member].end == 0;
         if (!current) {
+            members.allMembersAreCurrent = false;
             continue;
         }
         IndexedObject& object = index_.objects_[member];

@@ -63,6 +63,9 @@ struct ObjectStreamMembers {
 
     /// Where the members' text begins in the decoded data.
     std::uint64_t first = 0;
+
+    /// Whether every object in the stream is a member: none was replaced by a later revision.
+    bool allMembersAreCurrent = true;
 };
 
 /// Where every object of a file lies and which objects it refers to, found in one pass over the
@@ -94,6 +97,9 @@ public:
 
     const std::vector<ObjectStreamMembers>& objectStreams() const { return objectStreams_; }
 
+    /// The objects that are not in object streams, in the order in which they lie in the file.
+    const std::vector<std::uint32_t>& fileOrder() const { return fileOrder_; }
+
     /// Whether the newest cross-reference section is a stream.
     bool usesCrossReferenceStream() const { return usesCrossReferenceStream_; }
 
@@ -103,6 +109,7 @@ private:
     std::vector<IndexedObject> objects_;
     std::vector<std::uint32_t> references_;
     std::vector<KidsOfNode> kids_; // by object number
+    std::vector<std::uint32_t> fileOrder_;
     std::vector<ObjectStreamMembers> objectStreams_;
     bool usesCrossReferenceStream_ = false;
 };

@@ -216,27 +216,27 @@ ValueScanner::Token ValueScanner::readNumberOrKeyword()
     return word == "true" || word == "false" || word == "null" ? Token::Keyword : Token::Bad;
 }
 
-/// After a number: whether it is the first of "number number R", which is then passed.
-bool ValueScanner::tryReference()
+/// After a number: passes the rest when it is the first of "number number R". False when the text
+/// ends before that can be told.
+bool ValueScanner::passReference()
 {
     std::size_t at = tokenStart_;
     std::uint64_t object = 0;
     std::uint64_t generation = 0;
     if (!readUnsigned(text_, at, object) || at != at_) {
-        return false;
+        return true;
     }
     at = skipSpace(text_, at);
-    if (!readUnsigned(text_, at, generation)) {
-        return false;
-    }
+    const bool second = readUnsigned(text_, at, generation);
     at = skipSpace(text_, at);
-    const bool isReference =
-        at + 1 < text_.size() && text_[at] == 'R' && classOf(text_[at + 1]) != Regular;
-    if (!isReference || object > 0xFFFFFFFFU || generation > 0xFFFFU) {
+    if (at + 1 >= text_.size()) {
         return false;
     }
-    at_ = at + 1;
-    sink_.reference(static_cast<std::uint32_t>(object), static_cast<std::uint32_t>(generation));
+    const bool isReference = second && text_[at] == 'R' && classOf(text_[at + 1]) != Regular;
+    if (isReference && object <= 0xFFFFFFFFU && generation <= 0xFFFFU) {
+        at_ = at + 1;
+        sink_.reference(static_cast<std::uint32_t>(object), static_cast<std::uint32_t>(generation));
+    }
     return true;
 }
 
@@ -302,7 +302,9 @@ ScanResult ValueScanner::run()
             }
             break;
         case Token::Number:
-            tryReference();
+            if (!passReference()) {
+                return ScanResult::NeedsMore;
+            }
             break;
         case Token::String:
         case Token::Keyword:

@@ -32,7 +32,8 @@ protected:
     ~ScanSink() = default;
 };
 
-/// Steps through the text of one object's value (ISO 32000-2, 7.3) without building anything.
+/// Steps through the text of one object's value (ISO 32000-2, 7.3) without building anything. The
+/// text must go on a little after the value, as it does in a file with "endobj" or "stream".
 class ValueScanner {
 public:
     ValueScanner(std::string_view text, ScanSink& sink) : text_(text), sink_(sink) {}
@@ -65,7 +66,7 @@ private:
     Token readLiteralString();
     Token readHexString();
     Token readNumberOrKeyword();
-    bool tryReference();
+    bool passReference();
     bool push(char kind);
     ScanResult run();
     void entryValueStarts();

@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/io/OutputFile.h"
 
 #include <acl/libacl.h>
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
@@ -59,6 +60,34 @@ void writeAll(int descriptor, const char* bytes, std::size_t length)
 }
 
 } // namespace
+
+void ByteSink::copy(ByteSource& source, std::int64_t offset, std::uint64_t length)
+{
+    constexpr std::size_t window = 1024 * 1024;
+    while (length > 0) {
+        const bool inside = offset >= aheadOffset_ &&
+                            offset < aheadOffset_ + static_cast<std::int64_t>(aheadLength_);
+        if (!inside) {
+            // Small parts with small gaps between them are read in one go.
+            if (ahead_.empty()) {
+                ahead_.resize(static_cast<std::size_t>(
+                    std::min<std::int64_t>(window, std::max<std::int64_t>(source.size(), 1))));
+            }
+            aheadLength_ = 0;
+            aheadLength_ = source.readAt(offset, ahead_.data(), ahead_.size());
+            aheadOffset_ = offset;
+            if (aheadLength_ == 0) {
+                throw std::runtime_error("the source ends early");
+            }
+        }
+        const auto start = static_cast<std::size_t>(offset - aheadOffset_);
+        const auto count =
+            static_cast<std::size_t>(std::min<std::uint64_t>(length, aheadLength_ - start));
+        write(ahead_.data() + start, count);
+        offset += static_cast<std::int64_t>(count);
+        length -= count;
+    }
+}
 
 Result<OutputFile> OutputFile::create(const std::string& path, Existing existing)
 {
@@ -127,6 +156,25 @@ void OutputFile::flush()
 {
     writeAll(file_.get(), buffer_.data(), buffered_);
     buffered_ = 0;
+}
+
+void OutputFile::copy(ByteSource& source, std::int64_t offset, std::uint64_t length)
+{
+    constexpr std::uint64_t worthACall = 256 * 1024;
+    if (source.descriptor() >= 0 && length >= worthACall) {
+        flush();
+        off_t from = offset;
+        while (length > 0) {
+            const ssize_t count = copy_file_range(source.descriptor(), &from, file_.get(), nullptr,
+                                                  static_cast<std::size_t>(length), 0);
+            if (count <= 0) {
+                break; // not between these files, or not there any more: the other way will tell
+            }
+            length -= static_cast<std::uint64_t>(count);
+        }
+        offset = from;
+    }
+    ByteSink::copy(source, offset, length);
 }
 
 Status OutputFile::takeOverAttributes()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KarvelPDFLibrary/base/Error.h"
+#include "KarvelPDFLibrary/io/ByteSource.h"
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
 
 #include <cstddef>
@@ -19,6 +20,15 @@ public:
 
     /// Throws std::runtime_error when the bytes cannot be written.
     virtual void write(const char* bytes, std::size_t length) = 0;
+
+    /// Writes a part of a source, which must have it. Sources are best copied from in order.
+    virtual void copy(ByteSource& source, std::int64_t offset, std::uint64_t length);
+
+private:
+    /// What was read from the source ahead of what was asked for.
+    std::vector<char> ahead_;
+    std::int64_t aheadOffset_ = 0;
+    std::size_t aheadLength_ = 0;
 };
 
 /// A file that appears under its name whole or not at all: bytes go to a temporary file beside the
@@ -34,6 +44,9 @@ public:
     ~OutputFile() override;
 
     void write(const char* bytes, std::size_t length) override;
+
+    /// Large parts of files are copied by the system, which may share them between the files.
+    void copy(ByteSource& source, std::int64_t offset, std::uint64_t length) override;
 
     /// Writes out what is buffered, so that the descriptor may be written to directly.
     void flush();

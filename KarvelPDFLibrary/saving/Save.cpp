@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/saving/Save.h"
 
 #include "KarvelPDFLibrary/saving/Damage.h"
+#include "KarvelPDFLibrary/saving/VerbatimWriter.h"
 
 #include <mutex>
 #include <qpdf/Pipeline.hh>
@@ -140,18 +141,29 @@ void configure(QPDFWriter& writer, Document& document, const SaveOptions& option
     writer.setDeterministicID(options.deterministicIdentifier && !encrypted);
 }
 
+void rewrite(Document& document, io::ByteSink& sink, const SaveOptions& options)
+{
+    const CompressionLevel level(options.flateLevel);
+    QPDFWriter writer(document.file());
+    SinkPipeline pipeline(sink);
+    writer.setOutputPipeline(&pipeline);
+    configure(writer, document, options);
+    writer.write();
+}
+
 Status writeTo(Document& document, io::ByteSink& sink, const SaveOptions& options)
 {
-    if (Status status = document.synchronize(); !status) {
+    const bool verbatim = whyNotVerbatim(document, options).empty();
+    const auto degree = verbatim ? Document::Synchronized::Recorded : Document::Synchronized::Whole;
+    if (Status status = document.synchronize(degree); !status) {
         return status;
     }
     try {
-        const CompressionLevel level(options.flateLevel);
-        QPDFWriter writer(document.file());
-        SinkPipeline pipeline(sink);
-        writer.setOutputPipeline(&pipeline);
-        configure(writer, document, options);
-        writer.write();
+        if (verbatim) {
+            writeVerbatim(document, sink, options);
+        } else {
+            rewrite(document, sink, options);
+        }
     } catch (...) {
         Error error = currentExceptionAsError(document.name());
         if (document.source()) {
@@ -166,7 +178,7 @@ Status writeTo(Document& document, io::ByteSink& sink, const SaveOptions& option
             return status;
         }
     }
-    return pagesAreWhole(document);
+    return verbatim ? Status() : pagesAreWhole(document);
 }
 
 /// Tells failures of writing from those of reading, which libqpdf reports alike.
@@ -180,6 +192,18 @@ public:
             sink_.write(bytes, length);
         } catch (const std::exception& exception) {
             failure_ = Error{ErrorCode::FileNotWritable, path_ + ": " + exception.what()};
+            throw;
+        }
+    }
+
+    void copy(io::ByteSource& source, std::int64_t offset, std::uint64_t length) override
+    {
+        try {
+            sink_.copy(source, offset, length);
+        } catch (const std::exception& exception) {
+            if (source.intact()) {
+                failure_ = Error{ErrorCode::FileNotWritable, path_ + ": " + exception.what()};
+            }
             throw;
         }
     }

@@ -7,6 +7,9 @@ namespace karvel::saving {
 enum class ObjectStreams : int { Keep = 0, None = 1, Pack = 2 };
 enum class StreamData : int { Keep = 0, Decode = 1, Compress = 2 };
 
+/// Whether objects that were not changed may be copied as they stand in the file.
+enum class Way { CopyUnchanged, Rewrite };
+
 /// How documents are written; the defaults are those of the library's interface.
 struct SaveOptions {
     ObjectStreams objectStreams = ObjectStreams::Pack;
@@ -22,6 +25,9 @@ struct SaveOptions {
     bool deterministicIdentifier = false;
     bool readable = false;
     io::Existing existing = io::Existing::Replace;
+
+    /// CopyUnchanged where the document and the other options allow it.
+    Way way = Way::CopyUnchanged;
 };
 
 } // namespace karvel::saving

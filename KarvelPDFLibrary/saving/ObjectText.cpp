@@ -1,0 +1,91 @@
+#include "KarvelPDFLibrary/saving/ObjectText.h"
+
+namespace karvel::saving {
+
+namespace {
+
+class TextWriter {
+public:
+    TextWriter(QPDFObjGen owner, const Cipher* cipher) : owner_(owner), cipher_(cipher) {}
+
+    void value(QPDFObjectHandle part, bool outermost)
+    {
+        if (part.isIndirect() && !outermost) {
+            text_ += part.unparse();
+        } else if (part.isStream()) {
+            stream(part);
+        } else if (part.isDictionary()) {
+            dictionary(part);
+        } else if (part.isArray()) {
+            text_ += '[';
+            for (const QPDFObjectHandle& item : part.getArrayAsVector()) {
+                text_ += ' ';
+                value(item, false);
+            }
+            text_ += " ]";
+        } else if (part.isString() && cipher_ != nullptr) {
+            const std::string enciphered = cipher_->string(part.getStringValue(), owner_);
+            text_ += QPDFObjectHandle::newString(enciphered).unparseBinary();
+        } else {
+            text_ += part.unparseResolved();
+        }
+    }
+
+    std::string take() { return std::move(text_); }
+
+private:
+    void dictionary(QPDFObjectHandle part)
+    {
+        // A signature's contents are never enciphered (ISO 32000-2, 7.6.2).
+        const bool signature = part.isDictionaryOfType("/Sig") && part.hasKey("/ByteRange");
+        text_ += "<<";
+        for (const auto& [key, entry] : part.getDictAsMap()) {
+            QPDFObjectHandle item = entry;
+            if (item.isNull() && !item.isIndirect()) {
+                continue;
+            }
+            text_ += ' ' + QPDFObjectHandle::newName(key).unparse() + ' ';
+            if (signature && key == "/Contents" && item.isString()) {
+                text_ += item.unparseBinary();
+            } else {
+                value(item, false);
+            }
+        }
+        text_ += " >>";
+    }
+
+    void stream(QPDFObjectHandle part)
+    {
+        const std::shared_ptr<Buffer> raw = part.getRawStreamData();
+        std::string data(reinterpret_cast<const char*>(raw->getBuffer()), raw->getSize());
+        if (cipher_ != nullptr) {
+            data = cipher_->stream(data, owner_);
+        }
+        QPDFObjectHandle dictionaryPart = part.getDict().shallowCopy();
+        dictionaryPart.replaceKey(
+            "/Length", QPDFObjectHandle::newInteger(static_cast<long long>(data.size())));
+        dictionary(dictionaryPart);
+        text_ += "\nstream\n" + data + "\nendstream";
+    }
+
+    QPDFObjGen owner_;
+    const Cipher* cipher_;
+    std::string text_;
+};
+
+} // namespace
+
+std::string objectText(QPDFObjectHandle object, const Cipher* cipher)
+{
+    TextWriter writer(object.getObjGen(), cipher);
+    writer.value(object, true);
+    return writer.take();
+}
+
+std::string numbered(int object, int generation, const std::string& value)
+{
+    return std::to_string(object) + " " + std::to_string(generation) + " obj\n" + value +
+           "\nendobj\n";
+}
+
+} // namespace karvel::saving

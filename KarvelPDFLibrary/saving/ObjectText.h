@@ -1,0 +1,17 @@
+#pragma once
+
+#include "KarvelPDFLibrary/saving/Cipher.h"
+
+#include <qpdf/QPDFObjectHandle.hh>
+#include <string>
+
+namespace karvel::saving {
+
+/// An object's value as it stands in a file, streams with their data. Strings and the data are
+/// enciphered when there is a cipher.
+std::string objectText(QPDFObjectHandle object, const Cipher* cipher);
+
+/// "12 0 obj", a value and "endobj".
+std::string numbered(int object, int generation, const std::string& value);
+
+} // namespace karvel::saving

@@ -1,0 +1,294 @@
+#include "KarvelPDFLibrary/saving/VerbatimWriter.h"
+
+#include "KarvelPDFLibrary/saving/CrossReferences.h"
+#include "KarvelPDFLibrary/saving/Liveness.h"
+#include "KarvelPDFLibrary/saving/ObjectText.h"
+
+#include <algorithm>
+#include <nettle/md5.h>
+#include <random>
+
+namespace karvel::saving {
+
+namespace {
+
+using index::IndexedObject;
+using index::ReferenceIndex;
+
+/// Trailer entries that describe the file as it was.
+bool describesOldFile(const std::string& key)
+{
+    static const char* const keys[] = {
+        "/Prev",   "/XRefStm", "/Size",        "/ID", "/W", "/Index",   "/Type",
+        "/Length", "/Filter",  "/DecodeParms", "/DL", "/F", "/FFilter", "/FDecodeParms"};
+    return std::any_of(std::begin(keys), std::end(keys),
+                       [&](const char* old) { return key == old; });
+}
+
+class Writer {
+public:
+    Writer(Document& document, io::ByteSink& sink, const SaveOptions& options)
+        : document_(document), index_(*document.index()), sink_(sink), options_(options),
+          live_(document), entries_(live_.size())
+    {
+        if (document.file().isEncrypted()) {
+            cipher_ = Cipher::of(document.file());
+        }
+        md5_init(&digest_);
+    }
+
+    void run()
+    {
+        put("%PDF-" + document_.file().getPDFVersion() + "\n%\xe2\xe3\xcf\xd3\n");
+        planObjectStreams();
+        copyUnchanged();
+        writeObjectStreams();
+        writeChanged();
+        writeEnd();
+    }
+
+private:
+    void put(const std::string& text)
+    {
+        sink_.write(text.data(), text.size());
+        offset_ += text.size();
+        if (options_.deterministicIdentifier) {
+            md5_update(&digest_, text.size(), reinterpret_cast<const std::uint8_t*>(text.data()));
+        }
+    }
+
+    bool isUnchanged(std::uint32_t number) const { return !live_.change(number); }
+
+    void planObjectStreams();
+    void copyUnchanged();
+    void copyRange(std::uint64_t start, std::uint64_t end);
+    void writeObjectStreams();
+    std::string objectStream(const index::ObjectStreamMembers& stream);
+    void writeChanged();
+    void writeEnd();
+    std::string trailerEntries(std::size_t size);
+    std::string identifier();
+
+    Document& document_;
+    const ReferenceIndex& index_;
+    io::ByteSink& sink_;
+    const SaveOptions& options_;
+    Liveness live_;
+    std::optional<Cipher> cipher_;
+    std::vector<CrossReference> entries_;
+    std::uint64_t offset_ = 0;
+    md5_ctx digest_ = {};
+
+    /// Object streams that are copied whole, and those that are written anew.
+    std::vector<std::uint32_t> wholeStreams_;
+    std::vector<const index::ObjectStreamMembers*> partStreams_;
+};
+
+void Writer::planObjectStreams()
+{
+    for (const index::ObjectStreamMembers& stream : index_.objectStreams()) {
+        const auto stays = [this](std::uint32_t member) {
+            return live_.isLive(member) && isUnchanged(member);
+        };
+        // A stream that refers to another one it extends would keep that one's members.
+        const bool whole = index_.object(stream.object).referenceCount == 0 &&
+                           stream.allMembersAreCurrent &&
+                           std::all_of(stream.members.begin(), stream.members.end(), stays);
+        if (whole) {
+            wholeStreams_.push_back(stream.object);
+            for (std::size_t i = 0; i < stream.members.size(); ++i) {
+                entries_[stream.members[i]] = {CrossReference::Kind::InObjectStream,
+                                               static_cast<std::uint32_t>(i), stream.object};
+            }
+        } else if (std::any_of(stream.members.begin(), stream.members.end(),
+                               [this](std::uint32_t member) { return live_.isLive(member); })) {
+            partStreams_.push_back(&stream);
+        }
+    }
+    std::sort(wholeStreams_.begin(), wholeStreams_.end());
+}
+
+void Writer::copyRange(std::uint64_t start, std::uint64_t end)
+{
+    sink_.copy(*document_.source(), static_cast<std::int64_t>(start), end - start);
+    offset_ += end - start;
+    // The bytes need not be looked at: where they lie in a file of this size says enough.
+    if (options_.deterministicIdentifier) {
+        const std::uint64_t range[] = {start, end};
+        md5_update(&digest_, sizeof range, reinterpret_cast<const std::uint8_t*>(range));
+    }
+}
+
+void Writer::copyUnchanged()
+{
+    std::uint64_t start = 0;
+    std::uint64_t end = 0;
+    std::uint64_t pending = 0; // bytes of the range that is not copied yet
+    for (const std::uint32_t number : index_.fileOrder()) {
+        const IndexedObject& object = index_.object(number);
+        const bool whole = object.kind == index::Kind::ObjectStream &&
+                           std::binary_search(wholeStreams_.begin(), wholeStreams_.end(), number);
+        const bool used = whole || (live_.isLive(number) && isUnchanged(number) &&
+                                    object.kind != index::Kind::ObjectStream);
+        if (!used) {
+            continue;
+        }
+        if (pending > 0 && object.start != end) {
+            copyRange(start, end);
+            pending = 0;
+        }
+        if (pending == 0) {
+            start = object.start;
+        }
+        entries_[number] = {CrossReference::Kind::InFile, object.generation, offset_ + pending};
+        end = object.end;
+        pending = end - start;
+    }
+    if (pending > 0) {
+        copyRange(start, end);
+    }
+}
+
+/// An object stream of the members that stay, at their present values.
+std::string Writer::objectStream(const index::ObjectStreamMembers& stream)
+{
+    QPDFObjectHandle old = document_.file().getObject(static_cast<int>(stream.object), 0);
+    const std::shared_ptr<Buffer> data = old.getStreamData(qpdf_dl_specialized);
+    const char* text = reinterpret_cast<const char*>(data->getBuffer());
+    std::string header;
+    std::string body;
+    std::uint32_t count = 0;
+    for (const std::uint32_t member : stream.members) {
+        if (!live_.isLive(member)) {
+            continue;
+        }
+        header += std::to_string(member) + " " + std::to_string(body.size()) + " ";
+        if (isUnchanged(member)) {
+            const IndexedObject& object = index_.object(member);
+            body.append(text + object.start, object.end - object.start);
+        } else {
+            // Strings in an object stream are enciphered with the stream, not by themselves.
+            body += objectText(document_.file().getObject(static_cast<int>(member), 0), nullptr);
+        }
+        body += '\n';
+        entries_[member] = {CrossReference::Kind::InObjectStream, count, stream.object};
+        ++count;
+    }
+    std::string packed = deflated(header + body);
+    if (cipher_) {
+        packed = cipher_->stream(packed, QPDFObjGen(static_cast<int>(stream.object), 0));
+    }
+    return "<< /Type /ObjStm /N " + std::to_string(count) + " /First " +
+           std::to_string(header.size()) + " /Filter /FlateDecode /Length " +
+           std::to_string(packed.size()) + " >>\nstream\n" + packed + "\nendstream";
+}
+
+void Writer::writeObjectStreams()
+{
+    for (const index::ObjectStreamMembers* stream : partStreams_) {
+        const std::string text = objectStream(*stream);
+        entries_[stream->object] = {CrossReference::Kind::InFile, 0, offset_};
+        put(numbered(static_cast<int>(stream->object), 0, text));
+    }
+}
+
+void Writer::writeChanged()
+{
+    for (std::uint32_t number = 1; number < live_.size(); ++number) {
+        const bool inStream = index_.contains(number) && index_.object(number).container != 0;
+        if (!live_.isLive(number) || isUnchanged(number) || inStream) {
+            continue;
+        }
+        const int generation = index_.contains(number) ? index_.object(number).generation : 0;
+        QPDFObjectHandle object = document_.file().getObject(static_cast<int>(number), generation);
+        entries_[number] = {CrossReference::Kind::InFile, static_cast<std::uint32_t>(generation),
+                            offset_};
+        put(numbered(static_cast<int>(number), generation,
+                     objectText(object, cipher_ ? &*cipher_ : nullptr)));
+    }
+}
+
+/// The trailer's /ID: the permanent half stays, the changing half is new (ISO 32000-2, 14.4).
+std::string Writer::identifier()
+{
+    std::string changing(16, '\0');
+    if (options_.deterministicIdentifier) {
+        md5_digest(&digest_, changing.size(), reinterpret_cast<std::uint8_t*>(changing.data()));
+    } else {
+        std::random_device random;
+        std::generate(changing.begin(), changing.end(),
+                      [&] { return static_cast<char>(random()); });
+    }
+    QPDFObjectHandle old = document_.file().getTrailer().getKey("/ID");
+    const bool hasOld =
+        old.isArray() && old.getArrayNItems() == 2 && old.getArrayItem(0).isString();
+    const std::string permanent = hasOld ? old.getArrayItem(0).getStringValue() : changing;
+    return "/ID [" + QPDFObjectHandle::newString(permanent).unparseBinary() +
+           QPDFObjectHandle::newString(changing).unparseBinary() + "]";
+}
+
+std::string Writer::trailerEntries(std::size_t size)
+{
+    std::string entries = "/Size " + std::to_string(size);
+    for (const auto& [key, value] : document_.file().getTrailer().getDictAsMap()) {
+        if (!describesOldFile(key)) {
+            entries += " " + QPDFObjectHandle::newName(key).unparse() + " ";
+            QPDFObjectHandle entry = value;
+            entries += entry.unparse();
+        }
+    }
+    return entries + " " + identifier();
+}
+
+void Writer::writeEnd()
+{
+    const std::uint64_t start = offset_;
+    if (!index_.usesCrossReferenceStream()) {
+        put(crossReferenceTable(entries_));
+        put("trailer\n<< " + trailerEntries(entries_.size()) + " >>\n");
+    } else {
+        const auto number = static_cast<std::uint32_t>(entries_.size());
+        entries_.push_back({CrossReference::Kind::InFile, 0, start});
+        const CrossReferenceStream stream = crossReferenceStream(entries_);
+        const std::string text = "<< /Type /XRef " + trailerEntries(entries_.size()) + " " +
+                                 stream.dictionaryEntries + " /Length " +
+                                 std::to_string(stream.data.size()) + " >>\nstream\n" +
+                                 stream.data + "\nendstream";
+        put(numbered(static_cast<int>(number), 0, text));
+    }
+    put("startxref\n" + std::to_string(start) + "\n%%EOF\n");
+}
+
+} // namespace
+
+std::string whyNotVerbatim(Document& document, const SaveOptions& options)
+{
+    if (options.way == Way::Rewrite) {
+        return "rewriting was asked for";
+    }
+    if (document.index() == nullptr) {
+        return document.source() ? document.indexRefusal() : "a new document";
+    }
+    if (options.objectStreams != ObjectStreams::Keep || options.streamData != StreamData::Keep ||
+        options.recompressFlate || options.linearize || options.readable ||
+        !document.forcedVersion.empty()) {
+        return "objects are to be written in another form";
+    }
+    if (document.encryption.kind != EncryptionPlan::Kind::Keep) {
+        return "the encryption is to be changed";
+    }
+    if (document.changes().hasForeign()) {
+        return "objects were changed by a library";
+    }
+    if (document.file().isEncrypted() && !Cipher::of(document.file())) {
+        return "a cipher that is not known here";
+    }
+    return {};
+}
+
+void writeVerbatim(Document& document, io::ByteSink& sink, const SaveOptions& options)
+{
+    Writer(document, sink, options).run();
+}
+
+} // namespace karvel::saving
