@@ -19,6 +19,7 @@ QPDFObjectHandle Changes::edit(const QPDFObjectHandle& object)
     if (!handle.isIndirect()) {
         throw std::logic_error("only an object with a number can be changed by itself");
     }
+    build(handle.getObjectID());
     record(handle.getObjGen(), Kind::Changed);
     return handle;
 }
@@ -39,22 +40,49 @@ QPDFObjectHandle Changes::add(const QPDFObjectHandle& direct)
 
 void Changes::replace(QPDFObjGen number, const QPDFObjectHandle& value)
 {
+    texts_.erase(number.getObj());
     file_.replaceObject(number, value);
     record(number, Kind::Changed);
 }
 
 void Changes::remove(QPDFObjGen number)
 {
-    unsettled_.push_back(number);
+    texts_.erase(number.getObj());
+    removed_.push_back(number);
     record(number, Kind::Removed);
+}
+
+void Changes::replaceText(QPDFObjGen number, std::string text)
+{
+    texts_[number.getObj()] = {number.getGen(), std::move(text)};
+    record(number, Kind::Changed);
+}
+
+const std::string* Changes::text(int number) const
+{
+    const auto found = texts_.find(number);
+    return found == texts_.end() ? nullptr : &found->second.second;
+}
+
+void Changes::build(int number)
+{
+    const auto found = texts_.find(number);
+    if (found != texts_.end()) {
+        const auto& [generation, text] = found->second;
+        file_.replaceObject(QPDFObjGen(number, generation), QPDFObjectHandle::parse(&file_, text));
+        texts_.erase(found);
+    }
 }
 
 void Changes::settle()
 {
-    for (const QPDFObjGen& number : unsettled_) {
+    while (!texts_.empty()) {
+        build(texts_.begin()->first);
+    }
+    for (const QPDFObjGen& number : removed_) {
         file_.replaceObject(number, QPDFObjectHandle::newNull());
     }
-    unsettled_.clear();
+    removed_.clear();
 }
 
 } // namespace karvel

@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFObjectHandle.hh>
+#include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace karvel {
@@ -29,6 +31,13 @@ public:
     /// Puts another value in an object's place; what refers to the object sees the new value.
     void replace(QPDFObjGen number, const QPDFObjectHandle& value);
 
+    /// Gives an object a new value by its text, which must hold no strings. libqpdf is told by
+    /// settle(), so that an object whose text is known need not be built.
+    void replaceText(QPDFObjGen number, std::string text);
+
+    /// The text of an object that was changed by it and has not been built since; null for others.
+    const std::string* text(int number) const;
+
     /// Takes an object out of the document: what still refers to it refers to nothing. libqpdf is
     /// told by settle().
     void remove(QPDFObjGen number);
@@ -53,10 +62,12 @@ public:
 
 private:
     void record(QPDFObjGen number, Kind kind);
+    void build(int number);
 
     QPDF& file_;
     std::unordered_map<int, Kind> objects_;
-    std::vector<QPDFObjGen> unsettled_;
+    std::vector<QPDFObjGen> removed_;                            // not settled yet
+    std::unordered_map<int, std::pair<int, std::string>> texts_; // generation and text, likewise
     std::uint64_t revision_ = 0;
     bool trailerChanged_ = false;
     bool foreign_ = false;

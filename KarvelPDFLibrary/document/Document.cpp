@@ -234,7 +234,7 @@ void Document::putTreeRight()
 {
     std::vector<PageEntry> entries = order_.toVector();
     if (!nodes_.empty()) {
-        pageTree::prune(*file_, changes_, entries, removed_, nodes_);
+        pageTree::prune(*file_, changes_, index_.get(), entries, removed_, nodes_);
     } else if (!pageTree::write(*file_, changes_, entries, inherited_)) {
         for (PageEntry& entry : entries) {
             entry.inherited = 0;

@@ -80,6 +80,8 @@ public:
             type_ = decodedName(trimmed(value));
         } else if (key == "Kids") {
             noteKids(value);
+        } else if (key == "Count") {
+            countValue_ = spanOf(value);
         } else if (key == "Length") {
             length_ = std::string(trimmed(value));
         } else if (key == "FT" || key == "T") {
@@ -110,6 +112,7 @@ private:
         length_.clear();
         isField_ = false;
         hasKids_ = false;
+        countValue_ = {};
         flags_ = 0;
     }
 
@@ -121,6 +124,14 @@ private:
     }
 
     void noteKids(std::string_view value);
+    void keepNodeText(std::string_view text);
+
+    /// Where a part of the scanned text lies; valid until the text is read anew.
+    Span spanOf(std::string_view part) const
+    {
+        return {static_cast<std::uint32_t>(part.data() - scanned_),
+                static_cast<std::uint32_t>(part.data() - scanned_ + part.size())};
+    }
     std::size_t scanValue(std::uint32_t number, std::size_t start, bool& isDictionary);
     std::size_t passStream(std::uint32_t number, std::size_t at);
     std::uint64_t streamLength(std::uint32_t number);
@@ -147,6 +158,8 @@ private:
     std::string length_;
     bool isField_ = false;
     bool hasKids_ = false;
+    const char* scanned_ = nullptr;
+    Span countValue_;
     std::uint8_t flags_ = 0;
 };
 
@@ -217,18 +230,51 @@ void IndexBuilder::noteKids(std::string_view value)
         inWord = !space;
     }
     if (words == 3U * count) {
-        index_.kids_.push_back({0, static_cast<std::uint32_t>(valueStart_), count});
+        index_.kids_.emplace_back();
+        index_.kids_.back().firstReference = static_cast<std::uint32_t>(valueStart_);
+        index_.kids_.back().count = count;
+        index_.kids_.back().kidsValue = spanOf(value);
     }
+}
+
+/// Keeps a node's text with the places in it; forgets the node when it has strings, which would
+/// have to be enciphered anew.
+void IndexBuilder::keepNodeText(std::string_view text)
+{
+    if (index_.kids_.size() == kidsBefore_) {
+        return;
+    }
+    bool hasStrings = text.find('(') != std::string_view::npos;
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        if (text[i] == '<') {
+            hasStrings = hasStrings || text[i + 1] != '<';
+            ++i;
+        }
+    }
+    if (hasStrings) {
+        index_.kids_.pop_back();
+        return;
+    }
+    KidsOfNode& node = index_.kids_.back();
+    const Span own = spanOf(text);
+    const auto relative = [&](Span span) {
+        return span.end == 0 ? Span() : Span{span.begin - own.begin, span.end - own.begin};
+    };
+    node.text = std::string(text);
+    node.kidsValue = relative(node.kidsValue);
+    node.countValue = relative(countValue_);
 }
 
 /// Scans the value at `start` of the opened text; reads more of the file while it is too short.
 std::size_t IndexBuilder::scanValue(std::uint32_t number, std::size_t start, bool& isDictionary)
 {
     for (;;) {
+        scanned_ = text_.view().data();
         ValueScanner scanner(text_.view(), *this);
         const ScanResult result = scanner.scan(start);
         if (result == ScanResult::Complete) {
             isDictionary = scanner.isDictionary();
+            keepNodeText(text_.view().substr(start, scanner.position() - start));
             return scanner.position();
         }
         if (result == ScanResult::Malformed || !text_.extend()) {
@@ -401,12 +447,14 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
         }
         IndexedObject& object = index_.objects_[member];
         beginObject();
+        scanned_ = text.data();
         ValueScanner scanner(text, *this);
         if (scanner.scan(start) != ScanResult::Complete) {
             notFit(static_cast<std::uint32_t>(member), "its text does not read as expected");
         }
         object.start = start;
         object.end = scanner.position();
+        keepNodeText(std::string_view(text).substr(start, object.end - start));
         keep(object, static_cast<std::uint32_t>(member), scanner.isDictionary());
         members.members.push_back(static_cast<std::uint32_t>(member));
     }

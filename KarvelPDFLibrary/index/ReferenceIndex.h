@@ -49,11 +49,23 @@ struct IndexedObject {
     std::uint8_t flags = 0;
 };
 
-/// A page tree node's /Kids, when it is an array of references and nothing else.
+/// A part of a text.
+struct Span {
+    std::uint32_t begin = 0;
+    std::uint32_t end = 0;
+};
+
+/// A page tree node whose /Kids is an array of references and nothing else and that holds no
+/// strings. Its text is kept, since nodes are what changes when pages go.
 struct KidsOfNode {
     std::uint32_t object = 0;
     std::uint32_t firstReference = 0;
     std::uint32_t count = 0;
+    std::string text;
+
+    /// The values of /Kids and /Count in the text; an empty span where there is none.
+    Span kidsValue;
+    Span countValue;
 };
 
 /// An object stream and its members in order.

@@ -360,17 +360,66 @@ std::optional<ReadPages> readFromIndex(QPDF& file, const index::ReferenceIndex& 
     return IndexReader(file, index).run();
 }
 
-void prune(QPDF& file, Changes& changes, const std::vector<PageEntry>& remaining,
-           const std::vector<PageEntry>& removed, const std::vector<TreeNode>& nodes)
+namespace {
+
+/// A node's text with other kids and another count.
+std::string prunedText(const index::ReferenceIndex& index, const index::KidsOfNode& node,
+                       const std::unordered_set<int>& gone, long long pages)
+{
+    std::string kids = "[";
+    for (std::uint32_t i = 0; i < node.count; ++i) {
+        const std::uint32_t kid = index.references()[node.firstReference + i];
+        if (gone.count(static_cast<int>(kid)) == 0) {
+            kids += (kids.size() > 1 ? " " : "") + std::to_string(kid) + " " +
+                    std::to_string(index.object(kid).generation) + " R";
+        }
+    }
+    kids += "]";
+    const std::string count = " " + std::to_string(pages);
+    std::string text = node.text;
+    const auto put = [&text](index::Span at, const std::string& value) {
+        text.replace(at.begin, at.end - at.begin, value);
+    };
+    // The later one first, so that the place of the other stays right.
+    if (node.countValue.end == 0) {
+        put(node.kidsValue, " " + kids + " /Count" + count);
+    } else if (node.countValue.begin > node.kidsValue.begin) {
+        put(node.countValue, count);
+        put(node.kidsValue, " " + kids);
+    } else {
+        put(node.kidsValue, " " + kids);
+        put(node.countValue, count);
+    }
+    return text;
+}
+
+void pruneObject(QPDFObjectHandle node, const std::unordered_set<int>& gone, long long pages)
+{
+    std::vector<QPDFObjectHandle> kids = node.getKey("/Kids").getArrayAsVector();
+    const auto isGone = [&](const QPDFObjectHandle& kid) {
+        return gone.count(kid.getObjectID()) > 0;
+    };
+    kids.erase(std::remove_if(kids.begin(), kids.end(), isGone), kids.end());
+    node.replaceKey("/Kids", QPDFObjectHandle::newArray(kids));
+    node.replaceKey("/Count", QPDFObjectHandle::newInteger(pages));
+}
+
+} // namespace
+
+void prune(QPDF& file, Changes& changes, const index::ReferenceIndex* index,
+           const std::vector<PageEntry>& remaining, const std::vector<PageEntry>& removed,
+           const std::vector<TreeNode>& nodes)
 {
     std::unordered_set<int> gone;
     std::vector<bool> affected(nodes.size());
     for (const PageEntry& page : removed) {
         gone.insert(page.object);
-        for (auto node = static_cast<std::int32_t>(page.node);
-             node >= 0 && !affected[static_cast<std::size_t>(node)];
-             node = nodes[static_cast<std::size_t>(node)].parent) {
-            affected[static_cast<std::size_t>(node)] = true;
+        auto node = static_cast<std::size_t>(page.node);
+        while (!affected[node]) {
+            affected[node] = true;
+            if (nodes[node].parent >= 0) {
+                node = static_cast<std::size_t>(nodes[node].parent);
+            }
         }
     }
     std::vector<long long> pages(nodes.size(), 0);
@@ -390,15 +439,16 @@ void prune(QPDF& file, Changes& changes, const std::vector<PageEntry>& remaining
             gone.insert(node.object);
             continue;
         }
-        QPDFObjectHandle dictionary = changes.edit(file.getObject(node.object, node.generation));
-        std::vector<QPDFObjectHandle> kids = dictionary.getKey("/Kids").getArrayAsVector();
-        kids.erase(std::remove_if(kids.begin(), kids.end(),
-                                  [&](const QPDFObjectHandle& kid) {
-                                      return gone.count(kid.getObjectID()) > 0;
-                                  }),
-                   kids.end());
-        dictionary.replaceKey("/Kids", QPDFObjectHandle::newArray(kids));
-        dictionary.replaceKey("/Count", QPDFObjectHandle::newInteger(pages[i]));
+        const QPDFObjGen id(node.object, node.generation);
+        const index::KidsOfNode* kids =
+            index == nullptr || changes.objects().count(node.object) > 0
+                ? nullptr
+                : index->kidsOf(static_cast<std::uint32_t>(node.object));
+        if (kids != nullptr) {
+            changes.replaceText(id, prunedText(*index, *kids, gone, pages[i]));
+        } else {
+            pruneObject(changes.edit(file.getObject(id)), gone, pages[i]);
+        }
     }
 }
 

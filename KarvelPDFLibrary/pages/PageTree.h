@@ -60,8 +60,10 @@ bool write(QPDF& file, Changes& changes, const std::vector<PageEntry>& entries,
 
 /// Takes removed pages out of the tree that was read, and nodes that lose all their pages; the
 /// pages that remain, and nodes without removed pages, are not changed.
-void prune(QPDF& file, Changes& changes, const std::vector<PageEntry>& remaining,
-           const std::vector<PageEntry>& removed, const std::vector<TreeNode>& nodes);
+/// With an index, nodes are changed by their text.
+void prune(QPDF& file, Changes& changes, const index::ReferenceIndex* index,
+           const std::vector<PageEntry>& remaining, const std::vector<PageEntry>& removed,
+           const std::vector<TreeNode>& nodes);
 
 } // namespace pageTree
 

@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/saving/Liveness.h"
 
+#include "KarvelPDFLibrary/index/ValueScanner.h"
+
 #include <algorithm>
 
 namespace karvel::saving {
@@ -48,6 +50,10 @@ Liveness::Liveness(Document& document) : document_(document)
     while (!pending_.empty()) {
         const std::uint32_t number = pending_.back();
         pending_.pop_back();
+        if (const std::string* text = document.changes().text(static_cast<int>(number))) {
+            reachFromText(*text);
+            continue;
+        }
         if (changes_[number] >= 0) {
             const int generation = index.contains(number) ? index.object(number).generation : 0;
             reachFrom(document.file().getObject(static_cast<int>(number), generation));
@@ -71,6 +77,27 @@ void Liveness::reach(std::uint32_t object)
     if (there) {
         live_[object] = true;
         pending_.push_back(object);
+    }
+}
+
+void Liveness::reachFromText(const std::string& text)
+{
+    class Collector final : public index::ScanSink {
+    public:
+        explicit Collector(std::vector<std::uint32_t>& found) : found_(found) {}
+        void reference(std::uint32_t object, std::uint32_t) override { found_.push_back(object); }
+        void beforeEntry(std::string_view) override {}
+        void afterEntry(std::string_view, std::string_view) override {}
+
+    private:
+        std::vector<std::uint32_t>& found_;
+    };
+    std::vector<std::uint32_t> found;
+    Collector collector(found);
+    const std::string ended = text + " endobj ";
+    index::ValueScanner(ended, collector).scan(0);
+    for (const std::uint32_t object : found) {
+        reach(object);
     }
 }
 

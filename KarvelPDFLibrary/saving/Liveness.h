@@ -33,6 +33,7 @@ public:
 
 private:
     void reach(std::uint32_t object);
+    void reachFromText(const std::string& text);
     void reachFrom(const QPDFObjectHandle& value);
 
     Document& document_;

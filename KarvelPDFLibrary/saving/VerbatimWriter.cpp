@@ -65,6 +65,7 @@ private:
     void writeObjectStreams();
     std::string objectStream(const index::ObjectStreamMembers& stream);
     void writeChanged();
+    std::string changedText(std::uint32_t number, const Cipher* cipher);
     void writeEnd();
     std::string trailerEntries(std::size_t size);
     std::string identifier();
@@ -149,6 +150,16 @@ void Writer::copyUnchanged()
     }
 }
 
+/// The present value of an object that was changed or added.
+std::string Writer::changedText(std::uint32_t number, const Cipher* cipher)
+{
+    if (const std::string* text = document_.changes().text(static_cast<int>(number))) {
+        return *text;
+    }
+    const int generation = index_.contains(number) ? index_.object(number).generation : 0;
+    return objectText(document_.file().getObject(static_cast<int>(number), generation), cipher);
+}
+
 /// An object stream of the members that stay, at their present values.
 std::string Writer::objectStream(const index::ObjectStreamMembers& stream)
 {
@@ -168,7 +179,7 @@ std::string Writer::objectStream(const index::ObjectStreamMembers& stream)
             body.append(text + object.start, object.end - object.start);
         } else {
             // Strings in an object stream are enciphered with the stream, not by themselves.
-            body += objectText(document_.file().getObject(static_cast<int>(member), 0), nullptr);
+            body += changedText(member, nullptr);
         }
         body += '\n';
         entries_[member] = {CrossReference::Kind::InObjectStream, count, stream.object};
@@ -200,11 +211,10 @@ void Writer::writeChanged()
             continue;
         }
         const int generation = index_.contains(number) ? index_.object(number).generation : 0;
-        QPDFObjectHandle object = document_.file().getObject(static_cast<int>(number), generation);
+        const std::string text = changedText(number, cipher_ ? &*cipher_ : nullptr);
         entries_[number] = {CrossReference::Kind::InFile, static_cast<std::uint32_t>(generation),
                             offset_};
-        put(numbered(static_cast<int>(number), generation,
-                     objectText(object, cipher_ ? &*cipher_ : nullptr)));
+        put(numbered(static_cast<int>(number), generation, text));
     }
 }
 
