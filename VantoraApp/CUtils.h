@@ -95,4 +95,9 @@ public:
     /// Returns whether there is one; if not, `out` is unchanged.
     static bool pmap_quad_rect(double ua, double va, double ub, double vb, QPointF q0, QPointF q1,
                                QPointF q2, QPointF q3, QTransform& out);
+
+    // What the display can do. (OpenGLSupport.cpp)
+
+    /// Whether dialogs are to have a translucent background. On the user-interface thread only.
+    static bool CheckOpenGLSupport();
 };

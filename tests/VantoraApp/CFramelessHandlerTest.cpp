@@ -1,6 +1,6 @@
 #include "VantoraApp/CFramelessHandler.h"
+#include "tests/support/Pointer.h"
 
-#include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QWidget>
@@ -38,48 +38,15 @@ protected:
 
     void place() { window.setGeometry(100, 100, 400, 300); }
 
-    // Positions are those of the screen. QTest's own calls would take a window's corner for its
-    // centre.
-
-    void send(QEvent::Type type, QPoint at, Qt::MouseButton button = Qt::NoButton)
-    {
-        timestamp += 10000; // never a double click
-        qt_handleMouseEvent(window.windowHandle(), at - window.pos(), at, held, button, type, {},
-                            timestamp);
-        QCoreApplication::processEvents();
-    }
-
-    void press(QPoint at, Qt::MouseButton button = Qt::LeftButton)
-    {
-        held |= button;
-        send(QEvent::MouseButtonPress, at, button);
-    }
-
-    void move(QPoint to) { send(QEvent::MouseMove, to); }
-
-    void release(QPoint at, Qt::MouseButton button = Qt::LeftButton)
-    {
-        held &= ~Qt::MouseButtons(button);
-        send(QEvent::MouseButtonRelease, at, button);
-    }
-
-    void drag(QPoint from, QPoint to)
-    {
-        press(from);
-        move(to);
-        release(to);
-    }
-
     Qt::CursorShape cursorAt(QPoint at)
     {
-        move(at);
+        pointer.move(at);
         return window.cursor().shape();
     }
 
     Window window;
     CFramelessHandler handler;
-    Qt::MouseButtons held;
-    int timestamp = 0;
+    Pointer pointer{window};
 };
 
 struct DragRow {
@@ -115,34 +82,34 @@ TEST_F(CFramelessHandlerTest, MovesOrResizesByWhereTheButtonWentDown)
     for (const DragRow& row : drags) {
         SCOPED_TRACE(row.name);
         place();
-        drag(row.from, row.to);
+        pointer.drag(row.from, row.to);
         EXPECT_EQ(window.geometry(), row.result);
     }
 }
 
 TEST_F(CFramelessHandlerTest, FollowsTheEdgeOfThePressThroughAllOfADrag)
 {
-    press({105, 250});
+    pointer.press({105, 250});
     for (const int x : {130, 490, 200, 160})
-        move({x, 250});
+        pointer.move({x, 250});
     EXPECT_EQ(window.geometry(), QRect(160, 100, 340, 300));
-    release({160, 250});
-    move({200, 250});
+    pointer.release({160, 250});
+    pointer.move({200, 250});
     EXPECT_EQ(window.geometry(), QRect(160, 100, 340, 300));
 }
 
 TEST_F(CFramelessHandlerTest, StaysWithTheMoveBarWhenAMoveEndsAtAnEdge)
 {
-    press({300, 120});
-    move({500, 300});
-    move({320, 140});
+    pointer.press({300, 120});
+    pointer.move({500, 300});
+    pointer.move({320, 140});
     EXPECT_EQ(window.geometry(), QRect(120, 120, 400, 300));
 }
 
 TEST_F(CFramelessHandlerTest, DoesNotConsultTheMaximumSize)
 {
     window.setMaximumWidth(410);
-    drag({105, 250}, {80, 250});
+    pointer.drag({105, 250}, {80, 250});
     // The window system bounds the size, but the place shows what was asked for.
     EXPECT_EQ(window.pos(), QPoint(80, 100));
 }
@@ -151,39 +118,39 @@ TEST_F(CFramelessHandlerTest, DoesOnlyWhatItIsAllowedTo)
 {
     handler.setWidgetResizable(false);
     EXPECT_FALSE(handler.isWidgetResizable());
-    drag({105, 250}, {150, 250});
+    pointer.drag({105, 250}, {150, 250});
     EXPECT_EQ(window.geometry(), QRect(100, 100, 400, 300));
-    drag({300, 120}, {310, 120});
+    pointer.drag({300, 120}, {310, 120});
     EXPECT_EQ(window.geometry(), QRect(110, 100, 400, 300));
 
     place();
     handler.setWidgetResizable(true);
     handler.setWidgetMovable(false);
     EXPECT_FALSE(handler.isWidgetMovable());
-    drag({300, 120}, {310, 120});
+    pointer.drag({300, 120}, {310, 120});
     EXPECT_EQ(window.geometry(), QRect(100, 100, 400, 300));
-    drag({105, 250}, {150, 250});
+    pointer.drag({105, 250}, {150, 250});
     EXPECT_EQ(window.geometry(), QRect(150, 100, 350, 300));
 }
 
 TEST_F(CFramelessHandlerTest, IgnoresOtherButtons)
 {
-    press({105, 250}, Qt::RightButton);
-    move({150, 250});
+    pointer.press({105, 250}, Qt::RightButton);
+    pointer.move({150, 250});
     EXPECT_EQ(window.geometry(), QRect(100, 100, 400, 300));
-    release({150, 250}, Qt::RightButton);
+    pointer.release({150, 250}, Qt::RightButton);
 }
 
 TEST_F(CFramelessHandlerTest, StopsADragWhenAnotherButtonIsReleased)
 {
     for (const QPoint from : {QPoint(105, 250), QPoint(300, 120)}) {
         place();
-        press(from);
-        press(from, Qt::RightButton);
-        release(from, Qt::RightButton);
-        move(from + QPoint(30, 30));
+        pointer.press(from);
+        pointer.press(from, Qt::RightButton);
+        pointer.release(from, Qt::RightButton);
+        pointer.move(from + QPoint(30, 30));
         EXPECT_EQ(window.geometry(), QRect(100, 100, 400, 300));
-        release(from);
+        pointer.release(from);
     }
 }
 
@@ -192,7 +159,7 @@ TEST_F(CFramelessHandlerTest, StartsAMoveByAChildThatLeavesThePressAlone)
     QLabel label("title", &window);
     label.setGeometry(50, 10, 200, 20);
     label.show();
-    drag({200, 120}, {210, 125});
+    pointer.drag({200, 120}, {210, 125});
     EXPECT_EQ(window.geometry(), QRect(110, 105, 400, 300));
 }
 
@@ -205,8 +172,8 @@ TEST_F(CFramelessHandlerTest, ShowsWhatADragWouldDo)
         {{495, 250}, Qt::SizeHorCursor},   {{300, 103}, Qt::SizeVerCursor},
         {{300, 397}, Qt::SizeVerCursor},   {{300, 120}, Qt::ArrowCursor},
     };
-    for (const auto& [pointer, shape] : rows)
-        EXPECT_EQ(cursorAt(pointer), shape) << pointer.x() << ", " << pointer.y();
+    for (const auto& [place, shape] : rows)
+        EXPECT_EQ(cursorAt(place), shape) << place.x() << ", " << place.y();
 }
 
 TEST_F(CFramelessHandlerTest, LeavesTheCursorAloneWhenItDoesNotResize)
@@ -223,10 +190,10 @@ TEST_F(CFramelessHandlerTest, TakesItsCursorBackOnLeaveUnlessThereIsADrag)
 {
     QEvent leave(QEvent::Leave);
     ASSERT_EQ(cursorAt({105, 250}), Qt::SizeHorCursor);
-    press({105, 250});
+    pointer.press({105, 250});
     QCoreApplication::sendEvent(&window, &leave);
     EXPECT_EQ(window.cursor().shape(), Qt::SizeHorCursor);
-    release({105, 250});
+    pointer.release({105, 250});
     QCoreApplication::sendEvent(&window, &leave);
     EXPECT_EQ(window.cursor().shape(), Qt::ArrowCursor);
 }
@@ -293,7 +260,7 @@ TEST_F(CFramelessHandlerTest, ChecksTheBorderWidthButNotTheMoveBarHeight)
     EXPECT_EQ(handler.borderWidth(), 0);
     handler.setMoveBarHeight(-1);
     EXPECT_EQ(handler.moveBarHeight(), -1);
-    drag({300, 101}, {310, 111});
+    pointer.drag({300, 101}, {310, 111});
     EXPECT_EQ(window.geometry(), QRect(100, 100, 400, 300));
 }
 

@@ -1,3 +1,5 @@
+#include "VantoraApp/StyleSheetMessages.h"
+
 #include <QtCore/QTemporaryDir>
 #include <QtWidgets/QApplication>
 
@@ -9,11 +11,12 @@ int main(int argc, char** argv)
     testing::InitGoogleMock(&argc, argv);
     const QTemporaryDir home;
     const QByteArray path = home.path().toUtf8();
-    for (const char* name :
-         {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "TMPDIR"})
+    for (const char* name : {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME",
+                             "XDG_RUNTIME_DIR", "TMPDIR"})
         qputenv(name, path);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    DropStyleSheetMessages();
     QApplication application(argc, argv);
     QApplication::setApplicationName("vantora-test");
     return home.isValid() ? RUN_ALL_TESTS() : 1;

@@ -1,0 +1,270 @@
+#include "VantoraApp/CVantoraDialog.h"
+
+#include "VantoraApp/CUtils.h"
+#include "VantoraApp/CVantoraDialogStyle.h"
+#include "VantoraApp/CVantoraHeaderButton.h"
+#include "VantoraApp/HostSetting.h"
+#include "VantoraApp/ProductTitle.h"
+
+#include <QtCore/QEvent>
+#include <QtGui/QFontInfo>
+#include <QtGui/QFontMetrics>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
+#include <QtWidgets/QFrame>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QVBoxLayout>
+
+namespace {
+
+constexpr int headerHeight = 30;
+constexpr QMargins headerMargins(10, 3, 5, 2);
+constexpr int shadowWidth = 8;
+constexpr int borderWidth = 9;
+
+QString Resource(const char* name)
+{
+    return QLatin1String(":/Vantora/Resources/") + QLatin1String(name);
+}
+
+} // namespace
+
+CVantoraDialog::CVantoraDialog(QWidget* parent, bool flag)
+    : QDialog(parent, Qt::FramelessWindowHint), mFlag(flag)
+{
+    const HostSetting setting = FindHostSetting(parent);
+    mPreviewHost = setting.previewHost;
+    if (CUtils::CheckOpenGLSupport()) {
+        setAttribute(Qt::WA_TranslucentBackground);
+        mExtraHeight = 51;
+        mExtraWidth = 16;
+    }
+
+    resize(730, 599);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    setMinimumSize(100, 100);
+    setWindowIcon(QIcon(Resource("Icons/App_icon_256x256.png")));
+    setProperty("iconSize", QSize(24, 24));
+
+    mGridLayout = new QGridLayout(this);
+    mGridLayout->setObjectName("VDgridLayout");
+    mGridLayout->setSpacing(0);
+    mGridLayout->setContentsMargins(0, 0, 0, 0);
+
+    CreateShadowsAbove();
+    CreateMainFrame(setting.insideMainWindow);
+    CreateHeader();
+    if (setting.insideMainWindow || mPreviewHost != nullptr)
+        mPrefixLabel->hide();
+    else
+        mPrefixLabel->setText(ProductTitle() + " -");
+    CreateContent();
+    CreateShadowsBelow();
+
+    mFramelessHandler.activateOn(this);
+    mFramelessHandler.setWidgetResizable(true);
+    mFramelessHandler.setMoveBarHeight(headerHeight);
+    mFramelessHandler.setBorderWidth(borderWidth);
+}
+
+QFrame* CVantoraDialog::CreateFrame(const char* name, const char* styleSheet, int row, int column)
+{
+    auto* frame = new QFrame(this);
+    frame->setObjectName(name);
+    frame->setStyleSheet(styleSheet);
+    frame->setFrameShape(QFrame::StyledPanel);
+    frame->setFrameShadow(QFrame::Raised);
+    mGridLayout->addWidget(frame, row, column, 1, 1);
+    return frame;
+}
+
+QFrame* CVantoraDialog::CreateShadow(const char* name, const char* styleSheet, int row, int column)
+{
+    QFrame* shadow = CreateFrame(name, styleSheet, row, column);
+    if (column != 1)
+        shadow->setFixedWidth(shadowWidth);
+    if (row != 1)
+        shadow->setFixedHeight(shadowWidth);
+    // Only the window system's own shadow is shown; the frames stay for the hosts' style sheets.
+    shadow->hide();
+    return shadow;
+}
+
+void CVantoraDialog::CreateShadowsAbove()
+{
+    namespace Style = VantoraDialogStyle;
+    mShadowTopLeft = CreateShadow("VDshadowTopLeft", Style::shadowTopLeft, 0, 0);
+    mShadowTop = CreateShadow("VDshadowTop", Style::shadowTop, 0, 1);
+    mShadowTopRight = CreateShadow("VDshadowTopRight", Style::shadowTopRight, 0, 2);
+    mShadowLeft = CreateShadow("VDshadowLeft", Style::shadowLeft, 1, 0);
+}
+
+void CVantoraDialog::CreateShadowsBelow()
+{
+    namespace Style = VantoraDialogStyle;
+    mShadowRight = CreateShadow("VDshadowRight", Style::shadowRight, 1, 2);
+    mShadowBtmLeft = CreateShadow("VDshadowBtmLeft", Style::shadowBtmLeft, 2, 0);
+    mShadowBtm = CreateShadow("VDshadowBtm", Style::shadowBtm, 2, 1);
+    mShadowBtmRight = CreateShadow("VDshadowBtmRight", Style::shadowBtmRight, 2, 2);
+}
+
+void CVantoraDialog::CreateMainFrame(bool insideMainWindow)
+{
+    mMainFrame = CreateFrame("VDmainFrame", VantoraDialogStyle::mainFrame, 1, 1);
+    mMainFrame->setMinimumSize(40, 40);
+    if (!insideMainWindow) {
+        QString styleSheet = mMainFrame->styleSheet();
+        for (const auto& [inside, outside] : VantoraDialogStyle::coloursOutsideMainWindow)
+            styleSheet.replace(inside, outside);
+        mMainFrame->setStyleSheet(styleSheet);
+    }
+    mMainVerticalLayout = new QVBoxLayout(mMainFrame);
+    mMainVerticalLayout->setObjectName("VDMainVerticalLayout");
+    mMainVerticalLayout->setSpacing(2);
+    mMainVerticalLayout->setContentsMargins(0, 0, 0, 0);
+}
+
+void CVantoraDialog::CreateHeader()
+{
+    mHeaderWidget = new QWidget(mMainFrame);
+    mHeaderWidget->setObjectName("VDheaderWidget");
+    mHeaderWidget->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    mHeaderWidget->setFixedHeight(headerHeight);
+    mHeaderWidget->setStyleSheet(VantoraDialogStyle::header);
+    mHeaderHorizontalLayout = new QHBoxLayout(mHeaderWidget);
+    mHeaderHorizontalLayout->setObjectName("VDHeaderHorizontalLayout");
+    mHeaderHorizontalLayout->setSpacing(6);
+    mHeaderHorizontalLayout->setContentsMargins(headerMargins);
+
+    mPrefixLabel = new QLabel(mHeaderWidget);
+    mPrefixLabel->setObjectName("VDPrefixLabel");
+    mPrefixLabel->setStyleSheet("color:white;");
+    mHeaderHorizontalLayout->addWidget(mPrefixLabel);
+
+    mTitleLabel = new QLabel(mHeaderWidget);
+    mTitleLabel->setObjectName("VDtitleLabel");
+    mTitleLabel->setStyleSheet("color: white;");
+    mHeaderHorizontalLayout->addWidget(mTitleLabel);
+    mHeaderHorizontalLayout->setStretch(1, 1);
+
+    mMainVerticalLayout->addWidget(mHeaderWidget);
+    FitHeaderFont();
+}
+
+void CVantoraDialog::CreateContent()
+{
+    mContentWidget = new QWidget(mMainFrame);
+    mContentWidget->setObjectName("VDcontentWidget");
+    mContentLayout = new QVBoxLayout(mContentWidget);
+    mContentLayout->setContentsMargins(1, 1, 1, 1);
+    mMainVerticalLayout->addWidget(mContentWidget);
+    mMainVerticalLayout->setStretch(1, 1);
+}
+
+// The header keeps its height whatever the font is, so large fonts are shown smaller in it.
+void CVantoraDialog::FitHeaderFont()
+{
+    const int room = headerHeight - headerMargins.top() - headerMargins.bottom();
+    QFont fitting;
+    const int height = fontMetrics().height();
+    if (height > room) {
+        fitting = font();
+        fitting.setPixelSize(fontInfo().pixelSize() * room / height);
+    }
+    mPrefixLabel->setFont(fitting);
+    mTitleLabel->setFont(fitting);
+}
+
+void CVantoraDialog::changeEvent(QEvent* event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::FontChange && mTitleLabel != nullptr)
+        FitHeaderFont();
+}
+
+QRect CVantoraDialog::ReferenceArea() const
+{
+    if (mPreviewHost != nullptr && mPreviewHost->objectName() == "VantoraPreviewClass")
+        return mPreviewHost->geometry();
+    return QGuiApplication::primaryScreen()->availableGeometry();
+}
+
+void CVantoraDialog::VDaddMainWidget(QWidget* widget, bool fixedSize)
+{
+    const QSize content = widget->size();
+    setGeometry(QRect(frameGeometry().topLeft(),
+                      QSize(content.width() + mExtraWidth, content.height() + mExtraHeight)));
+    move(ReferenceArea().center() - QRect(QPoint(0, 0), size()).center());
+
+    mFixedHeight = content.height() + mExtraHeight;
+    setMinimumHeight(mFixedHeight);
+    if (fixedSize) {
+        setFixedWidth(content.width());
+        setFixedHeight(mFixedHeight);
+    } else {
+        setMinimumWidth(content.width() + mExtraWidth);
+    }
+    updateGeometry();
+    mContentLayout->addWidget(widget);
+    mContentLayout->setContentsMargins(0, 0, 0, 0);
+    mFramelessHandler.setWidgetResizable(!fixedSize);
+}
+
+CVantoraHeaderButton* CVantoraDialog::CreateHeaderButton(const char* name, const char* image,
+                                                         const char* disabledImage, int iconSize)
+{
+    auto* button = new CVantoraHeaderButton(mHeaderWidget);
+    button->setObjectName(name);
+    button->setFixedSize(24, 24);
+    button->setFocusPolicy(Qt::NoFocus);
+    QIcon icon;
+    icon.addFile(Resource(image), QSize(), QIcon::Normal, QIcon::Off);
+    icon.addFile(Resource(disabledImage), QSize(), QIcon::Disabled, QIcon::On);
+    button->setIcon(icon);
+    button->setIconSize(QSize(iconSize, iconSize));
+    button->setAutoRaise(true);
+    button->setStyleSheet(VantoraDialogStyle::headerButton);
+    mHeaderHorizontalLayout->addWidget(button);
+    return button;
+}
+
+void CVantoraDialog::VDaddCloseButton()
+{
+    mCloseButton =
+        CreateHeaderButton("vantoraHeaderCloseBtn", "WinClose.png", "WinClose_disabled.png", 14);
+    mCloseButton->setAccessibleName(tr("Close"));
+    connect(mCloseButton, &QToolButton::clicked, this, &QDialog::reject);
+}
+
+// The buttons of the header take no focus; the keyboard reaches them by their shortcuts.
+void CVantoraDialog::VDaddTopButtons()
+{
+    mAddToActionListButton =
+        CreateHeaderButton("VDtoolbarAddToActionListButton", "PaneActionList_extra.png",
+                           "PaneActionList_disabled.png", 20);
+    mAddToActionListButton->setToolTip(tr("Add to/Create new Action"));
+    mAddToActionListButton->setAccessibleName(mAddToActionListButton->toolTip());
+    mAddToActionListButton->setShortcut(tr("Alt+A"));
+    connect(mAddToActionListButton, SIGNAL(clicked()), this, SLOT(on_VDShowSaveDialog()));
+
+    mAddToCollectionsButton = CreateHeaderButton("VDtoolbarAddToCollectionsButton",
+                                                 "Collection.png", "Collection_disabled.png", 20);
+    mAddToCollectionsButton->setToolTip(tr("Add to Favorites/Save settings"));
+    mAddToCollectionsButton->setAccessibleName(mAddToCollectionsButton->toolTip());
+    mAddToCollectionsButton->setShortcut(tr("Alt+F"));
+    connect(mAddToCollectionsButton, SIGNAL(clicked()), this,
+            SLOT(on_VDShowSaveCollectionDialog()));
+}
+
+void CVantoraDialog::VDhideAddToActionListButton()
+{
+    if (mAddToActionListButton != nullptr)
+        mAddToActionListButton->hide();
+}
+
+int CVantoraDialog::exec()
+{
+    return QDialog::exec();
+}

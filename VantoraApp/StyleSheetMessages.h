@@ -1,0 +1,7 @@
+#pragma once
+
+/// Keeps off the terminal what Qt says about the dialogs' style sheets, which name colours without
+/// the alpha value that they announce and an image "none.png" that stands for no image. All other
+/// messages go on to the handler of before. For programs, once at their start; not for plug-ins,
+/// which may be unloaded before the program ends.
+void DropStyleSheetMessages();

@@ -1,0 +1,369 @@
+#include "VantoraApp/CVantoraDialog.h"
+#include "VantoraApp/CVantoraHeaderButton.h"
+#include "tests/support/FakeOpenGL.h"
+#include "tests/support/ModalDialogs.h"
+#include "tests/support/Pointer.h"
+
+#include <QtGui/QScreen>
+#include <QtWidgets/QFrame>
+#include <QtWidgets/QGridLayout>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+namespace {
+
+/// A dialog as a subclass makes it.
+class Dialog : public CVantoraDialog {
+    Q_OBJECT
+
+public:
+    explicit Dialog(QWidget* parent = nullptr) : CVantoraDialog(parent, true) {}
+
+    using CVantoraDialog::PreviewHost;
+    using CVantoraDialog::TitleLabel;
+
+    QWidget* addContent(QSize size, bool fixedSize)
+    {
+        auto* content = new QWidget;
+        content->resize(size);
+        VDaddMainWidget(content, fixedSize);
+        return content;
+    }
+
+    template <class Widget = QWidget>
+    Widget& child(const char* name)
+    {
+        return *findChild<Widget*>(name);
+    }
+
+    int listShown = 0;
+    int collectionShown = 0;
+
+public slots:
+    void on_VDShowSaveDialog() { ++listShown; }
+    void on_VDShowSaveCollectionDialog() { ++collectionShown; }
+};
+
+/// Widgets of the given names, each inside the one before it.
+class Ancestors {
+public:
+    explicit Ancestors(const std::vector<const char*>& names)
+    {
+        for (const char* name : names) {
+            auto* widget = new QWidget(innermost);
+            widget->setObjectName(name);
+            if (!outermost)
+                outermost.reset(widget);
+            innermost = widget;
+        }
+    }
+
+    std::unique_ptr<QWidget> outermost;
+    QWidget* innermost = nullptr;
+};
+
+class CVantoraDialogTest : public testing::Test {
+protected:
+    ~CVantoraDialogTest() override { hasOpenGL = false; }
+};
+
+struct SettingRow {
+    const char* name;
+    std::vector<const char*> ancestors; ///< from the outermost
+    bool inMainWindow;
+    const char* previewHost;
+};
+
+const SettingRow settings[] = {
+    {"no parent", {}, false, nullptr},
+    {"other parents", {"vantoraclass", "Other"}, false, nullptr},
+    {"the main window", {"VantoraClass"}, true, nullptr},
+    {"inside the main window", {"VantoraClass", "Other"}, true, nullptr},
+    {"the preview", {"VantoraPreviewClass"}, false, "VantoraPreviewClass"},
+    {"the preview inside the main window",
+     {"VantoraClass", "VantoraPreviewClass", "Other"},
+     false,
+     "VantoraPreviewClass"},
+    {"the main window inside the preview", {"VantoraPreviewClass", "VantoraClass"}, true, nullptr},
+};
+
+TEST_F(CVantoraDialogTest, LooksAsItsSettingWants)
+{
+    for (const SettingRow& row : settings) {
+        SCOPED_TRACE(row.name);
+        const Ancestors ancestors(row.ancestors);
+        Dialog dialog(ancestors.innermost);
+
+        const QString style = dialog.child("VDmainFrame").styleSheet();
+        EXPECT_EQ(style.contains("border: 1px solid rgb(50,50,170);"), row.inMainWindow);
+        EXPECT_EQ(style.contains("border: 1px solid rgb(140,130,130);"), !row.inMainWindow);
+        EXPECT_EQ(style.contains("stop:0 rgba(70,90,160), stop:1 rgba(40,60,90)"),
+                  row.inMainWindow);
+        EXPECT_EQ(style.contains("stop:0 rgba(140,130,130), stop:1 rgba(40,36,36)"),
+                  !row.inMainWindow);
+        EXPECT_TRUE(style.contains("background: rgb(147, 147 ,147);"));
+
+        QWidget* const preview = dialog.PreviewHost();
+        EXPECT_EQ(preview == nullptr ? QString() : preview->objectName(), row.previewHost);
+
+        auto& prefix = dialog.child<QLabel>("VDPrefixLabel");
+        const bool elsewhere = !row.inMainWindow && row.previewHost == nullptr;
+        EXPECT_EQ(prefix.isHidden(), !elsewhere);
+        EXPECT_EQ(prefix.text(), elsewhere ? "Sorrelin -" : "");
+    }
+}
+
+struct FrameRow {
+    const char* name;
+    int row;
+    int column;
+    QSize minimum;
+    QSize maximum;
+    bool hidden;
+};
+
+const FrameRow frames[] = {
+    {"VDshadowTopLeft", 0, 0, {8, 8}, {8, 8}, true},
+    {"VDshadowTop", 0, 1, {0, 8}, {16777215, 8}, true},
+    {"VDshadowTopRight", 0, 2, {8, 8}, {8, 8}, true},
+    {"VDshadowLeft", 1, 0, {8, 0}, {8, 16777215}, true},
+    {"VDmainFrame", 1, 1, {40, 40}, {16777215, 16777215}, false},
+    {"VDshadowRight", 1, 2, {8, 0}, {8, 16777215}, true},
+    {"VDshadowBtmLeft", 2, 0, {8, 8}, {8, 8}, true},
+    {"VDshadowBtm", 2, 1, {0, 8}, {16777215, 8}, true},
+    {"VDshadowBtmRight", 2, 2, {8, 8}, {8, 8}, true},
+};
+
+TEST_F(CVantoraDialogTest, HasAFrameOfHiddenShadowsAroundTheMainFrame)
+{
+    Dialog dialog;
+    dialog.show();
+    auto* grid = qobject_cast<QGridLayout*>(dialog.layout());
+    ASSERT_NE(grid, nullptr);
+    EXPECT_EQ(grid->objectName(), "VDgridLayout");
+    for (const FrameRow& row : frames) {
+        SCOPED_TRACE(row.name);
+        auto& frame = dialog.child<QFrame>(row.name);
+        EXPECT_EQ(grid->itemAtPosition(row.row, row.column)->widget(), &frame);
+        EXPECT_EQ(frame.minimumSize(), row.minimum);
+        EXPECT_EQ(frame.maximumSize(), row.maximum);
+        EXPECT_EQ(frame.isHidden(), row.hidden);
+        EXPECT_EQ(frame.frameShape(), QFrame::StyledPanel);
+        EXPECT_EQ(frame.frameShadow(), QFrame::Raised);
+        EXPECT_TRUE(frame.styleSheet().contains(QString("QFrame#") + row.name + " {"));
+    }
+    EXPECT_EQ(dialog.child("VDmainFrame").size(), dialog.size());
+}
+
+TEST_F(CVantoraDialogTest, HasAHeaderOfThirtyPixelsAboveTheContent)
+{
+    Dialog dialog;
+    QWidget* const content = dialog.addContent({400, 300}, false);
+    dialog.show();
+    QWidget& header = dialog.child("VDheaderWidget");
+    EXPECT_EQ(header.height(), 30);
+    EXPECT_EQ(header.mapTo(&dialog, QPoint(0, 0)), QPoint(1, 1)) << "inside the frame's border";
+    EXPECT_EQ(content->parentWidget()->objectName(), "VDcontentWidget");
+    EXPECT_GT(content->mapTo(&dialog, QPoint(0, 0)).y(), 30);
+    EXPECT_EQ(dialog.windowFlags() & Qt::FramelessWindowHint, Qt::FramelessWindowHint);
+    EXPECT_EQ(dialog.property("iconSize").toSize(), QSize(24, 24));
+}
+
+struct SizeRow {
+    const char* name;
+    bool openGL;
+    bool fixedSize;
+    QSize size;
+    QSize minimum;
+    QSize maximum;
+};
+
+const SizeRow sizes[] = {
+    {"plain", false, false, {400, 335}, {400, 335}, {16777215, 16777215}},
+    {"plain and fixed", false, true, {400, 335}, {400, 335}, {400, 335}},
+    {"translucent", true, false, {416, 351}, {416, 351}, {16777215, 16777215}},
+    {"translucent and fixed", true, true, {400, 351}, {400, 351}, {400, 351}},
+};
+
+TEST_F(CVantoraDialogTest, IsSizedForItsContent)
+{
+    for (const SizeRow& row : sizes) {
+        SCOPED_TRACE(row.name);
+        hasOpenGL = row.openGL;
+        Dialog dialog;
+        EXPECT_EQ(dialog.testAttribute(Qt::WA_TranslucentBackground), row.openGL);
+        dialog.addContent({400, 300}, row.fixedSize);
+        dialog.show();
+        EXPECT_EQ(dialog.size(), row.size);
+        EXPECT_EQ(dialog.minimumSize(), row.minimum);
+        EXPECT_EQ(dialog.maximumSize(), row.maximum);
+    }
+}
+
+TEST_F(CVantoraDialogTest, IsCentredOnTheScreenOrOnThePreview)
+{
+    Dialog dialog;
+    dialog.addContent({400, 300}, false);
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    EXPECT_EQ(dialog.pos(), screen.center() - QPoint(199, 167));
+
+    QWidget preview;
+    preview.setObjectName("VantoraPreviewClass");
+    preview.setGeometry(600, 400, 101, 51);
+    Dialog inside(&preview);
+    inside.addContent({401, 300}, false);
+    EXPECT_EQ(inside.pos(), QPoint(650 - 200, 425 - 167));
+
+    Dialog renamed(&preview);
+    preview.setObjectName("Other");
+    renamed.addContent({400, 300}, false);
+    EXPECT_EQ(renamed.pos(), screen.center() - QPoint(199, 167));
+    EXPECT_EQ(renamed.PreviewHost(), &preview);
+}
+
+TEST_F(CVantoraDialogTest, IsMovedByItsHeaderAndResizedByItsBorderUnlessFixed)
+{
+    for (const bool fixedSize : {false, true}) {
+        SCOPED_TRACE(fixedSize ? "fixed" : "not fixed");
+        Dialog dialog;
+        dialog.addContent({400, 300}, fixedSize);
+        dialog.TitleLabel()->setText("Title");
+        dialog.show();
+        Pointer pointer(dialog);
+
+        dialog.move(100, 100);
+        pointer.drag({200, 120}, {210, 125});
+        EXPECT_EQ(dialog.pos(), QPoint(110, 105)) << "by the header";
+        dialog.move(100, 100);
+        pointer.drag({200, 135}, {210, 140});
+        EXPECT_EQ(dialog.pos(), QPoint(100, 100)) << "below the header";
+        pointer.drag({491, 250}, {549, 250});
+        EXPECT_EQ(dialog.width(), fixedSize ? 400 : 450) << "by the border";
+        pointer.drag({540, 250}, {400, 250});
+        EXPECT_EQ(dialog.width(), fixedSize ? 400 : 450) << "below the minimum";
+    }
+}
+
+TEST_F(CVantoraDialogTest, HasTheHeaderButtonsInTheOrderInWhichTheyWereAdded)
+{
+    Dialog dialog;
+    dialog.VDaddTopButtons();
+    dialog.VDaddCloseButton();
+    QLayout* header = dialog.child("VDheaderWidget").layout();
+    EXPECT_EQ(header->objectName(), "VDHeaderHorizontalLayout");
+    QStringList names;
+    for (int i = 0; i < header->count(); ++i)
+        names << header->itemAt(i)->widget()->objectName();
+    EXPECT_EQ(names, (QStringList{"VDPrefixLabel", "VDtitleLabel", "VDtoolbarAddToActionListButton",
+                                  "VDtoolbarAddToCollectionsButton", "vantoraHeaderCloseBtn"}))
+        << names.join(' ').toStdString();
+    for (auto* button : dialog.findChildren<CVantoraHeaderButton*>()) {
+        EXPECT_EQ(button->minimumSize(), QSize(24, 24));
+        EXPECT_EQ(button->maximumSize(), QSize(24, 24));
+        EXPECT_EQ(button->focusPolicy(), Qt::NoFocus);
+        EXPECT_FALSE(button->accessibleName().isEmpty());
+    }
+    EXPECT_EQ(dialog.child("VDtoolbarAddToActionListButton").toolTip(), "Add to/Create new Action");
+    EXPECT_EQ(dialog.child("VDtoolbarAddToCollectionsButton").toolTip(),
+              "Add to Favorites/Save settings");
+}
+
+TEST_F(CVantoraDialogTest, CallsTheSubclassByMouseAndByKeyboard)
+{
+    Dialog dialog;
+    dialog.addContent({400, 300}, false);
+    dialog.VDaddTopButtons();
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    QTest::mouseClick(&dialog.child("VDtoolbarAddToActionListButton"), Qt::LeftButton);
+    EXPECT_EQ(dialog.listShown, 1);
+    QTest::mouseClick(&dialog.child("VDtoolbarAddToCollectionsButton"), Qt::LeftButton);
+    EXPECT_EQ(dialog.collectionShown, 1);
+    QTest::keyClick(&dialog, Qt::Key_A, Qt::AltModifier);
+    QTest::keyClick(&dialog, Qt::Key_F, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&dialog] { return dialog.listShown == 2 && dialog.collectionShown == 2; }));
+}
+
+TEST_F(CVantoraDialogTest, TakesADoubleClickOnAHeaderButtonForOneClick)
+{
+    Dialog dialog;
+    dialog.addContent({400, 300}, false);
+    dialog.VDaddTopButtons();
+    dialog.show();
+    QWidget& button = dialog.child("VDtoolbarAddToActionListButton");
+    QTest::mousePress(&button, Qt::LeftButton);
+    QTest::mouseRelease(&button, Qt::LeftButton);
+    QMouseEvent second(QEvent::MouseButtonDblClick, QPointF(5, 5), Qt::LeftButton, Qt::LeftButton,
+                       {});
+    QCoreApplication::sendEvent(&button, &second);
+    EXPECT_TRUE(second.isAccepted());
+    QTest::mouseRelease(&button, Qt::LeftButton);
+    EXPECT_EQ(dialog.listShown, 1);
+}
+
+TEST_F(CVantoraDialogTest, HidesTheActionListButtonWhenItIsThere)
+{
+    Dialog dialog;
+    dialog.VDhideAddToActionListButton();
+    dialog.VDaddTopButtons();
+    EXPECT_FALSE(dialog.child("VDtoolbarAddToActionListButton").isHidden());
+    dialog.VDhideAddToActionListButton();
+    EXPECT_TRUE(dialog.child("VDtoolbarAddToActionListButton").isHidden());
+    EXPECT_FALSE(dialog.child("VDtoolbarAddToCollectionsButton").isHidden());
+}
+
+TEST_F(CVantoraDialogTest, IsRejectedByItsCloseButtonAndByEscape)
+{
+    Dialog dialog;
+    dialog.addContent({400, 300}, false);
+    dialog.VDaddCloseButton();
+    {
+        OnModal<Dialog> run([](Dialog& shown) {
+            QTest::mouseClick(&shown.child("vantoraHeaderCloseBtn"), Qt::LeftButton);
+        });
+        EXPECT_EQ(dialog.exec(), QDialog::Rejected);
+    }
+    {
+        OnModal<Dialog> run([](Dialog& shown) { QTest::keyClick(&shown, Qt::Key_Escape); });
+        EXPECT_EQ(dialog.exec(), QDialog::Rejected);
+    }
+    {
+        OnModal<Dialog> run([](Dialog& shown) { shown.accept(); });
+        EXPECT_EQ(dialog.exec(), QDialog::Accepted);
+    }
+}
+
+TEST_F(CVantoraDialogTest, ShowsLargeFontsWholeInItsHeader)
+{
+    const QFont before = QApplication::font();
+    Dialog dialog;
+    dialog.TitleLabel()->setText("Title");
+    const auto fits = [&dialog] {
+        QLabel* label = dialog.TitleLabel();
+        return label->fontMetrics().height() <= label->height();
+    };
+    dialog.show();
+    const int usual = dialog.TitleLabel()->fontInfo().pixelSize();
+    EXPECT_TRUE(fits());
+    for (const int points : {20, 40}) {
+        QFont large = before;
+        large.setPointSize(points);
+        QApplication::setFont(large);
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(fits()) << points;
+        EXPECT_GE(dialog.TitleLabel()->fontInfo().pixelSize(), usual) << points;
+    }
+    QApplication::setFont(before);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(dialog.TitleLabel()->fontInfo().pixelSize(), usual);
+}
+
+} // namespace
+
+#include "CVantoraDialogTest.moc"

@@ -1,0 +1,32 @@
+#include "VantoraApp/StyleSheetMessages.h"
+
+#include <QtCore/QStringList>
+#include <QtCore/QtGlobal>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QStringList messages;
+
+void note(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& message)
+{
+    messages << message;
+}
+
+TEST(DropStyleSheetMessages, LetsAllOtherMessagesPass)
+{
+    const QtMessageHandler before = qInstallMessageHandler(note);
+    DropStyleSheetMessages();
+    DropStyleSheetMessages();
+    qWarning("Could not create pixmap from none.png");
+    qWarning("QCssParser::parseColorValue: Specified color with alpha value but no alpha given: "
+             "'rgba 210, 210, 210'");
+    qWarning("Could not create pixmap from :/other.png");
+    qWarning("QObject::connect: No such slot");
+    qInstallMessageHandler(before);
+    EXPECT_EQ(messages, (QStringList{"Could not create pixmap from :/other.png",
+                                     "QObject::connect: No such slot"}));
+}
+
+} // namespace

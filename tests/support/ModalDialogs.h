@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTimer>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QDialog>
+
+#include <gtest/gtest.h>
+#include <memory>
+
+/// Lets `use` loose on the next modal dialog of a type, once that is shown. Made before the call
+/// that runs the dialog. When no such dialog comes, or `use` leaves it open, all are closed and
+/// the test fails, instead of waiting for ever.
+template <class Dialog>
+class OnModal {
+public:
+    template <class Use>
+    explicit OnModal(Use use)
+    {
+        waiting_.start();
+        timer_.setInterval(1);
+        QObject::connect(&timer_, &QTimer::timeout, [this, use] {
+            auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
+            if (dialog != nullptr && dialog->isVisible() && !used_) {
+                used_ = true;
+                use(*dialog);
+            } else if (waiting_.hasExpired(20000)) {
+                ADD_FAILURE() << (used_ ? "a dialog was left open" : "no dialog came");
+                closeAll();
+            }
+        });
+        timer_.start();
+    }
+
+    ~OnModal() { EXPECT_TRUE(used_) << "no dialog came"; }
+
+    bool used() const { return used_; }
+
+private:
+    static void closeAll()
+    {
+        while (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+            dialog->reject();
+    }
+
+    QTimer timer_;
+    QElapsedTimer waiting_;
+    bool used_ = false;
+};
