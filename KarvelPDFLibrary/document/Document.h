@@ -126,6 +126,9 @@ public:
     /// Whether pages get content streams of their own before a change of content (content module).
     bool ownContentStreams = false;
 
+    /// Streams that pages were given of their own, with what they were made from (content module).
+    std::vector<std::pair<QPDFObjectHandle, QPDFObjectHandle>> separatedStreams;
+
 private:
     explicit Document(std::shared_ptr<io::ByteSource> source);
     Status open(const LoadOptions& options);

@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/saving/Save.h"
 
+#include "KarvelPDFLibrary/content/ContentStreams.h"
 #include "KarvelPDFLibrary/saving/Damage.h"
 #include "KarvelPDFLibrary/saving/VerbatimWriter.h"
 
@@ -153,6 +154,9 @@ void rewrite(Document& document, io::ByteSink& sink, const SaveOptions& options)
 
 Status writeTo(Document& document, io::ByteSink& sink, const SaveOptions& options)
 {
+    if (Status status = content::giveUpUnchangedStreams(document); !status) {
+        return status;
+    }
     const bool verbatim = whyNotVerbatim(document, options).empty();
     const auto degree = verbatim ? Document::Synchronized::Recorded : Document::Synchronized::Whole;
     if (Status status = document.synchronize(degree); !status) {

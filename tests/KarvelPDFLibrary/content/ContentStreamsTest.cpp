@@ -1,0 +1,101 @@
+#include "KarvelPDFLibrary/content/ContentStreams.h"
+
+#include "KarvelPDFLibrary/pages/DeletePages.h"
+#include "KarvelPDFLibrary/saving/Save.h"
+#include "tests/support/Inspect.h"
+#include "tests/support/PdfBuilder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace karvel;
+using support::PdfBuilder;
+
+/// Three pages: all share a heading, pages 1 and 2 share their whole content.
+std::string sharingDocument()
+{
+    support::PagedDocument file(3);
+    PdfBuilder& builder = file.builder;
+    const int font = builder.add("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>");
+    const int heading = builder.addStream("BT /F1 9 Tf 72 760 Td (Heading) Tj ET");
+    const int body = builder.addStream(support::showText("Both"));
+    const int own = builder.addStream(support::showText("Alone"));
+    const int contents[] = {body, body, own};
+    for (std::size_t i = 0; i < 3; ++i) {
+        builder.set(file.pages[i],
+                    "<< /Type /Page /Parent " + PdfBuilder::reference(file.root) +
+                        " /MediaBox [0 0 612 792] /Contents [" + PdfBuilder::reference(heading) +
+                        " " + PdfBuilder::reference(contents[i]) + "] /Resources << /Font << /F1 " +
+                        PdfBuilder::reference(font) + " >> >> >>");
+    }
+    return file.build();
+}
+
+std::string saved(Document& document)
+{
+    saving::SaveOptions options;
+    options.objectStreams = saving::ObjectStreams::Keep;
+    options.streamData = saving::StreamData::Keep;
+    return saving::toString(document, options).value();
+}
+
+std::size_t occurrences(const std::string& text, const std::string& part)
+{
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += part.size()) {
+        ++count;
+    }
+    return count;
+}
+
+TEST(ContentStreams, StaySharedUntilOwnOnesWereAskedFor)
+{
+    auto document = support::opened(sharingDocument());
+    ASSERT_TRUE(content::ownStreams(*document, 1).has_value());
+    EXPECT_FALSE(document->isModified());
+}
+
+TEST(ContentStreams, ChangeForOnePageOnly)
+{
+    auto document = support::opened(sharingDocument());
+    content::removeSharedStreams(*document);
+    ASSERT_TRUE(content::ownStreams(*document, 2).has_value());
+    QPDFObjectHandle body = document->page(2).getKey("/Contents").getArrayItem(1);
+    document->changes().edit(body).replaceStreamData(
+        support::showText("Changed"), QPDFObjectHandle::newNull(), QPDFObjectHandle::newNull());
+    const std::string bytes = saved(*document);
+    EXPECT_EQ(support::pageTexts(bytes),
+              (std::vector<std::string>{"Heading  Both", "Heading  Changed", "Heading  Alone"}));
+    EXPECT_EQ(support::problems(bytes), "");
+    EXPECT_EQ(occurrences(bytes, "(Heading)"), 1U) << "what was not changed is stored once";
+}
+
+TEST(ContentStreams, AreStoredOnceWhenNothingWasChanged)
+{
+    const std::string before = sharingDocument();
+    auto document = support::opened(before);
+    content::removeSharedStreams(*document);
+    for (int page = 1; page <= 3; ++page) {
+        ASSERT_TRUE(content::ownStreams(*document, page).has_value());
+    }
+    QPDFObjectHandle first = document->page(1).getKey("/Contents").getArrayItem(1);
+    QPDFObjectHandle second = document->page(2).getKey("/Contents").getArrayItem(1);
+    EXPECT_NE(first.getObjectID(), second.getObjectID());
+    const std::string bytes = saved(*document);
+    EXPECT_EQ(occurrences(bytes, "(Both)"), 1U);
+    EXPECT_LE(bytes.size(), before.size() + 60); // the identifier is new
+    EXPECT_EQ(support::pageTexts(bytes),
+              (std::vector<std::string>{"Heading  Both", "Heading  Both", "Heading  Alone"}));
+}
+
+TEST(ContentStreams, SurviveTheDeletionOfAPageThatSharesThem)
+{
+    auto document = support::opened(sharingDocument());
+    content::removeSharedStreams(*document);
+    ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
+    EXPECT_EQ(support::pageTexts(saved(*document)),
+              (std::vector<std::string>{"Heading  Both", "Heading  Alone"}));
+}
+
+} // namespace
