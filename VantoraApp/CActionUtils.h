@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QtCore/QDir>
 #include <QtCore/QList>
 #include <QtCore/QMap>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 #include <QtCore/QVariant>
 #include <QtGui/QMatrix>
 
@@ -70,6 +72,14 @@ public:
 
     /// The command's keyword, or "INVALID_INDEX".
     static QString SplitComGetCommandString(int index);
+
+    // File search. (FileSearch.cpp)
+
+    /// The absolute paths of the files in the folder, and in all folders below it when `recursive`,
+    /// that have one of the suffixes: without the dot, in any case. The order is that of a
+    /// depth-first walk by the character codes of the names. Left out are hidden files and folders,
+    /// links of either kind, folders that cannot be read, and names that are not text.
+    static QStringList SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive);
 
     // Placement on a page. (Placement.cpp)
 

@@ -1,0 +1,208 @@
+#include "VantoraApp/CActionUtils.h"
+
+#include <QtCore/QFile>
+#include <algorithm>
+#include <climits>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+// The walk goes from folder descriptor to folder descriptor and not by paths, since a path longer
+// than PATH_MAX opens nothing; and it keeps its place in a vector and not on the stack, since a
+// tree may be deeper than any stack.
+
+namespace {
+
+struct CloseFolder {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+using Folder = std::unique_ptr<DIR, CloseFolder>;
+
+Folder openFolder(int below, const char* path, int flags)
+{
+    const int descriptor = openat(below, path, O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags);
+    if (descriptor < 0) {
+        return nullptr;
+    }
+    Folder folder(fdopendir(descriptor));
+    if (!folder) {
+        close(descriptor);
+    }
+    return folder;
+}
+
+/// Opens an absolute path of any length, in pieces that the system takes.
+Folder openPath(QByteArray path)
+{
+    Folder folder;
+    int from = AT_FDCWD;
+    while (path.size() >= PATH_MAX) {
+        const int piece = path.lastIndexOf('/', PATH_MAX - 1);
+        if (piece <= 0) {
+            return nullptr;
+        }
+        folder = openFolder(from, path.left(piece).constData(), 0);
+        if (!folder) {
+            return nullptr;
+        }
+        from = dirfd(folder.get());
+        path.remove(0, piece + 1);
+    }
+    return openFolder(from, path.constData(), 0);
+}
+
+mode_t kindOf(DIR* folder, const dirent& entry)
+{
+    if (entry.d_type != DT_UNKNOWN) {
+        return DTTOIF(entry.d_type);
+    }
+    struct stat status = {};
+    const bool known = fstatat(dirfd(folder), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0;
+    return known ? status.st_mode & S_IFMT : 0;
+}
+
+QString suffixOf(const QString& fileName)
+{
+    const int dot = fileName.lastIndexOf('.');
+    return dot < 0 ? QString() : fileName.mid(dot + 1);
+}
+
+bool takesAll(const QStringList& nameFilters)
+{
+    return nameFilters.isEmpty() || nameFilters.contains("*");
+}
+
+class FileSearch {
+public:
+    FileSearch(QStringList suffixes, bool recursive)
+        : suffixes_(std::move(suffixes)), recursive_(recursive)
+    {
+    }
+
+    QStringList below(const QDir& start)
+    {
+        path_ = start.absolutePath();
+        if (Folder folder = openPath(QFile::encodeName(path_))) {
+            enter(std::move(folder), start.nameFilters());
+        }
+        while (!levels_.empty()) {
+            visitNext();
+        }
+        return std::move(found_);
+    }
+
+private:
+    struct Entry {
+        QString name;
+        bool isFolder;
+    };
+
+    /// A folder on the way from the start to where the walk is.
+    struct Level {
+        Folder folder; ///< null when it was closed, because many levels lie below
+        std::pair<dev_t, ino_t> identity;
+        int pathLength;
+        std::vector<Entry> entries;
+        std::size_t next = 0;
+    };
+
+    /// How many folders are open at once.
+    static constexpr std::size_t openLevels = 16;
+
+    void visitNext()
+    {
+        Level& level = levels_.back();
+        path_.truncate(level.pathLength);
+        if (level.next == level.entries.size()) {
+            levels_.pop_back();
+            return;
+        }
+        const Entry& entry = level.entries[level.next++];
+        if (!entry.isFolder) {
+            found_ << QString(path_ + '/' + entry.name).replace('\\', '/');
+            return;
+        }
+        if (!reopen(level)) {
+            return;
+        }
+        Folder folder = openFolder(dirfd(level.folder.get()),
+                                   QFile::encodeName(entry.name).constData(), O_NOFOLLOW);
+        if (folder) {
+            path_ = (path_ == "/" ? path_ : path_ + '/') + entry.name;
+            enter(std::move(folder), {});
+        }
+    }
+
+    void enter(Folder folder, const QStringList& nameFilters)
+    {
+        Level level;
+        level.identity = identityOf(folder.get());
+        level.pathLength = path_.size();
+        level.entries = wanted(folder.get(), nameFilters);
+        level.folder = std::move(folder);
+        levels_.push_back(std::move(level));
+        if (levels_.size() > openLevels) {
+            levels_[levels_.size() - openLevels - 1].folder.reset();
+        }
+    }
+
+    /// Opens the folder at `path_` again if it was closed; not another one that took its place.
+    bool reopen(Level& level)
+    {
+        if (!level.folder) {
+            level.folder = openPath(QFile::encodeName(path_));
+            if (level.folder && identityOf(level.folder.get()) != level.identity) {
+                level.folder.reset();
+            }
+        }
+        return level.folder != nullptr;
+    }
+
+    static std::pair<dev_t, ino_t> identityOf(DIR* folder)
+    {
+        struct stat status = {};
+        fstat(dirfd(folder), &status);
+        return {status.st_dev, status.st_ino};
+    }
+
+    std::vector<Entry> wanted(DIR* folder, const QStringList& nameFilters) const
+    {
+        std::vector<Entry> entries;
+        while (const dirent* entry = readdir(folder)) {
+            const bool hidden = entry->d_name[0] == '.';
+            const mode_t kind = hidden ? 0 : kindOf(folder, *entry);
+            if (kind != S_IFREG && !(kind == S_IFDIR && recursive_)) {
+                continue;
+            }
+            const QString name = QFile::decodeName(entry->d_name);
+            if (kind == S_IFREG && !suffixes_.contains(suffixOf(name), Qt::CaseInsensitive)) {
+                continue;
+            }
+            // A name that is not text in the system's encoding cannot be part of a path here.
+            if (QFile::encodeName(name) == entry->d_name &&
+                (takesAll(nameFilters) || QDir::match(nameFilters, name))) {
+                entries.push_back({name, kind == S_IFDIR});
+            }
+        }
+        std::sort(entries.begin(), entries.end(),
+                  [](const Entry& a, const Entry& b) { return a.name < b.name; });
+        return entries;
+    }
+
+    const QStringList suffixes_;
+    const bool recursive_;
+    QString path_; ///< of the last of the levels
+    std::vector<Level> levels_;
+    QStringList found_;
+};
+
+} // namespace
+
+QStringList CActionUtils::SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive)
+{
+    return FileSearch(std::move(suffixes), recursive).below(folder);
+}
