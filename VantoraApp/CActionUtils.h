@@ -73,6 +73,22 @@ public:
     /// The command's keyword, or "INVALID_INDEX".
     static QString SplitComGetCommandString(int index);
 
+    // What the user last visited and entered, in one settings file for all actions. A key names a
+    // purpose and holds either a location or links. A change that cannot be written is lost.
+    // (RememberedPaths.cpp)
+
+    /// Nothing is checked: the location need not exist and may be empty.
+    static void SaveLastVisitedLocation(QString key, QString location);
+
+    /// The key's location; the user's desktop folder when there is none.
+    static QString GetLastVisitedLocation(QString key);
+
+    /// Puts the link before the key's others; five different ones are kept.
+    static void SaveLastEnteredLink(QString key, QString link);
+
+    /// The key's links, the last one entered first.
+    static QStringList GetLastEnteredLinks(QString key);
+
     // File search. (FileSearch.cpp)
 
     /// The absolute paths of the files in the folder, and in all folders below it when `recursive`,
