@@ -180,16 +180,17 @@ TEST_F(FileSearch, PassesOverNamesThatAreNotText)
 
 TEST_F(FileSearch, FindsAHundredThousandFilesInOrder)
 {
+    // Links of one file a folder: names are all that counts, and they are made faster.
     QStringList expected;
     const QByteArray bytes = QFile::encodeName(root());
     for (int folder = 0; folder < 10; ++folder) {
         const QString name = QString::number(folder);
-        QDir(root()).mkdir(name);
+        create({name + "/0.txt"});
         const int below = open((bytes + "/" + name.toLatin1()).constData(), O_RDONLY | O_DIRECTORY);
         for (int file = 10000; file < 20000; ++file) {
-            const QString fileName = QString::number(file) + ".pdf";
+            const QByteArray fileName = QByteArray::number(file) + ".pdf";
             expected << name + "/" + fileName;
-            close(openat(below, fileName.toLatin1().constData(), O_CREAT | O_WRONLY, 0600));
+            ASSERT_EQ(linkat(below, "0.txt", below, fileName.constData(), 0), 0);
         }
         close(below);
     }
@@ -248,7 +249,7 @@ private:
 
 TEST_F(FileSearch, GoesDownAVeryDeepTreeAndComesBackWithFewDescriptors)
 {
-    constexpr int depth = 10000;
+    constexpr int depth = 5000;
     const DeepTree tree(root(), depth);
     QStringList expected;
     for (int level = depth; level >= 1; --level) {

@@ -3,6 +3,7 @@
 #include "tests/support/ScratchHome.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace {
 
@@ -62,12 +63,20 @@ TEST_F(TemporaryNames, OfFoldersFallBackToTheTemporaryFolder)
 
 TEST_F(TemporaryNames, OfFoldersEndWithTheLastNumberWhenAllAreTaken)
 {
-    // Links need no inode each, as a hundred thousand folders would.
-    const QByteArray target = QFile::encodeName(scratch.home());
-    ASSERT_TRUE(QFile::link(target, path("n")));
-    for (int k = 0; k < 100000; ++k) {
-        QFile::link(target, path("n_" + QString::number(k)));
+    // Links of a few files: a hundred thousand folders would take their time.
+    const auto link = [&](const QString& file, const QString& name) {
+        return ::link(QFile::encodeName(path(file)).constData(),
+                      QFile::encodeName(path(name)).constData());
+    };
+    ScratchHome::touch(path("n"));
+    for (int k = 0; k < 99999; ++k) {
+        const QString file = "file" + QString::number(k / 10000);
+        if (k % 10000 == 0) {
+            ScratchHome::touch(path(file));
+        }
+        ASSERT_EQ(link(file, "n_" + QString::number(k)), 0);
     }
+    QDir(scratch.temporary()).mkdir("n_99999");
     QString name = "n";
     CUtils::GetNewTempFolder(&name);
     EXPECT_EQ(name, path("n_99999"));
