@@ -13,6 +13,14 @@ void Changes::record(QPDFObjGen number, Kind kind)
     }
 }
 
+/// libqpdf reads an object stream whole when one of its members is first needed, and then puts back
+/// what was put in a member's place before. So the old value is read first.
+void Changes::put(QPDFObjGen number, const QPDFObjectHandle& value)
+{
+    file_.getObject(number).getTypeCode();
+    file_.replaceObject(number, value);
+}
+
 QPDFObjectHandle Changes::edit(const QPDFObjectHandle& object)
 {
     QPDFObjectHandle handle = object;
@@ -41,7 +49,7 @@ QPDFObjectHandle Changes::add(const QPDFObjectHandle& direct)
 void Changes::replace(QPDFObjGen number, const QPDFObjectHandle& value)
 {
     texts_.erase(number.getObj());
-    file_.replaceObject(number, value);
+    put(number, value);
     record(number, Kind::Changed);
 }
 
@@ -69,7 +77,7 @@ void Changes::build(int number)
     const auto found = texts_.find(number);
     if (found != texts_.end()) {
         const auto& [generation, text] = found->second;
-        file_.replaceObject(QPDFObjGen(number, generation), QPDFObjectHandle::parse(&file_, text));
+        put(QPDFObjGen(number, generation), QPDFObjectHandle::parse(&file_, text));
         texts_.erase(found);
     }
 }
@@ -80,7 +88,7 @@ void Changes::settle()
         build(texts_.begin()->first);
     }
     for (const QPDFObjGen& number : removed_) {
-        file_.replaceObject(number, QPDFObjectHandle::newNull());
+        put(number, QPDFObjectHandle::newNull());
     }
     removed_.clear();
 }

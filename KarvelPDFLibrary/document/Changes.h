@@ -63,6 +63,7 @@ public:
 private:
     void record(QPDFObjGen number, Kind kind);
     void build(int number);
+    void put(QPDFObjGen number, const QPDFObjectHandle& value);
 
     QPDF& file_;
     std::unordered_map<int, Kind> objects_;
