@@ -21,10 +21,13 @@ if [ ! -e "$build/build.ninja" ]; then
         exit 1
     fi
 fi
-if ! ninja -C "$build" -n "$@" 2>/dev/null | grep -q 'no work to do'; then
-    echo "building ($preset), the log is in build/$preset/build.log ..."
-    if ! ninja -C "$build" "$@" >"$log" 2>&1; then
-        cat "$log" >&2
-        exit 1
-    fi
+# Says so only when there is something to build; looking for new files is step 0.
+{ ninja -C "$build" "$@" 2>&1 || touch "$build/.failed"; } |
+    awk -v log_file="$log" -v preset="$preset" '
+        { print >log_file }
+        /^\[[1-9]/ && !said { print "building (" preset "), the log is in build/" preset "/build.log ..."; said = 1; fflush() }'
+if [ -e "$build/.failed" ]; then
+    rm -f "$build/.failed"
+    cat "$log" >&2
+    exit 1
 fi

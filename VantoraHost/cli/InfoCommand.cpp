@@ -90,6 +90,9 @@ void printText(const DocumentInfo& info, std::ostream& out)
                         : info.title->empty() ? "none"
                                               : shown(*info.title));
     sheet.line("pages", grouped(static_cast<std::uint64_t>(info.pages)));
+    if (info.pageSizes.empty()) {
+        sheet.line("page size", "unknown");
+    }
     for (std::size_t i = 0; i < info.pageSizes.size() && i < sizesShown; ++i) {
         sheet.line(i == 0 ? "page size" : "", sizeLine(info.pageSizes[i]));
     }
@@ -98,7 +101,7 @@ void printText(const DocumentInfo& info, std::ostream& out)
                            " more, which --json lists");
     }
     sheet.line("file size", sizeText(info.bytes));
-    sheet.line("PDF version", shown(info.version));
+    sheet.line("PDF version", info.version.empty() ? "unknown" : shown(info.version));
     sheet.line("encryption", info.encryption.value_or("unknown"));
     if (const std::string missing = notPermitted(info); !missing.empty()) {
         sheet.line("not permitted", missing);

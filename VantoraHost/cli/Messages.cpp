@@ -110,7 +110,7 @@ std::string sizeText(std::uint64_t bytes)
         return std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes");
     }
     // In tenths, so that rounding up to 1000 kB can go on to 1.0 MB.
-    std::uint64_t tenths = (bytes + 50) / 100;
+    std::uint64_t tenths = bytes / 100 + (bytes % 100 >= 50 ? 1 : 0);
     std::size_t unit = 0;
     while (tenths >= 10000 && unit + 1 < std::size(units)) {
         tenths = (tenths + 500) / 1000;

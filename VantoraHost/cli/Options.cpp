@@ -40,10 +40,30 @@ constexpr char infoExamples[] = R"(Examples:
   vantora info report.pdf
   vantora info --json *.pdf)";
 
-// One value an occurrence. Otherwise the parser would take the file name "[a,b]" for two.
-CLI::Option* oneEach(CLI::Option* option)
+// The parser would print how many values are wanted, which is all there are.
+class HelpText : public CLI::Formatter {
+public:
+    std::string make_option_usage(const CLI::Option* option) const override
+    {
+        return option->get_name() + "...";
+    }
+};
+
+// The parser takes a value such as "[a,b]" for two of an option that it may feed with more; file
+// names have to come through as they are. So options take one value an occurrence...
+CLI::Option* oneEach(CLI::Option* option, const char* value)
 {
-    return option->allow_extra_args(false);
+    return option->allow_extra_args(false)->option_text(value);
+}
+
+// ... and what stands alone is wanted as often as there are arguments.
+CLI::Option* takeAll(CLI::Option* option, std::size_t arguments)
+{
+    return option->required()
+        ->expected(static_cast<int>(arguments))
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+        ->allow_extra_args(false)
+        ->option_text("...");
 }
 
 struct RunArguments {
@@ -63,32 +83,37 @@ struct RunArguments {
     RunOptions options;
 };
 
-void declareRun(CLI::App& program, RunArguments& run)
+CLI::App& declareCommand(CLI::App& program, const char* name, const char* what)
 {
-    run.command = program.add_subcommand("run", "Run actions over documents");
-    CLI::App& command = *run.command;
+    return *program.add_subcommand(name, what)->group("Commands");
+}
+
+void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
+{
+    CLI::App& command = declareCommand(program, "run", "Run actions over documents");
+    run.command = &command;
     command.footer(runExamples);
-    command.add_option("INPUT", run.options.inputs, "PDF files; - is standard input")
-        ->required()
-        ->allow_extra_args(false)
-        ->type_name("");
+    takeAll(command.add_option("INPUT", run.options.inputs, "PDF files; - is standard input"),
+            arguments);
     run.pagesOption =
         oneEach(command.add_option("-p,--pages", run.pages,
                                    "Remove these pages, for example 1,4-6,9-15,21; short for\n"
-                                   "--action \"Delete Pages\" --set byPageRangeTextEdit=RANGE"));
-    run.pagesOption->type_name("RANGE");
-    run.actionOption = oneEach(command.add_option(
-        "--action", run.actions, "Run this action; several run one after the other"));
-    run.actionOption->type_name("NAME");
-    run.setOption = oneEach(command.add_option(
-        "--set", run.settings, "An option of the action before it; may be repeated"));
-    run.setOption->type_name("KEY=VALUE");
+                                   "--action \"Delete Pages\" --set byPageRangeTextEdit=RANGE"),
+                "RANGE");
+    run.actionOption =
+        oneEach(command.add_option("--action", run.actions,
+                                   "Run this action; several run one after the other"),
+                "NAME");
+    run.setOption =
+        oneEach(command.add_option("--set", run.settings,
+                                   "An option of the action before it; may be repeated"),
+                "KEY=VALUE");
     run.outputOption =
         command.add_option("-o,--output", run.output, "Write to this file; - is standard output");
-    run.outputOption->type_name("FILE");
+    run.outputOption->option_text("FILE");
     run.folderOption = command.add_option("-d,--directory", run.folder,
                                           "Write into this folder, under the inputs' names");
-    run.folderOption->type_name("DIR");
+    run.folderOption->option_text("DIR");
     command.add_flag("-i,--in-place", run.inPlace, "Replace the inputs, each by a finished file");
     command.add_flag("--backup", run.backup, "With --in-place: keep each original as NAME.pdf.bak");
     command.add_flag("--overwrite", run.options.overwrite,
@@ -96,7 +121,7 @@ void declareRun(CLI::App& program, RunArguments& run)
     command
         .add_option("--password-file", run.options.passwordFile,
                     "Passwords, one a line, tried in order")
-        ->type_name("FILE");
+        ->option_text("FILE");
     command.add_flag("-n,--dry-run", run.options.dryRun,
                      "Say which pages would go and write nothing");
     command.add_flag("--json", run.options.json,
@@ -104,23 +129,20 @@ void declareRun(CLI::App& program, RunArguments& run)
     command.add_flag("-q,--quiet", run.options.quiet, "Print nothing but errors");
 }
 
-void declareInfo(CLI::App& program, InfoOptions& info)
+void declareInfo(CLI::App& program, InfoOptions& info, std::size_t arguments)
 {
-    CLI::App& command = *program.add_subcommand("info", "Show what documents are");
+    CLI::App& command = declareCommand(program, "info", "Show what documents are");
     command.footer(infoExamples);
-    command.add_option("FILE", info.inputs, "PDF files; - is standard input")
-        ->required()
-        ->allow_extra_args(false)
-        ->type_name("");
+    takeAll(command.add_option("FILE", info.inputs, "PDF files; - is standard input"), arguments);
     command
         .add_option("--password-file", info.passwordFile, "Passwords, one a line, tried in order")
-        ->type_name("FILE");
+        ->option_text("FILE");
     command.add_flag("--json", info.json, "Print one JSON object per document");
 }
 
 void declareActions(CLI::App& program, ActionsOptions& actions)
 {
-    CLI::App& command = *program.add_subcommand("actions", "List the actions that are installed");
+    CLI::App& command = declareCommand(program, "actions", "List the actions that are installed");
     command.add_flag("--json", actions.json, "Print one JSON object per action");
 }
 
@@ -130,6 +152,12 @@ Ending mistake(const std::string& sentence, const std::string& helpFor)
     std::replace(line.begin(), line.end(), '\n', ' ');
     return {WrongUsage,
             line + "; see vantora " + helpFor + (helpFor.empty() ? "--help" : " --help")};
+}
+
+std::string commandMistake(const std::vector<std::string>& arguments)
+{
+    const std::string which = "name what to do: run, info or actions";
+    return arguments.empty() ? which : "\"" + arguments.front() + "\" is no command; " + which;
 }
 
 // The steps in the order of the command line, which the parser keeps apart by option.
@@ -239,11 +267,14 @@ tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments)
     program.footer(programExamples);
     program.set_version_flag("--version", "vantora " VANTORA_VERSION);
     program.require_subcommand(1, 1);
+    auto help = std::make_shared<HelpText>();
+    help->label("SUBCOMMAND", "COMMAND");
+    program.formatter(help);
     RunArguments run;
     InfoOptions info;
     ActionsOptions actions;
-    declareRun(program, run);
-    declareInfo(program, info);
+    declareRun(program, run, arguments.size());
+    declareInfo(program, info, arguments.size());
     declareActions(program, actions);
 
     const auto chosen = [&]() -> std::string {
@@ -256,6 +287,9 @@ tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments)
         return tl::unexpected<Ending>(Ending{AllDone, program.help()});
     } catch (const CLI::CallForVersion& version) {
         return tl::unexpected<Ending>(Ending{AllDone, version.what() + std::string("\n")});
+    } catch (const CLI::RequiredError& error) {
+        return tl::unexpected<Ending>(
+            mistake(chosen().empty() ? commandMistake(arguments) : error.what(), chosen()));
     } catch (const CLI::ParseError& error) {
         return tl::unexpected<Ending>(mistake(error.what(), chosen()));
     }

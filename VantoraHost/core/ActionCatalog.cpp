@@ -108,9 +108,11 @@ Result<Action> ActionCatalog::find(const std::string& name) const
             known += (known.empty() ? "" : ", ") + action->name;
         }
     }
+    if (known.empty()) {
+        return fail(Reason::ActionUnusable, {}, "no action is installed");
+    }
     return fail(Reason::ActionMissing, {},
-                known.empty() ? "no action is installed"
-                              : "no action \"" + name + "\" is installed, only: " + known);
+                "no action \"" + name + "\" is installed, only: " + known);
 }
 
 } // namespace vantora

@@ -77,20 +77,31 @@ std::string paperName(int format)
     return format >= 1 && format <= static_cast<int>(std::size(names)) ? names[format - 1] : "";
 }
 
+// A page's size in hundredths of a point, as a viewer shows it.
+std::pair<long, long> shownSize(Library& library, int page)
+{
+    constexpr int cropBox = 2;
+    constexpr int widthOfBox = 5;
+    constexpr int heightOfBox = 6;
+    const long width = std::lround(library.GetPageBoxAt(page, cropBox, widthOfBox) * 100);
+    const long height = std::lround(library.GetPageBoxAt(page, cropBox, heightOfBox) * 100);
+    const bool lying = library.GetPageRotationAt(page) % 180 != 0;
+    return lying ? std::make_pair(height, width) : std::make_pair(width, height);
+}
+
 std::vector<PageSize> pageSizesOf(Library& library, int pages)
 {
     std::vector<PageSize> sizes;
     std::map<std::pair<long, long>, std::size_t> known;
     for (int page = 1; page <= pages; ++page) {
-        if (library.SelectPage(page) != 1) {
-            continue;
+        const auto size = shownSize(library, page);
+        if (size.first == 0 && size.second == 0) {
+            continue; // the library could not tell
         }
-        const auto hundredths = std::make_pair(std::lround(library.PageWidth() * 100),
-                                               std::lround(library.PageHeight() * 100));
-        const auto [entry, isNew] = known.emplace(hundredths, sizes.size());
+        const auto [entry, isNew] = known.emplace(size, sizes.size());
         if (isNew) {
-            sizes.push_back({static_cast<double>(hundredths.first) / 100,
-                             static_cast<double>(hundredths.second) / 100, page, 0,
+            sizes.push_back({static_cast<double>(size.first) / 100,
+                             static_cast<double>(size.second) / 100, page, 0,
                              paperName(library.FindPageFormat(page))});
         }
         ++sizes[entry->second].pages;

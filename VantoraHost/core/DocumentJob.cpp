@@ -59,7 +59,7 @@ Outcome DocumentJob::process(DocumentReport& report, const Target& target)
     if (!document) {
         return tl::unexpected<Error>(document.error());
     }
-    report.output = target.path;
+    report.output = target.name;
     const Outcome done = [&]() -> Outcome {
         if (const Outcome changed = changePages(report); !changed) {
             return changed;
@@ -147,7 +147,7 @@ Outcome DocumentJob::saveToFile(const std::string& input, const Target& target)
     if (library.SaveToFile(toWide(target.path)) != 1) {
         Error error = failure(input, "can't be saved");
         if (error.reason == Reason::OutputNotWritable || error.reason == Reason::OutputExists) {
-            error.sentence = "the output " + target.path + ": " + error.sentence;
+            error.sentence = "the output " + target.name + ": " + error.sentence;
         }
         return tl::unexpected<Error>(std::move(error));
     }

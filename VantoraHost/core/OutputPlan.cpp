@@ -20,9 +20,10 @@ bool isFolder(const fs::path& path)
     return fs::is_directory(path, failed);
 }
 
-Target fileTarget(const fs::path& path, bool replace)
+Target fileTarget(const fs::path& name, const fs::path& path, bool replace)
 {
     Target target;
+    target.name = name;
     target.path = path;
     target.replace = replace;
     return target;
@@ -99,7 +100,7 @@ private:
         std::error_code failed;
         const fs::file_status itself = fs::symlink_status(output, failed);
         if (!fs::exists(itself)) {
-            return fileTarget(output, false);
+            return fileTarget(output, output, false);
         }
         if (identity && !fs::is_regular_file(output, failed)) {
             return fail(Reason::OutputNotAFile, input,
@@ -110,7 +111,7 @@ private:
                         "the output " + output.string() + " exists already");
         }
         const fs::path behindLinks = fs::canonical(output, failed);
-        return fileTarget(failed ? output : behindLinks, true);
+        return fileTarget(output, failed ? output : behindLinks, true);
     }
 
     Result<Target> replacementOf(const std::string& input, bool backup) const
@@ -118,7 +119,7 @@ private:
         std::error_code failed;
         const fs::path file = fs::canonical(input, failed);
         // Opening the input will say what is wrong with one that isn't there.
-        Target target = fileTarget(failed ? fs::path(input) : file, true);
+        Target target = fileTarget(input, failed ? fs::path(input) : file, true);
         target.replaceBackup = overwrite;
         if (backup) {
             target.backup = target.path + ".bak";
@@ -160,7 +161,7 @@ Result<Planned> planOutputs(const std::vector<std::string>& inputs, const Destin
     Planner planner(inputs, overwrite);
     if (std::holds_alternative<ToStandardOutput>(destination)) {
         Target target;
-        target.path = standardStream;
+        target.name = standardStream;
         target.standardOutput = true;
         return Planned(inputs.size(), target);
     }

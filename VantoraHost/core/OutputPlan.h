@@ -26,8 +26,9 @@ using Destination = std::variant<ToFile, ToFolder, InPlace, ToStandardOutput>;
 
 /// Where one document's result goes.
 struct Target {
-    std::string path;   ///< "-" for standard output; through links for a file that is replaced
-    std::string backup; ///< the name under which the original is kept; empty for no backup
+    std::string name;   ///< as the caller named it, "-" for standard output
+    std::string path;   ///< the file to write: the one behind the links when it is replaced
+    std::string backup; ///< the file to keep the original as; empty for no backup
     bool standardOutput = false;
     bool replace = false;       ///< whether an existing file may be replaced
     bool replaceBackup = false; ///< whether an older backup may be
