@@ -79,9 +79,7 @@ Result<std::unique_ptr<Document>> Document::create()
     QPDFObjectHandle page = document->file_->makeIndirectObject(QPDFObjectHandle::parse(
         "<< /Type /Page /MediaBox [0 0 595.276 841.89] /Resources << >> >>"));
     document->insertPages(1, {page});
-    if (Status status = document->synchronize(); !status) {
-        return tl::unexpected<Error>(status.error());
-    }
+    document->cutAndWriteTree();
     document->markSaved();
     return document;
 }
@@ -140,6 +138,10 @@ Status Document::readPages()
             return fail(read.error().code, source_->name() + ": " + read.error().text);
         }
         pages = std::move(*read);
+    }
+    std::int32_t number = 0;
+    for (PageEntry& entry : pages->entries) {
+        entry.original = ++number;
     }
     order_ = PageOrder(std::move(pages->entries));
     inherited_ = std::move(pages->inherited);
@@ -214,7 +216,7 @@ void Document::insertPages(int beforePage, const std::vector<QPDFObjectHandle>& 
     entries.reserve(pages.size());
     for (const QPDFObjectHandle& page : pages) {
         changes_.add(page);
-        entries.push_back({page.getObjGen().getObj(), page.getObjGen().getGen(), 0, 0});
+        entries.push_back({page.getObjGen().getObj(), page.getObjGen().getGen(), 0, 0, 0});
     }
     order_.insert(beforePage, entries);
     nodes_.clear();
@@ -230,8 +232,11 @@ void Document::reorderPages(std::vector<PageEntry> entries)
     ++orderRevision_;
 }
 
-void Document::putTreeRight()
+void Document::cutAndWriteTree()
 {
+    if (!treeIsStale_) {
+        return;
+    }
     std::vector<PageEntry> entries = order_.toVector();
     if (!nodes_.empty()) {
         pageTree::prune(*file_, changes_, index_.get(), entries, removed_, nodes_);
@@ -245,22 +250,10 @@ void Document::putTreeRight()
         changes_.remove(entry.id());
     }
     removed_.clear();
-    treeIsStale_ = false;
-}
-
-Status Document::synchronize(Synchronized degree)
-{
-    try {
-        if (treeIsStale_) {
-            putTreeRight();
-        }
-        if (degree == Synchronized::Whole) {
-            changes_.settle();
-        }
-    } catch (...) {
-        return tl::unexpected<Error>(currentExceptionAsError(name()));
+    for (int number = 1; number <= order_.count(); ++number) {
+        order_.at(number).original = number;
     }
-    return source_ ? source_->intact() : Status();
+    treeIsStale_ = false;
 }
 
 } // namespace karvel

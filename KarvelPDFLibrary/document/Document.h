@@ -39,8 +39,8 @@ public:
     Document(const Document&) = delete;
     Document& operator=(const Document&) = delete;
 
-    /// The objects, for reading. Page tree nodes and /Parent entries may be out of date until
-    /// synchronize() was called; changes go through changes().
+    /// The objects, for reading. Page tree nodes, /Parent entries and what refers to removed pages
+    /// may be out of date until deletion::synchronize() was called; changes go through changes().
     QPDF& file() { return *file_; }
     QPDFObjectHandle catalog() { return file_->getRoot(); }
 
@@ -77,11 +77,14 @@ public:
     /// Puts entries in place of the whole order, which must name the same pages.
     void reorderPages(std::vector<PageEntry> entries);
 
-    /// Brings objects up to date with the order: cuts what was removed and puts the page tree
-    /// right. To be called before saving and before anything looks at page tree nodes. With `Whole`
-    /// libqpdf's own view of the document is made up to date too.
-    enum class Synchronized { Recorded, Whole };
-    Status synchronize(Synchronized degree = Synchronized::Whole);
+    /// Pages that were removed and not cut yet: their objects are still there.
+    const std::vector<PageEntry>& removedPages() const { return removed_; }
+
+    /// Puts the page tree right and takes the removed pages' objects out. Whoever needs an up to
+    /// date document calls deletion::synchronize(), which first puts right what refers to them.
+    void cutAndWriteTree();
+
+    bool treeIsStale() const { return treeIsStale_; }
 
     /// Where the loaded file's objects lie and what refers to what; null for a file that is not fit
     /// for it, whose reason is indexRefusal().
@@ -133,7 +136,6 @@ private:
     explicit Document(std::shared_ptr<io::ByteSource> source);
     Status open(const LoadOptions& options);
     Status readPages();
-    void putTreeRight();
 
     std::shared_ptr<io::ByteSource> source_;
     std::string path_;

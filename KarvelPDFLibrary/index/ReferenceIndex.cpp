@@ -72,6 +72,17 @@ public:
         generations_.push_back(static_cast<std::uint16_t>(generation));
     }
 
+    void name(std::string_view name) override
+    {
+        if (name == "D" || name == "Dest" || name == "A" || name == "AA") {
+            flags_ |= HasDestination;
+        } else if (name == "OC" || name == "OCGs" || name == "Properties") {
+            flags_ |= HasOptionalParts;
+        } else if (name.find('#') != std::string_view::npos) {
+            flags_ |= HasDestination | HasOptionalParts; // written in a way that is looked at later
+        }
+    }
+
     void beforeEntry(std::string_view) override { valueStart_ = index_.references_.size(); }
 
     void afterEntry(std::string_view key, std::string_view value) override
@@ -86,8 +97,12 @@ public:
             length_ = std::string(trimmed(value));
         } else if (key == "FT" || key == "T") {
             isField_ = true;
-        } else if (key == "Contents") {
-            flags_ |= HasContents;
+        } else if (key == "Annots") {
+            flags_ |= HasAnnotations;
+        } else if (key == "StructParents" || key == "StructParent") {
+            flags_ |= HasStructure;
+        } else if (key == "B") {
+            flags_ |= HasBeads;
         } else if (isInheritable(key)) {
             flags_ |= HasInheritable;
         }

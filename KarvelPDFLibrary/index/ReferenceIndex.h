@@ -21,12 +21,16 @@ enum class Kind : std::uint8_t {
     CrossReferenceStream,
 };
 
-/// Which keys a dictionary has that matter for reading page trees.
+/// Which keys a dictionary has that matter for page trees and for the removal of pages.
 enum Flag : std::uint8_t {
     IsDictionary = 1,
     IsStream = 2,
-    HasInheritable = 4, // one of the attributes that pages inherit
-    HasContents = 8,
+    HasInheritable = 4,    // one of the attributes that pages inherit
+    HasAnnotations = 8,    // /Annots
+    HasStructure = 16,     // /StructParents or /StructParent
+    HasBeads = 32,         // /B
+    HasDestination = 64,   // at any depth /Dest, /D, /A or /AA
+    HasOptionalParts = 128 // at any depth /OC, /OCGs or /Properties
 };
 
 /// Where an object stands and what it refers to.

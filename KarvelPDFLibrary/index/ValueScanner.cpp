@@ -296,6 +296,7 @@ ScanResult ValueScanner::run()
             open_.pop_back();
             break;
         case Token::Name:
+            sink_.name(text_.substr(tokenStart_ + 1, at_ - tokenStart_ - 1));
             if (expectsKey_ && open_ == "<") {
                 entryValueStarts();
                 continue;

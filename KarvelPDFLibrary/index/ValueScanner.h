@@ -21,6 +21,9 @@ public:
     /// "12 0 R" anywhere in the value.
     virtual void reference(std::uint32_t object, std::uint32_t generation) = 0;
 
+    /// A name anywhere in the value, key or not, without its slash and as it is written.
+    virtual void name(std::string_view) {}
+
     /// Before the value of a key of the outermost dictionary. The name is without its slash and
     /// with "#" escapes resolved, and valid only during the call.
     virtual void beforeEntry(std::string_view key) = 0;

@@ -24,6 +24,9 @@ struct PageEntry {
     /// Which node of the tree that was read holds the page (PageTree).
     std::uint32_t node = 0;
 
+    /// The page's number when the page tree was last read or written; 0 for a page that came since.
+    std::int32_t original = 0;
+
     QPDFObjGen id() const { return QPDFObjGen(object, generation); }
 };
 

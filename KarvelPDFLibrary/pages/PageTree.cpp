@@ -138,7 +138,7 @@ private:
         }
         const QPDFObjGen id = page.getObjGen();
         pages_.entries.push_back({id.getObj(), id.getGen(), path_.back().inherited,
-                                  static_cast<std::uint32_t>(path_.back().position)});
+                                  static_cast<std::uint32_t>(path_.back().position), 0});
     }
 
     QPDF& file_;
@@ -222,7 +222,8 @@ private:
             return false;
         }
         pages_.entries.push_back({static_cast<std::int32_t>(object), entry.generation,
-                                  parent.inherited, static_cast<std::uint32_t>(parent.position)});
+                                  parent.inherited, static_cast<std::uint32_t>(parent.position),
+                                  0});
         return true;
     }
 

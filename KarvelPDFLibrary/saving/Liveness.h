@@ -1,9 +1,9 @@
 #pragma once
 
 #include "KarvelPDFLibrary/document/Document.h"
+#include "KarvelPDFLibrary/document/References.h"
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -41,10 +41,5 @@ private:
     std::vector<std::int8_t> changes_;
     std::vector<std::uint32_t> pending_;
 };
-
-/// Calls `found` with every reference in a value, without following it. `value` itself may be an
-/// indirect object, whose value is looked into.
-void forEachReference(const QPDFObjectHandle& value,
-                      const std::function<void(const QPDFObjectHandle&)>& found);
 
 } // namespace karvel::saving

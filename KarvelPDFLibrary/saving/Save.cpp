@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/saving/Save.h"
 
 #include "KarvelPDFLibrary/content/ContentStreams.h"
+#include "KarvelPDFLibrary/deletion/Synchronize.h"
 #include "KarvelPDFLibrary/saving/Damage.h"
 #include "KarvelPDFLibrary/saving/VerbatimWriter.h"
 
@@ -158,8 +159,8 @@ Status writeTo(Document& document, io::ByteSink& sink, const SaveOptions& option
         return status;
     }
     const bool verbatim = whyNotVerbatim(document, options).empty();
-    const auto degree = verbatim ? Document::Synchronized::Recorded : Document::Synchronized::Whole;
-    if (Status status = document.synchronize(degree); !status) {
+    const auto degree = verbatim ? deletion::Degree::Recorded : deletion::Degree::Whole;
+    if (Status status = deletion::synchronize(document, degree); !status) {
         return status;
     }
     try {

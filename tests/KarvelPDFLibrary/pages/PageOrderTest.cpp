@@ -11,7 +11,7 @@ std::vector<PageEntry> entriesFrom(int first, int count)
 {
     std::vector<PageEntry> entries;
     for (int i = 0; i < count; ++i) {
-        entries.push_back({first + i, 0, 0, 0});
+        entries.push_back({first + i, 0, 0, 0, 0});
     }
     return entries;
 }

@@ -1,0 +1,240 @@
+#include "KarvelPDFLibrary/deletion/Removal.h"
+
+#include <algorithm>
+
+namespace karvel::deletion {
+
+Removal::Removal(Document& document) : document_(document)
+{
+    for (const PageEntry& page : document.removedPages()) {
+        pages_.insert(page.object);
+    }
+}
+
+bool Removal::may(int object, int flag) const
+{
+    const index::ReferenceIndex* index = document_.index();
+    const auto number = static_cast<std::uint32_t>(object);
+    if (index == nullptr || document_.changes().objects().count(object) > 0 ||
+        !index->contains(number)) {
+        return true;
+    }
+    return (index->object(number).flags & flag) != 0;
+}
+
+std::vector<QPDFObjectHandle> Removal::removedPagesWith(int flag)
+{
+    std::vector<QPDFObjectHandle> pages;
+    for (const PageEntry& page : document_.removedPages()) {
+        if (may(page.object, flag)) {
+            pages.push_back(file().getObject(page.id()));
+        }
+    }
+    return pages;
+}
+
+std::vector<int> Removal::remainingPagesWith(int flag)
+{
+    std::vector<int> numbers;
+    for (int number = 1; number <= document_.pageCount(); ++number) {
+        if (may(document_.order().at(number).object, flag)) {
+            numbers.push_back(number);
+        }
+    }
+    return numbers;
+}
+
+Referrers& Removal::referrers()
+{
+    if (!referrers_) {
+        referrers_.emplace(document_);
+    }
+    return *referrers_;
+}
+
+bool Removal::isTreeNode(int object) const
+{
+    const index::ReferenceIndex* index = document_.index();
+    const auto number = static_cast<std::uint32_t>(object);
+    return index != nullptr && index->contains(number) &&
+           index->object(number).kind == index::Kind::PageNode;
+}
+
+std::vector<QPDFObjectHandle> Removal::objectsWith(int flag)
+{
+    std::vector<QPDFObjectHandle> objects;
+    for (const QPDFObjGen& id : referrers().objects()) {
+        if (may(id.getObj(), flag)) {
+            QPDFObjectHandle object = file().getObject(id);
+            if (!isGone(object)) {
+                objects.push_back(object);
+            }
+        }
+    }
+    return objects;
+}
+
+void Removal::drop(const QPDFObjectHandle& object)
+{
+    if (object.isIndirect() && dropped_.insert(object.getObjectID()).second) {
+        droppedIds_.push_back(object.getObjGen());
+    }
+}
+
+std::vector<QPDFObjectHandle> Removal::referrersOf(int object)
+{
+    std::vector<QPDFObjectHandle> found;
+    std::unordered_set<std::uint32_t> seen;
+    for (const std::uint32_t referrer : referrers().of(object)) {
+        if (seen.insert(referrer).second) {
+            QPDFObjectHandle handle = file().getObject(referrers().idOf(referrer));
+            if (!isGone(handle)) {
+                found.push_back(handle);
+            }
+        }
+    }
+    return found;
+}
+
+void Removal::climbFromPages(const std::function<bool(QPDFObjectHandle)>& visit)
+{
+    std::unordered_set<std::uint32_t> seen;
+    std::vector<int> open(pages_.begin(), pages_.end());
+    while (!open.empty()) {
+        const int target = open.back();
+        open.pop_back();
+        for (const std::uint32_t referrer : referrers().of(target)) {
+            const auto number = static_cast<int>(referrer);
+            if (pages_.count(number) > 0 || dropped_.count(number) > 0 || isTreeNode(number) ||
+                !seen.insert(referrer).second) {
+                continue;
+            }
+            if (visit(file().getObject(referrers().idOf(referrer)))) {
+                open.push_back(number);
+            }
+        }
+    }
+}
+
+bool Removal::leadsToRemovedPage(QPDFObjectHandle destination) const
+{
+    if (destination.isDictionary()) {
+        destination = destination.getKey("/D");
+    }
+    if (destination.isArray()) {
+        return destination.getArrayNItems() > 0 && isRemovedPage(destination.getArrayItem(0));
+    }
+    if (destination.isName()) {
+        return goneNames.count(destination.getName()) > 0;
+    }
+    return destination.isString() && goneNames.count(destination.getStringValue()) > 0;
+}
+
+/// Takes gone objects out of a holder's arrays and dictionaries.
+void Removal::unlist(QPDFObjectHandle holder)
+{
+    bool changed = false;
+    std::vector<QPDFObjectHandle> open = {holder};
+    for (bool outermost = true; !open.empty(); outermost = false) {
+        QPDFObjectHandle part = open.back();
+        open.pop_back();
+        if (part.isIndirect() && !outermost) {
+            continue;
+        }
+        if (part.isStream()) {
+            part = part.getDict();
+        }
+        if (part.isArray()) {
+            for (int i = part.getArrayNItems(); i-- > 0;) {
+                QPDFObjectHandle item = part.getArrayItem(i);
+                if (item.isIndirect() && dropped_.count(item.getObjectID()) > 0) {
+                    part.eraseItem(i);
+                    changed = true;
+                } else {
+                    open.push_back(item);
+                }
+            }
+        } else if (part.isDictionary()) {
+            for (const auto& [key, item] : part.getDictAsMap()) {
+                if (item.isIndirect() && dropped_.count(item.getObjectID()) > 0) {
+                    part.removeKey(key);
+                    changed = true;
+                } else {
+                    open.push_back(item);
+                }
+            }
+        }
+    }
+    if (changed) {
+        changes().edit(holder);
+    }
+}
+
+void Removal::takeOutDropped()
+{
+    std::unordered_set<std::uint32_t> holders;
+    for (const QPDFObjGen& id : droppedIds_) {
+        for (const std::uint32_t referrer : referrers().of(id.getObj())) {
+            const auto number = static_cast<int>(referrer);
+            if (pages_.count(number) == 0 && dropped_.count(number) == 0) {
+                holders.insert(referrer);
+            }
+        }
+    }
+    for (const std::uint32_t holder : holders) {
+        unlist(file().getObject(referrers().idOf(holder)));
+    }
+    for (const QPDFObjGen& id : droppedIds_) {
+        changes().remove(id);
+    }
+}
+
+void forEachDictionary(const QPDFObjectHandle& value,
+                       const std::function<void(QPDFObjectHandle)>& visit)
+{
+    std::vector<QPDFObjectHandle> open = {value};
+    bool outermost = true;
+    while (!open.empty()) {
+        QPDFObjectHandle part = open.back();
+        open.pop_back();
+        if (part.isIndirect() && !outermost) {
+            continue;
+        }
+        outermost = false;
+        if (part.isStream()) {
+            part = part.getDict();
+        }
+        if (part.isArray()) {
+            const std::vector<QPDFObjectHandle> items = part.getArrayAsVector();
+            open.insert(open.end(), items.begin(), items.end());
+        } else if (part.isDictionary()) {
+            visit(part);
+            for (const auto& [key, entry] : part.getDictAsMap()) {
+                open.push_back(entry);
+            }
+        }
+    }
+}
+
+void forEachNode(const QPDFObjectHandle& root, const char* kidsKey,
+                 const std::function<void(QPDFObjectHandle)>& visit)
+{
+    std::unordered_set<int> seen;
+    std::vector<QPDFObjectHandle> open = {root};
+    while (!open.empty()) {
+        QPDFObjectHandle node = open.back();
+        open.pop_back();
+        if (!node.isDictionary() ||
+            (node.isIndirect() && !seen.insert(node.getObjectID()).second)) {
+            continue;
+        }
+        visit(node);
+        QPDFObjectHandle kids = node.getKey(kidsKey);
+        if (kids.isArray()) {
+            const std::vector<QPDFObjectHandle> items = kids.getArrayAsVector();
+            open.insert(open.end(), items.rbegin(), items.rend());
+        }
+    }
+}
+
+} // namespace karvel::deletion

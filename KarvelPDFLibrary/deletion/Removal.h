@@ -1,0 +1,98 @@
+#pragma once
+
+#include "KarvelPDFLibrary/deletion/Referrers.h"
+#include "KarvelPDFLibrary/document/Document.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace karvel::deletion {
+
+/// One removal of pages, as the modules that put references right see it: what goes, and who refers
+/// to it. Objects are found through the document's index; only those that matter are built.
+class Removal {
+public:
+    explicit Removal(Document& document);
+
+    Document& document() { return document_; }
+    QPDF& file() { return document_.file(); }
+    Changes& changes() { return document_.changes(); }
+    QPDFObjectHandle catalog() { return document_.catalog(); }
+
+    /// The dictionaries of removed pages that may have the thing that `flag` (index::Flag) stands
+    /// for. Without an index all of them.
+    std::vector<QPDFObjectHandle> removedPagesWith(int flag);
+
+    /// The numbers of the pages that remain that may have it, in the present order.
+    std::vector<int> remainingPagesWith(int flag);
+
+    /// All objects, but removed pages and what was dropped, that may have it.
+    std::vector<QPDFObjectHandle> objectsWith(int flag);
+
+    bool isRemovedPage(const QPDFObjectHandle& object) const
+    {
+        return object.isIndirect() && pages_.count(object.getObjectID()) > 0;
+    }
+
+    /// An object goes with the pages: it is gone for the modules from now on, and when all are done
+    /// it is taken out of every array and dictionary that still refers to it. What refers to it in
+    /// another way (pairs in trees, rings) its module puts right. Direct objects are not recorded:
+    /// whoever holds them takes them out.
+    void drop(const QPDFObjectHandle& object);
+
+    /// Whether an object is a removed page or was dropped.
+    bool isGone(const QPDFObjectHandle& object) const
+    {
+        return object.isIndirect() &&
+               (pages_.count(object.getObjectID()) > 0 || dropped_.count(object.getObjectID()) > 0);
+    }
+
+    /// The objects, not gone themselves, that refer to an object, as things were when the removal
+    /// began; each once.
+    std::vector<QPDFObjectHandle> referrersOf(int object);
+
+    /// Goes upwards from the removed pages: calls `visit` with every object, not gone itself, that
+    /// refers to one, and where that says yes, with the objects that refer to that one, and so on,
+    /// each once. Page tree nodes are left out.
+    void climbFromPages(const std::function<bool(QPDFObjectHandle)>& visit);
+
+    /// Named destinations that are gone: names of the old dictionary with their slash, names of the
+    /// tree without.
+    std::unordered_set<std::string> goneNames;
+
+    /// Whether a destination (ISO 32000-2, 12.3.2: an array, a name, a string, or a dictionary with
+    /// /D) leads to a removed page.
+    bool leadsToRemovedPage(QPDFObjectHandle destination) const;
+
+    void warn(const std::string& text) { document_.warnings().push_back(text); }
+
+    /// Takes the dropped objects out of the document.
+    void takeOutDropped();
+
+private:
+    bool may(int object, int flag) const;
+    Referrers& referrers();
+    bool isTreeNode(int object) const;
+    void unlist(QPDFObjectHandle holder);
+
+    Document& document_;
+    std::unordered_set<int> pages_;
+    std::unordered_set<int> dropped_;
+    std::vector<QPDFObjGen> droppedIds_;
+    std::optional<Referrers> referrers_;
+};
+
+/// Calls `visit` for every dictionary that stands in a value: the value itself when it is one, and
+/// direct dictionaries at any depth below it; references are not followed.
+void forEachDictionary(const QPDFObjectHandle& value,
+                       const std::function<void(QPDFObjectHandle)>& visit);
+
+/// Walks a tree of dictionaries from `root` over the references and dictionaries in each node's
+/// array `kidsKey`, every node once and without recursion, however deep or looped it is.
+void forEachNode(const QPDFObjectHandle& root, const char* kidsKey,
+                 const std::function<void(QPDFObjectHandle)>& visit);
+
+} // namespace karvel::deletion

@@ -1,0 +1,39 @@
+#include "KarvelPDFLibrary/deletion/Synchronize.h"
+
+#include "KarvelPDFLibrary/deletion/Removal.h"
+#include "KarvelPDFLibrary/deletion/modules.h"
+
+namespace karvel::deletion {
+
+namespace {
+
+void putReferencesRight(Document& document)
+{
+    Removal removal(document);
+    // What goes with the pages first, then what leads to them, then what only they used.
+    removeNamedDestinations(removal);
+    removeActions(removal);
+    removeOutlineEntries(removal);
+    keepPageLabels(removal);
+    removal.takeOutDropped();
+}
+
+} // namespace
+
+Status synchronize(Document& document, Degree degree)
+{
+    try {
+        if (!document.removedPages().empty()) {
+            putReferencesRight(document);
+        }
+        document.cutAndWriteTree();
+        if (degree == Degree::Whole) {
+            document.changes().settle();
+        }
+    } catch (...) {
+        return tl::unexpected<Error>(currentExceptionAsError(document.name()));
+    }
+    return document.source() ? document.source()->intact() : Status();
+}
+
+} // namespace karvel::deletion

@@ -1,0 +1,111 @@
+#include "KarvelPDFLibrary/deletion/ActionChain.h"
+#include "KarvelPDFLibrary/deletion/modules.h"
+
+namespace karvel::deletion {
+
+namespace {
+
+bool isLink(QPDFObjectHandle dictionary)
+{
+    QPDFObjectHandle subtype = dictionary.getKey("/Subtype");
+    return subtype.isName() && subtype.getName() == "/Link";
+}
+
+/// Puts the actions of one dictionary right; true when it is a link that is left without any.
+bool pruneHolder(Removal& removal, const QPDFObjectHandle& owner, QPDFObjectHandle dictionary)
+{
+    bool changed = false;
+    for (const char* key : {"/Dest", "/A", "/PA"}) {
+        changed = pruneActions(removal, owner, dictionary, key) || changed;
+    }
+    changed = pruneAdditionalActions(removal, owner, dictionary) || changed;
+    return changed && isLink(dictionary) && !dictionary.hasKey("/A") &&
+           !dictionary.hasKey("/Dest") && !dictionary.hasKey("/AA");
+}
+
+/// Links that stand in a page's /Annots without a number of their own.
+void pruneDirectAnnotations(Removal& removal, QPDFObjectHandle page)
+{
+    QPDFObjectHandle annotations = page.getKey("/Annots");
+    if (!annotations.isArray()) {
+        return;
+    }
+    const QPDFObjectHandle owner = annotations.isIndirect() ? annotations : page;
+    for (int i = annotations.getArrayNItems(); i-- > 0;) {
+        QPDFObjectHandle annotation = annotations.getArrayItem(i);
+        if (!annotation.isIndirect() && annotation.isDictionary() &&
+            pruneHolder(removal, owner, annotation)) {
+            removal.changes().edit(owner);
+            annotations.eraseItem(i);
+        }
+    }
+}
+
+void pruneObject(Removal& removal, QPDFObjectHandle object)
+{
+    if (object.isArray()) {
+        // An array of annotations may be an object of its own.
+        for (int i = object.getArrayNItems(); i-- > 0;) {
+            QPDFObjectHandle item = object.getArrayItem(i);
+            if (!item.isIndirect() && item.isDictionary() && pruneHolder(removal, object, item)) {
+                removal.changes().edit(object);
+                object.eraseItem(i);
+            }
+        }
+        return;
+    }
+    if (!object.isDictionary() || object.hasKey("/S")) {
+        return; // actions are put right from where they are held
+    }
+    if (pruneHolder(removal, object, object)) {
+        removal.drop(object);
+    } else if (object.isDictionaryOfType("/Page")) {
+        pruneDirectAnnotations(removal, object);
+    }
+}
+
+/// Whether what refers to an object may hold an action or destination through it.
+bool carries(QPDFObjectHandle object)
+{
+    if (object.isArray()) {
+        return true; // a destination, or a list of actions
+    }
+    if (!object.isDictionary()) {
+        return false;
+    }
+    const bool action = object.hasKey("/S") && (object.hasKey("/D") || object.hasKey("/Next"));
+    const bool destination = object.hasKey("/D") && !object.hasKey("/Subtype");
+    const bool triggers = !object.hasKey("/Type") && !object.hasKey("/Title") &&
+                          !object.hasKey("/Subtype") && !object.hasKey("/Kids");
+    return action || destination || triggers;
+}
+
+} // namespace
+
+void removeActions(Removal& removal)
+{
+    QPDFObjectHandle catalog = removal.catalog();
+    pruneActions(removal, catalog, catalog, "/OpenAction");
+    pruneAdditionalActions(removal, catalog, catalog);
+
+    // Outline entries have a file of their own.
+    std::vector<QPDFObjectHandle> holders;
+    removal.climbFromPages([&](QPDFObjectHandle object) {
+        if (!(object.isDictionary() && object.hasKey("/Title"))) {
+            holders.push_back(object);
+        }
+        return carries(object);
+    });
+    if (!removal.goneNames.empty()) {
+        const std::vector<QPDFObjectHandle> named = removal.objectsWith(index::HasDestination);
+        holders.insert(holders.end(), named.begin(), named.end());
+    }
+    for (const QPDFObjectHandle& holder : holders) {
+        QPDFObjectHandle object = holder;
+        if (!removal.isGone(object) && !(object.isDictionary() && object.hasKey("/Title"))) {
+            pruneObject(removal, object);
+        }
+    }
+}
+
+} // namespace karvel::deletion

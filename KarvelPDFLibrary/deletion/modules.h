@@ -1,0 +1,22 @@
+#pragma once
+
+#include "KarvelPDFLibrary/deletion/Removal.h"
+
+/// One operation for each kind of thing that refers to pages or belongs to them, each in the file
+/// of its name. They run once a removal, in the order of Synchronize.cpp, while the removed pages'
+/// dictionaries can still be read.
+namespace karvel::deletion {
+
+/// Named destinations that lead to removed pages, in the name tree and the old dictionary.
+void removeNamedDestinations(Removal& removal);
+
+/// Links and actions that lead to removed pages, wherever they stand.
+void removeActions(Removal& removal);
+
+/// Outline entries whose target went.
+void removeOutlineEntries(Removal& removal);
+
+/// Every page that remains keeps the label it had.
+void keepPageLabels(Removal& removal);
+
+} // namespace karvel::deletion
