@@ -46,6 +46,9 @@ public:
     /// record.
     void settle();
 
+    /// Records that the document is to be written otherwise (encryption, version).
+    void recordSetting() { ++revision_; }
+
     /// Records changes that a library made by itself, when it cannot be told which.
     void recordForeign() { ++revision_, foreign_ = true; }
 

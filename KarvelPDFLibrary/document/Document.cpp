@@ -20,32 +20,6 @@ std::unique_ptr<QPDF> quietFile()
     return file;
 }
 
-/// Opens with the password as given and, when it does not fit, in the other encodings in which
-/// programs have been known to store it.
-void openWithPassword(QPDF& file, const std::shared_ptr<InputSource>& input,
-                      const std::string& password)
-{
-    try {
-        file.processInputSource(input, password.c_str());
-        return;
-    } catch (const QPDFExc& exception) {
-        if (exception.getErrorCode() != qpdf_e_password || password.empty()) {
-            throw;
-        }
-    }
-    const std::vector<std::string> encodings = QUtil::possible_repaired_encodings(password);
-    for (const std::string& encoded : encodings) {
-        try {
-            file.processInputSource(input, encoded.c_str());
-            return;
-        } catch (const QPDFExc& exception) {
-            if (exception.getErrorCode() != qpdf_e_password || &encoded == &encodings.back()) {
-                throw;
-            }
-        }
-    }
-}
-
 /// One sentence for a document that cannot be opened.
 Error openingError(const std::string& name)
 {
@@ -87,11 +61,23 @@ Result<std::unique_ptr<Document>> Document::create()
 Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource> source,
                                                  const LoadOptions& options)
 {
-    std::unique_ptr<Document> document(new Document(std::move(source)));
-    if (Status status = document->open(options); !status) {
-        return tl::unexpected<Error>(status.error());
+    // Programs have been known to store passwords in other encodings. Each attempt needs a fresh
+    // file: libqpdf looks at the password only once, however often a file is opened again.
+    const std::vector<std::string> encodings =
+        options.password.empty() ? std::vector<std::string>{options.password}
+                                 : QUtil::possible_repaired_encodings(options.password);
+    Status status;
+    for (const std::string& encoding : encodings) {
+        std::unique_ptr<Document> document(new Document(source));
+        status = document->open({encoding, options.reconstruct});
+        if (status) {
+            return document;
+        }
+        if (status.error().code != ErrorCode::WrongPassword) {
+            break;
+        }
     }
-    return document;
+    return tl::unexpected<Error>(std::move(status.error()));
 }
 
 Status Document::open(const LoadOptions& options)
@@ -102,7 +88,7 @@ Status Document::open(const LoadOptions& options)
     }
     try {
         file_->setAttemptRecovery(options.reconstruct);
-        openWithPassword(*file_, std::make_shared<io::WindowedInput>(source_), password_);
+        file_->processInputSource(std::make_shared<io::WindowedInput>(source_), password_.c_str());
         if (Status status = readPages(); !status) {
             return status;
         }
@@ -114,6 +100,7 @@ Status Document::open(const LoadOptions& options)
         return tl::unexpected<Error>(std::move(error));
     }
     savedRevision_ = changes_.revision();
+    loadedRevision_ = revision();
     return {};
 }
 
@@ -173,16 +160,18 @@ Warnings& Document::warnings()
 QPDFObjectHandle Document::pageAttribute(int number, const char* key)
 {
     QPDFObjectHandle own = page(number).getKey(key);
-    if (!own.isNull()) {
-        return own;
-    }
+    return own.isNull() ? inheritedAttribute(number, key) : own;
+}
+
+QPDFObjectHandle Document::inheritedAttribute(int number, const char* key) const
+{
     const InheritedSet& set = inherited_[order_.at(number).inherited];
     for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
         if (std::strcmp(inheritableKeys[i], key) == 0 && set[i].isInitialized()) {
             return set[i];
         }
     }
-    return own;
+    return QPDFObjectHandle::newNull();
 }
 
 bool Document::inheritsAttribute(int number, const char* key)

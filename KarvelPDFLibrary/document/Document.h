@@ -60,6 +60,9 @@ public:
     /// A page's value of a key, the inherited one where the key can be inherited; null when absent.
     QPDFObjectHandle pageAttribute(int number, const char* key);
 
+    /// The value of a key that a page inherits, whether or not it has its own; null when absent.
+    QPDFObjectHandle inheritedAttribute(int number, const char* key) const;
+
     /// Whether a page has no value of its own for a key but inherits one.
     bool inheritsAttribute(int number, const char* key);
 
@@ -106,13 +109,19 @@ public:
     /// Null for a new document.
     const std::shared_ptr<io::ByteSource>& source() const { return source_; }
 
-    /// The password that opened the document.
+    /// The password that opened the document, in the encoding that fitted.
     const std::string& password() const { return password_; }
     void setPassword(std::string password) { password_ = std::move(password); }
+
+    /// Whether the owner password was proved after opening with the user password.
+    bool raisedToOwner = false;
 
     bool wasReconstructed() const { return reconstructed_; }
 
     bool isModified() const { return changes_.revision() != savedRevision_ || treeIsStale_; }
+
+    /// Whether the source still holds what a reader would see.
+    bool isAsLoaded() const { return source_ && !treeIsStale_ && revision() == loadedRevision_; }
     void markSaved() { savedRevision_ = changes_.revision(); }
 
     /// Grows whenever the document as a reader would see it changes.
@@ -125,6 +134,10 @@ public:
 
     /// Warnings so far, those of libqpdf included.
     Warnings& warnings();
+
+    /// How many of the oldest warnings the caller was told to forget. They stay in the list:
+    /// whether a page can be saved depends on what was noticed about it.
+    std::size_t forgottenWarnings = 0;
 
     /// Whether pages get content streams of their own before a change of content (content module).
     bool ownContentStreams = false;
@@ -151,6 +164,7 @@ private:
     Warnings warnings_;
     std::uint64_t savedRevision_ = 0;
     std::uint64_t orderRevision_ = 0;
+    std::uint64_t loadedRevision_ = 0;
     bool reconstructed_ = false;
     bool treeIsStale_ = false;
 };

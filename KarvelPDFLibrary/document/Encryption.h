@@ -14,7 +14,8 @@ enum class EncryptionAlgorithm : int {
     Other = -1,
 };
 
-/// Encryption that saving shall write in place of the document's own. Passwords are UTF-8.
+/// Encryption that saving shall write in place of the document's own. Passwords are in the encoding
+/// that the algorithm works with: UTF-8 for AES 256 bits, else PDFDocEncoding.
 struct NewEncryption {
     std::string ownerPassword;
     std::string userPassword;
@@ -28,6 +29,9 @@ struct EncryptionPlan {
     enum class Kind { Keep, Remove, Replace };
     Kind kind = Kind::Keep;
     std::optional<NewEncryption> replacement; // set for Replace
+
+    /// Whether a replacement covers the XMP metadata stream.
+    bool coversMetadata = true;
 };
 
 } // namespace karvel

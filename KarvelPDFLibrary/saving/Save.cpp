@@ -4,6 +4,7 @@
 #include "KarvelPDFLibrary/deletion/Synchronize.h"
 #include "KarvelPDFLibrary/saving/Damage.h"
 #include "KarvelPDFLibrary/saving/VerbatimWriter.h"
+#include "KarvelPDFLibrary/saving/VersionNeeds.h"
 
 #include <mutex>
 #include <qpdf/Pipeline.hh>
@@ -123,13 +124,21 @@ void configure(QPDFWriter& writer, Document& document, const SaveOptions& option
     if (options.readable) {
         writer.setQDFMode(true);
     }
-    if (!document.forcedVersion.empty()) {
-        writer.forcePDFVersion(document.forcedVersion);
+    EncryptionPlan encryption = document.encryption;
+    if (options.encrypting != Encrypting::AsPlanned) {
+        encryption = {};
     }
-    const EncryptionPlan& encryption = document.encryption;
+    if (options.encrypting == Encrypting::Never) {
+        encryption.kind = EncryptionPlan::Kind::Remove;
+    }
     bool encrypted = document.file().isEncrypted();
     switch (encryption.kind) {
     case EncryptionPlan::Kind::Keep:
+        if (encrypted) {
+            // Left to itself, libqpdf drops the encryption as soon as a way of treating streams was
+            // chosen.
+            writer.copyEncryptionParameters(document.file());
+        }
         break;
     case EncryptionPlan::Kind::Remove:
         writer.setPreserveEncryption(false);
@@ -139,6 +148,12 @@ void configure(QPDFWriter& writer, Document& document, const SaveOptions& option
         encrypt(writer, *encryption.replacement);
         encrypted = true;
         break;
+    }
+    if (!document.forcedVersion.empty()) {
+        std::string version;
+        int extensionLevel = 0;
+        versionToWrite(document, options, encryption).getVersion(version, extensionLevel);
+        writer.forcePDFVersion(version, extensionLevel);
     }
     writer.setDeterministicID(options.deterministicIdentifier && !encrypted);
 }
@@ -242,14 +257,22 @@ Status toFile(Document& document, const std::string& path, const SaveOptions& op
     return {};
 }
 
-Result<std::string> toString(Document& document, const SaveOptions& options)
+Result<std::string> copyToString(Document& document, const SaveOptions& options)
 {
     StringSink sink;
     if (Status status = writeTo(document, sink, options); !status) {
         return tl::unexpected<Error>(status.error());
     }
-    document.markSaved();
     return std::move(sink.text);
+}
+
+Result<std::string> toString(Document& document, const SaveOptions& options)
+{
+    Result<std::string> bytes = copyToString(document, options);
+    if (bytes) {
+        document.markSaved();
+    }
+    return bytes;
 }
 
 } // namespace karvel::saving

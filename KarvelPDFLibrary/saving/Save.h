@@ -11,6 +11,9 @@ namespace karvel::saving {
 /// failure the path is as it was. Fails when a page that stays lost its content to damage.
 Status toFile(Document& document, const std::string& path, const SaveOptions& options);
 
+/// The document's bytes as saving would write them, without counting as saving.
+Result<std::string> copyToString(Document& document, const SaveOptions& options);
+
 /// The saved document's bytes.
 Result<std::string> toString(Document& document, const SaveOptions& options);
 

@@ -7,6 +7,9 @@ namespace karvel::saving {
 enum class ObjectStreams : int { Keep = 0, None = 1, Pack = 2 };
 enum class StreamData : int { Keep = 0, Decode = 1, Compress = 2 };
 
+/// Encryption by the document's plan, or as it was loaded, or none.
+enum class Encrypting { AsPlanned, AsLoaded, Never };
+
 /// Whether objects that were not changed may be copied as they stand in the file.
 enum class Way { CopyUnchanged, Rewrite };
 
@@ -24,6 +27,7 @@ struct SaveOptions {
     /// a new one.
     bool deterministicIdentifier = false;
     bool readable = false;
+    Encrypting encrypting = Encrypting::AsPlanned;
     io::Existing existing = io::Existing::Replace;
 
     /// CopyUnchanged where the document and the other options allow it.

@@ -290,6 +290,9 @@ std::string whyNotVerbatim(Document& document, const SaveOptions& options)
     if (document.changes().hasForeign()) {
         return "objects were changed by a library";
     }
+    if (options.encrypting == Encrypting::Never && document.file().isEncrypted()) {
+        return "the encryption is to be left out";
+    }
     if (document.file().isEncrypted() && !Cipher::of(document.file())) {
         return "a cipher that is not known here";
     }

@@ -76,6 +76,23 @@ INSTANTIATE_TEST_SUITE_P(
                          "--object-streams=generate --encrypt '' o 256 --", "", "AESv3"}),
     [](const auto& info) { return info.param.name; });
 
+TEST(Save, KeepsEncryptionHoweverStreamsAreTreated)
+{
+    const std::string pdf =
+        support::rewritten(support::documentOfPages(1), "--encrypt user owner 256 --");
+    for (const StreamData mode : {StreamData::Keep, StreamData::Decode, StreamData::Compress}) {
+        for (const bool readable : {false, true}) {
+            auto document = support::opened(pdf, "user");
+            SaveOptions options;
+            options.streamData = mode;
+            options.readable = readable;
+            const std::string saved = toString(*document, options).value_or("");
+            EXPECT_EQ(support::pageTexts(saved, "owner"), support::pagesNamed({1}));
+            EXPECT_NE(support::problems(saved, ""), "") << "opens without its password";
+        }
+    }
+}
+
 TEST(Save, IsDeterministic)
 {
     const std::string pdf = support::documentOfPages(3);

@@ -1,0 +1,59 @@
+#include "KarvelPDFLibrary/saving/VersionNeeds.h"
+
+#include <algorithm>
+
+namespace karvel::saving {
+
+namespace {
+
+/// What the standard security handler needs (ISO 32000-2, 7.6.2 and 7.6.4).
+PDFVersion neededByEncryption(Document& document, const EncryptionPlan& plan)
+{
+    if (plan.kind == EncryptionPlan::Kind::Replace) {
+        switch (plan.replacement->algorithm) {
+        case EncryptionAlgorithm::Rc4Bits128:
+            return PDFVersion(1, 4);
+        case EncryptionAlgorithm::AesBits128:
+            return PDFVersion(1, 6);
+        default:
+            return PDFVersion(1, 7, 8);
+        }
+    }
+    int revision = 0;
+    int bits = 0;
+    if (plan.kind == EncryptionPlan::Kind::Remove || !document.file().isEncrypted(revision, bits)) {
+        return PDFVersion(1, 3);
+    }
+    if (revision >= 5) {
+        return PDFVersion(1, 7, revision == 5 ? 3 : 8);
+    }
+    if (revision == 4) {
+        return PDFVersion(1, 6);
+    }
+    return revision == 3 ? PDFVersion(1, 4) : PDFVersion(1, 3);
+}
+
+bool hasObjectStreams(Document& document)
+{
+    const auto table = document.file().getXRefTable();
+    return std::any_of(table.begin(), table.end(),
+                       [](const auto& entry) { return entry.second.getType() == 2; });
+}
+
+} // namespace
+
+PDFVersion versionToWrite(Document& document, const SaveOptions& options,
+                          const EncryptionPlan& encryption)
+{
+    const std::string& forced = document.forcedVersion; // "1.7"
+    PDFVersion version(forced[0] - '0', forced[2] - '0');
+    version.updateIfGreater(neededByEncryption(document, encryption));
+    const bool packs = options.objectStreams == ObjectStreams::Pack ||
+                       (options.objectStreams == ObjectStreams::Keep && hasObjectStreams(document));
+    if (packs && !options.readable) {
+        version.updateIfGreater(PDFVersion(1, 5));
+    }
+    return version;
+}
+
+} // namespace karvel::saving
