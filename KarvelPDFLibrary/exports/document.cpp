@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/document/Document.h"
 
+#include "KarvelPDFLibrary/document/Version.h"
 #include "KarvelPDFLibrary/exports/Arguments.h"
 #include "KarvelPDFLibrary/saving/Save.h"
 #include "exports.h"
@@ -133,6 +134,22 @@ int KPLOriginalFileSize(int instance)
             const std::int64_t size = document.originalSize();
             return size > INT_MAX ? -1 : static_cast<int>(size);
         });
+    });
+}
+
+wchar_t* KPLPdfVersion(int instance)
+{
+    return boundary::wideString(instance, [](Instance& self) {
+        return onDocument(
+            self, [](Document& document) -> Result<std::string> { return version(document); });
+    });
+}
+
+int KPLSetPdfVersion(int instance, int major, int minor)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        return onDocument(self,
+                          [&](Document& document) { return setVersion(document, major, minor); });
     });
 }
 
