@@ -1,7 +1,9 @@
-#include "KarvelPDFLibrary/exports/Boundary.h"
+#include "KarvelPDFLibrary/diagnostics/CheckDocument.h"
+#include "KarvelPDFLibrary/exports/Arguments.h"
 #include "exports.h"
 
 using namespace karvel;
+using boundary::onDocument;
 
 int KPLLastErrorCode(int instance)
 {
@@ -34,4 +36,71 @@ wchar_t* KPLLibraryVersion(int instance)
 {
     return boundary::wideString(
         instance, [](Instance&) -> Result<std::string> { return std::string(KARVEL_VERSION); });
+}
+
+int KPLWarningCount(int instance)
+{
+    return boundary::integer(instance, [](Instance& self) {
+        return onDocument(self, [](Document& document) -> Result<int> {
+            return static_cast<int>(document.warnings().size() - document.forgottenWarnings);
+        });
+    });
+}
+
+wchar_t* KPLGetWarningText(int instance, int warning)
+{
+    return boundary::wideString(instance, [&](Instance& self) {
+        return onDocument(self, [&](Document& document) -> Result<std::string> {
+            const Warnings& warnings = document.warnings();
+            const std::size_t forgotten = document.forgottenWarnings;
+            if (warning < 1 || static_cast<std::size_t>(warning) > warnings.size() - forgotten) {
+                return fail(ErrorCode::NotFound,
+                            document.name() + ": has no warning " + std::to_string(warning));
+            }
+            return warnings[forgotten + static_cast<std::size_t>(warning) - 1];
+        });
+    });
+}
+
+int KPLClearWarnings(int instance)
+{
+    return boundary::integer(instance, [](Instance& self) {
+        return onDocument(self, [](Document& document) -> Status {
+            document.forgottenWarnings = document.warnings().size();
+            return {};
+        });
+    });
+}
+
+int KPLSetReconstruction(int instance, int mode)
+{
+    return boundary::integer(instance, [&](Instance& self) -> Status {
+        if (mode != 0 && mode != 1) {
+            return fail(ErrorCode::BadArgument, "the value must be 0 or 1");
+        }
+        self.reconstruct = mode == 1;
+        return {};
+    });
+}
+
+int KPLWasReconstructed(int instance)
+{
+    return boundary::integer(instance, [](Instance& self) {
+        return onDocument(
+            self, [](Document& document) -> Result<int> { return document.wasReconstructed(); });
+    });
+}
+
+int KPLCheckDocument(int instance, int level)
+{
+    const auto check = [&](Instance& self) {
+        return onDocument(self, [&](Document& document) -> Result<int> {
+            if (level < 1 || level > 3) {
+                return fail(ErrorCode::BadArgument, "the level must be 1 to 3");
+            }
+            return diagnostics::checkDocument(document,
+                                              static_cast<diagnostics::CheckLevel>(level));
+        });
+    };
+    return boundary::integer(instance, check, -1);
 }
