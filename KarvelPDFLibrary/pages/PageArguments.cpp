@@ -1,0 +1,40 @@
+#include "KarvelPDFLibrary/pages/PageArguments.h"
+
+#include <string>
+
+namespace karvel::pages {
+
+namespace {
+
+Error missing(Document& document, const std::string& pages)
+{
+    return {ErrorCode::BadPageList, document.name() + ": has no " + pages + "; it has " +
+                                        std::to_string(document.pageCount())};
+}
+
+} // namespace
+
+Status hasPage(Document& document, int page)
+{
+    if (page < 1 || page > document.pageCount()) {
+        return tl::unexpected<Error>(missing(document, "page " + std::to_string(page)));
+    }
+    return {};
+}
+
+Status hasPages(Document& document, PageRun run)
+{
+    const auto last = static_cast<long long>(run.first) + run.count - 1;
+    if (run.count < 1 || run.first < 1 || last > document.pageCount()) {
+        return tl::unexpected<Error>(missing(document, "pages " + std::to_string(run.first) +
+                                                           " to " + std::to_string(last)));
+    }
+    return {};
+}
+
+Status hasPlaceBefore(Document& document, int page)
+{
+    return page == document.pageCount() + 1 ? Status() : hasPage(document, page);
+}
+
+} // namespace karvel::pages
