@@ -1,0 +1,15 @@
+#pragma once
+
+#include <qpdf/QPDFObjectHandle.hh>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace karvel {
+
+/// The entries of a name tree (ISO 32000-2, 7.9.6) in the order of the tree, names as their bytes.
+/// Whatever the tree's depth and whatever loops it has, each node is read once.
+using NameTreeEntries = std::vector<std::pair<std::string, QPDFObjectHandle>>;
+NameTreeEntries readNameTree(const QPDFObjectHandle& root);
+
+} // namespace karvel
