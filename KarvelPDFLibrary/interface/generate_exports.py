@@ -3,6 +3,7 @@
 
 generate_exports.py code EXPORTS_DIR OUT_DIR   exports.h, unsupported.cpp and exports.map
 generate_exports.py page EXPORTS_DIR FILE      the page that says which functions this version answers
+generate_exports.py check EXPORTS_DIR FILE     fails when that page is out of date
 
 A function is answered when a source file in EXPORTS_DIR defines it; every other function gets a
 definition that fails with the code for "function not available in this version".
@@ -84,12 +85,16 @@ def page(names):
 
 
 def main():
-    if len(sys.argv) != 4 or sys.argv[1] not in ("code", "page"):
+    if len(sys.argv) != 4 or sys.argv[1] not in ("code", "page", "check"):
         sys.exit(__doc__)
     names = answered(sys.argv[2])
     target = Path(sys.argv[3])
     if sys.argv[1] == "page":
         write_if_changed(target, page(names))
+        return
+    if sys.argv[1] == "check":
+        if not target.exists() or target.read_text(encoding="utf-8") != page(names):
+            sys.exit(f"{target} is out of date: run generate_exports.py page {sys.argv[2]} {target}")
         return
     write_if_changed(target / "exports.h", header())
     write_if_changed(target / "unsupported.cpp", unsupported(names))
