@@ -6,7 +6,7 @@ namespace karvel::deletion {
 
 namespace {
 
-bool leads(const Removal& removal, QPDFObjectHandle action)
+bool leads(Removal& removal, QPDFObjectHandle action)
 {
     QPDFObjectHandle kind = action.getKey("/S");
     return kind.isName() && kind.getName() == "/GoTo" &&

@@ -116,13 +116,52 @@ void Removal::climbFromPages(const std::function<bool(QPDFObjectHandle)>& visit)
     }
 }
 
-bool Removal::leadsToRemovedPage(QPDFObjectHandle destination) const
+int Removal::presentNumberOf(int original)
+{
+    if (presentNumbers_.empty()) {
+        const PageOrder& order = document_.order();
+        presentNumbers_.resize(static_cast<std::size_t>(order.count()) + pages_.size() + 1, 0);
+        for (int number = 1; number <= order.count(); ++number) {
+            const auto before = static_cast<std::size_t>(order.at(number).original);
+            if (before > 0 && before < presentNumbers_.size()) {
+                presentNumbers_[before] = number;
+            }
+        }
+    }
+    const bool known = original > 0 && static_cast<std::size_t>(original) < presentNumbers_.size();
+    return known ? presentNumbers_[static_cast<std::size_t>(original)] : original;
+}
+
+std::vector<QPDFObjectHandle> Removal::objectsWithNumberedDestinations()
+{
+    const index::ReferenceIndex* index = document_.index();
+    std::vector<QPDFObjectHandle> objects;
+    if (index == nullptr) {
+        return objectsWith(index::HasDestination);
+    }
+    for (const std::uint32_t number : index->withNumberedDestinations()) {
+        QPDFObjectHandle object =
+            file().getObject(static_cast<int>(number), index->object(number).generation);
+        if (!isGone(object)) {
+            objects.push_back(object);
+        }
+    }
+    return objects;
+}
+
+bool Removal::leadsToRemovedPage(QPDFObjectHandle destination)
 {
     if (destination.isDictionary()) {
         destination = destination.getKey("/D");
     }
     if (destination.isArray()) {
-        return destination.getArrayNItems() > 0 && isRemovedPage(destination.getArrayItem(0));
+        if (destination.getArrayNItems() == 0) {
+            return false;
+        }
+        QPDFObjectHandle page = destination.getArrayItem(0);
+        // Some programs name the page by its number, from 0, as in destinations in other files.
+        return page.isInteger() ? presentNumberOf(page.getIntValueAsInt() + 1) == 0
+                                : isRemovedPage(page);
     }
     if (destination.isName()) {
         return goneNames.count(destination.getName()) > 0;

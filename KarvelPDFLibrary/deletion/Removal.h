@@ -63,9 +63,16 @@ public:
     /// tree without.
     std::unordered_set<std::string> goneNames;
 
+    /// The present number of the page that had a number, from 1, before the removal; 0 when it
+    /// went, and the number itself when there never was such a page.
+    int presentNumberOf(int original);
+
+    /// All objects, not gone, in which a page is the target of a destination by its number.
+    std::vector<QPDFObjectHandle> objectsWithNumberedDestinations();
+
     /// Whether a destination (ISO 32000-2, 12.3.2: an array, a name, a string, or a dictionary with
     /// /D) leads to a removed page.
-    bool leadsToRemovedPage(QPDFObjectHandle destination) const;
+    bool leadsToRemovedPage(QPDFObjectHandle destination);
 
     void warn(const std::string& text) { document_.warnings().push_back(text); }
 
@@ -83,6 +90,7 @@ private:
     std::unordered_set<int> dropped_;
     std::vector<QPDFObjGen> droppedIds_;
     std::optional<Referrers> referrers_;
+    std::vector<int> presentNumbers_; // by original number
 };
 
 /// Calls `visit` for every dictionary that stands in a value: the value itself when it is one, and

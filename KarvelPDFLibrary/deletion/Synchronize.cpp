@@ -14,6 +14,7 @@ void putReferencesRight(Document& document)
     removeNamedDestinations(removal);
     removeActions(removal);
     removeOutlineEntries(removal);
+    renumberDestinations(removal);
     keepPageLabels(removal);
     removal.takeOutDropped();
 }

@@ -80,6 +80,49 @@ bool carries(QPDFObjectHandle object)
     return action || destination || triggers;
 }
 
+bool isNumberedDestination(QPDFObjectHandle value)
+{
+    if (!value.isArray() || value.getArrayNItems() < 2 || !value.getArrayItem(0).isInteger() ||
+        !value.getArrayItem(1).isName()) {
+        return false;
+    }
+    const std::string fit = value.getArrayItem(1).getName();
+    return fit == "/XYZ" || fit.substr(0, 4) == "/Fit";
+}
+
+/// Destinations that name their page by its number get the page's present number.
+void renumber(Removal& removal, const QPDFObjectHandle& owner)
+{
+    std::vector<QPDFObjectHandle> open = {owner};
+    for (bool outermost = true; !open.empty(); outermost = false) {
+        QPDFObjectHandle part = open.back();
+        open.pop_back();
+        if (part.isIndirect() && !outermost) {
+            continue;
+        }
+        if (isNumberedDestination(part)) {
+            const int original = part.getArrayItem(0).getIntValueAsInt() + 1;
+            const int present = removal.presentNumberOf(original);
+            if (present > 0 && present != original) {
+                removal.changes().edit(owner);
+                part.setArrayItem(0, QPDFObjectHandle::newInteger(present - 1));
+            }
+        } else if (part.isArray()) {
+            const std::vector<QPDFObjectHandle> items = part.getArrayAsVector();
+            open.insert(open.end(), items.begin(), items.end());
+        } else if (part.isDictionary()) {
+            QPDFObjectHandle kind = part.getKey("/S");
+            const bool otherFile =
+                kind.isName() && (kind.getName() == "/GoToR" || kind.getName() == "/GoToE");
+            for (const auto& [key, value] : part.getDictAsMap()) {
+                if (!(otherFile && key == "/D")) {
+                    open.push_back(value);
+                }
+            }
+        }
+    }
+}
+
 } // namespace
 
 void removeActions(Removal& removal)
@@ -100,11 +143,20 @@ void removeActions(Removal& removal)
         const std::vector<QPDFObjectHandle> named = removal.objectsWith(index::HasDestination);
         holders.insert(holders.end(), named.begin(), named.end());
     }
+    const std::vector<QPDFObjectHandle> numbered = removal.objectsWithNumberedDestinations();
+    holders.insert(holders.end(), numbered.begin(), numbered.end());
     for (const QPDFObjectHandle& holder : holders) {
         QPDFObjectHandle object = holder;
         if (!removal.isGone(object) && !(object.isDictionary() && object.hasKey("/Title"))) {
             pruneObject(removal, object);
         }
+    }
+}
+
+void renumberDestinations(Removal& removal)
+{
+    for (const QPDFObjectHandle& object : removal.objectsWithNumberedDestinations()) {
+        renumber(removal, object);
     }
 }
 

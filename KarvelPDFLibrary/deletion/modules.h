@@ -16,6 +16,9 @@ void removeActions(Removal& removal);
 /// Outline entries whose target went.
 void removeOutlineEntries(Removal& removal);
 
+/// Destinations that name a page that stays by its number.
+void renumberDestinations(Removal& removal);
+
 /// Every page that remains keeps the label it had.
 void keepPageLabels(Removal& removal);
 

@@ -83,6 +83,8 @@ public:
         }
     }
 
+    void numberedDestination() override { hasNumberedDestination_ = true; }
+
     void beforeEntry(std::string_view) override { valueStart_ = index_.references_.size(); }
 
     void afterEntry(std::string_view key, std::string_view value) override
@@ -127,6 +129,7 @@ private:
         length_.clear();
         isField_ = false;
         hasKids_ = false;
+        hasNumberedDestination_ = false;
         countValue_ = {};
         flags_ = 0;
     }
@@ -173,6 +176,7 @@ private:
     std::string length_;
     bool isField_ = false;
     bool hasKids_ = false;
+    bool hasNumberedDestination_ = false;
     const char* scanned_ = nullptr;
     Span countValue_;
     std::uint8_t flags_ = 0;
@@ -356,6 +360,9 @@ void IndexBuilder::keep(IndexedObject& object, std::uint32_t number, bool isDict
     object.referenceCount =
         static_cast<std::uint32_t>(index_.references_.size() - referencesBefore_);
     object.flags = static_cast<std::uint8_t>(flags_ | (isDictionary ? IsDictionary : 0));
+    if (hasNumberedDestination_) {
+        index_.withNumberedDestinations_.push_back(number);
+    }
     if (hasKids_ && !isField_) {
         object.kind = Kind::PageNode;
         if (index_.kids_.size() > kidsBefore_) {

@@ -116,6 +116,12 @@ public:
     /// The objects that are not in object streams, in the order in which they lie in the file.
     const std::vector<std::uint32_t>& fileOrder() const { return fileOrder_; }
 
+    /// The objects in which a page is named by its number as the target of a destination.
+    const std::vector<std::uint32_t>& withNumberedDestinations() const
+    {
+        return withNumberedDestinations_;
+    }
+
     /// Whether the newest cross-reference section is a stream.
     bool usesCrossReferenceStream() const { return usesCrossReferenceStream_; }
 
@@ -126,6 +132,7 @@ private:
     std::vector<std::uint32_t> references_;
     std::vector<KidsOfNode> kids_; // by object number
     std::vector<std::uint32_t> fileOrder_;
+    std::vector<std::uint32_t> withNumberedDestinations_;
     std::vector<ObjectStreamMembers> objectStreams_;
     bool usesCrossReferenceStream_ = false;
 };

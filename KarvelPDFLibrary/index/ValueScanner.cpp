@@ -249,6 +249,22 @@ bool ValueScanner::push(char kind)
     return true;
 }
 
+void ValueScanner::noteArrayStart(Token token, bool isReference)
+{
+    const ArrayStart before = arrayStart_;
+    arrayStart_ = ArrayStart::Elsewhere;
+    if (token == Token::ArrayBegin) {
+        arrayStart_ = ArrayStart::Opened;
+    } else if (token == Token::Number && before == ArrayStart::Opened && !isReference) {
+        arrayStart_ = ArrayStart::AfterNumber;
+    } else if (token == Token::Name && before == ArrayStart::AfterNumber) {
+        const std::string_view name = text_.substr(tokenStart_ + 1, at_ - tokenStart_ - 1);
+        if (name == "XYZ" || name.substr(0, 3) == "Fit") {
+            sink_.numberedDestination();
+        }
+    }
+}
+
 void ValueScanner::entryValueStarts()
 {
     const std::string_view name = text_.substr(tokenStart_ + 1, at_ - tokenStart_ - 1);
@@ -279,6 +295,9 @@ ScanResult ValueScanner::run()
         if (expectsKey_ && open_ == "<" && token != Token::Name && token != Token::DictionaryEnd) {
             return ScanResult::Malformed;
         }
+        if (token != Token::Number) {
+            noteArrayStart(token, false);
+        }
         switch (token) {
         case Token::DictionaryBegin:
         case Token::ArrayBegin:
@@ -302,11 +321,14 @@ ScanResult ValueScanner::run()
                 continue;
             }
             break;
-        case Token::Number:
+        case Token::Number: {
+            const std::size_t end = at_;
             if (!passReference()) {
                 return ScanResult::NeedsMore;
             }
+            noteArrayStart(token, at_ != end);
             break;
+        }
         case Token::String:
         case Token::Keyword:
             break;

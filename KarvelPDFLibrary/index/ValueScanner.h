@@ -24,6 +24,9 @@ public:
     /// A name anywhere in the value, key or not, without its slash and as it is written.
     virtual void name(std::string_view) {}
 
+    /// An array that begins like a destination on a page named by its number: "[3 /Fit".
+    virtual void numberedDestination() {}
+
     /// Before the value of a key of the outermost dictionary. The name is without its slash and
     /// with "#" escapes resolved, and valid only during the call.
     virtual void beforeEntry(std::string_view key) = 0;
@@ -72,6 +75,7 @@ private:
     bool passReference();
     bool push(char kind);
     ScanResult run();
+    void noteArrayStart(Token token, bool isReference);
     void entryValueStarts();
     void entryValueEnds();
 
@@ -88,6 +92,10 @@ private:
     bool expectsKey_ = false;
     std::string key_;
     std::size_t valueStart_ = 0;
+
+    /// How far the beginning of an array goes towards a numbered destination.
+    enum class ArrayStart { Elsewhere, Opened, AfterNumber };
+    ArrayStart arrayStart_ = ArrayStart::Elsewhere;
 };
 
 bool isWhiteSpace(char ch);
