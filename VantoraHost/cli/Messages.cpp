@@ -1,5 +1,7 @@
 #include "VantoraHost/cli/Messages.h"
 
+#include "VantoraHost/core/OutputPlan.h"
+
 #include <iterator>
 #include <ostream>
 
@@ -18,10 +20,15 @@ std::string label(const Streams& streams, const char* colour, const char* word)
 
 std::string subject(const std::string& file)
 {
-    return file.empty() ? "" : shown(file) + ": ";
+    return file.empty() ? "" : inputName(file) + ": ";
 }
 
 } // namespace
+
+std::string inputName(const std::string& input)
+{
+    return input == standardStream ? "standard input" : shown(input);
+}
 
 std::string remedy(Reason reason)
 {
@@ -65,7 +72,7 @@ std::string remedy(Reason reason)
     case Reason::BadPageRange:
         return "a valid one is 1,4-6,9-15,21: ascending page numbers from 1, dashes and commas";
     case Reason::OutOfMemory:
-        return "free some memory, or split the document first";
+        return "free some memory, or divide the document first";
     case Reason::ActionFailed:
     case Reason::LibraryFailed:
     case Reason::Interrupted:

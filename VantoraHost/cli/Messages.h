@@ -9,6 +9,9 @@
 
 namespace vantora::cli {
 
+/// An input's name for people: "standard input" for "-".
+std::string inputName(const std::string& input);
+
 /// What a person can do about it, such as "use --overwrite to replace it"; empty when the sentence
 /// says it all.
 std::string remedy(Reason reason);

@@ -20,7 +20,7 @@ constexpr std::size_t warningsShown = 3;
 std::string resultLine(const DocumentReport& report)
 {
     const bool planned = report.status == DocumentStatus::Planned;
-    std::string line = shown(report.input);
+    std::string line = inputName(report.input);
     if (!planned) {
         line +=
             " -> " + (report.output == standardStream ? "standard output" : shown(report.output));
@@ -206,10 +206,13 @@ int run(const RunOptions& options, const Installation& installation, const Strea
         return failedWith(streams, result.error());
     }
     reporter.finish(*result);
+    if (result->ending) {
+        printError(streams, *result->ending);
+    }
     if (result->interrupted) {
         return InterruptedByUser;
     }
-    return result->failed > 0 ? SomeFailed : AllDone;
+    return result->failed > 0 || result->ending ? SomeFailed : AllDone;
 }
 
 } // namespace vantora::cli

@@ -7,6 +7,7 @@
 
 #include <clocale>
 #include <cstdlib>
+#include <cstring>
 #include <iostream>
 
 namespace {
@@ -42,6 +43,13 @@ bool isSet(const char* variable)
     return value && *value;
 }
 
+// Such as an editor's: it can neither colour nor rewrite a line.
+bool terminalIsDumb()
+{
+    const char* kind = std::getenv("TERM");
+    return kind && std::strcmp(kind, "dumb") == 0;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -52,7 +60,7 @@ int main(int argc, char** argv)
     // The application takes over the user's locale; numbers are written the same everywhere.
     std::setlocale(LC_NUMERIC, "C");
 
-    const bool errIsTerminal = isatty(STDERR_FILENO) == 1;
+    const bool errIsTerminal = isatty(STDERR_FILENO) == 1 && !terminalIsDumb();
     const vantora::cli::Streams streams = {
         STDIN_FILENO,
         std::cout,

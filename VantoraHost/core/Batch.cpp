@@ -33,8 +33,8 @@ Result<BatchResult> runBatch(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& 
         result.failed += report.status == DocumentStatus::Failed ? 1 : 0;
         observer.documentFinished(report, result.finished, batch.inputs.size());
     }
-    if (const Outcome ended = sequence.end(library); !ended) {
-        return tl::unexpected<Error>(ended.error());
+    if (Outcome ended = sequence.end(library); !ended) {
+        result.ending = std::move(ended.error());
     }
     return result;
 }

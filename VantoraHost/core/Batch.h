@@ -3,6 +3,7 @@
 #include "VantoraHost/core/DocumentJob.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,10 +34,11 @@ struct BatchResult {
     std::size_t finished = 0; ///< documents with a report
     std::size_t failed = 0;
     bool interrupted = false;
+    std::optional<Error> ending; ///< what an action had to complain of at the end of the run
 };
 
-/// Runs the sequence over every document, one after the other. The error is one of the run as a
-/// whole: an action refused to begin, or had something to say at the end.
+/// Runs the sequence over every document, one after the other. The error is that an action refused
+/// to begin; no document was touched then.
 Result<BatchResult> runBatch(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& sequence,
                              const Batch& batch, RunObserver& observer);
 

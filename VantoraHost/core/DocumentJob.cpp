@@ -8,7 +8,9 @@
 #include "VantoraHost/core/PdfLibrary.h"
 
 #include <chrono>
+#include <exception>
 #include <filesystem>
+#include <new>
 #include <optional>
 #include <system_error>
 
@@ -39,7 +41,8 @@ DocumentReport DocumentJob::run(const std::string& input, const Result<Target>& 
     DocumentReport report;
     report.input = input;
     report.bytesBefore = input == standardStream ? settings.standardInput.size() : sizeOf(input);
-    const Outcome done = target ? process(report, *target) : tl::unexpected<Error>(target.error());
+    const Outcome done =
+        target ? guardedProcess(report, *target) : tl::unexpected<Error>(target.error());
     if (!done) {
         report.status = DocumentStatus::Failed;
         report.error = done.error();
@@ -50,6 +53,18 @@ DocumentReport DocumentJob::run(const std::string& input, const Result<Target>& 
     report.seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     return report;
+}
+
+// Running out of memory over one document is no reason to give up the others.
+Outcome DocumentJob::guardedProcess(DocumentReport& report, const Target& target)
+{
+    try {
+        return process(report, target);
+    } catch (const std::bad_alloc&) {
+        return fail(Reason::OutOfMemory, report.input, "there is not enough memory for it");
+    } catch (const std::exception& error) {
+        return fail(Reason::LibraryFailed, report.input, error.what());
+    }
 }
 
 Outcome DocumentJob::process(DocumentReport& report, const Target& target)

@@ -38,6 +38,7 @@ public:
     DocumentReport run(const std::string& input, const Result<Target>& target);
 
 private:
+    Outcome guardedProcess(DocumentReport& report, const Target& target);
     Outcome process(DocumentReport& report, const Target& target);
     Outcome changePages(DocumentReport& report);
     Outcome save(DocumentReport& report, const Target& target);

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <climits>
 #include <utility>
 
 namespace vantora {
@@ -24,8 +25,14 @@ constexpr int assemblingPermission = 7;
 Outcome checkInput(const std::string& input, const std::string& standardInput)
 {
     if (input == standardStream) {
-        return standardInput.empty() ? fail(Reason::InputEmpty, input, "standard input is empty")
-                                     : Outcome();
+        if (standardInput.empty()) {
+            return fail(Reason::InputEmpty, input, "is empty (0 bytes)");
+        }
+        if (standardInput.size() > static_cast<std::size_t>(INT_MAX)) {
+            return fail(Reason::OutOfMemory, input,
+                        "is larger than 2 GB; save it as a file and name that");
+        }
+        return {};
     }
     struct stat status = {};
     if (::stat(input.c_str(), &status) != 0) {
