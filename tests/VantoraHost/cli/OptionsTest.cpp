@@ -1,0 +1,156 @@
+#include "VantoraHost/cli/Options.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace vantora;
+using namespace vantora::cli;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Pair;
+
+using Arguments = std::vector<std::string>;
+
+RunOptions parsedRun(const Arguments& arguments)
+{
+    const auto command = parse(arguments);
+    if (!command) {
+        ADD_FAILURE() << command.error().text;
+        return {};
+    }
+    return std::get<RunOptions>(*command);
+}
+
+TEST(RunOptions, SayWhatToDoWithWhat)
+{
+    const RunOptions options = parsedRun({"run", "--pages", "1,4-6", "a.pdf", "b.pdf", "-d", "out",
+                                          "--overwrite", "-q", "--json", "--password-file", "p"});
+    ASSERT_EQ(options.steps.size(), 1U);
+    EXPECT_EQ(options.steps[0].action, "Delete Pages");
+    EXPECT_THAT(options.steps[0].options, ElementsAre(Pair("byPageRangeTextEdit", "1,4-6")));
+    EXPECT_THAT(options.inputs, ElementsAre("a.pdf", "b.pdf"));
+    EXPECT_EQ(std::get<ToFolder>(*options.destination).path, "out");
+    EXPECT_EQ(options.passwordFile, "p");
+    EXPECT_TRUE(options.overwrite && options.quiet && options.json);
+    EXPECT_FALSE(options.dryRun);
+}
+
+TEST(RunOptions, KeepTheStepsInTheirOrder)
+{
+    const RunOptions options =
+        parsedRun({"run", "--action", "A", "--set", "x=1", "--set", "y=a=b", "-i", "--pages", "7",
+                   "in.pdf", "--action", "B", "--action", "C", "--set", "z="});
+    ASSERT_EQ(options.steps.size(), 4U);
+    EXPECT_EQ(options.steps[0].action, "A");
+    EXPECT_THAT(options.steps[0].options, ElementsAre(Pair("x", "1"), Pair("y", "a=b")));
+    EXPECT_EQ(options.steps[1].action, "Delete Pages");
+    EXPECT_EQ(options.steps[2].action, "B");
+    EXPECT_TRUE(options.steps[2].options.empty());
+    EXPECT_THAT(options.steps[3].options, ElementsAre(Pair("z", "")));
+}
+
+TEST(RunOptions, TakeFileNamesAsTheyStand)
+{
+    EXPECT_THAT(parsedRun({"run", "-n", "-p", "1", "[a,b]", "info", "caf\xe9.pdf", "a b", "--",
+                           "-x.pdf", "--json"})
+                    .inputs,
+                ElementsAre("[a,b]", "info", "caf\xe9.pdf", "a b", "-x.pdf", "--json"));
+    EXPECT_THAT(parsedRun({"run", "-p", "1", "-", "-o", "-"}).inputs, ElementsAre("-"));
+}
+
+TEST(RunOptions, NameTheDestination)
+{
+    const auto destination = [](const Arguments& more) {
+        Arguments arguments = {"run", "-p", "1", "a.pdf"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return *parsedRun(arguments).destination;
+    };
+    EXPECT_EQ(std::get<ToFile>(destination({"-o", "b.pdf"})).path, "b.pdf");
+    EXPECT_EQ(std::get<ToFile>(destination({"--output=b.pdf"})).path, "b.pdf");
+    EXPECT_TRUE(std::holds_alternative<ToStandardOutput>(destination({"-o", "-"})));
+    EXPECT_FALSE(std::get<InPlace>(destination({"--in-place"})).backup);
+    EXPECT_TRUE(std::get<InPlace>(destination({"--backup", "-i"})).backup);
+    EXPECT_FALSE(parsedRun({"run", "-p", "1", "a.pdf", "--dry-run"}).destination);
+}
+
+struct Mistake {
+    const char* name;
+    Arguments arguments;
+    const char* says; ///< a part of it
+};
+
+class WrongUsageOf : public testing::TestWithParam<Mistake> {};
+
+TEST_P(WrongUsageOf, IsOneLineWithStatus2)
+{
+    const auto command = parse(GetParam().arguments);
+    ASSERT_FALSE(command);
+    EXPECT_EQ(command.error().status, 2);
+    EXPECT_THAT(command.error().text, HasSubstr(GetParam().says));
+    EXPECT_THAT(command.error().text, HasSubstr("--help"));
+    EXPECT_EQ(command.error().text.find('\n'), std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Options, WrongUsageOf,
+    testing::Values(
+        Mistake{"no_command", {}, "name what to do"},
+        Mistake{"an_unknown_command", {"walk"}, "walk"},
+        Mistake{"an_unknown_option", {"run", "-p", "1", "a", "-o", "b", "--wat"}, "--wat"},
+        Mistake{"an_abbreviated_option", {"run", "-p", "1", "a", "-o", "b", "--over"}, "--over"},
+        Mistake{"no_input", {"run", "-p", "1", "-o", "b"}, "INPUT"},
+        Mistake{"nothing_to_do", {"run", "a", "-o", "b"}, "--pages RANGE"},
+        Mistake{"a_missing_range", {"run", "a", "-o", "b", "--pages"}, "--pages"},
+        Mistake{"no_destination", {"run", "-p", "1", "a"}, "-o FILE, -d DIR or --in-place"},
+        Mistake{"two_destinations", {"run", "-p", "1", "a", "-o", "b", "-i"}, "exclude each other"},
+        Mistake{"a_file_and_a_folder", {"run", "-p", "1", "a", "-o", "b", "-d", "c"}, "exclude"},
+        Mistake{"the_output_twice", {"run", "-p", "1", "a", "-o", "b", "-o", "c"}, "--output"},
+        Mistake{"one_output_for_two_inputs", {"run", "-p", "1", "a", "b", "-o", "c"}, "-d DIR"},
+        Mistake{"an_empty_output", {"run", "-p", "1", "a", "-o", ""}, "empty"},
+        Mistake{"an_empty_folder", {"run", "-p", "1", "a", "-d", ""}, "empty"},
+        Mistake{"standard_input_in_place", {"run", "-p", "1", "-", "-i"}, "no name"},
+        Mistake{"standard_input_into_a_folder", {"run", "-p", "1", "-", "-d", "c"}, "no name"},
+        Mistake{"standard_input_among_others", {"run", "-p", "1", "-", "a", "-n"}, "the one input"},
+        Mistake{
+            "a_backup_of_nothing", {"run", "-p", "1", "a", "-o", "b", "--backup"}, "--in-place"},
+        Mistake{"two_things_on_standard_output",
+                {"run", "-p", "1", "a", "-o", "-", "--json"},
+                "standard output"},
+        Mistake{"an_option_without_value",
+                {"run", "--action", "A", "--set", "x", "a", "-n"},
+                "KEY=VALUE"},
+        Mistake{"an_option_without_key",
+                {"run", "--action", "A", "--set", "=x", "a", "-n"},
+                "KEY=VALUE"},
+        Mistake{"an_option_of_no_action",
+                {"run", "--set", "x=1", "--action", "A", "a", "-n"},
+                "before any --action"},
+        Mistake{"info_of_nothing", {"info"}, "FILE"},
+        Mistake{"actions_with_arguments", {"actions", "a"}, "a"}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(Help, IsThereForEveryCommandWithExamples)
+{
+    for (const Arguments& arguments :
+         {Arguments{"--help"}, {"run", "--help"}, {"info", "--help"}, {"actions", "--help"}}) {
+        const auto command = parse(arguments);
+        ASSERT_FALSE(command);
+        EXPECT_EQ(command.error().status, 0);
+        EXPECT_THAT(command.error().text,
+                    HasSubstr("vantora " +
+                              (arguments.size() > 1 ? arguments.front() : std::string("run"))));
+    }
+    EXPECT_THAT(parse({"run", "--help"}).error().text, HasSubstr("Examples:"));
+}
+
+TEST(Version, IsOneLine)
+{
+    const auto command = parse({"--version"});
+    ASSERT_FALSE(command);
+    EXPECT_EQ(command.error().status, 0);
+    EXPECT_THAT(command.error().text, testing::MatchesRegex("vantora [0-9.]+\n"));
+}
+
+} // namespace

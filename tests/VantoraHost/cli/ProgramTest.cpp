@@ -1,0 +1,155 @@
+#include "Terminal.h"
+
+#include "tests/support/Inspect.h"
+#include "tests/support/PdfBuilder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sys/mount.h>
+
+// The program itself: what shows only outside this process.
+namespace {
+
+namespace fs = std::filesystem;
+using support::runCommand;
+using testing::HasSubstr;
+
+const std::string program = BUILT_PROGRAM;
+
+class Program : public testing::Test {
+protected:
+    support::ScratchFolder scratch;
+    const terminal::WorkingFolder working{scratch.path("")};
+    const std::string tenPages = support::documentOfPages(10);
+    const std::string input = scratch.write("in.pdf", tenPages);
+};
+
+TEST_F(Program, FindsItsPartsAndDoesItsJob)
+{
+    const auto result = runCommand(program + " run -p 2 in.pdf -o out.pdf");
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_EQ(support::problems(support::readFile("out.pdf")), "");
+    EXPECT_EQ(support::pageTexts(support::readFile("out.pdf")).size(), 9U);
+}
+
+TEST_F(Program, FindsItsPartsThroughALinkToIt)
+{
+    fs::create_symlink(program, "vantora-link");
+    EXPECT_THAT(runCommand("./vantora-link actions").output, HasSubstr("Delete Pages"));
+}
+
+TEST_F(Program, LooksForActionsWhereItIsTold)
+{
+    const auto result =
+        runCommand("VANTORA_ACTIONS_PATH=" SCRIPTED_ACTION_FOLDER " " + program + " actions");
+    EXPECT_THAT(result.output, HasSubstr("Scripted"));
+    EXPECT_THAT(result.output, testing::Not(HasSubstr("Delete Pages")));
+}
+
+TEST_F(Program, AnswersWithItsExitStatus)
+{
+    EXPECT_EQ(runCommand(program + " --version").status, 0);
+    EXPECT_EQ(runCommand(program + " run -p 1 missing.pdf -o out.pdf").status, 1);
+    EXPECT_EQ(runCommand(program + " run -p 3-1 in.pdf -o out.pdf").status, 2);
+    EXPECT_EQ(runCommand(program).status, 2);
+}
+
+TEST_F(Program, PassesDocumentsThroughPipes)
+{
+    const auto result =
+        runCommand("cat in.pdf | " + program + " run -p 2-9 - -o - 2>messages > out.pdf");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(support::pageTexts(support::readFile("out.pdf")), support::pagesNamed({1, 10}));
+}
+
+TEST_F(Program, StopsCleanlyWhenInterrupted)
+{
+    fs::create_directory("out");
+    scratch.write("second.pdf", support::documentOfPages(2));
+    scratch.write("third.pdf", support::documentOfPages(3));
+    const auto result =
+        runCommand("VANTORA_ACTIONS_PATH=" SCRIPTED_ACTION_FOLDER " exec " + program +
+                   " run --action Scripted --set 'work=interrupt at a document of 2 pages'"
+                   " in.pdf second.pdf third.pdf -d out");
+    EXPECT_EQ(result.status, 130);
+    EXPECT_THAT(result.output, HasSubstr("interrupted: 1 of 3 documents done"));
+    EXPECT_EQ(terminal::contents("out").size(), 1U);
+    EXPECT_TRUE(fs::exists("out/in.pdf"));
+}
+
+TEST_F(Program, LeavesNothingWhereTheFileCannotGrow)
+{
+    fs::create_directory("out");
+    scratch.write("big.pdf", support::documentOfPages(300));
+    const auto result = runCommand("ulimit -f 16; trap '' XFSZ; exec " + program +
+                                   " run -p 2 in.pdf big.pdf -d out");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.output, HasSubstr("error: big.pdf: the output out/big.pdf: "));
+    EXPECT_THAT(result.output, HasSubstr("File too large; check space"));
+    EXPECT_EQ(terminal::contents("out").size(), 1U);
+    EXPECT_TRUE(fs::exists("out/in.pdf"));
+}
+
+TEST_F(Program, LeavesNothingOnAFullDisk)
+{
+    fs::create_directory("disk");
+    if (::mount("tmpfs", "disk", "tmpfs", 0, "size=32k") != 0) {
+        GTEST_SKIP() << "mounting a small disk is not allowed here";
+    }
+    const std::string big = support::documentOfPages(300);
+    scratch.write("big.pdf", big);
+    const auto result = runCommand(program + " run -p 2 big.pdf -d disk");
+    const auto left = terminal::contents("disk");
+    ::umount("disk");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.output, HasSubstr("No space left on device; check space"));
+    EXPECT_TRUE(left.empty());
+    EXPECT_EQ(support::readFile("big.pdf"), big);
+}
+
+TEST_F(Program, LeavesNothingOnAReadOnlyDisk)
+{
+    fs::create_directory("disk");
+    if (::mount("tmpfs", "disk", "tmpfs", MS_RDONLY, "size=32k") != 0) {
+        GTEST_SKIP() << "mounting a read-only disk is not allowed here";
+    }
+    const auto result = runCommand(program + " run -p 2 in.pdf -d disk");
+    ::umount("disk");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.output, HasSubstr("the output disk/in.pdf: "));
+    EXPECT_THAT(result.output, HasSubstr("Read-only file system; check space and permissions"));
+}
+
+TEST_F(Program, NoticesAStandardOutputThatTakesNothing)
+{
+    for (const char* output : {">/dev/full", ">&-"}) {
+        const auto result = runCommand("( " + program + " info in.pdf " + output + " )");
+        EXPECT_EQ(result.status, 1) << output;
+        EXPECT_THAT(result.output, HasSubstr("standard output can't be written")) << output;
+    }
+}
+
+TEST_F(Program, EndsInAnOrderlyWayWhenItsReaderHasGone)
+{
+    const auto result =
+        runCommand("( " + program + " run -p 2 in.pdf -o - 2>messages; echo $? >status ) | true");
+    EXPECT_EQ(result.status, 0);
+    // The reader may have been quick enough to take it all.
+    EXPECT_THAT(support::readFile("status"), testing::AnyOf("0\n", "1\n"));
+}
+
+TEST_F(Program, WritesNoColourWhereThereIsNoTerminal)
+{
+    EXPECT_THAT(runCommand(program + " info missing.pdf").output, testing::Not(HasSubstr("\033")));
+}
+
+TEST_F(Program, ColoursMessagesOnATerminalUnlessNoColorIsSet)
+{
+    const std::string onTerminal = "script -qec '" + program + " info missing.pdf' /dev/null";
+    EXPECT_THAT(runCommand("NO_COLOR= " + onTerminal).output, HasSubstr("\033[31merror:"));
+    EXPECT_THAT(runCommand("NO_COLOR=1 " + onTerminal).output, testing::Not(HasSubstr("\033")));
+}
+
+} // namespace

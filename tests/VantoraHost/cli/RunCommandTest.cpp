@@ -1,0 +1,333 @@
+#include "Terminal.h"
+
+#include "tests/support/Inspect.h"
+#include "tests/support/PdfBuilder.h"
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+
+namespace fs = std::filesystem;
+using support::documentOfPages;
+using support::pagesNamed;
+using support::pageTexts;
+using support::problems;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+
+std::vector<QJsonObject> objects(const std::string& jsonLines)
+{
+    std::vector<QJsonObject> found;
+    for (const std::string& line : terminal::lines(jsonLines)) {
+        found.push_back(QJsonDocument::fromJson(QByteArray::fromStdString(line)).object());
+    }
+    return found;
+}
+
+class Run : public testing::Test {
+protected:
+    std::vector<std::string> pagesOf(const std::string& name) const
+    {
+        const std::string file = support::readFile(name);
+        EXPECT_EQ(problems(file), "");
+        return pageTexts(file);
+    }
+
+    support::ScratchFolder scratch;
+    const terminal::WorkingFolder working{scratch.path("")};
+    const std::string tenPages = documentOfPages(10);
+    const std::string input = scratch.write("in.pdf", tenPages);
+};
+
+TEST_F(Run, RemovesPagesAndSaysSo)
+{
+    const auto answer = terminal::run({"run", "--pages", "2,4-6", "in.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_EQ(answer.err, "");
+    EXPECT_THAT(answer.out, HasSubstr("in.pdf -> out.pdf: 4 of 10 pages removed (2, 4-6), 6 left"));
+    EXPECT_EQ(pagesOf("out.pdf"), pagesNamed({1, 3, 7, 8, 9, 10}));
+    EXPECT_EQ(support::readFile("in.pdf"), tenPages);
+}
+
+TEST_F(Run, SpellsItsShortFormOut)
+{
+    const auto answer = terminal::run({"run", "--action", "Delete Pages", "--set",
+                                       "byPageRangeTextEdit=9-10", "in.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    EXPECT_EQ(pagesOf("out.pdf"), pagesNamed({1, 2, 3, 4, 5, 6, 7, 8}));
+}
+
+TEST_F(Run, RunsSeveralSteps)
+{
+    const auto answer =
+        terminal::run({"run", "--pages", "1", "--pages", "1", "in.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    EXPECT_THAT(answer.out, HasSubstr("(1-2)"));
+    EXPECT_EQ(pagesOf("out.pdf"), pagesNamed({3, 4, 5, 6, 7, 8, 9, 10}));
+}
+
+TEST_F(Run, ReadsStandardInputAndWritesStandardOutput)
+{
+    terminal::Setting pipe;
+    pipe.standardInput = tenPages;
+    const auto answer = terminal::run({"run", "--pages", "2-10", "-", "-o", "-"}, pipe);
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    EXPECT_EQ(problems(answer.out), "");
+    EXPECT_EQ(pageTexts(answer.out), pagesNamed({1}));
+    EXPECT_THAT(answer.err, HasSubstr("standard input -> standard output: 9 of 10 pages removed"));
+}
+
+TEST_F(Run, GivesEqualBytesForEqualDocuments)
+{
+    ASSERT_EQ(terminal::run({"run", "-p", "3", "in.pdf", "-o", "one.pdf"}).status, 0);
+    ASSERT_EQ(terminal::run({"run", "-p", "3", "in.pdf", "-o", "two.pdf"}).status, 0);
+    EXPECT_EQ(support::readFile("one.pdf"), support::readFile("two.pdf"));
+}
+
+TEST_F(Run, DoesTheOthersWhenOneFails)
+{
+    fs::create_directory("out");
+    scratch.write("bad.pdf", "no PDF at all");
+    scratch.write("last.pdf", documentOfPages(2));
+    const auto answer =
+        terminal::run({"run", "--pages", "1", "in.pdf", "bad.pdf", "last.pdf", "-d", "out"});
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_EQ(pagesOf("out/in.pdf").size(), 9U);
+    EXPECT_EQ(pagesOf("out/last.pdf"), pagesNamed({2}));
+    EXPECT_FALSE(fs::exists("out/bad.pdf"));
+    EXPECT_THAT(
+        terminal::lines(answer.err),
+        ElementsAre(HasSubstr("error: bad.pdf: "), HasSubstr("2 of 3 documents done, 1 failed")));
+}
+
+TEST_F(Run, IsQuietWhenAskedButForErrors)
+{
+    const auto fine = terminal::run({"run", "-q", "-p", "1-99", "in.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(fine.out + fine.err, "");
+    const auto failed = terminal::run({"run", "-q", "-p", "1", "missing.pdf", "-o", "b.pdf"});
+    EXPECT_EQ(failed.out, "");
+    EXPECT_EQ(terminal::lines(failed.err).size(), 1U);
+}
+
+TEST_F(Run, PrintsJsonPerDocument)
+{
+    fs::create_directory("out");
+    const auto answer =
+        terminal::run({"run", "--json", "-p", "9-12", "in.pdf", "missing.pdf", "-d", "out"});
+    EXPECT_EQ(answer.status, 1);
+    const auto reports = objects(answer.out);
+    ASSERT_EQ(reports.size(), 2U);
+    EXPECT_EQ(reports[0]["schema"].toInt(), 1);
+    EXPECT_EQ(reports[0]["input"].toString(), "in.pdf");
+    EXPECT_EQ(reports[0]["output"].toString(), "out/in.pdf");
+    EXPECT_EQ(reports[0]["status"].toString(), "done");
+    EXPECT_EQ(reports[0]["pages_before"].toInt(), 10);
+    EXPECT_EQ(reports[0]["pages_after"].toInt(), 8);
+    EXPECT_EQ(reports[0]["pages_removed"].toArray(), (QJsonArray{9, 10}));
+    EXPECT_EQ(reports[0]["bytes_before"].toInt(), static_cast<int>(tenPages.size()));
+    EXPECT_EQ(reports[0]["bytes_after"].toInt(), static_cast<int>(fs::file_size("out/in.pdf")));
+    EXPECT_EQ(reports[0]["warnings"].toArray().size(), 1);
+    EXPECT_TRUE(reports[0]["errors"].toArray().isEmpty());
+    EXPECT_GT(reports[0]["seconds"].toDouble(), 0);
+    EXPECT_EQ(reports[1]["status"].toString(), "failed");
+    EXPECT_TRUE(reports[1]["output"].isNull());
+    EXPECT_EQ(reports[1]["errors"][0]["reason"].toString(), "input-missing");
+}
+
+TEST_F(Run, InADryRunNamesThePagesAndWritesNothing)
+{
+    const auto before = terminal::contents(".");
+    const auto answer = terminal::run({"run", "--dry-run", "-p", "2,4-6", "in.pdf"});
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_EQ(answer.out, "in.pdf: 4 of 10 pages would go (2, 4-6), 6 left\n");
+    EXPECT_EQ(terminal::run({"run", "-n", "-p", "2", "in.pdf", "-o", "out.pdf"}).status, 0);
+    EXPECT_EQ(terminal::run({"run", "-n", "-p", "2", "in.pdf", "-i", "--backup"}).status, 0);
+    EXPECT_EQ(terminal::contents("."), before);
+}
+
+TEST_F(Run, InADryRunForeseesWhatIsInTheWay)
+{
+    const auto answer = terminal::run({"run", "-n", "-p", "2", "in.pdf", "-o", "in.pdf"});
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_THAT(answer.err, HasSubstr("is the input itself"));
+    const auto json = terminal::run({"run", "-n", "--json", "-p", "2", "in.pdf"});
+    EXPECT_EQ(objects(json.out)[0]["status"].toString(), "planned");
+    EXPECT_EQ(objects(json.out)[0]["pages_removed"].toArray(), (QJsonArray{2}));
+}
+
+TEST_F(Run, WarnsOfPagesThatAreNotThere)
+{
+    const auto answer = terminal::run({"run", "-p", "8-12", "in.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_EQ(answer.err, "vantora: warning: in.pdf: the range 8-12 names pages up to 12, but the "
+                          "document has 10 pages\n");
+    EXPECT_EQ(pagesOf("out.pdf").size(), 7U);
+}
+
+TEST_F(Run, WarnsWhenEveryPageGoesAndLeavesABlankOne)
+{
+    const auto answer = terminal::run({"run", "-p", "1-10", "in.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_THAT(answer.err, HasSubstr("warning: in.pdf: the range 1-10 names every page"));
+    EXPECT_EQ(pagesOf("out.pdf"), std::vector<std::string>{""});
+}
+
+TEST_F(Run, ReplacesAnOutputOnlyWhenAsked)
+{
+    scratch.write("out.pdf", "precious");
+    EXPECT_EQ(terminal::run({"run", "-p", "1", "in.pdf", "-o", "out.pdf"}).status, 1);
+    EXPECT_EQ(support::readFile("out.pdf"), "precious");
+    const auto replaced =
+        terminal::run({"run", "-p", "1", "in.pdf", "-o", "out.pdf", "--overwrite"});
+    EXPECT_EQ(replaced.status, 0);
+    EXPECT_THAT(replaced.out, testing::StartsWith("in.pdf -> out.pdf: "));
+    EXPECT_EQ(pagesOf("out.pdf").size(), 9U);
+}
+
+TEST_F(Run, TriesPasswordsInTheirOrder)
+{
+    scratch.write("locked.pdf", support::rewritten(tenPages, "--encrypt user owner 256 --"));
+    scratch.write("passwords", "wrong\r\n\nowner\nuser");
+    const auto answer = terminal::run(
+        {"run", "-p", "1", "locked.pdf", "-o", "out.pdf", "--password-file", "passwords"});
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    EXPECT_EQ(pageTexts(support::readFile("out.pdf"), "user").size(), 9U);
+    EXPECT_EQ(problems(support::readFile("out.pdf"), "user"), "");
+}
+
+TEST_F(Run, LooksForThePasswordThatPermitsRemoving)
+{
+    scratch.write("limited.pdf",
+                  support::rewritten(tenPages, "--encrypt '' owner 256 --modify=none --"));
+    scratch.write("passwords", "owner\n");
+    const auto refused = terminal::run({"run", "-p", "1", "limited.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.err, HasSubstr("limited.pdf: its owner does not permit removing pages"));
+    const auto permitted = terminal::run(
+        {"run", "-p", "1", "limited.pdf", "-o", "out.pdf", "--password-file", "passwords"});
+    EXPECT_EQ(permitted.status, 0) << permitted.err;
+    EXPECT_EQ(pageTexts(support::readFile("out.pdf")).size(), 9U);
+}
+
+TEST_F(Run, RepairsWhatCanBeRepairedWithAWarning)
+{
+    const std::string intact = documentOfPages(3);
+    const auto table = intact.rfind("startxref");
+    scratch.write("damaged.pdf", intact.substr(0, table) + "startxref\n12\n%%EOF\n");
+    const auto answer = terminal::run({"run", "-p", "2", "damaged.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_THAT(answer.err, HasSubstr("warning: damaged.pdf: repaired: "));
+    EXPECT_EQ(pagesOf("out.pdf"), pagesNamed({1, 3}));
+}
+
+TEST_F(Run, SavesNothingWhenAnActionFails)
+{
+    const auto answer = terminal::run({"run", "-p", "1", "--action", "Scripted", "--set",
+                                       "work=complain", "in.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_THAT(answer.err, HasSubstr("error: in.pdf: action \"Scripted\": Scripted error"));
+    EXPECT_FALSE(fs::exists("out.pdf"));
+}
+
+TEST_F(Run, DoesNoDocumentWhenAnActionRefusesToBegin)
+{
+    const auto answer = terminal::run(
+        {"run", "--action", "Scripted", "--set", "begin=fail", "in.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_EQ(terminal::lines(answer.err).size(), 1U);
+    EXPECT_FALSE(fs::exists("out.pdf"));
+}
+
+TEST_F(Run, DoesItsDocumentsWhenAnActionFailsAtTheEndAndSaysSo)
+{
+    const auto answer = terminal::run(
+        {"run", "--action", "Scripted", "--set", "end=complain", "in.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_THAT(answer.out, HasSubstr("in.pdf -> out.pdf"));
+    EXPECT_THAT(answer.err, HasSubstr("Scripted error"));
+    EXPECT_EQ(pagesOf("out.pdf").size(), 10U);
+}
+
+TEST_F(Run, ReportsPageCountsOfActionsItKnowsNothingOf)
+{
+    const auto answer = terminal::run({"run", "--json", "--action", "Scripted", "--set",
+                                       "work=lose a page", "in.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    const QJsonObject report = objects(answer.out).front();
+    EXPECT_EQ(report["pages_after"].toInt(), 9);
+    EXPECT_TRUE(report["pages_removed"].isNull());
+}
+
+TEST_F(Run, KeepsFileNamesThatAreNotUtf8)
+{
+    fs::create_directory("out");
+    scratch.write("caf\xe9.pdf", documentOfPages(2));
+    const auto answer = terminal::run({"run", "--json", "-p", "1", "caf\xe9.pdf", "-d", "out"});
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    EXPECT_THAT(answer.out, HasSubstr(R"("output":"out/caf\udce9.pdf")"));
+    EXPECT_EQ(pagesOf("out/caf\xe9.pdf"), pagesNamed({2}));
+}
+
+TEST_F(Run, ShowsProgressOnlyOnATerminalAndOnlyForSeveralDocuments)
+{
+    fs::create_directory("out");
+    scratch.write("second.pdf", documentOfPages(2));
+    terminal::Setting onTerminal;
+    onTerminal.errIsTerminal = true;
+    const auto shown = terminal::run(
+        {"run", "-p", "1", "in.pdf", "second.pdf", "-d", "out", "--overwrite"}, onTerminal);
+    EXPECT_THAT(shown.err, HasSubstr("1 of 2 documents"));
+    EXPECT_THAT(shown.err, EndsWith("\r\033[Kvantora: 2 of 2 documents done\n"));
+    const auto piped =
+        terminal::run({"run", "-p", "1", "in.pdf", "second.pdf", "-d", "out", "--overwrite"});
+    EXPECT_EQ(piped.err, "vantora: 2 of 2 documents done\n");
+    const auto single = terminal::run({"run", "-p", "1", "in.pdf", "-o", "o.pdf"}, onTerminal);
+    EXPECT_EQ(single.err, "");
+}
+
+TEST_F(Run, StopsBetweenDocumentsWhenInterrupted)
+{
+    fs::create_directory("out");
+    scratch.write("second.pdf", documentOfPages(2));
+    terminal::Setting setting;
+    setting.interrupted = [&] { return fs::exists("out/in.pdf"); };
+    const auto answer =
+        terminal::run({"run", "-p", "1", "in.pdf", "second.pdf", "-d", "out"}, setting);
+    EXPECT_EQ(answer.status, 130);
+    EXPECT_THAT(answer.err, HasSubstr("interrupted: 1 of 2 documents done"));
+    EXPECT_EQ(pagesOf("out/in.pdf").size(), 9U);
+    EXPECT_FALSE(fs::exists("out/second.pdf"));
+}
+
+TEST_F(Run, SaysWhenStandardOutputTakesNothing)
+{
+    terminal::Setting broken;
+    broken.outIsBroken = true;
+    const auto lines = terminal::run({"run", "-p", "1", "in.pdf", "-o", "out.pdf"}, broken);
+    EXPECT_EQ(lines.status, 1);
+    EXPECT_THAT(lines.err, HasSubstr("standard output can't be written"));
+    const auto document = terminal::run({"run", "-p", "1", "in.pdf", "-o", "-"}, broken);
+    EXPECT_EQ(document.status, 1);
+    EXPECT_THAT(document.err, HasSubstr("in.pdf: standard output can't be written"));
+}
+
+TEST_F(Run, PutsNoDocumentOnATerminal)
+{
+    terminal::Setting setting;
+    setting.outIsTerminal = true;
+    const auto answer = terminal::run({"run", "-p", "1", "in.pdf", "-o", "-"}, setting);
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_EQ(answer.out, "");
+    EXPECT_THAT(answer.err, HasSubstr("not for a terminal"));
+}
+
+} // namespace

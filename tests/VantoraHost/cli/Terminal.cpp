@@ -1,0 +1,65 @@
+#include "Terminal.h"
+
+#include "VantoraHost/cli/Program.h"
+#include "tests/support/Inspect.h"
+
+#include <sstream>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace terminal {
+
+namespace fs = std::filesystem;
+
+Answer run(const std::vector<std::string>& arguments, const Setting& setting)
+{
+    const int in = ::memfd_create("standard input", 0);
+    const auto size = static_cast<ssize_t>(setting.standardInput.size());
+    if (in < 0 || ::write(in, setting.standardInput.data(), setting.standardInput.size()) != size) {
+        return {};
+    }
+    ::lseek(in, 0, SEEK_SET);
+
+    std::ostringstream out;
+    std::ostringstream err;
+    if (setting.outIsBroken) {
+        out.setstate(std::ios::badbit);
+    }
+    const vantora::cli::Streams streams = {in,
+                                           out,
+                                           err,
+                                           setting.outIsTerminal,
+                                           setting.errIsTerminal,
+                                           setting.colour,
+                                           setting.interrupted};
+    const vantora::Installation installation = {setting.library, setting.actionFolders};
+    const int status = vantora::cli::runProgram(arguments, installation, streams);
+    ::close(in);
+    return {status, out.str(), err.str()};
+}
+
+std::vector<std::string> lines(const std::string& text)
+{
+    std::vector<std::string> found;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        found.push_back(line);
+    }
+    return found;
+}
+
+std::map<std::string, std::string> contents(const std::string& folder)
+{
+    std::map<std::string, std::string> found;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        std::string& content = found[entry.path()];
+        if (entry.is_symlink()) {
+            content = "link to " + fs::read_symlink(entry.path()).string();
+        } else if (entry.is_regular_file()) {
+            content = support::readFile(entry.path());
+        }
+    }
+    return found;
+}
+
+} // namespace terminal

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "VantoraHost/core/Installation.h"
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+/// Runs commands in this process, as a person at a terminal would, and shows what was printed.
+namespace terminal {
+
+struct Answer {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+/// What is on the person's desk.
+struct Setting {
+    std::string standardInput;
+    bool outIsTerminal = false;
+    bool errIsTerminal = false;
+    bool colour = false;
+    bool outIsBroken = false; ///< standard output takes nothing
+    std::function<bool()> interrupted = [] { return false; };
+    std::filesystem::path library = PDF_LIBRARY;
+    std::vector<std::filesystem::path> actionFolders = {ACTION_FOLDER, SCRIPTED_ACTION_FOLDER};
+};
+
+Answer run(const std::vector<std::string>& arguments, const Setting& setting = {});
+
+/// The lines of a text, without their ends.
+std::vector<std::string> lines(const std::string& text);
+
+/// Every file below a folder with its content, and every link with its target.
+std::map<std::string, std::string> contents(const std::string& folder);
+
+/// Makes a folder the current one for a while, so that commands name files as people do.
+class WorkingFolder {
+public:
+    explicit WorkingFolder(const std::string& folder) : before(std::filesystem::current_path())
+    {
+        std::filesystem::current_path(folder);
+    }
+    ~WorkingFolder() { std::filesystem::current_path(before); }
+    WorkingFolder(const WorkingFolder&) = delete;
+    WorkingFolder& operator=(const WorkingFolder&) = delete;
+
+private:
+    std::filesystem::path before;
+};
+
+} // namespace terminal

@@ -1,0 +1,69 @@
+"""What the program's help says, its manual page and its completion say, too.
+
+documents_test.py PROGRAM SOURCE_DIR
+"""
+import re
+import subprocess
+import sys
+import unittest
+from pathlib import Path
+
+PROGRAM = SOURCE_DIR = None
+COMMANDS = ["run", "info", "actions"]
+OPTION = re.compile(r"(?<![\w-])(--?[a-z][a-z-]*)")
+
+
+def help_of(*command):
+    return subprocess.run([PROGRAM, *command, "--help"], check=True, capture_output=True, text=True).stdout
+
+
+def options_of(*command):
+    """The options that the help lists, without those of its examples."""
+    lines = [line for line in help_of(*command).splitlines() if re.match(r"  -", line)]
+    return {option for line in lines for option in OPTION.findall(line.split("   ")[0])}
+
+
+def completed(*words):
+    script = (f"source {SOURCE_DIR}/packaging/completion/vantora.bash; compopt() {{ :; }}; "
+              f"COMP_WORDS=({' '.join(words)} ''); COMP_CWORD={len(words)}; "
+              "COMP_WORDS[COMP_CWORD]=${LAST-}; _vantora; printf '%s\\n' \"${COMPREPLY[@]}\"")
+    return lambda last: set(subprocess.run(["bash", "-c", script], check=True, capture_output=True, text=True,
+                                           env={"LAST": last, "PATH": "/usr/bin:/bin"}).stdout.split("\n")) - {""}
+
+
+class Documents(unittest.TestCase):
+    def test_the_help_lists_options_at_all(self):
+        self.assertIn("--pages", options_of("run"))
+
+    def test_the_manual_page_explains_every_option(self):
+        manual = (SOURCE_DIR / "docs/vantora.1").read_text().replace("\\-", "-")
+        for command in ([], *([name] for name in COMMANDS)):
+            for option in options_of(*command):
+                self.assertRegex(manual, rf"(?<![\w-]){option}(?![\w-])", f"{command} {option}")
+
+    def test_the_manual_page_has_no_option_that_is_not_there(self):
+        known = set().union(options_of(), *(options_of(name) for name in COMMANDS))
+        manual = (SOURCE_DIR / "docs/vantora.1").read_text().replace("\\-", "-")
+        explained = {option for line in re.findall(r"\.TP\n\.B\S* (.*)", manual) for option in OPTION.findall(line)}
+        self.assertEqual(explained - known, set())
+
+    def test_the_completion_offers_exactly_the_options(self):
+        for name in COMMANDS:
+            self.assertEqual(completed(PROGRAM, name)("-"), options_of(name), name)
+        self.assertEqual(completed(PROGRAM)("-"), options_of())
+
+    def test_the_completion_offers_the_commands(self):
+        self.assertEqual(completed(PROGRAM)("r"), {"run"})
+
+    def test_the_completion_offers_the_actions_that_are_installed(self):
+        self.assertEqual(completed(PROGRAM, "run", "--action")("D"), {"Delete\\ Pages"})
+
+    def test_the_manual_page_is_without_formatting_mistakes(self):
+        result = subprocess.run(["man", "--warnings", "-l", str(SOURCE_DIR / "docs/vantora.1")],
+                                capture_output=True, text=True, env={"PATH": "/usr/bin:/bin", "MANWIDTH": "80"})
+        self.assertEqual(result.stderr, "")
+
+
+if __name__ == "__main__":
+    PROGRAM, SOURCE_DIR = sys.argv[1], Path(sys.argv[2])
+    unittest.main(argv=sys.argv[:1])
