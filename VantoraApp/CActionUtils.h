@@ -97,6 +97,19 @@ public:
     /// links of either kind, folders that cannot be read, and names that are not text.
     static QStringList SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive);
 
+    // Action lists: named sequences of actions that users put together. (CustomActionLists.cpp)
+
+    /// Writes the options as a step of the action list that they name: "ActionListName" (a missing
+    /// one counts as "Action"), "ActionListCategory", "ActionListOverwrite" and "ActionName", the
+    /// action's display name. Appends to an existing list unless it is to be overwritten, and else
+    /// creates one and removes these four keys from the options. Nothing is written, and nothing
+    /// reported, when the name can't be that of a file in the folder and when the list can't be
+    /// read or written.
+    static void SaveAsCustomActionList(QMap<QString, QVariant>* prefs);
+
+    /// The categories of the lists: "Default", "Favorites", and those that other lists have.
+    static QStringList GetActionListCategories();
+
     // Placement on a page. (Placement.cpp)
 
     /// The matrix that takes the unit square to an object placed on a page, in the page's

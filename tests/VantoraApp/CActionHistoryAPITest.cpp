@@ -1,0 +1,226 @@
+#include "VantoraApp/CActionHistoryAPI.h"
+#include "VantoraApp/CActionUtils.h"
+#include "tests/support/ScratchHome.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QDirIterator>
+#include <QtCore/QSettings>
+#include <QtGui/QIcon>
+#include <QtGui/QImage>
+
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace {
+
+class CActionHistoryAPITest : public testing::Test {
+protected:
+    CActionHistoryAPITest() { QDir().mkpath(folder()); }
+
+    static QString folder() { return CActionUtils::GetCollectionsFolder(); }
+
+    static QStringList files()
+    {
+        return QDir(folder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    /// All files below the scratch home.
+    QStringList everything() const
+    {
+        QStringList found;
+        QDirIterator each(QFileInfo(home.data()).path(), QDir::Files | QDir::Hidden,
+                          QDirIterator::Subdirectories);
+        while (each.hasNext())
+            found << each.next();
+        return found;
+    }
+
+    static int save(const QVariantMap& options, const QIcon& icon = {})
+    {
+        QVariantMap prefs = options;
+        QIcon copy = icon;
+        const int result = CActionHistoryAPI("Delete").SaveSettingsToHistory(&prefs, &copy);
+        EXPECT_EQ(prefs, options) << "the options stay as they are";
+        return result;
+    }
+
+    /// Saves a favourite and makes it this many seconds old.
+    static void saveOld(const QString& name, int age)
+    {
+        EXPECT_EQ(save({{"CollectionName", name}}), 0);
+        QFile file(folder() + "/" + name + ".ini");
+        file.open(QIODevice::ReadWrite);
+        file.setFileTime(QDateTime::currentDateTime().addSecs(-age),
+                         QFileDevice::FileModificationTime);
+    }
+
+    /// The name of the favourite at the next place, or "none".
+    static QString load(CActionHistoryAPI& history, int step)
+    {
+        const std::unique_ptr<QVariantMap> prefs(history.LoadSettingsFromHistory(step));
+        return prefs ? prefs->value("CollectionName").toString() : "none";
+    }
+
+    ScratchHome home;
+};
+
+TEST_F(CActionHistoryAPITest, WritesAFavouriteWithItsOptionsAndItsIcon)
+{
+    QPixmap picture(100, 50);
+    picture.fill(Qt::red);
+    const QVariantMap options{{"CollectionName", "Odd pages "}, {"byPageRangeTextEdit", "1,3"}};
+    EXPECT_EQ(save(options, picture), 0);
+    EXPECT_EQ(files(), QStringList{"Odd pages .ini"});
+
+    const QSettings settings(folder() + "/Odd pages .ini", QSettings::IniFormat);
+    EXPECT_EQ(settings.allKeys(), (QStringList{"ActionIcon", "ActionPrefs"}));
+    EXPECT_EQ(settings.value("ActionPrefs").toMap(), options);
+    const auto icon = settings.value("ActionIcon").value<QImage>();
+    EXPECT_EQ(icon.size(), QSize(42, 21));
+    EXPECT_EQ(icon.pixelColor(10, 10), QColor(Qt::red));
+}
+
+TEST_F(CActionHistoryAPITest, ReplacesAFavouriteOfTheSameNameWhole)
+{
+    QFile before(folder() + "/Name.ini");
+    before.open(QIODevice::WriteOnly);
+    before.write("[General]\nold=1\n");
+    before.close();
+    EXPECT_EQ(save({{"CollectionName", "Name"}, {"a", 1}}), 0);
+    const QSettings settings(folder() + "/Name.ini", QSettings::IniFormat);
+    EXPECT_FALSE(settings.contains("old"));
+    EXPECT_EQ(files(), QStringList{"Name.ini"});
+}
+
+TEST_F(CActionHistoryAPITest, WritesAFavouriteWithoutANameOrAnIcon)
+{
+    EXPECT_EQ(save({}), 0);
+    EXPECT_EQ(files(), QStringList{".ini"});
+    const QSettings settings(folder() + "/.ini", QSettings::IniFormat);
+    EXPECT_TRUE(settings.value("ActionIcon").value<QImage>().isNull());
+}
+
+TEST_F(CActionHistoryAPITest, CreatesTheFolderWhenThereIsNone)
+{
+    QDir(folder()).removeRecursively();
+    EXPECT_EQ(save({{"CollectionName", "Name"}}), 0);
+    EXPECT_EQ(files(), QStringList{"Name.ini"});
+}
+
+TEST_F(CActionHistoryAPITest, WritesNothingForANameThatLeadsElsewhere)
+{
+    const QStringList before = everything();
+    for (const QString& name : {QString("../../out"), QString("/tmp/out"), QString("a/b"),
+                                QString(".."), QString("a\nb"), QString(300, 'n')}) {
+        EXPECT_EQ(save({{"CollectionName", name}}), 1) << name.toStdString();
+        EXPECT_EQ(everything(), before) << name.toStdString();
+    }
+}
+
+TEST_F(CActionHistoryAPITest, DoesNotReportWhatTheDiskRefuses)
+{
+    QDir().mkpath(folder() + "/Name.ini/inside");
+    EXPECT_EQ(save({{"CollectionName", "Name"}}), 0);
+    EXPECT_EQ(files(), QStringList{"Name.ini"});
+}
+
+struct StepRow {
+    const char* name;
+    QList<int> steps;
+    QStringList loaded;
+};
+
+TEST_F(CActionHistoryAPITest, StepsThroughTheFavouritesFromTheNewest)
+{
+    saveOld("Delete A", 30);
+    saveOld("Delete B", 20);
+    saveOld("Delete C", 10);
+    saveOld("Other", 5);
+    const StepRow rows[] = {
+        {"past the oldest and back",
+         {1, 1, 1, 1, -1},
+         {"Delete C", "Delete B", "Delete A", "none", "Delete A"}},
+        {"before the newest", {-1, 1, 1}, {"none", "none", "Delete C"}},
+        {"the same again", {1, 0, 0}, {"Delete C", "Delete C", "Delete C"}},
+        {"not started", {0}, {"none"}},
+        {"more than one at a time", {3, -2}, {"Delete A", "Delete C"}},
+        {"as far as can be", {2147483647, 2147483647, -2147483647 - 1}, {"none", "none", "none"}},
+    };
+    for (const StepRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        CActionHistoryAPI history("Delete");
+        QStringList loaded;
+        for (const int step : row.steps)
+            loaded << load(history, step);
+        EXPECT_EQ(loaded, row.loaded) << loaded.join(", ").toStdString();
+    }
+}
+
+TEST_F(CActionHistoryAPITest, OrdersFavouritesOfTheSameTimeByName)
+{
+    for (const char* name : {"Delete B", "Delete A", "Delete C"})
+        saveOld(name, 100);
+    const QDateTime time = QDateTime::currentDateTime().addSecs(-50);
+    for (const QString& name : files()) {
+        QFile file(folder() + "/" + name);
+        file.open(QIODevice::ReadWrite);
+        file.setFileTime(time, QFileDevice::FileModificationTime);
+    }
+    CActionHistoryAPI history("Delete");
+    EXPECT_EQ(load(history, 1), "Delete A");
+    EXPECT_EQ(load(history, 1), "Delete B");
+    EXPECT_EQ(load(history, 1), "Delete C");
+}
+
+TEST_F(CActionHistoryAPITest, KeepsTheListOfItsBeginning)
+{
+    saveOld("Delete A", 10);
+    CActionHistoryAPI history("Delete");
+    saveOld("Delete B", 0);
+    EXPECT_EQ(load(history, 1), "Delete A");
+    EXPECT_EQ(load(history, 1), "none");
+    CActionHistoryAPI later("Delete");
+    EXPECT_EQ(load(later, 1), "Delete B");
+}
+
+TEST_F(CActionHistoryAPITest, StepsOverFilesThatAreNoFavourites)
+{
+    saveOld("Delete B", 20);
+    const auto put = [](const QString& name, const QByteArray& text) {
+        QFile file(folder() + "/" + name);
+        file.open(QIODevice::WriteOnly);
+        file.write(text);
+    };
+    put("Delete 1.ini", "[General]\nOther=1\n");
+    put("Delete 2", "no settings at all");
+    put("Delete 3.ini", "ActionPrefs=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\bUnknown\\0)");
+    put("Delete 4.ini", "ActionPrefs=@Variant(\\0\\0\\0\\b\\x7f\\xff\\xff\\xff)");
+    QDir().mkpath(folder() + "/Delete folder.ini");
+    CActionHistoryAPI history("Delete");
+    QFile::remove(folder() + "/Delete 2");
+    QStringList loaded;
+    for (int i = 0; i < 5; ++i)
+        loaded << load(history, 1);
+    EXPECT_EQ(loaded, (QStringList{"none", "none", "none", "none", "Delete B"}));
+}
+
+TEST_F(CActionHistoryAPITest, LoadsOptionsThatAreNoMapAsNone)
+{
+    QFile file(folder() + "/Delete.ini");
+    file.open(QIODevice::WriteOnly);
+    file.write("[General]\nActionPrefs=text\n");
+    file.close();
+    CActionHistoryAPI history("Delete");
+    const std::unique_ptr<QVariantMap> prefs(history.LoadSettingsFromHistory(1));
+    ASSERT_NE(prefs, nullptr);
+    EXPECT_TRUE(prefs->isEmpty());
+}
+
+TEST_F(CActionHistoryAPITest, HasNothingWithoutAFolder)
+{
+    QDir(folder()).removeRecursively();
+    CActionHistoryAPI history("Delete");
+    EXPECT_EQ(load(history, 1), "none");
+}
+
+} // namespace
