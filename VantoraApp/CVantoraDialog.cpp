@@ -15,6 +15,7 @@
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
@@ -27,6 +28,17 @@ constexpr int borderWidth = 9;
 QString Resource(const char* name)
 {
     return QLatin1String(":/Vantora/Resources/") + QLatin1String(name);
+}
+
+/// Gives the children of a widget their places although it isn't shown yet.
+void LayOut(QWidget* widget)
+{
+    if (widget->layout() == nullptr)
+        return;
+    widget->layout()->activate();
+    widget->layout()->setGeometry(widget->contentsRect());
+    for (QWidget* child : widget->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        LayOut(child);
 }
 
 } // namespace
@@ -210,6 +222,40 @@ void CVantoraDialog::VDaddMainWidget(QWidget* widget, bool fixedSize)
     mContentLayout->addWidget(widget);
     mContentLayout->setContentsMargins(0, 0, 0, 0);
     mFramelessHandler.setWidgetResizable(!fixedSize);
+}
+
+void CVantoraDialog::GrowToTexts(QWidget* widget)
+{
+    widget->setParent(mContentWidget); // where the style sheets reach it
+    widget->ensurePolished();
+    // A least width that a form gives a button does away with the one that its text needs.
+    for (QPushButton* button : widget->findChildren<QPushButton*>()) {
+        if (button->sizeHint().width() <= button->maximumWidth())
+            button->setMinimumWidth(qMax(button->minimumWidth(), button->sizeHint().width()));
+    }
+    QLayout* layout = widget->layout();
+    const auto growToMinimum = [this, widget, layout] {
+        layout->activate();
+        // A fixed width includes the frame's border.
+        const QMargins border = mMainFrame->contentsMargins();
+        const QSize least = layout->totalMinimumSize() + QSize(border.left() + border.right(), 0);
+        widget->resize(widget->size().expandedTo(least));
+    };
+    growToMinimum();
+
+    // How high a label with several lines must be depends on its width, which the layouts' minimum
+    // does not take into account.
+    LayOut(widget);
+    QList<QLabel*> wrapped;
+    for (QLabel* label : widget->findChildren<QLabel*>()) {
+        if (label->wordWrap() && label->minimumHeight() == 0)
+            wrapped << label;
+    }
+    for (QLabel* label : wrapped)
+        label->setMinimumHeight(label->heightForWidth(label->width()));
+    growToMinimum();
+    for (QLabel* label : wrapped)
+        label->setMinimumHeight(0);
 }
 
 CVantoraHeaderButton* CVantoraDialog::CreateHeaderButton(const char* name, const char* image,

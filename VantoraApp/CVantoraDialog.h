@@ -48,6 +48,10 @@ protected:
     QWidget* PreviewHost() const { return mPreviewHost; }
     QLabel* TitleLabel() const { return mTitleLabel; }
 
+    /// Takes the widget of a form over and makes it larger where its texts need more room than the
+    /// form gives them, as with large fonts. To be called before VDaddMainWidget.
+    void GrowToTexts(QWidget* widget);
+
 private:
     QFrame* CreateFrame(const char* name, const char* styleSheet, int row, int column);
     QFrame* CreateShadow(const char* name, const char* styleSheet, int row, int column);
