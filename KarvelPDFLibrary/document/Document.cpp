@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/document/Document.h"
 
+#include "KarvelPDFLibrary/document/MissingTrailer.h"
 #include "KarvelPDFLibrary/io/WindowedInput.h"
 
 #include <algorithm>
@@ -41,7 +42,8 @@ bool tellsOfReconstruction(const QPDFExc& warning)
 } // namespace
 
 Document::Document(std::shared_ptr<io::ByteSource> source)
-    : source_(std::move(source)), file_(quietFile()), changes_(*file_)
+    : source_(std::move(source)), originalSize_(source_ ? source_->size() : 0), file_(quietFile()),
+      changes_(*file_)
 {
 }
 
@@ -77,7 +79,26 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
             break;
         }
     }
+    if (options.reconstruct && status.error().code == ErrorCode::NotPdf) {
+        if (auto mended = loadWithTrailerAdded(source)) {
+            return mended;
+        }
+    }
     return tl::unexpected<Error>(std::move(status.error()));
+}
+
+/// libqpdf rebuilds a cross-reference table only where a trailer is left.
+std::unique_ptr<Document>
+Document::loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source)
+{
+    const std::shared_ptr<io::ByteSource> mended = withTrailerAdded(source);
+    if (!mended) {
+        return nullptr;
+    }
+    std::unique_ptr<Document> document(new Document(mended));
+    document->originalSize_ = source->size();
+    document->reconstructed_ = true;
+    return document->open({}) ? std::move(document) : nullptr;
 }
 
 Status Document::open(const LoadOptions& options)

@@ -104,7 +104,7 @@ public:
     std::string name() const;
 
     /// Size in bytes of what the document was loaded from; 0 for a new one.
-    std::int64_t originalSize() const { return source_ ? source_->size() : 0; }
+    std::int64_t originalSize() const { return originalSize_; }
 
     /// Null for a new document.
     const std::shared_ptr<io::ByteSource>& source() const { return source_; }
@@ -148,9 +148,12 @@ public:
 private:
     explicit Document(std::shared_ptr<io::ByteSource> source);
     Status open(const LoadOptions& options);
+    static std::unique_ptr<Document>
+    loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source);
     Status readPages();
 
     std::shared_ptr<io::ByteSource> source_;
+    std::int64_t originalSize_ = 0;
     std::string path_;
     std::string password_;
     std::unique_ptr<QPDF> file_;

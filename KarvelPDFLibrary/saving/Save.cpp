@@ -161,6 +161,10 @@ void configure(QPDFWriter& writer, Document& document, const SaveOptions& option
 void rewrite(Document& document, io::ByteSink& sink, const SaveOptions& options)
 {
     const CompressionLevel level(options.flateLevel);
+    // libqpdf writes the entry only where the input had it, as damaged files may not.
+    if (!document.file().getTrailer().hasKey("/Size")) {
+        document.changes().editTrailer().replaceKey("/Size", QPDFObjectHandle::newInteger(0));
+    }
     QPDFWriter writer(document.file());
     SinkPipeline pipeline(sink);
     writer.setOutputPipeline(&pipeline);

@@ -1,0 +1,118 @@
+#include "KarvelPDFLibrary/document/MissingTrailer.h"
+
+#include "KarvelPDFLibrary/index/ValueScanner.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace karvel {
+
+namespace {
+
+/// A source with a text behind its end.
+class LongerSource final : public io::ByteSource {
+public:
+    LongerSource(std::shared_ptr<io::ByteSource> source, std::string text)
+        : ByteSource(source->name(), source->size() + static_cast<std::int64_t>(text.size())),
+          source_(std::move(source)), text_(std::move(text))
+    {
+    }
+
+    std::size_t readAt(std::int64_t offset, char* buffer, std::size_t length) override
+    {
+        std::size_t done = 0;
+        if (offset < source_->size()) {
+            done = source_->readAt(offset, buffer, length);
+        }
+        const std::int64_t behind = offset + static_cast<std::int64_t>(done) - source_->size();
+        if (behind >= 0 && behind < static_cast<std::int64_t>(text_.size())) {
+            const auto start = static_cast<std::size_t>(behind);
+            const std::size_t count = std::min(length - done, text_.size() - start);
+            std::memcpy(buffer + done, text_.data() + start, count);
+            done += count;
+        }
+        return done;
+    }
+
+    Status intact() const override { return source_->intact(); }
+
+private:
+    std::shared_ptr<io::ByteSource> source_;
+    std::string text_;
+};
+
+/// The number and generation of the object whose dictionary a position lies in, given the text
+/// before it.
+std::optional<std::string> objectAround(std::string_view before)
+{
+    const std::size_t keyword = before.rfind("obj");
+    if (keyword == std::string_view::npos || keyword < 4) {
+        return std::nullopt;
+    }
+    std::size_t begin = keyword;
+    int words = 0;
+    bool inWord = false;
+    while (begin > 0 && words < 3) {
+        const char ch = before[begin - 1];
+        const bool digit = ch >= '0' && ch <= '9';
+        if (!digit && !index::isWhiteSpace(ch)) {
+            break;
+        }
+        words += digit && !inWord ? 1 : 0;
+        if (words < 3) {
+            --begin;
+        }
+        inWord = digit;
+    }
+    std::size_t at = begin;
+    std::uint64_t number = 0;
+    std::uint64_t generation = 0;
+    at = index::skipSpace(before, at);
+    const bool numbered = index::readUnsigned(before, at, number) && number > 0;
+    at = index::skipSpace(before, at);
+    if (!numbered || !index::readUnsigned(before, at, generation)) {
+        return std::nullopt;
+    }
+    return std::to_string(number) + " " + std::to_string(generation) + " R";
+}
+
+/// The last catalog of a file, as a reference.
+std::optional<std::string> findCatalog(io::ByteSource& source)
+{
+    constexpr std::size_t windowSize = 1024 * 1024;
+    constexpr std::size_t overlap = 4096; // a catalog's dictionary up to its /Type
+    std::vector<char> window(windowSize);
+    std::optional<std::string> found;
+    for (std::int64_t offset = 0; offset < source.size();
+         offset += static_cast<std::int64_t>(windowSize - overlap)) {
+        const std::size_t length = source.readAt(offset, window.data(), window.size());
+        const std::string_view text(window.data(), length);
+        if (text.find("/Encrypt") != std::string_view::npos ||
+            text.find("/ObjStm") != std::string_view::npos) {
+            return std::nullopt;
+        }
+        for (std::size_t at = 0; (at = text.find("/Catalog", at)) != std::string_view::npos; ++at) {
+            if (auto reference = objectAround(text.substr(0, at))) {
+                found = std::move(reference);
+            }
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+std::shared_ptr<io::ByteSource> withTrailerAdded(const std::shared_ptr<io::ByteSource>& source)
+{
+    const std::optional<std::string> catalog = findCatalog(*source);
+    if (!catalog) {
+        return nullptr;
+    }
+    return std::make_shared<LongerSource>(source, "\ntrailer\n<< /Root " + *catalog +
+                                                      " >>\nstartxref\n0\n%%EOF\n");
+}
+
+} // namespace karvel
