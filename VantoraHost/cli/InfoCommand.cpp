@@ -4,6 +4,7 @@
 #include "VantoraHost/cli/InputFiles.h"
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/core/DocumentInfo.h"
+#include "VantoraHost/core/DocumentReport.h"
 #include "VantoraHost/core/Json.h"
 #include "VantoraHost/core/PdfLibrary.h"
 
@@ -142,7 +143,7 @@ JsonObject jsonOf(const DocumentInfo& info)
         .add("attachments", info.attachments)
         .add("layers", info.layers)
         .add("linearised", info.linearised)
-        .add("warnings", info.warnings)
+        .add("warnings", withRepairs({}, info.repairs))
         .add("errors", std::vector<std::string>());
     return json;
 }
@@ -189,9 +190,7 @@ int showInfo(const InfoOptions& options, const Installation& installation, const
             allDone = false;
             printError(streams, info.error());
         } else {
-            for (const std::string& warning : info->warnings) {
-                printWarning(streams, input, warning);
-            }
+            printRepairs(streams, input, info->repairs);
         }
     }
     return allDone ? AllDone : SomeFailed;

@@ -96,6 +96,17 @@ void printWarning(const Streams& streams, const std::string& file, const std::st
                 << std::flush;
 }
 
+void printRepairs(const Streams& streams, const std::string& file,
+                  const std::vector<std::string>& repairs)
+{
+    if (repairs.empty()) {
+        return;
+    }
+    const std::string more =
+        repairs.size() == 1 ? "" : " (and " + grouped(repairs.size() - 1) + " more, see --json)";
+    printWarning(streams, file, "repaired: " + repairs.front() + more);
+}
+
 void printNote(const Streams& streams, const std::string& sentence)
 {
     streams.err << "vantora: " << sentence << '\n' << std::flush;

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace vantora::cli {
 
@@ -21,6 +22,10 @@ void printError(const Streams& streams, const Error& error);
 
 /// Prints "vantora: warning: FILE: sentence" as one line.
 void printWarning(const Streams& streams, const std::string& file, const std::string& sentence);
+
+/// Prints what was repaired in a file as one warning: the first repair, and how many more.
+void printRepairs(const Streams& streams, const std::string& file,
+                  const std::vector<std::string>& repairs);
 
 /// Prints "vantora: sentence" as one line.
 void printNote(const Streams& streams, const std::string& sentence);

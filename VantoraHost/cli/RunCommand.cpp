@@ -15,8 +15,6 @@ namespace vantora::cli {
 
 namespace {
 
-constexpr std::size_t warningsShown = 3;
-
 std::string resultLine(const DocumentReport& report)
 {
     const bool planned = report.status == DocumentStatus::Planned;
@@ -107,16 +105,10 @@ private:
 
     void printWarnings(const DocumentReport& report) const
     {
-        const auto& all = report.warnings;
-        const std::size_t printed = all.size() <= warningsShown + 1 ? all.size() : warningsShown;
-        for (std::size_t i = 0; i < printed; ++i) {
-            printWarning(streams, report.input, all[i]);
+        for (const std::string& warning : report.warnings) {
+            printWarning(streams, report.input, warning);
         }
-        if (printed < all.size()) {
-            printWarning(streams, report.input,
-                         "and " + grouped(all.size() - printed) +
-                             " more warnings, which --json lists");
-        }
+        printRepairs(streams, report.input, report.repairs);
     }
 
     const RunOptions& options;

@@ -88,7 +88,8 @@ Outcome Backup::keep()
     }
     if (::rename(original.c_str(), name.c_str()) != 0) {
         return fail(Reason::OutputNotWritable, name,
-                    "the original is kept as " + original + ": " + systemMessage(errno));
+                    "the original is kept as " + original + ", because the backup " + name +
+                        " can't be replaced: " + systemMessage(errno));
     }
     // Renaming does nothing when the older backup is a link to the original, too.
     ::unlink(original.c_str());

@@ -143,7 +143,7 @@ Result<DocumentInfo> inspect(Library& library, const std::string& input,
     info.attachments = answer(library, &Library::AttachmentCount);
     info.layers = answer(library, &Library::LayerCount);
     info.linearised = yesOrNo(library, &Library::IsLinearized);
-    info.warnings = document->warnings();
+    info.repairs = document->repairs();
     return info;
 }
 

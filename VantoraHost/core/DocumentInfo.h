@@ -43,7 +43,7 @@ struct DocumentInfo {
     std::optional<int> attachments;
     std::optional<int> layers;
     std::optional<bool> linearised;
-    std::vector<std::string> warnings;
+    std::vector<std::string> repairs; ///< what was damaged
 };
 
 /// Opens a document, looks at it and closes it.

@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/base/Text.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/Backup.h"
+#include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/LibraryFailure.h"
 #include "VantoraHost/core/PageForecast.h"
 #include "VantoraHost/core/PdfLibrary.h"
@@ -25,12 +26,6 @@ std::optional<std::uint64_t> sizeOf(const std::string& path)
     std::error_code failed;
     const auto size = std::filesystem::file_size(path, failed);
     return failed ? std::nullopt : std::optional<std::uint64_t>(size);
-}
-
-void append(std::vector<std::string>& texts, std::vector<std::string> more)
-{
-    texts.insert(texts.end(), std::make_move_iterator(more.begin()),
-                 std::make_move_iterator(more.end()));
 }
 
 } // namespace
@@ -89,7 +84,7 @@ Outcome DocumentJob::process(DocumentReport& report, const Target& target)
         return save(report, target);
     }();
     // What is damaged may show only when it is read, at the latest when saving.
-    append(report.warnings, document->warnings());
+    report.repairs = document->repairs();
     return done;
 }
 
@@ -105,7 +100,7 @@ Outcome DocumentJob::changePages(DocumentReport& report)
     if (forecast) {
         report.pagesRemoved = std::move(forecast->removed);
         report.pagesAfter = forecast->pagesAfter;
-        append(report.warnings, std::move(forecast->warnings));
+        report.warnings = std::move(forecast->warnings);
     }
     if (settings.dryRun) {
         return {};
@@ -140,7 +135,7 @@ Outcome DocumentJob::save(DocumentReport& report, const Target& target)
     if (target.standardOutput) {
         return saveToStandardOutput(report);
     }
-    if (const Outcome saved = saveToFile(report.input, target); !saved) {
+    if (const Outcome saved = saveToFile(report, target); !saved) {
         return saved;
     }
     report.status = DocumentStatus::Done;
@@ -148,25 +143,42 @@ Outcome DocumentJob::save(DocumentReport& report, const Target& target)
     return {};
 }
 
-Outcome DocumentJob::saveToFile(const std::string& input, const Target& target)
+Outcome DocumentJob::saveToFile(DocumentReport& report, const Target& target)
 {
     std::optional<Backup> backup;
     if (!target.backup.empty()) {
         Result<Backup> made = Backup::of(target.path, target.backup, target.replaceBackup);
         if (!made) {
-            made.error().file = input;
+            made.error().file = report.input;
             return tl::unexpected<Error>(std::move(made.error()));
         }
         backup.emplace(std::move(*made));
     }
+    const auto before = ownershipOf(target.path);
     if (library.SaveToFile(toWide(target.path)) != 1) {
-        Error error = failure(input, "can't be saved");
-        if (error.reason == Reason::OutputNotWritable || error.reason == Reason::OutputExists) {
-            error.sentence = "the output " + target.name + ": " + error.sentence;
-        }
-        return tl::unexpected<Error>(std::move(error));
+        return tl::unexpected<Error>(savingError(report.input, target));
     }
-    return backup ? backup->keep() : Outcome();
+    if (before && !(before == ownershipOf(target.path))) {
+        report.warnings.push_back("its owner or mode could not be kept: only the owner and the "
+                                  "administrator may give a file to others");
+    }
+    if (backup) {
+        if (const Outcome kept = backup->keep(); !kept) {
+            report.warnings.push_back(kept.error().sentence);
+        }
+    }
+    return {};
+}
+
+Error DocumentJob::savingError(const std::string& input, const Target& target)
+{
+    Error error = lastLibraryFailure(library, target.path)
+                      .value_or(Error{Reason::LibraryFailed, {}, "can't be saved"});
+    if (error.reason == Reason::OutputNotWritable || error.reason == Reason::OutputExists) {
+        error.sentence = "the output " + target.name + ": " + error.sentence;
+    }
+    error.file = input;
+    return error;
 }
 
 Outcome DocumentJob::saveToStandardOutput(DocumentReport& report)

@@ -42,7 +42,8 @@ private:
     Outcome process(DocumentReport& report, const Target& target);
     Outcome changePages(DocumentReport& report);
     Outcome save(DocumentReport& report, const Target& target);
-    Outcome saveToFile(const std::string& input, const Target& target);
+    Outcome saveToFile(DocumentReport& report, const Target& target);
+    Error savingError(const std::string& input, const Target& target);
     Outcome saveToStandardOutput(DocumentReport& report);
     Error failure(const std::string& input, const char* otherwise);
 

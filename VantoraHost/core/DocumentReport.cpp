@@ -25,6 +25,15 @@ const char* statusName(DocumentStatus status)
 
 } // namespace
 
+std::vector<std::string> withRepairs(std::vector<std::string> warnings,
+                                     const std::vector<std::string>& repairs)
+{
+    for (const std::string& repair : repairs) {
+        warnings.push_back("repaired: " + repair);
+    }
+    return warnings;
+}
+
 std::string toJson(const DocumentReport& report)
 {
     JsonObject json;
@@ -40,7 +49,7 @@ std::string toJson(const DocumentReport& report)
         .add("bytes_before", report.bytesBefore)
         .add("bytes_after", report.bytesAfter)
         .add("status", statusName(report.status))
-        .add("warnings", report.warnings);
+        .add("warnings", withRepairs(report.warnings, report.repairs));
     std::vector<JsonObject> errors;
     if (report.error) {
         errors.emplace_back();

@@ -26,9 +26,14 @@ struct DocumentReport {
     std::optional<std::uint64_t> bytesBefore;
     std::optional<std::uint64_t> bytesAfter;
     std::vector<std::string> warnings;
+    std::vector<std::string> repairs; ///< what was damaged in the input
     std::optional<Error> error;
     double seconds = 0;
 };
+
+/// Warnings and repairs in one list, as reports show them: repairs begin with "repaired: ".
+std::vector<std::string> withRepairs(std::vector<std::string> warnings,
+                                     const std::vector<std::string>& repairs);
 
 /// The report as one JSON object on one line, without the line's end; ASCII only.
 std::string toJson(const DocumentReport& report);

@@ -4,13 +4,27 @@
 
 namespace vantora {
 
-std::optional<FileIdentity> identityOf(const std::string& path)
+namespace {
+
+std::optional<struct stat> statusOf(const std::string& path)
 {
     struct stat status = {};
-    if (::stat(path.c_str(), &status) != 0) {
-        return std::nullopt;
-    }
-    return FileIdentity{status.st_dev, status.st_ino};
+    return ::stat(path.c_str(), &status) == 0 ? std::optional<struct stat>(status) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<FileIdentity> identityOf(const std::string& path)
+{
+    const auto status = statusOf(path);
+    return status ? std::optional<FileIdentity>({status->st_dev, status->st_ino}) : std::nullopt;
+}
+
+std::optional<FileOwnership> ownershipOf(const std::string& path)
+{
+    const auto status = statusOf(path);
+    return status ? std::optional<FileOwnership>({status->st_uid, status->st_gid, status->st_mode})
+                  : std::nullopt;
 }
 
 } // namespace vantora

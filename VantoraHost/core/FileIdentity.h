@@ -23,6 +23,21 @@ struct FileIdentity {
 /// The file that a path leads to; none when there is nothing.
 std::optional<FileIdentity> identityOf(const std::string& path);
 
+/// Whose a file is and what others may do with it.
+struct FileOwnership {
+    uid_t user;
+    gid_t group;
+    mode_t mode;
+
+    bool operator==(const FileOwnership& other) const
+    {
+        return user == other.user && group == other.group && mode == other.mode;
+    }
+};
+
+/// The ownership of the file that a path leads to; none when there is nothing.
+std::optional<FileOwnership> ownershipOf(const std::string& path);
+
 struct FileIdentityHash {
     std::size_t operator()(const FileIdentity& identity) const
     {

@@ -114,8 +114,7 @@ Result<OpenDocument> OpenDocument::open(KarvelPDFLibraryCPDylibCPP1311& library,
         }
     }
     if (opened) {
-        return fail(Reason::NotPermitted, input,
-                    "its owner does not permit removing pages with the password given");
+        return fail(Reason::NotPermitted, input, "its owner does not permit removing pages");
     }
     return tl::unexpected<Error>(passwordError(input, passwords.size()));
 }
@@ -132,15 +131,15 @@ OpenDocument::~OpenDocument()
     }
 }
 
-std::vector<std::string> OpenDocument::warnings() const
+std::vector<std::string> OpenDocument::repairs() const
 {
     std::vector<std::string> texts;
     if (library->WasReconstructed() == 1) {
-        texts.emplace_back("repaired: its table of objects was damaged and has been rebuilt");
+        texts.emplace_back("its table of objects was damaged and has been rebuilt");
     }
     const int count = library->WarningCount();
     for (int warning = 1; warning <= count; ++warning) {
-        texts.push_back("repaired: " + fromWide(library->GetWarningText(warning)));
+        texts.push_back(fromWide(library->GetWarningText(warning)));
     }
     return texts;
 }

@@ -34,9 +34,9 @@ public:
     OpenDocument& operator=(OpenDocument&&) = delete;
     ~OpenDocument();
 
-    /// Whether the document had to be repaired and what else the library had to remark on it up to
-    /// now, as sentences.
-    std::vector<std::string> warnings() const;
+    /// What the library had to put right in the document up to now, as sentences; the most
+    /// important one first.
+    std::vector<std::string> repairs() const;
 
 private:
     explicit OpenDocument(KarvelPDFLibraryCPDylibCPP1311& library) : library(&library) {}

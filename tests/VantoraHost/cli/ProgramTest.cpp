@@ -40,6 +40,15 @@ TEST_F(Program, FindsItsPartsThroughALinkToIt)
     EXPECT_THAT(runCommand("./vantora-link actions").output, HasSubstr("Delete Pages"));
 }
 
+TEST_F(Program, WorksWhereItIsInstalled)
+{
+    const auto installed = runCommand("cmake --install " BUILD_FOLDER " --prefix installed");
+    ASSERT_EQ(installed.status, 0) << installed.output;
+    const auto result = runCommand("installed/bin/vantora run -p 2 in.pdf -o out.pdf");
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_EQ(support::pageTexts(support::readFile("out.pdf")).size(), 9U);
+}
+
 TEST_F(Program, LooksForActionsWhereItIsTold)
 {
     const auto result =
@@ -120,6 +129,20 @@ TEST_F(Program, LeavesNothingOnAReadOnlyDisk)
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.output, HasSubstr("the output disk/in.pdf: "));
     EXPECT_THAT(result.output, HasSubstr("Read-only file system; check space and permissions"));
+}
+
+TEST_F(Program, SaysSoWhenAFileCannotKeepItsOwner)
+{
+    const std::string asNobody = "setpriv --reuid=65534 --regid=65534 --clear-groups " + program;
+    fs::permissions(".", fs::perms::all);
+    if (runCommand(asNobody + " --version").status != 0) {
+        GTEST_SKIP() << "only the administrator can run the program as somebody else";
+    }
+    const auto result = runCommand(asNobody + " run -p 2 in.pdf --in-place --backup");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.output, HasSubstr("warning: in.pdf: its owner or mode could not be kept"));
+    EXPECT_EQ(support::pageTexts(support::readFile("in.pdf")).size(), 9U);
+    EXPECT_EQ(support::readFile("in.pdf.bak"), tenPages);
 }
 
 TEST_F(Program, NoticesAStandardOutputThatTakesNothing)

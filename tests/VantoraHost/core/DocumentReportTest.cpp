@@ -21,12 +21,13 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
     report.pagesRemoved = std::vector<int>{2, 4};
     report.bytesBefore = 5000000000;
     report.bytesAfter = 12;
-    report.warnings = {"one", "two"};
+    report.warnings = {"one"};
+    report.repairs = {"two"};
     report.seconds = 0.25;
     EXPECT_EQ(toJson(report),
               R"({"schema":1,"input":"a.pdf","output":"b.pdf","pages_before":5,"pages_after":3,)"
               R"("pages_removed":[2,4],"bytes_before":5000000000,"bytes_after":12,)"
-              R"("status":"done","warnings":["one","two"],"errors":[],"seconds":0.25})");
+              R"("status":"done","warnings":["one","repaired: two"],"errors":[],"seconds":0.25})");
 }
 
 TEST(Report, OfAFailedDocumentSaysNullForWhatIsNotKnown)
