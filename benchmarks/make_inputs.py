@@ -4,6 +4,7 @@
 make_inputs.py pages COUNT FILE       COUNT text pages, about 570 bytes each
 make_inputs.py images COUNT BYTES FILE  COUNT pages with an incompressible image of BYTES bytes each
 make_inputs.py many COUNT PAGES DIR   COUNT documents of PAGES text pages
+make_inputs.py rich COUNT FILE        COUNT pages with an outline, links, tags, a form and labels
 """
 import random
 import sys
@@ -106,9 +107,54 @@ def image_pages(path, count, size):
     writer.finish(1)
 
 
+def rich_pages(path, count):
+    """Every page has an outline entry, ten links (half of them by name), a text field and a tagged paragraph."""
+    source = random.Random(3)
+    writer = Writer(path)
+    links = 10
+    per_page = 6 + links  # page, content, outline entry, field, structure element, destination name, links
+    base = 9
+    page_of = [base + index * per_page for index in range(count)]
+    parent, root = page_tree(writer, page_of, base + count * per_page)
+    writer.object(1, b"<< /Type /Catalog /Pages %d 0 R /Outlines 3 0 R /Names << /Dests 4 0 R >> /AcroForm 5 0 R "
+                     b"/StructTreeRoot 6 0 R /MarkInfo << /Marked true >> /PageLabels << /Nums [0 << /S /r >> 4 << /S /D >>] >> >>"
+                  % root)
+    writer.object(2, b"<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>")
+    writer.object(3, b"<< /Type /Outlines /First %d 0 R /Last %d 0 R /Count %d >>" % (page_of[0] + 2, page_of[-1] + 2, count))
+    names = b" ".join(b"(p%07d) %d 0 R" % (index, page + 5) for index, page in enumerate(page_of))
+    writer.object(4, b"<< /Names [%s] >>" % names)
+    writer.object(5, b"<< /Fields [%s] /DR << /Font << /F1 2 0 R >> >> /DA (/F1 10 Tf) >>"
+                  % b" ".join(b"%d 0 R" % (page + 3) for page in page_of))
+    writer.object(6, b"<< /Type /StructTreeRoot /K 7 0 R /ParentTree 8 0 R /ParentTreeNextKey %d >>" % count)
+    writer.object(7, b"<< /Type /StructElem /S /Document /P 6 0 R /K [%s] >>" % b" ".join(b"%d 0 R" % (page + 4) for page in page_of))
+    writer.object(8, b"<< /Nums [%s] >>" % b" ".join(b"%d [%d 0 R]" % (index, page + 4) for index, page in enumerate(page_of)))
+    for index, page in enumerate(page_of):
+        content = b"/P << /MCID 0 >> BDC BT /F1 11 Tf 72 770 Td (Page %d) Tj ET EMC" % (index + 1)
+        annotations = b" ".join(b"%d 0 R" % (page + 6 + link) for link in range(links))
+        writer.object(page, b"<< /Type /Page /Parent %d 0 R /MediaBox [0 0 595 842] /Contents %d 0 R /StructParents %d "
+                            b"/Annots [%d 0 R %s] /Resources << /Font << /F1 2 0 R >> >> >>"
+                      % (parent[page], page + 1, index, page + 3, annotations))
+        writer.object(page + 1, b"<< /Length %d >>" % len(content), content)
+        before = b"/Prev %d 0 R " % (page_of[index - 1] + 2) if index else b""
+        after = b"/Next %d 0 R " % (page_of[index + 1] + 2) if index + 1 < count else b""
+        writer.object(page + 2, b"<< /Title (Page %d) /Parent 3 0 R %s%s/Dest [%d 0 R /XYZ 72 770 0] >>" % (index + 1, before, after, page))
+        writer.object(page + 3, b"<< /Type /Annot /Subtype /Widget /FT /Tx /T (field%d) /V (value) /Rect [72 700 200 720] /P %d 0 R "
+                                b"/F 4 /DA (/F1 10 Tf) >>" % (index, page))
+        writer.object(page + 4, b"<< /Type /StructElem /S /P /P 7 0 R /Pg %d 0 R /K 0 >>" % page)
+        writer.object(page + 5, b"<< /D [%d 0 R /XYZ 72 770 0] >>" % page)
+        for link in range(links):
+            target = source.randrange(count)
+            where = b"(p%07d)" % target if link % 2 else b"[%d 0 R /Fit]" % page_of[target]
+            writer.object(page + 6 + link, b"<< /Type /Annot /Subtype /Link /Rect [72 %d 200 %d] /Border [0 0 0] /Dest %s >>"
+                          % (100 + 20 * link, 115 + 20 * link, where))
+    writer.finish(1)
+
+
 def main():
     if len(sys.argv) == 4 and sys.argv[1] == "pages":
         text_pages(sys.argv[3], int(sys.argv[2]))
+    elif len(sys.argv) == 4 and sys.argv[1] == "rich":
+        rich_pages(sys.argv[3], int(sys.argv[2]))
     elif len(sys.argv) == 5 and sys.argv[1] == "images":
         image_pages(sys.argv[4], int(sys.argv[2]), int(sys.argv[3]))
     elif len(sys.argv) == 5 and sys.argv[1] == "many":

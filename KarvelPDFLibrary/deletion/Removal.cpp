@@ -98,8 +98,25 @@ std::vector<QPDFObjectHandle> Removal::referrersOf(int object)
 
 void Removal::climbFromPages(const std::function<bool(QPDFObjectHandle)>& visit)
 {
+    climb(std::vector<int>(pages_.begin(), pages_.end()), {}, visit);
+}
+
+void Removal::climbFrom(const std::vector<QPDFObjectHandle>& objects,
+                        const std::function<bool(QPDFObjectHandle)>& visit)
+{
+    std::vector<int> open;
     std::unordered_set<std::uint32_t> seen;
-    std::vector<int> open(pages_.begin(), pages_.end());
+    for (const QPDFObjectHandle& object : objects) {
+        if (seen.insert(static_cast<std::uint32_t>(object.getObjectID())).second && visit(object)) {
+            open.push_back(object.getObjectID());
+        }
+    }
+    climb(std::move(open), std::move(seen), visit);
+}
+
+void Removal::climb(std::vector<int> open, std::unordered_set<std::uint32_t> seen,
+                    const std::function<bool(QPDFObjectHandle)>& visit)
+{
     while (!open.empty()) {
         const int target = open.back();
         open.pop_back();
@@ -130,6 +147,41 @@ int Removal::presentNumberOf(int original)
     }
     const bool known = original > 0 && static_cast<std::size_t>(original) < presentNumbers_.size();
     return known ? presentNumbers_[static_cast<std::size_t>(original)] : original;
+}
+
+std::vector<QPDFObjectHandle> Removal::objectsThatNameGoneDestinations()
+{
+    const index::ReferenceIndex* index = document_.index();
+    if (goneNames.empty()) {
+        return {};
+    }
+    if (index == nullptr || file().isEncrypted()) {
+        return objectsWith(index::HasDestination); // enciphered strings cannot be compared
+    }
+    std::unordered_set<std::uint32_t> numbers;
+    const auto& named = index->namedDestinations();
+    for (const std::string& name : goneNames) {
+        const std::uint64_t hash = index::destinationHash(name);
+        auto entry = std::lower_bound(named.begin(), named.end(), hash,
+                                      [](const auto& a, std::uint64_t b) { return a.hash < b; });
+        for (; entry != named.end() && entry->hash == hash; ++entry) {
+            numbers.insert(entry->object);
+        }
+    }
+    std::vector<QPDFObjectHandle> objects;
+    for (const std::uint32_t number : numbers) {
+        QPDFObjectHandle object =
+            file().getObject(static_cast<int>(number), index->object(number).generation);
+        if (!isGone(object)) {
+            objects.push_back(object);
+        }
+    }
+    for (const auto& [number, kind] : changes().objects()) {
+        if (kind == Changes::Kind::Added) {
+            objects.push_back(file().getObject(number, 0));
+        }
+    }
+    return objects;
 }
 
 std::vector<QPDFObjectHandle> Removal::objectsWithNumberedDestinations()
@@ -184,14 +236,17 @@ void Removal::unlist(QPDFObjectHandle holder)
             part = part.getDict();
         }
         if (part.isArray()) {
-            for (int i = part.getArrayNItems(); i-- > 0;) {
-                QPDFObjectHandle item = part.getArrayItem(i);
-                if (item.isIndirect() && dropped_.count(item.getObjectID()) > 0) {
-                    part.eraseItem(i);
-                    changed = true;
-                } else {
+            std::vector<QPDFObjectHandle> kept;
+            const std::vector<QPDFObjectHandle> items = part.getArrayAsVector();
+            for (const QPDFObjectHandle& item : items) {
+                if (!(item.isIndirect() && dropped_.count(item.getObjectID()) > 0)) {
+                    kept.push_back(item);
                     open.push_back(item);
                 }
+            }
+            if (kept.size() != items.size()) {
+                part.setArrayFromVector(kept);
+                changed = true;
             }
         } else if (part.isDictionary()) {
             for (const auto& [key, item] : part.getDictAsMap()) {

@@ -59,6 +59,10 @@ public:
     /// each once. Page tree nodes are left out.
     void climbFromPages(const std::function<bool(QPDFObjectHandle)>& visit);
 
+    /// The same from other objects, which are visited too.
+    void climbFrom(const std::vector<QPDFObjectHandle>& objects,
+                   const std::function<bool(QPDFObjectHandle)>& visit);
+
     /// Named destinations that are gone: names of the old dictionary with their slash, names of the
     /// tree without.
     std::unordered_set<std::string> goneNames;
@@ -69,6 +73,9 @@ public:
 
     /// All objects, not gone, in which a page is the target of a destination by its number.
     std::vector<QPDFObjectHandle> objectsWithNumberedDestinations();
+
+    /// All objects, not gone, that name a destination that is gone.
+    std::vector<QPDFObjectHandle> objectsThatNameGoneDestinations();
 
     /// Whether a destination (ISO 32000-2, 12.3.2: an array, a name, a string, or a dictionary with
     /// /D) leads to a removed page.
@@ -82,6 +89,8 @@ public:
 private:
     bool may(int object, int flag) const;
     Referrers& referrers();
+    void climb(std::vector<int> open, std::unordered_set<std::uint32_t> seen,
+               const std::function<bool(QPDFObjectHandle)>& visit);
     bool isTreeNode(int object) const;
     void unlist(QPDFObjectHandle holder);
 

@@ -133,18 +133,15 @@ void removeActions(Removal& removal)
 
     // Outline entries have a file of their own.
     std::vector<QPDFObjectHandle> holders;
-    removal.climbFromPages([&](QPDFObjectHandle object) {
+    const auto collect = [&](QPDFObjectHandle object) {
         if (!(object.isDictionary() && object.hasKey("/Title"))) {
             holders.push_back(object);
         }
         return carries(object);
-    });
-    if (!removal.goneNames.empty()) {
-        const std::vector<QPDFObjectHandle> named = removal.objectsWith(index::HasDestination);
-        holders.insert(holders.end(), named.begin(), named.end());
-    }
-    const std::vector<QPDFObjectHandle> numbered = removal.objectsWithNumberedDestinations();
-    holders.insert(holders.end(), numbered.begin(), numbered.end());
+    };
+    removal.climbFromPages(collect);
+    removal.climbFrom(removal.objectsThatNameGoneDestinations(), collect);
+    removal.climbFrom(removal.objectsWithNumberedDestinations(), collect);
     for (const QPDFObjectHandle& holder : holders) {
         QPDFObjectHandle object = holder;
         if (!removal.isGone(object) && !(object.isDictionary() && object.hasKey("/Title"))) {

@@ -64,6 +64,8 @@ public:
         resolveReferences();
         std::sort(index_.kids_.begin(), index_.kids_.end(),
                   [](const KidsOfNode& a, const KidsOfNode& b) { return a.object < b.object; });
+        std::sort(index_.namedDestinations_.begin(), index_.namedDestinations_.end(),
+                  [](const auto& a, const auto& b) { return a.hash < b.hash; });
     }
 
     void reference(std::uint32_t object, std::uint32_t generation) override
@@ -81,6 +83,11 @@ public:
         } else if (name.find('#') != std::string_view::npos) {
             flags_ |= HasDestination | HasOptionalParts; // written in a way that is looked at later
         }
+    }
+
+    void destinationName(std::string_view written) override
+    {
+        destinations_.push_back(destinationHash(decodedString(written)));
     }
 
     void numberedDestination() override { hasNumberedDestination_ = true; }
@@ -130,6 +137,7 @@ private:
         isField_ = false;
         hasKids_ = false;
         hasNumberedDestination_ = false;
+        destinations_.clear();
         countValue_ = {};
         flags_ = 0;
     }
@@ -177,6 +185,7 @@ private:
     bool isField_ = false;
     bool hasKids_ = false;
     bool hasNumberedDestination_ = false;
+    std::vector<std::uint64_t> destinations_;
     const char* scanned_ = nullptr;
     Span countValue_;
     std::uint8_t flags_ = 0;
@@ -360,6 +369,9 @@ void IndexBuilder::keep(IndexedObject& object, std::uint32_t number, bool isDict
     object.referenceCount =
         static_cast<std::uint32_t>(index_.references_.size() - referencesBefore_);
     object.flags = static_cast<std::uint8_t>(flags_ | (isDictionary ? IsDictionary : 0));
+    for (const std::uint64_t hash : destinations_) {
+        index_.namedDestinations_.push_back({hash, number});
+    }
     if (hasNumberedDestination_) {
         index_.withNumberedDestinations_.push_back(number);
     }
@@ -513,6 +525,16 @@ std::unique_ptr<ReferenceIndex> ReferenceIndex::build(QPDF& file, io::ByteSource
         return nullptr;
     }
     return index;
+}
+
+std::uint64_t destinationHash(std::string_view name)
+{
+    // FNV-1a. Names that fall together cost a look at an object, nothing else.
+    std::uint64_t hash = 0xcbf29ce484222325;
+    for (const char ch : name) {
+        hash = (hash ^ static_cast<unsigned char>(ch)) * 0x100000001b3;
+    }
+    return hash;
 }
 
 const KidsOfNode* ReferenceIndex::kidsOf(std::uint32_t node) const

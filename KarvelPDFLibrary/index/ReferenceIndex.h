@@ -7,6 +7,7 @@
 #include <optional>
 #include <qpdf/QPDF.hh>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace karvel::index {
@@ -122,6 +123,14 @@ public:
         return withNumberedDestinations_;
     }
 
+    /// The objects, in ascending order of the hash, that name destinations: hashes by
+    /// destinationHash() of the names, in the form in which name trees have them.
+    struct NamedDestination {
+        std::uint64_t hash;
+        std::uint32_t object;
+    };
+    const std::vector<NamedDestination>& namedDestinations() const { return namedDestinations_; }
+
     /// Whether the newest cross-reference section is a stream.
     bool usesCrossReferenceStream() const { return usesCrossReferenceStream_; }
 
@@ -133,8 +142,12 @@ private:
     std::vector<KidsOfNode> kids_; // by object number
     std::vector<std::uint32_t> fileOrder_;
     std::vector<std::uint32_t> withNumberedDestinations_;
+    std::vector<NamedDestination> namedDestinations_;
     std::vector<ObjectStreamMembers> objectStreams_;
     bool usesCrossReferenceStream_ = false;
 };
+
+/// The hash of a destination's name: a string's bytes, or a name with its slash.
+std::uint64_t destinationHash(std::string_view name);
 
 } // namespace karvel::index

@@ -98,6 +98,80 @@ std::string decodedName(std::string_view name)
     return decoded;
 }
 
+namespace {
+
+std::string decodedHexString(std::string_view digits)
+{
+    std::string bytes;
+    int high = -1;
+    for (const char ch : digits) {
+        const int digit = hexDigit(ch);
+        if (digit < 0) {
+            continue;
+        }
+        if (high < 0) {
+            high = digit;
+        } else {
+            bytes += static_cast<char>(high * 16 + digit);
+            high = -1;
+        }
+    }
+    if (high >= 0) {
+        bytes += static_cast<char>(high * 16);
+    }
+    return bytes;
+}
+
+/// What follows a backslash (ISO 32000-2, table 3); `at` is moved to its last character.
+void appendEscaped(std::string& bytes, std::string_view text, std::size_t& at)
+{
+    static constexpr std::string_view letters = "nrtbf";
+    static constexpr std::string_view meanings = "\n\r\t\b\f";
+    const char ch = text[at];
+    if (const std::size_t letter = letters.find(ch); letter != std::string_view::npos) {
+        bytes += meanings[letter];
+    } else if (ch >= '0' && ch <= '7') {
+        int value = 0;
+        std::size_t end = at;
+        for (; end < text.size() && end < at + 3 && text[end] >= '0' && text[end] <= '7'; ++end) {
+            value = value * 8 + (text[end] - '0');
+        }
+        bytes += static_cast<char>(value);
+        at = end - 1;
+    } else if (ch == '\r' && at + 1 < text.size() && text[at + 1] == '\n') {
+        ++at; // a line continued
+    } else if (ch != '\r' && ch != '\n') {
+        bytes += ch;
+    }
+}
+
+} // namespace
+
+std::string decodedString(std::string_view written)
+{
+    if (written.size() < 2 || written.front() == '/') {
+        return written.find('#') == std::string_view::npos ? std::string(written)
+                                                           : decodedName(written);
+    }
+    const std::string_view text = written.substr(1, written.size() - 2);
+    if (written.front() == '<') {
+        return decodedHexString(text);
+    }
+    std::string bytes;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '\\' && at + 1 < text.size()) {
+            appendEscaped(bytes, text, ++at);
+        } else if (text[at] == '\r') {
+            // An end of line counts as one line feed, however it is written.
+            bytes += '\n';
+            at += at + 1 < text.size() && text[at + 1] == '\n' ? 1 : 0;
+        } else {
+            bytes += text[at];
+        }
+    }
+    return bytes;
+}
+
 ScanResult ValueScanner::scan(std::size_t start)
 {
     at_ = start;
@@ -249,6 +323,16 @@ bool ValueScanner::push(char kind)
     return true;
 }
 
+void ValueScanner::noteDestination(Token token)
+{
+    const std::string_view text = text_.substr(tokenStart_, at_ - tokenStart_);
+    if (afterDestinationKey_ && (token == Token::Name || token == Token::String)) {
+        sink_.destinationName(text);
+    }
+    afterDestinationKey_ =
+        !afterDestinationKey_ && token == Token::Name && (text == "/Dest" || text == "/D");
+}
+
 void ValueScanner::noteArrayStart(Token token, bool isReference)
 {
     const ArrayStart before = arrayStart_;
@@ -298,6 +382,7 @@ ScanResult ValueScanner::run()
         if (token != Token::Number) {
             noteArrayStart(token, false);
         }
+        noteDestination(token);
         switch (token) {
         case Token::DictionaryBegin:
         case Token::ArrayBegin:

@@ -27,6 +27,9 @@ public:
     /// An array that begins like a destination on a page named by its number: "[3 /Fit".
     virtual void numberedDestination() {}
 
+    /// The name or string that stands under a key /Dest or /D at any depth, as it is written.
+    virtual void destinationName(std::string_view) {}
+
     /// Before the value of a key of the outermost dictionary. The name is without its slash and
     /// with "#" escapes resolved, and valid only during the call.
     virtual void beforeEntry(std::string_view key) = 0;
@@ -76,6 +79,7 @@ private:
     bool push(char kind);
     ScanResult run();
     void noteArrayStart(Token token, bool isReference);
+    void noteDestination(Token token);
     void entryValueStarts();
     void entryValueEnds();
 
@@ -96,6 +100,7 @@ private:
     /// How far the beginning of an array goes towards a numbered destination.
     enum class ArrayStart { Elsewhere, Opened, AfterNumber };
     ArrayStart arrayStart_ = ArrayStart::Elsewhere;
+    bool afterDestinationKey_ = false;
 };
 
 bool isWhiteSpace(char ch);
@@ -109,5 +114,8 @@ bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value);
 
 /// A name without its slash with "#" escapes resolved.
 std::string decodedName(std::string_view name);
+
+/// The bytes of a string, literal or hexadecimal, as it is written; a name with its slash.
+std::string decodedString(std::string_view written);
 
 } // namespace karvel::index
