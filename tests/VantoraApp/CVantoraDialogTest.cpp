@@ -10,6 +10,7 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <vector>
@@ -318,24 +319,30 @@ TEST_F(CVantoraDialogTest, HidesTheActionListButtonWhenItIsThere)
     EXPECT_FALSE(dialog.child("VDtoolbarAddToCollectionsButton").isHidden());
 }
 
+struct EndRow {
+    const char* name;
+    std::function<void(Dialog&)> end;
+    int result;
+};
+
 TEST_F(CVantoraDialogTest, IsRejectedByItsCloseButtonAndByEscape)
 {
-    Dialog dialog;
-    dialog.addContent({400, 300}, false);
-    dialog.VDaddCloseButton();
-    {
-        OnModal<Dialog> run([](Dialog& shown) {
-            QTest::mouseClick(&shown.child("vantoraHeaderCloseBtn"), Qt::LeftButton);
-        });
-        EXPECT_EQ(dialog.exec(), QDialog::Rejected);
-    }
-    {
-        OnModal<Dialog> run([](Dialog& shown) { QTest::keyClick(&shown, Qt::Key_Escape); });
-        EXPECT_EQ(dialog.exec(), QDialog::Rejected);
-    }
-    {
-        OnModal<Dialog> run([](Dialog& shown) { shown.accept(); });
-        EXPECT_EQ(dialog.exec(), QDialog::Accepted);
+    const EndRow rows[] = {
+        {"the close button",
+         [](Dialog& shown) {
+             QTest::mouseClick(&shown.child("vantoraHeaderCloseBtn"), Qt::LeftButton);
+         },
+         QDialog::Rejected},
+        {"Escape", [](Dialog& shown) { QTest::keyClick(&shown, Qt::Key_Escape); },
+         QDialog::Rejected},
+        {"the subclass", [](Dialog& shown) { shown.accept(); }, QDialog::Accepted},
+    };
+    for (const EndRow& row : rows) {
+        Dialog dialog;
+        dialog.addContent({400, 300}, false);
+        dialog.VDaddCloseButton();
+        OnModal<Dialog> run(row.end);
+        EXPECT_EQ(dialog.exec(), row.result) << row.name;
     }
 }
 

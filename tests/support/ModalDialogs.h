@@ -8,9 +8,9 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-/// Lets `use` loose on the next modal dialog of a type, once that is shown. Made before the call
-/// that runs the dialog. When no such dialog comes, or `use` leaves it open, all are closed and
-/// the test fails, instead of waiting for ever.
+/// Lets `use` loose on the next modal dialog of a type, once that has the keyboard. Made before the
+/// call that runs the dialog. When no such dialog comes, or `use` leaves it open, all are closed
+/// and the test fails, instead of waiting for ever.
 template <class Dialog>
 class OnModal {
 public:
@@ -21,7 +21,7 @@ public:
         timer_.setInterval(1);
         QObject::connect(&timer_, &QTimer::timeout, [this, use] {
             auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
-            if (dialog != nullptr && dialog->isVisible() && !used_) {
+            if (dialog != nullptr && dialog->isActiveWindow() && !used_) {
                 used_ = true;
                 use(*dialog);
             } else if (waiting_.hasExpired(20000)) {
