@@ -81,6 +81,24 @@ void Removal::drop(const QPDFObjectHandle& object)
     }
 }
 
+bool Removal::judgePlainLink(int object)
+{
+    const index::ReferenceIndex* index = document_.index();
+    if (index == nullptr || changes().objects().count(object) > 0 || file().isEncrypted()) {
+        return false;
+    }
+    const auto* link = index->plainLink(static_cast<std::uint32_t>(object));
+    if (link == nullptr) {
+        return false;
+    }
+    const bool leads = link->nameLength > 0 ? goneNames.count(std::string(index->nameOf(*link))) > 0
+                                            : pages_.count(static_cast<int>(link->page)) > 0;
+    if (leads && dropped_.insert(object).second) {
+        droppedIds_.emplace_back(object, index->object(link->object).generation);
+    }
+    return true;
+}
+
 std::vector<QPDFObjectHandle> Removal::referrersOf(int object)
 {
     std::vector<QPDFObjectHandle> found;

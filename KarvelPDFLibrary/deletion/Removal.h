@@ -43,6 +43,11 @@ public:
     /// whoever holds them takes them out.
     void drop(const QPDFObjectHandle& object);
 
+    /// Drops an object that is a plain link (index::ReferenceIndex::PlainLink) and leads to a
+    /// removed page. Returns whether it is a plain link, about which then nothing is left to be
+    /// done.
+    bool judgePlainLink(int object);
+
     /// Whether an object is a removed page or was dropped.
     bool isGone(const QPDFObjectHandle& object) const
     {

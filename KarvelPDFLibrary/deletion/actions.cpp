@@ -134,6 +134,9 @@ void removeActions(Removal& removal)
     // Outline entries have a file of their own.
     std::vector<QPDFObjectHandle> holders;
     const auto collect = [&](QPDFObjectHandle object) {
+        if (removal.judgePlainLink(object.getObjectID())) {
+            return false;
+        }
         if (!(object.isDictionary() && object.hasKey("/Title"))) {
             holders.push_back(object);
         }

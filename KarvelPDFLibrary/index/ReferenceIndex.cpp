@@ -102,6 +102,12 @@ public:
             noteKids(value);
         } else if (key == "Count") {
             countValue_ = spanOf(value);
+        } else if (key == "Subtype") {
+            isLink_ = trimmed(value) == "/Link";
+        } else if (key == "Dest") {
+            noteDestination(trimmed(value));
+        } else if (key == "A" || key == "AA" || key == "PA") {
+            hasActions_ = true;
         } else if (key == "Length") {
             length_ = std::string(trimmed(value));
         } else if (key == "FT" || key == "T") {
@@ -138,6 +144,10 @@ private:
         hasKids_ = false;
         hasNumberedDestination_ = false;
         destinations_.clear();
+        isLink_ = false;
+        hasActions_ = false;
+        linkReference_ = noReference;
+        linkName_.clear();
         countValue_ = {};
         flags_ = 0;
     }
@@ -151,6 +161,8 @@ private:
 
     void noteKids(std::string_view value);
     void keepNodeText(std::string_view text);
+    void noteDestination(std::string_view value);
+    void keepPlainLink(std::uint32_t number);
 
     /// Where a part of the scanned text lies; valid until the text is read anew.
     Span spanOf(std::string_view part) const
@@ -185,6 +197,11 @@ private:
     bool isField_ = false;
     bool hasKids_ = false;
     bool hasNumberedDestination_ = false;
+    bool isLink_ = false;
+    bool hasActions_ = false;
+    static constexpr std::size_t noReference = ~std::size_t{0};
+    std::size_t linkReference_ = noReference; // position in index_.references_
+    std::string linkName_;
     std::vector<std::uint64_t> destinations_;
     const char* scanned_ = nullptr;
     Span countValue_;
@@ -234,6 +251,38 @@ void IndexBuilder::readCrossReferences()
     if (index_.usesCrossReferenceStream_ && file_.getTrailer().hasKey("/XRefStm")) {
         throw NotFit{"a file of the hybrid kind"};
     }
+}
+
+void IndexBuilder::noteDestination(std::string_view value)
+{
+    if (value.empty()) {
+        return;
+    }
+    if (value.front() == '[') {
+        // The array's first item is the reference when nothing but digits and "R" come before it
+        // ends.
+        const std::size_t first = skipSpace(value, 1);
+        const bool one = index_.references_.size() == valueStart_ + 1;
+        if (one && first < value.size() && value[first] >= '0' && value[first] <= '9' &&
+            value.find("R", first) < value.find('/', first)) {
+            linkReference_ = valueStart_;
+        }
+    } else if (value.front() == '(' || value.front() == '/' ||
+               (value.front() == '<' && value.size() > 1 && value[1] != '<')) {
+        linkName_ = decodedString(value);
+    }
+}
+
+void IndexBuilder::keepPlainLink(std::uint32_t number)
+{
+    if (!isLink_ || hasActions_ || (linkReference_ == noReference && linkName_.empty())) {
+        return;
+    }
+    const bool byName = linkReference_ == noReference;
+    index_.plainLinks_.push_back({number, byName ? 0 : static_cast<std::uint32_t>(linkReference_),
+                                  static_cast<std::uint32_t>(index_.linkNames_.size()),
+                                  static_cast<std::uint32_t>(byName ? linkName_.size() : 0)});
+    index_.linkNames_ += byName ? linkName_ : std::string();
 }
 
 void IndexBuilder::noteKids(std::string_view value)
@@ -375,6 +424,7 @@ void IndexBuilder::keep(IndexedObject& object, std::uint32_t number, bool isDict
     if (hasNumberedDestination_) {
         index_.withNumberedDestinations_.push_back(number);
     }
+    keepPlainLink(number);
     if (hasKids_ && !isField_) {
         object.kind = Kind::PageNode;
         if (index_.kids_.size() > kidsBefore_) {
@@ -507,6 +557,12 @@ void IndexBuilder::resolveReferences()
             all[i] = 0;
         }
     }
+    // Links were noted with the place of their reference; now it is known what it means.
+    for (ReferenceIndex::PlainLink& link : index_.plainLinks_) {
+        link.page = link.nameLength > 0 ? 0 : all[link.page];
+    }
+    std::sort(index_.plainLinks_.begin(), index_.plainLinks_.end(),
+              [](const auto& a, const auto& b) { return a.object < b.object; });
     generations_ = {};
     all.shrink_to_fit();
 }
@@ -535,6 +591,14 @@ std::uint64_t destinationHash(std::string_view name)
         hash = (hash ^ static_cast<unsigned char>(ch)) * 0x100000001b3;
     }
     return hash;
+}
+
+const ReferenceIndex::PlainLink* ReferenceIndex::plainLink(std::uint32_t object) const
+{
+    const auto found = std::lower_bound(
+        plainLinks_.begin(), plainLinks_.end(), object,
+        [](const PlainLink& link, std::uint32_t number) { return link.object < number; });
+    return found != plainLinks_.end() && found->object == object ? &*found : nullptr;
 }
 
 const KidsOfNode* ReferenceIndex::kidsOf(std::uint32_t node) const

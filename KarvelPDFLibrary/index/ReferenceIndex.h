@@ -131,6 +131,24 @@ public:
     };
     const std::vector<NamedDestination>& namedDestinations() const { return namedDestinations_; }
 
+    /// A link annotation whose only action is a destination, in a form that can be judged from
+    /// here: an array that begins with a reference, or a name.
+    struct PlainLink {
+        std::uint32_t object;
+        std::uint32_t page; // the first reference of the array; 0 for a name
+        std::uint32_t nameStart;
+        std::uint32_t nameLength;
+    };
+
+    /// The plain link with an object number; null when the object is something else.
+    const PlainLink* plainLink(std::uint32_t object) const;
+
+    /// A plain link's name: a string's bytes, or a name with its slash.
+    std::string_view nameOf(const PlainLink& link) const
+    {
+        return std::string_view(linkNames_).substr(link.nameStart, link.nameLength);
+    }
+
     /// Whether the newest cross-reference section is a stream.
     bool usesCrossReferenceStream() const { return usesCrossReferenceStream_; }
 
@@ -143,6 +161,8 @@ private:
     std::vector<std::uint32_t> fileOrder_;
     std::vector<std::uint32_t> withNumberedDestinations_;
     std::vector<NamedDestination> namedDestinations_;
+    std::vector<PlainLink> plainLinks_; // by object number
+    std::string linkNames_;
     std::vector<ObjectStreamMembers> objectStreams_;
     bool usesCrossReferenceStream_ = false;
 };
