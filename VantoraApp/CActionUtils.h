@@ -6,7 +6,14 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtCore/QVariant>
+#include <QtGui/QColor>
 #include <QtGui/QMatrix>
+
+class QComboBox;
+class QFont;
+class QIcon;
+class QLabel;
+class QTextEdit;
 
 /// Operations that all actions share. All are static and keep no state; each section has a source
 /// file of its own.
@@ -126,6 +133,71 @@ public:
     /// and bottom edges, where they count inwards.
     static QMatrix Prefs2Matrix(QMap<QString, QVariant>* prefs, double width, double height,
                                 double pageWidth, double pageHeight);
+
+    // Pickers: lists of small swatches for the combo box of a form, in place of what it showed
+    // before. The list is as wide as the combo box is now and is freed with it.
+    // (PickerComboBoxes.cpp)
+
+    /// Ten colours, each under Qt::UserRole + 1, and "Custom...", with or without "(none)" before
+    /// them.
+    static void SetupColorPickerComboBox(QComboBox* combo, bool withNone);
+
+    /// Solid, dash, dot, dash-dot and dash-dot-dot.
+    static void SetupLineStylePickerComboBox(QComboBox* combo);
+
+    /// None, single, double, thick, dotted, dashed and dash-dot.
+    static void SetupUnderlineStylePickerComboBox(QComboBox* combo);
+
+    /// Weights from 0.1 to 6 points.
+    static void SetupLineWeightPickerComboBox(QComboBox* combo);
+
+    /// The colour in a row of the picker with "(none)"; black for "(none)", for "Custom..." and
+    /// where there is no row.
+    static QColor GetColorPickerColor(int index);
+
+    /// The row that has the colour in the picker with "(none)", or that of "Custom...".
+    static int GetColorPickerIndex(QColor color);
+
+    // Lists of font names, in place of what the combo box has. (FontPickers.cpp)
+
+    static void SetupStandardFontsComboBox(QComboBox* combo);
+
+    /// The families installed, as the PDF library names them; none when it cannot be loaded.
+    static void SetupSystemFontsComboBox(QComboBox* combo);
+
+    /// The dash pattern of a border `width` points wide, lengths of dashes and gaps in turn, for a
+    /// row of the line-style picker; "invalid" for a solid line and where there is no row.
+    /// (BorderDash.cpp)
+    static QString GetBorderDash(int style, double width);
+
+    // Texts. (TextItems.cpp)
+
+    /// The height of the text when it is wrapped at `width`, both in pixels.
+    static double GetTextItemHeight(const QFont& font, const QString& html, double width);
+
+    /// Adds to the icon a picture of the text in a rectangle of `width` by `height` pixels, scaled
+    /// to fit 128 by 128. Without a whole pixel there is no picture.
+    static void GenerateTextItemIcon(double width, double height, const QString& text, QIcon* icon);
+
+    // Icons and help that the host supplies. The host names the widgets for help once and owns
+    // them; until it does so, and after it has named null, nothing is shown. (HelpPane.cpp)
+
+    /// The icon of a tool by the name of its file; without a picture when there is no such file.
+    static QIcon GetIconForTool(QString fileName);
+
+    static void SetTargetLabels(QLabel* navBarLabel, QTextEdit* infoLabel);
+
+    static void SetCurrentSection(QString title);
+
+    /// Shows a help page by the name of its file, nothing when there is no such page. It is read
+    /// in the character set that it declares, else as ISO 8859-1.
+    static void SetHelp(QString fileName);
+
+    static void SetHelpHtml(QString html);
+
+    /// Where the section's title and the help are shown.
+    static QLabel* mNavBarLabel;
+    static QTextEdit* mInfoLabel;
 };
 
 /// The keywords of the commands for splitting, in the order of their indices.

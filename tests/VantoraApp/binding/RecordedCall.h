@@ -18,8 +18,9 @@ std::string described(const char* argument);
 /// Writes down a call and overwrites the results of the one before.
 void note(const std::string& call);
 
-/// The integer that the test wants the function to answer next, if it wants one.
+/// The integer or text that the test wants the function to answer next, if it wants one.
 std::optional<int> nextAnswer(const char* name);
+std::optional<std::wstring> nextText(const char* name);
 
 template <class Result, class... Arguments>
 Result recordedCall(const char* name, int instance, Arguments... arguments)
@@ -36,7 +37,7 @@ Result recordedCall(const char* name, int instance, Arguments... arguments)
     } else if constexpr (std::is_same_v<Result, double>) {
         return realResultOf(name);
     } else if constexpr (std::is_same_v<Result, wchar_t*>) {
-        record.wideResult = wideResultOf(name);
+        record.wideResult = nextText(name).value_or(wideResultOf(name));
         return record.nullResults ? nullptr : record.wideResult.data();
     } else {
         record.byteResult = byteResultOf(name);

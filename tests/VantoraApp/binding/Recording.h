@@ -19,8 +19,9 @@ struct Recording {
     int instance = 7;                  ///< what CreateLibrary answers
     std::optional<int> reportedLength; ///< what the length queries answer instead of the truth
     std::map<std::string, std::list<int>> answers; ///< integers that functions answer, in turn
-    bool nullResults = false;                      ///< whether string results are null pointers
-    bool throws = false; ///< whether functions with arguments end in an exception
+    std::map<std::string, std::list<std::wstring>> texts; ///< likewise for wide texts
+    bool nullResults = false; ///< whether string results are null pointers
+    bool throws = false;      ///< whether functions with arguments end in an exception
 
     struct Buffer {
         std::string name;

@@ -54,15 +54,30 @@ void note(const std::string& call)
     record.calls.push_back(call);
 }
 
-std::optional<int> nextAnswer(const char* name)
+namespace {
+
+template <class Answer>
+std::optional<Answer> next(std::map<std::string, std::list<Answer>>& answers, const char* name)
 {
-    const auto found = recording()->answers.find(name);
-    if (found == recording()->answers.end() || found->second.empty()) {
+    const auto found = answers.find(name);
+    if (found == answers.end() || found->second.empty()) {
         return std::nullopt;
     }
-    const int answer = found->second.front();
+    const Answer answer = found->second.front();
     found->second.pop_front();
     return answer;
+}
+
+} // namespace
+
+std::optional<int> nextAnswer(const char* name)
+{
+    return next(recording()->answers, name);
+}
+
+std::optional<std::wstring> nextText(const char* name)
+{
+    return next(recording()->texts, name);
 }
 
 RECORDED int KPLCreateLibrary()
