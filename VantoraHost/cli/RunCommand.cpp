@@ -15,27 +15,29 @@ namespace vantora::cli {
 
 namespace {
 
-std::string resultLine(const DocumentReport& report)
+std::string pagesText(const DocumentReport& report)
 {
     const bool planned = report.status == DocumentStatus::Planned;
-    std::string line = inputName(report.input);
-    if (!planned) {
-        line +=
-            " -> " + (report.output == standardStream ? "standard output" : shown(report.output));
-    }
-    line += ": ";
+    const std::string before = grouped(report.pagesBefore.value_or(0)) + " pages";
+    const std::string left = ", " + grouped(report.pagesAfter.value_or(0)) + " left";
     if (!report.pagesRemoved) {
-        line += planned ? "only the action itself knows which pages would go"
-                        : grouped(report.pagesBefore.value_or(0)) + " pages before, " +
-                              grouped(report.pagesAfter.value_or(0)) + " after";
-    } else {
-        const std::size_t removed = report.pagesRemoved->size();
-        line += removed == 0 ? "no page" : grouped(removed);
-        line += " of " + grouped(report.pagesBefore.value_or(0)) + " pages " +
-                (planned ? "would go" : "removed");
-        line += removed == 0 ? "" : " (" + pageNumbersText(*report.pagesRemoved) + ")";
-        line += ", " + grouped(report.pagesAfter.value_or(0)) + " left";
+        return planned ? before + ", only the action itself knows which would go" : before + left;
     }
+    const std::size_t removed = report.pagesRemoved->size();
+    return (removed == 0 ? "none" : grouped(removed)) + " of " + before +
+           (planned ? " would go" : " removed") +
+           (removed == 0 ? "" : " (" + pageNumbersText(*report.pagesRemoved) + ")") + left;
+}
+
+std::string resultLine(const DocumentReport& report)
+{
+    std::string line = inputName(report.input);
+    if (report.output == standardStream) {
+        line += " -> standard output";
+    } else if (report.status == DocumentStatus::Done && report.output != report.input) {
+        line += " -> " + shown(report.output);
+    }
+    line += ": " + pagesText(report);
     if (report.bytesBefore && report.bytesAfter) {
         line += "; " + sizeText(*report.bytesBefore) + " before, " + sizeText(*report.bytesAfter) +
                 " after";
