@@ -33,6 +33,21 @@ tl::expected<std::string, int> readAll(int descriptor, const std::function<bool(
     }
 }
 
+Result<std::string> readFile(const std::string& path, const std::string& what)
+{
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    auto content =
+        descriptor < 0 ? tl::unexpected<int>(errno) : readAll(descriptor, [] { return false; });
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
+    if (!content) {
+        return fail(content.error() == ENOENT ? Reason::InputMissing : Reason::InputUnreadable,
+                    path, what + " can't be read: " + systemMessage(content.error()));
+    }
+    return std::move(*content);
+}
+
 } // namespace
 
 Result<std::string> readStandardInput(const Streams& streams)
@@ -53,15 +68,9 @@ Result<std::vector<std::string>> readPasswords(const std::string& path)
     if (path.empty()) {
         return passwords;
     }
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    const auto content =
-        descriptor < 0 ? tl::unexpected<int>(errno) : readAll(descriptor, [] { return false; });
-    if (descriptor >= 0) {
-        ::close(descriptor);
-    }
+    const Result<std::string> content = readFile(path, "the password file");
     if (!content) {
-        return fail(content.error() == ENOENT ? Reason::InputMissing : Reason::InputUnreadable,
-                    path, "the password file can't be read: " + systemMessage(content.error()));
+        return tl::unexpected<Error>(content.error());
     }
     for (std::size_t start = 0; start < content->size();) {
         const std::size_t end = std::min(content->find('\n', start), content->size());
@@ -75,6 +84,20 @@ Result<std::vector<std::string>> readPasswords(const std::string& path)
         start = end + 1;
     }
     return passwords;
+}
+
+Result<std::string> valueOrFileContent(const std::string& value)
+{
+    if (value.empty() || value.front() != '@') {
+        return value;
+    }
+    Result<std::string> content = readFile(value.substr(1), "the file with the range");
+    if (content) {
+        constexpr char space[] = " \t\r\n";
+        content->erase(content->find_last_not_of(space) + 1);
+        content->erase(0, content->find_first_not_of(space));
+    }
+    return content;
 }
 
 } // namespace vantora::cli

@@ -14,4 +14,8 @@ Result<std::string> readStandardInput(const Streams& streams);
 /// The passwords of a file, one a line; no passwords when the path is empty.
 Result<std::vector<std::string>> readPasswords(const std::string& path);
 
+/// The value of an option that may stand in a file, since a command line has a largest length: the
+/// content of FILE, without white space around it, for "@FILE"; any other value as it is.
+Result<std::string> valueOrFileContent(const std::string& value);
+
 } // namespace vantora::cli

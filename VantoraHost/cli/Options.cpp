@@ -97,7 +97,8 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
             arguments);
     run.pagesOption =
         oneEach(command.add_option("-p,--pages", run.pages,
-                                   "Remove these pages, for example 1,4-6,9-15,21; short for\n"
+                                   "Remove these pages, for example 1,4-6,9-15,21, or those that\n"
+                                   "a file names whose name follows an @; short for\n"
                                    "--action \"Delete Pages\" --set byPageRangeTextEdit=RANGE"),
                 "RANGE");
     run.actionOption =

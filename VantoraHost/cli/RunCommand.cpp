@@ -5,6 +5,7 @@
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/cli/ProgressLine.h"
 #include "VantoraHost/core/Batch.h"
+#include "VantoraHost/core/DeletePagesOptions.h"
 #include "VantoraHost/core/PageForecast.h"
 #include "VantoraHost/core/PdfLibrary.h"
 
@@ -174,6 +175,23 @@ Result<Batch> prepare(const RunOptions& options, const Streams& streams)
     return batch;
 }
 
+// The steps with ranges that stand in files read from them.
+Result<std::vector<StepRequest>> stepsWithRanges(std::vector<StepRequest> steps)
+{
+    for (StepRequest& step : steps) {
+        for (auto& [key, value] : step.options) {
+            if (step.action == deletepages::actionName && key == deletepages::rangeKey) {
+                Result<std::string> range = valueOrFileContent(value);
+                if (!range) {
+                    return tl::unexpected<Error>(std::move(range.error()));
+                }
+                value = std::move(*range);
+            }
+        }
+    }
+    return steps;
+}
+
 } // namespace
 
 int run(const RunOptions& options, const Installation& installation, const Streams& streams)
@@ -182,7 +200,11 @@ int run(const RunOptions& options, const Installation& installation, const Strea
         return failedWith(streams, {Reason::OutputNotAFile, {}, "a PDF is not for a terminal"});
     }
     const ActionCatalog catalog = ActionCatalog::of(installation.actionFolders);
-    Result<Sequence> sequence = Sequence::of(options.steps, catalog);
+    const Result<std::vector<StepRequest>> steps = stepsWithRanges(options.steps);
+    if (!steps) {
+        return failedWith(streams, steps.error());
+    }
+    Result<Sequence> sequence = Sequence::of(*steps, catalog);
     if (!sequence) {
         return failedWith(streams, sequence.error());
     }

@@ -66,6 +66,23 @@ TEST_F(Run, SpellsItsShortFormOut)
     EXPECT_EQ(pagesOf("out.pdf"), pagesNamed({1, 2, 3, 4, 5, 6, 7, 8}));
 }
 
+TEST_F(Run, ReadsALongRangeFromAFile)
+{
+    std::string range = "3";
+    while (range.size() < 300000) { // longer than a command line takes
+        range += ",3";
+    }
+    scratch.write("range.txt", range + ",5-7\n");
+    const auto answer = terminal::run({"run", "--pages", "@range.txt", "in.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    EXPECT_EQ(pagesOf("out.pdf"), pagesNamed({1, 2, 4, 8, 9, 10}));
+
+    const auto missing = terminal::run({"run", "--pages", "@none.txt", "in.pdf", "-o", "o.pdf"});
+    EXPECT_NE(missing.status, 0);
+    EXPECT_THAT(missing.err, HasSubstr("none.txt"));
+    EXPECT_FALSE(fs::exists(scratch.path("o.pdf")));
+}
+
 TEST_F(Run, RunsSeveralSteps)
 {
     const auto answer =
