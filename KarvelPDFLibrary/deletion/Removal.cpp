@@ -60,18 +60,45 @@ bool Removal::isTreeNode(int object) const
            index->object(number).kind == index::Kind::PageNode;
 }
 
-std::vector<QPDFObjectHandle> Removal::objectsWith(int flag)
+std::vector<QPDFObjectHandle> Removal::formerObjectsWith(int flag)
 {
     std::vector<QPDFObjectHandle> objects;
     for (const QPDFObjGen& id : referrers().objects()) {
         if (may(id.getObj(), flag)) {
-            QPDFObjectHandle object = file().getObject(id);
-            if (!isGone(object)) {
-                objects.push_back(object);
-            }
+            objects.push_back(file().getObject(id));
         }
     }
     return objects;
+}
+
+std::vector<QPDFObjectHandle> Removal::objectsWith(int flag)
+{
+    std::vector<QPDFObjectHandle> objects = formerObjectsWith(flag);
+    objects.erase(std::remove_if(objects.begin(), objects.end(),
+                                 [this](const QPDFObjectHandle& object) { return isGone(object); }),
+                  objects.end());
+    return objects;
+}
+
+bool Removal::isRemainingPage(const QPDFObjectHandle& object)
+{
+    if (remainingPages_.empty()) {
+        for (int number = 1; number <= document_.pageCount(); ++number) {
+            remainingPages_.insert(document_.order().at(number).object);
+        }
+    }
+    return object.isIndirect() && remainingPages_.count(object.getObjectID()) > 0;
+}
+
+bool Removal::mayBeArray(const QPDFObjectHandle& object) const
+{
+    const index::ReferenceIndex* index = document_.index();
+    const int number = object.getObjectID();
+    if (index == nullptr || document_.changes().objects().count(number) > 0 ||
+        !index->contains(static_cast<std::uint32_t>(number))) {
+        return true;
+    }
+    return (index->object(static_cast<std::uint32_t>(number)).flags & index::IsDictionary) == 0;
 }
 
 void Removal::drop(const QPDFObjectHandle& object)
@@ -108,6 +135,22 @@ std::vector<QPDFObjectHandle> Removal::referrersOf(int object)
             QPDFObjectHandle handle = file().getObject(referrers().idOf(referrer));
             if (!isGone(handle)) {
                 found.push_back(handle);
+            }
+        }
+    }
+    return found;
+}
+
+std::vector<QPDFObjectHandle> Removal::pageReferrers()
+{
+    std::vector<QPDFObjectHandle> found;
+    std::unordered_set<std::uint32_t> seen;
+    for (const PageEntry& page : document_.removedPages()) {
+        for (const std::uint32_t referrer : referrers().of(page.object)) {
+            const auto number = static_cast<int>(referrer);
+            if (pages_.count(number) == 0 && dropped_.count(number) == 0 && !isTreeNode(number) &&
+                seen.insert(referrer).second) {
+                found.push_back(file().getObject(referrers().idOf(referrer)));
             }
         }
     }

@@ -32,10 +32,25 @@ public:
     /// All objects, but removed pages and what was dropped, that may have it.
     std::vector<QPDFObjectHandle> objectsWith(int flag);
 
+    /// The same with removed pages and what was dropped.
+    std::vector<QPDFObjectHandle> formerObjectsWith(int flag);
+
     bool isRemovedPage(const QPDFObjectHandle& object) const
     {
         return object.isIndirect() && pages_.count(object.getObjectID()) > 0;
     }
+
+    bool isRemainingPage(const QPDFObjectHandle& object);
+
+    /// Whether an object may have the thing that `flag` (index::Flag) stands for; true when that
+    /// is not known without building it.
+    bool mayHave(const QPDFObjectHandle& object, int flag) const
+    {
+        return !object.isIndirect() || may(object.getObjectID(), flag);
+    }
+
+    /// Whether an object may be an array, as far as is known without building it.
+    bool mayBeArray(const QPDFObjectHandle& object) const;
 
     /// An object goes with the pages: it is gone for the modules from now on, and when all are done
     /// it is taken out of every array and dictionary that still refers to it. What refers to it in
@@ -55,9 +70,16 @@ public:
                (pages_.count(object.getObjectID()) > 0 || dropped_.count(object.getObjectID()) > 0);
     }
 
+    /// What was dropped so far, in that order.
+    const std::vector<QPDFObjGen>& dropped() const { return droppedIds_; }
+
     /// The objects, not gone themselves, that refer to an object, as things were when the removal
     /// began; each once.
     std::vector<QPDFObjectHandle> referrersOf(int object);
+
+    /// The objects, not gone themselves, that refer to removed pages, each once. Page tree nodes
+    /// are left out.
+    std::vector<QPDFObjectHandle> pageReferrers();
 
     /// Goes upwards from the removed pages: calls `visit` with every object, not gone itself, that
     /// refers to one, and where that says yes, with the objects that refer to that one, and so on,
@@ -101,6 +123,7 @@ private:
 
     Document& document_;
     std::unordered_set<int> pages_;
+    std::unordered_set<int> remainingPages_; // filled when first asked for
     std::unordered_set<int> dropped_;
     std::vector<QPDFObjGen> droppedIds_;
     std::optional<Referrers> referrers_;

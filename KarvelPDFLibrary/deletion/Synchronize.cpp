@@ -11,6 +11,7 @@ void putReferencesRight(Document& document)
 {
     Removal removal(document);
     // What goes with the pages first, then what leads to them, then what only they used.
+    removeAnnotations(removal);
     removeNamedDestinations(removal);
     removeActions(removal);
     removeOutlineEntries(removal);

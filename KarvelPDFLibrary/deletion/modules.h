@@ -7,6 +7,9 @@
 /// dictionaries can still be read.
 namespace karvel::deletion {
 
+/// Annotations of removed pages, with their popups and the replies to them on other pages.
+void removeAnnotations(Removal& removal);
+
 /// Named destinations that lead to removed pages, in the name tree and the old dictionary.
 void removeNamedDestinations(Removal& removal);
 

@@ -40,6 +40,43 @@ std::string_view trimmed(std::string_view text)
     return text;
 }
 
+/// What names say of an object wherever they stand in it. Every name of a file is looked up here.
+struct TellingName {
+    std::string_view name;
+    int flag;
+};
+constexpr TellingName tellingNames[] = {
+    {"D", HasDestination},          {"A", HasDestination},
+    {"AA", HasDestination},         {"OC", HasOptionalParts},
+    {"Sig", HasSignature},          {"Dest", HasDestination},
+    {"OCGs", HasOptionalParts},     {"Popup", HasPopup},
+    {"ByteRange", HasSignature},    {"Properties", HasOptionalParts},
+    {"DocTimeStamp", HasSignature},
+};
+
+int flagOf(std::string_view name)
+{
+    for (const TellingName& telling : tellingNames) {
+        if (name == telling.name) {
+            return telling.flag;
+        }
+    }
+    // What is written in an unusual way is looked at later.
+    return name.find('#') == std::string_view::npos
+               ? 0
+               : HasDestination | HasOptionalParts | HasPopup | HasSignature;
+}
+
+/// A plain number that stands alone; -1 for everything else.
+std::int32_t plainNumber(std::string_view value)
+{
+    const std::string_view text = trimmed(value);
+    std::size_t at = 0;
+    std::uint64_t number = 0;
+    const bool plain = readUnsigned(text, at, number) && at == text.size() && number <= 0x7FFFFFFF;
+    return plain ? static_cast<std::int32_t>(number) : -1;
+}
+
 } // namespace
 
 /// Collects what one object's scan finds.
@@ -76,13 +113,7 @@ public:
 
     void name(std::string_view name) override
     {
-        if (name == "D" || name == "Dest" || name == "A" || name == "AA") {
-            flags_ |= HasDestination;
-        } else if (name == "OC" || name == "OCGs" || name == "Properties") {
-            flags_ |= HasOptionalParts;
-        } else if (name.find('#') != std::string_view::npos) {
-            flags_ |= HasDestination | HasOptionalParts; // written in a way that is looked at later
-        }
+        flags_ = static_cast<std::uint16_t>(flags_ | flagOf(name));
     }
 
     void destinationName(std::string_view written) override
@@ -116,6 +147,7 @@ public:
             flags_ |= HasAnnotations;
         } else if (key == "StructParents" || key == "StructParent") {
             flags_ |= HasStructure;
+            structureKey_ = plainNumber(value);
         } else if (key == "B") {
             flags_ |= HasBeads;
         } else if (isInheritable(key)) {
@@ -205,7 +237,8 @@ private:
     std::vector<std::uint64_t> destinations_;
     const char* scanned_ = nullptr;
     Span countValue_;
-    std::uint8_t flags_ = 0;
+    std::uint16_t flags_ = 0;
+    std::int32_t structureKey_ = -1; // when there is one
 };
 
 void IndexBuilder::readCrossReferences()
@@ -288,6 +321,7 @@ void IndexBuilder::keepPlainLink(std::uint32_t number)
 void IndexBuilder::noteKids(std::string_view value)
 {
     hasKids_ = true;
+    flags_ |= HasKids;
     const auto count = static_cast<std::uint32_t>(index_.references_.size() - valueStart_);
     // An array of references only: as many white-space separated words as references make.
     std::string_view text = trimmed(value);
@@ -417,9 +451,12 @@ void IndexBuilder::keep(IndexedObject& object, std::uint32_t number, bool isDict
     object.firstReference = static_cast<std::uint32_t>(referencesBefore_);
     object.referenceCount =
         static_cast<std::uint32_t>(index_.references_.size() - referencesBefore_);
-    object.flags = static_cast<std::uint8_t>(flags_ | (isDictionary ? IsDictionary : 0));
+    object.flags = static_cast<std::uint16_t>(flags_ | (isDictionary ? IsDictionary : 0)) & 0x1FFF;
     for (const std::uint64_t hash : destinations_) {
         index_.namedDestinations_.push_back({hash, number});
+    }
+    if ((flags_ & HasStructure) != 0) {
+        index_.structureKeys_.push_back({number, structureKey_});
     }
     if (hasNumberedDestination_) {
         index_.withNumberedDestinations_.push_back(number);

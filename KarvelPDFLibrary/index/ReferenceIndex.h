@@ -22,20 +22,26 @@ enum class Kind : std::uint8_t {
     CrossReferenceStream,
 };
 
-/// Which keys a dictionary has that matter for page trees and for the removal of pages.
-enum Flag : std::uint8_t {
+/// Which keys and names an object has that matter for page trees and for the removal of pages.
+/// Where "at any depth" is said, a name that is written with "#" counts as well.
+enum Flag : std::uint16_t {
     IsDictionary = 1,
     IsStream = 2,
-    HasInheritable = 4,    // one of the attributes that pages inherit
-    HasAnnotations = 8,    // /Annots
-    HasStructure = 16,     // /StructParents or /StructParent
-    HasBeads = 32,         // /B
-    HasDestination = 64,   // at any depth /Dest, /D, /A or /AA
-    HasOptionalParts = 128 // at any depth /OC, /OCGs or /Properties
+    HasInheritable = 4,     // one of the attributes that pages inherit
+    HasAnnotations = 8,     // /Annots
+    HasStructure = 16,      // /StructParents or /StructParent
+    HasBeads = 32,          // /B
+    HasDestination = 64,    // at any depth /Dest, /D, /A or /AA
+    HasOptionalParts = 128, // at any depth /OC, /OCGs or /Properties
+    HasKids = 256,          // /Kids
+    HasPopup = 512,         // at any depth /Popup
+    HasSignature = 1024,    // at any depth /Sig, /DocTimeStamp or /ByteRange
 };
 
 /// Where an object stands and what it refers to.
 struct IndexedObject {
+    IndexedObject() : flags(0), kind(Kind::Missing) {}
+
     /// In the file; for a member of an object stream, in the stream's decoded data.
     std::uint64_t start = 0;
 
@@ -50,8 +56,18 @@ struct IndexedObject {
     std::uint32_t container = 0;
 
     std::uint16_t generation = 0;
-    Kind kind = Kind::Missing;
-    std::uint8_t flags = 0;
+
+    // Packed, since files have millions of objects.
+    std::uint16_t flags : 13;
+    Kind kind : 3;
+};
+static_assert(sizeof(IndexedObject) == 32);
+
+/// The key under which an object's structure elements stand in the structure's parent tree: its
+/// /StructParents or /StructParent.
+struct StructureKey {
+    std::uint32_t object = 0;
+    std::int32_t key = -1; // -1 when it is not a plain number in the object's text
 };
 
 /// A part of a text.
@@ -149,6 +165,9 @@ public:
         return std::string_view(linkNames_).substr(link.nameStart, link.nameLength);
     }
 
+    /// All keys into the structure's parent tree, in no order.
+    const std::vector<StructureKey>& structureKeys() const { return structureKeys_; }
+
     /// Whether the newest cross-reference section is a stream.
     bool usesCrossReferenceStream() const { return usesCrossReferenceStream_; }
 
@@ -163,6 +182,7 @@ private:
     std::vector<NamedDestination> namedDestinations_;
     std::vector<PlainLink> plainLinks_; // by object number
     std::string linkNames_;
+    std::vector<StructureKey> structureKeys_;
     std::vector<ObjectStreamMembers> objectStreams_;
     bool usesCrossReferenceStream_ = false;
 };

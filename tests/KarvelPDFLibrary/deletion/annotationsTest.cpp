@@ -1,0 +1,132 @@
+#include "SketchCase.h"
+
+namespace {
+
+using support::Sketch;
+using support::SketchCase;
+
+constexpr const char* note = "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] ";
+constexpr const char* popup = "<< /Type /Annot /Subtype /Popup /Rect [0 0 9 9] ";
+
+class Annotations : public support::DeletedFrom {};
+
+TEST_P(Annotations, GoWithTheirPage)
+{
+    support::expectFound(GetParam());
+}
+
+const SketchCase cases[] = {
+    {"popup_on_another_page",
+     {{"/Annots [@note]", "/Annots [@popup @other]"},
+      "",
+      {{"note", std::string(note) + "/Popup @popup /Contents (SECRET) >>"},
+       {"popup", std::string(popup) + "/Parent @note >>"},
+       {"other", std::string(note) + "/Contents (Kept) >>"}}},
+     {1},
+     {{"p1/Annots", "array 1"}, {"p1/Annots/0/Contents", "(Kept)"}},
+     {"SECRET", "/Popup"}},
+    {"popup_that_does_not_name_its_parent",
+     {{"/Annots [@note]", "/Annots [@popup]"},
+      "",
+      {{"note", std::string(note) + "/Popup @popup >>"},
+       {"popup", std::string(popup) + "/Contents (SECRET) >>"}}},
+     {1},
+     {{"p1/Annots", "array 0"}},
+     {"SECRET"}},
+    {"popup_on_the_removed_page_of_an_annotation_that_stays",
+     {{"/Annots [@note]", "/Annots [@popup]"},
+      "",
+      {{"note", std::string(note) + "/Popup @popup >>"},
+       {"popup", std::string(popup) + "/Parent @note /Contents (SECRET) >>"}}},
+     {2},
+     {{"p1/Annots/0/Subtype", "/Text"}, {"p1/Annots/0/Popup", "nothing"}},
+     {"SECRET"}},
+    {"replies_to_replies_with_their_popups",
+     {{"/Annots [@note]", "/Annots @list", "/Annots [@third @popup]"},
+      "",
+      {{"list", "[@second]"},
+       {"note", std::string(note) + ">>"},
+       {"second", std::string(note) + "/IRT @note /Contents (SECRET-2) >>"},
+       {"third", std::string(note) + "/IRT @second /Popup @popup /Contents (SECRET-3) >>"},
+       {"popup", std::string(popup) + "/Parent @third /Contents (SECRET-4) >>"}}},
+     {1},
+     {{"p1/Annots", "array 0"}, {"p2/Annots", "array 0"}},
+     {"SECRET"}},
+    {"replies_that_go_round",
+     {{"/Annots [@note]", "/Annots [@second]", ""},
+      "",
+      {{"note", std::string(note) + "/IRT @second >>"},
+       {"second", std::string(note) + "/IRT @note >>"}}},
+     {1},
+     {{"p1/Annots", "array 0"}}},
+    {"reply_without_a_number_of_its_own",
+     {{"/Annots [@note]",
+       std::string("/Annots [") + note + "/IRT @note /Contents (SECRET) >> @other]"},
+      "",
+      {{"note", std::string(note) + ">>"}, {"other", std::string(note) + ">>"}}},
+     {1},
+     {{"p1/Annots", "array 1"}, {"p1/Annots/0/Subtype", "/Text"}},
+     {"SECRET"}},
+    {"reply_on_a_removed_page",
+     {{"/Annots [@note]", "/Annots [@second]"},
+      "",
+      {{"note", std::string(note) + "/Contents (Kept) >>"},
+       {"second", std::string(note) + "/IRT @note /Contents (SECRET) >>"}}},
+     {2},
+     {{"p1/Annots/0/Contents", "(Kept)"}},
+     {"SECRET"}},
+    {"annotation_that_two_pages_show",
+     {{"/Annots [@note]", "/Annots [@note]"},
+      "",
+      {{"note", std::string(note) + "/P @p1 /Contents (Kept) >>"}}},
+     {1},
+     {{"p1/Annots/0/Contents", "(Kept)"}, {"p1/Annots/0/P", "page 1"}}},
+    {"list_that_two_pages_share",
+     {{"/Annots @list", "/Annots @list"},
+      "",
+      {{"list", "[@note]"}, {"note", std::string(note) + "/P @p1 /Contents (Kept) >>"}}},
+     {1},
+     {{"p1/Annots/0/Contents", "(Kept)"}, {"p1/Annots/0/P", "page 1"}}},
+    {"annotation_that_only_names_the_page",
+     {{"", ""},
+      "/AcroForm << /Fields [@field] >>",
+      {{"field", "<< /T (Name) /FT /Tx /Kids [@first @second] >>"},
+       {"first", "<< /Type /Annot /Subtype /Widget /Rect [0 0 1 1] /Parent @field /P @p1 /MK << "
+                 "/CA (SECRET) >> >>"},
+       {"second", "<< /Type /Annot /Subtype /Widget /Rect [0 0 1 1] /Parent @field /P @p2 >>"}}},
+     {1},
+     {{"Root/AcroForm/Fields/0/Kids", "array 1"}, {"Root/AcroForm/Fields/0/Kids/0/P", "page 1"}},
+     {"SECRET"}},
+    {"file_attachment_with_its_file",
+     {{"/Annots [@clip]", ""},
+      "",
+      {{"clip", "<< /Type /Annot /Subtype /FileAttachment /Rect [0 0 1 1] /FS @spec >>"},
+       {"spec", "<< /Type /Filespec /F (SECRET.txt) /EF << /F @file >> >>"},
+       {"file", "/Type /EmbeddedFile|SECRET DATA"}}},
+     {1},
+     {},
+     {"SECRET"}},
+    {"file_that_is_the_document_s_own_as_well",
+     {{"/Annots [@clip]", ""},
+      "/Names << /EmbeddedFiles << /Names [(kept.txt) @spec] >> >>",
+      {{"clip", "<< /Type /Annot /Subtype /FileAttachment /Rect [0 0 1 1] /FS @spec /Contents "
+                "(SECRET) >>"},
+       {"spec", "<< /Type /Filespec /F (kept.txt) /EF << /F @file >> >>"},
+       {"file", "/Type /EmbeddedFile|Kept"}}},
+     {1},
+     {{"Root/Names/EmbeddedFiles/Names/1/EF/F", "stream"}},
+     {"SECRET"}},
+    {"annotations_without_numbers",
+     {{std::string("/Annots [") + note + "/Popup @popup /Contents (SECRET) >>]",
+       "/Annots [@popup]"},
+      "",
+      {{"popup", std::string(popup) + "/Contents (SECRET) >>"}}},
+     {1},
+     {{"p1/Annots", "array 0"}},
+     {"SECRET"}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Deletion, Annotations, testing::ValuesIn(cases),
+                         [](const auto& info) { return info.param.name; });
+
+} // namespace
