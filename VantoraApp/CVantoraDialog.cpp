@@ -41,6 +41,25 @@ void LayOut(QWidget* widget)
         LayOut(child);
 }
 
+/// Shows the text of a button whole: by its width, or in a smaller font where the form bounds that.
+void FitButton(QPushButton* button)
+{
+    const int wanted = button->sizeHint().width();
+    if (wanted <= button->maximumWidth()) {
+        // A least width that a form gives does away with the one that the text needs.
+        button->setMinimumWidth(qMax(button->minimumWidth(), wanted));
+        return;
+    }
+    constexpr int border = 12;
+    const int room = button->maximumWidth() - border;
+    const int width = button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width();
+    if (width <= room)
+        return;
+    QFont font = button->font();
+    font.setPixelSize(qMax(1, button->fontInfo().pixelSize() * room / width));
+    button->setFont(font);
+}
+
 } // namespace
 
 CVantoraDialog::CVantoraDialog(QWidget* parent, bool flag)
@@ -228,11 +247,8 @@ void CVantoraDialog::GrowToTexts(QWidget* widget)
 {
     widget->setParent(mContentWidget); // where the style sheets reach it
     widget->ensurePolished();
-    // A least width that a form gives a button does away with the one that its text needs.
-    for (QPushButton* button : widget->findChildren<QPushButton*>()) {
-        if (button->sizeHint().width() <= button->maximumWidth())
-            button->setMinimumWidth(qMax(button->minimumWidth(), button->sizeHint().width()));
-    }
+    for (QPushButton* button : widget->findChildren<QPushButton*>())
+        FitButton(button);
     QLayout* layout = widget->layout();
     const auto growToMinimum = [this, widget, layout] {
         layout->activate();

@@ -1,9 +1,12 @@
 #include "VantoraActions/DeletePages/deletepages.h"
 
+#include "VantoraActions/DeletePages/CPrefsDialog.h"
 #include "VantoraApp/CActionUtils.h"
 #include "VantoraApp/CErrorHandler.h"
 #include "VantoraApp/GuardedOperation.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+
+#include <QtGui/QIcon>
 
 namespace {
 
@@ -27,6 +30,20 @@ void DeleteNamedPages(const QString& pageRange, KarvelPDFLibraryCPDylibCPP1311& 
     }
 }
 
+/// The icon of an action's icon string.
+QIcon IconOf(const QString& names)
+{
+    const auto file = [&names](int section) {
+        return ":/Vantora/Resources/Tools/" + names.section('#', section, section);
+    };
+    QIcon icon;
+    icon.addFile(file(1), QSize(), QIcon::Selected, QIcon::Off);
+    icon.addFile(file(1), QSize(), QIcon::Active, QIcon::Off);
+    icon.addFile(file(2), QSize(), QIcon::Disabled, QIcon::Off);
+    icon.addFile(file(0), QSize(), QIcon::Normal, QIcon::Off);
+    return icon;
+}
+
 } // namespace
 
 int DeletePages::WorkProc(WorkProcInfoStruct* info)
@@ -44,9 +61,20 @@ int DeletePages::WorkProc(WorkProcInfoStruct* info)
         });
 }
 
-int DeletePages::ShowDialogProc(QWidget* /*parent*/, DialogLoadStruct* /*load*/)
+int DeletePages::ShowDialogProc(QWidget* parent, DialogLoadStruct* load)
 {
-    return 0;
+    PreferencesMap* const prefs = load->pPrefs;
+    CPrefsDialog dialog(parent, {});
+    dialog.setWindowFlags(dialog.windowFlags() & ~Qt::WindowContextHelpButtonHint);
+    dialog.setWindowIcon(IconOf(GetDefaultIcon()));
+    if (load->bHideAddToActionListButton != 0)
+        dialog.VDhideAddToActionListButton();
+    if (!prefs->isEmpty())
+        dialog.SetPrefs(prefs);
+    if (dialog.exec() != QDialog::Accepted)
+        return 0;
+    dialog.GetPrefs(prefs);
+    return 1;
 }
 
 int DeletePages::PreSequenceProc(WorkProcInfoStruct* /*info*/)

@@ -19,7 +19,10 @@ public:
     /// "Delete pages error" in the record's error handler and the result 1; what was deleted until
     /// then stays deleted. A refusal that the library tells by a result only is not noticed here.
     int WorkProc(WorkProcInfoStruct* info) override;
+
+    /// Shows the options dialog. Every way out but OK with a valid page range gives 0.
     int ShowDialogProc(QWidget* parent, DialogLoadStruct* load) override;
+
     int PreSequenceProc(WorkProcInfoStruct* info) override;
     int PostSequenceProc(WorkProcInfoStruct* info) override;
 

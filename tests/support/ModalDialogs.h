@@ -15,13 +15,21 @@ template <class Dialog>
 class OnModal {
 public:
     template <class Use>
-    explicit OnModal(Use use)
+    explicit OnModal(Use use) : OnModal(QString(), use)
+    {
+    }
+
+    /// The same for a dialog of this object name, such as one whose class is not known here.
+    template <class Use>
+    OnModal(const QString& name, Use use)
     {
         waiting_.start();
         timer_.setInterval(1);
-        QObject::connect(&timer_, &QTimer::timeout, [this, use] {
+        QObject::connect(&timer_, &QTimer::timeout, [this, name, use] {
             auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
-            if (dialog != nullptr && dialog->isActiveWindow() && !used_) {
+            const bool isMeant = dialog != nullptr && dialog->isActiveWindow() &&
+                                 (name.isEmpty() || dialog->objectName() == name);
+            if (isMeant && !used_) {
                 used_ = true;
                 use(*dialog);
             } else if (waiting_.hasExpired(20000)) {

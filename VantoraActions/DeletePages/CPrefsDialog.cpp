@@ -1,0 +1,122 @@
+#include "VantoraActions/DeletePages/CPrefsDialog.h"
+
+#include "VantoraApp/CActionUtils.h"
+#include "VantoraApp/CMsgBoxDialog.h"
+#include "VantoraApp/CSaveAsActionlistDialog.h"
+#include "VantoraApp/CSaveAsCollectionDialog.h"
+#include "VantoraApp/CUtils.h"
+#include "VantoraApp/ProductTitle.h"
+#include "VantoraApp/SettingsFile.h"
+
+namespace {
+
+constexpr char pageRangeKey[] = "byPageRangeTextEdit";
+
+/// The host's file for the places of dialogs.
+QString GeometryFile()
+{
+    return CUtils::GetSettingsFolder() + "/VantoraViewerSettings.vsf";
+}
+
+void LeaveOutContextHelp(QWidget& dialog)
+{
+    dialog.setWindowFlags(dialog.windowFlags() & ~Qt::WindowContextHelpButtonHint);
+}
+
+} // namespace
+
+CPrefsDialog::CPrefsDialog(QWidget* parent, Qt::WindowFlags /*flags*/)
+    : CVantoraDialog(parent, true)
+{
+    mForm.setupUi(this);
+    TitleLabel()->setText(windowTitle());
+    GrowToTexts(mForm.main_widget);
+    VDaddMainWidget(mForm.main_widget, false);
+    VDaddTopButtons();
+    VDaddCloseButton();
+    mForm.byPageRangeTextEdit->setFocus();
+    if (!KeepsGeometry())
+        return;
+    if (const auto settings = SettingsFile::Read(GeometryFile()))
+        restoreGeometry(settings->Value(GeometryKey()).value_or(QVariant()).toByteArray());
+}
+
+CPrefsDialog::~CPrefsDialog()
+{
+    if (KeepsGeometry())
+        UpdateSettingsFile(GeometryFile(), {{GeometryKey(), saveGeometry()}});
+}
+
+bool CPrefsDialog::KeepsGeometry() const
+{
+    return PreviewHost() != nullptr && PreviewHost()->objectName() == "VantoraPreviewClass";
+}
+
+QString CPrefsDialog::GeometryKey() const
+{
+    return objectName() + "geometry";
+}
+
+void CPrefsDialog::SetPrefs(QMap<QString, QVariant>* prefs)
+{
+    mForm.byPageRangeTextEdit->setPlainText(prefs->value(pageRangeKey).toString());
+}
+
+bool CPrefsDialog::GetPrefs(QMap<QString, QVariant>* prefs)
+{
+    if (prefs == nullptr)
+        return false;
+    prefs->insert(pageRangeKey, mForm.byPageRangeTextEdit->toPlainText());
+    prefs->insert("ActionName", "Delete Pages");
+    return true;
+}
+
+void CPrefsDialog::doValidate()
+{
+    const auto refuse = [this](const QString& message) {
+        CMsgBoxDialog::information(ProductTitle(), message, tr("OK"), QString(), QString());
+        activateWindow();
+        mForm.byPageRangeTextEdit->setFocus();
+    };
+    QString text = mForm.byPageRangeTextEdit->toPlainText();
+    if (text.isEmpty()) {
+        refuse(tr("No page range found. Please enter a page range and try again."));
+        return;
+    }
+    while (!text.isEmpty() && !text.back().isNumber())
+        text.chop(1);
+    if (text != mForm.byPageRangeTextEdit->toPlainText()) {
+        mForm.byPageRangeTextEdit->setPlainText(text);
+        mForm.byPageRangeTextEdit->moveCursor(QTextCursor::End);
+    }
+    if (CActionUtils::ValidatePageRange(text, false))
+        accept();
+    else
+        refuse(tr("The page range is invalid. Please enter a valid page range and try again."));
+}
+
+void CPrefsDialog::on_VDShowSaveDialog()
+{
+    CSaveAsActionlistDialog dialog(this, {});
+    LeaveOutContextHelp(dialog);
+    QMap<QString, QVariant> prefs;
+    GetPrefs(&prefs);
+    dialog.LoadPrefsData(&prefs);
+    dialog.exec();
+}
+
+void CPrefsDialog::on_VDShowSaveCollectionDialog()
+{
+    CSaveAsCollectionDialog dialog(this, {});
+    LeaveOutContextHelp(dialog);
+    QMap<QString, QVariant> prefs;
+    GetPrefs(&prefs);
+    dialog.LoadPrefsData(&prefs);
+    QIcon icon;
+    icon.addPixmap(windowIcon().pixmap(QSize(128, 128), QIcon::Selected, QIcon::Off), QIcon::Normal,
+                   QIcon::Off);
+    dialog.findChild<QToolButton*>("icon_toolButton")->setIcon(icon);
+    dialog.exec();
+    // A favourite does not change the step, and neither does a settings file.
+    reject();
+}
