@@ -3,12 +3,12 @@
 #include "exports.h"
 
 using namespace karvel;
-using boundary::onDocument;
+using boundary::onUpToDateDocument;
 
 int KPLAttachmentCount(int instance)
 {
     return boundary::integer(instance, [](Instance& self) {
-        return onDocument(
+        return onUpToDateDocument(
             self, [](Document& document) -> Result<int> { return attachments::count(document); });
     });
 }

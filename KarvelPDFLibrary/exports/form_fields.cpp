@@ -3,12 +3,12 @@
 #include "exports.h"
 
 using namespace karvel;
-using boundary::onDocument;
+using boundary::onUpToDateDocument;
 
 int KPLFieldCount(int instance)
 {
     return boundary::integer(instance, [](Instance& self) {
-        return onDocument(self, [](Document& document) -> Result<int> {
+        return onUpToDateDocument(self, [](Document& document) -> Result<int> {
             return static_cast<int>(form_fields::terminalFields(document).size());
         });
     });

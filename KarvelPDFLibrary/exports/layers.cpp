@@ -3,12 +3,12 @@
 #include "exports.h"
 
 using namespace karvel;
-using boundary::onDocument;
+using boundary::onUpToDateDocument;
 
 int KPLLayerCount(int instance)
 {
     return boundary::integer(instance, [](Instance& self) {
-        return onDocument(
+        return onUpToDateDocument(
             self, [](Document& document) -> Result<int> { return layers::count(document); });
     });
 }

@@ -1,12 +1,32 @@
 #include "KarvelPDFLibrary/exports/Arguments.h"
+#include "KarvelPDFLibrary/page_boxes/PaperFormats.h"
+#include "KarvelPDFLibrary/pages/Arrange.h"
 #include "KarvelPDFLibrary/pages/DeletePages.h"
+#include "KarvelPDFLibrary/pages/PageArguments.h"
+#include "KarvelPDFLibrary/pages/PageList.h"
+#include "KarvelPDFLibrary/pages/TabOrder.h"
 #include "exports.h"
 
 #include <algorithm>
+#include <set>
 
 using namespace karvel;
+using boundary::keepingSelection;
 using boundary::onDocument;
 using boundary::onOpenDocument;
+
+namespace {
+
+/// A page list where an empty one is refused instead of naming every page.
+Result<std::vector<int>> listOf(Document& document, const std::string& ranges)
+{
+    if (ranges.empty()) {
+        return fail(ErrorCode::BadPageList, "the page list is empty");
+    }
+    return pages::parsePageList(ranges, document.pageCount());
+}
+
+} // namespace
 
 int KPLPageCount(int instance)
 {
@@ -16,20 +36,64 @@ int KPLPageCount(int instance)
     });
 }
 
+int KPLSelectedPage(int instance)
+{
+    return boundary::integer(instance, [](Instance& self) -> Result<int> {
+        const auto open = self.documents.selected();
+        return open ? (*open)->selectedPage : 0;
+    });
+}
+
+int KPLSelectPage(int instance, int page)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        return onOpenDocument(self, [&](OpenDocument& open) {
+            Status status = pages::hasPage(*open.document, page);
+            if (status) {
+                open.selectedPage = page;
+            }
+            return status;
+        });
+    });
+}
+
 int KPLNewPage(int instance)
 {
     return boundary::integer(instance, [](Instance& self) {
         return onOpenDocument(self, [&](OpenDocument& open) -> Result<int> {
-            Document& document = *open.document;
-            QPDFObjectHandle page = QPDFObjectHandle::newDictionary();
-            page.replaceKey("/Type", QPDFObjectHandle::newName("/Page"));
-            page.replaceKey("/MediaBox", QPDFObjectHandle::newArray(QPDFObjectHandle::Rectangle(
-                                             0, 0, self.defaultPageWidth, self.defaultPageHeight)));
-            page.replaceKey("/Resources", QPDFObjectHandle::newDictionary());
-            document.insertPages(document.pageCount() + 1, {document.changes().add(page)});
-            open.selectedPage = document.pageCount();
+            open.selectedPage = pages::appendBlankPage(*open.document, self.defaultPageWidth,
+                                                       self.defaultPageHeight);
             return open.selectedPage;
         });
+    });
+}
+
+int KPLInsertPages(int instance, int beforePage, int pageCount)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        return onOpenDocument(self, [&](OpenDocument& open) {
+            return keepingSelection(open, [&](Document& document) {
+                return pages::insertBlankPages(document, beforePage, pageCount).map([&] {
+                    return beforePage;
+                });
+            });
+        });
+    });
+}
+
+int KPLSetDefaultPageFormat(int instance, int format, int orientation)
+{
+    return boundary::integer(instance, [&](Instance& self) -> Status {
+        if (format < 1 || format > page_boxes::formatCount) {
+            return fail(ErrorCode::BadArgument, "the paper format must be 1 to 14");
+        }
+        if (orientation != 1 && orientation != 2) {
+            return fail(ErrorCode::BadArgument, "the orientation must be 1 or 2");
+        }
+        const page_boxes::Size size = page_boxes::sizeOfFormat(format);
+        self.defaultPageWidth = orientation == 1 ? size.width : size.height;
+        self.defaultPageHeight = orientation == 1 ? size.height : size.width;
+        return {};
     });
 }
 
@@ -37,13 +101,130 @@ int KPLDeletePages(int instance, int startPage, int pageCount)
 {
     return boundary::integer(instance, [&](Instance& self) {
         return onOpenDocument(self, [&](OpenDocument& open) -> Status {
-            Status status = pages::deletePages(*open.document, {startPage, pageCount});
+            Status status = pages::deletePages(*open.document, PageRun{startPage, pageCount});
             if (status && open.selectedPage >= startPage) {
                 // The selection stays with its page; when that went, it moves to the next one.
                 open.selectedPage = std::max(startPage, open.selectedPage - pageCount);
                 open.selectedPage = std::min(open.selectedPage, open.document->pageCount());
             }
             return status;
+        });
+    });
+}
+
+int KPLDeletePageRanges(int instance, const wchar_t* pageRanges)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        const std::string ranges = boundary::takeWide(self, pageRanges);
+        return onOpenDocument(self, [&](OpenDocument& open) -> Result<int> {
+            const auto list = listOf(*open.document, ranges);
+            if (!list) {
+                return tl::unexpected<Error>(list.error());
+            }
+            const Result<int> deleted = pages::deletePages(*open.document, *list);
+            if (deleted) {
+                const std::set<int> gone(list->begin(), list->end());
+                open.selectedPage -= static_cast<int>(
+                    std::distance(gone.begin(), gone.lower_bound(open.selectedPage)));
+                open.selectedPage = std::min(open.selectedPage, open.document->pageCount());
+            }
+            return deleted;
+        });
+    });
+}
+
+int KPLMovePages(int instance, int firstPage, int pageCount, int beforePage)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        return onOpenDocument(self, [&](OpenDocument& open) {
+            return keepingSelection(open, [&](Document& document) {
+                return pages::movePages(document, {firstPage, pageCount}, beforePage);
+            });
+        });
+    });
+}
+
+int KPLReversePages(int instance, int firstPage, int pageCount)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        return onOpenDocument(self, [&](OpenDocument& open) {
+            return keepingSelection(open, [&](Document& document) {
+                return pages::reversePages(document, {firstPage, pageCount});
+            });
+        });
+    });
+}
+
+int KPLReorderPages(int instance, const wchar_t* pageRanges)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        const std::string ranges = boundary::takeWide(self, pageRanges);
+        return onOpenDocument(self, [&](OpenDocument& open) {
+            return listOf(*open.document, ranges).and_then([&](const std::vector<int>& list) {
+                return keepingSelection(
+                    open, [&](Document& document) { return pages::reorderPages(document, list); });
+            });
+        });
+    });
+}
+
+wchar_t* KPLExpandPageRanges(int instance, const wchar_t* pageRanges)
+{
+    return boundary::wideString(instance, [&](Instance& self) {
+        const std::string ranges = boundary::takeWide(self, pageRanges);
+        return onDocument(self, [&](Document& document) {
+            const auto print = [](const std::vector<int>& list) {
+                std::string text;
+                for (const int page : list) {
+                    text += (text.empty() ? "" : ",") + std::to_string(page);
+                }
+                return text;
+            };
+            return pages::parsePageList(ranges, document.pageCount()).map(print);
+        });
+    });
+}
+
+int KPLGetPageObject(int instance, int page)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        return onDocument(self, [&](Document& document) {
+            return pages::hasPage(document, page).map([&] {
+                return static_cast<int>(document.order().at(page).object);
+            });
+        });
+    });
+}
+
+int KPLGetPageOfObject(int instance, int object)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        return onDocument(
+            self, [&](Document& document) -> Result<int> { return document.pageOfObject(object); });
+    });
+}
+
+int KPLGetTabOrder(int instance, int page)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        return onDocument(self, [&](Document& document) {
+            return pages::hasPage(document, page).map([&] {
+                return static_cast<int>(pages::tabOrder(document, page));
+            });
+        });
+    });
+}
+
+int KPLSetTabOrder(int instance, int page, int order)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        return onDocument(self, [&](Document& document) -> Status {
+            if (order < 0 || order > pages::largestTabOrder) {
+                return fail(ErrorCode::BadArgument, "the tab order must be 0 to 5");
+            }
+            return pages::hasPage(document, page).map([&] {
+                pages::setTabOrder(document, page, static_cast<pages::TabOrder>(order));
+            });
         });
     });
 }
