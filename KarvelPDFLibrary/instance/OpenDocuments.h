@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KarvelPDFLibrary/document/Document.h"
+#include "KarvelPDFLibrary/viewing/View.h"
 
 #include <memory>
 #include <string>
@@ -14,6 +15,9 @@ struct OpenDocument {
     int handle = 0;
     std::unique_ptr<Document> document;
     int selectedPage = 1;
+
+    /// For rendering and reading text.
+    viewing::View view = {};
 };
 
 /// The open documents of an instance in opening order, one of them selected.

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "KarvelPDFLibrary/document/Document.h"
+#include "KarvelPDFLibrary/viewing/View.h"
+
+#include <string>
+
+namespace karvel::extraction {
+
+/// Text layout codes of the interface.
+enum class TextLayout : int { ReadingOrder = 1, Physical = 2, ContentStream = 3 };
+
+/// A page's text in UTF-8, lines separated by line feeds.
+Result<std::string> pageText(Document& document, viewing::View& view, int page, TextLayout layout);
+
+} // namespace karvel::extraction
