@@ -1,4 +1,5 @@
 #include "KarvelPDFLibrary/exports/Arguments.h"
+#include "KarvelPDFLibrary/exports/Lines.h"
 #include "KarvelPDFLibrary/metadata/Identifier.h"
 #include "KarvelPDFLibrary/metadata/Information.h"
 #include "KarvelPDFLibrary/metadata/Xmp.h"
@@ -24,15 +25,6 @@ metadata::PropertyName takeProperty(Instance& self, const wchar_t* namespaceUri,
 {
     std::string uri = boundary::takeWide(self, namespaceUri);
     return {std::move(uri), boundary::takeWide(self, property)};
-}
-
-std::string lines(const std::vector<std::string>& texts)
-{
-    std::string joined;
-    for (const std::string& text : texts) {
-        joined += (joined.empty() ? "" : "\r\n") + text;
-    }
-    return joined;
 }
 
 } // namespace
@@ -233,7 +225,7 @@ wchar_t* KPLConformanceClaim(int instance)
 {
     return boundary::wideString(instance, [](Instance& self) {
         return onDocument(self, [](Document& document) {
-            return metadata::conformanceClaims(document).map(lines);
+            return metadata::conformanceClaims(document).map(boundary::lines);
         });
     });
 }
