@@ -5,6 +5,7 @@
 #include "KarvelPDFLibrary/pages/PageArguments.h"
 #include "KarvelPDFLibrary/pages/PageList.h"
 #include "KarvelPDFLibrary/pages/TabOrder.h"
+#include "KarvelPDFLibrary/rendering/PageMarks.h"
 #include "exports.h"
 
 #include <algorithm>
@@ -24,6 +25,26 @@ Result<std::vector<int>> listOf(Document& document, const std::string& ranges)
         return fail(ErrorCode::BadPageList, "the page list is empty");
     }
     return pages::parsePageList(ranges, document.pageCount());
+}
+
+/// Deletes pages; the selection stays with its page, or moves to the next one when that goes.
+Result<int> deleteListed(OpenDocument& open, const std::vector<int>& list)
+{
+    return pages::deletePages(*open.document, list).map([&](int deleted) {
+        const std::set<int> gone(list.begin(), list.end());
+        const auto before = std::distance(gone.begin(), gone.lower_bound(open.selectedPage));
+        open.selectedPage =
+            std::min(open.selectedPage - static_cast<int>(before), open.document->pageCount());
+        return deleted;
+    });
+}
+
+Status isPercentage(double value)
+{
+    if (!(value >= 0 && value <= 100)) {
+        return fail(ErrorCode::BadArgument, "the tolerance must be 0 to 100 percent");
+    }
+    return {};
 }
 
 } // namespace
@@ -116,19 +137,45 @@ int KPLDeletePageRanges(int instance, const wchar_t* pageRanges)
 {
     return boundary::integer(instance, [&](Instance& self) {
         const std::string ranges = boundary::takeWide(self, pageRanges);
-        return onOpenDocument(self, [&](OpenDocument& open) -> Result<int> {
-            const auto list = listOf(*open.document, ranges);
-            if (!list) {
-                return tl::unexpected<Error>(list.error());
-            }
-            const Result<int> deleted = pages::deletePages(*open.document, *list);
-            if (deleted) {
-                const std::set<int> gone(list->begin(), list->end());
-                open.selectedPage -= static_cast<int>(
-                    std::distance(gone.begin(), gone.lower_bound(open.selectedPage)));
-                open.selectedPage = std::min(open.selectedPage, open.document->pageCount());
-            }
-            return deleted;
+        return onOpenDocument(self, [&](OpenDocument& open) {
+            return listOf(*open.document, ranges).and_then([&](const std::vector<int>& list) {
+                return deleteListed(open, list);
+            });
+        });
+    });
+}
+
+int KPLDeleteBlankPages(int instance, int firstPage, int pageCount)
+{
+    const auto body = [&](Instance& self) {
+        return onOpenDocument(self, [&](OpenDocument& open) {
+            return rendering::blankPages(*open.document, open.view, {firstPage, pageCount})
+                .and_then([&](const std::vector<int>& list) { return deleteListed(open, list); });
+        });
+    };
+    return boundary::integer(instance, body, -1);
+}
+
+int KPLIsPageBlank(int instance, int page, double tolerance)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        return onOpenDocument(self, [&](OpenDocument& open) {
+            return isPercentage(tolerance).and_then([&] {
+                return rendering::markedPercentage(*open.document, open.view, page)
+                    .map([&](double marked) { return marked <= tolerance; });
+            });
+        });
+    });
+}
+
+int KPLHasPageColor(int instance, int page, double tolerance)
+{
+    return boundary::integer(instance, [&](Instance& self) {
+        return onOpenDocument(self, [&](OpenDocument& open) {
+            return isPercentage(tolerance).and_then([&] {
+                return rendering::colouredPercentage(*open.document, open.view, page)
+                    .map([&](double coloured) { return coloured > tolerance; });
+            });
         });
     });
 }

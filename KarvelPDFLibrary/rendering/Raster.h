@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace karvel::rendering {
+
+/// Pixels in rows from the top.
+struct Raster {
+    enum class Kind {
+        Mono,      // 8 pixels a byte, the highest bit leftmost; 1 is white
+        Gray,      // 1 byte a pixel
+        Rgb,       // 3 bytes
+        GrayAlpha, // 2 bytes, the colour not multiplied with alpha
+        RgbAlpha,  // 4 bytes, likewise
+    };
+
+    Kind kind = Kind::Rgb;
+    int width = 0;
+    int height = 0;
+    double dpi = 72; // for programs that ask how large the image is
+    std::vector<unsigned char> pixels;
+
+    int channels() const
+    {
+        switch (kind) {
+        case Kind::Rgb:
+            return 3;
+        case Kind::GrayAlpha:
+            return 2;
+        case Kind::RgbAlpha:
+            return 4;
+        default:
+            return 1;
+        }
+    }
+
+    std::size_t bytesPerRow() const
+    {
+        const auto columns = static_cast<std::size_t>(width);
+        return kind == Kind::Mono ? (columns + 7) / 8
+                                  : columns * static_cast<std::size_t>(channels());
+    }
+
+    const unsigned char* row(int y) const
+    {
+        return pixels.data() + bytesPerRow() * static_cast<std::size_t>(y);
+    }
+    unsigned char* row(int y)
+    {
+        return pixels.data() + bytesPerRow() * static_cast<std::size_t>(y);
+    }
+};
+
+} // namespace karvel::rendering

@@ -1,0 +1,277 @@
+#include "KarvelPDFLibrary/rendering/RenderPage.h"
+
+#include "KarvelPDFLibrary/page_boxes/PageBoxes.h"
+#include "KarvelPDFLibrary/pages/PageArguments.h"
+
+#include <algorithm>
+#include <cmath>
+#include <poppler/cpp/poppler-page-renderer.h>
+#include <poppler/cpp/poppler-page.h>
+
+namespace karvel::rendering {
+
+namespace {
+
+/// Images beyond this are refused: at 3 bytes a pixel, and twice while they are made, they would
+/// take more memory than is likely to be there.
+constexpr double mostPixels = 200e6;
+
+constexpr double largestDpi = 9600;
+
+struct Scale {
+    double dpi = 72;
+    int width = 0; // pixels
+    int height = 0;
+};
+
+Status fits(const Scale& scale)
+{
+    if (scale.width > largestSide || scale.height > largestSide ||
+        static_cast<double>(scale.width) * scale.height > mostPixels) {
+        return fail(ErrorCode::OutOfMemory, "the image would have " + std::to_string(scale.width) +
+                                                " by " + std::to_string(scale.height) + " pixels");
+    }
+    return {};
+}
+
+int pixels(double points, double dpi)
+{
+    // What is left of a pixel is one too, but not what arithmetic leaves over.
+    return static_cast<int>(std::clamp(std::ceil(points * dpi / 72 - 1e-6), 1.0, 1e9));
+}
+
+Result<Scale> scaleAt(Document& document, int page, double dpi)
+{
+    if (!(dpi > 0) || dpi > largestDpi) {
+        return fail(ErrorCode::BadArgument,
+                    "the resolution must be greater than 0 and at most 9600");
+    }
+    if (Status status = pages::hasPage(document, page); !status) {
+        return tl::unexpected<Error>(status.error());
+    }
+    const page_boxes::Size size = page_boxes::shownSize(document, page);
+    return Scale{dpi, pixels(size.width, dpi), pixels(size.height, dpi)};
+}
+
+Scale scaleTo(Document& document, int page, int side)
+{
+    const page_boxes::Size size = page_boxes::shownSize(document, page);
+    const double dpi = side * 72.0 / std::max(size.width, size.height);
+    const auto length = [&](double points) {
+        return std::clamp(static_cast<int>(std::lround(points * dpi / 72)), 1, side);
+    };
+    return {dpi, length(size.width), length(size.height)};
+}
+
+using PopplerFormat = poppler::image::format_enum;
+
+constexpr unsigned smooth =
+    poppler::page_renderer::antialiasing | poppler::page_renderer::text_antialiasing;
+
+/// Renders onto paper of one colour.
+Result<poppler::image> render(Document& document, viewing::View& view, int page, const Scale& scale,
+                              PopplerFormat format, unsigned hints,
+                              poppler::argb paper = 0xFFFFFFFF)
+{
+    if (Status status = fits(scale); !status) {
+        return tl::unexpected<Error>(status.error());
+    }
+    const auto seen = view.page(document, page);
+    if (!seen) {
+        return tl::unexpected<Error>(seen.error());
+    }
+    poppler::page_renderer renderer;
+    renderer.set_render_hints(hints);
+    renderer.set_image_format(format);
+    renderer.set_paper_color(paper);
+    // poppler does not count the user unit.
+    const double dpi = scale.dpi * page_boxes::userUnit(document, page);
+    poppler::image image =
+        renderer.render_page(seen->get(), dpi, dpi, 0, 0, scale.width, scale.height);
+    if (!image.is_valid() || image.width() != scale.width || image.height() != scale.height) {
+        return fail(ErrorCode::LibraryFailed,
+                    document.name() + ": page " + std::to_string(page) + " cannot be rendered");
+    }
+    return image;
+}
+
+Raster rasterOf(const poppler::image& image, Raster::Kind kind, double dpi)
+{
+    Raster raster{kind, image.width(), image.height(), dpi, {}};
+    raster.pixels.resize(raster.bytesPerRow() * static_cast<std::size_t>(raster.height));
+    for (int y = 0; y < raster.height; ++y) {
+        const char* row =
+            image.const_data() + static_cast<std::ptrdiff_t>(image.bytes_per_row()) * y;
+        std::copy_n(row, raster.bytesPerRow(), reinterpret_cast<char*>(raster.row(y)));
+    }
+    return raster;
+}
+
+/// Grey in black and white by error diffusion (Floyd and Steinberg). poppler's own format of one
+/// bit a pixel stays white.
+Raster inBlackAndWhite(const Raster& grey)
+{
+    Raster mono{Raster::Kind::Mono, grey.width, grey.height, grey.dpi, {}};
+    mono.pixels.resize(mono.bytesPerRow() * static_cast<std::size_t>(mono.height));
+    // What pixels are off by, in sixteenths, with a column more at each side.
+    const auto columns = static_cast<std::size_t>(grey.width) + 2;
+    std::vector<int> here(columns);
+    std::vector<int> below(columns);
+    for (int y = 0; y < grey.height; ++y) {
+        const unsigned char* in = grey.row(y);
+        unsigned char* out = mono.row(y);
+        std::fill(below.begin(), below.end(), 0);
+        for (std::size_t x = 0; x + 2 < columns; ++x) {
+            const int value = in[x] + here[x + 1] / 16;
+            const bool white = value >= 128;
+            const int off = value - (white ? 255 : 0);
+            here[x + 2] += off * 7;
+            below[x] += off * 3;
+            below[x + 1] += off * 5;
+            below[x + 2] += off;
+            if (white) {
+                out[x / 8] = static_cast<unsigned char>(out[x / 8] | (0x80U >> (x % 8)));
+            }
+        }
+        here.swap(below);
+    }
+    return mono;
+}
+
+Result<Raster> onWhite(Document& document, viewing::View& view, int page, const Scale& scale,
+                       Colors colors)
+{
+    const bool full = colors == Colors::Full;
+    // Smoothed edges would become specks in black and white.
+    const auto image = render(document, view, page, scale,
+                              full ? poppler::image::format_rgb24 : poppler::image::format_gray8,
+                              colors == Colors::BlackAndWhite ? 0 : smooth);
+    if (!image) {
+        return tl::unexpected<Error>(image.error());
+    }
+    Raster raster = rasterOf(*image, full ? Raster::Kind::Rgb : Raster::Kind::Gray, scale.dpi);
+    return colors == Colors::BlackAndWhite ? inBlackAndWhite(raster) : std::move(raster);
+}
+
+/// The paper shows through where a pixel differs between white and black paper. poppler's own
+/// format with alpha has every pixel opaque.
+Result<Raster> onNothing(Document& document, viewing::View& view, int page, const Scale& scale,
+                         Colors colors)
+{
+    const bool isGrey = colors == Colors::Grey;
+    const PopplerFormat format =
+        isGrey ? poppler::image::format_gray8 : poppler::image::format_rgb24;
+    const auto white = render(document, view, page, scale, format, smooth);
+    const auto black =
+        white ? render(document, view, page, scale, format, smooth, 0xFF000000) : white;
+    if (!black) {
+        return tl::unexpected<Error>(black.error());
+    }
+    const int channels = isGrey ? 1 : 3;
+    Raster raster{isGrey ? Raster::Kind::GrayAlpha : Raster::Kind::RgbAlpha,
+                  scale.width,
+                  scale.height,
+                  scale.dpi,
+                  {}};
+    raster.pixels.resize(raster.bytesPerRow() * static_cast<std::size_t>(raster.height));
+    for (int y = 0; y < scale.height; ++y) {
+        const std::ptrdiff_t offset = static_cast<std::ptrdiff_t>(white->bytes_per_row()) * y;
+        const auto* onWhite = reinterpret_cast<const unsigned char*>(white->const_data() + offset);
+        const auto* onBlack = reinterpret_cast<const unsigned char*>(black->const_data() + offset);
+        unsigned char* out = raster.row(y);
+        for (int x = 0; x < scale.width; ++x) {
+            int through = 255;
+            for (int c = 0; c < channels; ++c) {
+                through = std::min(through, std::max(0, onWhite[c] - onBlack[c]));
+            }
+            const int alpha = 255 - through;
+            for (int c = 0; c < channels; ++c) {
+                const int colour = alpha == 0 ? 0 : (onBlack[c] * 255 + alpha / 2) / alpha;
+                *out++ = static_cast<unsigned char>(std::min(colour, 255));
+            }
+            *out++ = static_cast<unsigned char>(alpha);
+            onWhite += channels;
+            onBlack += channels;
+        }
+    }
+    return raster;
+}
+
+Result<std::string> imageAt(Document& document, viewing::View& view, int page, const Scale& scale,
+                            const RenderOptions& options)
+{
+    try {
+        return (options.transparentPaper ? onNothing(document, view, page, scale, options.colors)
+                                         : onWhite(document, view, page, scale, options.colors))
+            .and_then([&](const Raster& raster) {
+                return imageFile(raster, options.format, options.jpegQuality);
+            });
+    } catch (...) {
+        return tl::unexpected<Error>(currentExceptionAsError(document.name()));
+    }
+}
+
+} // namespace
+
+Result<RenderOptions> renderOptions(int codes)
+{
+    constexpr int grey = 16;
+    constexpr int blackAndWhite = 32;
+    constexpr int transparent = 64;
+    const int format = codes & 15;
+    if (codes < 0 || codes >= 2 * transparent || format < 1 || format > 5) {
+        return fail(ErrorCode::BadArgument,
+                    "render options must be an image format 1 to 5 plus 16, 32 or 64");
+    }
+    if ((codes & grey) != 0 && (codes & blackAndWhite) != 0) {
+        return fail(ErrorCode::BadArgument, "an image cannot be both grey and black and white");
+    }
+    RenderOptions options;
+    options.format = static_cast<ImageFormat>(format);
+    options.colors = (codes & grey) != 0            ? Colors::Grey
+                     : (codes & blackAndWhite) != 0 ? Colors::BlackAndWhite
+                                                    : Colors::Full;
+    options.transparentPaper = (codes & transparent) != 0;
+    if (options.transparentPaper &&
+        (options.format != ImageFormat::Png || options.colors == Colors::BlackAndWhite)) {
+        return fail(ErrorCode::BadArgument,
+                    "only PNG in colour or grey can have transparent paper");
+    }
+    return options;
+}
+
+Result<std::string> pageImage(Document& document, viewing::View& view, int page, double dpi,
+                              const RenderOptions& options)
+{
+    return scaleAt(document, page, dpi).and_then([&](const Scale& scale) {
+        return imageAt(document, view, page, scale, options);
+    });
+}
+
+Result<std::string> thumbnail(Document& document, viewing::View& view, int page, int side,
+                              const RenderOptions& options)
+{
+    if (side < 1 || side > largestSide) {
+        return fail(ErrorCode::BadArgument, "the longer side must be 1 to 65000 pixels");
+    }
+    return pages::hasPage(document, page).and_then([&] {
+        return imageAt(document, view, page, scaleTo(document, page, side), options);
+    });
+}
+
+Result<Raster> pagePixels(Document& document, viewing::View& view, int page, double dpi,
+                          Colors colors, int longestSide)
+{
+    return scaleAt(document, page, dpi).and_then([&](Scale scale) -> Result<Raster> {
+        if (longestSide > 0 && std::max(scale.width, scale.height) > longestSide) {
+            scale = scaleTo(document, page, longestSide);
+        }
+        try {
+            return onWhite(document, view, page, scale, colors);
+        } catch (...) {
+            return tl::unexpected<Error>(currentExceptionAsError(document.name()));
+        }
+    });
+}
+
+} // namespace karvel::rendering

@@ -1,0 +1,254 @@
+#include "KarvelPDFLibrary/rendering/RenderPage.h"
+
+#include "KarvelPDFLibrary/pages/DeletePages.h"
+#include "KarvelPDFLibrary/rendering/PageMarks.h"
+#include "tests/support/Images.h"
+#include "tests/support/Inspect.h"
+#include "tests/support/PdfBuilder.h"
+
+#include <climits>
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace karvel;
+using namespace karvel::rendering;
+
+/// One page with a content of its own: 100 by 50 points unless the entries say otherwise.
+std::string page(const std::string& content, const std::string& entries = {})
+{
+    support::PdfBuilder builder;
+    const int catalog = builder.reserve();
+    const int root = builder.reserve();
+    const int stream = builder.addStream(content);
+    const int page = builder.add("<< /Type /Page /Parent " + builder.reference(root) +
+                                 " /MediaBox [0 0 100 50] /Contents " + builder.reference(stream) +
+                                 " /Resources << >> " + entries + " >>");
+    builder.set(root, "<< /Type /Pages /Count 1 /Kids [" + builder.reference(page) + "] >>");
+    builder.set(catalog, "<< /Type /Catalog /Pages " + builder.reference(root) + " >>");
+    return builder.build(catalog);
+}
+
+/// Red in the left half, nothing in the right one.
+const std::string redHalf = "1 0 0 rg 0 0 50 50 re f";
+
+support::Image rendered(const std::string& pdf, double dpi, int options)
+{
+    auto document = support::opened(pdf);
+    viewing::View view;
+    const auto bytes = renderOptions(options).and_then(
+        [&](const RenderOptions& chosen) { return pageImage(*document, view, 1, dpi, chosen); });
+    EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
+    return support::decoded(bytes.value_or(""));
+}
+
+struct FormatRow {
+    const char* name;
+    int options;
+    const char* format;
+    std::array<int, 4> left;
+    std::array<int, 4> right;
+};
+
+class Formats : public testing::TestWithParam<FormatRow> {};
+
+TEST_P(Formats, HoldThePage)
+{
+    const FormatRow& row = GetParam();
+    const support::Image image = rendered(page(redHalf), 144, row.options);
+    EXPECT_EQ(image.format, row.format);
+    ASSERT_EQ(image.width, 200);
+    ASSERT_EQ(image.height, 100);
+    for (int c = 0; c < 4; ++c) {
+        const auto index = static_cast<std::size_t>(c);
+        EXPECT_NEAR(image.at(50, 90)[index], row.left[index], 3) << "component " << c;
+        EXPECT_NEAR(image.at(150, 10)[index], row.right[index], 3) << "component " << c;
+    }
+}
+
+constexpr std::array<int, 4> red = {255, 0, 0, 255};
+constexpr std::array<int, 4> grey = {76, 76, 76, 255};
+constexpr std::array<int, 4> white = {255, 255, 255, 255};
+
+INSTANTIATE_TEST_SUITE_P(
+    Rendering, Formats,
+    testing::Values(FormatRow{"png", 1, "PNG", red, white},
+                    FormatRow{"jpeg", 2, "JPEG", red, white},
+                    FormatRow{"tiff", 3, "TIFF", red, white},
+                    FormatRow{"bmp", 4, "BMP", red, white}, FormatRow{"ppm", 5, "PPM", red, white},
+                    FormatRow{"grey_png", 17, "PNG", grey, white},
+                    FormatRow{"grey_jpeg", 18, "JPEG", grey, white},
+                    FormatRow{"grey_tiff", 19, "TIFF", grey, white},
+                    FormatRow{"grey_bmp", 20, "BMP", grey, white},
+                    FormatRow{"grey_ppm", 21, "PPM", grey, white},
+                    FormatRow{"transparent_png", 65, "PNG", red, {0, 0, 0, 0}},
+                    FormatRow{"transparent_grey_png", 81, "PNG", grey, {0, 0, 0, 0}}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(Rendering, InBlackAndWhiteIsOnlyThat)
+{
+    for (const int format : {1, 2, 3, 4, 5}) {
+        const support::Image image = rendered(page("0 g 0 0 51 50 re f"), 72, format + 32);
+        ASSERT_EQ(image.width, 100) << format;
+        EXPECT_NEAR(image.at(25, 25)[0], 0, 3) << format;
+        EXPECT_NEAR(image.at(75, 25)[0], 255, 3) << format;
+        EXPECT_NEAR(image.at(49, 25)[0], 0, 3) << format;
+        EXPECT_NEAR(image.at(53, 25)[0], 255, 6) << format;
+    }
+    // Grey comes out as as much black as it is dark.
+    const support::Image grey = rendered(page("0.75 g 0 0 100 50 re f"), 72, 33);
+    int white = 0;
+    for (int y = 0; y < grey.height; ++y) {
+        for (int x = 0; x < grey.width; ++x) {
+            const int value = grey.at(x, y)[0];
+            EXPECT_TRUE(value == 0 || value == 255);
+            white += value == 255 ? 1 : 0;
+        }
+    }
+    EXPECT_NEAR(white, 3750, 100);
+}
+
+struct SizeRow {
+    const char* name;
+    const char* entries;
+    double dpi;
+    int width;
+    int height;
+};
+
+class RenderedSizes : public testing::TestWithParam<SizeRow> {};
+
+TEST_P(RenderedSizes, AreThoseOfThePageAsShown)
+{
+    const support::Image image = rendered(page(redHalf, GetParam().entries), GetParam().dpi, 1);
+    EXPECT_EQ(image.width, GetParam().width);
+    EXPECT_EQ(image.height, GetParam().height);
+    // Red is shown in the place that belongs to the lower left of the user space.
+    const bool turned = GetParam().width < GetParam().height;
+    EXPECT_EQ(turned ? image.at(image.width / 2, 1) : image.at(1, image.height / 2), red);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rendering, RenderedSizes,
+    testing::Values(SizeRow{"plain", "", 72, 100, 50}, SizeRow{"turned", "/Rotate 90", 72, 50, 100},
+                    SizeRow{"cropped", "/CropBox [10 10 90 40]", 72, 80, 30},
+                    SizeRow{"larger_unit", "/UserUnit 2", 72, 200, 100},
+                    SizeRow{"part_of_a_pixel", "/CropBox [0 0 70.3 30]", 72, 71, 30}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(Rendering, OfThumbnailsHasALongerSideOfThatManyPixels)
+{
+    auto document = support::opened(page(redHalf));
+    viewing::View view;
+    for (const int side : {1, 7, 64}) {
+        const auto bytes = thumbnail(*document, view, 1, side, {});
+        const support::Image image = support::decoded(bytes.value_or(""));
+        EXPECT_EQ(image.width, side);
+        EXPECT_EQ(image.height, std::max(1, static_cast<int>(std::lround(side / 2.0))));
+    }
+}
+
+TEST(Rendering, ShowsTheDocumentAsItIsNow)
+{
+    support::PagedDocument file(2);
+    file.builder.setStream(file.pages[0] - 1, "1 0 0 rg 0 0 612 792 re f");
+    file.builder.setStream(file.pages[1] - 1, "0 1 0 rg 0 0 612 792 re f");
+    for (const char* qpdfOptions : {"", "--encrypt '' owner 256 --"}) {
+        auto document = support::opened(support::rewritten(file.build(), qpdfOptions));
+        viewing::View view;
+        const auto first = [&] {
+            return support::decoded(pageImage(*document, view, 1, 10, {}).value_or("")).at(5, 5);
+        };
+        EXPECT_EQ(first(), red);
+        ASSERT_TRUE(pages::deletePages(*document, PageRun{1, 1}).has_value());
+        EXPECT_EQ(first(), (std::array<int, 4>{0, 255, 0, 255}));
+        EXPECT_TRUE(document->isModified()) << "rendering is no saving";
+    }
+}
+
+struct Refusal {
+    const char* name;
+    int page;
+    double dpi;
+    const char* entries;
+    ErrorCode code;
+};
+
+class RefusedRenderings : public testing::TestWithParam<Refusal> {};
+
+TEST_P(RefusedRenderings, AreErrors)
+{
+    auto document = support::opened(page(redHalf, GetParam().entries));
+    viewing::View view;
+    const auto bytes = pageImage(*document, view, GetParam().page, GetParam().dpi, {});
+    ASSERT_FALSE(bytes.has_value());
+    EXPECT_EQ(bytes.error().code, GetParam().code);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rendering, RefusedRenderings,
+    testing::Values(Refusal{"no_such_page", 2, 72, "", ErrorCode::BadPageList},
+                    Refusal{"page_zero", 0, 72, "", ErrorCode::BadPageList},
+                    Refusal{"no_resolution", 1, 0, "", ErrorCode::BadArgument},
+                    Refusal{"resolution_that_is_no_number", 1, NAN, "", ErrorCode::BadArgument},
+                    Refusal{"resolution_beyond_measure", 1, 1e300, "", ErrorCode::BadArgument},
+                    Refusal{"too_many_pixels", 1, 9600, "/MediaBox [0 0 14400 14400]",
+                            ErrorCode::OutOfMemory},
+                    Refusal{"hostile_unit", 1, 72, "/UserUnit 1000000", ErrorCode::OutOfMemory}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(Rendering, OptionsThatContradictEachOtherAreRefused)
+{
+    for (const int options : {0, 6, -1, 48, 49, 66, 97, 128, 129, INT_MAX}) {
+        EXPECT_FALSE(renderOptions(options).has_value()) << options;
+    }
+    viewing::View view;
+    auto document = support::opened(page(redHalf));
+    EXPECT_FALSE(thumbnail(*document, view, 1, 0, {}).has_value());
+    EXPECT_FALSE(thumbnail(*document, view, 1, INT_MAX, {}).has_value());
+}
+
+struct Marks {
+    const char* name;
+    const char* content;
+    double marked;
+    double coloured;
+};
+
+class PageMarks : public testing::TestWithParam<Marks> {};
+
+TEST_P(PageMarks, AreMeasured)
+{
+    auto document = support::opened(page(GetParam().content));
+    viewing::View view;
+    EXPECT_NEAR(markedPercentage(*document, view, 1).value(), GetParam().marked, 0.1);
+    EXPECT_NEAR(colouredPercentage(*document, view, 1).value(), GetParam().coloured, 0.1);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rendering, PageMarks,
+    testing::Values(Marks{"none", "", 0, 0}, Marks{"white", "1 g 0 0 100 50 re f", 0, 0},
+                    Marks{"red_half", "1 0 0 rg 0 0 50 50 re f", 50, 50},
+                    Marks{"grey_half", "0.5 g 0 0 50 50 re f", 50, 0},
+                    Marks{"grey_of_four_inks", "0 0 0 0.5 k 0 0 50 50 re f", 50, 0},
+                    Marks{"dot", "0 g 10 10 1 1 re f", 0.02, 0}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(Rendering, FindsBlankPagesAndLeavesOne)
+{
+    support::PagedDocument file(4);
+    for (const std::size_t index : {0U, 2U}) {
+        file.builder.setStream(file.pages[index] - 1, "q Q");
+    }
+    auto document = support::opened(file.build());
+    viewing::View view;
+    EXPECT_EQ(blankPages(*document, view, {1, 4}).value(), (std::vector<int>{1, 3}));
+    EXPECT_EQ(blankPages(*document, view, {2, 3}).value(), std::vector<int>{3});
+    EXPECT_EQ(blankPages(*document, view, {2, 4}).error().code, ErrorCode::BadPageList);
+    auto blank = Document::create().value();
+    viewing::View other;
+    EXPECT_TRUE(blankPages(*blank, other, {1, 1}).value().empty());
+}
+
+} // namespace
