@@ -15,20 +15,27 @@ QString rangeText(const PreferencesMap& preferences)
     return preferences.value(rangeKey).toString();
 }
 
+std::string shortened(const QString& range)
+{
+    constexpr int longest = 60;
+    return range.size() <= longest ? range.toStdString()
+                                   : range.left(longest).toStdString() + "...";
+}
+
 } // namespace
 
 Outcome check(const PreferencesMap& preferences)
 {
     const QString text = rangeText(preferences);
     if (!CActionUtils::ValidatePageRange(text, false)) {
-        return fail(Reason::BadPageRange, {}, "\"" + text.toStdString() + "\" is not a page range");
+        return fail(Reason::BadPageRange, {}, "\"" + shortened(text) + "\" is not a page range");
     }
     // Checking leaves spaces out, reading only ignores them around numbers: "3-1 5" would be fine
     // and take nothing.
     static const QRegularExpression splitNumber("\\d +\\d");
     if (text.contains(splitNumber)) {
         return fail(Reason::BadPageRange, {},
-                    "\"" + text.toStdString() + "\" has a space inside a number");
+                    "\"" + shortened(text) + "\" has a space inside a number");
     }
     // A number that is too large, or not written in ASCII digits, reads as page 0, the only page
     // that a document of no pages can yield.
@@ -36,7 +43,7 @@ Outcome check(const PreferencesMap& preferences)
     CActionUtils::GetPageList(text, 0, false, false, &unreadable);
     if (!unreadable.isEmpty()) {
         return fail(Reason::BadPageRange, {},
-                    "\"" + text.toStdString() +
+                    "\"" + shortened(text) +
                         "\" has a number that is no page number: they go from 1 to 2147483647");
     }
     return {};
@@ -58,9 +65,9 @@ int highestPageNamed(const PreferencesMap& preferences)
     return highest;
 }
 
-std::string range(const PreferencesMap& preferences)
+std::string shownRange(const PreferencesMap& preferences)
 {
-    return rangeText(preferences).toStdString();
+    return shortened(rangeText(preferences));
 }
 
 } // namespace vantora::deletepages

@@ -24,7 +24,7 @@ std::vector<int> pagesTaken(const PreferencesMap& preferences, int pageCount);
 /// The highest page that a checked range names.
 int highestPageNamed(const PreferencesMap& preferences);
 
-/// The range as it was given.
-std::string range(const PreferencesMap& preferences);
+/// The range as it was given, its end left away when it is too long for a message.
+std::string shownRange(const PreferencesMap& preferences);
 
 } // namespace vantora::deletepages

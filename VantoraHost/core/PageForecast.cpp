@@ -24,7 +24,7 @@ void takePages(const PreferencesMap& preferences, std::vector<int>& remaining,
     const std::vector<int> taken = deletepages::pagesTaken(preferences, static_cast<int>(count));
     const int highest = deletepages::highestPageNamed(preferences);
     if (highest > static_cast<int>(count)) {
-        forecast.warnings.push_back("the range " + deletepages::range(preferences) +
+        forecast.warnings.push_back("the range " + deletepages::shownRange(preferences) +
                                     " names pages up to " + std::to_string(highest) +
                                     ", but the document has " + countOf(count) +
                                     (taken.empty() ? "; none was taken out" : ""));
@@ -39,7 +39,7 @@ void takePages(const PreferencesMap& preferences, std::vector<int>& remaining,
     remaining.erase(std::remove(remaining.begin(), remaining.end(), -1), remaining.end());
     if (remaining.empty()) {
         remaining.push_back(blankPage);
-        forecast.warnings.push_back("the range " + deletepages::range(preferences) +
+        forecast.warnings.push_back("the range " + deletepages::shownRange(preferences) +
                                     " names every page; one blank page is left");
     }
 }

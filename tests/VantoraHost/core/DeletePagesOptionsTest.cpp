@@ -61,6 +61,14 @@ TEST(RangeOption, NamesTheHighestPageWhereverItStands)
     EXPECT_EQ(deletepages::highestPageNamed(withRange("3,")), 3);
 }
 
+TEST(RangeOption, IsCutInMessagesWhenItIsLong)
+{
+    const QString odd = QString("1,3,").repeated(100000) + "x";
+    EXPECT_EQ(deletepages::shownRange(withRange("1,3")), "1,3");
+    EXPECT_THAT(deletepages::shownRange(withRange(odd)), testing::EndsWith("1,3,..."));
+    EXPECT_LT(deletepages::check(withRange(odd)).error().sentence.size(), 200U);
+}
+
 TEST(RangeOption, NeverTakesPage0)
 {
     EXPECT_THAT(deletepages::pagesTaken(withRange("0,2"), 5), ElementsAre(2));
