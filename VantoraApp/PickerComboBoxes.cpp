@@ -74,6 +74,11 @@ void ShowList(QComboBox* combo, QStandardItemModel& model, int rowHeight)
     view->setColumnWidth(0, width);
     view->setFixedWidth(width);
     view->setFixedHeight(model.rowCount() * rowHeight);
+    // The list stands on white and light blue whatever the desktop's colours are.
+    QPalette palette = view->palette();
+    palette.setColor(QPalette::Text, Qt::black);
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+    view->setPalette(palette);
     view->setStyleSheet("QTableView {gridline-color: white; background-color: white; "
                         "selection-background-color: lightblue;}");
 }

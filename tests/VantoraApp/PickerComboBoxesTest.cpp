@@ -8,6 +8,7 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QTableView>
 
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -153,6 +154,30 @@ TEST_P(PickerGeometry, StaysWithALargeFont)
     GetParam().setup(&box);
     EXPECT_EQ(qobject_cast<QTableView*>(box.view())->rowHeight(0), GetParam().rowHeight);
     EXPECT_EQ(box.view()->maximumHeight(), GetParam().height);
+}
+
+TEST_P(PickerGeometry, IsReadableOnADarkDesktop)
+{
+    QPalette dark(Qt::white, Qt::black);
+    dark.setColor(QPalette::HighlightedText, Qt::white);
+    QComboBox box;
+    box.setPalette(dark);
+    GetParam().setup(&box);
+    box.show();
+    box.showPopup();
+    box.view()->setCurrentIndex(box.model()->index(1, 0));
+    EXPECT_EQ(box.view()->palette().color(QPalette::Text), QColor(Qt::black));
+    EXPECT_EQ(box.view()->palette().color(QPalette::HighlightedText), QColor(Qt::black));
+    const QImage list = box.view()->grab().toImage();
+    const int rowHeight = GetParam().rowHeight;
+    EXPECT_EQ(list.pixelColor(120, rowHeight / 2), QColor(Qt::white));
+    // The second row is selected; beside its swatch there is nothing lighter than its ground.
+    int lightest = 0;
+    for (int y = rowHeight + 2; y < 2 * rowHeight - 2; ++y)
+        for (int x = 24; x < 140; ++x)
+            lightest = std::max(lightest, qGray(list.pixel(x, y)));
+    EXPECT_NEAR(lightest, qGray(QColor("lightblue").rgb()), 10);
+    box.hidePopup();
 }
 
 constexpr int asByDefault = 10;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QtWidgets/QWidget>
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QVBoxLayout;
+
+/// Shows the pickers with their lists laid open, and what the other operations for options dialogs
+/// make of what is chosen.
+class GalleryWindow : public QWidget {
+public:
+    GalleryWindow();
+    ~GalleryWindow() override;
+
+private:
+    QGroupBox* CreateColors();
+    QGroupBox* CreateLines();
+    QGroupBox* CreateFonts();
+    QGroupBox* CreateTextIcon();
+    QGroupBox* CreateHelp();
+
+    void ShowColor();
+    void ShowDash();
+    void ShowText();
+
+    QComboBox* mColor;
+    QComboBox* mColorWithoutNone;
+    QLabel* mColorText;
+    QComboBox* mLineStyle;
+    QComboBox* mUnderlineStyle;
+    QComboBox* mLineWeight;
+    QLabel* mDashText;
+    QLineEdit* mText;
+    QLabel* mTextIcon;
+    QLabel* mTextHeight;
+};
