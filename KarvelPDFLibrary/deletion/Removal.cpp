@@ -108,13 +108,20 @@ void Removal::drop(const QPDFObjectHandle& object)
     }
 }
 
+const index::ReferenceIndex::PlainLink* Removal::plainLink(int object) const
+{
+    const index::ReferenceIndex* index = document_.index();
+    if (index == nullptr || document_.changes().objects().count(object) > 0 ||
+        document_.file().isEncrypted()) {
+        return nullptr;
+    }
+    return index->plainLink(static_cast<std::uint32_t>(object));
+}
+
 bool Removal::judgePlainLink(int object)
 {
     const index::ReferenceIndex* index = document_.index();
-    if (index == nullptr || changes().objects().count(object) > 0 || file().isEncrypted()) {
-        return false;
-    }
-    const auto* link = index->plainLink(static_cast<std::uint32_t>(object));
+    const auto* link = plainLink(object);
     if (link == nullptr) {
         return false;
     }
@@ -149,7 +156,7 @@ std::vector<QPDFObjectHandle> Removal::pageReferrers()
         for (const std::uint32_t referrer : referrers().of(page.object)) {
             const auto number = static_cast<int>(referrer);
             if (pages_.count(number) == 0 && dropped_.count(number) == 0 && !isTreeNode(number) &&
-                seen.insert(referrer).second) {
+                plainLink(number) == nullptr && seen.insert(referrer).second) {
                 found.push_back(file().getObject(referrers().idOf(referrer)));
             }
         }

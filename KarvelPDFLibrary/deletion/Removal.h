@@ -78,7 +78,7 @@ public:
     std::vector<QPDFObjectHandle> referrersOf(int object);
 
     /// The objects, not gone themselves, that refer to removed pages, each once. Page tree nodes
-    /// are left out.
+    /// and plain links are left out.
     std::vector<QPDFObjectHandle> pageReferrers();
 
     /// Goes upwards from the removed pages: calls `visit` with every object, not gone itself, that
@@ -119,6 +119,7 @@ private:
     void climb(std::vector<int> open, std::unordered_set<std::uint32_t> seen,
                const std::function<bool(QPDFObjectHandle)>& visit);
     bool isTreeNode(int object) const;
+    const index::ReferenceIndex::PlainLink* plainLink(int object) const;
     void unlist(QPDFObjectHandle holder);
 
     Document& document_;

@@ -12,6 +12,7 @@ void putReferencesRight(Document& document)
     Removal removal(document);
     // What goes with the pages first, then what leads to them, then what only they used.
     removeAnnotations(removal);
+    removeFormFields(removal);
     removeNamedDestinations(removal);
     removeActions(removal);
     removeOutlineEntries(removal);

@@ -10,6 +10,10 @@ namespace karvel::deletion {
 /// Annotations of removed pages, with their popups and the replies to them on other pages.
 void removeAnnotations(Removal& removal);
 
+/// Fields of the form that lost all their widgets, and what is left of a form without fields. To
+/// be called after removeAnnotations().
+void removeFormFields(Removal& removal);
+
 /// Named destinations that lead to removed pages, in the name tree and the old dictionary.
 void removeNamedDestinations(Removal& removal);
 

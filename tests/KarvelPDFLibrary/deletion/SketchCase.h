@@ -3,6 +3,8 @@
 #include "DeletionCase.h"
 #include "tests/support/Sketch.h"
 
+#include <gmock/gmock.h>
+
 /// A case of the deletion modules: a document, the pages that go (from the highest down), and what
 /// is to be found then.
 namespace support {

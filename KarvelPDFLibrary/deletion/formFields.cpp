@@ -1,0 +1,183 @@
+#include "KarvelPDFLibrary/deletion/ButtonStates.h"
+#include "KarvelPDFLibrary/deletion/PageAnnotations.h"
+#include "KarvelPDFLibrary/deletion/modules.h"
+
+#include <algorithm>
+
+namespace karvel::deletion {
+
+namespace {
+
+/// The fields that lose kids, from their widgets upwards.
+class FieldRemover {
+public:
+    explicit FieldRemover(Removal& removal) : removal_(removal), places_(removal) {}
+
+    void run()
+    {
+        const std::vector<QPDFObjGen> annotations = removal_.dropped();
+        for (const QPDFObjGen& annotation : annotations) {
+            leaveParents(removal_.file().getObject(annotation));
+        }
+        dropEmptyFields();
+        dropWidgetsWithoutPage();
+        for (const int number : touched_) {
+            const Field& field = fields_.at(number);
+            if (!removal_.isGone(field.object)) {
+                putButtonStatesRight(removal_, field.object);
+            }
+        }
+    }
+
+private:
+    struct Field {
+        QPDFObjectHandle object;
+        std::unordered_set<int> kids; // those that are left
+        bool hasDirectKids = false;
+        bool lostKid = false;
+    };
+
+    /// An object leaves the fields that have it as a kid.
+    void leaveParents(const QPDFObjectHandle& kid)
+    {
+        const int number = kid.getObjectID();
+        for (QPDFObjectHandle holder : removal_.referrersOf(number)) {
+            if (removal_.mayHave(holder, index::HasKids) && holder.isDictionary()) {
+                leave(holder, number);
+            } else if (removal_.mayBeArray(holder) && holder.isArray()) {
+                for (QPDFObjectHandle field : removal_.referrersOf(holder.getObjectID())) {
+                    if (removal_.mayHave(field, index::HasKids) && field.isDictionary()) {
+                        leave(field, number);
+                    }
+                }
+            }
+        }
+    }
+
+    void leave(const QPDFObjectHandle& parent, int kid)
+    {
+        const auto [entry, isNew] = fields_.try_emplace(parent.getObjectID());
+        Field& field = entry->second;
+        if (isNew) {
+            field = fieldOf(parent);
+        }
+        // The first kid that leaves is found missing already.
+        const bool leaves = field.kids.erase(kid) > 0 || (isNew && field.lostKid);
+        if (!leaves) {
+            return;
+        }
+        if (isNew || !field.lostKid) {
+            touched_.push_back(parent.getObjectID());
+        }
+        field.lostKid = true;
+        if (field.kids.empty() && !field.hasDirectKids) {
+            empty_.push_back(parent);
+        }
+    }
+
+    Field fieldOf(QPDFObjectHandle object)
+    {
+        Field field;
+        field.object = object;
+        QPDFObjectHandle kids = object.getKey("/Kids");
+        if (!kids.isArray()) {
+            return field;
+        }
+        for (QPDFObjectHandle kid : kids.getArrayAsVector()) {
+            if (removal_.isGone(kid)) {
+                field.lostKid = true;
+            } else if (kid.isIndirect()) {
+                field.kids.insert(kid.getObjectID());
+            } else {
+                field.hasDirectKids = field.hasDirectKids || kid.isDictionary();
+            }
+        }
+        return field;
+    }
+
+    void dropEmptyFields()
+    {
+        while (!empty_.empty()) {
+            QPDFObjectHandle field = empty_.back();
+            empty_.pop_back();
+            if (!removal_.isGone(field)) {
+                removal_.drop(field);
+                leaveParents(field);
+            }
+        }
+    }
+
+    /// A field that lost widgets, and whose other widgets are on no page, goes too: it can't be
+    /// seen anywhere any more.
+    void dropWidgetsWithoutPage()
+    {
+        const std::vector<int> touched = touched_;
+        for (const int number : touched) {
+            const Field& field = fields_.at(number);
+            if (removal_.isGone(field.object) || field.hasDirectKids) {
+                continue;
+            }
+            std::vector<QPDFObjectHandle> kids =
+                QPDFObjectHandle(field.object).getKey("/Kids").getArrayAsVector();
+            kids.erase(std::remove_if(kids.begin(), kids.end(),
+                                      [this](auto& kid) { return removal_.isGone(kid); }),
+                       kids.end());
+            if (std::none_of(kids.begin(), kids.end(),
+                             [this](auto& kid) { return isFieldOrPlaced(kid); })) {
+                for (const QPDFObjectHandle& kid : kids) {
+                    removal_.drop(kid);
+                }
+                empty_.push_back(field.object);
+            }
+        }
+        dropEmptyFields();
+    }
+
+    bool isFieldOrPlaced(QPDFObjectHandle kid)
+    {
+        return kid.isDictionary() && (kid.hasKey("/T") || kid.hasKey("/Kids") ||
+                                      removal_.isRemainingPage(kid.getKey("/P")) ||
+                                      !places_.remainingPageOf(kid).isNull());
+    }
+
+    Removal& removal_;
+    PageAnnotations places_;
+    std::unordered_map<int, Field> fields_; // by number
+    std::vector<int> touched_;              // those that lost kids
+    std::vector<QPDFObjectHandle> empty_;
+};
+
+/// Whether an array had items and all of them are gone.
+bool isLost(Removal& removal, QPDFObjectHandle array)
+{
+    if (!array.isArray() || array.getArrayNItems() == 0) {
+        return false;
+    }
+    const std::vector<QPDFObjectHandle> items = array.getArrayAsVector();
+    return std::all_of(items.begin(), items.end(),
+                       [&](const QPDFObjectHandle& item) { return removal.isGone(item); });
+}
+
+} // namespace
+
+void removeFormFields(Removal& removal)
+{
+    QPDFObjectHandle form = removal.catalog().getKey("/AcroForm");
+    if (!form.isDictionary()) {
+        return;
+    }
+    FieldRemover(removal).run();
+    const bool hasXfa = form.hasKey("/XFA");
+    if (hasXfa) {
+        removal.warn("the form's XFA data was left as it is and may hold content of removed pages");
+    }
+    if (isLost(removal, form.getKey("/Fields")) && !hasXfa) {
+        removal.changes().edit(removal.catalog()).removeKey("/AcroForm");
+        removal.drop(form);
+    } else if (isLost(removal, form.getKey("/CO"))) {
+        removal.changes().edit(form.isIndirect() ? form : removal.catalog());
+        form.removeKey("/CO");
+    }
+}
+
+} // namespace karvel::deletion

@@ -1,0 +1,243 @@
+#include "SketchCase.h"
+
+namespace {
+
+using support::SketchCase;
+
+const std::string widget = "<< /Type /Annot /Subtype /Widget /Rect [0 0 9 9] ";
+const std::string field = widget + "/FT /Tx ";
+
+/// Appearances with a state besides being off.
+std::string shows(const std::string& state)
+{
+    return "/AP << /N << /" + state + " @look /Off @look >> >> ";
+}
+const std::pair<std::string, std::string> look = {"look",
+                                                  "/Type /XObject /Subtype /Form /BBox [0 0 1 1]|"};
+
+class FormFields : public support::DeletedFrom {};
+
+TEST_P(FormFields, LoseTheirWidgetsOnRemovedPages)
+{
+    support::expectFound(GetParam());
+}
+
+const SketchCase cases[] = {
+    {"field_that_is_its_own_widget",
+     {{"/Annots [@one]", "/Annots [@two]"},
+      "/AcroForm << /Fields [@one @two] /DA (/Helv 9 Tf) /DR << /Font << >> >> /CO [@one @two] >>",
+      {{"one", field + "/T (SECRET-NAME) /V (SECRET-VALUE) /P @p1 >>"},
+       {"two", field + "/T (Kept) /V (Kept) /P @p2 >>"}}},
+     {1},
+     {{"Root/AcroForm/Fields", "array 1"},
+      {"Root/AcroForm/Fields/0/T", "(Kept)"},
+      {"Root/AcroForm/CO", "array 1"},
+      {"Root/AcroForm/DA", "(/Helv 9 Tf)"},
+      {"Root/AcroForm/DR", "dictionary"},
+      {"p1/Annots/0/V", "(Kept)"}},
+     {"SECRET"}},
+    {"field_with_widgets_on_several_pages",
+     {{"/Annots [@w1]", "/Annots [@w2 @w3]"},
+      "/AcroForm << /Fields [@field] >>",
+      {{"field", "<< /FT /Tx /T (Kept) /V (Value) /Kids [@w1 @w2 @w3] >>"},
+       {"w1", widget + "/Parent @field /MK << /CA (SECRET) >> >>"},
+       {"w2", widget + "/Parent @field >>"},
+       {"w3", widget + "/Parent @field >>"}}},
+     {1},
+     {{"Root/AcroForm/Fields/0/Kids", "array 2"}, {"Root/AcroForm/Fields/0/V", "(Value)"}},
+     {"SECRET"}},
+    {"parents_that_become_empty",
+     {{"/Annots [@w1 @w2]", "/Annots [@other]"},
+      "/AcroForm << /Fields @fields /CO [@leaf] >>",
+      {{"fields", "[@top @other]"},
+       {"top", "<< /T (SECRET-TOP) /Kids [@middle] >>"},
+       {"middle", "<< /T (SECRET-MIDDLE) /Parent @top /Kids @kids >>"},
+       {"kids", "[@leaf]"},
+       {"leaf", "<< /T (SECRET-LEAF) /FT /Tx /V (SECRET-VALUE) /Parent @middle /Kids [@w1 @w2] >>"},
+       {"w1", widget + "/Parent @leaf >>"},
+       {"w2", widget + "/Parent @leaf >>"},
+       {"other", field + "/T (Kept) >>"}}},
+     {1},
+     {{"Root/AcroForm/Fields", "array 1"},
+      {"Root/AcroForm/Fields/0/T", "(Kept)"},
+      {"Root/AcroForm/CO", "nothing"}},
+     {"SECRET"}},
+    {"parent_with_a_field_that_stays",
+     {{"/Annots [@one]", "/Annots [@two]"},
+      "/AcroForm << /Fields [@top] >>",
+      {{"top", "<< /T (Top) /Kids [@one @two] >>"},
+       {"one", field + "/T (SECRET) /Parent @top >>"},
+       {"two", field + "/T (Kept) /Parent @top >>"}}},
+     {1},
+     {{"Root/AcroForm/Fields/0/Kids", "array 1"}, {"Root/AcroForm/Fields/0/Kids/0/T", "(Kept)"}},
+     {"SECRET"}},
+    {"parents_of_one_another",
+     {{"/Annots [@one]", ""},
+      "/AcroForm << /Fields [@top] >>",
+      {{"top", "<< /T (Top) /Parent @middle /Kids [@middle] >>"},
+       {"middle", "<< /T (Middle) /Parent @top /Kids [@top @one] >>"},
+       {"one", field + "/T (SECRET) /Parent @middle >>"}}},
+     {1},
+     {{"Root/AcroForm/Fields/0/Kids/0/Kids", "array 1"}},
+     {"SECRET"}},
+    {"form_without_fields",
+     {{"/Annots [@one]", ""},
+      "/AcroForm @form",
+      {{"form", "<< /Fields [@one] /DA (SECRET-DA) >>"}, {"one", field + "/T (SECRET) >>"}}},
+     {1},
+     {{"Root/AcroForm", "nothing"}},
+     {"SECRET"}},
+    {"form_that_had_no_fields_before",
+     {{"", ""}, "/AcroForm << /Fields [] /DA (Kept) >>", {}},
+     {1},
+     {{"Root/AcroForm/DA", "(Kept)"}}},
+    {"field_that_never_had_a_widget",
+     {{"/Annots [@one]", ""},
+      "/AcroForm << /Fields [@one @hidden] >>",
+      {{"one", field + "/T (SECRET) >>"}, {"hidden", "<< /FT /Tx /T (Hidden) /V (Kept) >>"}}},
+     {1},
+     {{"Root/AcroForm/Fields", "array 1"}, {"Root/AcroForm/Fields/0/V", "(Kept)"}},
+     {"SECRET"}},
+    {"widgets_that_are_left_are_on_no_page",
+     {{"/Annots [@w1]", "/Annots [@other]"},
+      "/AcroForm << /Fields [@field @other] >>",
+      {{"field", "<< /FT /Tx /T (SECRET) /V (SECRET-VALUE) /Kids [@w1 @w2] >>"},
+       {"w1", widget + "/Parent @field >>"},
+       {"w2", widget + "/Parent @field >>"},
+       {"other", field + "/T (Kept) >>"}}},
+     {1},
+     {{"Root/AcroForm/Fields", "array 1"}},
+     {"SECRET"}},
+    {"field_that_a_page_lists_itself",
+     {{"/Annots [@field @w1]", "/Annots [@w2]"},
+      "/AcroForm << /Fields [@field] >>",
+      {{"field", widget + "/P @p1 /MK << /CA (SECRET) >> /FT /Tx /T (Kept) /Kids [@w1 @w2] >>"},
+       {"w1", widget + "/Parent @field >>"},
+       {"w2", widget + "/Parent @field >>"}}},
+     {1},
+     {{"Root/AcroForm/Fields/0/T", "(Kept)"},
+      {"Root/AcroForm/Fields/0/Kids", "array 1"},
+      {"Root/AcroForm/Fields/0/Subtype", "nothing"}},
+     {"SECRET"}},
+    {"chosen_radio_button_goes",
+     {{"/Annots [@w1]", "/Annots [@w2 @w3]"},
+      "/AcroForm << /Fields [@field] >>",
+      {{"field", "<< /FT /Btn /Ff 49152 /T (Choice) /V /SECRET /DV /SECRET /Kids [@w1 @w2 @w3] >>"},
+       {"w1", widget + "/Parent @field /AS /SECRET " + shows("SECRET") + ">>"},
+       {"w2", widget + "/Parent @field /AS /Off " + shows("Second") + ">>"},
+       {"w3", widget + "/Parent @field /AS /Off " + shows("Third") + ">>"},
+       look}},
+     {1},
+     {{"Root/AcroForm/Fields/0/V", "/Off"}, {"Root/AcroForm/Fields/0/DV", "nothing"}},
+     {"SECRET"}},
+    {"chosen_radio_button_stays",
+     {{"/Annots [@w1]", "/Annots [@w2]"},
+      "/AcroForm << /Fields [@top] >>",
+      {{"top", "<< /FT /Btn /T (Top) /Kids [@field] >>"},
+       {"field", "<< /T (Choice) /V /Second /Parent @top /Kids [@w1 @w2] >>"},
+       {"w1", widget + "/Parent @field /AS /Off " + shows("SECRET") + ">>"},
+       {"w2", widget + "/Parent @field /AS /Second " + shows("Second") + ">>"},
+       look}},
+     {1},
+     {{"Root/AcroForm/Fields/0/Kids/0/V", "/Second"},
+      {"Root/AcroForm/Fields/0/Kids/0/Kids", "array 1"}},
+     {"SECRET"}},
+    {"state_that_another_widget_has_too",
+     {{"/Annots [@w1]", "/Annots [@w2]"},
+      "/AcroForm << /Fields [@field] >>",
+      {{"field", "<< /FT /Btn /T (Box) /V /Yes /Kids [@w1 @w2] >>"},
+       {"w1", widget + "/Parent @field /AS /Yes " + shows("Yes") + ">>"},
+       {"w2", widget + "/Parent @field /AS /Yes " + shows("Yes") + ">>"},
+       look}},
+     {1},
+     {{"Root/AcroForm/Fields/0/V", "/Yes"}}},
+    {"export_values_by_number",
+     {{"/Annots [@w1]", "/Annots [@w2]", "/Annots [@w3]"},
+      "/AcroForm << /Fields [@field] >>",
+      {{"field", "<< /FT /Btn /Ff 49152 /T (Choice) /V /2 /DV /1 /Kids [@w1 @w2 @w3] "
+                 "/Opt [(SECRET) (Second) (Third)] >>"},
+       {"w1", widget + "/Parent @field /AS /Off " + shows("0") + ">>"},
+       {"w2", widget + "/Parent @field /AS /Off " + shows("1") + ">>"},
+       {"w3", widget + "/Parent @field /AS /2 /AP @ap >>"},
+       {"ap", "<< /N @states /D @states >>"},
+       {"states", "<< /2 @look /Off @look >>"},
+       look}},
+     {1},
+     {{"Root/AcroForm/Fields/0/V", "/1"},
+      {"Root/AcroForm/Fields/0/DV", "/0"},
+      {"Root/AcroForm/Fields/0/Opt", "array 2"},
+      {"Root/AcroForm/Fields/0/Opt/0", "(Second)"},
+      {"p1/Annots/0/AP/N/0", "stream"},
+      {"p1/Annots/0/AP/N/1", "nothing"},
+      {"p2/Annots/0/AS", "/1"},
+      {"p2/Annots/0/AP/N/1", "stream"},
+      {"p2/Annots/0/AP/D/1", "stream"},
+      {"p2/Annots/0/AP/N/2", "nothing"}},
+     {"SECRET"}},
+    {"export_values_by_name",
+     {{"/Annots [@w1]", "/Annots [@w2]"},
+      "/AcroForm << /Fields [@field] >>",
+      {{"field", "<< /FT /Btn /T (Choice) /V /B /Kids [@w1 @w2] /Opt [(SECRET) (Second)] >>"},
+       {"w1", widget + "/Parent @field /AS /Off " + shows("A") + ">>"},
+       {"w2", widget + "/Parent @field /AS /B " + shows("B") + ">>"},
+       look}},
+     {1},
+     {{"Root/AcroForm/Fields/0/V", "/B"},
+      {"Root/AcroForm/Fields/0/Opt", "array 1"},
+      {"p1/Annots/0/AP/N/B", "stream"}},
+     {"SECRET"}},
+    {"list_of_choices_is_no_list_of_states",
+     {{"/Annots [@w1]", "/Annots [@w2]"},
+      "/AcroForm << /Fields [@field] >>",
+      {{"field", "<< /FT /Ch /T (Choice) /V (One) /Kids [@w1 @w2] /Opt [(One) (Two)] >>"},
+       {"w1", widget + "/Parent @field >>"},
+       {"w2", widget + "/Parent @field >>"}}},
+     {1},
+     {{"Root/AcroForm/Fields/0/Opt", "array 2"}}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Deletion, FormFields, testing::ValuesIn(cases),
+                         [](const auto& info) { return info.param.name; });
+
+TEST(FormFields, KeepAnEmptyFormThatHasXfaAndSaySo)
+{
+    const support::Sketch sketch = {{"/Annots [@one]", ""},
+                                    "/AcroForm << /Fields [@one] /XFA @xfa >>",
+                                    {{"one", field + "/T (SECRET) >>"}, {"xfa", "|<xdp/>"}}};
+    auto document = support::opened(sketch.built());
+    ASSERT_TRUE(karvel::pages::deletePages(*document, {1, 1}).has_value());
+    const std::string saved = support::savedIn(*document, karvel::saving::Way::CopyUnchanged);
+    EXPECT_EQ(support::valueAt(saved, "Root/AcroForm/XFA"), "stream");
+    EXPECT_EQ(support::everythingIn(saved).find("SECRET"), std::string::npos);
+    EXPECT_THAT(document->warnings(), testing::ElementsAre(testing::HasSubstr("XFA")));
+}
+
+/// A chain of fields, each the only kid of the one above, with a widget at its end.
+TEST(FormFields, GoAtAnyDepth)
+{
+    constexpr int depth = 20000;
+    support::PagedDocument file(2);
+    auto& builder = file.builder;
+    std::vector<int> fields;
+    for (int i = 0; i <= depth; ++i) {
+        fields.push_back(builder.reserve());
+    }
+    for (int i = 0; i < depth; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        builder.set(fields[at], "<< /T (SECRET) /Kids [" +
+                                    support::PdfBuilder::reference(fields[at + 1]) + "] >>");
+    }
+    const std::string last = support::PdfBuilder::reference(fields.back());
+    builder.set(fields.back(),
+                field + "/Parent " + support::PdfBuilder::reference(fields[depth - 1]) + " >>");
+    builder.set(file.pages[0], "<< /Type /Page /MediaBox [0 0 9 9] /Parent " +
+                                   support::PdfBuilder::reference(file.root) + " /Annots [" + last +
+                                   "] >>");
+    file.catalogEntries =
+        "/AcroForm << /Fields [" + support::PdfBuilder::reference(fields[0]) + "] >>";
+    const std::string saved = support::withoutPages(file.build(), {1});
+    EXPECT_EQ(support::everythingIn(saved).find("SECRET"), std::string::npos);
+    EXPECT_EQ(support::valueAt(saved, "Root/AcroForm"), "nothing");
+}
+
+} // namespace
