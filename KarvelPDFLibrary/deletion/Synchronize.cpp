@@ -13,6 +13,7 @@ void putReferencesRight(Document& document)
     // What goes with the pages first, then what leads to them, then what only they used.
     removeAnnotations(removal);
     removeFormFields(removal);
+    removeSignatures(removal);
     removeNamedDestinations(removal);
     removeActions(removal);
     removeOutlineEntries(removal);

@@ -14,6 +14,10 @@ void removeAnnotations(Removal& removal);
 /// be called after removeAnnotations().
 void removeFormFields(Removal& removal);
 
+/// Signatures, which no longer hold in a document that lost pages, with all that claims that they
+/// do; each with a warning that names its field. To be called after removeFormFields().
+void removeSignatures(Removal& removal);
+
 /// Named destinations that lead to removed pages, in the name tree and the old dictionary.
 void removeNamedDestinations(Removal& removal);
 
