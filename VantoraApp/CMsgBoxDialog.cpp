@@ -104,9 +104,12 @@ void CMsgBoxDialog::ShowButtons(const QString& button1, const QString& button2,
 }
 
 // A text that has no room makes the panel higher, and the box with it, around the same centre. The
-// screen is the limit.
+// screen is the limit. The title's height is meant for 96 dots per inch.
 void CMsgBoxDialog::GrowToContent()
 {
+    mForm.titleLabel->ensurePolished();
+    if (mForm.titleLabel->fontMetrics().height() > mForm.titleLabel->maximumHeight())
+        mForm.titleLabel->setMaximumHeight(mForm.titleLabel->sizeHint().height());
     QLayout* panel = mForm.mainDlg_frame->layout();
     const QSize least = mForm.mainDlg_frame->minimumSize();
     const QSize most = AvailableArea().size() - QSize(2, 2);

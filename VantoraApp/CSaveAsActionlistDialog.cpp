@@ -12,7 +12,7 @@ CSaveAsActionlistDialog::CSaveAsActionlistDialog(QWidget* parent, Qt::WindowFlag
 {
     mForm.setupUi(this);
     TitleLabel()->setText(windowTitle());
-    GrowToTexts(mForm.main_widget);
+    FitToTexts(mForm.main_widget);
     VDaddMainWidget(mForm.main_widget, true);
 
     while (mForm.categoryComboBox->count() > 0)

@@ -36,7 +36,7 @@ CSaveAsCollectionDialog::CSaveAsCollectionDialog(QWidget* parent, Qt::WindowFlag
 {
     mForm.setupUi(this);
     TitleLabel()->setText(windowTitle());
-    GrowToTexts(mForm.main_widget);
+    FitToTexts(mForm.main_widget);
     VDaddMainWidget(mForm.main_widget, true);
     if (height() <= leastHeight)
         setFixedHeight(leastHeight);

@@ -3,6 +3,7 @@
 #include "VantoraApp/CUtils.h"
 #include "VantoraApp/CVantoraDialogStyle.h"
 #include "VantoraApp/CVantoraHeaderButton.h"
+#include "VantoraApp/FormFitting.h"
 #include "VantoraApp/HostSetting.h"
 #include "VantoraApp/ProductTitle.h"
 
@@ -15,7 +16,6 @@
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
@@ -28,36 +28,6 @@ constexpr int borderWidth = 9;
 QString Resource(const char* name)
 {
     return QLatin1String(":/Vantora/Resources/") + QLatin1String(name);
-}
-
-/// Gives the children of a widget their places although it isn't shown yet.
-void LayOut(QWidget* widget)
-{
-    if (widget->layout() == nullptr)
-        return;
-    widget->layout()->activate();
-    widget->layout()->setGeometry(widget->contentsRect());
-    for (QWidget* child : widget->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
-        LayOut(child);
-}
-
-/// Shows the text of a button whole: by its width, or in a smaller font where the form bounds that.
-void FitButton(QPushButton* button)
-{
-    const int wanted = button->sizeHint().width();
-    if (wanted <= button->maximumWidth()) {
-        // A least width that a form gives does away with the one that the text needs.
-        button->setMinimumWidth(qMax(button->minimumWidth(), wanted));
-        return;
-    }
-    constexpr int border = 12;
-    const int room = button->maximumWidth() - border;
-    const int width = button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width();
-    if (width <= room)
-        return;
-    QFont font = button->font();
-    font.setPixelSize(qMax(1, button->fontInfo().pixelSize() * room / width));
-    button->setFont(font);
 }
 
 } // namespace
@@ -182,6 +152,7 @@ void CVantoraDialog::CreateHeader()
 
     mMainVerticalLayout->addWidget(mHeaderWidget);
     FitHeaderFont();
+    AlignTitle();
 }
 
 void CVantoraDialog::CreateContent()
@@ -208,11 +179,23 @@ void CVantoraDialog::FitHeaderFont()
     mTitleLabel->setFont(fitting);
 }
 
+// The title stands beside the prefix, whatever direction its own text has.
+void CVantoraDialog::AlignTitle()
+{
+    const bool fromRight = layoutDirection() == Qt::RightToLeft;
+    mTitleLabel->setAlignment((fromRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+                              Qt::AlignVCenter);
+}
+
 void CVantoraDialog::changeEvent(QEvent* event)
 {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::FontChange && mTitleLabel != nullptr)
+    if (mTitleLabel == nullptr)
+        return;
+    if (event->type() == QEvent::FontChange)
         FitHeaderFont();
+    else if (event->type() == QEvent::LayoutDirectionChange)
+        AlignTitle();
 }
 
 QRect CVantoraDialog::ReferenceArea() const
@@ -243,35 +226,11 @@ void CVantoraDialog::VDaddMainWidget(QWidget* widget, bool fixedSize)
     mFramelessHandler.setWidgetResizable(!fixedSize);
 }
 
-void CVantoraDialog::GrowToTexts(QWidget* widget)
+void CVantoraDialog::FitToTexts(QWidget* widget)
 {
     widget->setParent(mContentWidget); // where the style sheets reach it
-    widget->ensurePolished();
-    for (QPushButton* button : widget->findChildren<QPushButton*>())
-        FitButton(button);
-    QLayout* layout = widget->layout();
-    const auto growToMinimum = [this, widget, layout] {
-        layout->activate();
-        // A fixed width includes the frame's border.
-        const QMargins border = mMainFrame->contentsMargins();
-        const QSize least = layout->totalMinimumSize() + QSize(border.left() + border.right(), 0);
-        widget->resize(widget->size().expandedTo(least));
-    };
-    growToMinimum();
-
-    // How high a label with several lines must be depends on its width, which the layouts' minimum
-    // does not take into account.
-    LayOut(widget);
-    QList<QLabel*> wrapped;
-    for (QLabel* label : widget->findChildren<QLabel*>()) {
-        if (label->wordWrap() && label->minimumHeight() == 0)
-            wrapped << label;
-    }
-    for (QLabel* label : wrapped)
-        label->setMinimumHeight(label->heightForWidth(label->width()));
-    growToMinimum();
-    for (QLabel* label : wrapped)
-        label->setMinimumHeight(0);
+    const QMargins frame = mMainFrame->contentsMargins();
+    FitFormToTexts(widget, frame.left() + frame.right());
 }
 
 CVantoraHeaderButton* CVantoraDialog::CreateHeaderButton(const char* name, const char* image,

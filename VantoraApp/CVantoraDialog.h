@@ -48,9 +48,10 @@ protected:
     QWidget* PreviewHost() const { return mPreviewHost; }
     QLabel* TitleLabel() const { return mTitleLabel; }
 
-    /// Takes the widget of a form over and makes it larger where its texts need more room than the
-    /// form gives them, as with large fonts. To be called before VDaddMainWidget.
-    void GrowToTexts(QWidget* widget);
+    /// Takes the widget of a form over and fits it to its texts: makes it larger where they need
+    /// more room than the form gives them, as with large fonts, and writes them in black, since the
+    /// form is white. To be called before VDaddMainWidget.
+    void FitToTexts(QWidget* widget);
 
 private:
     QFrame* CreateFrame(const char* name, const char* styleSheet, int row, int column);
@@ -63,6 +64,7 @@ private:
     CVantoraHeaderButton* CreateHeaderButton(const char* name, const char* image,
                                              const char* disabledImage, int iconSize);
     void FitHeaderFont();
+    void AlignTitle();
     QRect ReferenceArea() const;
 
     CFramelessHandler mFramelessHandler;

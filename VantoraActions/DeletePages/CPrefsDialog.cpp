@@ -30,7 +30,7 @@ CPrefsDialog::CPrefsDialog(QWidget* parent, Qt::WindowFlags /*flags*/)
 {
     mForm.setupUi(this);
     TitleLabel()->setText(windowTitle());
-    GrowToTexts(mForm.main_widget);
+    FitToTexts(mForm.main_widget);
     VDaddMainWidget(mForm.main_widget, false);
     VDaddTopButtons();
     VDaddCloseButton();

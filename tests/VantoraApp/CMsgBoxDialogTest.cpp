@@ -1,6 +1,7 @@
 #include "VantoraApp/CMsgBoxDialog.h"
 #include "tests/support/FakeOpenGL.h"
 #include "tests/support/ModalDialogs.h"
+#include "tests/support/ShownTexts.h"
 
 #include <QtGui/QScreen>
 #include <QtTest/QTest>
@@ -236,6 +237,25 @@ TEST_F(CMsgBoxDialogTest, FindsRoomForLongButtonTexts)
     });
     CMsgBoxDialog::error("Sorrelin", "", "Replace all of the files", "Leave the files as they are",
                          "Ask for each");
+}
+
+TEST_F(CMsgBoxDialogTest, ShowsAllOfItsTexts)
+{
+    const QFont before = QApplication::font();
+    for (const int points : shownFontSizes()) {
+        QFont font = before;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        look(
+            [](CMsgBoxDialog& box) {
+                auto& title = child<QLabel>(box, "titleLabel");
+                EXPECT_GE(title.height(), title.fontMetrics().height());
+                title.clear(); // its padding may be cut
+                EXPECT_EQ(cutTexts(box), QStringList()) << cutTexts(box).join(' ').toStdString();
+            },
+            "The page range is invalid. Please enter a valid page range and try again.");
+    }
+    QApplication::setFont(before);
 }
 
 TEST_F(CMsgBoxDialogTest, HasOneCallForEachType)

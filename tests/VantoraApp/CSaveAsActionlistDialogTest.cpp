@@ -270,7 +270,7 @@ TEST_F(SaveAsActionlist, HasAFixedSizeATitleAndNoHeaderButtons)
 TEST_F(SaveAsActionlist, ShowsAllOfItsTexts)
 {
     const QFont before = QApplication::font();
-    for (const int points : {before.pointSize(), 20}) {
+    for (const int points : shownFontSizes()) {
         QFont font = before;
         font.setPointSize(points);
         QApplication::setFont(font);

@@ -243,10 +243,10 @@ TEST_F(SaveAsCollection, ClosesWhenNoFileIsChosen)
     EXPECT_EQ(QDir(home.home()).entryList(QDir::Files), QStringList());
 }
 
-TEST_F(SaveAsCollection, HasAFixedSizeThatShowsAllTexts)
+TEST_F(SaveAsCollection, ShowsAllOfItsTextsInItsFixedSize)
 {
     const QFont before = QApplication::font();
-    for (const int points : {6, before.pointSize(), 20}) {
+    for (const int points : shownFontSizes()) {
         QFont font = before;
         font.setPointSize(points);
         QApplication::setFont(font);
@@ -256,7 +256,7 @@ TEST_F(SaveAsCollection, HasAFixedSizeThatShowsAllTexts)
             shown.show();
             EXPECT_EQ(shown.findChild<QLabel*>("VDtitleLabel")->text(), "Add To Favorites");
             EXPECT_EQ(shown.minimumSize(), shown.maximumSize());
-            EXPECT_EQ(shown.height() > 236, points > 6) << shown.height();
+            EXPECT_GE(shown.height(), 236);
             EXPECT_EQ(cutTexts(shown), QStringList()) << cutTexts(shown).join(' ').toStdString();
         }
     }

@@ -24,6 +24,7 @@ class Dialog : public CVantoraDialog {
 public:
     explicit Dialog(QWidget* parent = nullptr) : CVantoraDialog(parent, true) {}
 
+    using CVantoraDialog::FitToTexts;
     using CVantoraDialog::PreviewHost;
     using CVantoraDialog::TitleLabel;
 
@@ -344,6 +345,39 @@ TEST_F(CVantoraDialogTest, IsRejectedByItsCloseButtonAndByEscape)
         OnModal<Dialog> run(row.end);
         EXPECT_EQ(dialog.exec(), row.result) << row.name;
     }
+}
+
+TEST_F(CVantoraDialogTest, WritesInBlackOnTheWhiteOfAForm)
+{
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::WindowText, Qt::white);
+    QApplication::setPalette(dark);
+    Dialog dialog;
+    auto* form = new QWidget;
+    form->setObjectName("main_widget");
+    auto* layout = new QHBoxLayout(form);
+    auto* label = new QLabel("text");
+    layout->addWidget(label);
+    dialog.FitToTexts(form);
+    dialog.VDaddMainWidget(form, false);
+    dialog.show();
+    EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(Qt::black));
+    QApplication::setPalette(before);
+}
+
+TEST_F(CVantoraDialogTest, HasItsTitleBesideThePrefixInBothDirections)
+{
+    Dialog dialog;
+    dialog.addContent({400, 300}, false);
+    dialog.TitleLabel()->setText("Title");
+    EXPECT_TRUE(dialog.TitleLabel()->alignment() & Qt::AlignLeft);
+    dialog.setLayoutDirection(Qt::RightToLeft);
+    EXPECT_TRUE(dialog.TitleLabel()->alignment() & Qt::AlignRight);
+    EXPECT_TRUE(dialog.TitleLabel()->alignment() & Qt::AlignAbsolute);
+    dialog.show();
+    EXPECT_LT(dialog.TitleLabel()->geometry().right(),
+              dialog.child("VDPrefixLabel").geometry().left());
 }
 
 TEST_F(CVantoraDialogTest, ShowsLargeFontsWholeInItsHeader)

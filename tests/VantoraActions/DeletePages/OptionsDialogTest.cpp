@@ -356,7 +356,7 @@ TEST_F(OptionsDialog, IsUsedByTheKeyboardAlone)
 TEST_F(OptionsDialog, ShowsAllOfItsTextsInAnyFontAndDirection)
 {
     const QFont before = QApplication::font();
-    for (const int points : {before.pointSize(), 20}) {
+    for (const int points : shownFontSizes()) {
         for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
             QFont font = before;
             font.setPointSize(points);
