@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 
+#include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/index/FileText.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 
@@ -534,14 +535,10 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
     if (!count.isInteger() || !first.isInteger() || first.getIntValue() < 0) {
         notFit(number, "its header is wrong");
     }
-    const std::shared_ptr<Buffer> data = stream.getStreamData(qpdf_dl_specialized);
-    decodedBytes_ += data->getSize();
-    if (decodedBytes_ > mostDecodedBytes) {
-        throw NotFit{"too much data in object streams"};
-    }
-    // Members end without a word; the scanner wants to see one.
-    std::string text(reinterpret_cast<const char*>(data->getBuffer()), data->getSize());
-    text += " endobj ";
+    std::string text = boundedData(stream, mostDecodedBytes - decodedBytes_);
+    const std::size_t length = text.size();
+    decodedBytes_ += length;
+    text += " endobj "; // members end without a word; the scanner wants to see one
 
     ObjectStreamMembers members;
     members.object = number;
@@ -555,7 +552,7 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
         at = skipSpace(text, at);
         good = good && readUnsigned(text, at, offset);
         const std::uint64_t start = members.first + offset;
-        if (!good || start > data->getSize()) {
+        if (!good || start > length) {
             notFit(number, "its header is wrong");
         }
         // An entry that the table overrides is not the object's present value.

@@ -1,10 +1,12 @@
 #include "KarvelPDFLibrary/saving/VerbatimWriter.h"
 
+#include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/saving/CrossReferences.h"
 #include "KarvelPDFLibrary/saving/Liveness.h"
 #include "KarvelPDFLibrary/saving/ObjectText.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <nettle/md5.h>
 #include <random>
 
@@ -164,8 +166,8 @@ std::string Writer::changedText(std::uint32_t number, const Cipher* cipher)
 std::string Writer::objectStream(const index::ObjectStreamMembers& stream)
 {
     QPDFObjectHandle old = document_.file().getObject(static_cast<int>(stream.object), 0);
-    const std::shared_ptr<Buffer> data = old.getStreamData(qpdf_dl_specialized);
-    const char* text = reinterpret_cast<const char*>(data->getBuffer());
+    // The index has decoded it before, so that it is known to be of a reasonable size.
+    const std::string text = index::boundedData(old, SIZE_MAX);
     std::string header;
     std::string body;
     std::uint32_t count = 0;
@@ -176,7 +178,7 @@ std::string Writer::objectStream(const index::ObjectStreamMembers& stream)
         header += std::to_string(member) + " " + std::to_string(body.size()) + " ";
         if (isUnchanged(member)) {
             const IndexedObject& object = index_.object(member);
-            body.append(text + object.start, object.end - object.start);
+            body.append(text, object.start, object.end - object.start);
         } else {
             // Strings in an object stream are enciphered with the stream, not by themselves.
             body += changedText(member, nullptr);
