@@ -13,13 +13,8 @@ Removal::Removal(Document& document) : document_(document)
 
 bool Removal::may(int object, int flag) const
 {
-    const index::ReferenceIndex* index = document_.index();
-    const auto number = static_cast<std::uint32_t>(object);
-    if (index == nullptr || document_.changes().objects().count(object) > 0 ||
-        !index->contains(number)) {
-        return true;
-    }
-    return (index->object(number).flags & flag) != 0;
+    const index::IndexedObject* indexed = unchanged(object);
+    return indexed == nullptr || (indexed->flags & flag) != 0;
 }
 
 std::vector<QPDFObjectHandle> Removal::removedPagesWith(int flag)
@@ -90,15 +85,31 @@ bool Removal::isRemainingPage(const QPDFObjectHandle& object)
     return object.isIndirect() && remainingPages_.count(object.getObjectID()) > 0;
 }
 
-bool Removal::mayBeArray(const QPDFObjectHandle& object) const
+const index::IndexedObject* Removal::unchanged(int object) const
 {
     const index::ReferenceIndex* index = document_.index();
-    const int number = object.getObjectID();
-    if (index == nullptr || document_.changes().objects().count(number) > 0 ||
-        !index->contains(static_cast<std::uint32_t>(number))) {
+    const auto number = static_cast<std::uint32_t>(object);
+    const bool known = index != nullptr && index->contains(number) &&
+                       document_.changes().objects().count(object) == 0;
+    return known ? &index->object(number) : nullptr;
+}
+
+bool Removal::mayBeArray(const QPDFObjectHandle& object) const
+{
+    const index::IndexedObject* indexed = unchanged(object.getObjectID());
+    return indexed == nullptr || (indexed->flags & index::IsDictionary) == 0;
+}
+
+bool Removal::mayReferToGone(const QPDFObjectHandle& object) const
+{
+    const index::IndexedObject* indexed = unchanged(object.getObjectID());
+    if (indexed == nullptr) {
         return true;
     }
-    return (index->object(static_cast<std::uint32_t>(number)).flags & index::IsDictionary) == 0;
+    const std::uint32_t* references =
+        document_.index()->references().data() + indexed->firstReference;
+    return std::any_of(references, references + indexed->referenceCount,
+                       [this](std::uint32_t target) { return isGone(static_cast<int>(target)); });
 }
 
 void Removal::drop(const QPDFObjectHandle& object)

@@ -40,6 +40,8 @@ public:
         return object.isIndirect() && pages_.count(object.getObjectID()) > 0;
     }
 
+    bool isRemovedPage(int object) const { return pages_.count(object) > 0; }
+
     bool isRemainingPage(const QPDFObjectHandle& object);
 
     /// Whether an object may have the thing that `flag` (index::Flag) stands for; true when that
@@ -66,9 +68,13 @@ public:
     /// Whether an object is a removed page or was dropped.
     bool isGone(const QPDFObjectHandle& object) const
     {
-        return object.isIndirect() &&
-               (pages_.count(object.getObjectID()) > 0 || dropped_.count(object.getObjectID()) > 0);
+        return object.isIndirect() && isGone(object.getObjectID());
     }
+    bool isGone(int object) const { return pages_.count(object) > 0 || dropped_.count(object) > 0; }
+
+    /// Whether an object may refer to something that is gone, as far as is known without building
+    /// it.
+    bool mayReferToGone(const QPDFObjectHandle& object) const;
 
     /// What was dropped so far, in that order.
     const std::vector<QPDFObjGen>& dropped() const { return droppedIds_; }
@@ -115,6 +121,9 @@ public:
 
 private:
     bool may(int object, int flag) const;
+
+    /// What the index knows of an object; null when that is nothing, or of a former value.
+    const index::IndexedObject* unchanged(int object) const;
     Referrers& referrers();
     void climb(std::vector<int> open, std::unordered_set<std::uint32_t> seen,
                const std::function<bool(QPDFObjectHandle)>& visit);

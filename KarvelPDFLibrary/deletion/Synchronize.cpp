@@ -16,6 +16,7 @@ void putReferencesRight(Document& document)
     removeSignatures(removal);
     removeNamedDestinations(removal);
     removeActions(removal);
+    removeStructure(removal);
     removeOutlineEntries(removal);
     renumberDestinations(removal);
     keepPageLabels(removal);

@@ -24,6 +24,10 @@ void removeNamedDestinations(Removal& removal);
 /// Links and actions that lead to removed pages, wherever they stand.
 void removeActions(Removal& removal);
 
+/// Content of removed pages in the structure tree, and elements that are left without any. To be
+/// called when all annotations that go are known.
+void removeStructure(Removal& removal);
+
 /// Outline entries whose target went.
 void removeOutlineEntries(Removal& removal);
 
