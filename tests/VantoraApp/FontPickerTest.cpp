@@ -1,52 +1,20 @@
-#include "VantoraApp/CActionUtils.h"
+#include "tests/VantoraApp/PickedFonts.h"
 #include "tests/VantoraApp/binding/Recording.h"
 
-#include <QtCore/QProcess>
 #include <QtCore/QStringList>
-#include <QtWidgets/QComboBox>
 
-#include <dlfcn.h>
 #include <gmock/gmock.h>
-#include <memory>
 
 namespace {
 
-/// A library in this process under the name by which the picker asks for it: the loader gives the
-/// one that is there.
-class LoadedLibrary {
-public:
-    explicit LoadedLibrary(const char* path) : handle(dlopen(path, RTLD_NOW | RTLD_LOCAL))
-    {
-        if (handle == nullptr)
-            ADD_FAILURE() << dlerror();
-    }
-    ~LoadedLibrary() { dlclose(handle); }
-    LoadedLibrary(const LoadedLibrary&) = delete;
-    LoadedLibrary& operator=(const LoadedLibrary&) = delete;
-
-    Recording& recording() const
-    {
-        return *reinterpret_cast<Recording* (*)()>(dlsym(handle, "recording"))();
-    }
-
-private:
-    void* handle;
-};
-
-QStringList picked()
+Recording& recording(const LoadedLibrary& library)
 {
-    QComboBox box;
-    box.addItem("before");
-    CActionUtils::SetupSystemFontsComboBox(&box);
-    QStringList all;
-    for (int row = 0; row < box.count(); ++row)
-        all.append(box.itemText(row));
-    return all;
+    return *reinterpret_cast<Recording* (*)()>(library.find("recording"))();
 }
 
 TEST(SystemFonts, AreNoneWithoutTheLibrary)
 {
-    EXPECT_EQ(picked(), QStringList());
+    EXPECT_EQ(pickedFonts(), QStringList());
 }
 
 struct FontsRow {
@@ -60,8 +28,8 @@ class SystemFontsOf : public testing::TestWithParam<FontsRow> {};
 TEST_P(SystemFontsOf, TheLibraryAreListed)
 {
     const LoadedLibrary library(RECORDING_LIBRARY);
-    library.recording().texts["GetInstalledFontsByCharset"] = {GetParam().answer};
-    EXPECT_EQ(picked(), GetParam().fonts);
+    recording(library).texts["GetInstalledFontsByCharset"] = {GetParam().answer};
+    EXPECT_EQ(pickedFonts(), GetParam().fonts);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -83,8 +51,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(SystemFonts, AreAskedForOnceByALibraryOfTheirOwn)
 {
     const LoadedLibrary library(RECORDING_LIBRARY);
-    picked();
-    EXPECT_THAT(library.recording().calls,
+    pickedFonts();
+    EXPECT_THAT(recording(library).calls,
                 testing::ElementsAre("CreateLibrary()", "GetInstalledFontsByCharset(7, 2, 1)",
                                      "StringResultLength(7)", "ReleaseLibrary(7)"));
 }
