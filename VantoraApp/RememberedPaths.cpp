@@ -1,7 +1,7 @@
 #include "VantoraApp/CActionUtils.h"
 #include "VantoraApp/CUtils.h"
+#include "VantoraApp/SettingsFile.h"
 
-#include <QtCore/QSettings>
 #include <QtCore/QStandardPaths>
 
 namespace {
@@ -13,34 +13,37 @@ QString locationsFile()
     return CUtils::GetSettingsFolder() + "/LastVisitedLocations.vsf";
 }
 
+/// What the locations file holds under a key; nothing also when the file can't be read.
+std::optional<QVariant> remembered(const QString& key)
+{
+    const auto file = SettingsFile::Read(locationsFile());
+    return file ? file->Value(key) : std::nullopt;
+}
+
 } // namespace
 
 void CActionUtils::SaveLastVisitedLocation(QString key, QString location)
 {
-    QSettings settings(locationsFile(), QSettings::IniFormat);
-    settings.setValue(key, location);
+    UpdateSettingsFile(locationsFile(), {{key, location}});
 }
 
 QString CActionUtils::GetLastVisitedLocation(QString key)
 {
-    const QSettings settings(locationsFile(), QSettings::IniFormat);
-    if (!settings.contains(key)) {
-        return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    if (const std::optional<QVariant> location = remembered(key)) {
+        return location->toString();
     }
-    return settings.value(key).toString();
+    return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
 }
 
 void CActionUtils::SaveLastEnteredLink(QString key, QString link)
 {
-    QSettings settings(locationsFile(), QSettings::IniFormat);
-    QStringList links = settings.value(key).toStringList();
+    QStringList links = GetLastEnteredLinks(key);
     links.prepend(link);
     links.removeDuplicates();
-    settings.setValue(key, QStringList(links.mid(0, rememberedLinks)));
+    UpdateSettingsFile(locationsFile(), {{key, QStringList(links.mid(0, rememberedLinks))}});
 }
 
 QStringList CActionUtils::GetLastEnteredLinks(QString key)
 {
-    const QSettings settings(locationsFile(), QSettings::IniFormat);
-    return settings.value(key).toStringList();
+    return remembered(key).value_or(QVariant()).toStringList();
 }
