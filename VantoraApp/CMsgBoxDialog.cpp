@@ -5,6 +5,7 @@
 #include "VantoraApp/ProductTitle.h"
 
 #include <QtGui/QGuiApplication>
+#include <QtGui/QIcon>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
 
@@ -85,10 +86,14 @@ void CMsgBoxDialog::CoverGlobalParent()
 
 void CMsgBoxDialog::ShowIcon(int type)
 {
-    if (type >= 0 && type < static_cast<int>(std::size(icons)))
-        mForm.iconLabel->setPixmap(QPixmap(icons[type]));
-    else
+    if (type < 0 || type >= static_cast<int>(std::size(icons))) {
         mForm.iconLabel->hide();
+        return;
+    }
+    // Through an icon, which knows the image of double density where the screen has it.
+    const QIcon icon(icons[type]);
+    const QList<QSize> sizes = icon.availableSizes();
+    mForm.iconLabel->setPixmap(sizes.isEmpty() ? QPixmap() : icon.pixmap(sizes.first()));
 }
 
 void CMsgBoxDialog::ShowButtons(const QString& button1, const QString& button2,
