@@ -5,8 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <poppler/cpp/poppler-page-renderer.h>
-#include <poppler/cpp/poppler-page.h>
+#include <optional>
 
 namespace karvel::rendering {
 
@@ -63,48 +62,28 @@ Scale scaleTo(Document& document, int page, int side)
     return {dpi, length(size.width), length(size.height)};
 }
 
-using PopplerFormat = poppler::image::format_enum;
-
-constexpr unsigned smooth =
-    poppler::page_renderer::antialiasing | poppler::page_renderer::text_antialiasing;
-
 /// Renders onto paper of one colour.
-Result<poppler::image> render(Document& document, viewing::View& view, int page, const Scale& scale,
-                              PopplerFormat format, unsigned hints,
-                              poppler::argb paper = 0xFFFFFFFF)
+Result<Raster> render(Document& document, viewing::View& view, int page, const Scale& scale,
+                      viewer::PictureRequest request)
 {
     if (Status status = fits(scale); !status) {
         return tl::unexpected<Error>(status.error());
     }
-    const auto seen = view.page(document, page);
+    const auto seen = view.seen(document, page);
     if (!seen) {
         return tl::unexpected<Error>(seen.error());
     }
-    poppler::page_renderer renderer;
-    renderer.set_render_hints(hints);
-    renderer.set_image_format(format);
-    renderer.set_paper_color(paper);
     // poppler does not count the user unit.
-    const double dpi = scale.dpi * page_boxes::userUnit(document, page);
-    poppler::image image =
-        renderer.render_page(seen->get(), dpi, dpi, 0, 0, scale.width, scale.height);
-    if (!image.is_valid() || image.width() != scale.width || image.height() != scale.height) {
+    request.dpi = scale.dpi * page_boxes::userUnit(document, page);
+    request.width = scale.width;
+    request.height = scale.height;
+    std::optional<Raster> raster = (*seen)->picture(page, request);
+    if (!raster) {
         return fail(ErrorCode::LibraryFailed,
                     document.name() + ": page " + std::to_string(page) + " cannot be rendered");
     }
-    return image;
-}
-
-Raster rasterOf(const poppler::image& image, Raster::Kind kind, double dpi)
-{
-    Raster raster{kind, image.width(), image.height(), dpi, {}};
-    raster.pixels.resize(raster.bytesPerRow() * static_cast<std::size_t>(raster.height));
-    for (int y = 0; y < raster.height; ++y) {
-        const char* row =
-            image.const_data() + static_cast<std::ptrdiff_t>(image.bytes_per_row()) * y;
-        std::copy_n(row, raster.bytesPerRow(), reinterpret_cast<char*>(raster.row(y)));
-    }
-    return raster;
+    raster->dpi = scale.dpi;
+    return std::move(*raster);
 }
 
 /// Grey in black and white by error diffusion (Floyd and Steinberg). poppler's own format of one
@@ -141,16 +120,13 @@ Raster inBlackAndWhite(const Raster& grey)
 Result<Raster> onWhite(Document& document, viewing::View& view, int page, const Scale& scale,
                        Colors colors)
 {
-    const bool full = colors == Colors::Full;
+    viewer::PictureRequest request;
+    request.grey = colors != Colors::Full;
     // Smoothed edges would become specks in black and white.
-    const auto image = render(document, view, page, scale,
-                              full ? poppler::image::format_rgb24 : poppler::image::format_gray8,
-                              colors == Colors::BlackAndWhite ? 0 : smooth);
-    if (!image) {
-        return tl::unexpected<Error>(image.error());
-    }
-    Raster raster = rasterOf(*image, full ? Raster::Kind::Rgb : Raster::Kind::Gray, scale.dpi);
-    return colors == Colors::BlackAndWhite ? inBlackAndWhite(raster) : std::move(raster);
+    request.smooth = colors != Colors::BlackAndWhite;
+    return render(document, view, page, scale, request).map([&](Raster raster) {
+        return colors == Colors::BlackAndWhite ? inBlackAndWhite(raster) : std::move(raster);
+    });
 }
 
 /// The paper shows through where a pixel differs between white and black paper. poppler's own
@@ -158,26 +134,24 @@ Result<Raster> onWhite(Document& document, viewing::View& view, int page, const 
 Result<Raster> onNothing(Document& document, viewing::View& view, int page, const Scale& scale,
                          Colors colors)
 {
-    const bool isGrey = colors == Colors::Grey;
-    const PopplerFormat format =
-        isGrey ? poppler::image::format_gray8 : poppler::image::format_rgb24;
-    const auto white = render(document, view, page, scale, format, smooth);
-    const auto black =
-        white ? render(document, view, page, scale, format, smooth, 0xFF000000) : white;
+    viewer::PictureRequest request;
+    request.grey = colors == Colors::Grey;
+    const Result<Raster> white = render(document, view, page, scale, request);
+    request.paper = 0xFF000000;
+    const Result<Raster> black = white ? render(document, view, page, scale, request) : white;
     if (!black) {
         return tl::unexpected<Error>(black.error());
     }
-    const int channels = isGrey ? 1 : 3;
-    Raster raster{isGrey ? Raster::Kind::GrayAlpha : Raster::Kind::RgbAlpha,
+    const int channels = white->channels();
+    Raster raster{request.grey ? Raster::Kind::GrayAlpha : Raster::Kind::RgbAlpha,
                   scale.width,
                   scale.height,
                   scale.dpi,
                   {}};
     raster.pixels.resize(raster.bytesPerRow() * static_cast<std::size_t>(raster.height));
     for (int y = 0; y < scale.height; ++y) {
-        const std::ptrdiff_t offset = static_cast<std::ptrdiff_t>(white->bytes_per_row()) * y;
-        const auto* onWhite = reinterpret_cast<const unsigned char*>(white->const_data() + offset);
-        const auto* onBlack = reinterpret_cast<const unsigned char*>(black->const_data() + offset);
+        const unsigned char* onWhite = white->row(y);
+        const unsigned char* onBlack = black->row(y);
         unsigned char* out = raster.row(y);
         for (int x = 0; x < scale.width; ++x) {
             int through = 255;
@@ -204,7 +178,9 @@ Result<std::string> imageAt(Document& document, viewing::View& view, int page, c
         return (options.transparentPaper ? onNothing(document, view, page, scale, options.colors)
                                          : onWhite(document, view, page, scale, options.colors))
             .and_then([&](const Raster& raster) {
-                return imageFile(raster, options.format, options.jpegQuality);
+                return viewer::loadedViewer().and_then([&](viewer::Viewer* viewer) {
+                    return viewer->imageFile(raster, options.format, options.jpegQuality);
+                });
             });
     } catch (...) {
         return tl::unexpected<Error>(currentExceptionAsError(document.name()));

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "KarvelPDFLibrary/base/Error.h"
+#include "KarvelPDFLibrary/rendering/ImageFile.h"
+#include "KarvelPDFLibrary/rendering/Raster.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// What looks at pages: poppler and the image formats, in a module of its own that is loaded when
+/// it is first needed. Loading what they depend on takes longer than deleting pages from most
+/// documents.
+namespace karvel::viewer {
+
+enum class TextOrder { Reading, Physical, ContentStream };
+
+struct PictureRequest {
+    double dpi = 72;
+    int width = 0; // pixels
+    int height = 0;
+    bool grey = false; // one byte a pixel instead of three
+    bool smooth = true;
+    std::uint32_t paper = 0xFFFFFFFF; // alpha, red, green, blue
+};
+
+/// A document that is open for being looked at. Pages count from 1.
+class Viewed {
+public:
+    virtual ~Viewed() = default;
+
+    /// A page's text in UTF-8; nothing when the page cannot be shown.
+    virtual std::optional<std::string> text(int page, TextOrder order) = 0;
+
+    /// A page's pixels; nothing when the page cannot be rendered.
+    virtual std::optional<rendering::Raster> picture(int page, const PictureRequest& request) = 0;
+};
+
+class Viewer {
+public:
+    /// Null when the document cannot be opened.
+    virtual std::unique_ptr<Viewed> openFile(const std::string& path,
+                                             const std::string& password) = 0;
+    virtual std::unique_ptr<Viewed> openBytes(std::vector<char> bytes,
+                                              const std::string& password) = 0;
+
+    /// rendering::imageFile of the module.
+    virtual Result<std::string> imageFile(const rendering::Raster& raster,
+                                          rendering::ImageFormat format, int quality) = 0;
+
+protected:
+    ~Viewer() = default;
+};
+
+/// The module's one viewer, which is loaded at the first call. May be called from any thread.
+Result<Viewer*> loadedViewer();
+
+/// The name of the module's file, which lies beside the library, and of the function in it that
+/// returns the viewer.
+constexpr const char* moduleFile = "KarvelPDFLibraryViewer.so";
+constexpr const char* moduleEntry = "karvelViewer";
+using ModuleEntry = Viewer* (*)();
+
+} // namespace karvel::viewer
