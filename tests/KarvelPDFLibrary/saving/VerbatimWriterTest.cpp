@@ -173,6 +173,39 @@ std::string updated()
            old.substr(0, old.find('\n')) + " >>\nstartxref\n" + std::to_string(start) + "\n%%EOF\n";
 }
 
+/// A cross-reference table in which the entry of one object says where another one is.
+std::string withEntryOf(int number, std::size_t offset, const std::string& pdf)
+{
+    char row[32];
+    std::snprintf(row, sizeof row, "%010zu 00000 n \n", offset);
+    const std::size_t table = pdf.find("xref\n0 ");
+    const std::size_t rows = pdf.find('\n', table + 5) + 1;
+    std::string changed = pdf;
+    return changed.replace(rows + 20 * static_cast<std::size_t>(number), 20, row);
+}
+
+/// A file of the hybrid kind: the table is for old readers, and a stream that the trailer names
+/// says where one more object is, inside an object stream.
+std::string hybridFile()
+{
+    support::PagedDocument file(3);
+    const int members = file.builder.addStream("12 0 (in a stream)", "/Type /ObjStm /N 1 /First 5");
+    const int references = file.builder.reserve();
+    EXPECT_EQ(references, 11);
+    const int hidden = file.builder.reserve();
+    file.catalogEntries = "/Odd " + PdfBuilder::reference(hidden);
+    std::string row;
+    for (const int byte : {2, 0, members, 0}) {
+        row += static_cast<char>(byte);
+    }
+    file.builder.setStream(references, row, "/Type /XRef /Size 13 /W [1 2 1] /Index [12 1]");
+    file.builder.setTrailerEntries("/XRefStm 0000000000");
+    std::string pdf = file.build();
+    char offset[32];
+    std::snprintf(offset, sizeof offset, "%010zu", pdf.find("11 0 obj"));
+    return replaced(pdf, "/XRefStm 0000000000", std::string("/XRefStm ") + offset);
+}
+
 class Oddities : public testing::TestWithParam<Oddity> {};
 
 TEST_P(Oddities, AreCopiedOrRewrittenButNeverWrong)
@@ -246,6 +279,24 @@ INSTANTIATE_TEST_SUITE_P(
                [] { return support::documentOfPages(3) + std::string(300, '\n') + "<html>"; },
                true},
         Oddity{"incremental_update", updated, true},
+        Oddity{"two_objects_at_one_offset",
+               [] {
+                   const std::string pdf = withObject("(text)");
+                   return withEntryOf(10, pdf.find("\n3 0 obj") + 1, pdf);
+               },
+               false},
+        Oddity{"object_inside_another_one",
+               [] {
+                   support::PagedDocument file(3);
+                   const int outer = file.builder.addStream("xx 11 0 obj (inner) endobj xx");
+                   const int inner = file.builder.add("(inner)");
+                   file.catalogEntries = "/Odd [" + PdfBuilder::reference(outer) + " " +
+                                         PdfBuilder::reference(inner) + "]";
+                   const std::string pdf = file.build();
+                   return withEntryOf(inner, pdf.find("11 0 obj (inner)"), pdf);
+               },
+               false},
+        Oddity{"hybrid_references", hybridFile, false},
         Oddity{"missing_endobj",
                [] {
                    return replaced(support::documentOfPages(3), "endobj\n5 0 obj",
