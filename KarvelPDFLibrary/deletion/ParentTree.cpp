@@ -48,20 +48,16 @@ void ParentTree::collectKeys()
             if (changed.count(number) > 0) {
                 continue;
             }
-            QPDFObjectHandle object =
-                removal_.file().getObject(number, index->object(entry.object).generation);
-            noteKey(object, entry.key >= 0 ? entry.key : keyOf(object));
+            noteKey(number, entry.key >= 0 ? entry.key : keyOf(removal_.object(number)));
         }
         for (const auto& [number, kind] : changed) {
-            const auto position = static_cast<std::uint32_t>(number);
-            const int generation =
-                index->contains(position) ? index->object(position).generation : 0;
-            QPDFObjectHandle object = removal_.file().getObject(number, generation);
-            noteKey(object, keyOf(object));
+            if (kind != Changes::Kind::Removed) {
+                noteKey(number, keyOf(removal_.object(number)));
+            }
         }
     } else {
         for (const QPDFObjectHandle& object : removal_.formerObjectsWith(index::HasStructure)) {
-            noteKey(object, keyOf(object));
+            noteKey(object.getObjectID(), keyOf(object));
         }
     }
     noteDirectAnnotations();
@@ -71,13 +67,13 @@ void ParentTree::collectKeys()
     }
 }
 
-void ParentTree::noteKey(const QPDFObjectHandle& object, long long key)
+void ParentTree::noteKey(int object, long long key)
 {
     if (key < 0) {
         return;
     }
     if (removal_.isGone(object)) {
-        goneKeys_[key] = removal_.isRemovedPage(object) ? object.getObjectID() : 0;
+        goneKeys_[key] = removal_.isRemovedPage(object) ? object : 0;
     } else {
         keysInUse_.insert(key);
     }

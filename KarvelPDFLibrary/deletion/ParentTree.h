@@ -27,7 +27,7 @@ public:
 
 private:
     void collectKeys();
-    void noteKey(const QPDFObjectHandle& object, long long key);
+    void noteKey(int object, long long key);
     void noteDirectAnnotations();
     void collectElements();
     void collectElementsUnder(long long key, QPDFObjectHandle value);

@@ -75,14 +75,36 @@ std::vector<QPDFObjectHandle> Removal::objectsWith(int flag)
     return objects;
 }
 
+std::optional<Referrers::Range> Removal::indexedAnnotationsOf(const QPDFObjectHandle& page) const
+{
+    const int number = page.getObjectID();
+    const index::ReferenceIndex* index = document_.index();
+    const auto* list = unchanged(number) == nullptr
+                           ? nullptr
+                           : index->annotationsOf(static_cast<std::uint32_t>(number));
+    if (list == nullptr) {
+        return std::nullopt;
+    }
+    const std::uint32_t* first = index->references().data() + list->firstReference;
+    return Referrers::Range{first, first + list->count};
+}
+
+void Removal::drop(int object)
+{
+    if (dropped_.insert(object)) {
+        droppedIds_.push_back(referrers().idOf(static_cast<std::uint32_t>(object)));
+    }
+}
+
 bool Removal::isRemainingPage(const QPDFObjectHandle& object)
 {
-    if (remainingPages_.empty()) {
+    if (!remainingPages_) {
+        remainingPages_.emplace();
         for (int number = 1; number <= document_.pageCount(); ++number) {
-            remainingPages_.insert(document_.order().at(number).object);
+            remainingPages_->insert(document_.order().at(number).object);
         }
     }
-    return object.isIndirect() && remainingPages_.count(object.getObjectID()) > 0;
+    return object.isIndirect() && remainingPages_->has(object.getObjectID());
 }
 
 const index::IndexedObject* Removal::unchanged(int object) const
@@ -114,7 +136,7 @@ bool Removal::mayReferToGone(const QPDFObjectHandle& object) const
 
 void Removal::drop(const QPDFObjectHandle& object)
 {
-    if (object.isIndirect() && dropped_.insert(object.getObjectID()).second) {
+    if (object.isIndirect() && dropped_.insert(object.getObjectID())) {
         droppedIds_.push_back(object.getObjGen());
     }
 }
@@ -131,32 +153,43 @@ const index::ReferenceIndex::PlainLink* Removal::plainLink(int object) const
 
 bool Removal::judgePlainLink(int object)
 {
-    const index::ReferenceIndex* index = document_.index();
     const auto* link = plainLink(object);
     if (link == nullptr) {
         return false;
     }
-    const bool leads = link->nameLength > 0 ? goneNames.count(std::string(index->nameOf(*link))) > 0
-                                            : pages_.count(static_cast<int>(link->page)) > 0;
-    if (leads && dropped_.insert(object).second) {
-        droppedIds_.emplace_back(object, index->object(link->object).generation);
+    const bool leads = link->nameLength > 0
+                           ? goneNames.count(std::string(document_.index()->nameOf(*link))) > 0
+                           : pages_.has(static_cast<int>(link->page));
+    if (leads) {
+        drop(object);
     }
     return true;
 }
 
 std::vector<QPDFObjectHandle> Removal::referrersOf(int object)
 {
-    std::vector<QPDFObjectHandle> found;
-    std::unordered_set<std::uint32_t> seen;
+    std::vector<std::uint32_t> numbers;
     for (const std::uint32_t referrer : referrers().of(object)) {
-        if (seen.insert(referrer).second) {
-            QPDFObjectHandle handle = file().getObject(referrers().idOf(referrer));
-            if (!isGone(handle)) {
-                found.push_back(handle);
-            }
+        if (!isGone(static_cast<int>(referrer))) {
+            numbers.push_back(referrer);
         }
     }
+    std::sort(numbers.begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    std::vector<QPDFObjectHandle> found;
+    found.reserve(numbers.size());
+    for (const std::uint32_t number : numbers) {
+        found.push_back(file().getObject(referrers().idOf(number)));
+    }
     return found;
+}
+
+bool Removal::isHeldByGoneOnly(int object)
+{
+    const Referrers::Range range = referrers().of(object);
+    return std::all_of(range.begin(), range.end(), [this](std::uint32_t referrer) {
+        return isGone(static_cast<int>(referrer));
+    });
 }
 
 std::vector<QPDFObjectHandle> Removal::pageReferrers()
@@ -166,8 +199,8 @@ std::vector<QPDFObjectHandle> Removal::pageReferrers()
     for (const PageEntry& page : document_.removedPages()) {
         for (const std::uint32_t referrer : referrers().of(page.object)) {
             const auto number = static_cast<int>(referrer);
-            if (pages_.count(number) == 0 && dropped_.count(number) == 0 && !isTreeNode(number) &&
-                plainLink(number) == nullptr && seen.insert(referrer).second) {
+            if (!isGone(number) && !isTreeNode(number) && plainLink(number) == nullptr &&
+                seen.insert(referrer).second) {
                 found.push_back(file().getObject(referrers().idOf(referrer)));
             }
         }
@@ -177,7 +210,11 @@ std::vector<QPDFObjectHandle> Removal::pageReferrers()
 
 void Removal::climbFromPages(const std::function<bool(QPDFObjectHandle)>& visit)
 {
-    climb(std::vector<int>(pages_.begin(), pages_.end()), {}, visit);
+    std::vector<int> pages;
+    for (const PageEntry& page : document_.removedPages()) {
+        pages.push_back(page.object);
+    }
+    climb(std::move(pages), {}, visit);
 }
 
 void Removal::climbFrom(const std::vector<QPDFObjectHandle>& objects,
@@ -201,8 +238,7 @@ void Removal::climb(std::vector<int> open, std::unordered_set<std::uint32_t> see
         open.pop_back();
         for (const std::uint32_t referrer : referrers().of(target)) {
             const auto number = static_cast<int>(referrer);
-            if (pages_.count(number) > 0 || dropped_.count(number) > 0 || isTreeNode(number) ||
-                !seen.insert(referrer).second) {
+            if (isGone(number) || isTreeNode(number) || !seen.insert(referrer).second) {
                 continue;
             }
             if (visit(file().getObject(referrers().idOf(referrer)))) {
@@ -216,7 +252,8 @@ int Removal::presentNumberOf(int original)
 {
     if (presentNumbers_.empty()) {
         const PageOrder& order = document_.order();
-        presentNumbers_.resize(static_cast<std::size_t>(order.count()) + pages_.size() + 1, 0);
+        presentNumbers_.resize(
+            static_cast<std::size_t>(order.count()) + document_.removedPages().size() + 1, 0);
         for (int number = 1; number <= order.count(); ++number) {
             const auto before = static_cast<std::size_t>(order.at(number).original);
             if (before > 0 && before < presentNumbers_.size()) {
@@ -280,8 +317,29 @@ std::vector<QPDFObjectHandle> Removal::objectsWithNumberedDestinations()
     return objects;
 }
 
+/// Whether the index shows that an object which is a destination leads to a page that stays: it
+/// refers to such pages and to nothing else.
+bool Removal::leadsElsewhere(const QPDFObjectHandle& destination) const
+{
+    const index::IndexedObject* indexed = unchanged(destination.getObjectID());
+    if (indexed == nullptr || indexed->referenceCount == 0 ||
+        !document_.index()->withNumberedDestinations().empty()) {
+        return false;
+    }
+    const std::uint32_t* references =
+        document_.index()->references().data() + indexed->firstReference;
+    return std::all_of(references, references + indexed->referenceCount,
+                       [this](std::uint32_t target) {
+                           return document_.index()->object(target).kind == index::Kind::Page &&
+                                  !isGone(static_cast<int>(target));
+                       });
+}
+
 bool Removal::leadsToRemovedPage(QPDFObjectHandle destination)
 {
+    if (leadsElsewhere(destination)) {
+        return false;
+    }
     if (destination.isDictionary()) {
         destination = destination.getKey("/D");
     }
@@ -318,7 +376,7 @@ void Removal::unlist(QPDFObjectHandle holder)
             std::vector<QPDFObjectHandle> kept;
             const std::vector<QPDFObjectHandle> items = part.getArrayAsVector();
             for (const QPDFObjectHandle& item : items) {
-                if (!(item.isIndirect() && dropped_.count(item.getObjectID()) > 0)) {
+                if (!(item.isIndirect() && dropped_.has(item.getObjectID()))) {
                     kept.push_back(item);
                     open.push_back(item);
                 }
@@ -329,7 +387,7 @@ void Removal::unlist(QPDFObjectHandle holder)
             }
         } else if (part.isDictionary()) {
             for (const auto& [key, item] : part.getDictAsMap()) {
-                if (item.isIndirect() && dropped_.count(item.getObjectID()) > 0) {
+                if (item.isIndirect() && dropped_.has(item.getObjectID())) {
                     part.removeKey(key);
                     changed = true;
                 } else {
@@ -349,7 +407,7 @@ void Removal::takeOutDropped()
     for (const QPDFObjGen& id : droppedIds_) {
         for (const std::uint32_t referrer : referrers().of(id.getObj())) {
             const auto number = static_cast<int>(referrer);
-            if (pages_.count(number) == 0 && dropped_.count(number) == 0) {
+            if (!isGone(number)) {
                 holders.insert(referrer);
             }
         }

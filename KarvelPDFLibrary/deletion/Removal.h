@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KarvelPDFLibrary/deletion/NumberSet.h"
 #include "KarvelPDFLibrary/deletion/Referrers.h"
 #include "KarvelPDFLibrary/document/Document.h"
 
@@ -35,12 +36,22 @@ public:
     /// The same with removed pages and what was dropped.
     std::vector<QPDFObjectHandle> formerObjectsWith(int flag);
 
-    bool isRemovedPage(const QPDFObjectHandle& object) const
+    /// An object of the document by its number.
+    QPDFObjectHandle object(int number)
     {
-        return object.isIndirect() && pages_.count(object.getObjectID()) > 0;
+        return file().getObject(referrers().idOf(static_cast<std::uint32_t>(number)));
     }
 
-    bool isRemovedPage(int object) const { return pages_.count(object) > 0; }
+    /// The numbers of a page's annotations, 0 for those that are not in the file, when they are
+    /// known without building the page.
+    std::optional<Referrers::Range> indexedAnnotationsOf(const QPDFObjectHandle& page) const;
+
+    bool isRemovedPage(const QPDFObjectHandle& object) const
+    {
+        return object.isIndirect() && pages_.has(object.getObjectID());
+    }
+
+    bool isRemovedPage(int object) const { return pages_.has(object); }
 
     bool isRemainingPage(const QPDFObjectHandle& object);
 
@@ -50,6 +61,7 @@ public:
     {
         return !object.isIndirect() || may(object.getObjectID(), flag);
     }
+    bool mayHave(int object, int flag) const { return may(object, flag); }
 
     /// Whether an object may be an array, as far as is known without building it.
     bool mayBeArray(const QPDFObjectHandle& object) const;
@@ -59,6 +71,9 @@ public:
     /// another way (pairs in trees, rings) its module puts right. Direct objects are not recorded:
     /// whoever holds them takes them out.
     void drop(const QPDFObjectHandle& object);
+
+    /// The same for an object with a number in the file.
+    void drop(int object);
 
     /// Drops an object that is a plain link (index::ReferenceIndex::PlainLink) and leads to a
     /// removed page. Returns whether it is a plain link, about which then nothing is left to be
@@ -70,11 +85,14 @@ public:
     {
         return object.isIndirect() && isGone(object.getObjectID());
     }
-    bool isGone(int object) const { return pages_.count(object) > 0 || dropped_.count(object) > 0; }
+    bool isGone(int object) const { return pages_.has(object) || dropped_.has(object); }
 
     /// Whether an object may refer to something that is gone, as far as is known without building
     /// it.
     bool mayReferToGone(const QPDFObjectHandle& object) const;
+
+    /// Whether nothing but what is gone refers to an object.
+    bool isHeldByGoneOnly(int object);
 
     /// What was dropped so far, in that order.
     const std::vector<QPDFObjGen>& dropped() const { return droppedIds_; }
@@ -124,6 +142,7 @@ private:
 
     /// What the index knows of an object; null when that is nothing, or of a former value.
     const index::IndexedObject* unchanged(int object) const;
+    bool leadsElsewhere(const QPDFObjectHandle& destination) const;
     Referrers& referrers();
     void climb(std::vector<int> open, std::unordered_set<std::uint32_t> seen,
                const std::function<bool(QPDFObjectHandle)>& visit);
@@ -132,9 +151,9 @@ private:
     void unlist(QPDFObjectHandle holder);
 
     Document& document_;
-    std::unordered_set<int> pages_;
-    std::unordered_set<int> remainingPages_; // filled when first asked for
-    std::unordered_set<int> dropped_;
+    NumberSet pages_;
+    std::optional<NumberSet> remainingPages_; // filled when first asked for
+    NumberSet dropped_;
     std::vector<QPDFObjGen> droppedIds_;
     std::optional<Referrers> referrers_;
     std::vector<int> presentNumbers_; // by original number

@@ -22,9 +22,7 @@ public:
     void run()
     {
         for (QPDFObjectHandle page : removal_.removedPagesWith(index::HasAnnotations)) {
-            for (const QPDFObjectHandle& annotation : annotationsIn(page)) {
-                take(annotation);
-            }
+            takeThoseOf(page);
         }
         takeThoseThatNamePages();
         // File attachments need no more: what they embed is out of reach then, but for files that
@@ -37,6 +35,28 @@ public:
     }
 
 private:
+    void takeThoseOf(const QPDFObjectHandle& page)
+    {
+        const auto numbers = removal_.indexedAnnotationsOf(page);
+        if (!numbers) {
+            for (const QPDFObjectHandle& annotation : annotationsIn(page)) {
+                take(annotation);
+            }
+            return;
+        }
+        for (const std::uint32_t number : *numbers) {
+            const auto object = static_cast<int>(number);
+            if (object == 0 || removal_.isGone(object)) {
+                continue;
+            }
+            if (removal_.isHeldByGoneOnly(object) && !removal_.mayHave(object, index::HasPopup)) {
+                removal_.drop(object); // nothing else has to do with it
+            } else {
+                take(removal_.object(object));
+            }
+        }
+    }
+
     /// An annotation of a removed page goes, unless a page that remains shows it too.
     void take(QPDFObjectHandle annotation)
     {

@@ -17,7 +17,7 @@ public:
     {
         const std::vector<QPDFObjGen> annotations = removal_.dropped();
         for (const QPDFObjGen& annotation : annotations) {
-            leaveParents(removal_.file().getObject(annotation));
+            leaveParents(annotation.getObj());
         }
         dropEmptyFields();
         dropWidgetsWithoutPage();
@@ -38,16 +38,15 @@ private:
     };
 
     /// An object leaves the fields that have it as a kid.
-    void leaveParents(const QPDFObjectHandle& kid)
+    void leaveParents(int kid)
     {
-        const int number = kid.getObjectID();
-        for (QPDFObjectHandle holder : removal_.referrersOf(number)) {
+        for (QPDFObjectHandle holder : removal_.referrersOf(kid)) {
             if (removal_.mayHave(holder, index::HasKids) && holder.isDictionary()) {
-                leave(holder, number);
+                leave(holder, kid);
             } else if (removal_.mayBeArray(holder) && holder.isArray()) {
                 for (QPDFObjectHandle field : removal_.referrersOf(holder.getObjectID())) {
                     if (removal_.mayHave(field, index::HasKids) && field.isDictionary()) {
-                        leave(field, number);
+                        leave(field, kid);
                     }
                 }
             }
@@ -102,7 +101,7 @@ private:
             empty_.pop_back();
             if (!removal_.isGone(field)) {
                 removal_.drop(field);
-                leaveParents(field);
+                leaveParents(field.getObjectID());
             }
         }
     }

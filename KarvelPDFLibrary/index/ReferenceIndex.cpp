@@ -100,8 +100,9 @@ public:
             scanObjectStream(stream);
         }
         resolveReferences();
-        std::sort(index_.kids_.begin(), index_.kids_.end(),
-                  [](const KidsOfNode& a, const KidsOfNode& b) { return a.object < b.object; });
+        const auto byObject = [](const auto& a, const auto& b) { return a.object < b.object; };
+        std::sort(index_.kids_.begin(), index_.kids_.end(), byObject);
+        std::sort(index_.annotations_.begin(), index_.annotations_.end(), byObject);
         std::sort(index_.namedDestinations_.begin(), index_.namedDestinations_.end(),
                   [](const auto& a, const auto& b) { return a.hash < b.hash; });
     }
@@ -146,6 +147,7 @@ public:
             isField_ = true;
         } else if (key == "Annots") {
             flags_ |= HasAnnotations;
+            noteAnnotations(value);
         } else if (key == "StructParents" || key == "StructParent") {
             flags_ |= HasStructure;
             structureKey_ = plainNumber(value);
@@ -176,6 +178,7 @@ private:
         isField_ = false;
         hasKids_ = false;
         hasNumberedDestination_ = false;
+        annotations_.reset();
         destinations_.clear();
         isLink_ = false;
         hasActions_ = false;
@@ -192,7 +195,12 @@ private:
         index_.kids_.resize(kidsBefore_);
     }
 
+    std::uint32_t referencesInValue() const
+    {
+        return static_cast<std::uint32_t>(index_.references_.size() - valueStart_);
+    }
     void noteKids(std::string_view value);
+    void noteAnnotations(std::string_view value);
     void keepNodeText(std::string_view text);
     void noteDestination(std::string_view value);
     void keepPlainLink(std::uint32_t number);
@@ -238,6 +246,7 @@ private:
     std::vector<std::uint64_t> destinations_;
     const char* scanned_ = nullptr;
     Span countValue_;
+    std::optional<AnnotationsOfPage> annotations_;
     std::uint16_t flags_ = 0;
     std::int32_t structureKey_ = -1; // when there is one
 };
@@ -319,33 +328,48 @@ void IndexBuilder::keepPlainLink(std::uint32_t number)
     index_.linkNames_ += byName ? linkName_ : std::string();
 }
 
-void IndexBuilder::noteKids(std::string_view value)
+/// Whether a value with a number of references is an array that holds nothing else.
+static bool isArrayOfReferences(std::string_view value, std::uint32_t count)
 {
-    hasKids_ = true;
-    flags_ |= HasKids;
-    const auto count = static_cast<std::uint32_t>(index_.references_.size() - valueStart_);
-    // An array of references only: as many white-space separated words as references make.
     std::string_view text = trimmed(value);
     if (text.size() < 2 || text.front() != '[' || text.back() != ']') {
-        return;
+        return false;
     }
     text.remove_prefix(1);
     text.remove_suffix(1);
+    // As many words, separated by white space, as references make.
     std::size_t words = 0;
     bool inWord = false;
     for (const char ch : text) {
         if (isDelimiter(ch)) {
-            return;
+            return false;
         }
         const bool space = isWhiteSpace(ch);
         words += !space && !inWord ? 1 : 0;
         inWord = !space;
     }
-    if (words == 3U * count) {
+    return words == 3U * count;
+}
+
+void IndexBuilder::noteKids(std::string_view value)
+{
+    hasKids_ = true;
+    flags_ |= HasKids;
+    const std::uint32_t count = referencesInValue();
+    if (isArrayOfReferences(value, count)) {
         index_.kids_.emplace_back();
         index_.kids_.back().firstReference = static_cast<std::uint32_t>(valueStart_);
         index_.kids_.back().count = count;
         index_.kids_.back().kidsValue = spanOf(value);
+    }
+}
+
+void IndexBuilder::noteAnnotations(std::string_view value)
+{
+    const std::uint32_t count = referencesInValue();
+    annotations_.reset();
+    if (isArrayOfReferences(value, count)) {
+        annotations_ = AnnotationsOfPage{0, static_cast<std::uint32_t>(valueStart_), count};
     }
 }
 
@@ -455,6 +479,10 @@ void IndexBuilder::keep(IndexedObject& object, std::uint32_t number, bool isDict
     object.flags = static_cast<std::uint16_t>(flags_ | (isDictionary ? IsDictionary : 0)) & 0x1FFF;
     for (const std::uint64_t hash : destinations_) {
         index_.namedDestinations_.push_back({hash, number});
+    }
+    if (annotations_) {
+        annotations_->object = number;
+        index_.annotations_.push_back(*annotations_);
     }
     if ((flags_ & HasStructure) != 0) {
         index_.structureKeys_.push_back({number, structureKey_});
@@ -627,20 +655,29 @@ std::uint64_t destinationHash(std::string_view name)
     return hash;
 }
 
-const ReferenceIndex::PlainLink* ReferenceIndex::plainLink(std::uint32_t object) const
+/// What a list in the order of object numbers has for an object; null for nothing.
+template <typename Entry>
+static const Entry* ofObject(const std::vector<Entry>& entries, std::uint32_t object)
 {
     const auto found = std::lower_bound(
-        plainLinks_.begin(), plainLinks_.end(), object,
-        [](const PlainLink& link, std::uint32_t number) { return link.object < number; });
-    return found != plainLinks_.end() && found->object == object ? &*found : nullptr;
+        entries.begin(), entries.end(), object,
+        [](const Entry& entry, std::uint32_t number) { return entry.object < number; });
+    return found != entries.end() && found->object == object ? &*found : nullptr;
+}
+
+const ReferenceIndex::PlainLink* ReferenceIndex::plainLink(std::uint32_t object) const
+{
+    return ofObject(plainLinks_, object);
 }
 
 const KidsOfNode* ReferenceIndex::kidsOf(std::uint32_t node) const
 {
-    const auto found = std::lower_bound(
-        kids_.begin(), kids_.end(), node,
-        [](const KidsOfNode& kids, std::uint32_t object) { return kids.object < object; });
-    return found != kids_.end() && found->object == node ? &*found : nullptr;
+    return ofObject(kids_, node);
+}
+
+const AnnotationsOfPage* ReferenceIndex::annotationsOf(std::uint32_t page) const
+{
+    return ofObject(annotations_, page);
 }
 
 } // namespace karvel::index

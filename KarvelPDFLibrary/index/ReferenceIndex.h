@@ -70,6 +70,13 @@ struct StructureKey {
     std::int32_t key = -1; // -1 when it is not a plain number in the object's text
 };
 
+/// The annotations of a page whose /Annots is an array of references and nothing else.
+struct AnnotationsOfPage {
+    std::uint32_t object = 0;
+    std::uint32_t firstReference = 0;
+    std::uint32_t count = 0;
+};
+
 /// A part of a text.
 struct Span {
     std::uint32_t begin = 0;
@@ -128,6 +135,9 @@ public:
     /// A page tree node's kids; null when its /Kids is not an array of references only.
     const KidsOfNode* kidsOf(std::uint32_t node) const;
 
+    /// A page's annotations; null when its /Annots is not an array of references only.
+    const AnnotationsOfPage* annotationsOf(std::uint32_t page) const;
+
     const std::vector<ObjectStreamMembers>& objectStreams() const { return objectStreams_; }
 
     /// The objects that are not in object streams, in the order in which they lie in the file.
@@ -176,7 +186,8 @@ private:
 
     std::vector<IndexedObject> objects_;
     std::vector<std::uint32_t> references_;
-    std::vector<KidsOfNode> kids_; // by object number
+    std::vector<KidsOfNode> kids_;               // by object number
+    std::vector<AnnotationsOfPage> annotations_; // likewise
     std::vector<std::uint32_t> fileOrder_;
     std::vector<std::uint32_t> withNumberedDestinations_;
     std::vector<NamedDestination> namedDestinations_;
