@@ -2,7 +2,7 @@
 
 #include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/index/FileText.h"
-#include "KarvelPDFLibrary/index/ValueScanner.h"
+#include "KarvelPDFLibrary/index/ObjectNotes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -27,64 +27,13 @@ struct NotFit {
     throw NotFit{"object " + std::to_string(object) + ": " + what};
 }
 
-bool isInheritable(std::string_view key)
-{
-    return key == "Resources" || key == "MediaBox" || key == "CropBox" || key == "Rotate";
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    text.remove_prefix(std::min(skipSpace(text, 0), text.size()));
-    while (!text.empty() && isWhiteSpace(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
-/// What names say of an object wherever they stand in it. Every name of a file is looked up here.
-struct TellingName {
-    std::string_view name;
-    int flag;
-};
-constexpr TellingName tellingNames[] = {
-    {"D", HasDestination},          {"A", HasDestination},
-    {"AA", HasDestination},         {"OC", HasOptionalParts},
-    {"Sig", HasSignature},          {"Dest", HasDestination},
-    {"OCGs", HasOptionalParts},     {"Popup", HasPopup},
-    {"ByteRange", HasSignature},    {"Properties", HasOptionalParts},
-    {"DocTimeStamp", HasSignature},
-};
-
-int flagOf(std::string_view name)
-{
-    for (const TellingName& telling : tellingNames) {
-        if (name == telling.name) {
-            return telling.flag;
-        }
-    }
-    // What is written in an unusual way is looked at later.
-    return name.find('#') == std::string_view::npos
-               ? 0
-               : HasDestination | HasOptionalParts | HasPopup | HasSignature;
-}
-
-/// A plain number that stands alone; -1 for everything else.
-std::int32_t plainNumber(std::string_view value)
-{
-    const std::string_view text = trimmed(value);
-    std::size_t at = 0;
-    std::uint64_t number = 0;
-    const bool plain = readUnsigned(text, at, number) && at == text.size() && number <= 0x7FFFFFFF;
-    return plain ? static_cast<std::int32_t>(number) : -1;
-}
-
 } // namespace
 
-/// Collects what one object's scan finds.
-class IndexBuilder final : public ScanSink {
+/// Goes through a file's objects in the order in which they lie there.
+class IndexBuilder {
 public:
     IndexBuilder(QPDF& file, io::ByteSource& source, ReferenceIndex& index)
-        : file_(file), index_(index), text_(source)
+        : file_(file), index_(index), text_(source), notes_(index)
     {
     }
 
@@ -99,63 +48,7 @@ public:
         for (const std::uint32_t stream : containers_) {
             scanObjectStream(stream);
         }
-        resolveReferences();
-        const auto byObject = [](const auto& a, const auto& b) { return a.object < b.object; };
-        std::sort(index_.kids_.begin(), index_.kids_.end(), byObject);
-        std::sort(index_.annotations_.begin(), index_.annotations_.end(), byObject);
-        std::sort(index_.namedDestinations_.begin(), index_.namedDestinations_.end(),
-                  [](const auto& a, const auto& b) { return a.hash < b.hash; });
-    }
-
-    void reference(std::uint32_t object, std::uint32_t generation) override
-    {
-        index_.references_.push_back(object);
-        generations_.push_back(static_cast<std::uint16_t>(generation));
-    }
-
-    void name(std::string_view name) override
-    {
-        flags_ = static_cast<std::uint16_t>(flags_ | flagOf(name));
-    }
-
-    void destinationName(std::string_view written) override
-    {
-        destinations_.push_back(destinationHash(decodedString(written)));
-    }
-
-    void numberedDestination() override { hasNumberedDestination_ = true; }
-
-    void beforeEntry(std::string_view) override { valueStart_ = index_.references_.size(); }
-
-    void afterEntry(std::string_view key, std::string_view value) override
-    {
-        if (key == "Type") {
-            type_ = decodedName(trimmed(value));
-        } else if (key == "Kids") {
-            noteKids(value);
-        } else if (key == "Count") {
-            countValue_ = spanOf(value);
-        } else if (key == "Subtype") {
-            isLink_ = trimmed(value) == "/Link";
-        } else if (key == "Dest") {
-            noteDestination(trimmed(value));
-        } else if (key == "A" || key == "AA" || key == "PA") {
-            hasActions_ = true;
-        } else if (key == "Length") {
-            length_ = std::string(trimmed(value));
-        } else if (key == "FT" || key == "T") {
-            isField_ = true;
-        } else if (key == "Annots") {
-            flags_ |= HasAnnotations;
-            noteAnnotations(value);
-        } else if (key == "StructParents" || key == "StructParent") {
-            flags_ |= HasStructure;
-            structureKey_ = plainNumber(value);
-        } else if (key == "B") {
-            flags_ |= HasBeads;
-        } else if (isInheritable(key)) {
-            flags_ |= HasInheritable;
-        }
+        notes_.finish();
     }
 
 private:
@@ -167,88 +60,22 @@ private:
     void readCrossReferences();
     void scanInFile(const Placed& placed);
     void scanObjectStream(std::uint32_t stream);
-    void resolveReferences();
 
-    void beginObject()
-    {
-        referencesBefore_ = index_.references_.size();
-        kidsBefore_ = index_.kids_.size();
-        type_.clear();
-        length_.clear();
-        isField_ = false;
-        hasKids_ = false;
-        hasNumberedDestination_ = false;
-        annotations_.reset();
-        destinations_.clear();
-        isLink_ = false;
-        hasActions_ = false;
-        linkReference_ = noReference;
-        linkName_.clear();
-        countValue_ = {};
-        flags_ = 0;
-    }
-
-    void forgetObject()
-    {
-        index_.references_.resize(referencesBefore_);
-        generations_.resize(referencesBefore_);
-        index_.kids_.resize(kidsBefore_);
-    }
-
-    std::uint32_t referencesInValue() const
-    {
-        return static_cast<std::uint32_t>(index_.references_.size() - valueStart_);
-    }
-    void noteKids(std::string_view value);
-    void noteAnnotations(std::string_view value);
-    void keepNodeText(std::string_view text);
-    void noteDestination(std::string_view value);
-    void keepPlainLink(std::uint32_t number);
-
-    /// Where a part of the scanned text lies; valid until the text is read anew.
-    Span spanOf(std::string_view part) const
-    {
-        return {static_cast<std::uint32_t>(part.data() - scanned_),
-                static_cast<std::uint32_t>(part.data() - scanned_ + part.size())};
-    }
     std::size_t scanValue(std::uint32_t number, std::size_t start, bool& isDictionary);
     std::size_t passStream(std::uint32_t number, std::size_t at);
     std::uint64_t streamLength(std::uint32_t number);
-    void keep(IndexedObject& object, std::uint32_t number, bool isDictionary);
+    void keep(IndexedObject& object, std::uint32_t number, int flags);
 
     QPDF& file_;
     ReferenceIndex& index_;
     FileText text_;
+    ObjectNotes notes_;
     std::vector<Placed> inFile_;
     std::vector<std::uint32_t> containers_;
     std::map<std::uint32_t, std::vector<std::uint32_t>> membersOf_;
 
-    /// Generations beside index_.references_, needed until all objects are known.
-    std::vector<std::uint16_t> generations_;
-
     std::uint64_t previousEnd_ = 0;
     std::size_t decodedBytes_ = 0;
-
-    // what the scan of the present object found
-    std::size_t referencesBefore_ = 0;
-    std::size_t kidsBefore_ = 0;
-    std::size_t valueStart_ = 0;
-    std::string type_;
-    std::string length_;
-    bool isField_ = false;
-    bool hasKids_ = false;
-    bool hasNumberedDestination_ = false;
-    bool isLink_ = false;
-    bool hasActions_ = false;
-    static constexpr std::size_t noReference = ~std::size_t{0};
-    std::size_t linkReference_ = noReference; // position in index_.references_
-    std::string linkName_;
-    std::vector<std::uint64_t> destinations_;
-    const char* scanned_ = nullptr;
-    Span countValue_;
-    std::optional<AnnotationsOfPage> annotations_;
-    std::uint16_t flags_ = 0;
-    std::int32_t structureKey_ = -1; // when there is one
 };
 
 void IndexBuilder::readCrossReferences()
@@ -296,128 +123,22 @@ void IndexBuilder::readCrossReferences()
     }
 }
 
-void IndexBuilder::noteDestination(std::string_view value)
-{
-    if (value.empty()) {
-        return;
-    }
-    if (value.front() == '[') {
-        // The array's first item is the reference when nothing but digits and "R" come before it
-        // ends.
-        const std::size_t first = skipSpace(value, 1);
-        const bool one = index_.references_.size() == valueStart_ + 1;
-        if (one && first < value.size() && value[first] >= '0' && value[first] <= '9' &&
-            value.find("R", first) < value.find('/', first)) {
-            linkReference_ = valueStart_;
-        }
-    } else if (value.front() == '(' || value.front() == '/' ||
-               (value.front() == '<' && value.size() > 1 && value[1] != '<')) {
-        linkName_ = decodedString(value);
-    }
-}
-
-void IndexBuilder::keepPlainLink(std::uint32_t number)
-{
-    if (!isLink_ || hasActions_ || (linkReference_ == noReference && linkName_.empty())) {
-        return;
-    }
-    const bool byName = linkReference_ == noReference;
-    index_.plainLinks_.push_back({number, byName ? 0 : static_cast<std::uint32_t>(linkReference_),
-                                  static_cast<std::uint32_t>(index_.linkNames_.size()),
-                                  static_cast<std::uint32_t>(byName ? linkName_.size() : 0)});
-    index_.linkNames_ += byName ? linkName_ : std::string();
-}
-
-/// Whether a value with a number of references is an array that holds nothing else.
-static bool isArrayOfReferences(std::string_view value, std::uint32_t count)
-{
-    std::string_view text = trimmed(value);
-    if (text.size() < 2 || text.front() != '[' || text.back() != ']') {
-        return false;
-    }
-    text.remove_prefix(1);
-    text.remove_suffix(1);
-    // As many words, separated by white space, as references make.
-    std::size_t words = 0;
-    bool inWord = false;
-    for (const char ch : text) {
-        if (isDelimiter(ch)) {
-            return false;
-        }
-        const bool space = isWhiteSpace(ch);
-        words += !space && !inWord ? 1 : 0;
-        inWord = !space;
-    }
-    return words == 3U * count;
-}
-
-void IndexBuilder::noteKids(std::string_view value)
-{
-    hasKids_ = true;
-    flags_ |= HasKids;
-    const std::uint32_t count = referencesInValue();
-    if (isArrayOfReferences(value, count)) {
-        index_.kids_.emplace_back();
-        index_.kids_.back().firstReference = static_cast<std::uint32_t>(valueStart_);
-        index_.kids_.back().count = count;
-        index_.kids_.back().kidsValue = spanOf(value);
-    }
-}
-
-void IndexBuilder::noteAnnotations(std::string_view value)
-{
-    const std::uint32_t count = referencesInValue();
-    annotations_.reset();
-    if (isArrayOfReferences(value, count)) {
-        annotations_ = AnnotationsOfPage{0, static_cast<std::uint32_t>(valueStart_), count};
-    }
-}
-
-/// Keeps a node's text with the places in it; forgets the node when it has strings, which would
-/// have to be enciphered anew.
-void IndexBuilder::keepNodeText(std::string_view text)
-{
-    if (index_.kids_.size() == kidsBefore_) {
-        return;
-    }
-    bool hasStrings = text.find('(') != std::string_view::npos;
-    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-        if (text[i] == '<') {
-            hasStrings = hasStrings || text[i + 1] != '<';
-            ++i;
-        }
-    }
-    if (hasStrings) {
-        index_.kids_.pop_back();
-        return;
-    }
-    KidsOfNode& node = index_.kids_.back();
-    const Span own = spanOf(text);
-    const auto relative = [&](Span span) {
-        return span.end == 0 ? Span() : Span{span.begin - own.begin, span.end - own.begin};
-    };
-    node.text = std::string(text);
-    node.kidsValue = relative(node.kidsValue);
-    node.countValue = relative(countValue_);
-}
-
 /// Scans the value at `start` of the opened text; reads more of the file while it is too short.
 std::size_t IndexBuilder::scanValue(std::uint32_t number, std::size_t start, bool& isDictionary)
 {
     for (;;) {
-        scanned_ = text_.view().data();
-        ValueScanner scanner(text_.view(), *this);
+        notes_.begin(text_.view().data());
+        ValueScanner scanner(text_.view(), notes_);
         const ScanResult result = scanner.scan(start);
         if (result == ScanResult::Complete) {
             isDictionary = scanner.isDictionary();
-            keepNodeText(text_.view().substr(start, scanner.position() - start));
+            notes_.valueEnds(text_.view().substr(start, scanner.position() - start));
             return scanner.position();
         }
         if (result == ScanResult::Malformed || !text_.extend()) {
             notFit(number, "its text does not read as expected");
         }
-        forgetObject();
-        beginObject();
+        notes_.forget();
     }
 }
 
@@ -425,7 +146,7 @@ std::uint64_t IndexBuilder::streamLength(std::uint32_t number)
 {
     std::size_t at = 0;
     std::uint64_t length = 0;
-    if (readUnsigned(length_, at, length) && at == length_.size()) {
+    if (readUnsigned(notes_.length(), at, length) && at == notes_.length().size()) {
         return length;
     }
     QPDFObjectHandle stream =
@@ -471,42 +192,9 @@ std::size_t IndexBuilder::passStream(std::uint32_t number, std::size_t at)
     return at + 9;
 }
 
-void IndexBuilder::keep(IndexedObject& object, std::uint32_t number, bool isDictionary)
+void IndexBuilder::keep(IndexedObject& object, std::uint32_t number, int flags)
 {
-    object.firstReference = static_cast<std::uint32_t>(referencesBefore_);
-    object.referenceCount =
-        static_cast<std::uint32_t>(index_.references_.size() - referencesBefore_);
-    object.flags = static_cast<std::uint16_t>(flags_ | (isDictionary ? IsDictionary : 0)) & 0x1FFF;
-    for (const std::uint64_t hash : destinations_) {
-        index_.namedDestinations_.push_back({hash, number});
-    }
-    if (annotations_) {
-        annotations_->object = number;
-        index_.annotations_.push_back(*annotations_);
-    }
-    if ((flags_ & HasStructure) != 0) {
-        index_.structureKeys_.push_back({number, structureKey_});
-    }
-    if (hasNumberedDestination_) {
-        index_.withNumberedDestinations_.push_back(number);
-    }
-    keepPlainLink(number);
-    if (hasKids_ && !isField_) {
-        object.kind = Kind::PageNode;
-        if (index_.kids_.size() > kidsBefore_) {
-            index_.kids_.back().object = number;
-        }
-    } else {
-        index_.kids_.resize(kidsBefore_);
-        if (type_ == "/Page") {
-            object.kind = Kind::Page;
-        } else if (type_ == "/ObjStm") {
-            object.kind = Kind::ObjectStream;
-        } else if (type_ == "/XRef") {
-            object.kind = Kind::CrossReferenceStream;
-        }
-    }
-    if (index_.references_.size() > 0xFFFFFFF0U) {
+    if (!notes_.keep(object, number, flags)) {
         throw NotFit{"too many references"};
     }
 }
@@ -529,14 +217,14 @@ void IndexBuilder::scanInFile(const Placed& placed)
         writtenGeneration != object.generation) {
         notFit(number, "is not where the cross-reference table says");
     }
-    beginObject();
     bool isDictionary = false;
     at = scanValue(number, at + 3, isDictionary);
+    int flags = isDictionary ? IsDictionary : 0;
     text_.require(at + 64);
     at = skipSpace(text_.view(), at);
     if (isDictionary && text_.view().substr(at, 6) == "stream") {
         at = passStream(number, at);
-        flags_ |= IsStream;
+        flags |= IsStream;
         text_.require(at + 64);
         at = skipSpace(text_.view(), at);
     }
@@ -549,7 +237,7 @@ void IndexBuilder::scanInFile(const Placed& placed)
     }
     object.end = text_.offset() + at;
     previousEnd_ = object.end;
-    keep(object, number, isDictionary);
+    keep(object, number, flags);
 }
 
 void IndexBuilder::scanObjectStream(std::uint32_t number)
@@ -592,41 +280,21 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
             continue;
         }
         IndexedObject& object = index_.objects_[member];
-        beginObject();
-        scanned_ = text.data();
-        ValueScanner scanner(text, *this);
+        notes_.begin(text.data());
+        ValueScanner scanner(text, notes_);
         if (scanner.scan(start) != ScanResult::Complete) {
             notFit(static_cast<std::uint32_t>(member), "its text does not read as expected");
         }
         object.start = start;
         object.end = scanner.position();
-        keepNodeText(std::string_view(text).substr(start, object.end - start));
-        keep(object, static_cast<std::uint32_t>(member), scanner.isDictionary());
+        notes_.valueEnds(std::string_view(text).substr(start, object.end - start));
+        keep(object, static_cast<std::uint32_t>(member), scanner.isDictionary() ? IsDictionary : 0);
         members.members.push_back(static_cast<std::uint32_t>(member));
     }
     if (members.members.size() != membersOf_[number].size()) {
         notFit(number, "does not hold the objects that are said to be in it");
     }
     index_.objectStreams_.push_back(std::move(members));
-}
-
-/// References that mean null become references to object 0, which no file has.
-void IndexBuilder::resolveReferences()
-{
-    std::vector<std::uint32_t>& all = index_.references_;
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        if (!index_.contains(all[i]) || index_.objects_[all[i]].generation != generations_[i]) {
-            all[i] = 0;
-        }
-    }
-    // Links were noted with the place of their reference; now it is known what it means.
-    for (ReferenceIndex::PlainLink& link : index_.plainLinks_) {
-        link.page = link.nameLength > 0 ? 0 : all[link.page];
-    }
-    std::sort(index_.plainLinks_.begin(), index_.plainLinks_.end(),
-              [](const auto& a, const auto& b) { return a.object < b.object; });
-    generations_ = {};
-    all.shrink_to_fit();
 }
 
 std::unique_ptr<ReferenceIndex> ReferenceIndex::build(QPDF& file, io::ByteSource& source,

@@ -183,6 +183,7 @@ public:
 
 private:
     friend class IndexBuilder;
+    friend class ObjectNotes;
 
     std::vector<IndexedObject> objects_;
     std::vector<std::uint32_t> references_;

@@ -1,0 +1,301 @@
+#include "KarvelPDFLibrary/index/ObjectNotes.h"
+
+#include <algorithm>
+
+namespace karvel::index {
+
+namespace {
+
+bool isInheritable(std::string_view key)
+{
+    return key == "Resources" || key == "MediaBox" || key == "CropBox" || key == "Rotate";
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    text.remove_prefix(std::min(skipSpace(text, 0), text.size()));
+    while (!text.empty() && isWhiteSpace(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+/// What names say of an object wherever they stand in it. Every name of a file is looked up here.
+struct TellingName {
+    std::string_view name;
+    int flag;
+};
+constexpr TellingName tellingNames[] = {
+    {"D", HasDestination},          {"A", HasDestination},
+    {"AA", HasDestination},         {"OC", HasOptionalParts},
+    {"Sig", HasSignature},          {"Dest", HasDestination},
+    {"OCGs", HasOptionalParts},     {"Popup", HasPopup},
+    {"ByteRange", HasSignature},    {"Properties", HasOptionalParts},
+    {"DocTimeStamp", HasSignature},
+};
+
+int flagOf(std::string_view name)
+{
+    for (const TellingName& telling : tellingNames) {
+        if (name == telling.name) {
+            return telling.flag;
+        }
+    }
+    // What is written in an unusual way is looked at later.
+    return name.find('#') == std::string_view::npos
+               ? 0
+               : HasDestination | HasOptionalParts | HasPopup | HasSignature;
+}
+
+/// A plain number that stands alone; -1 for everything else.
+std::int32_t plainNumber(std::string_view value)
+{
+    const std::string_view text = trimmed(value);
+    std::size_t at = 0;
+    std::uint64_t number = 0;
+    const bool plain = readUnsigned(text, at, number) && at == text.size() && number <= 0x7FFFFFFF;
+    return plain ? static_cast<std::int32_t>(number) : -1;
+}
+
+/// Whether a value with a number of references is an array that holds nothing else.
+bool isArrayOfReferences(std::string_view value, std::uint32_t count)
+{
+    std::string_view text = trimmed(value);
+    if (text.size() < 2 || text.front() != '[' || text.back() != ']') {
+        return false;
+    }
+    text.remove_prefix(1);
+    text.remove_suffix(1);
+    // As many words, separated by white space, as references make.
+    std::size_t words = 0;
+    bool inWord = false;
+    for (const char ch : text) {
+        if (isDelimiter(ch)) {
+            return false;
+        }
+        const bool space = isWhiteSpace(ch);
+        words += !space && !inWord ? 1 : 0;
+        inWord = !space;
+    }
+    return words == 3U * count;
+}
+
+} // namespace
+
+void ObjectNotes::begin(const char* text)
+{
+    scanned_ = text;
+    referencesBefore_ = index_.references_.size();
+    kidsBefore_ = index_.kids_.size();
+    type_.clear();
+    length_.clear();
+    isField_ = false;
+    hasKids_ = false;
+    hasNumberedDestination_ = false;
+    annotations_.reset();
+    destinations_.clear();
+    isLink_ = false;
+    hasActions_ = false;
+    linkReference_ = noReference;
+    linkName_.clear();
+    countValue_ = {};
+    flags_ = 0;
+}
+
+void ObjectNotes::forget()
+{
+    index_.references_.resize(referencesBefore_);
+    generations_.resize(referencesBefore_);
+    index_.kids_.resize(kidsBefore_);
+}
+
+void ObjectNotes::name(std::string_view name)
+{
+    flags_ = static_cast<std::uint16_t>(flags_ | flagOf(name));
+}
+
+void ObjectNotes::afterEntry(std::string_view key, std::string_view value)
+{
+    if (key == "Type") {
+        type_ = decodedName(trimmed(value));
+    } else if (key == "Kids") {
+        noteKids(value);
+    } else if (key == "Count") {
+        countValue_ = spanOf(value);
+    } else if (key == "Subtype") {
+        isLink_ = trimmed(value) == "/Link";
+    } else if (key == "Dest") {
+        noteDestination(trimmed(value));
+    } else if (key == "A" || key == "AA" || key == "PA") {
+        hasActions_ = true;
+    } else if (key == "Length") {
+        length_ = std::string(trimmed(value));
+    } else if (key == "FT" || key == "T") {
+        isField_ = true;
+    } else if (key == "Annots") {
+        flags_ |= HasAnnotations;
+        noteAnnotations(value);
+    } else if (key == "StructParents" || key == "StructParent") {
+        flags_ |= HasStructure;
+        structureKey_ = plainNumber(value);
+    } else if (key == "B") {
+        flags_ |= HasBeads;
+    } else if (isInheritable(key)) {
+        flags_ |= HasInheritable;
+    }
+}
+
+void ObjectNotes::noteDestination(std::string_view value)
+{
+    if (value.empty()) {
+        return;
+    }
+    if (value.front() == '[') {
+        // The array's first item is the reference when nothing but digits and "R" come before it
+        // ends.
+        const std::size_t first = skipSpace(value, 1);
+        const bool one = index_.references_.size() == valueStart_ + 1;
+        if (one && first < value.size() && value[first] >= '0' && value[first] <= '9' &&
+            value.find("R", first) < value.find('/', first)) {
+            linkReference_ = valueStart_;
+        }
+    } else if (value.front() == '(' || value.front() == '/' ||
+               (value.front() == '<' && value.size() > 1 && value[1] != '<')) {
+        linkName_ = decodedString(value);
+    }
+}
+
+void ObjectNotes::keepPlainLink(std::uint32_t number)
+{
+    if (!isLink_ || hasActions_ || (linkReference_ == noReference && linkName_.empty())) {
+        return;
+    }
+    const bool byName = linkReference_ == noReference;
+    index_.plainLinks_.push_back({number, byName ? 0 : static_cast<std::uint32_t>(linkReference_),
+                                  static_cast<std::uint32_t>(index_.linkNames_.size()),
+                                  static_cast<std::uint32_t>(byName ? linkName_.size() : 0)});
+    index_.linkNames_ += byName ? linkName_ : std::string();
+}
+
+void ObjectNotes::noteKids(std::string_view value)
+{
+    hasKids_ = true;
+    flags_ |= HasKids;
+    const std::uint32_t count = referencesInValue();
+    if (isArrayOfReferences(value, count)) {
+        index_.kids_.emplace_back();
+        index_.kids_.back().firstReference = static_cast<std::uint32_t>(valueStart_);
+        index_.kids_.back().count = count;
+        index_.kids_.back().kidsValue = spanOf(value);
+    }
+}
+
+void ObjectNotes::noteAnnotations(std::string_view value)
+{
+    const std::uint32_t count = referencesInValue();
+    annotations_.reset();
+    if (isArrayOfReferences(value, count)) {
+        annotations_ = AnnotationsOfPage{0, static_cast<std::uint32_t>(valueStart_), count};
+    }
+}
+
+/// Keeps a node's text with the places in it; forgets the node when it has strings, which would
+/// have to be enciphered anew.
+void ObjectNotes::keepNodeText(std::string_view text)
+{
+    if (index_.kids_.size() == kidsBefore_) {
+        return;
+    }
+    bool hasStrings = text.find('(') != std::string_view::npos;
+    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        if (text[i] == '<') {
+            hasStrings = hasStrings || text[i + 1] != '<';
+            ++i;
+        }
+    }
+    if (hasStrings) {
+        index_.kids_.pop_back();
+        return;
+    }
+    KidsOfNode& node = index_.kids_.back();
+    const Span own = spanOf(text);
+    const auto relative = [&](Span span) {
+        return span.end == 0 ? Span() : Span{span.begin - own.begin, span.end - own.begin};
+    };
+    node.text = std::string(text);
+    node.kidsValue = relative(node.kidsValue);
+    node.countValue = relative(countValue_);
+}
+
+void ObjectNotes::keepKind(IndexedObject& object, std::uint32_t number)
+{
+    if (hasKids_ && !isField_) {
+        object.kind = Kind::PageNode;
+        if (index_.kids_.size() > kidsBefore_) {
+            index_.kids_.back().object = number;
+        }
+    } else {
+        index_.kids_.resize(kidsBefore_);
+        if (type_ == "/Page") {
+            object.kind = Kind::Page;
+        } else if (type_ == "/ObjStm") {
+            object.kind = Kind::ObjectStream;
+        } else if (type_ == "/XRef") {
+            object.kind = Kind::CrossReferenceStream;
+        }
+    }
+}
+
+bool ObjectNotes::keep(IndexedObject& object, std::uint32_t number, int flags)
+{
+    object.firstReference = static_cast<std::uint32_t>(referencesBefore_);
+    object.referenceCount =
+        static_cast<std::uint32_t>(index_.references_.size() - referencesBefore_);
+    object.flags = static_cast<std::uint16_t>(flags_ | flags) & 0x1FFF;
+    for (const std::uint64_t hash : destinations_) {
+        index_.namedDestinations_.push_back({hash, number});
+    }
+    if (annotations_) {
+        annotations_->object = number;
+        index_.annotations_.push_back(*annotations_);
+    }
+    if ((flags_ & HasStructure) != 0) {
+        index_.structureKeys_.push_back({number, structureKey_});
+    }
+    if (hasNumberedDestination_) {
+        index_.withNumberedDestinations_.push_back(number);
+    }
+    keepPlainLink(number);
+    keepKind(object, number);
+    return index_.references_.size() <= 0xFFFFFFF0U;
+}
+
+/// References that mean null become references to object 0, which no file has.
+void ObjectNotes::resolveReferences()
+{
+    std::vector<std::uint32_t>& all = index_.references_;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (!index_.contains(all[i]) || index_.objects_[all[i]].generation != generations_[i]) {
+            all[i] = 0;
+        }
+    }
+    // Links were noted with the place of their reference; now it is known what it means.
+    for (ReferenceIndex::PlainLink& link : index_.plainLinks_) {
+        link.page = link.nameLength > 0 ? 0 : all[link.page];
+    }
+    generations_ = {};
+    all.shrink_to_fit();
+}
+
+void ObjectNotes::finish()
+{
+    resolveReferences();
+    const auto byObject = [](const auto& a, const auto& b) { return a.object < b.object; };
+    std::sort(index_.kids_.begin(), index_.kids_.end(), byObject);
+    std::sort(index_.annotations_.begin(), index_.annotations_.end(), byObject);
+    std::sort(index_.plainLinks_.begin(), index_.plainLinks_.end(), byObject);
+    std::sort(index_.namedDestinations_.begin(), index_.namedDestinations_.end(),
+              [](const auto& a, const auto& b) { return a.hash < b.hash; });
+}
+
+} // namespace karvel::index
