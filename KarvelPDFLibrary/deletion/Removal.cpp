@@ -151,6 +151,13 @@ const index::ReferenceIndex::PlainLink* Removal::plainLink(int object) const
     return index->plainLink(static_cast<std::uint32_t>(object));
 }
 
+const index::PlainElement* Removal::plainElement(int object) const
+{
+    return unchanged(object) == nullptr
+               ? nullptr
+               : document_.index()->plainElement(static_cast<std::uint32_t>(object));
+}
+
 bool Removal::judgePlainLink(int object)
 {
     const auto* link = plainLink(object);
@@ -192,16 +199,16 @@ bool Removal::isHeldByGoneOnly(int object)
     });
 }
 
-std::vector<QPDFObjectHandle> Removal::pageReferrers()
+std::vector<int> Removal::pageReferrers()
 {
-    std::vector<QPDFObjectHandle> found;
+    std::vector<int> found;
     std::unordered_set<std::uint32_t> seen;
     for (const PageEntry& page : document_.removedPages()) {
         for (const std::uint32_t referrer : referrers().of(page.object)) {
             const auto number = static_cast<int>(referrer);
             if (!isGone(number) && !isTreeNode(number) && plainLink(number) == nullptr &&
                 seen.insert(referrer).second) {
-                found.push_back(file().getObject(referrers().idOf(referrer)));
+                found.push_back(number);
             }
         }
     }
@@ -317,28 +324,25 @@ std::vector<QPDFObjectHandle> Removal::objectsWithNumberedDestinations()
     return objects;
 }
 
-/// Whether the index shows that an object which is a destination leads to a page that stays: it
-/// refers to such pages and to nothing else.
-bool Removal::leadsElsewhere(const QPDFObjectHandle& destination) const
+/// Whether an object that is a destination leads to a removed page, when the index shows it: its
+/// one reference is to a page.
+std::optional<bool> Removal::indexedVerdict(const QPDFObjectHandle& destination) const
 {
     const index::IndexedObject* indexed = unchanged(destination.getObjectID());
-    if (indexed == nullptr || indexed->referenceCount == 0 ||
+    if (indexed == nullptr || indexed->referenceCount != 1 ||
         !document_.index()->withNumberedDestinations().empty()) {
-        return false;
+        return std::nullopt;
     }
-    const std::uint32_t* references =
-        document_.index()->references().data() + indexed->firstReference;
-    return std::all_of(references, references + indexed->referenceCount,
-                       [this](std::uint32_t target) {
-                           return document_.index()->object(target).kind == index::Kind::Page &&
-                                  !isGone(static_cast<int>(target));
-                       });
+    const std::uint32_t target = document_.index()->references()[indexed->firstReference];
+    return document_.index()->object(target).kind == index::Kind::Page
+               ? std::optional<bool>(isGone(static_cast<int>(target)))
+               : std::nullopt;
 }
 
 bool Removal::leadsToRemovedPage(QPDFObjectHandle destination)
 {
-    if (leadsElsewhere(destination)) {
-        return false;
+    if (const std::optional<bool> verdict = indexedVerdict(destination)) {
+        return *verdict;
     }
     if (destination.isDictionary()) {
         destination = destination.getKey("/D");

@@ -80,6 +80,9 @@ public:
     /// done.
     bool judgePlainLink(int object);
 
+    /// What the index knows of a plain structure element; null when the object is something else.
+    const index::PlainElement* plainElement(int object) const;
+
     /// Whether an object is a removed page or was dropped.
     bool isGone(const QPDFObjectHandle& object) const
     {
@@ -101,9 +104,9 @@ public:
     /// began; each once.
     std::vector<QPDFObjectHandle> referrersOf(int object);
 
-    /// The objects, not gone themselves, that refer to removed pages, each once. Page tree nodes
-    /// and plain links are left out.
-    std::vector<QPDFObjectHandle> pageReferrers();
+    /// The numbers of the objects, not gone themselves, that refer to removed pages, each once.
+    /// Page tree nodes and plain links are left out.
+    std::vector<int> pageReferrers();
 
     /// Goes upwards from the removed pages: calls `visit` with every object, not gone itself, that
     /// refers to one, and where that says yes, with the objects that refer to that one, and so on,
@@ -142,7 +145,7 @@ private:
 
     /// What the index knows of an object; null when that is nothing, or of a former value.
     const index::IndexedObject* unchanged(int object) const;
-    bool leadsElsewhere(const QPDFObjectHandle& destination) const;
+    std::optional<bool> indexedVerdict(const QPDFObjectHandle& destination) const;
     Referrers& referrers();
     void climb(std::vector<int> open, std::unordered_set<std::uint32_t> seen,
                const std::function<bool(QPDFObjectHandle)>& visit);

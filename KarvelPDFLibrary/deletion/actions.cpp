@@ -80,6 +80,13 @@ bool carries(QPDFObjectHandle object)
     return action || destination || triggers;
 }
 
+/// What the index shows to be a structure element without attributes, or a bead.
+bool isOfStructure(Removal& removal, const QPDFObjectHandle& object)
+{
+    return !removal.mayBeArray(object) && removal.mayHave(object, index::HasPlace) &&
+           !removal.mayHave(object, index::HasDestination | index::HasSubtype);
+}
+
 bool isNumberedDestination(QPDFObjectHandle value)
 {
     if (!value.isArray() || value.getArrayNItems() < 2 || !value.getArrayItem(0).isInteger() ||
@@ -134,7 +141,7 @@ void removeActions(Removal& removal)
     // Outline entries have a file of their own.
     std::vector<QPDFObjectHandle> holders;
     const auto collect = [&](QPDFObjectHandle object) {
-        if (removal.judgePlainLink(object.getObjectID())) {
+        if (removal.judgePlainLink(object.getObjectID()) || isOfStructure(removal, object)) {
             return false;
         }
         if (!(object.isDictionary() && object.hasKey("/Title"))) {

@@ -99,7 +99,12 @@ private:
     /// Widgets need not be listed by their page to be known as its own.
     void takeThoseThatNamePages()
     {
-        for (QPDFObjectHandle object : removal_.pageReferrers()) {
+        for (const int number : removal_.pageReferrers()) {
+            if (!removal_.mayHave(number, index::HasPlace) ||
+                !removal_.mayHave(number, index::HasSubtype)) {
+                continue;
+            }
+            QPDFObjectHandle object = removal_.object(number);
             if (object.isDictionary() && object.getKey("/Subtype").isName() &&
                 removal_.isRemovedPage(object.getKey("/P"))) {
                 take(object);

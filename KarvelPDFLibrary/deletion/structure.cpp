@@ -46,11 +46,13 @@ public:
 
     void run()
     {
+        for (const int number : removal_.pageReferrers()) {
+            if (!takePlainElement(number)) {
+                touchHoldersOf(removal_.object(number));
+            }
+        }
         for (const QPDFObjectHandle& element : parents_.elements()) {
             touchElement(element);
-        }
-        for (const QPDFObjectHandle& object : removal_.pageReferrers()) {
-            touchHoldersOf(object);
         }
         const std::vector<QPDFObjGen> dropped = removal_.dropped();
         for (const QPDFObjGen& object : dropped) {
@@ -79,6 +81,25 @@ private:
 
     // --- which elements are concerned ---
 
+    /// An element that only has content of a removed page goes without being built. False when it
+    /// is not known to be one.
+    bool takePlainElement(int number)
+    {
+        const index::PlainElement* element = removal_.plainElement(number);
+        if (element == nullptr || !removal_.isRemovedPage(static_cast<int>(element->page))) {
+            return false;
+        }
+        removal_.drop(number);
+        removedAny_ = true;
+        const auto parent = static_cast<int>(element->parent);
+        if (parent != 0 && parent != root_.getObjectID() && !removal_.isGone(parent)) {
+            Element& above = touch(removal_.object(parent));
+            above.isLooked = true;
+            above.lostBelow = true;
+        }
+        return true;
+    }
+
     /// Finds the elements that hold something which refers to what goes.
     void touchHoldersOf(const QPDFObjectHandle& object)
     {
@@ -89,6 +110,9 @@ private:
             open.pop_back();
             if (!seen.insert(at.getObjectID()).second || at.getObjectID() == root_.getObjectID()) {
                 continue;
+            }
+            if (!removal_.mayBeArray(at) && !removal_.mayHave(at, index::HasPlace)) {
+                continue; // neither an element nor a reference to content
             }
             const bool array = removal_.mayBeArray(at) && at.isArray();
             if (!array && isElement(at)) {

@@ -26,11 +26,18 @@ struct TellingName {
     int flag;
 };
 constexpr TellingName tellingNames[] = {
-    {"D", HasDestination},          {"A", HasDestination},
-    {"AA", HasDestination},         {"OC", HasOptionalParts},
-    {"Sig", HasSignature},          {"Dest", HasDestination},
-    {"OCGs", HasOptionalParts},     {"Popup", HasPopup},
-    {"ByteRange", HasSignature},    {"Properties", HasOptionalParts},
+    {"D", HasDestination},
+    {"A", HasDestination},
+    {"AA", HasDestination},
+    {"OC", HasOptionalParts},
+    {"Pg", HasPlace},
+    {"Sig", HasSignature},
+    {"Obj", HasPlace},
+    {"Dest", HasDestination},
+    {"OCGs", HasOptionalParts},
+    {"Popup", HasPopup},
+    {"ByteRange", HasSignature},
+    {"Properties", HasOptionalParts},
     {"DocTimeStamp", HasSignature},
 };
 
@@ -44,7 +51,7 @@ int flagOf(std::string_view name)
     // What is written in an unusual way is looked at later.
     return name.find('#') == std::string_view::npos
                ? 0
-               : HasDestination | HasOptionalParts | HasPopup | HasSignature;
+               : HasDestination | HasOptionalParts | HasPopup | HasSignature | HasPlace;
 }
 
 /// A plain number that stands alone; -1 for everything else.
@@ -97,6 +104,9 @@ void ObjectNotes::begin(const char* text)
     isLink_ = false;
     hasActions_ = false;
     linkReference_ = noReference;
+    parentReference_ = noReference;
+    pageReference_ = noReference;
+    hasStructureType_ = false;
     linkName_.clear();
     countValue_ = {};
     flags_ = 0;
@@ -124,6 +134,7 @@ void ObjectNotes::afterEntry(std::string_view key, std::string_view value)
         countValue_ = spanOf(value);
     } else if (key == "Subtype") {
         isLink_ = trimmed(value) == "/Link";
+        flags_ |= HasSubtype;
     } else if (key == "Dest") {
         noteDestination(trimmed(value));
     } else if (key == "A" || key == "AA" || key == "PA") {
@@ -138,6 +149,13 @@ void ObjectNotes::afterEntry(std::string_view key, std::string_view value)
     } else if (key == "StructParents" || key == "StructParent") {
         flags_ |= HasStructure;
         structureKey_ = plainNumber(value);
+    } else if (key == "S") {
+        hasStructureType_ = trimmed(value).substr(0, 1) == "/";
+    } else if (key == "P") {
+        flags_ |= HasPlace;
+        parentReference_ = referenceIn(value);
+    } else if (key == "Pg") {
+        pageReference_ = referenceIn(value);
     } else if (key == "B") {
         flags_ |= HasBeads;
     } else if (isInheritable(key)) {
@@ -162,6 +180,25 @@ void ObjectNotes::noteDestination(std::string_view value)
     } else if (value.front() == '(' || value.front() == '/' ||
                (value.front() == '<' && value.size() > 1 && value[1] != '<')) {
         linkName_ = decodedString(value);
+    }
+}
+
+/// The position of a value's reference when that is all there is.
+std::size_t ObjectNotes::referenceIn(std::string_view value) const
+{
+    const std::string_view text = trimmed(value);
+    const bool one = referencesInValue() == 1 && !text.empty() && text.back() == 'R';
+    return one ? valueStart_ : noReference;
+}
+
+void ObjectNotes::keepPlainElement(std::uint32_t number)
+{
+    const bool plain = hasStructureType_ && parentReference_ != noReference &&
+                       pageReference_ != noReference && (flags_ & HasSubtype) == 0 &&
+                       index_.references_.size() == referencesBefore_ + 2;
+    if (plain) {
+        index_.plainElements_.push_back({number, static_cast<std::uint32_t>(parentReference_),
+                                         static_cast<std::uint32_t>(pageReference_)});
     }
 }
 
@@ -266,6 +303,7 @@ bool ObjectNotes::keep(IndexedObject& object, std::uint32_t number, int flags)
         index_.withNumberedDestinations_.push_back(number);
     }
     keepPlainLink(number);
+    keepPlainElement(number);
     keepKind(object, number);
     return index_.references_.size() <= 0xFFFFFFF0U;
 }
@@ -279,7 +317,11 @@ void ObjectNotes::resolveReferences()
             all[i] = 0;
         }
     }
-    // Links were noted with the place of their reference; now it is known what it means.
+    // These were noted with the places of their references; now it is known what they mean.
+    for (PlainElement& element : index_.plainElements_) {
+        element.parent = all[element.parent];
+        element.page = all[element.page];
+    }
     for (ReferenceIndex::PlainLink& link : index_.plainLinks_) {
         link.page = link.nameLength > 0 ? 0 : all[link.page];
     }
@@ -294,6 +336,7 @@ void ObjectNotes::finish()
     std::sort(index_.kids_.begin(), index_.kids_.end(), byObject);
     std::sort(index_.annotations_.begin(), index_.annotations_.end(), byObject);
     std::sort(index_.plainLinks_.begin(), index_.plainLinks_.end(), byObject);
+    std::sort(index_.plainElements_.begin(), index_.plainElements_.end(), byObject);
     std::sort(index_.namedDestinations_.begin(), index_.namedDestinations_.end(),
               [](const auto& a, const auto& b) { return a.hash < b.hash; });
 }

@@ -59,6 +59,8 @@ private:
     void keepNodeText(std::string_view text);
     void noteDestination(std::string_view value);
     void keepPlainLink(std::uint32_t number);
+    void keepPlainElement(std::uint32_t number);
+    std::size_t referenceIn(std::string_view value) const;
     void keepKind(IndexedObject& object, std::uint32_t number);
     void resolveReferences();
 
@@ -86,7 +88,10 @@ private:
     bool isLink_ = false;
     bool hasActions_ = false;
     static constexpr std::size_t noReference = ~std::size_t{0};
-    std::size_t linkReference_ = noReference; // position in index_.references_
+    std::size_t linkReference_ = noReference; // positions in index_.references_
+    std::size_t parentReference_ = noReference;
+    std::size_t pageReference_ = noReference;
+    bool hasStructureType_ = false;
     std::string linkName_;
     std::vector<std::uint64_t> destinations_;
     const char* scanned_ = nullptr;

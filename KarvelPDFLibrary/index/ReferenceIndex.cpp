@@ -338,6 +338,11 @@ const ReferenceIndex::PlainLink* ReferenceIndex::plainLink(std::uint32_t object)
     return ofObject(plainLinks_, object);
 }
 
+const PlainElement* ReferenceIndex::plainElement(std::uint32_t object) const
+{
+    return ofObject(plainElements_, object);
+}
+
 const KidsOfNode* ReferenceIndex::kidsOf(std::uint32_t node) const
 {
     return ofObject(kids_, node);

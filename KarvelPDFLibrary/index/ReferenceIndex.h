@@ -36,6 +36,8 @@ enum Flag : std::uint16_t {
     HasKids = 256,          // /Kids
     HasPopup = 512,         // at any depth /Popup
     HasSignature = 1024,    // at any depth /Sig, /DocTimeStamp or /ByteRange
+    HasPlace = 2048,        // /P, or at any depth /Pg or /Obj
+    HasSubtype = 4096,      // /Subtype
 };
 
 /// Where an object stands and what it refers to.
@@ -68,6 +70,14 @@ static_assert(sizeof(IndexedObject) == 32);
 struct StructureKey {
     std::uint32_t object = 0;
     std::int32_t key = -1; // -1 when it is not a plain number in the object's text
+};
+
+/// A structure element that refers to the element above it and to the page of its content, and to
+/// nothing else.
+struct PlainElement {
+    std::uint32_t object = 0;
+    std::uint32_t parent = 0;
+    std::uint32_t page = 0;
 };
 
 /// The annotations of a page whose /Annots is an array of references and nothing else.
@@ -175,6 +185,9 @@ public:
         return std::string_view(linkNames_).substr(link.nameStart, link.nameLength);
     }
 
+    /// The plain structure element with an object number; null when the object is something else.
+    const PlainElement* plainElement(std::uint32_t object) const;
+
     /// All keys into the structure's parent tree, in no order.
     const std::vector<StructureKey>& structureKeys() const { return structureKeys_; }
 
@@ -195,6 +208,7 @@ private:
     std::vector<PlainLink> plainLinks_; // by object number
     std::string linkNames_;
     std::vector<StructureKey> structureKeys_;
+    std::vector<PlainElement> plainElements_; // by object number
     std::vector<ObjectStreamMembers> objectStreams_;
     bool usesCrossReferenceStream_ = false;
 };
