@@ -9,8 +9,12 @@ namespace {
 bool leads(Removal& removal, QPDFObjectHandle action)
 {
     QPDFObjectHandle kind = action.getKey("/S");
-    return kind.isName() && kind.getName() == "/GoTo" &&
-           removal.leadsToRemovedPage(action.getKey("/D"));
+    const std::string name = kind.isName() ? kind.getName() : std::string();
+    if (name == "/Thread") {
+        return !action.hasKey("/F") &&
+               (removal.isGone(action.getKey("/D")) || removal.isGone(action.getKey("/B")));
+    }
+    return name == "/GoTo" && removal.leadsToRemovedPage(action.getKey("/D"));
 }
 
 std::vector<QPDFObjectHandle> nextOf(QPDFObjectHandle action)

@@ -121,6 +121,10 @@ public:
     /// tree without.
     std::unordered_set<std::string> goneNames;
 
+    /// Objects that may be thread actions, or hold such, that lead to threads or beads that are
+    /// gone.
+    std::vector<QPDFObjectHandle> threadActions;
+
     /// The present number of the page that had a number, from 1, before the removal; 0 when it
     /// went, and the number itself when there never was such a page.
     int presentNumberOf(int original);

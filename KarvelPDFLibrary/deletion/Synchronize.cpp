@@ -14,6 +14,7 @@ void putReferencesRight(Document& document)
     removeAnnotations(removal);
     removeFormFields(removal);
     removeSignatures(removal);
+    removeArticleBeads(removal);
     removeNamedDestinations(removal);
     removeActions(removal);
     removeStructure(removal);

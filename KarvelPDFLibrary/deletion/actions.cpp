@@ -150,6 +150,7 @@ void removeActions(Removal& removal)
         return carries(object);
     };
     removal.climbFromPages(collect);
+    removal.climbFrom(removal.threadActions, collect);
     removal.climbFrom(removal.objectsThatNameGoneDestinations(), collect);
     removal.climbFrom(removal.objectsWithNumberedDestinations(), collect);
     for (const QPDFObjectHandle& holder : holders) {

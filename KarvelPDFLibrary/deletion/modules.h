@@ -18,6 +18,9 @@ void removeFormFields(Removal& removal);
 /// do; each with a warning that names its field. To be called after removeFormFields().
 void removeSignatures(Removal& removal);
 
+/// Beads of removed pages, and article threads that are left without any.
+void removeArticleBeads(Removal& removal);
+
 /// Named destinations that lead to removed pages, in the name tree and the old dictionary.
 void removeNamedDestinations(Removal& removal);
 
