@@ -66,6 +66,14 @@ std::string remedy(Reason reason)
         return "move it away, or use --overwrite to replace it";
     case Reason::ActionMissing:
         return "vantora actions lists them";
+    case Reason::ActionListMissing:
+        return "vantora lists shows what there is";
+    case Reason::FavouriteMissing:
+        return "vantora favourites shows what there is";
+    case Reason::SavedStepsUnusable:
+        return "save it anew from the action's options dialog (vantora configure)";
+    case Reason::DisplayMissing:
+        return "run it in a desktop session, with DISPLAY or WAYLAND_DISPLAY set";
     case Reason::ActionUnusable:
     case Reason::LibraryMissing:
         return "the installation is incomplete; install it again";

@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <map>
 #include <optional>
 
 namespace vantora::cli {
@@ -18,6 +19,7 @@ constexpr char programExamples[] = R"(Examples:
   vantora run --pages 1,4-6 report.pdf -o short.pdf
   vantora run --pages 1 *.pdf -d without-covers
   vantora info short.pdf
+  vantora configure "Delete Pages"
 
 `vantora COMMAND --help` explains a command.)";
 
@@ -32,6 +34,8 @@ constexpr char runExamples[] = R"(Examples:
     vantora run --pages 1 --in-place --backup scans/*.pdf
   In a pipe:
     vantora run --pages 1 - -o - <report.pdf >short.pdf
+  What was saved from an options dialog:
+    vantora run --list "Clean scans" scans/*.pdf -d clean
 
 Exit status: 0 every document is done, 1 at least one failed (the others are done),
 2 wrong usage, 130 interrupted.)";
@@ -40,12 +44,19 @@ constexpr char infoExamples[] = R"(Examples:
   vantora info report.pdf
   vantora info --json *.pdf)";
 
-// The parser would print how many values are wanted, which is all there are.
+constexpr char configureExamples[] = R"(Examples:
+  vantora configure "Delete Pages"
+  vantora configure "Delete Pages" --set byPageRangeTextEdit=1,4-6 --inside main-window
+
+Prints the options as a JSON object when they are accepted.
+Exit status: 0 accepted, 1 not accepted, 2 wrong usage, 130 interrupted.)";
+
+// The parser would print how many values are wanted.
 class HelpText : public CLI::Formatter {
 public:
     std::string make_option_usage(const CLI::Option* option) const override
     {
-        return option->get_name() + "...";
+        return option->get_name() + option->get_option_text();
     }
 };
 
@@ -70,9 +81,15 @@ struct RunArguments {
     CLI::App* command = nullptr;
     std::vector<std::string> pages;
     std::vector<std::string> actions;
+    std::vector<std::string> lists;
+    std::vector<std::string> favourites;
+    std::vector<std::string> toolSettings;
     std::vector<std::string> settings;
     CLI::Option* pagesOption = nullptr;
     CLI::Option* actionOption = nullptr;
+    CLI::Option* listOption = nullptr;
+    CLI::Option* favouriteOption = nullptr;
+    CLI::Option* toolSettingsOption = nullptr;
     CLI::Option* setOption = nullptr;
     CLI::Option* outputOption = nullptr;
     CLI::Option* folderOption = nullptr;
@@ -83,18 +100,21 @@ struct RunArguments {
     RunOptions options;
 };
 
+struct ConfigureArguments {
+    std::string action;
+    std::vector<std::string> settings;
+    std::string place;
+    ConfigureOptions options;
+};
+
 CLI::App& declareCommand(CLI::App& program, const char* name, const char* what)
 {
     return *program.add_subcommand(name, what)->group("Commands");
 }
 
-void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
+// What the steps of a run are.
+void declareSteps(CLI::App& command, RunArguments& run)
 {
-    CLI::App& command = declareCommand(program, "run", "Run actions over documents");
-    run.command = &command;
-    command.footer(runExamples);
-    takeAll(command.add_option("INPUT", run.options.inputs, "PDF files; - is standard input"),
-            arguments);
     run.pagesOption =
         oneEach(command.add_option("-p,--pages", run.pages,
                                    "Remove these pages, for example 1,4-6,9-15,21, or those that\n"
@@ -105,10 +125,30 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
         oneEach(command.add_option("--action", run.actions,
                                    "Run this action; several run one after the other"),
                 "NAME");
-    run.setOption =
-        oneEach(command.add_option("--set", run.settings,
-                                   "An option of the action before it; may be repeated"),
-                "KEY=VALUE");
+    run.listOption = oneEach(
+        command.add_option("--list", run.lists,
+                           "Run this action list: one of yours, or a file that ends in .xqq"),
+        "NAME|FILE");
+    run.favouriteOption = oneEach(
+        command.add_option("--favourite", run.favourites, "Run this favourite of yours"), "NAME");
+    run.toolSettingsOption =
+        oneEach(command.add_option("--settings", run.toolSettings,
+                                   "Run the action of this tool-settings file (.tsf)"),
+                "FILE");
+    run.setOption = oneEach(command.add_option("--set", run.settings,
+                                               "An option of the action, favourite or settings\n"
+                                               "file before it; may be repeated"),
+                            "KEY=VALUE");
+}
+
+void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
+{
+    CLI::App& command = declareCommand(program, "run", "Run actions over documents");
+    run.command = &command;
+    command.footer(runExamples);
+    takeAll(command.add_option("INPUT", run.options.inputs, "PDF files; - is standard input"),
+            arguments);
+    declareSteps(command, run);
     run.outputOption =
         command.add_option("-o,--output", run.output, "Write to this file; - is standard output");
     run.outputOption->option_text("FILE");
@@ -147,6 +187,37 @@ void declareActions(CLI::App& program, ActionsOptions& actions)
     command.add_flag("--json", actions.json, "Print one JSON object per action");
 }
 
+void declareSavedLists(CLI::App& program, SavedListOptions& lists, SavedListOptions& favourites)
+{
+    favourites.kind = SavedKind::Favourite;
+    declareCommand(program, "lists", "List your action lists")
+        .add_flag("--json", lists.json, "Print one JSON object per action list");
+    declareCommand(program, "favourites", "List your favourites")
+        .add_flag("--json", favourites.json, "Print one JSON object per favourite");
+}
+
+constexpr char insideMainWindow[] = "main-window";
+constexpr char insidePreview[] = "preview";
+
+void declareConfigure(CLI::App& program, ConfigureArguments& configure)
+{
+    CLI::App& command =
+        declareCommand(program, "configure", "Open the options dialog of an action");
+    command.footer(configureExamples);
+    command.add_option("ACTION", configure.action, "The action's name")
+        ->required()
+        ->option_text(" ");
+    oneEach(command.add_option("--set", configure.settings,
+                               "An option that the dialog starts from; may be repeated"),
+            "KEY=VALUE");
+    command.add_flag("--hide-add-to-action-list", configure.options.hideAddToActionList,
+                     "Leave out the button that adds the options to an action list");
+    command
+        .add_option("--inside", configure.place,
+                    "Show it inside a window of the host: main-window or preview")
+        ->option_text("WINDOW");
+}
+
 Ending mistake(const std::string& sentence, const std::string& helpFor)
 {
     std::string line = sentence;
@@ -157,41 +228,81 @@ Ending mistake(const std::string& sentence, const std::string& helpFor)
 
 std::string commandMistake(const std::vector<std::string>& arguments)
 {
-    const std::string which = "name what to do: run, info or actions";
+    const std::string which = "name what to do: run, configure, info, actions, lists or favourites";
     return arguments.empty() ? which : "\"" + arguments.front() + "\" is no command; " + which;
 }
 
-// The steps in the order of the command line, which the parser keeps apart by option.
-tl::expected<std::vector<StepRequest>, std::string> stepsOf(const RunArguments& run)
+using Setting = std::pair<std::string, std::string>;
+
+tl::expected<Setting, std::string> settingOf(const std::string& text)
 {
-    std::vector<StepRequest> steps;
-    std::size_t page = 0;
-    std::size_t action = 0;
-    std::size_t setting = 0;
-    bool settable = false;
+    const auto equals = text.find('=');
+    if (equals == std::string::npos || equals == 0) {
+        return tl::unexpected<std::string>("--set " + text + " is not KEY=VALUE");
+    }
+    return Setting(text.substr(0, equals), text.substr(equals + 1));
+}
+
+NamedStep savedStep(SavedKind kind, const std::string& name)
+{
+    NamedStep step;
+    step.saved = SavedIn{kind, name};
+    return step;
+}
+
+// The step that one of the options names, the `index`th of its kind.
+NamedStep stepOf(const RunArguments& run, const CLI::Option* option, std::size_t index)
+{
+    if (option == run.listOption) {
+        return savedStep(SavedKind::ActionList, run.lists[index]);
+    }
+    if (option == run.favouriteOption) {
+        return savedStep(SavedKind::Favourite, run.favourites[index]);
+    }
+    if (option == run.toolSettingsOption) {
+        return savedStep(SavedKind::ToolSettings, run.toolSettings[index]);
+    }
+    NamedStep step;
+    if (option == run.pagesOption) {
+        step.action = deletepages::actionName;
+        step.options = {{deletepages::rangeKey, run.pages[index]}};
+    } else {
+        step.action = run.actions[index];
+    }
+    return step;
+}
+
+// The steps in the order of the command line, which the parser keeps apart by option.
+tl::expected<std::vector<NamedStep>, std::string> stepsOf(const RunArguments& run)
+{
+    std::vector<NamedStep> steps;
+    std::map<const CLI::Option*, std::size_t> counts;
+    const CLI::Option* latest = nullptr;
     for (const CLI::Option* option : run.command->parse_order()) {
-        if (option == run.pagesOption) {
-            steps.push_back(
-                {deletepages::actionName, {{deletepages::rangeKey, run.pages[page++]}}});
-            settable = false;
-        } else if (option == run.actionOption) {
-            steps.push_back({run.actions[action++], {}});
-            settable = true;
-        } else if (option == run.setOption) {
-            const std::string& text = run.settings[setting++];
-            const auto equals = text.find('=');
-            if (equals == std::string::npos || equals == 0) {
-                return tl::unexpected<std::string>("--set " + text + " is not KEY=VALUE");
+        if (option == run.setOption) {
+            const std::string& text = run.settings[counts[option]++];
+            auto setting = settingOf(text);
+            if (!setting) {
+                return tl::unexpected<std::string>(std::move(setting.error()));
             }
-            if (!settable) {
+            if (!latest || latest == run.pagesOption) {
                 return tl::unexpected<std::string>("--set " + text + " stands before any --action");
             }
-            steps.back().options.emplace_back(text.substr(0, equals), text.substr(equals + 1));
+            if (latest == run.listOption) {
+                return tl::unexpected<std::string>("--set " + text +
+                                                   " stands after a --list, which has its own");
+            }
+            steps.back().options.push_back(std::move(*setting));
+        } else if (option == run.pagesOption || option == run.actionOption ||
+                   option == run.listOption || option == run.favouriteOption ||
+                   option == run.toolSettingsOption) {
+            steps.push_back(stepOf(run, option, counts[option]++));
+            latest = option;
         }
     }
     if (steps.empty()) {
-        return tl::unexpected<std::string>(
-            "nothing to do: name the pages to remove with --pages RANGE (or an action)");
+        return tl::unexpected<std::string>("nothing to do: name the pages to remove with --pages "
+                                           "RANGE (or an action, a list or a favourite)");
     }
     return steps;
 }
@@ -260,6 +371,63 @@ tl::expected<Command, Ending> finished(RunArguments& run)
     return Command(std::move(run.options));
 }
 
+tl::expected<Command, Ending> finished(ConfigureArguments& configure)
+{
+    configure.options.step.action = configure.action;
+    for (const std::string& text : configure.settings) {
+        auto setting = settingOf(text);
+        if (!setting) {
+            return tl::unexpected<Ending>(mistake(setting.error(), "configure"));
+        }
+        configure.options.step.options.push_back(std::move(*setting));
+    }
+    if (configure.place == insideMainWindow) {
+        configure.options.place = DialogPlace::MainWindow;
+    } else if (configure.place == insidePreview) {
+        configure.options.place = DialogPlace::Preview;
+    } else if (!configure.place.empty()) {
+        return tl::unexpected<Ending>(
+            mistake("--inside takes main-window or preview, not " + configure.place, "configure"));
+    }
+    return Command(std::move(configure.options));
+}
+
+/// All that the commands' arguments are read into.
+struct AllArguments {
+    RunArguments run;
+    InfoOptions info;
+    ActionsOptions actions;
+    SavedListOptions lists;
+    SavedListOptions favourites;
+    ConfigureArguments configure;
+};
+
+void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
+{
+    declareRun(program, all.run, arguments);
+    declareConfigure(program, all.configure);
+    declareInfo(program, all.info, arguments);
+    declareActions(program, all.actions);
+    declareSavedLists(program, all.lists, all.favourites);
+}
+
+tl::expected<Command, Ending> finished(AllArguments& all, const std::string& chosen)
+{
+    if (chosen == "run") {
+        return finished(all.run);
+    }
+    if (chosen == "configure") {
+        return finished(all.configure);
+    }
+    if (chosen == "lists") {
+        return Command(all.lists);
+    }
+    if (chosen == "favourites") {
+        return Command(all.favourites);
+    }
+    return chosen == "info" ? Command(all.info) : Command(all.actions);
+}
+
 } // namespace
 
 tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments)
@@ -271,12 +439,8 @@ tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments)
     auto help = std::make_shared<HelpText>();
     help->label("SUBCOMMAND", "COMMAND");
     program.formatter(help);
-    RunArguments run;
-    InfoOptions info;
-    ActionsOptions actions;
-    declareRun(program, run, arguments.size());
-    declareInfo(program, info, arguments.size());
-    declareActions(program, actions);
+    AllArguments all;
+    declareAll(program, all, arguments.size());
 
     const auto chosen = [&]() -> std::string {
         const auto commands = program.get_subcommands();
@@ -294,10 +458,12 @@ tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments)
     } catch (const CLI::ParseError& error) {
         return tl::unexpected<Ending>(mistake(error.what(), chosen()));
     }
-    if (chosen() == "run") {
-        return finished(run);
-    }
-    return chosen() == "info" ? Command(info) : Command(actions);
+    return finished(all, chosen());
+}
+
+bool opensWindows(const std::vector<std::string>& arguments)
+{
+    return !arguments.empty() && arguments.front() == "configure";
 }
 
 } // namespace vantora::cli

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/core/OutputPlan.h"
+#include "VantoraHost/core/SavedSteps.h"
 #include "VantoraHost/core/Sequence.h"
 
 #include <optional>
@@ -11,8 +12,14 @@
 
 namespace vantora::cli {
 
+/// A step as the command line names it: spelled out, or, with no action, in what somebody saved;
+/// the options given then count before the saved ones.
+struct NamedStep : StepRequest {
+    std::optional<SavedIn> saved = {};
+};
+
 struct RunOptions {
-    std::vector<StepRequest> steps;
+    std::vector<NamedStep> steps;
     std::vector<std::string> inputs;
     std::optional<Destination> destination; ///< none only in a dry run
     std::string passwordFile;               ///< empty: none
@@ -32,7 +39,22 @@ struct ActionsOptions {
     bool json = false;
 };
 
-using Command = std::variant<RunOptions, InfoOptions, ActionsOptions>;
+struct SavedListOptions {
+    SavedKind kind = SavedKind::ActionList; ///< or SavedKind::Favourite
+    bool json = false;
+};
+
+/// The window of the host that an options dialog is shown inside of.
+enum class DialogPlace { Alone, MainWindow, Preview };
+
+struct ConfigureOptions {
+    StepRequest step; ///< the options that the dialog starts from
+    bool hideAddToActionList = false;
+    DialogPlace place = DialogPlace::Alone;
+};
+
+using Command =
+    std::variant<RunOptions, InfoOptions, ActionsOptions, SavedListOptions, ConfigureOptions>;
 
 /// A command line that ends here: help or version, to be printed on standard output with status 0,
 /// or a mistake, one line for standard error with status 2.
@@ -40,6 +62,9 @@ struct Ending {
     int status;
     std::string text;
 };
+
+/// Whether these arguments are for the command that opens windows and makes its own application.
+bool opensWindows(const std::vector<std::string>& arguments);
 
 /// Reads the command line, `arguments` without the program's name.
 tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments);

@@ -14,23 +14,40 @@ namespace vantora::cli {
 
 namespace {
 
-int carryOut(const Command& command, const Installation& installation, const Streams& streams)
+int carryOutWith(const Result<const GuiPart*>& guiPart, const Command& command,
+                 const Installation& installation, const Streams& streams)
+{
+    if (!guiPart) {
+        printError(streams, guiPart.error());
+        return SomeFailed;
+    }
+    if (const auto* options = std::get_if<ConfigureOptions>(&command)) {
+        return (*guiPart)->configure(*options, installation, streams);
+    }
+    return (*guiPart)->list(std::get<SavedListOptions>(command), streams);
+}
+
+int carryOut(const Command& command, const Installation& installation, const GuiPartSource& guiPart,
+             const Streams& streams)
 {
     if (const auto* options = std::get_if<RunOptions>(&command)) {
-        return run(*options, installation, streams);
+        return run(*options, installation, guiPart, streams);
     }
     if (const auto* options = std::get_if<InfoOptions>(&command)) {
         return showInfo(*options, installation, streams);
     }
-    return listActions(std::get<ActionsOptions>(command), installation, streams);
+    if (const auto* options = std::get_if<ActionsOptions>(&command)) {
+        return listActions(*options, installation, streams);
+    }
+    return carryOutWith(guiPart(), command, installation, streams);
 }
 
 int statusOf(const std::vector<std::string>& arguments, const Installation& installation,
-             const Streams& streams)
+             const GuiPartSource& guiPart, const Streams& streams)
 {
     const auto command = parse(arguments);
     if (command) {
-        return carryOut(*command, installation, streams);
+        return carryOut(*command, installation, guiPart, streams);
     }
     if (command.error().status == AllDone) {
         streams.out << command.error().text;
@@ -43,11 +60,11 @@ int statusOf(const std::vector<std::string>& arguments, const Installation& inst
 } // namespace
 
 int runProgram(const std::vector<std::string>& arguments, const Installation& installation,
-               const Streams& streams)
+               const GuiPartSource& guiPart, const Streams& streams)
 {
     int status = SomeFailed;
     try {
-        status = statusOf(arguments, installation, streams);
+        status = statusOf(arguments, installation, guiPart, streams);
     } catch (const std::bad_alloc&) {
         printError(streams, {Reason::OutOfMemory, {}, "there is not enough memory"});
     } catch (const std::exception& error) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VantoraHost/cli/GuiPart.h"
 #include "VantoraHost/cli/Streams.h"
 #include "VantoraHost/core/Installation.h"
 
@@ -11,6 +12,6 @@ namespace vantora::cli {
 /// The whole program: reads the command line (without the program's name), carries the command
 /// out and returns the exit status.
 int runProgram(const std::vector<std::string>& arguments, const Installation& installation,
-               const Streams& streams);
+               const GuiPartSource& guiPart, const Streams& streams);
 
 } // namespace vantora::cli

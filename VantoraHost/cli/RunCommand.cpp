@@ -127,6 +127,8 @@ int failedWith(const Streams& streams, const Error& error)
     switch (error.reason) {
     case Reason::BadPageRange:
     case Reason::ActionMissing:
+    case Reason::ActionListMissing:
+    case Reason::FavouriteMissing:
         return WrongUsage;
     case Reason::Interrupted:
         return InterruptedByUser;
@@ -175,6 +177,32 @@ Result<Batch> prepare(const RunOptions& options, const Streams& streams)
     return batch;
 }
 
+// The steps that the command line names, saved ones read.
+Result<std::vector<StepRequest>> stepsNamed(const std::vector<NamedStep>& named,
+                                            const GuiPartSource& guiPart)
+{
+    std::vector<StepRequest> steps;
+    for (const NamedStep& step : named) {
+        if (!step.saved) {
+            steps.push_back(step);
+            continue;
+        }
+        const auto part = guiPart();
+        if (!part) {
+            return tl::unexpected<Error>(part.error());
+        }
+        const auto saved = (*part)->steps(*step.saved);
+        if (!saved) {
+            return tl::unexpected<Error>(saved.error());
+        }
+        for (const StepRequest& one : *saved) {
+            steps.push_back(one);
+            steps.back().options = step.options;
+        }
+    }
+    return steps;
+}
+
 // The steps with ranges that stand in files read from them.
 Result<std::vector<StepRequest>> stepsWithRanges(std::vector<StepRequest> steps)
 {
@@ -194,13 +222,15 @@ Result<std::vector<StepRequest>> stepsWithRanges(std::vector<StepRequest> steps)
 
 } // namespace
 
-int run(const RunOptions& options, const Installation& installation, const Streams& streams)
+int run(const RunOptions& options, const Installation& installation, const GuiPartSource& guiPart,
+        const Streams& streams)
 {
     if (streams.outIsTerminal && writesDocumentToOutput(options)) {
         return failedWith(streams, {Reason::OutputNotAFile, {}, "a PDF is not for a terminal"});
     }
     const ActionCatalog catalog = ActionCatalog::of(installation.actionFolders);
-    const Result<std::vector<StepRequest>> steps = stepsWithRanges(options.steps);
+    const Result<std::vector<StepRequest>> steps =
+        stepsNamed(options.steps, guiPart).and_then(stepsWithRanges);
     if (!steps) {
         return failedWith(streams, steps.error());
     }

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "VantoraHost/cli/GuiPart.h"
 #include "VantoraHost/cli/Options.h"
 #include "VantoraHost/cli/Streams.h"
 #include "VantoraHost/core/Installation.h"
 
 namespace vantora::cli {
 
-/// Runs actions over documents; returns the exit status.
-int run(const RunOptions& options, const Installation& installation, const Streams& streams);
+/// Runs actions over documents; returns the exit status. `guiPart` is asked only for saved steps.
+int run(const RunOptions& options, const Installation& installation, const GuiPartSource& guiPart,
+        const Streams& streams);
 
 } // namespace vantora::cli

@@ -1,3 +1,4 @@
+#include "VantoraHost/cli/Options.h"
 #include "VantoraHost/cli/Program.h"
 
 #include <QtCore/QCoreApplication>
@@ -9,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
+#include <optional>
 
 namespace {
 
@@ -56,7 +58,11 @@ int main(int argc, char** argv)
 {
     listenForInterruptions();
     std::ios::sync_with_stdio(false);
-    const QCoreApplication application(argc, argv);
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    std::optional<QCoreApplication> application;
+    if (!vantora::cli::opensWindows(arguments)) {
+        application.emplace(argc, argv);
+    }
     // The application takes over the user's locale; numbers are written the same everywhere.
     std::setlocale(LC_NUMERIC, "C");
 
@@ -72,5 +78,6 @@ int main(int argc, char** argv)
     };
     const vantora::Installation installation =
         vantora::installationOf(vantora::thisProgram(), std::getenv("VANTORA_ACTIONS_PATH"));
-    return vantora::cli::runProgram({argv + 1, argv + argc}, installation, streams);
+    return vantora::cli::runProgram(
+        arguments, installation, [&] { return vantora::cli::loadGuiPart(installation); }, streams);
 }

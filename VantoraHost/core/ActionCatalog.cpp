@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <optional>
 #include <system_error>
 
 namespace vantora {
@@ -96,6 +97,7 @@ Result<Action> ActionCatalog::find(const std::string& name) const
     std::stable_partition(candidates.begin(), candidates.end(),
                           [&](const ActionFile& file) { return file.identifier == expected; });
     std::string known;
+    std::optional<Action> shownSo;
     for (const ActionFile& file : candidates) {
         Result<Action> action = load(file);
         if (action && action->name == name) {
@@ -104,9 +106,15 @@ Result<Action> ActionCatalog::find(const std::string& name) const
         if (!action && file.identifier == expected) {
             return action;
         }
+        if (action && !shownSo && action->operations->GetDisplayName().toStdString() == name) {
+            shownSo = *action;
+        }
         if (action) {
             known += (known.empty() ? "" : ", ") + action->name;
         }
+    }
+    if (shownSo) {
+        return *shownSo;
     }
     if (known.empty()) {
         return fail(Reason::ActionUnusable, {}, "no action is installed");

@@ -36,6 +36,7 @@ public:
     const std::vector<Error>& rejected() const { return refused; }
 
     /// Loads the action of that name, and no other where its identifier tells which one it is.
+    /// Where none has that name, the name that users see counts, which is what action lists hold.
     Result<Action> find(const std::string& name) const;
 
     /// Loads one action.

@@ -47,6 +47,14 @@ const char* reasonName(Reason reason)
         return "action-failed";
     case Reason::BadPageRange:
         return "bad-page-range";
+    case Reason::SavedStepsUnusable:
+        return "saved-steps-unusable";
+    case Reason::ActionListMissing:
+        return "action-list-missing";
+    case Reason::FavouriteMissing:
+        return "favourite-missing";
+    case Reason::DisplayMissing:
+        return "display-missing";
     case Reason::LibraryMissing:
         return "library-missing";
     case Reason::LibraryFailed:

@@ -13,6 +13,7 @@ Installation installationOf(const fs::path& program, const char* actionFolders)
     const fs::path parts = program.parent_path().parent_path() / VANTORA_LIBRARY_DIR;
     Installation found;
     found.library = parts / VANTORA_PDF_LIBRARY;
+    found.guiPart = parts / VANTORA_GUI_PART;
     std::string_view given = actionFolders ? actionFolders : "";
     while (!given.empty()) {
         const auto end = given.find(':');

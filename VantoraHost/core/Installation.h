@@ -9,6 +9,7 @@ namespace vantora {
 struct Installation {
     std::filesystem::path library;                    ///< the PDF library's file
     std::vector<std::filesystem::path> actionFolders; ///< searched in this order
+    std::filesystem::path guiPart;                    ///< the program's own module for windows
 };
 
 /// The parts that belong to a program file: the build tree and an installation have the same

@@ -60,7 +60,7 @@ std::string decimal(double number)
 
 } // namespace
 
-JsonObject& JsonObject::addRaw(const char* key, std::string_view json)
+JsonObject& JsonObject::addJson(const char* key, std::string_view json)
 {
     members += (members.empty() ? "{" : ",") + quoted(key) + ":";
     members += json;
@@ -69,52 +69,52 @@ JsonObject& JsonObject::addRaw(const char* key, std::string_view json)
 
 JsonObject& JsonObject::add(const char* key, std::string_view text)
 {
-    return addRaw(key, quoted(text));
+    return addJson(key, quoted(text));
 }
 
 JsonObject& JsonObject::add(const char* key, std::int64_t number)
 {
-    return addRaw(key, std::to_string(number));
+    return addJson(key, std::to_string(number));
 }
 
 JsonObject& JsonObject::add(const char* key, std::uint64_t number)
 {
-    return addRaw(key, std::to_string(number));
+    return addJson(key, std::to_string(number));
 }
 
 JsonObject& JsonObject::add(const char* key, double number)
 {
-    return addRaw(key, decimal(number));
+    return addJson(key, decimal(number));
 }
 
 JsonObject& JsonObject::add(const char* key, bool value)
 {
-    return addRaw(key, value ? "true" : "false");
+    return addJson(key, value ? "true" : "false");
 }
 
 JsonObject& JsonObject::add(const char* key, const std::vector<int>& numbers)
 {
-    return addRaw(key, array(numbers, [](int number) { return std::to_string(number); }));
+    return addJson(key, array(numbers, [](int number) { return std::to_string(number); }));
 }
 
 JsonObject& JsonObject::add(const char* key, const std::vector<std::string>& texts)
 {
-    return addRaw(key, array(texts, [](const std::string& text) { return quoted(text); }));
+    return addJson(key, array(texts, [](const std::string& text) { return quoted(text); }));
 }
 
 JsonObject& JsonObject::add(const char* key, const JsonObject& object)
 {
-    return addRaw(key, object.text());
+    return addJson(key, object.text());
 }
 
 JsonObject& JsonObject::add(const char* key, const std::vector<JsonObject>& objects)
 {
-    return addRaw(key, array(objects, [](const JsonObject& object) { return object.text(); }));
+    return addJson(key, array(objects, [](const JsonObject& object) { return object.text(); }));
 }
 
 JsonObject& JsonObject::addNull(const char* key)
 {
-    return addRaw(key, "null");
+    return addJson(key, "null");
 }
 
 } // namespace vantora

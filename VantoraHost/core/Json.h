@@ -27,6 +27,9 @@ public:
     JsonObject& add(const char* key, const std::vector<JsonObject>& objects);
     JsonObject& addNull(const char* key);
 
+    /// A value that is JSON already.
+    JsonObject& addJson(const char* key, std::string_view json);
+
     /// The value, or null when there is none.
     template <class T>
     JsonObject& add(const char* key, const std::optional<T>& value)
@@ -38,8 +41,6 @@ public:
     std::string text() const { return members + (members.empty() ? "{}" : "}"); }
 
 private:
-    JsonObject& addRaw(const char* key, std::string_view json);
-
     std::string members;
 };
 

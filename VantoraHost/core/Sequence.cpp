@@ -58,6 +58,26 @@ Outcome call(Step& step, Operation operation, int done, KarvelPDFLibraryCPDylibC
     return fail(Reason::ActionFailed, {}, "action \"" + step.action.name + "\": " + said);
 }
 
+Result<Step> stepOf(const StepRequest& request, const ActionCatalog& catalog)
+{
+    Result<Action> action = catalog.find(request.action);
+    if (!action) {
+        return tl::unexpected<Error>(std::move(action.error()));
+    }
+    Step step{std::move(*action), request.stored};
+    for (const auto& [key, value] : request.options) {
+        step.preferences.insert(QString::fromStdString(key), QString::fromStdString(value));
+    }
+    // What every options dialog leaves in the map, too.
+    step.preferences.insert("ActionName", QString::fromStdString(step.action.name));
+    if (step.action.name == deletepages::actionName) {
+        if (const Outcome checked = deletepages::check(step.preferences); !checked) {
+            return tl::unexpected<Error>(checked.error());
+        }
+    }
+    return step;
+}
+
 } // namespace
 
 Result<Sequence> Sequence::of(const std::vector<StepRequest>& requests,
@@ -65,22 +85,15 @@ Result<Sequence> Sequence::of(const std::vector<StepRequest>& requests,
 {
     std::vector<Step> steps;
     for (const StepRequest& request : requests) {
-        Result<Action> action = catalog.find(request.action);
-        if (!action) {
-            return tl::unexpected<Error>(std::move(action.error()));
-        }
-        Step step{std::move(*action), {}};
-        for (const auto& [key, value] : request.options) {
-            step.preferences.insert(QString::fromStdString(key), QString::fromStdString(value));
-        }
-        // What every options dialog leaves in the map, too.
-        step.preferences.insert("ActionName", QString::fromStdString(step.action.name));
-        if (step.action.name == deletepages::actionName) {
-            if (const Outcome checked = deletepages::check(step.preferences); !checked) {
-                return tl::unexpected<Error>(checked.error());
+        Result<Step> step = stepOf(request, catalog);
+        if (!step) {
+            Error error = std::move(step.error());
+            if (error.file.empty()) {
+                error.file = request.file;
             }
+            return tl::unexpected<Error>(std::move(error));
         }
-        steps.push_back(std::move(step));
+        steps.push_back(std::move(*step));
     }
     return Sequence(std::move(steps));
 }

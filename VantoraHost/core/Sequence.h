@@ -12,8 +12,10 @@ namespace vantora {
 
 /// A step as it is asked for: an action's name and the options that differ from none.
 struct StepRequest {
-    std::string action;
+    std::string action; ///< its name or, where no action has that, the name that users see
     std::vector<std::pair<std::string, std::string>> options; ///< UTF-8; the last of a key counts
+    PreferencesMap stored = {}; ///< options that were saved; those above count before them
+    std::string file = {};      ///< which file the step comes from; empty for none
 };
 
 struct Step {

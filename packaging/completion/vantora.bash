@@ -1,5 +1,13 @@
 # Completion of vantora's commands and options for bash.
 
+# The names that a command lists, as far as they begin so.
+_vantora_names()
+{
+    local IFS=$'\n'
+    mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" "$1" 2>/dev/null | sed 's/  (.*//')" -- "$2")
+    COMPREPLY=("${COMPREPLY[@]// /\\ }")
+}
+
 _vantora()
 {
     local current="${COMP_WORDS[COMP_CWORD]}" previous="${COMP_WORDS[COMP_CWORD - 1]}"
@@ -8,7 +16,7 @@ _vantora()
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case "$word" in
-        run | info | actions)
+        run | configure | info | actions | lists | favourites)
             command="$word"
             break
             ;;
@@ -21,7 +29,7 @@ _vantora()
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    -o | --output | --password-file)
+    -o | --output | --password-file | --settings)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
@@ -30,32 +38,49 @@ _vantora()
         return
         ;;
     --action)
-        local IFS=$'\n'
-        mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" actions 2>/dev/null | sed 's/  (.*//')" -- "$current")
-        COMPREPLY=("${COMPREPLY[@]// /\\ }")
+        _vantora_names actions "$current"
+        return
+        ;;
+    --list)
+        compopt -o filenames
+        _vantora_names lists "$current"
+        mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -X '!*.xqq' -- "$current")
+        return
+        ;;
+    --favourite)
+        _vantora_names favourites "$current"
+        return
+        ;;
+    --inside)
+        mapfile -t COMPREPLY < <(compgen -W "main-window preview" -- "$current")
         return
         ;;
     esac
 
     case "$command" in
     run)
-        words="--pages --action --set --output --directory --in-place --backup --overwrite
+        words="--pages --action --list --favourite --settings --set --output --directory --in-place --backup --overwrite
             --password-file --dry-run --json --quiet --help -p -o -d -i -n -q -h"
+        ;;
+    configure)
+        words="--set --hide-add-to-action-list --inside --help -h"
         ;;
     info)
         words="--password-file --json --help -h"
         ;;
-    actions)
+    actions | lists | favourites)
         words="--json --help -h"
         ;;
     *)
-        words="run info actions --help --version -h"
+        words="run configure info actions lists favourites --help --version -h"
         ;;
     esac
 
     if [[ "$current" == -* || -z "$command" ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
-    elif [[ "$command" != actions ]]; then
+    elif [[ "$command" == configure ]]; then
+        _vantora_names actions "$current"
+    elif [[ "$command" == run || "$command" == info ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(
             compgen -d -- "$current"

@@ -51,6 +51,34 @@ TEST(RunOptions, KeepTheStepsInTheirOrder)
     EXPECT_THAT(options.steps[3].options, ElementsAre(Pair("z", "")));
 }
 
+TEST(RunOptions, NameSavedStepsInTheirOrder)
+{
+    const RunOptions options =
+        parsedRun({"run", "-n", "--list", "A b", "--settings", "c.tsf", "--set", "x=1",
+                   "--favourite", "D", "--set", "y=2", "--list", "e.xqq", "in.pdf"});
+    ASSERT_EQ(options.steps.size(), 4U);
+    EXPECT_EQ(options.steps[0].saved->kind, SavedKind::ActionList);
+    EXPECT_EQ(options.steps[0].saved->name, "A b");
+    EXPECT_EQ(options.steps[1].saved->kind, SavedKind::ToolSettings);
+    EXPECT_THAT(options.steps[1].options, ElementsAre(Pair("x", "1")));
+    EXPECT_EQ(options.steps[2].saved->kind, SavedKind::Favourite);
+    EXPECT_EQ(options.steps[2].saved->name, "D");
+    EXPECT_THAT(options.steps[2].options, ElementsAre(Pair("y", "2")));
+    EXPECT_EQ(options.steps[3].saved->name, "e.xqq");
+}
+
+TEST(ConfigureOptions, SayWhichDialogToShowAndWhere)
+{
+    const auto command = parse({"configure", "--set", "a=[1,2]", "Delete Pages", "--inside",
+                                "preview", "--hide-add-to-action-list"});
+    ASSERT_TRUE(command) << command.error().text;
+    const auto& options = std::get<ConfigureOptions>(*command);
+    EXPECT_EQ(options.step.action, "Delete Pages");
+    EXPECT_THAT(options.step.options, ElementsAre(Pair("a", "[1,2]")));
+    EXPECT_EQ(options.place, DialogPlace::Preview);
+    EXPECT_TRUE(options.hideAddToActionList);
+}
+
 TEST(RunOptions, TakeFileNamesAsTheyStand)
 {
     EXPECT_THAT(parsedRun({"run", "-n", "-p", "1", "[a,b]", "info", "caf\xe9.pdf", "a b", "--",
@@ -127,14 +155,33 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"an_option_of_no_action",
                 {"run", "--set", "x=1", "--action", "A", "a", "-n"},
                 "before any --action"},
+        Mistake{"an_option_of_a_list",
+                {"run", "--list", "A", "--set", "x=1", "a", "-n"},
+                "after a --list"},
+        Mistake{"an_option_of_pages",
+                {"run", "-p", "1", "--set", "x=1", "a", "-n"},
+                "before any --action"},
+        Mistake{"a_list_without_a_name", {"run", "a", "-n", "--list"}, "--list"},
+        Mistake{"configure_nothing", {"configure"}, "ACTION"},
+        Mistake{"configure_two_actions", {"configure", "A", "B"}, "B"},
+        Mistake{"configure_with_no_setting", {"configure", "A", "--set", "x"}, "KEY=VALUE"},
+        Mistake{"configure_inside_nothing",
+                {"configure", "A", "--inside", "out"},
+                "main-window or preview"},
+        Mistake{"lists_with_arguments", {"lists", "a"}, "a"},
         Mistake{"info_of_nothing", {"info"}, "FILE"},
         Mistake{"actions_with_arguments", {"actions", "a"}, "a"}),
     [](const auto& info) { return info.param.name; });
 
 TEST(Help, IsThereForEveryCommandWithExamples)
 {
-    for (const Arguments& arguments :
-         {Arguments{"--help"}, {"run", "--help"}, {"info", "--help"}, {"actions", "--help"}}) {
+    for (const Arguments& arguments : {Arguments{"--help"},
+                                       {"run", "--help"},
+                                       {"configure", "--help"},
+                                       {"info", "--help"},
+                                       {"actions", "--help"},
+                                       {"lists", "--help"},
+                                       {"favourites", "--help"}}) {
         const auto command = parse(arguments);
         ASSERT_FALSE(command);
         EXPECT_EQ(command.error().status, 0);

@@ -47,6 +47,44 @@ TEST_F(Program, WorksWhereItIsInstalled)
     const auto result = runCommand("installed/bin/vantora run -p 2 in.pdf -o out.pdf");
     EXPECT_EQ(result.status, 0) << result.output;
     EXPECT_EQ(support::pageTexts(support::readFile("out.pdf")).size(), 9U);
+    EXPECT_EQ(runCommand("XDG_DATA_HOME=data installed/bin/vantora lists").output,
+              "vantora: no action list is saved\n");
+}
+
+TEST_F(Program, NeedsNoLibraryForWindowsUntilItOpensOne)
+{
+    const auto loaded = [](const std::string& arguments) {
+        return runCommand("XDG_DATA_HOME=data LD_DEBUG=libs " + program + " " + arguments).output;
+    };
+    EXPECT_THAT(loaded("info in.pdf"), testing::Not(HasSubstr("libQt5Gui")));
+    EXPECT_THAT(loaded("lists"), HasSubstr("libQt5Gui"));
+}
+
+TEST_F(Program, ShowsDialogsWhereThereIsADisplay)
+{
+    const auto result =
+        runCommand("QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=. "
+                   "VANTORA_ACTIONS_PATH=" SCRIPTED_ACTION_FOLDER " " +
+                   program + " configure Scripted --inside preview --set dialog=accept");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(
+        result.output,
+        testing::EndsWith("{\"dialog\":\"accept\",\"shown inside\":\"VantoraPreviewClass\"}\n"));
+}
+
+TEST_F(Program, SaysInOneLineThatNoDisplayCanBeReached)
+{
+    const char* const without[] = {
+        "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM ",
+        "env -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM DISPLAY=:4711 ",
+        "env QT_QPA_PLATFORM=unheard-of ",
+    };
+    for (const char* environment : without) {
+        const auto result = runCommand(environment + program + " configure 'Delete Pages'");
+        EXPECT_EQ(result.status, 1) << environment;
+        EXPECT_THAT(result.output, testing::StartsWith("vantora: error: no display can be"));
+        EXPECT_EQ(terminal::lines(result.output).size(), 1U) << result.output;
+    }
 }
 
 TEST_F(Program, LooksForActionsWhereItIsTold)

@@ -32,8 +32,9 @@ Answer run(const std::vector<std::string>& arguments, const Setting& setting)
                                            setting.errIsTerminal,
                                            setting.colour,
                                            setting.interrupted};
-    const vantora::Installation installation = {setting.library, setting.actionFolders};
-    const int status = vantora::cli::runProgram(arguments, installation, streams);
+    const vantora::Installation installation = {setting.library, setting.actionFolders, {}};
+    const int status = vantora::cli::runProgram(
+        arguments, installation, [] { return &vantora::cli::thisGuiPart(); }, streams);
     ::close(in);
     return {status, out.str(), err.str()};
 }

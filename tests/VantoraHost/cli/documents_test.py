@@ -5,11 +5,12 @@ documents_test.py PROGRAM SOURCE_DIR
 import re
 import subprocess
 import sys
+import tempfile
 import unittest
 from pathlib import Path
 
 PROGRAM = SOURCE_DIR = None
-COMMANDS = ["run", "info", "actions"]
+COMMANDS = ["run", "configure", "info", "actions", "lists", "favourites"]
 OPTION = re.compile(r"(?<![\w-])(--?[a-z][a-z-]*)")
 
 
@@ -23,12 +24,13 @@ def options_of(*command):
     return {option for line in lines for option in OPTION.findall(line.split("   ")[0])}
 
 
-def completed(*words):
+def completed(*words, data="/nonexistent"):
     script = (f"source {SOURCE_DIR}/packaging/completion/vantora.bash; compopt() {{ :; }}; "
               f"COMP_WORDS=({' '.join(words)} ''); COMP_CWORD={len(words)}; "
               "COMP_WORDS[COMP_CWORD]=${LAST-}; _vantora; printf '%s\\n' \"${COMPREPLY[@]}\"")
     return lambda last: set(subprocess.run(["bash", "-c", script], check=True, capture_output=True, text=True,
-                                           env={"LAST": last, "PATH": "/usr/bin:/bin"}).stdout.split("\n")) - {""}
+                                           env={"LAST": last, "PATH": "/usr/bin:/bin",
+                                                "XDG_DATA_HOME": data}).stdout.split("\n")) - {""}
 
 
 class Documents(unittest.TestCase):
@@ -57,6 +59,19 @@ class Documents(unittest.TestCase):
 
     def test_the_completion_offers_the_actions_that_are_installed(self):
         self.assertEqual(completed(PROGRAM, "run", "--action")("D"), {"Delete\\ Pages"})
+        self.assertEqual(completed(PROGRAM, "configure")("D"), {"Delete\\ Pages"})
+
+    def test_the_completion_offers_the_windows_to_configure_inside_of(self):
+        self.assertEqual(completed(PROGRAM, "configure", "--inside")(""), {"main-window", "preview"})
+
+    def test_the_completion_offers_what_the_user_has_saved(self):
+        with tempfile.TemporaryDirectory() as data:
+            folder = Path(data) / "orvex software/Tollera/Actions"
+            folder.mkdir(parents=True)
+            (folder / "My_list.xqq").write_text(
+                "[General]\nSequenceName=My list\nActionName0=Delete Pages\n"
+                "ActionPrefs0=@Variant(\\0\\0\\0\\x8\\0\\0\\0\\0)\n")
+            self.assertIn("My\\ list", completed(PROGRAM, "run", "--list", data=data)("M"))
 
     def test_the_manual_page_is_without_formatting_mistakes(self):
         result = subprocess.run(["man", "--warnings", "-l", str(SOURCE_DIR / "docs/vantora.1")],

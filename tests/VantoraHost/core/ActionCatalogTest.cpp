@@ -55,6 +55,14 @@ TEST(Catalog, LoadsOnlyTheActionThatIsAskedFor)
     EXPECT_FALSE(isLoaded("libscripted_action.so"));
 }
 
+TEST(Catalog, FindsAnActionByTheNameThatUsersSee)
+{
+    const Result<Action> action =
+        ActionCatalog::of({ACTION_FOLDER, SCRIPTED_ACTION_FOLDER}).find("Scripted by tests");
+    ASSERT_TRUE(action) << action.error().sentence;
+    EXPECT_EQ(action->name, "Scripted");
+}
+
 TEST(Catalog, SaysWhichActionsThereAreWhenOneIsMissing)
 {
     const Result<Action> action =

@@ -4,12 +4,13 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QObject>
+#include <QtWidgets/QWidget>
 
 #include <csignal>
 #include <stdexcept>
 
 /// An action for tests that does what its options say: "log" names a file to which each call adds
-/// a line; "begin", "work" and "end" say how the call goes.
+/// a line; "begin", "work", "end" and "dialog" say how the call goes.
 class ScriptedAction : public QObject, public CActionInterface {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "org.karvel.vantora.scripted")
@@ -17,11 +18,15 @@ class ScriptedAction : public QObject, public CActionInterface {
 
 public:
     int WorkProc(WorkProcInfoStruct* info) override { return play(info, "work", 0, 1); }
-    int ShowDialogProc(QWidget*, DialogLoadStruct*) override { return 0; }
+    int ShowDialogProc(QWidget* parent, DialogLoadStruct* load) override
+    {
+        load->pPrefs->insert("shown inside", parent ? parent->objectName() : "nothing");
+        return load->pPrefs->value("dialog") == "accept" ? 1 : 0;
+    }
     int PreSequenceProc(WorkProcInfoStruct* info) override { return play(info, "begin", 1, 0); }
     int PostSequenceProc(WorkProcInfoStruct* info) override { return play(info, "end", 1, 0); }
     QString GetActionName() override { return "Scripted"; }
-    QString GetDisplayName() override { return "Scripted"; }
+    QString GetDisplayName() override { return "Scripted by tests"; }
     QString GetActionHelp() override { return {}; }
     QString GetGroupName() override { return "Tests"; }
     int GetActionFlags() override { return 0; }

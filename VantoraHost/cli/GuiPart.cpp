@@ -1,0 +1,37 @@
+#include "VantoraHost/cli/GuiPart.h"
+
+#include "VantoraHost/cli/ConfigureCommand.h"
+#include "VantoraHost/cli/SavedListCommand.h"
+
+namespace vantora::cli {
+
+namespace {
+
+class ThisGuiPart : public GuiPart {
+public:
+    Result<std::vector<StepRequest>> steps(const SavedIn& saved) const override
+    {
+        return savedSteps(saved);
+    }
+
+    int list(const SavedListOptions& options, const Streams& streams) const override
+    {
+        return listSaved(options, streams);
+    }
+
+    int configure(const ConfigureOptions& options, const Installation& installation,
+                  const Streams& streams) const override
+    {
+        return cli::configure(options, installation, streams);
+    }
+};
+
+} // namespace
+
+const GuiPart& thisGuiPart()
+{
+    static const ThisGuiPart part;
+    return part;
+}
+
+} // namespace vantora::cli

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "VantoraHost/cli/Options.h"
+#include "VantoraHost/cli/Streams.h"
+#include "VantoraHost/core/Installation.h"
+#include "VantoraHost/core/SavedSteps.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vantora::cli {
+
+/// What needs the libraries for windows and for fonts and colours, which stored options may hold.
+/// Loading these takes about as long as everything else that the program does at its start, so this
+/// part is a module of its own, and commands that do without it don't load it.
+class GuiPart {
+public:
+    virtual ~GuiPart() = default;
+
+    virtual Result<std::vector<StepRequest>> steps(const SavedIn& saved) const = 0;
+    virtual int list(const SavedListOptions& options, const Streams& streams) const = 0;
+    virtual int configure(const ConfigureOptions& options, const Installation& installation,
+                          const Streams& streams) const = 0;
+};
+
+/// Where a command gets that part from; it stays loaded to the program's end.
+using GuiPartSource = std::function<Result<const GuiPart*>()>;
+
+/// The part itself, for the module and for tests.
+const GuiPart& thisGuiPart();
+
+/// The part in the installation's module, for the program.
+Result<const GuiPart*> loadGuiPart(const Installation& installation);
+
+/// The name of the module's one function, a GuiPartEntry.
+inline constexpr char guiPartEntryName[] = "vantoraGuiPart";
+using GuiPartEntry = const GuiPart* (*)();
+
+} // namespace vantora::cli

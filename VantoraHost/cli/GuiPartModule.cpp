@@ -1,0 +1,6 @@
+#include "VantoraHost/cli/GuiPart.h"
+
+extern "C" __attribute__((visibility("default"))) const vantora::cli::GuiPart* vantoraGuiPart()
+{
+    return &vantora::cli::thisGuiPart();
+}
