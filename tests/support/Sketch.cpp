@@ -118,7 +118,9 @@ std::string Sketch::built() const
     }
     for (std::size_t i = 1; i <= pages.size(); ++i) {
         const std::string name = std::to_string(i);
-        const int content = builder.addStream(showText("Page " + name));
+        const std::string text =
+            contentWord.empty() ? "Page " + name : contentWord + name + "-text";
+        const int content = builder.addStream(showText(text));
         builder.set(numbers["p" + name],
                     "<< /Type /Page /Parent " + PdfBuilder::reference(root) +
                         " /MediaBox [0 0 612 792] /Contents " + PdfBuilder::reference(content) +

@@ -19,6 +19,9 @@ struct Sketch {
     /// before and its data after it.
     std::vector<std::pair<std::string, std::string>> objects;
 
+    /// When not empty, page N shows "wordN-text" instead.
+    std::string contentWord = {};
+
     /// The file with a cross-reference table.
     std::string built() const;
 };

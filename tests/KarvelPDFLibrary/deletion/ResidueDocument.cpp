@@ -1,0 +1,310 @@
+#include "ResidueDocument.h"
+
+#include "tests/support/PdfBuilder.h"
+
+#include <regex>
+
+namespace support {
+
+namespace {
+
+/// Writes what belongs to the pages: in a text "%" stands for a page's number, "~" for that of the
+/// page after and "^" for that of the page before, the last and the first being neighbours.
+class Writer {
+public:
+    explicit Writer(int pages) : pages_(pages)
+    {
+        sketch_.pages.resize(static_cast<std::size_t>(pages));
+    }
+
+    void onEveryPage(const std::string& entries)
+    {
+        for (int page = 1; page <= pages_; ++page) {
+            sketch_.pages[static_cast<std::size_t>(page - 1)] += filled(entries, page) + " ";
+        }
+    }
+
+    int pages() const { return pages_; }
+
+    void objectOf(int page, const std::string& name, const std::string& text)
+    {
+        sketch_.objects.emplace_back(filled(name, page), filled(text, page));
+    }
+
+    /// An object for every page.
+    void forEveryPage(const std::string& name, const std::string& text)
+    {
+        for (int page = 1; page <= pages_; ++page) {
+            objectOf(page, name, text);
+        }
+    }
+
+    /// One text for every page, one after the other.
+    std::string all(const std::string& text) const
+    {
+        std::string joined;
+        for (int page = 1; page <= pages_; ++page) {
+            joined += filled(text, page) + " ";
+        }
+        return joined;
+    }
+
+    void object(const std::string& name, const std::string& text)
+    {
+        sketch_.objects.emplace_back(name, text);
+    }
+    void inCatalog(const std::string& entries) { sketch_.catalog += entries + " "; }
+
+    Sketch sketch() const { return sketch_; }
+
+private:
+    std::string filled(const std::string& text, int page) const
+    {
+        std::string result;
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            if (text[i] == '%') {
+                result += std::to_string(page);
+            } else if (text[i] == '~') {
+                result += std::to_string(page % pages_ + 1);
+            } else if (text[i] == '^') {
+                result += std::to_string((page + pages_ - 2) % pages_ + 1);
+            } else {
+                result += text[i];
+            }
+        }
+        return result;
+    }
+
+    int pages_;
+    Sketch sketch_;
+};
+
+void addPageEntries(Writer& writer)
+{
+    writer.onEveryPage("/Metadata @xmp% /PieceInfo << /Private << /Private @private% >> >> "
+                       "/Thumb @thumb% /VP [<< /Type /Viewport /BBox [0 0 9 9] /Name (own%-port) "
+                       ">>] /AF [@associated%] /Tabs /S");
+    writer.forEveryPage("xmp%", "/Type /Metadata /Subtype /XML|<x:xmpmeta>own%-xmp</x:xmpmeta>");
+    writer.forEveryPage("private%", "<< /Text (own%-private) >>");
+    writer.forEveryPage("thumb%", "/Width 12 /Height 1 /ColorSpace /DeviceGray /BitsPerComponent 8|"
+                                  "own%-thumb..");
+    writer.forEveryPage("associated%", "<< /Type /Filespec /F (own%-associated) /EF << /F "
+                                       "@associatedfile% >> >>");
+    writer.forEveryPage("associatedfile%", "/Type /EmbeddedFile|own%-associated-file.");
+}
+
+void addDestinations(Writer& writer)
+{
+    writer.inCatalog("/Names << /Dests @dests /EmbeddedFiles << /Names [(attached) @attached] >> "
+                     ">> /Dests @olddests /OpenAction @open");
+    writer.object("attached", "<< /Type /Filespec /F (kept.txt) /EF << /F @attachedfile >> >>");
+    writer.object("attachedfile", "/Type /EmbeddedFile|attached to the document");
+    writer.object("dests", "<< /Kids [" + writer.all("@destleaf%") + "] >>");
+    writer.forEveryPage("destleaf%", "<< /Limits [(own%-a) (own%-b)] /Names [(own%-a) [@p% /Fit] "
+                                     "(own%-b) << /D @where% /X (own%-extra) >>] >>");
+    writer.forEveryPage("where%", "[@p% /XYZ 0 0 0]");
+    writer.object("olddests", "<< " + writer.all("/own%-old [@p% /Fit]") + ">>");
+    writer.object("open", "<< /S /GoTo /D (own1-a) /X (own1-open) >>");
+    writer.inCatalog("/PageLabels << /Nums [" + [&] {
+        std::string labels;
+        std::string all = writer.all("% << /P (own%-label) /S /D >>");
+        // Keys count from 0.
+        std::size_t page = 0;
+        for (std::size_t at = 0; at < all.size(); ++page) {
+            const std::size_t end = all.find(">> ", at) + 3;
+            labels += std::to_string(page) + all.substr(at + 1, end - at - 1);
+            at = end;
+        }
+        return labels;
+    }() + "] >>");
+}
+
+void addOutline(Writer& writer)
+{
+    writer.inCatalog("/Outlines @outlines");
+    writer.object("outlines", "<< /Type /Outlines /First @heading /Last @heading /Count 1 >>");
+    writer.object("heading", "<< /Title (All pages) /Parent @outlines /First @entrya1 /Last "
+                             "@lastentry >>");
+    const std::string targets[] = {"/Dest [@p% /Fit] /SE @paragraph%", "/Dest (own%-b)",
+                                   "/A << /S /GoTo /D /own%-old >>"};
+    for (int page = 1; page <= writer.pages(); ++page) {
+        for (int i = 0; i < 3; ++i) {
+            const char kind = static_cast<char>('a' + i);
+            const auto entry = [&](int position) {
+                const int of = position / 3 + 1;
+                return of > writer.pages()
+                           ? std::string("@lastentry")
+                           : std::string("@entry") + "abc"[position % 3] + std::to_string(of);
+            };
+            const int position = 3 * (page - 1) + i;
+            writer.objectOf(page, std::string("entry") + kind + "%",
+                            std::string("<< /Title (own%-entry-") + kind + ") /Parent @heading " +
+                                targets[i] + " /Next " + entry(position + 1) +
+                                (position > 0 ? " /Prev " + entry(position - 1) : "") + " >>");
+        }
+    }
+    writer.object("lastentry", "<< /Title (A site) /Parent @heading /A << /S /URI /URI (x:y) >> "
+                               "/Prev @entryc" +
+                                   std::to_string(writer.pages()) + " >>");
+}
+
+void addAnnotations(Writer& writer)
+{
+    // Links, popups and replies stand on the next page.
+    writer.onEveryPage(
+        "/Annots [@note% @clip% @link^ @popup^ @reply^ @field% @sharedwidget% "
+        "@radio% << /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents "
+        "(own%-direct) >>] /AA << /O << /S /GoTo /D [@p~ /Fit] /X (own~-opened-on-%) "
+        ">> >>");
+    writer.forEveryPage("note%", "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /P @p% /Popup "
+                                 "@popup% /Contents (own%-note) /AP << /N @look% >> >>");
+    writer.forEveryPage("look%", "/Type /XObject /Subtype /Form /BBox [0 0 9 9]|BT (own%-look) Tj "
+                                 "ET");
+    writer.forEveryPage("popup%", "<< /Type /Annot /Subtype /Popup /Rect [0 0 9 9] /Parent @note% "
+                                  "/Contents (own%-popup-on-~) >>");
+    writer.forEveryPage("reply%", "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /IRT @note% "
+                                  "/Contents (own%-reply-on-~) >>");
+    writer.forEveryPage("clip%", "<< /Type /Annot /Subtype /FileAttachment /Rect [0 0 9 9] /FS "
+                                 "@spec% /Contents (own%-clip) >>");
+    writer.forEveryPage("spec%", "<< /Type /Filespec /F (own%-file.txt) /EF << /F @file% >> >>");
+    writer.forEveryPage("file%", "/Type /EmbeddedFile|own%-file-data.");
+    writer.forEveryPage("link%", "<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /StructParent 10% "
+                                 "/Contents (own%-link-on-~) /Dest [@p% /Fit] >>");
+}
+
+void addForm(Writer& writer)
+{
+    writer.inCatalog("/AcroForm @form");
+    writer.object("form", "<< /DA (/F 9 Tf) /DR << >> /Fields [@group @shared @choice] /CO [" +
+                              writer.all("@field%") + "] >>");
+    writer.object("group", "<< /T (group) /Kids [" + writer.all("@branch%") + "] >>");
+    writer.forEveryPage("branch%", "<< /T (own%-branch) /Parent @group /Kids [@field%] >>");
+    writer.forEveryPage("field%", "<< /Type /Annot /Subtype /Widget /Rect [0 0 9 9] /P @p% /FT /Tx "
+                                  "/T (own%-field) /TU (own%-tip) /V (own%-value) /Parent @branch% "
+                                  "/AP << /N @fieldlook% >> /AA << /K << /S /JavaScript /JS "
+                                  "(own%-script) >> >> >>");
+    writer.forEveryPage("fieldlook%", "/Type /XObject /Subtype /Form /BBox [0 0 9 9]|BT "
+                                      "(own%-fieldlook) Tj ET");
+    writer.object("shared", "<< /T (shared) /FT /Tx /V (value) /Kids [" +
+                                writer.all("@sharedwidget%") + "] >>");
+    writer.forEveryPage("sharedwidget%", "<< /Type /Annot /Subtype /Widget /Rect [0 0 9 9] /Parent "
+                                         "@shared /MK << /CA (own%-caption) >> >>");
+    writer.object("choice", "<< /T (choice) /FT /Btn /Ff 49152 /V /Off /Opt [" +
+                                writer.all("(own%-option)") + "] /Kids [" + writer.all("@radio%") +
+                                "] >>");
+    writer.forEveryPage("radio%",
+                        "<< /Type /Annot /Subtype /Widget /Rect [0 0 9 9] /Parent @choice "
+                        "/AS /Off /AP << /N << /own%-state @look% >> >> >>");
+}
+
+void addStructure(Writer& writer)
+{
+    writer.onEveryPage("/StructParents %");
+    writer.inCatalog("/MarkInfo << /Marked true >> /StructTreeRoot @root");
+    writer.object("root", "<< /Type /StructTreeRoot /K @document /ParentTree @parents /IDTree << "
+                          "/Names [" +
+                              writer.all("(own%-id) @paragraph%") + "] >> >>");
+    writer.object("parents", "<< /Nums [" + writer.all("% [@paragraph% @cell% @spread]") +
+                                 writer.all("10% @linkelement%") + "] >>");
+    writer.object("document", "<< /Type /StructElem /S /Document /P @root /K [" +
+                                  writer.all("@section%") + "@spread] >>");
+    writer.forEveryPage("section%", "<< /Type /StructElem /S /Sect /P @document /T (own%-section) "
+                                    "/K [@paragraph% @table% @linkelement%] >>");
+    writer.forEveryPage("paragraph%", "<< /Type /StructElem /S /P /P @section% /Pg @p% /K 0 /ID "
+                                      "(own%-id) /ActualText (own%-actual) /Alt (own%-alt) /E "
+                                      "(own%-expansion) /Ref [@cell^] >>");
+    writer.forEveryPage("table%", "<< /Type /StructElem /S /Table /P @section% /A << /O /Table "
+                                  "/Summary (own%-summary) >> /K [@row%] >>");
+    writer.forEveryPage("row%",
+                        "<< /Type /StructElem /S /TR /P @table% /K [@cell% @emptycell%] >>");
+    writer.forEveryPage("cell%", "<< /Type /StructElem /S /TD /P @row% /K << /Type /MCR /Pg @p% "
+                                 "/MCID 1 >> /T (own%-cell) >>");
+    writer.forEveryPage("emptycell%", "<< /Type /StructElem /S /TD /P @row% /T (own%-emptycell) "
+                                      ">>");
+    writer.forEveryPage("linkelement%",
+                        "<< /Type /StructElem /S /Link /P @section% /Pg @p~ /K << "
+                        "/Type /OBJR /Obj @link% >> /Alt (own%-linkelement-on-~) >>");
+    writer.object("spread", "<< /Type /StructElem /S /P /P @document /Alt (on all pages) /K [" +
+                                writer.all("<< /Type /MCR /Pg @p% /MCID 2 >>") + "] >>");
+}
+
+void addThreads(Writer& writer)
+{
+    writer.onEveryPage("/B [@bead% @single%]");
+    writer.inCatalog("/Threads [@thread " + writer.all("@singlethread%") + "]");
+    writer.object("thread", "<< /F @bead1 /I << /Title (A thread) >> >>");
+    writer.forEveryPage("bead%", "<< /P @p% /V @bead^ /N @bead~ /R [0 0 9 9] /X (own%-bead) >>");
+    writer.forEveryPage("singlethread%", "<< /F @single% /I << /Title (own%-thread) >> >>");
+    writer.forEveryPage("single%", "<< /T @singlethread% /P @p% /V @single% /N @single% /R [0 0 9 "
+                                   "9] >>");
+}
+
+} // namespace
+
+Sketch residueDocument(int pages)
+{
+    Writer writer(pages);
+    addPageEntries(writer);
+    addDestinations(writer);
+    addOutline(writer);
+    addAnnotations(writer);
+    addForm(writer);
+    addStructure(writer);
+    addThreads(writer);
+    Sketch sketch = writer.sketch();
+    sketch.contentWord = "own";
+    return sketch;
+}
+
+std::string withLaterRevision(const std::string& pdf, int pages)
+{
+    std::smatch size;
+    std::smatch root;
+    std::regex_search(pdf, size, std::regex("/Size (\\d+)"));
+    std::regex_search(pdf, root, std::regex("/Root (\\d+ 0 R)"));
+    const std::size_t table = pdf.rfind("startxref\n");
+    std::string file = pdf;
+    std::string rows;
+    int number = 0;
+    for (int page = 1; page <= pages; ++page) {
+        const std::string former = "(own" + std::to_string(page) + "-text) Tj";
+        const std::size_t content = pdf.find(former);
+        const std::size_t object = pdf.rfind(" 0 obj", content);
+        const std::size_t line = pdf.rfind('\n', object) + 1;
+        number = std::stoi(pdf.substr(line));
+        // Both have the same length; the former is hidden behind the new one.
+        std::string text = pdf.substr(line, pdf.find("endobj\n", content) + 7 - line);
+        char row[32];
+        std::snprintf(row, sizeof row, "%d 1\n%010zu 00000 n \n", number, file.size());
+        rows += row;
+        file += text;
+        file.replace(content, 4, "old" + std::to_string(page));
+    }
+    const std::size_t start = file.size();
+    return file + "xref\n" + rows + "trailer\n<< /Size " + size[1].str() + " /Root " +
+           root[1].str() + " /Prev " +
+           pdf.substr(table + 10, pdf.find('\n', table + 10) - table - 10) + " >>\nstartxref\n" +
+           std::to_string(start) + "\n%%EOF\n";
+}
+
+std::set<std::string> ownWords(const std::string& pdf, const std::string& password)
+{
+    const std::string everything = everythingIn(pdf, password) + "\n" + pdf;
+    static const std::regex word("(own|old)\\d+-[a-z]+(-[a-z]+)*(-\\d+)?");
+    std::set<std::string> words;
+    for (std::sregex_iterator at(everything.begin(), everything.end(), word), end; at != end;
+         ++at) {
+        words.insert(at->str());
+    }
+    return words;
+}
+
+bool belongsTo(const std::string& word, int page)
+{
+    const std::string number = std::to_string(page);
+    const std::string on = "-on-" + number;
+    const bool leads = word.substr(3, number.size() + 1) == number + "-";
+    return leads || (word.size() > on.size() && word.substr(word.size() - on.size()) == on);
+}
+
+} // namespace support

@@ -1,0 +1,116 @@
+#include "DeletionCase.h"
+#include "ResidueDocument.h"
+
+#include <algorithm>
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace karvel;
+
+constexpr int pageCount = 5;
+
+struct Case {
+    const char* name;
+
+    /// How qpdf's command line writes the document; null for the document as it is.
+    const char* qpdfOptions;
+    bool laterRevision;
+    const char* password;
+};
+
+void PrintTo(const Case& value, std::ostream* out)
+{
+    *out << value.name;
+}
+
+class Residue : public testing::TestWithParam<Case> {
+protected:
+    static std::string document()
+    {
+        const Case& given = GetParam();
+        std::string pdf = support::residueDocument(pageCount).built();
+        if (given.laterRevision) {
+            pdf = support::withLaterRevision(pdf, pageCount);
+        }
+        return given.qpdfOptions == nullptr ? pdf : support::rewritten(pdf, given.qpdfOptions);
+    }
+
+    static std::string without(const std::string& pdf, const std::vector<int>& pages,
+                               saving::Way way)
+    {
+        auto document = support::opened(pdf, GetParam().password);
+        for (auto page = pages.rbegin(); page != pages.rend(); ++page) {
+            EXPECT_TRUE(pages::deletePages(*document, {*page, 1}).has_value());
+        }
+        return support::savedIn(*document, way);
+    }
+};
+
+/// The words that a document without some pages must have.
+std::set<std::string> wordsWithout(const std::set<std::string>& words,
+                                   const std::vector<int>& removed)
+{
+    std::set<std::string> left;
+    for (const std::string& word : words) {
+        // What a later revision hid is no part of the document.
+        const bool hidden = word.substr(0, 3) == "old";
+        if (!hidden && std::none_of(removed.begin(), removed.end(),
+                                    [&](int page) { return support::belongsTo(word, page); })) {
+            left.insert(word);
+        }
+    }
+    return left;
+}
+
+/// The words of one set that another hasn't got.
+std::vector<std::string> only(const std::set<std::string>& one, const std::set<std::string>& other)
+{
+    std::vector<std::string> words;
+    std::set_difference(one.begin(), one.end(), other.begin(), other.end(),
+                        std::back_inserter(words));
+    return words;
+}
+
+TEST_P(Residue, NothingOfARemovedPageStaysAndNothingOfTheOthersIsLost)
+{
+    const std::string pdf = document();
+    const char* password = GetParam().password;
+    const std::set<std::string> before = support::ownWords(pdf, password);
+    ASSERT_GT(before.size(), 45U * pageCount);
+    for (const std::vector<int>& removed :
+         {std::vector<int>{2}, {1}, {5}, {1, 3}, {2, 3, 4}, {1, 2, 4, 5}}) {
+        SCOPED_TRACE(testing::PrintToString(removed));
+        const std::set<std::string> expected = wordsWithout(before, removed);
+        std::string saved[2];
+        for (const auto way : {saving::Way::CopyUnchanged, saving::Way::Rewrite}) {
+            SCOPED_TRACE(way == saving::Way::Rewrite ? "rewritten" : "copied");
+            std::string& bytes = saved[static_cast<int>(way)];
+            bytes = without(pdf, removed, way);
+            EXPECT_EQ(support::problems(bytes, password), "");
+            const std::set<std::string> after = support::ownWords(bytes, password);
+            EXPECT_THAT(only(after, expected), testing::ElementsAre()) << "stayed";
+            EXPECT_THAT(only(expected, after), testing::ElementsAre()) << "was lost";
+            const std::string everything = support::everythingIn(bytes, password);
+            for (const char* text : {"All pages", "A site", "A thread", "on all pages",
+                                     "attached to the document", "shared", "choice"}) {
+                EXPECT_NE(everything.find(text), std::string::npos) << text;
+            }
+        }
+        EXPECT_EQ(support::firstDifference(saved[0], saved[1], password), "");
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Deletion, Residue,
+    testing::Values(
+        Case{"plain", nullptr, false, ""}, Case{"incremental_update", nullptr, true, ""},
+        Case{"object_streams", "--object-streams=generate", false, ""},
+        Case{"linearized", "--linearize", false, ""},
+        Case{"linearized_object_streams", "--linearize --object-streams=generate", false, ""},
+        Case{"rc4", "--allow-weak-crypto --encrypt u o 128 --use-aes=n --", false, "u"},
+        Case{"aes_128", "--object-streams=generate --encrypt u o 128 --use-aes=y --", false, "u"},
+        Case{"aes_256", "--object-streams=generate --encrypt u o 256 --", false, "o"}),
+    [](const auto& info) { return info.param.name; });
+
+} // namespace
