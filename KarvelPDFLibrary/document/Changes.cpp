@@ -60,6 +60,14 @@ void Changes::remove(QPDFObjGen number)
     record(number, Kind::Removed);
 }
 
+bool Changes::isThere(const QPDFObjectHandle& object) const
+{
+    const auto found = objects_.find(object.getObjectID());
+    const bool removed = found != objects_.end() && found->second == Kind::Removed;
+    QPDFObjectHandle handle = object;
+    return !removed && !handle.isNull();
+}
+
 void Changes::replaceText(QPDFObjGen number, std::string text)
 {
     texts_[number.getObj()] = {number.getGen(), std::move(text)};

@@ -42,6 +42,9 @@ public:
     /// told by settle().
     void remove(QPDFObjGen number);
 
+    /// Whether an indirect object is still in the document.
+    bool isThere(const QPDFObjectHandle& object) const;
+
     /// Makes libqpdf's objects agree with the record. Not needed for a save that goes by the
     /// record.
     void settle();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "KarvelPDFLibrary/document/Changes.h"
+
 #include <qpdf/QPDFObjectHandle.hh>
 #include <string>
 #include <utility>
@@ -11,5 +13,9 @@ namespace karvel {
 /// Whatever the tree's depth and whatever loops it has, each node is read once.
 using NameTreeEntries = std::vector<std::pair<std::string, QPDFObjectHandle>>;
 NameTreeEntries readNameTree(const QPDFObjectHandle& root);
+
+/// Writes a balanced name tree of entries, which must be sorted by name and each have its own, and
+/// returns its root.
+QPDFObjectHandle writeNameTree(Changes& changes, const NameTreeEntries& entries);
 
 } // namespace karvel

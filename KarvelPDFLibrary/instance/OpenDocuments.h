@@ -1,6 +1,8 @@
 #pragma once
 
 #include "KarvelPDFLibrary/document/Document.h"
+#include "KarvelPDFLibrary/transfer/Frozen.h"
+#include "KarvelPDFLibrary/transfer/ImportPages.h"
 #include "KarvelPDFLibrary/viewing/View.h"
 
 #include <memory>
@@ -18,6 +20,10 @@ struct OpenDocument {
 
     /// For rendering and reading text.
     viewing::View view = {};
+
+    /// For taking pages from it, and for what it took from others.
+    transfer::Frozen frozen = {};
+    transfer::Imports imports = {};
 };
 
 /// The open documents of an instance in opening order, one of them selected.

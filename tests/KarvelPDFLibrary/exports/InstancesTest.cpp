@@ -97,6 +97,97 @@ TEST(Instances, WorkSideBySideInThreads)
     EXPECT_EQ(failures, 0);
 }
 
+TEST(Instances, ThatAreNotReleasedDoNoHarmAtTheEnd)
+{
+    const std::string pdf = support::documentOfPages(3);
+    const auto leave = [&] {
+        const int instance = KPLCreateLibrary();
+        for (int i = 0; i < 3; ++i) {
+            KPLLoadFromString(instance, pdf.c_str(), nullptr);
+        }
+        KPLCloseDocument(instance);
+        std::exit(KPLDocumentCount(instance)); // NOLINT: the end of the process is what is tested
+    };
+    EXPECT_EXIT(leave(), testing::ExitedWithCode(2), "");
+}
+
+struct PageSources {
+    const char* name;
+    int (*call)(Caller& caller, int source);
+    std::vector<int> order; // of the selected document's three pages and the source's two
+};
+
+class TakingPages : public testing::TestWithParam<PageSources> {};
+
+TEST_P(TakingPages, OutlivesTheirDocument)
+{
+    Caller caller;
+    const int self = caller.instance;
+    support::PagedDocument file(5);
+    const int source = caller.load(file.build());
+    ASSERT_EQ(KPLDeletePages(self, 1, 3), 1);
+    const int target = caller.load(support::documentOfPages(3));
+    ASSERT_GT(GetParam().call(caller, source), 0) << KPLLastErrorCode(self);
+    ASSERT_EQ(KPLSelectDocument(self, source), 1);
+    ASSERT_EQ(KPLCloseDocument(self), 1);
+    ASSERT_EQ(KPLSelectDocument(self, target), 1);
+    EXPECT_EQ(support::pageTexts(caller.bytes(KPLSaveToString(self))),
+              support::pagesNamed(GetParam().order));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Exports, TakingPages,
+    testing::Values(
+        PageSources{"append",
+                    [](Caller& c, int source) { return KPLAppendDocument(c.instance, source); },
+                    {1, 2, 3, 4, 5}},
+        PageSources{"insert",
+                    [](Caller& c, int source) {
+                        return KPLInsertDocumentPages(c.instance, source, 2, 1, 1);
+                    },
+                    {5, 1, 2, 3}},
+        PageSources{"replace",
+                    [](Caller& c, int source) { return KPLReplacePage(c.instance, 2, source, 1); },
+                    {1, 4, 3}},
+        PageSources{
+            "interleave",
+            [](Caller& c, int source) { return KPLInterleaveDocument(c.instance, source, 1); },
+            {1, 5, 2, 4, 3}}),
+    [](const auto& info) { return info.param.name; });
+
+TEST(Exports, FilesAndStringsGiveTheirPages)
+{
+    const support::ScratchFolder scratch;
+    const auto path = [&](const std::string& name) {
+        const std::string file = scratch.path(name);
+        return std::wstring(file.begin(), file.end());
+    };
+    const std::string locked =
+        support::rewritten(support::documentOfPages(4), "--encrypt secret owner 256 --");
+    scratch.write("a.pdf", locked);
+    Caller caller;
+    const int self = caller.instance;
+    ASSERT_GT(caller.load(support::documentOfPages(1)), 0);
+    EXPECT_EQ(KPLAppendFile(self, caller.wide(path("a.pdf")), caller.wide(L"wrong"), nullptr), 0);
+    EXPECT_EQ(KPLLastErrorCode(self), 8);
+    EXPECT_EQ(KPLAppendFile(self, caller.wide(path("a.pdf")), caller.wide(L"secret"),
+                            caller.wide(L"z,2")),
+              2);
+    EXPECT_EQ(KPLInsertFilePages(self, caller.wide(path("a.pdf")), caller.wide(L"secret"),
+                                 caller.wide(L"3"), 1),
+              1);
+    char* data = caller.buffer(locked.data(), locked.size());
+    EXPECT_EQ(KPLAppendFromString(self, data, caller.wide(L"owner")), 4);
+    EXPECT_EQ(KPLCopyPages(self, 1, 1, 2), 2);
+    EXPECT_EQ(support::pageTexts(caller.bytes(KPLSaveToString(self))),
+              support::pagesNamed({3, 3, 1, 4, 2, 1, 2, 3, 4}));
+    EXPECT_EQ(KPLSavePagesToFile(self, caller.wide(L"4,1,4"), caller.wide(path("b.pdf"))), 3);
+    EXPECT_EQ(support::pageTexts(support::readFile(scratch.path("b.pdf"))),
+              support::pagesNamed({4, 3, 4}));
+    EXPECT_EQ(support::pageTexts(caller.bytes(KPLSavePagesToString(self, 8, 2))),
+              support::pagesNamed({3, 4}));
+}
+
 TEST(Instances, KeepTheirErrorsAndDocumentsToThemselves)
 {
     Caller one;

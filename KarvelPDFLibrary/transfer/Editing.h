@@ -1,0 +1,20 @@
+#pragma once
+
+#include "KarvelPDFLibrary/document/Document.h"
+
+#include <string>
+
+namespace karvel::transfer {
+
+/// The dictionary under a key of `holder`, for changing; made when there is none. `holder` must
+/// have been recorded as changed, which covers a dictionary that stands in it.
+QPDFObjectHandle editDictionary(Document& document, QPDFObjectHandle holder,
+                                const std::string& key);
+
+/// Likewise an array.
+QPDFObjectHandle editArray(Document& document, QPDFObjectHandle holder, const std::string& key);
+
+/// A dictionary of the catalog with a number of its own, for changing; made when there is none.
+QPDFObjectHandle editCatalogDictionary(Document& document, const std::string& key);
+
+} // namespace karvel::transfer
