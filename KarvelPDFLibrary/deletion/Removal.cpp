@@ -122,15 +122,21 @@ bool Removal::mayBeArray(const QPDFObjectHandle& object) const
     return indexed == nullptr || (indexed->flags & index::IsDictionary) == 0;
 }
 
+std::optional<Referrers::Range> Removal::indexedReferencesOf(int object) const
+{
+    const index::IndexedObject* indexed = unchanged(object);
+    if (indexed == nullptr) {
+        return std::nullopt;
+    }
+    const std::uint32_t* first = document_.index()->references().data() + indexed->firstReference;
+    return Referrers::Range{first, first + indexed->referenceCount};
+}
+
 bool Removal::mayReferToGone(const QPDFObjectHandle& object) const
 {
-    const index::IndexedObject* indexed = unchanged(object.getObjectID());
-    if (indexed == nullptr) {
-        return true;
-    }
-    const std::uint32_t* references =
-        document_.index()->references().data() + indexed->firstReference;
-    return std::any_of(references, references + indexed->referenceCount,
+    const auto references = indexedReferencesOf(object.getObjectID());
+    return !references ||
+           std::any_of(references->begin(), references->end(),
                        [this](std::uint32_t target) { return isGone(static_cast<int>(target)); });
 }
 

@@ -90,6 +90,13 @@ public:
     }
     bool isGone(int object) const { return pages_.has(object) || dropped_.has(object); }
 
+    /// The numbers of the objects that an object refers to, 0 for those that are not in the file,
+    /// when they are known without building it.
+    std::optional<Referrers::Range> indexedReferencesOf(int object) const;
+
+    /// Whether the index shows an object to be a node of the page tree.
+    bool isTreeNode(int object) const;
+
     /// Whether an object may refer to something that is gone, as far as is known without building
     /// it.
     bool mayReferToGone(const QPDFObjectHandle& object) const;
@@ -153,7 +160,6 @@ private:
     Referrers& referrers();
     void climb(std::vector<int> open, std::unordered_set<std::uint32_t> seen,
                const std::function<bool(QPDFObjectHandle)>& visit);
-    bool isTreeNode(int object) const;
     const index::ReferenceIndex::PlainLink* plainLink(int object) const;
     void unlist(QPDFObjectHandle holder);
 

@@ -21,6 +21,7 @@ void putReferencesRight(Document& document)
     removeOutlineEntries(removal);
     renumberDestinations(removal);
     keepPageLabels(removal);
+    removeSharedResources(removal);
     removal.takeOutDropped();
 }
 

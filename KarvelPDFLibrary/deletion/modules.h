@@ -37,6 +37,9 @@ void removeOutlineEntries(Removal& removal);
 /// Destinations that name a page that stays by its number.
 void renumberDestinations(Removal& removal);
 
+/// Resources that removed pages share with others and that nothing else uses.
+void removeSharedResources(Removal& removal);
+
 /// Every page that remains keeps the label it had.
 void keepPageLabels(Removal& removal);
 

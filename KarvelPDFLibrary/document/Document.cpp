@@ -186,7 +186,26 @@ QPDFObjectHandle Document::pageAttribute(int number, const char* key)
 
 QPDFObjectHandle Document::inheritedAttribute(int number, const char* key) const
 {
-    const InheritedSet& set = inherited_[order_.at(number).inherited];
+    return inheritedAttribute(order_.at(number), key);
+}
+
+QPDFObjectHandle Document::inheritedFrom(const PageEntry& page, const char* key)
+{
+    auto position = static_cast<std::int32_t>(page.node);
+    while (!nodes_.empty() && position >= 0) {
+        const TreeNode& node = nodes_[static_cast<std::size_t>(position)];
+        QPDFObjectHandle object = file_->getObject(node.object, node.generation);
+        if (object.hasKey(key)) {
+            return object;
+        }
+        position = node.parent;
+    }
+    return QPDFObjectHandle::newNull();
+}
+
+QPDFObjectHandle Document::inheritedAttribute(const PageEntry& page, const char* key) const
+{
+    const InheritedSet& set = inherited_[page.inherited];
     for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
         if (std::strcmp(inheritableKeys[i], key) == 0 && set[i].isInitialized()) {
             return set[i];

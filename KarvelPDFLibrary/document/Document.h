@@ -62,6 +62,11 @@ public:
 
     /// The value of a key that a page inherits, whether or not it has its own; null when absent.
     QPDFObjectHandle inheritedAttribute(int number, const char* key) const;
+    QPDFObjectHandle inheritedAttribute(const PageEntry& page, const char* key) const;
+
+    /// The page tree node from which a page gets a value that it inherits; null when the tree is
+    /// written anew in any case.
+    QPDFObjectHandle inheritedFrom(const PageEntry& page, const char* key);
 
     /// Whether a page has no value of its own for a key but inherits one.
     bool inheritsAttribute(int number, const char* key);

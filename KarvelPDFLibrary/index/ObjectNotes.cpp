@@ -54,6 +54,38 @@ int flagOf(std::string_view name)
                : HasDestination | HasOptionalParts | HasPopup | HasSignature | HasPlace;
 }
 
+/// The most references of one object.
+constexpr std::size_t mostReferences = 0xFFFFFF;
+
+/// Categories of resources in which content can be (ISO 32000-2, 7.8.3).
+constexpr std::string_view categories[] = {"/XObject",    "/Pattern",   "/Shading",
+                                           "/Properties", "/ExtGState", "/Font"};
+
+bool isCategory(std::string_view key)
+{
+    return std::any_of(std::begin(categories), std::end(categories),
+                       [&](std::string_view category) { return key == category.substr(1); });
+}
+
+/// Whether the value of /Resources is a dictionary in which no category is a reference.
+bool isSelfContained(std::string_view value)
+{
+    if (value.substr(0, 2) != "<<" || value.find('#') != std::string_view::npos) {
+        return false;
+    }
+    for (const std::string_view category : categories) {
+        for (std::size_t at = 0; (at = value.find(category, at)) != std::string_view::npos;) {
+            at += category.size();
+            const bool longerName =
+                at < value.size() && !isWhiteSpace(value[at]) && !isDelimiter(value[at]);
+            if (!longerName && value.substr(skipSpace(value, at), 2) != "<<") {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
 /// A plain number that stands alone; -1 for everything else.
 std::int32_t plainNumber(std::string_view value)
 {
@@ -160,6 +192,11 @@ void ObjectNotes::afterEntry(std::string_view key, std::string_view value)
         flags_ |= HasBeads;
     } else if (isInheritable(key)) {
         flags_ |= HasInheritable;
+        if (key == "Resources") {
+            flags_ |= HasResources | (isSelfContained(trimmed(value)) ? HasOwnResources : 0);
+        }
+    } else if (isCategory(key) && trimmed(value).substr(0, 2) != "<<") {
+        flags_ |= HasLinkedCategory;
     }
 }
 
@@ -285,10 +322,10 @@ void ObjectNotes::keepKind(IndexedObject& object, std::uint32_t number)
 
 bool ObjectNotes::keep(IndexedObject& object, std::uint32_t number, int flags)
 {
+    const std::size_t count = index_.references_.size() - referencesBefore_;
     object.firstReference = static_cast<std::uint32_t>(referencesBefore_);
-    object.referenceCount =
-        static_cast<std::uint32_t>(index_.references_.size() - referencesBefore_);
-    object.flags = static_cast<std::uint16_t>(flags_ | flags) & 0x1FFF;
+    object.referenceCount = static_cast<std::uint32_t>(count) & mostReferences;
+    object.flags = static_cast<std::uint16_t>(flags_ | flags);
     for (const std::uint64_t hash : destinations_) {
         index_.namedDestinations_.push_back({hash, number});
     }
@@ -305,7 +342,7 @@ bool ObjectNotes::keep(IndexedObject& object, std::uint32_t number, int flags)
     keepPlainLink(number);
     keepPlainElement(number);
     keepKind(object, number);
-    return index_.references_.size() <= 0xFFFFFFF0U;
+    return count <= mostReferences && index_.references_.size() <= 0xFFFFFFF0U;
 }
 
 /// References that mean null become references to object 0, which no file has.

@@ -24,7 +24,7 @@ public:
     /// The text of the value of /Length.
     const std::string& length() const { return length_; }
 
-    /// Enters the notes. False when the index can't hold more references.
+    /// Enters the notes. False when the index can't hold so many references.
     bool keep(IndexedObject& object, std::uint32_t number, int flags);
 
     /// When all objects are known: says which references mean something, and sorts the lists.

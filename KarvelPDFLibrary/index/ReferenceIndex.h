@@ -27,22 +27,25 @@ enum class Kind : std::uint8_t {
 enum Flag : std::uint16_t {
     IsDictionary = 1,
     IsStream = 2,
-    HasInheritable = 4,     // one of the attributes that pages inherit
-    HasAnnotations = 8,     // /Annots
-    HasStructure = 16,      // /StructParents or /StructParent
-    HasBeads = 32,          // /B
-    HasDestination = 64,    // at any depth /Dest, /D, /A or /AA
-    HasOptionalParts = 128, // at any depth /OC, /OCGs or /Properties
-    HasKids = 256,          // /Kids
-    HasPopup = 512,         // at any depth /Popup
-    HasSignature = 1024,    // at any depth /Sig, /DocTimeStamp or /ByteRange
-    HasPlace = 2048,        // /P, or at any depth /Pg or /Obj
-    HasSubtype = 4096,      // /Subtype
+    HasInheritable = 4,       // one of the attributes that pages inherit
+    HasAnnotations = 8,       // /Annots
+    HasStructure = 16,        // /StructParents or /StructParent
+    HasBeads = 32,            // /B
+    HasDestination = 64,      // at any depth /Dest, /D, /A or /AA
+    HasOptionalParts = 128,   // at any depth /OC, /OCGs or /Properties
+    HasKids = 256,            // /Kids
+    HasPopup = 512,           // at any depth /Popup
+    HasSignature = 1024,      // at any depth /Sig, /DocTimeStamp or /ByteRange
+    HasPlace = 2048,          // /P, or at any depth /Pg or /Obj
+    HasSubtype = 4096,        // /Subtype
+    HasResources = 8192,      // /Resources
+    HasOwnResources = 16384,  // /Resources that stands in the object with all its categories
+    HasLinkedCategory = 32768 // a reference as the value of a category of resources
 };
 
 /// Where an object stands and what it refers to.
 struct IndexedObject {
-    IndexedObject() : flags(0), kind(Kind::Missing) {}
+    IndexedObject() : referenceCount(0), kind(Kind::Missing) {}
 
     /// In the file; for a member of an object stream, in the stream's decoded data.
     std::uint64_t start = 0;
@@ -50,18 +53,17 @@ struct IndexedObject {
     /// One past its last byte; in the file, past "endobj" and the white space after it.
     std::uint64_t end = 0;
 
-    /// The references in its text, in order: positions in ReferenceIndex::references().
+    /// The references in its text, in order: positions in ReferenceIndex::references(). Packed,
+    /// since files have millions of objects.
     std::uint32_t firstReference = 0;
-    std::uint32_t referenceCount = 0;
+    std::uint32_t referenceCount : 24;
+    Kind kind : 8;
 
     /// The object stream that it is a member of, or 0.
     std::uint32_t container = 0;
 
     std::uint16_t generation = 0;
-
-    // Packed, since files have millions of objects.
-    std::uint16_t flags : 13;
-    Kind kind : 3;
+    std::uint16_t flags = 0;
 };
 static_assert(sizeof(IndexedObject) == 32);
 

@@ -118,14 +118,18 @@ std::string Sketch::built() const
     }
     for (std::size_t i = 1; i <= pages.size(); ++i) {
         const std::string name = std::to_string(i);
-        const std::string text =
-            contentWord.empty() ? "Page " + name : contentWord + name + "-text";
-        const int content = builder.addStream(showText(text));
-        builder.set(numbers["p" + name],
-                    "<< /Type /Page /Parent " + PdfBuilder::reference(root) +
-                        " /MediaBox [0 0 612 792] /Contents " + PdfBuilder::reference(content) +
-                        " /Resources << /Font << /F1 " + PdfBuilder::reference(font) + " >> >> " +
-                        filledIn(pages[i - 1], numbers) + " >>");
+        std::string entries = filledIn(pages[i - 1], numbers);
+        if (pages[i - 1].find("/Contents @") == std::string::npos &&
+            pages[i - 1].find("/Contents [@") == std::string::npos) {
+            const int content = builder.addStream(showText("Page " + name));
+            entries += " /Contents " + PdfBuilder::reference(content);
+        }
+        if (entries.find("/Resources") == std::string::npos &&
+            tree.find("/Resources") == std::string::npos) {
+            entries += " /Resources << /Font << /F1 " + PdfBuilder::reference(font) + " >> >>";
+        }
+        builder.set(numbers["p" + name], "<< /Type /Page /Parent " + PdfBuilder::reference(root) +
+                                             " /MediaBox [0 0 612 792] " + entries + " >>");
     }
     for (const auto& [name, text] : objects) {
         const std::size_t bar = text.find('|');
@@ -137,7 +141,7 @@ std::string Sketch::built() const
         }
     }
     builder.set(root, "<< /Type /Pages /Count " + std::to_string(pages.size()) + " /Kids [" + kids +
-                          "] >>");
+                          "] " + filledIn(tree, numbers) + " >>");
     builder.set(catalogNumber, "<< /Type /Catalog /Pages " + PdfBuilder::reference(root) + " " +
                                    filledIn(catalog, numbers) + " >>");
     return builder.build(catalogNumber);

@@ -9,7 +9,8 @@ namespace support {
 /// A document in shorthand. In all texts "@name" is a reference to an object: to one of `objects`,
 /// or to page N with "@pN". Page N shows the text "Page N".
 struct Sketch {
-    /// Entries of each page besides what every page has.
+    /// Entries of each page. /Contents and /Resources are added where a page hasn't got its own,
+    /// and has no resources from `tree`.
     std::vector<std::string> pages;
 
     /// Entries of the catalog besides /Pages.
@@ -19,8 +20,8 @@ struct Sketch {
     /// before and its data after it.
     std::vector<std::pair<std::string, std::string>> objects;
 
-    /// When not empty, page N shows "wordN-text" instead.
-    std::string contentWord = {};
+    /// Entries of the page tree's root besides what it must have.
+    std::string tree = {};
 
     /// The file with a cross-reference table.
     std::string built() const;

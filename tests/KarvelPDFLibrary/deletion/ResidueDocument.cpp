@@ -93,6 +93,27 @@ void addPageEntries(Writer& writer)
     writer.forEveryPage("associatedfile%", "/Type /EmbeddedFile|own%-associated-file.");
 }
 
+void addContent(Writer& writer)
+{
+    writer.onEveryPage("/Contents @content% /Resources @resources");
+    writer.forEveryPage("content%", "|BT /F1 24 Tf 72 700 Td (own%-text) Tj ET /X% Do /Both Do "
+                                    "/Span /M% BDC EMC /Pattern cs /P% scn 0 0 9 9 re f /S% sh");
+    writer.object("resources", "<< /Font << /F1 << /Type /Font /Subtype /Type1 /BaseFont "
+                               "/Helvetica >> >> /XObject << /Both @both " +
+                                   writer.all("/X% @form% /Inner% @inner%") + ">> /Properties << " +
+                                   writer.all("/M% << /Text (own%-properties) >>") +
+                                   ">> /Pattern << " + writer.all("/P% @pattern%") +
+                                   ">> /Shading << " +
+                                   writer.all("/S% << /Text (own%-shading) >>") + ">> >>");
+    writer.object("both", "/Type /XObject /Subtype /Form /BBox [0 0 9 9]|(drawn by all pages) Tj");
+    writer.forEveryPage("form%", "/Type /XObject /Subtype /Form /BBox [0 0 9 9]|BT (own%-form) Tj "
+                                 "ET /Inner% Do");
+    writer.forEveryPage("inner%", "/Type /XObject /Subtype /Form /BBox [0 0 9 9]|BT (own%-inner) "
+                                  "Tj ET");
+    writer.forEveryPage("pattern%", "/PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 9 9] "
+                                    "/XStep 9 /YStep 9 /Resources << >>|BT (own%-pattern) Tj ET");
+}
+
 void addDestinations(Writer& writer)
 {
     writer.inCatalog("/Names << /Dests @dests /EmbeddedFiles << /Names [(attached) @attached] >> "
@@ -245,15 +266,14 @@ Sketch residueDocument(int pages)
 {
     Writer writer(pages);
     addPageEntries(writer);
+    addContent(writer);
     addDestinations(writer);
     addOutline(writer);
     addAnnotations(writer);
     addForm(writer);
     addStructure(writer);
     addThreads(writer);
-    Sketch sketch = writer.sketch();
-    sketch.contentWord = "own";
-    return sketch;
+    return writer.sketch();
 }
 
 std::string withLaterRevision(const std::string& pdf, int pages)

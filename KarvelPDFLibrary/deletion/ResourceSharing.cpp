@@ -1,0 +1,298 @@
+#include "KarvelPDFLibrary/deletion/ResourceSharing.h"
+
+#include "KarvelPDFLibrary/deletion/PageAnnotations.h"
+
+#include <algorithm>
+
+namespace karvel::deletion {
+
+namespace {
+
+constexpr const char* categories[] = {"/XObject",    "/Pattern",   "/Shading",
+                                      "/Properties", "/ExtGState", "/Font"};
+
+bool isTreeNode(QPDFObjectHandle object)
+{
+    return object.isDictionaryOfType("/Pages") ||
+           (object.isDictionary() && object.hasKey("/Kids") && object.hasKey("/Count"));
+}
+
+QPDFObjectHandle valuesOf(QPDFObjectHandle dictionary)
+{
+    QPDFObjectHandle values = QPDFObjectHandle::newArray();
+    for (const auto& [key, value] : dictionary.getDictAsMap()) {
+        values.appendItem(value);
+    }
+    return values;
+}
+
+} // namespace
+
+bool ResourceSharing::holdsContent(const std::string& category, QPDFObjectHandle entry)
+{
+    if (category == "/Font") {
+        QPDFObjectHandle subtype =
+            entry.isDictionary() ? entry.getKey("/Subtype") : QPDFObjectHandle::newNull();
+        return subtype.isName() && subtype.getName() == "/Type3";
+    }
+    if (category == "/ExtGState") {
+        return entry.isDictionary() && entry.getKey("/SMask").isDictionary();
+    }
+    return true;
+}
+
+bool ResourceSharing::mayBeShared(int object)
+{
+    return !removal_.isHeldByGoneOnly(object);
+}
+
+bool ResourceSharing::mayShare(const PageEntry& page)
+{
+    if (!removal_.mayHave(page.object, index::HasResources)) {
+        return true; // it inherits them
+    }
+    const auto references = removal_.indexedReferencesOf(page.object);
+    if (!references) {
+        return true;
+    }
+    if (removal_.mayHave(page.object, index::HasOwnResources)) {
+        return false;
+    }
+    // Its resources are among the objects that it refers to.
+    return std::any_of(references->begin(), references->end(), [this](std::uint32_t target) {
+        const auto object = static_cast<int>(target);
+        const bool dictionary = object != 0 && removal_.mayHave(object, index::IsDictionary) &&
+                                !removal_.isTreeNode(object);
+        return dictionary &&
+               (mayBeShared(object) || removal_.mayHave(object, index::HasLinkedCategory));
+    });
+}
+
+ResourceUser ResourceSharing::userOf(const PageEntry& page)
+{
+    ResourceUser user;
+    user.object = removal_.file().getObject(page.id());
+    user.content = user.object.getKey("/Contents");
+    user.resources = user.object.getKey("/Resources");
+    if (user.resources.isNull()) {
+        user.resources = removal_.document().inheritedAttribute(page, "/Resources");
+    }
+    return user;
+}
+
+std::vector<ResourceCategory> ResourceSharing::sharedBy(const PageEntry& page)
+{
+    std::vector<ResourceCategory> shared;
+    const ResourceUser user = userOf(page);
+    QPDFObjectHandle resources = user.resources;
+    if (!resources.isDictionary()) {
+        return shared;
+    }
+    const bool inherited = QPDFObjectHandle(user.object).getKey("/Resources").isNull();
+    for (const char* name : categories) {
+        ResourceCategory category;
+        category.name = name;
+        category.dictionary = resources.getKey(name);
+        if (!category.dictionary.isDictionary()) {
+            continue;
+        }
+        if (category.dictionary.isIndirect()) {
+            category.owner = category.dictionary;
+        } else if (resources.isIndirect()) {
+            category.owner = resources;
+        } else if (inherited) {
+            category.owner = removal_.document().inheritedFrom(page, "/Resources");
+        } else {
+            continue; // it goes with the page
+        }
+        category.place = category.owner.isIndirect() ? category.owner.getObjectID()
+                                                     : placeOfInherited(page, resources);
+        if ((category.place < 0 || mayBeShared(category.place)) && matters(category)) {
+            shared.push_back(category);
+        }
+    }
+    return shared;
+}
+
+bool ResourceSharing::matters(const ResourceCategory& category)
+{
+    const auto [entry, isNew] = matters_.try_emplace({category.place, category.name}, false);
+    if (isNew) {
+        for (const auto& [name, value] : QPDFObjectHandle(category.dictionary).getDictAsMap()) {
+            entry->second = entry->second || holdsContent(category.name, value);
+        }
+    }
+    return entry->second;
+}
+
+/// The number of the object in which inherited resources stand, or one below 0.
+int ResourceSharing::placeOfInherited(const PageEntry& page, const QPDFObjectHandle& resources)
+{
+    const auto [entry, isNew] = inheritedPlaces_.try_emplace(page.inherited, 0);
+    if (!isNew) {
+        return entry->second;
+    }
+    if (resources.isIndirect()) {
+        return entry->second = resources.getObjectID();
+    }
+    const QPDFObjectHandle node = removal_.document().inheritedFrom(page, "/Resources");
+    if (node.isIndirect()) {
+        return entry->second = node.getObjectID();
+    }
+    const auto known =
+        std::find_if(unowned_.begin(), unowned_.end(), [&](const QPDFObjectHandle& other) {
+            return other.isSameObjectAs(resources);
+        });
+    entry->second = -1 - static_cast<int>(known - unowned_.begin());
+    if (known == unowned_.end()) {
+        unowned_.push_back(resources);
+    }
+    return entry->second;
+}
+
+const std::vector<int>& ResourceSharing::inheritingFrom(int place)
+{
+    Document& document = removal_.document();
+    if (!knowsInheriting_) {
+        knowsInheriting_ = true;
+        for (int number = 1; number <= document.pageCount(); ++number) {
+            const PageEntry& page = document.order().at(number);
+            const bool known = removal_.indexedReferencesOf(page.object).has_value();
+            const bool own = known ? removal_.mayHave(page.object, index::HasResources)
+                                   : !document.page(number).getKey("/Resources").isNull();
+            const QPDFObjectHandle resources = document.inheritedAttribute(page, "/Resources");
+            if (!own && QPDFObjectHandle(resources).isDictionary()) {
+                inheriting_[placeOfInherited(page, resources)].push_back(number);
+            }
+        }
+    }
+    return inheriting_[place];
+}
+
+/// Goes upwards from a category to all who use it.
+class ResourceSharing::Climb {
+public:
+    Climb(ResourceSharing& sharing, const ResourceCategory& category)
+        : sharing_(sharing), removal_(sharing.removal_), category_(category)
+    {
+    }
+
+    std::optional<std::vector<ResourceUser>> run()
+    {
+        addInheriting(category_.place);
+        if (category_.owner.isIndirect() && !isTreeNode(category_.owner)) {
+            open_.push_back(category_.owner);
+        }
+        while (!open_.empty()) {
+            const QPDFObjectHandle at = open_.back();
+            open_.pop_back();
+            if (!holders_.insert(at.getObjectID()).second) {
+                continue;
+            }
+            for (const QPDFObjectHandle& referrer : removal_.referrersOf(at.getObjectID())) {
+                if (!add(referrer, at)) {
+                    return std::nullopt;
+                }
+            }
+        }
+        for (const QPDFObjectHandle& stream : streams_) {
+            if (!isInCategoryOnly(stream)) {
+                users_.push_back(
+                    {stream, stream, QPDFObjectHandle(stream).getDict().getKey("/Resources")});
+            }
+        }
+        return std::move(users_);
+    }
+
+private:
+    void addInheriting(int place)
+    {
+        for (const int number : sharing_.inheritingFrom(place)) {
+            addUser(removal_.document().page(number),
+                    removal_.document().pageAttribute(number, "/Resources"));
+        }
+    }
+
+    void addUser(QPDFObjectHandle page, const QPDFObjectHandle& resources)
+    {
+        users_.push_back({page, page.getKey("/Contents"), resources});
+    }
+
+    /// False when what the referrer does with it cannot be told.
+    bool add(QPDFObjectHandle referrer, const QPDFObjectHandle& target)
+    {
+        if (removal_.isRemainingPage(referrer)) {
+            addUser(referrer, referrer.getKey("/Resources"));
+        } else if (isTreeNode(referrer)) {
+            addInheriting(referrer.getObjectID());
+            addInheriting(target.getObjectID());
+        } else if (referrer.isStream()) {
+            streams_.push_back(referrer);
+            return referrer.getDict().getKey("/Resources").isDictionary();
+        } else if (!referrer.isDictionary()) {
+            return false;
+        } else if (referrer.getKey("/CharProcs").isDictionary()) {
+            users_.push_back(
+                {referrer, valuesOf(referrer.getKey("/CharProcs")), referrer.getKey("/Resources")});
+        } else if (referrer.getKey(category_.name).isSameObjectAs(target)) {
+            open_.push_back(referrer); // a resource dictionary with the category
+        } else {
+            return false;
+        }
+        return true;
+    }
+
+    /// Whether a stream can be reached through the category alone: it then draws only when somebody
+    /// names it.
+    bool isInCategoryOnly(const QPDFObjectHandle& stream)
+    {
+        const std::vector<QPDFObjectHandle> referrers = removal_.referrersOf(stream.getObjectID());
+        return std::all_of(referrers.begin(), referrers.end(), [&](const QPDFObjectHandle& one) {
+            return holders_.count(one.getObjectID()) > 0 ||
+                   one.getObjectID() == stream.getObjectID();
+        });
+    }
+
+    ResourceSharing& sharing_;
+    Removal& removal_;
+    const ResourceCategory& category_;
+    std::vector<QPDFObjectHandle> open_;
+    std::unordered_set<int> holders_;
+    std::vector<QPDFObjectHandle> streams_;
+    std::vector<ResourceUser> users_;
+};
+
+std::optional<std::vector<ResourceUser>> ResourceSharing::usersOf(const ResourceCategory& category)
+{
+    return Climb(*this, category).run();
+}
+
+QPDFObjectHandle ResourceSharing::appearancesOn(QPDFObjectHandle page)
+{
+    QPDFObjectHandle streams = QPDFObjectHandle::newArray();
+    const auto add = [&](QPDFObjectHandle stream) {
+        if (stream.isStream() && !stream.getDict().getKey("/Resources").isDictionary()) {
+            streams.appendItem(stream);
+        }
+    };
+    for (QPDFObjectHandle annotation : annotationsIn(page)) {
+        QPDFObjectHandle appearances =
+            annotation.isDictionary() ? annotation.getKey("/AP") : QPDFObjectHandle::newNull();
+        if (!appearances.isDictionary()) {
+            continue;
+        }
+        for (auto& [key, appearance] : appearances.getDictAsMap()) {
+            QPDFObjectHandle states = appearance;
+            if (states.isDictionary()) {
+                for (const auto& [state, stream] : states.getDictAsMap()) {
+                    add(stream);
+                }
+            } else {
+                add(states);
+            }
+        }
+    }
+    return streams;
+}
+
+} // namespace karvel::deletion

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "KarvelPDFLibrary/deletion/Removal.h"
+
+#include <map>
+
+namespace karvel::deletion {
+
+/// The entries of one category in a resource dictionary.
+struct ResourceCategory {
+    std::string name; // "/XObject"
+    QPDFObjectHandle dictionary;
+
+    /// The object with a number in which it stands; null when that is about to be written anew.
+    QPDFObjectHandle owner;
+
+    /// The same for all who share it: the owner's number or, without an owner, one below 0.
+    int place = 0;
+};
+
+/// Something that draws with resources: a page, a stream with resources of its own, or a font whose
+/// glyphs are drawn.
+struct ResourceUser {
+    QPDFObjectHandle object;
+    QPDFObjectHandle content; // a stream or an array of streams
+    QPDFObjectHandle resources;
+};
+
+/// Finds who shares resources with removed pages (ISO 32000-2, 7.8.3): the same dictionary, the
+/// same dictionary of a category, or what is inherited from the page tree.
+class ResourceSharing {
+public:
+    explicit ResourceSharing(Removal& removal) : removal_(removal) {}
+
+    /// Whether a removed page may share resources, as far as is known without building it. Most
+    /// pages don't.
+    bool mayShare(const PageEntry& page);
+
+    /// The categories of a removed page's resources that something else may use too and whose
+    /// entries have content of their own.
+    std::vector<ResourceCategory> sharedBy(const PageEntry& page);
+
+    /// A removed page.
+    ResourceUser userOf(const PageEntry& page);
+
+    /// Who uses a category, removed pages left out, and so streams that can only be reached through
+    /// the category itself. Nothing when it cannot be told.
+    std::optional<std::vector<ResourceUser>> usersOf(const ResourceCategory& category);
+
+    /// Whether an entry has content of its own: fonts and graphics states may, with glyphs that are
+    /// drawn and with soft masks.
+    static bool holdsContent(const std::string& category, QPDFObjectHandle entry);
+
+    /// Appearances of a page's annotations that have no resources and so use the page's.
+    static QPDFObjectHandle appearancesOn(QPDFObjectHandle page);
+
+private:
+    class Climb;
+
+    bool mayBeShared(int object);
+    bool matters(const ResourceCategory& category);
+    int placeOfInherited(const PageEntry& page, const QPDFObjectHandle& resources);
+    const std::vector<int>& inheritingFrom(int place);
+
+    Removal& removal_;
+    std::map<std::pair<int, std::string>, bool> matters_;
+    std::unordered_map<std::uint32_t, int> inheritedPlaces_; // by set of inherited attributes
+    std::vector<QPDFObjectHandle> unowned_;                  // resources whose places are below 0
+    std::map<int, std::vector<int>> inheriting_;             // numbers of remaining pages by place
+    bool knowsInheriting_ = false;
+};
+
+} // namespace karvel::deletion
