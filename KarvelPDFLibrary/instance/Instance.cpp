@@ -7,38 +7,51 @@ namespace karvel::instances {
 
 namespace {
 
-std::mutex mutex;
-std::unordered_map<int, std::shared_ptr<Instance>> byNumber;
-int lastNumber = 0;
+struct Registry {
+    std::mutex mutex;
+    std::unordered_map<int, std::shared_ptr<Instance>> byNumber;
+    int lastNumber = 0;
+};
+
+/// Never destroyed: when a caller leaves without releasing its instance, their documents would be
+/// destroyed at exit, after objects that libqpdf shares between all documents.
+Registry& registry()
+{
+    static Registry& only = *std::make_unique<Registry>().release();
+    return only;
+}
 
 } // namespace
 
 int create()
 {
     auto instance = std::make_shared<Instance>();
-    const std::lock_guard<std::mutex> lock(mutex);
-    byNumber.emplace(++lastNumber, std::move(instance));
-    return lastNumber;
+    Registry& all = registry();
+    const std::lock_guard<std::mutex> lock(all.mutex);
+    all.byNumber.emplace(++all.lastNumber, std::move(instance));
+    return all.lastNumber;
 }
 
 bool release(int number)
 {
     std::shared_ptr<Instance> released; // destroyed after the lock: closing documents takes time
-    const std::lock_guard<std::mutex> lock(mutex);
-    const auto found = byNumber.find(number);
-    if (found == byNumber.end()) {
+    Registry& all = registry();
+    const std::lock_guard<std::mutex> lock(all.mutex);
+    const auto found = all.byNumber.find(number);
+    if (found == all.byNumber.end()) {
         return false;
     }
     released = std::move(found->second);
-    byNumber.erase(found);
+    all.byNumber.erase(found);
     return true;
 }
 
 std::shared_ptr<Instance> find(int number)
 {
-    const std::lock_guard<std::mutex> lock(mutex);
-    const auto found = byNumber.find(number);
-    return found == byNumber.end() ? nullptr : found->second;
+    Registry& all = registry();
+    const std::lock_guard<std::mutex> lock(all.mutex);
+    const auto found = all.byNumber.find(number);
+    return found == all.byNumber.end() ? nullptr : found->second;
 }
 
 } // namespace karvel::instances
