@@ -241,6 +241,42 @@ TEST(Exports, MovingPagesTakesTheSelectionAlong)
     EXPECT_EQ(caller.text(KPLExpandPageRanges(self, caller.wide(L"z-6,1"))), L"8,7,6,1");
 }
 
+TEST(Exports, ForgottenWarningsStillKeepLostPagesFromBeingSaved)
+{
+    std::string damaged = support::documentOfPages(3);
+    damaged.replace(damaged.find("4 0 obj"), 7, "4 0 xxx"); // the content of page 1
+    Caller caller;
+    const int self = caller.instance;
+    ASSERT_GT(caller.load(damaged), 0);
+    KPLDeletePages(self, 2, 1);
+    EXPECT_EQ(KPLSaveToString(self), nullptr);
+    EXPECT_EQ(KPLLastErrorCode(self), 7);
+    const int warnings = KPLWarningCount(self);
+    ASSERT_GT(warnings, 0);
+    EXPECT_NE(caller.text(KPLGetWarningText(self, warnings)), L"");
+    EXPECT_EQ(KPLGetWarningText(self, warnings + 1), nullptr);
+    EXPECT_EQ(KPLClearWarnings(self), 1);
+    EXPECT_EQ(KPLWarningCount(self), 0);
+    EXPECT_EQ(KPLGetWarningText(self, 1), nullptr);
+    EXPECT_EQ(KPLSaveToString(self), nullptr);
+}
+
+TEST(Exports, ReconstructionCanBeRefused)
+{
+    std::string damaged = support::documentOfPages(3);
+    damaged.replace(damaged.find("startxref\n") + 10, 2, "99");
+    Caller caller;
+    const int self = caller.instance;
+    EXPECT_EQ(KPLSetReconstruction(self, 2), 0);
+    ASSERT_EQ(KPLSetReconstruction(self, 0), 1);
+    EXPECT_EQ(caller.load(damaged), 0);
+    ASSERT_EQ(KPLSetReconstruction(self, 1), 1);
+    ASSERT_GT(caller.load(damaged), 0);
+    EXPECT_EQ(KPLWasReconstructed(self), 1);
+    EXPECT_GT(KPLCheckDocument(self, 1), 0);
+    EXPECT_EQ(KPLCheckDocument(self, 4), -1);
+}
+
 TEST(Exports, OfFunctionsThatAreNotAvailableSaySo)
 {
     Caller caller;
