@@ -1,7 +1,7 @@
 #include "KarvelPDFLibrary/instance/Instance.h"
 
+#include <map>
 #include <mutex>
-#include <unordered_map>
 
 namespace karvel::instances {
 
@@ -9,16 +9,22 @@ namespace {
 
 struct Registry {
     std::mutex mutex;
-    std::unordered_map<int, std::shared_ptr<Instance>> byNumber;
+    std::map<int, std::shared_ptr<Instance>> byNumber; // holds no memory when it is empty
     int lastNumber = 0;
 };
 
 /// Never destroyed: when a caller leaves without releasing its instance, their documents would be
 /// destroyed at exit, after objects that libqpdf shares between all documents.
+union Kept {
+    Registry registry;
+    Kept() : registry() {}
+    ~Kept() {}
+};
+
 Registry& registry()
 {
-    static Registry& only = *std::make_unique<Registry>().release();
-    return only;
+    static Kept only;
+    return only.registry;
 }
 
 } // namespace
