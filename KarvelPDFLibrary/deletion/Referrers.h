@@ -28,7 +28,8 @@ public:
     /// The generation under which a number is in use.
     QPDFObjGen idOf(std::uint32_t object) const
     {
-        return QPDFObjGen(static_cast<int>(object), generations_[object]);
+        const int generation = object < generations_.size() ? generations_[object] : 0;
+        return QPDFObjGen(static_cast<int>(object), generation);
     }
 
 private:

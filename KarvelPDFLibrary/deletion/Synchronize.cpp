@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/deletion/Synchronize.h"
 
 #include "KarvelPDFLibrary/deletion/Removal.h"
+#include "KarvelPDFLibrary/deletion/Usage.h"
 #include "KarvelPDFLibrary/deletion/modules.h"
 
 namespace karvel::deletion {
@@ -10,6 +11,7 @@ namespace {
 void putReferencesRight(Document& document)
 {
     Removal removal(document);
+    Usage usage(removal);
     // What goes with the pages first, then what leads to them, then what only they used.
     removeAnnotations(removal);
     removeFormFields(removal);
@@ -22,6 +24,9 @@ void putReferencesRight(Document& document)
     renumberDestinations(removal);
     keepPageLabels(removal);
     removeSharedResources(removal);
+    usage.look();
+    removeLayers(removal, usage);
+    removeCollectedThings(removal, usage);
     removal.takeOutDropped();
 }
 

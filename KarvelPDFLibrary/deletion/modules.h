@@ -7,6 +7,8 @@
 /// dictionaries can still be read.
 namespace karvel::deletion {
 
+class Usage;
+
 /// Annotations of removed pages, with their popups and the replies to them on other pages.
 void removeAnnotations(Removal& removal);
 
@@ -39,6 +41,12 @@ void renumberDestinations(Removal& removal);
 
 /// Resources that removed pages share with others and that nothing else uses.
 void removeSharedResources(Removal& removal);
+
+/// Optional content groups that are not used any more.
+void removeLayers(Removal& removal, const Usage& usage);
+
+/// Named pages, captured web content, alternate presentations and separations of removed pages.
+void removeCollectedThings(Removal& removal, const Usage& usage);
 
 /// Every page that remains keeps the label it had.
 void keepPageLabels(Removal& removal);

@@ -97,13 +97,14 @@ void addContent(Writer& writer)
 {
     writer.onEveryPage("/Contents @content% /Resources @resources");
     writer.forEveryPage("content%", "|BT /F1 24 Tf 72 700 Td (own%-text) Tj ET /X% Do /Both Do "
-                                    "/Span /M% BDC EMC /Pattern cs /P% scn 0 0 9 9 re f /S% sh");
+                                    "/Span /M% BDC EMC /OC /L% BDC EMC /OC /L0 BDC EMC /Pattern cs "
+                                    "/P% scn 0 0 9 9 re f /S% sh");
     writer.object("resources", "<< /Font << /F1 << /Type /Font /Subtype /Type1 /BaseFont "
                                "/Helvetica >> >> /XObject << /Both @both " +
                                    writer.all("/X% @form% /Inner% @inner%") + ">> /Properties << " +
-                                   writer.all("/M% << /Text (own%-properties) >>") +
-                                   ">> /Pattern << " + writer.all("/P% @pattern%") +
-                                   ">> /Shading << " +
+                                   writer.all("/M% << /Text (own%-properties) >> /L% @layer%") +
+                                   "/L0 @everywhere " + ">> /Pattern << " +
+                                   writer.all("/P% @pattern%") + ">> /Shading << " +
                                    writer.all("/S% << /Text (own%-shading) >>") + ">> >>");
     writer.object("both", "/Type /XObject /Subtype /Form /BBox [0 0 9 9]|(drawn by all pages) Tj");
     writer.forEveryPage("form%", "/Type /XObject /Subtype /Form /BBox [0 0 9 9]|BT (own%-form) Tj "
@@ -116,7 +117,8 @@ void addContent(Writer& writer)
 
 void addDestinations(Writer& writer)
 {
-    writer.inCatalog("/Names << /Dests @dests /EmbeddedFiles << /Names [(attached) @attached] >> "
+    writer.inCatalog("/Names << /Dests @dests /Pages @named /IDS @ids /URLS @urls /EmbeddedFiles "
+                     "<< /Names [(attached) @attached] >> "
                      ">> /Dests @olddests /OpenAction @open");
     writer.object("attached", "<< /Type /Filespec /F (kept.txt) /EF << /F @attachedfile >> >>");
     writer.object("attachedfile", "/Type /EmbeddedFile|attached to the document");
@@ -179,8 +181,9 @@ void addAnnotations(Writer& writer)
         ">> >>");
     writer.forEveryPage("note%", "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /P @p% /Popup "
                                  "@popup% /Contents (own%-note) /AP << /N @look% >> >>");
-    writer.forEveryPage("look%", "/Type /XObject /Subtype /Form /BBox [0 0 9 9]|BT (own%-look) Tj "
-                                 "ET");
+    writer.forEveryPage(
+        "look%", "/Type /XObject /Subtype /Form /BBox [0 0 9 9] /OC @look%layer|BT (own%-look) Tj "
+                 "ET");
     writer.forEveryPage("popup%", "<< /Type /Annot /Subtype /Popup /Rect [0 0 9 9] /Parent @note% "
                                   "/Contents (own%-popup-on-~) >>");
     writer.forEveryPage("reply%", "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /IRT @note% "
@@ -262,6 +265,28 @@ void addThreads(Writer& writer)
 
 } // namespace
 
+void addLayers(Writer& writer)
+{
+    writer.inCatalog("/OCProperties << /OCGs [@everywhere " + writer.all("@layer% @look%layer") +
+                     "] /D << /Order [@everywhere [" + writer.all("@layer%") + "] " +
+                     writer.all("[(own%-layerlabel) @look%layer]") + "] /ON [" +
+                     writer.all("@layer%") + "] >> >>");
+    writer.object("everywhere", "<< /Type /OCG /Name (on every page) >>");
+    writer.forEveryPage("layer%", "<< /Type /OCG /Name (own%-layer) >>");
+    writer.forEveryPage("look%layer", "<< /Type /OCG /Name (own%-looklayer) >>");
+}
+
+void addCollectedThings(Writer& writer)
+{
+    writer.object("named", "<< /Names [" + writer.all("(own%-named) @p%") + "] >>");
+    writer.object("ids", "<< /Names [" + writer.all("(own%-webid) @pageset%") + "] >>");
+    writer.object("urls", "<< /Names [" + writer.all("(own%-url) [@pageset% @imageset%]") + "] >>");
+    writer.forEveryPage("pageset%", "<< /Type /SpiderContentSet /S /SPS /ID (own%-webid) /O [@p%] "
+                                    "/T (own%-webtitle) /CT (text/html) >>");
+    writer.forEveryPage("imageset%", "<< /Type /SpiderContentSet /S /SIS /ID (own%-webimage) /O "
+                                     "[@form%] >>");
+}
+
 Sketch residueDocument(int pages)
 {
     Writer writer(pages);
@@ -273,6 +298,8 @@ Sketch residueDocument(int pages)
     addForm(writer);
     addStructure(writer);
     addThreads(writer);
+    addLayers(writer);
+    addCollectedThings(writer);
     return writer.sketch();
 }
 

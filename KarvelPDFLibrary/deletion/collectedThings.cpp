@@ -1,0 +1,157 @@
+#include "KarvelPDFLibrary/deletion/Trees.h"
+#include "KarvelPDFLibrary/deletion/Usage.h"
+#include "KarvelPDFLibrary/deletion/modules.h"
+
+namespace karvel::deletion {
+
+namespace {
+
+class CollectionPruner {
+public:
+    CollectionPruner(Removal& removal, const Usage& usage) : removal_(removal), usage_(usage) {}
+
+    void run()
+    {
+        QPDFObjectHandle names = removal_.catalog().getKey("/Names");
+        if (names.isDictionary()) {
+            const QPDFObjectHandle owner = names.isIndirect() ? names : removal_.catalog();
+            for (const char* key : {"/Pages", "/Templates"}) {
+                pruneNames(names, owner, key, [this](auto, const QPDFObjectHandle& page) {
+                    return removal_.isRemovedPage(page);
+                });
+            }
+            for (const char* key : {"/IDS", "/URLS"}) {
+                pruneNames(names, owner, key, [this](auto, const QPDFObjectHandle& value) {
+                    return capturedGoes(value);
+                });
+            }
+            removePresentations(names, owner);
+        }
+        for (const int number : removal_.pageReferrers()) {
+            QPDFObjectHandle object = removal_.object(number);
+            if (!isOtherwiseKnown(object) && object.isDictionary()) {
+                pruneSeparation(object);
+            }
+        }
+    }
+
+private:
+    /// Whether the index shows an object to be neither a page nor separation information.
+    bool isOtherwiseKnown(const QPDFObjectHandle& object)
+    {
+        const int number = object.getObjectID();
+        return removal_.indexedReferencesOf(number) && !removal_.isRemainingPage(object) &&
+               (removal_.mayHave(number, index::HasPlace) ||
+                removal_.mayHave(number, index::HasDestination));
+    }
+
+    void pruneNames(QPDFObjectHandle names, const QPDFObjectHandle& owner, const char* key,
+                    const EntryGoes& goes)
+    {
+        QPDFObjectHandle tree = names.getKey(key);
+        if (!tree.isDictionary()) {
+            return;
+        }
+        bool any = false;
+        const bool empty = pruneTree(removal_, tree, owner, "/Names",
+                                     [&](QPDFObjectHandle name, QPDFObjectHandle value) {
+                                         const bool gone = goes(name, value);
+                                         any = any || gone;
+                                         return gone;
+                                     });
+        if (any && empty) {
+            removal_.changes().edit(owner);
+            names.removeKey(key);
+        }
+    }
+
+    /// Web capture (ISO 32000-2, 14.10): content sets lose their removed pages, and images that
+    /// only those showed; a set goes with the last of what it has.
+    bool capturedGoes(QPDFObjectHandle value)
+    {
+        if (!value.isArray()) {
+            return setGoes(value);
+        }
+        std::vector<QPDFObjectHandle> kept;
+        for (const QPDFObjectHandle& set : value.getArrayAsVector()) {
+            if (!setGoes(set)) {
+                kept.push_back(set);
+            }
+        }
+        return kept.empty() && value.getArrayNItems() > 0;
+    }
+
+    bool setGoes(QPDFObjectHandle set)
+    {
+        if (removal_.isGone(set)) {
+            return true;
+        }
+        QPDFObjectHandle objects =
+            set.isDictionary() ? set.getKey("/O") : QPDFObjectHandle::newNull();
+        if (!objects.isArray() || !set.isIndirect()) {
+            return removal_.isGone(objects) || usage_.ended(objects);
+        }
+        std::vector<QPDFObjectHandle> kept;
+        for (const QPDFObjectHandle& object : objects.getArrayAsVector()) {
+            if (!removal_.isGone(object) && !usage_.ended(object)) {
+                kept.push_back(object);
+            }
+        }
+        if (static_cast<int>(kept.size()) == objects.getArrayNItems()) {
+            return false;
+        }
+        if (kept.empty()) {
+            removal_.drop(set);
+            return true;
+        }
+        removal_.changes().edit(set).replaceKey("/O", QPDFObjectHandle::newArray(kept));
+        return false;
+    }
+
+    /// Alternate presentations (ISO 32000-1, 13.5) show the document as it was.
+    void removePresentations(QPDFObjectHandle names, const QPDFObjectHandle& owner)
+    {
+        if (names.hasKey("/AlternatePresentations")) {
+            removal_.changes().edit(owner);
+            names.removeKey("/AlternatePresentations");
+            removal_.warn("alternate presentations of the document, which may show removed pages, "
+                          "were removed");
+        }
+    }
+
+    /// The pages that are separations of the same page (ISO 32000-2, 14.11.4).
+    void pruneSeparation(QPDFObjectHandle object)
+    {
+        QPDFObjectHandle separation = object.getKey("/SeparationInfo");
+        QPDFObjectHandle dictionary = separation.isDictionary() ? separation : object;
+        if (!dictionary.hasKey("/DeviceColorant")) {
+            return;
+        }
+        QPDFObjectHandle pages = dictionary.getKey("/Pages");
+        if (!pages.isArray()) {
+            return;
+        }
+        std::vector<QPDFObjectHandle> kept;
+        for (const QPDFObjectHandle& page : pages.getArrayAsVector()) {
+            if (!removal_.isRemovedPage(page)) {
+                kept.push_back(page);
+            }
+        }
+        if (static_cast<int>(kept.size()) != pages.getArrayNItems()) {
+            removal_.changes().edit(dictionary.isIndirect() ? dictionary : object);
+            dictionary.replaceKey("/Pages", QPDFObjectHandle::newArray(kept));
+        }
+    }
+
+    Removal& removal_;
+    const Usage& usage_;
+};
+
+} // namespace
+
+void removeCollectedThings(Removal& removal, const Usage& usage)
+{
+    CollectionPruner(removal, usage).run();
+}
+
+} // namespace karvel::deletion
