@@ -10,6 +10,7 @@ namespace {
 
 void putReferencesRight(Document& document)
 {
+    document.handOverToCopies();
     Removal removal(document);
     Usage usage(removal);
     // What goes with the pages first, then what leads to them, then what only they used.

@@ -153,6 +153,7 @@ Status Document::readPages()
     }
     order_ = PageOrder(std::move(pages->entries));
     inherited_ = std::move(pages->inherited);
+    copies_.insert(pages->copies.begin(), pages->copies.end());
     treeIsStale_ = pages->differsFromTree;
     if (pages->canBePruned && !pages->differsFromTree) {
         nodes_ = std::move(pages->nodes);
@@ -259,6 +260,27 @@ void Document::reorderPages(std::vector<PageEntry> entries)
     nodes_.clear();
     treeIsStale_ = true;
     ++orderRevision_;
+}
+
+void Document::handOverToCopies()
+{
+    if (copies_.empty()) {
+        return;
+    }
+    std::unordered_map<std::int32_t, PageEntry*> removed;
+    for (PageEntry& page : removed_) {
+        removed[page.object] = &page;
+    }
+    for (int number = 1; number <= order_.count(); ++number) {
+        PageEntry& page = order_.at(number);
+        const auto copy = copies_.find(page.object);
+        const auto original = copy == copies_.end() ? removed.end() : removed.find(copy->second);
+        if (original != removed.end()) {
+            std::swap(page.object, original->second->object);
+            std::swap(page.generation, original->second->generation);
+            removed.erase(original);
+        }
+    }
 }
 
 void Document::cutAndWriteTree()

@@ -13,6 +13,7 @@
 #include <memory>
 #include <qpdf/QPDF.hh>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace karvel {
@@ -87,6 +88,10 @@ public:
 
     /// Pages that were removed and not cut yet: their objects are still there.
     const std::vector<PageEntry>& removedPages() const { return removed_; }
+
+    /// Lets a page that remains take the place of a removed one that it is a copy of, as far as
+    /// objects go: what leads to the page in the file leads to the one that remains.
+    void handOverToCopies();
 
     /// Puts the page tree right and takes the removed pages' objects out. Whoever needs an up to
     /// date document calls deletion::synchronize(), which first puts right what refers to them.
@@ -169,6 +174,7 @@ private:
     std::vector<InheritedSet> inherited_;
     std::vector<TreeNode> nodes_; // of the tree that was read, while it can be pruned
     std::vector<PageEntry> removed_;
+    std::unordered_map<std::int32_t, std::int32_t> copies_; // of pages used twice: the page itself
     Warnings warnings_;
     std::uint64_t savedRevision_ = 0;
     std::uint64_t orderRevision_ = 0;

@@ -132,8 +132,9 @@ private:
             path_.back().kids.setArrayItem(index, page);
             pages_.differsFromTree = true;
         } else if (!seen_.insert(page.getObjGen().getObj()).second) {
-            // Each use is a page of its own.
-            page = changes_.add(page.shallowCopy());
+            const QPDFObjectHandle copy = changes_.add(page.shallowCopy());
+            pages_.copies.emplace_back(copy.getObjectID(), page.getObjectID());
+            page = copy;
             pages_.differsFromTree = true;
         }
         const QPDFObjGen id = page.getObjGen();

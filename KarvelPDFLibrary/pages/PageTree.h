@@ -33,6 +33,10 @@ struct ReadPages {
     std::vector<InheritedSet> inherited; // the first is the empty set
     std::vector<TreeNode> nodes;
 
+    /// Copies of pages that stand in the tree more than once, each with the object number of the
+    /// page itself: each use is a page of its own.
+    std::vector<std::pair<std::int32_t, std::int32_t>> copies;
+
     /// The tree as it stands does not say what `entries` says: a page without a number of its own,
     /// or one that stood in the tree twice, got a number.
     bool differsFromTree = false;

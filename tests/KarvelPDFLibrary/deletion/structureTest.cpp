@@ -273,6 +273,39 @@ const SketchCase cases[] = {
 INSTANTIATE_TEST_SUITE_P(Deletion, Structure, testing::ValuesIn(cases),
                          [](const auto& info) { return info.param.name; });
 
+TEST(Structure, StaysWithAPageThatWasUsedTwice)
+{
+    // Page 1 stands in the tree again as page 3; what leads to it leads to the use that stays.
+    Sketch sketch = {
+        {"/StructParents 0 /Annots [@note]", "/StructParents 1"},
+        tagged + " /Outlines @outlines",
+        {{"note", "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /P @p1 >>"},
+         {"root",
+          "<< /Type /StructTreeRoot /K [@one @two] /ParentTree << /Nums [0 [@one] 1 [@two]] "
+          ">> >>"},
+         {"one", element("P", "root", "/Pg @p1 /K 0")},
+         {"two", element("P", "root", "/Pg @p2 /K 0")},
+         {"outlines", "<< /First @entry /Last @entry /Count 1 >>"},
+         {"entry", "<< /Title (Kept) /Parent @outlines /Dest [@p1 /Fit] >>"}}};
+    std::string pdf = sketch.built();
+    const std::size_t kids = pdf.find("/Kids [");
+    const std::string first = pdf.substr(kids + 7, pdf.find("R ", kids) + 2 - kids - 7);
+    const std::size_t close = pdf.find("] ", kids);
+    // The offsets are wrong then; qpdf puts them right.
+    pdf.replace(kids, close - kids, pdf.substr(kids, close - kids) + first);
+    pdf = support::rewritten(pdf, "--warning-exit-0 --object-streams=disable");
+    auto document = support::opened(pdf);
+    ASSERT_EQ(document->pageCount(), 3);
+    for (const int removed : {1, 3}) {
+        const std::string saved = support::withoutPages(pdf, {removed});
+        const std::string page = removed == 1 ? "2" : "1";
+        EXPECT_EQ(support::valueAt(saved, "Root/StructTreeRoot/K/0/Pg"), "page " + page);
+        EXPECT_EQ(support::valueAt(saved, "Root/StructTreeRoot/ParentTree/Nums"), "array 4");
+        EXPECT_EQ(support::valueAt(saved, "Root/Outlines/First/Dest/0"), "page " + page);
+        EXPECT_EQ(support::valueAt(saved, "p" + page + "/Annots/0/P"), "page " + page);
+    }
+}
+
 /// A chain of elements with content of page 1 at its end and, half way, content of page 2.
 TEST(Structure, IsPrunedAtAnyDepth)
 {
