@@ -12,3 +12,16 @@ int KPLSignatureCount(int instance)
             self, [](Document& document) -> Result<int> { return signatures::count(document); });
     });
 }
+
+int KPLIsSignatureSigned(int instance, int signature)
+{
+    return boundary::integer(instance, [=](Instance& self) {
+        return onUpToDateDocument(self, [=](Document& document) -> Result<int> {
+            const Result<bool> isSigned = signatures::isSigned(document, signature);
+            if (!isSigned) {
+                return tl::unexpected<Error>(isSigned.error());
+            }
+            return *isSigned ? 1 : 0;
+        });
+    });
+}
