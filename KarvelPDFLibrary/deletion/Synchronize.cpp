@@ -24,6 +24,7 @@ void putReferencesRight(Document& document)
     removeOutlineEntries(removal);
     renumberDestinations(removal);
     keepPageLabels(removal);
+    removeDocumentParts(removal);
     removeSharedResources(removal);
     usage.look();
     removeLayers(removal, usage);

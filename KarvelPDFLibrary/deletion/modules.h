@@ -42,6 +42,9 @@ void renumberDestinations(Removal& removal);
 /// Resources that removed pages share with others and that nothing else uses.
 void removeSharedResources(Removal& removal);
 
+/// Document parts that lost all their pages; others begin and end with pages that stay.
+void removeDocumentParts(Removal& removal);
+
 /// Optional content groups that are not used any more.
 void removeLayers(Removal& removal, const Usage& usage);
 

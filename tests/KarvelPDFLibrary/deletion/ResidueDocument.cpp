@@ -278,6 +278,10 @@ void addLayers(Writer& writer)
 
 void addCollectedThings(Writer& writer)
 {
+    writer.onEveryPage("/DPart @part%");
+    writer.inCatalog("/DPartRoot << /DPartRootNode @parts >>");
+    writer.object("parts", "<< /DParts [[" + writer.all("@part%") + "]] >>");
+    writer.forEveryPage("part%", "<< /Start @p% /Parent @parts /DPM << /Name (own%-part) >> >>");
     writer.object("named", "<< /Names [" + writer.all("(own%-named) @p%") + "] >>");
     writer.object("ids", "<< /Names [" + writer.all("(own%-webid) @pageset%") + "] >>");
     writer.object("urls", "<< /Names [" + writer.all("(own%-url) [@pageset% @imageset%]") + "] >>");
