@@ -31,6 +31,9 @@ public:
             QPDFObjectHandle annotation = pending_.back();
             pending_.pop_back();
             takeWhatBelongsTo(annotation);
+            if (pending_.empty()) {
+                takeDirectOnes();
+            }
         }
     }
 
@@ -121,7 +124,7 @@ private:
                 pending_.push_back(object);
             } else if (removal_.isRemainingPage(object) ||
                        (removal_.mayBeArray(object) && object.isArray())) {
-                takeDirectOnes(object, annotation);
+                lists_.push_back(object);
             }
         }
         if (removal_.mayHave(annotation, index::HasPopup)) {
@@ -139,21 +142,33 @@ private:
                (isSubtype(object, "/Popup") && object.getKey("/Parent").getObjectID() == number);
     }
 
-    /// Popups and replies without a number of their own, in a page's list.
-    void takeDirectOnes(QPDFObjectHandle pageOrArray, const QPDFObjectHandle& annotation)
+    /// Popups and replies without a number of their own, in the lists of pages.
+    void takeDirectOnes()
     {
-        QPDFObjectHandle list = pageOrArray.isArray() ? pageOrArray : pageOrArray.getKey("/Annots");
-        if (!list.isArray() || (list.isIndirect() && !pageOrArray.isArray())) {
-            return;
-        }
-        for (int i = list.getArrayNItems(); i-- > 0;) {
-            QPDFObjectHandle item = list.getArrayItem(i);
-            if (!item.isIndirect() && belongsTo(item, annotation)) {
-                removal_.changes().edit(pageOrArray);
-                list.eraseItem(i);
-                takePopupOf(item);
+        for (QPDFObjectHandle& holder : lists_) {
+            QPDFObjectHandle list = holder.isArray() ? holder : holder.getKey("/Annots");
+            const bool elsewhere = list.isIndirect() && !holder.isArray();
+            if (!list.isArray() || elsewhere || !looked_.insert(holder.getObjectID()).second) {
+                continue;
+            }
+            std::vector<QPDFObjectHandle> kept;
+            for (QPDFObjectHandle item : list.getArrayAsVector()) {
+                const bool goes =
+                    !item.isIndirect() && item.isDictionary() &&
+                    (removal_.isGone(item.getKey("/IRT")) ||
+                     (isSubtype(item, "/Popup") && removal_.isGone(item.getKey("/Parent"))));
+                if (goes) {
+                    takePopupOf(item);
+                } else {
+                    kept.push_back(item);
+                }
+            }
+            if (static_cast<int>(kept.size()) != list.getArrayNItems()) {
+                removal_.changes().edit(holder);
+                list.setArrayFromVector(kept);
             }
         }
+        lists_.clear();
     }
 
     void takePopupOf(QPDFObjectHandle annotation)
@@ -171,6 +186,8 @@ private:
     Removal& removal_;
     PageAnnotations places_;
     std::vector<QPDFObjectHandle> pending_;
+    std::vector<QPDFObjectHandle> lists_; // pages and arrays that may have direct annotations
+    std::unordered_set<int> looked_;      // those that were looked through
 };
 
 } // namespace

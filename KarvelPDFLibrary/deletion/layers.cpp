@@ -56,14 +56,17 @@ private:
             return;
         }
         const QPDFObjectHandle place = automatic.isIndirect() ? automatic : owner;
-        for (int i = automatic.getArrayNItems(); i-- > 0;) {
-            QPDFObjectHandle application = automatic.getArrayItem(i);
-            if (application.isDictionary() &&
-                prune(application, application.isIndirect() ? application : place, "/OCGs",
-                      false)) {
-                removal_.changes().edit(place);
-                automatic.eraseItem(i);
+        std::vector<QPDFObjectHandle> kept;
+        for (const QPDFObjectHandle& application : automatic.getArrayAsVector()) {
+            const QPDFObjectHandle of = application.isIndirect() ? application : place;
+            if (!QPDFObjectHandle(application).isDictionary() ||
+                !prune(application, of, "/OCGs", false)) {
+                kept.push_back(application);
             }
+        }
+        if (static_cast<int>(kept.size()) != automatic.getArrayNItems()) {
+            removal_.changes().edit(place);
+            automatic.setArrayFromVector(kept);
         }
     }
 

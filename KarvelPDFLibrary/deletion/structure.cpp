@@ -156,17 +156,23 @@ private:
         if (parent.isDictionary() && parent.isIndirect()) {
             return isRoot(parent) ? QPDFObjectHandle::newNull() : parent;
         }
-        const int number = element.getObjectID();
-        for (QPDFObjectHandle holder : removal_.referrersOf(number)) {
-            if (holder.isDictionary() && holder.hasKey("/S")) {
-                for (const QPDFObjectHandle& kid : kidsOf(holder)) {
-                    if (kid.getObjectID() == number) {
-                        return holder;
-                    }
-                }
+        for (QPDFObjectHandle holder : removal_.referrersOf(element.getObjectID())) {
+            if (holder.isDictionary() && holder.hasKey("/S") && hasKid(holder, element)) {
+                return holder;
             }
         }
         return QPDFObjectHandle::newNull();
+    }
+
+    bool hasKid(const QPDFObjectHandle& element, const QPDFObjectHandle& kid)
+    {
+        const auto [entry, isNew] = kids_.try_emplace(element.getObjectID());
+        if (isNew) {
+            for (const QPDFObjectHandle& one : kidsOf(element)) {
+                entry->second.insert(one.getObjectID());
+            }
+        }
+        return entry->second.count(kid.getObjectID()) > 0;
     }
 
     bool isRoot(const QPDFObjectHandle& object) const
@@ -457,6 +463,8 @@ private:
     std::unordered_map<int, Element> elements_;
     std::unordered_map<int, int> pages_;
     std::unordered_set<int> empty_; // elements without content
+    std::unordered_map<int, std::unordered_set<int>>
+        kids_; // where elements don't name their parent
     bool removedAny_ = false;
 };
 
