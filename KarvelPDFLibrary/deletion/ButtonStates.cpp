@@ -1,6 +1,6 @@
 #include "KarvelPDFLibrary/deletion/ButtonStates.h"
 
-#include "KarvelPDFLibrary/deletion/Fields.h"
+#include "KarvelPDFLibrary/form_fields/FieldAttributes.h"
 
 #include <set>
 
@@ -163,7 +163,7 @@ private:
 
 void putButtonStatesRight(Removal& removal, QPDFObjectHandle field)
 {
-    if (field.getKey("/Kids").isArray() && fieldType(field) == "/Btn") {
+    if (field.getKey("/Kids").isArray() && form_fields::fieldType(field) == "/Btn") {
         ButtonField(removal, field).putRight();
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KarvelPDFLibrary/base/WarningKinds.h"
 #include "KarvelPDFLibrary/deletion/NumberSet.h"
 #include "KarvelPDFLibrary/deletion/Referrers.h"
 #include "KarvelPDFLibrary/document/Document.h"
@@ -146,7 +147,7 @@ public:
     /// /D) leads to a removed page.
     bool leadsToRemovedPage(QPDFObjectHandle destination);
 
-    void warn(const std::string& text) { document_.warnings().push_back(text); }
+    void warn(const std::string& text) { document_.warnings().push_back(deletingPages + text); }
 
     /// Takes the dropped objects out of the document.
     void takeOutDropped();

@@ -1,5 +1,5 @@
-#include "KarvelPDFLibrary/deletion/Fields.h"
 #include "KarvelPDFLibrary/deletion/modules.h"
+#include "KarvelPDFLibrary/form_fields/FieldAttributes.h"
 
 namespace karvel::deletion {
 
@@ -63,7 +63,7 @@ private:
 
     void clear(QPDFObjectHandle field)
     {
-        if (fieldType(field) != "/Sig") {
+        if (form_fields::fieldType(field) != "/Sig") {
             return;
         }
         fieldsLeft_ = fieldsLeft_ || !removal_.isGone(field);
@@ -72,7 +72,7 @@ private:
             return;
         }
         removed_ = true;
-        removal_.warn("the signature in field \"" + fieldName(field) +
+        removal_.warn("the signature in field \"" + form_fields::fieldName(field) +
                       "\" no longer holds and was removed");
         removal_.drop(value);
         if (removal_.isGone(field)) {

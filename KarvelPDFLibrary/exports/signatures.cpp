@@ -13,6 +13,14 @@ int KPLSignatureCount(int instance)
     });
 }
 
+int KPLGetSignatureField(int instance, int signature)
+{
+    return boundary::integer(instance, [=](Instance& self) {
+        return onUpToDateDocument(
+            self, [=](Document& document) { return signatures::fieldOf(document, signature); });
+    });
+}
+
 int KPLIsSignatureSigned(int instance, int signature)
 {
     return boundary::integer(instance, [=](Instance& self) {

@@ -48,6 +48,8 @@ std::string remedy(Reason reason)
         return "check the password file";
     case Reason::NotPermitted:
         return "the owner's password in --password-file FILE lifts that";
+    case Reason::Signed:
+        return "leave out --keep-signed to remove the signature with the pages";
     case Reason::EncryptionUnsupported:
         return "decrypt it with the program that encrypted it";
     case Reason::OutputExists:

@@ -163,6 +163,8 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
         .add_option("--password-file", run.options.passwordFile,
                     "Passwords, one a line, tried in order")
         ->option_text("FILE");
+    command.add_flag("--keep-signed", run.options.keepSigned,
+                     "Refuse signed documents: no signature would hold any more");
     command.add_flag("-n,--dry-run", run.options.dryRun,
                      "Say which pages would go and write nothing");
     command.add_flag("--json", run.options.json,

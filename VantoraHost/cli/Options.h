@@ -24,6 +24,7 @@ struct RunOptions {
     std::optional<Destination> destination; ///< none only in a dry run
     std::string passwordFile;               ///< empty: none
     bool overwrite = false;
+    bool keepSigned = false;
     bool dryRun = false;
     bool quiet = false;
     bool json = false;

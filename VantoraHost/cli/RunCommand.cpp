@@ -169,6 +169,7 @@ Result<Batch> prepare(const RunOptions& options, const Streams& streams)
         batch.settings.standardInput = std::move(*input);
     }
     batch.settings.dryRun = options.dryRun;
+    batch.settings.keepSigned = options.keepSigned;
     batch.settings.cancelled = streams.interrupted;
     batch.settings.standardOutput = [&streams](std::string_view bytes) {
         streams.out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();

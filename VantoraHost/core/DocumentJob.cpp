@@ -69,6 +69,11 @@ Outcome DocumentJob::process(DocumentReport& report, const Target& target)
     if (!document) {
         return tl::unexpected<Error>(document.error());
     }
+    if (settings.keepSigned) {
+        if (const Outcome checked = document->checkUnsigned(report.input); !checked) {
+            return checked;
+        }
+    }
     report.output = target.name;
     const Outcome done = [&]() -> Outcome {
         if (const Outcome changed = changePages(report); !changed) {
@@ -85,6 +90,10 @@ Outcome DocumentJob::process(DocumentReport& report, const Target& target)
     }();
     // What is damaged may show only when it is read, at the latest when saving.
     report.repairs = document->repairs();
+    if (done) {
+        const std::vector<std::string> remarks = document->remarks();
+        report.warnings.insert(report.warnings.end(), remarks.begin(), remarks.end());
+    }
     return done;
 }
 

@@ -23,6 +23,8 @@ const char* reasonName(Reason reason)
         return "password-wrong";
     case Reason::NotPermitted:
         return "not-permitted";
+    case Reason::Signed:
+        return "signed";
     case Reason::EncryptionUnsupported:
         return "encryption-unsupported";
     case Reason::OutputExists:

@@ -17,6 +17,7 @@ enum class Reason {
     PasswordNeeded,
     PasswordWrong,
     NotPermitted,
+    Signed,
     EncryptionUnsupported,
     OutputExists,
     OutputIsInput,

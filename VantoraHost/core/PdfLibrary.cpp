@@ -1,6 +1,7 @@
 #include "VantoraHost/core/PdfLibrary.h"
 
 #include "KarvelPDFLibrary/base/Text.h"
+#include "KarvelPDFLibrary/base/WarningKinds.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/LibraryFailure.h"
 #include "VantoraHost/core/OutputPlan.h"
@@ -9,6 +10,7 @@
 
 #include <cerrno>
 #include <climits>
+#include <string_view>
 #include <utility>
 
 namespace vantora {
@@ -137,11 +139,47 @@ std::vector<std::string> OpenDocument::repairs() const
     if (library->WasReconstructed() == 1) {
         texts.emplace_back("its table of objects was damaged and has been rebuilt");
     }
+    const std::vector<std::string> others = warnings(false);
+    texts.insert(texts.end(), others.begin(), others.end());
+    return texts;
+}
+
+std::vector<std::string> OpenDocument::remarks() const
+{
+    return warnings(true);
+}
+
+// The warnings of one of the two kinds, without the word that tells them apart.
+std::vector<std::string> OpenDocument::warnings(bool ofDeletion) const
+{
+    const std::string_view kind = karvel::deletingPages;
+    std::vector<std::string> texts;
     const int count = library->WarningCount();
     for (int warning = 1; warning <= count; ++warning) {
-        texts.push_back(fromWide(library->GetWarningText(warning)));
+        const std::string text = fromWide(library->GetWarningText(warning));
+        if ((text.compare(0, kind.size(), kind) == 0) == ofDeletion) {
+            texts.push_back(ofDeletion ? text.substr(kind.size()) : text);
+        }
     }
     return texts;
+}
+
+Outcome OpenDocument::checkUnsigned(const std::string& input) const
+{
+    library->ClearLastError();
+    const int count = library->SignatureCount();
+    for (int signature = 1; signature <= count; ++signature) {
+        if (library->IsSignatureSigned(signature) == 1) {
+            const int field = library->GetSignatureField(signature);
+            return fail(Reason::Signed, input,
+                        "it is signed in field \"" + fromWide(library->GetFieldName(field)) +
+                            "\", and no signature holds once pages are removed");
+        }
+    }
+    if (const auto failure = lastLibraryFailure(*library, input)) {
+        return tl::unexpected<Error>(*failure);
+    }
+    return {};
 }
 
 } // namespace vantora

@@ -34,11 +34,19 @@ public:
     OpenDocument& operator=(OpenDocument&&) = delete;
     ~OpenDocument();
 
+    /// An error that names the field of a signature, when the document has one.
+    Outcome checkUnsigned(const std::string& input) const;
+
+    /// What deleting pages did to the document beside, such as removing signatures, as sentences.
+    std::vector<std::string> remarks() const;
+
     /// What the library had to put right in the document up to now, as sentences; the most
     /// important one first.
     std::vector<std::string> repairs() const;
 
 private:
+    std::vector<std::string> warnings(bool ofDeletion) const;
+
     explicit OpenDocument(KarvelPDFLibraryCPDylibCPP1311& library) : library(&library) {}
 
     KarvelPDFLibraryCPDylibCPP1311* library;

@@ -60,7 +60,7 @@ _vantora()
     case "$command" in
     run)
         words="--pages --action --list --favourite --settings --set --output --directory --in-place --backup --overwrite
-            --password-file --dry-run --json --quiet --help -p -o -d -i -n -q -h"
+            --password-file --keep-signed --dry-run --json --quiet --help -p -o -d -i -n -q -h"
         ;;
     configure)
         words="--set --hide-add-to-action-list --inside --help -h"

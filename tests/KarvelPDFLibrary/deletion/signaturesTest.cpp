@@ -38,7 +38,8 @@ TEST_P(Signatures, GoWithAWarningThatNamesTheirField)
 
 std::string removedFrom(const std::string& field)
 {
-    return "the signature in field \"" + field + "\" no longer holds and was removed";
+    return "deleting pages: the signature in field \"" + field +
+           "\" no longer holds and was removed";
 }
 
 const Case cases[] = {
@@ -113,7 +114,8 @@ const Case cases[] = {
       {1},
       {{"Root/Perms", "nothing"}},
       {"SECRET"}},
-     {"the signature for the document's usage rights no longer holds and was removed"}},
+     {"deleting pages: the signature for the document's usage rights no longer holds and was "
+      "removed"}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Deletion, Signatures, testing::ValuesIn(cases),

@@ -24,6 +24,7 @@ TEST(SignatureFields, AreSignedWhenTheyHaveAValue)
     EXPECT_FALSE(signatures::isSigned(*document, 1).value());
     EXPECT_TRUE(signatures::isSigned(*document, 2).value());
     EXPECT_FALSE(signatures::isSigned(*document, 3).value());
+    EXPECT_EQ(signatures::fieldOf(*document, 2).value(), 3);
     for (const int none : {0, 4, -1}) {
         EXPECT_EQ(signatures::isSigned(*document, none).error().code, ErrorCode::NotFound) << none;
     }

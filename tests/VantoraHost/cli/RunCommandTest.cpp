@@ -2,6 +2,7 @@
 
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
+#include "tests/support/Sketch.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
@@ -245,6 +246,45 @@ TEST_F(Run, RepairsWhatCanBeRepairedWithAWarning)
     EXPECT_THAT(terminal::lines(answer.err),
                 ElementsAre(HasSubstr("warning: damaged.pdf: repaired: ")));
     EXPECT_EQ(pagesOf("out.pdf"), pagesNamed({1, 3}));
+}
+
+/// Two pages; the second one shows a signed field.
+std::string signedDocument()
+{
+    return support::Sketch{
+        {"", "/Annots [@field]"},
+        "/AcroForm << /SigFlags 3 /Fields [@group] >>",
+        {{"group", "<< /T (contract) /Kids [@field] >>"},
+         {"field", "<< /Type /Annot /Subtype /Widget /Rect [0 0 9 9] /FT /Sig /T (buyer) /V @value "
+                   "/Parent @group >>"},
+         {"value", "<< /Type /Sig /ByteRange [0 1 2 3] /Contents <00> >>"}}}
+        .built();
+}
+
+TEST_F(Run, RemovesSignaturesWithAWarningThatNamesTheirField)
+{
+    scratch.write("signed.pdf", signedDocument());
+    const std::string said = "the signature in field \"contract.buyer\" no longer holds and was "
+                             "removed";
+    const auto answer = terminal::run({"run", "-p", "1", "signed.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_THAT(terminal::lines(answer.err), ElementsAre(EndsWith("warning: signed.pdf: " + said)));
+    const auto json = terminal::run({"run", "-p", "1", "signed.pdf", "-o", "j.pdf", "--json"});
+    EXPECT_EQ(objects(json.out).front()["warnings"].toArray(),
+              QJsonArray{QString::fromStdString(said)});
+}
+
+TEST_F(Run, RefusesSignedDocumentsWhereAsked)
+{
+    scratch.write("signed.pdf", signedDocument());
+    const auto answer =
+        terminal::run({"run", "-p", "1", "--keep-signed", "signed.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_THAT(answer.err, HasSubstr("error: signed.pdf: it is signed in field "
+                                      "\"contract.buyer\""));
+    EXPECT_FALSE(fs::exists("out.pdf"));
+    EXPECT_EQ(terminal::run({"run", "-p", "1", "--keep-signed", "in.pdf", "-o", "out.pdf"}).status,
+              0);
 }
 
 TEST_F(Run, SavesNothingWhenAnActionFails)

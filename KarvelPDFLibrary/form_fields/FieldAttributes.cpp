@@ -1,9 +1,9 @@
-#include "KarvelPDFLibrary/deletion/Fields.h"
+#include "KarvelPDFLibrary/form_fields/FieldAttributes.h"
 
 #include <functional>
 #include <unordered_set>
 
-namespace karvel::deletion {
+namespace karvel::form_fields {
 
 namespace {
 
@@ -43,4 +43,4 @@ std::string fieldName(const QPDFObjectHandle& field)
     return name;
 }
 
-} // namespace karvel::deletion
+} // namespace karvel::form_fields
