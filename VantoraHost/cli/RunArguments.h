@@ -1,0 +1,44 @@
+#pragma once
+
+#include "VantoraHost/cli/Options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace vantora::cli {
+
+/// What the arguments of the command "run" are read into.
+struct RunArguments {
+    CLI::App* command = nullptr;
+    std::vector<std::string> pages;
+    std::vector<std::string> actions;
+    std::vector<std::string> lists;
+    std::vector<std::string> favourites;
+    std::vector<std::string> toolSettings;
+    std::vector<std::string> settings;
+    CLI::Option* pagesOption = nullptr;
+    CLI::Option* actionOption = nullptr;
+    CLI::Option* listOption = nullptr;
+    CLI::Option* favouriteOption = nullptr;
+    CLI::Option* toolSettingsOption = nullptr;
+    CLI::Option* setOption = nullptr;
+    CLI::Option* outputOption = nullptr;
+    CLI::Option* folderOption = nullptr;
+    std::string output;
+    std::string folder;
+    bool inPlace = false;
+    bool backup = false;
+    RunOptions options;
+};
+
+/// Declares the command; `arguments` is the number of arguments on the command line. What it is
+/// read into must outlive the parsing.
+void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments);
+
+/// The options that the arguments say, or the mistake in them.
+tl::expected<Command, Ending> finished(RunArguments& run);
+
+} // namespace vantora::cli
