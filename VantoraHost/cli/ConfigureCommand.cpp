@@ -28,6 +28,9 @@ std::unique_ptr<QApplication> startApplication()
     static char name[] = "vantora";
     static char* arguments[] = {name, nullptr};
     DropStyleSheetMessages();
+    // Sizes in dialogs are those of a display of 96 dpi; images have twins of double density.
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     auto application = std::make_unique<QApplication>(argumentCount, arguments);
     std::setlocale(LC_NUMERIC, "C"); // the application has taken over the user's
     return application;
