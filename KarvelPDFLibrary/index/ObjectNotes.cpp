@@ -305,6 +305,9 @@ void ObjectNotes::keepKind(IndexedObject& object, std::uint32_t number)
 {
     if (hasKids_ && !isField_) {
         object.kind = Kind::PageNode;
+        if (type_ != "/Pages") {
+            index_.kids_.resize(kidsBefore_); // readers differ in what they make of such a node
+        }
         if (index_.kids_.size() > kidsBefore_) {
             index_.kids_.back().object = number;
         }

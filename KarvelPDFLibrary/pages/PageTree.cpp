@@ -82,7 +82,7 @@ private:
     {
         QPDFObjectHandle node = dictionary;
         if (node.isIndirect() && !nodes_.insert(node.getObjGen().getObj()).second) {
-            warnings_.emplace_back("the page tree refers to one of its nodes twice");
+            leaveOut("the page tree refers to one of its nodes twice");
             return;
         }
         QPDFObjectHandle kids = node.getKey("/Kids");
@@ -92,8 +92,8 @@ private:
         const QPDFObjGen id = node.getObjGen();
         pages_.nodes.push_back({id.getObj(), id.getGen(), parent});
         path_.push_back({kids, owner, 0, count, extend(inherited, node), position});
-        pages_.canBePruned =
-            pages_.canBePruned && node.isIndirect() && path_.size() <= deepestPrunable;
+        pages_.canBePruned = pages_.canBePruned && node.isIndirect() &&
+                             path_.size() <= deepestPrunable && node.isDictionaryOfType("/Pages");
     }
 
     std::uint32_t extend(std::uint32_t above, QPDFObjectHandle& node)
@@ -108,7 +108,7 @@ private:
         } else if (kid.hasKey("/Kids")) {
             enter(kid, path_.back().inherited, path_.back().position);
         } else if (kid.isDictionaryOfType("/Pages")) {
-            warnings_.emplace_back("the page tree has a node without children");
+            leaveOut("the page tree has a node without children");
         } else {
             addPage(kid, index);
         }
@@ -120,8 +120,15 @@ private:
         if (inTable || (reconstructed_ && kid.isIndirect())) {
             ++lost_;
         } else {
-            warnings_.emplace_back("the page tree has an entry that is no page");
+            leaveOut("the page tree has an entry that is no page");
         }
+    }
+
+    /// Other readers may see pages in such an entry: the tree is written anew when pages go.
+    void leaveOut(const char* fault)
+    {
+        warnings_.emplace_back(fault);
+        pages_.canBePruned = false;
     }
 
     void addPage(QPDFObjectHandle page, int index)

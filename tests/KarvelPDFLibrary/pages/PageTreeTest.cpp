@@ -48,17 +48,23 @@ std::string filledIn(std::string text, const PagedDocument& document, int a, int
     return text;
 }
 
-class OddTrees : public testing::TestWithParam<OddTree> {};
+class OddTrees : public testing::TestWithParam<OddTree> {
+protected:
+    static std::unique_ptr<Document> document()
+    {
+        PagedDocument file(3);
+        const int a = file.builder.reserve();
+        const int b = file.builder.reserve();
+        file.builder.set(a, filledIn(GetParam().extraA, file, a, b));
+        file.builder.set(b, filledIn(GetParam().extraB, file, a, b));
+        file.builder.set(file.root, filledIn(GetParam().root, file, a, b));
+        return support::opened(file.build());
+    }
+};
 
 TEST_P(OddTrees, AreReadAsViewersReadThem)
 {
-    PagedDocument file(3);
-    const int a = file.builder.reserve();
-    const int b = file.builder.reserve();
-    file.builder.set(a, filledIn(GetParam().extraA, file, a, b));
-    file.builder.set(b, filledIn(GetParam().extraB, file, a, b));
-    file.builder.set(file.root, filledIn(GetParam().root, file, a, b));
-    auto document = support::opened(file.build());
+    const auto document = this->document();
     ASSERT_NE(document, nullptr);
     EXPECT_EQ(document->pageCount(), static_cast<int>(GetParam().expectedPages.size()));
 
@@ -70,6 +76,18 @@ TEST_P(OddTrees, AreReadAsViewersReadThem)
     std::vector<std::string> expected = support::pagesNamed(GetParam().expectedPages);
     expected.emplace_back();
     EXPECT_EQ(support::pageTexts(bytes), expected);
+    EXPECT_EQ(support::problems(bytes), "");
+}
+
+TEST_P(OddTrees, AreRightWhenAPageHasGone)
+{
+    const auto document = this->document();
+    ASSERT_NE(document, nullptr);
+    ASSERT_TRUE(pages::deletePages(*document, {document->pageCount(), 1}).has_value());
+    std::vector<int> left = GetParam().expectedPages;
+    left.pop_back();
+    const std::string bytes = saved(*document);
+    EXPECT_EQ(support::pageTexts(bytes), support::pagesNamed(left));
     EXPECT_EQ(support::problems(bytes), "");
 }
 
