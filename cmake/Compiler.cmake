@@ -6,6 +6,10 @@ if(VANTORA_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(VANTORA_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 find_program(VANTORA_CCACHE ccache)
 mark_as_advanced(VANTORA_CCACHE)
 if(VANTORA_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)

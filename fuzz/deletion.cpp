@@ -1,0 +1,120 @@
+#include "KarvelPDFLibrary/pages/DeletePages.h"
+#include "KarvelPDFLibrary/saving/Save.h"
+#include "fuzz/ObjectTable.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <fuzzer/FuzzedDataProvider.h>
+#include <iostream>
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFPageDocumentHelper.hh>
+
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t room);
+
+namespace {
+
+using namespace karvel;
+
+// The last bytes of an input say what is done with the document before them.
+constexpr std::size_t instructions = 6;
+
+void fail(const std::string& what)
+{
+    std::cerr << "wrong output: " << what << '\n';
+    std::abort();
+}
+
+// What a strict reader makes of an output: its pages, all of them, or an end of the process.
+std::size_t pagesIn(const std::string& output)
+{
+    try {
+        QPDF file;
+        file.setSuppressWarnings(true);
+        file.setAttemptRecovery(false);
+        file.processMemoryFile("output", output.data(), output.size());
+        return QPDFPageDocumentHelper(file).getAllPages().size();
+    } catch (const std::exception& error) {
+        fail(error.what());
+    }
+    return 0;
+}
+
+struct Edit {
+    int first;
+    int count;
+};
+
+// Deletes runs of pages and saves; fails when what was saved has not the pages that it must have.
+void deleteAndSave(const std::string& bytes, const std::vector<Edit>& edits,
+                   const saving::SaveOptions& options)
+{
+    auto document = Document::load(io::fromMemory(bytes), {});
+    if (!document || (*document)->pageCount() > 5000) {
+        return;
+    }
+    for (const Edit& edit : edits) {
+        const int before = (*document)->pageCount();
+        const int first = 1 + edit.first % std::max(before, 1);
+        const PageRun run{first, std::min(1 + edit.count, before - first + 1)};
+        if (before < 2 || run.count >= before) {
+            break;
+        }
+        if (!pages::deletePages(**document, run) ||
+            (*document)->pageCount() != before - run.count) {
+            fail("a run of pages that is there was not deleted");
+        }
+    }
+    if (!(*document)->isModified()) {
+        return;
+    }
+    const auto output = saving::toString(**document, options);
+    const int expected = (*document)->pageCount();
+    if (output && pagesIn(*output) != static_cast<std::size_t>(expected)) {
+        fail(std::to_string(pagesIn(*output)) + " pages instead of " + std::to_string(expected));
+    }
+}
+
+} // namespace
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
+                                               std::size_t room, unsigned seed)
+{
+    size = LLVMFuzzerMutate(data, size, room);
+    if (seed % 4 == 0 || size <= instructions) {
+        return size;
+    }
+    const std::string tail(reinterpret_cast<char*>(data) + size - instructions, instructions);
+    const std::string whole =
+        fuzz::withFittingTable(std::string(reinterpret_cast<char*>(data), size - instructions));
+    if (whole.size() + instructions > room) {
+        return size;
+    }
+    std::memcpy(data, whole.data(), whole.size());
+    std::memcpy(data + whole.size(), tail.data(), instructions);
+    return whole.size() + instructions;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    FuzzedDataProvider given(data, size);
+    saving::SaveOptions options;
+    const auto choices = given.ConsumeIntegral<std::uint8_t>();
+    options.objectStreams =
+        (choices & 1) != 0 ? saving::ObjectStreams::Keep : saving::ObjectStreams::Pack;
+    options.streamData =
+        (choices & 2) != 0 ? saving::StreamData::Keep : saving::StreamData::Compress;
+    options.linearize = (choices & 28) == 28;
+    std::vector<Edit> edits;
+    for (int i = 0; i < 2; ++i) {
+        const int first = given.ConsumeIntegral<std::uint8_t>();
+        edits.push_back({first, given.ConsumeIntegral<std::uint8_t>() % 8});
+    }
+    given.ConsumeIntegral<std::uint8_t>();
+    const std::string bytes = given.ConsumeRemainingBytesAsString();
+    for (const auto way : {saving::Way::CopyUnchanged, saving::Way::Rewrite}) {
+        options.way = way;
+        deleteAndSave(bytes, edits, options);
+    }
+    return 0;
+}

@@ -1,0 +1,47 @@
+#include "tests/KarvelPDFLibrary/deletion/ResidueDocument.h"
+#include "tests/support/Inspect.h"
+#include "tests/support/PdfBuilder.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+namespace {
+
+void write(const std::filesystem::path& file, const std::string& bytes)
+{
+    std::ofstream out(file, std::ios::binary);
+    out << bytes;
+    if (!out.flush()) {
+        std::cerr << "fuzz_seeds: error: " << file.string() << " can't be written\n";
+        std::exit(1);
+    }
+}
+
+} // namespace
+
+/// fuzz_seeds FOLDER: writes documents to begin with, each followed by the bytes that say what is
+/// done with it.
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::cerr << "usage: fuzz_seeds FOLDER\n";
+        return 2;
+    }
+    const std::filesystem::path folder = argv[1];
+    std::filesystem::create_directories(folder);
+    const std::string rich = support::residueDocument(4).built();
+    const std::pair<const char*, std::string> documents[] = {
+        {"plain", support::documentOfPages(5)},
+        {"rich", rich},
+        {"later-revision", support::withLaterRevision(rich, 4)},
+        {"object-streams", support::rewritten(rich, "--object-streams=generate")},
+        {"linearised", support::rewritten(rich, "--linearize")},
+        {"encrypted", support::rewritten(rich, "--encrypt '' owner 128 --use-aes=y --")},
+        {"old-encryption",
+         support::rewritten(rich, "--encrypt '' owner 40 -- --allow-weak-crypto")},
+    };
+    for (const auto& [name, pdf] : documents) {
+        write(folder / name, pdf + std::string("\x00\x01\x00\x02\x01\x03", 6));
+    }
+}
