@@ -171,7 +171,10 @@ public:
     std::optional<ReadPages> run()
     {
         QPDFObjectHandle root = file_.getRoot().getKey("/Pages");
-        if (!root.isIndirect() || !enter(static_cast<std::uint32_t>(root.getObjectID()), 0, -1)) {
+        const auto number = static_cast<std::uint32_t>(root.getObjectID());
+        const bool isThere = root.isIndirect() && index_.contains(number) &&
+                             index_.object(number).generation == root.getObjGen().getGen();
+        if (!isThere || !enter(number, 0, -1)) {
             return std::nullopt;
         }
         while (!path_.empty()) {

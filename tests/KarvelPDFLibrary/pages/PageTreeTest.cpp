@@ -164,6 +164,18 @@ TEST(PageTree, FailsWhenAPageIsLost)
         << document.error().text;
 }
 
+TEST(PageTree, IsNotThereUnderAnotherGenerationThanItsOwn)
+{
+    PagedDocument file(2);
+    std::string pdf = file.build();
+    const std::string catalog = "/Pages " + PdfBuilder::reference(file.root);
+    ASSERT_NE(pdf.find(catalog), std::string::npos);
+    pdf.replace(pdf.find(catalog) + catalog.size() - 3, 1, "1");
+    const auto document = Document::load(io::fromMemory(pdf), {});
+    ASSERT_FALSE(document.has_value());
+    EXPECT_EQ(document.error().text, "data in memory: the document has no page tree");
+}
+
 TEST(PageTree, IsReadAtAnyDepth)
 {
     PagedDocument file(1);
