@@ -161,15 +161,21 @@ void OutputFile::flush()
 void OutputFile::copy(ByteSource& source, std::int64_t offset, std::uint64_t length)
 {
     constexpr std::uint64_t worthACall = 256 * 1024;
+    constexpr std::uint64_t writtenAhead = 16 * 1024 * 1024;
     if (source.descriptor() >= 0 && length >= worthACall) {
         flush();
         off_t from = offset;
+        off_t to = lseek(file_.get(), 0, SEEK_CUR);
         while (length > 0) {
-            const ssize_t count = copy_file_range(source.descriptor(), &from, file_.get(), nullptr,
-                                                  static_cast<std::size_t>(length), 0);
+            const ssize_t count =
+                copy_file_range(source.descriptor(), &from, file_.get(), nullptr,
+                                static_cast<std::size_t>(std::min(length, writtenAhead)), 0);
             if (count <= 0) {
                 break; // not between these files, or not there any more: the other way will tell
             }
+            // The disk begins now, so that less is left to wait for at the end.
+            sync_file_range(file_.get(), to, count, SYNC_FILE_RANGE_WRITE);
+            to += count;
             length -= static_cast<std::uint64_t>(count);
         }
         offset = from;
