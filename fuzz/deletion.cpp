@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <fuzzer/FuzzedDataProvider.h>
 #include <iostream>
 #include <qpdf/QPDF.hh>
@@ -19,9 +20,11 @@ using namespace karvel;
 // The last bytes of an input say what is done with the document before them.
 constexpr std::size_t instructions = 6;
 
-void fail(const std::string& what)
+/// Leaves the output in the folder in which the program was started.
+[[noreturn]] void fail(const std::string& what, const std::string& output)
 {
-    std::cerr << "wrong output: " << what << '\n';
+    std::ofstream("wrong-output.pdf", std::ios::binary) << output;
+    std::cerr << "wrong-output.pdf: " << what << '\n';
     std::abort();
 }
 
@@ -35,9 +38,8 @@ std::size_t pagesIn(const std::string& output)
         file.processMemoryFile("output", output.data(), output.size());
         return QPDFPageDocumentHelper(file).getAllPages().size();
     } catch (const std::exception& error) {
-        fail(error.what());
+        fail(error.what(), output);
     }
-    return 0;
 }
 
 struct Edit {
@@ -62,7 +64,7 @@ void deleteAndSave(const std::string& bytes, const std::vector<Edit>& edits,
         }
         if (!pages::deletePages(**document, run) ||
             (*document)->pageCount() != before - run.count) {
-            fail("a run of pages that is there was not deleted");
+            fail("a run of pages that is there was not deleted", bytes);
         }
     }
     if (!(*document)->isModified()) {
@@ -71,7 +73,8 @@ void deleteAndSave(const std::string& bytes, const std::vector<Edit>& edits,
     const auto output = saving::toString(**document, options);
     const int expected = (*document)->pageCount();
     if (output && pagesIn(*output) != static_cast<std::size_t>(expected)) {
-        fail(std::to_string(pagesIn(*output)) + " pages instead of " + std::to_string(expected));
+        fail(std::to_string(pagesIn(*output)) + " pages instead of " + std::to_string(expected),
+             *output);
     }
 }
 

@@ -30,11 +30,11 @@ int main(int argc, char** argv)
     }
     const std::filesystem::path folder = argv[1];
     std::filesystem::create_directories(folder);
-    const std::string rich = support::residueDocument(4).built();
+    const std::string rich = support::residueDocument(2).built();
     const std::pair<const char*, std::string> documents[] = {
-        {"plain", support::documentOfPages(5)},
+        {"plain", support::documentOfPages(8)},
         {"rich", rich},
-        {"later-revision", support::withLaterRevision(rich, 4)},
+        {"later-revision", support::withLaterRevision(rich, 2)},
         {"object-streams", support::rewritten(rich, "--object-streams=generate")},
         {"linearised", support::rewritten(rich, "--linearize")},
         {"encrypted", support::rewritten(rich, "--encrypt '' owner 128 --use-aes=y --")},

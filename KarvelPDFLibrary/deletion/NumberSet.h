@@ -26,6 +26,13 @@ public:
         return isNew;
     }
 
+    void erase(int number)
+    {
+        if (has(number)) {
+            members_[static_cast<std::size_t>(number)] = false;
+        }
+    }
+
 private:
     std::vector<bool> members_;
 };

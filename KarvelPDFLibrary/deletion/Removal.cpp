@@ -411,8 +411,30 @@ void Removal::unlist(QPDFObjectHandle holder)
     }
 }
 
+/// A damaged document may list a page that remains, or a node of the page tree, as what it is not:
+/// as an annotation of a removed page, for example.
+void Removal::keepWhatPagesNeed()
+{
+    NumberSet needed;
+    needed.insert(catalog().getObjectID());
+    needed.insert(catalog().getKey("/Pages").getObjectID());
+    for (const TreeNode& node : document_.treeNodes()) {
+        needed.insert(node.object);
+    }
+    const auto isNeeded = [&](const QPDFObjGen& id) {
+        return needed.has(id.getObj()) || isRemainingPage(file().getObject(id));
+    };
+    const auto kept = std::stable_partition(droppedIds_.begin(), droppedIds_.end(),
+                                            [&](const QPDFObjGen& id) { return !isNeeded(id); });
+    for (auto id = kept; id != droppedIds_.end(); ++id) {
+        dropped_.erase(id->getObj());
+    }
+    droppedIds_.erase(kept, droppedIds_.end());
+}
+
 void Removal::takeOutDropped()
 {
+    keepWhatPagesNeed();
     std::unordered_set<std::uint32_t> holders;
     for (const QPDFObjGen& id : droppedIds_) {
         for (const std::uint32_t referrer : referrers().of(id.getObj())) {

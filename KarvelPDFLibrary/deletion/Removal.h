@@ -163,6 +163,7 @@ private:
                const std::function<bool(QPDFObjectHandle)>& visit);
     const index::ReferenceIndex::PlainLink* plainLink(int object) const;
     void unlist(QPDFObjectHandle holder);
+    void keepWhatPagesNeed();
 
     Document& document_;
     NumberSet pages_;

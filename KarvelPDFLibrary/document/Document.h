@@ -97,6 +97,9 @@ public:
     /// date document calls deletion::synchronize(), which first puts right what refers to them.
     void cutAndWriteTree();
 
+    /// The nodes of the page tree that was read; none when it is to be written anew.
+    const std::vector<TreeNode>& treeNodes() const { return nodes_; }
+
     bool treeIsStale() const { return treeIsStale_; }
 
     /// Where the loaded file's objects lie and what refers to what; null for a file that is not fit

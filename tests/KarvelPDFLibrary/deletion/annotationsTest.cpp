@@ -124,6 +124,11 @@ const SketchCase cases[] = {
      {1},
      {{"p1/Annots", "array 0"}},
      {"SECRET"}},
+    {"page_that_stays_as_an_annotation",
+     {{"/Annots [@p2]", "/Trans << >>"}, "", {}},
+     {1},
+     {{"p1/Trans", "dictionary"}, {"Root/Pages/Kids", "array 1"}},
+     {}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Deletion, Annotations, testing::ValuesIn(cases),
