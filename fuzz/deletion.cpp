@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/pages/DeletePages.h"
 #include "KarvelPDFLibrary/saving/Save.h"
 #include "fuzz/ObjectTable.h"
+#include "tests/support/SameDocument.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -48,12 +49,13 @@ struct Edit {
 };
 
 // Deletes runs of pages and saves; fails when what was saved has not the pages that it must have.
-void deleteAndSave(const std::string& bytes, const std::vector<Edit>& edits,
-                   const saving::SaveOptions& options)
+// Nothing when nothing was changed, and when the document can't be read or saved.
+std::string deleteAndSave(const std::string& bytes, const std::vector<Edit>& edits,
+                          const saving::SaveOptions& options)
 {
     auto document = Document::load(io::fromMemory(bytes), {});
     if (!document || (*document)->pageCount() > 5000) {
-        return;
+        return {};
     }
     for (const Edit& edit : edits) {
         const int before = (*document)->pageCount();
@@ -68,14 +70,18 @@ void deleteAndSave(const std::string& bytes, const std::vector<Edit>& edits,
         }
     }
     if (!(*document)->isModified()) {
-        return;
+        return {};
     }
     const auto output = saving::toString(**document, options);
     const int expected = (*document)->pageCount();
-    if (output && pagesIn(*output) != static_cast<std::size_t>(expected)) {
-        fail(std::to_string(pagesIn(*output)) + " pages instead of " + std::to_string(expected),
-             *output);
+    if (!output) {
+        return {};
     }
+    const std::size_t pages = pagesIn(*output);
+    if (pages != static_cast<std::size_t>(expected)) {
+        fail(std::to_string(pages) + " pages instead of " + std::to_string(expected), *output);
+    }
+    return (*document)->file().isEncrypted() ? std::string() : *output;
 }
 
 } // namespace
@@ -115,9 +121,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     given.ConsumeIntegral<std::uint8_t>();
     const std::string bytes = given.ConsumeRemainingBytesAsString();
-    for (const auto way : {saving::Way::CopyUnchanged, saving::Way::Rewrite}) {
-        options.way = way;
-        deleteAndSave(bytes, edits, options);
+    options.way = saving::Way::Rewrite;
+    const std::string rewritten = deleteAndSave(bytes, edits, options);
+    options.way = saving::Way::CopyUnchanged;
+    const std::string copied = deleteAndSave(bytes, edits, options);
+    if (options.streamData == saving::StreamData::Keep && !copied.empty() && !rewritten.empty()) {
+        const std::string difference = support::firstDifference(copied, rewritten);
+        if (!difference.empty()) {
+            fail("rewriting gives another document: " + difference, copied);
+        }
     }
     return 0;
 }
