@@ -1,6 +1,8 @@
 #include "tests/support/SameDocument.h"
 
 #include <map>
+#include <memory>
+#include <qpdf/Buffer.hh>
 #include <qpdf/QPDF.hh>
 #include <set>
 #include <vector>
@@ -48,7 +50,7 @@ private:
         } else if (pair.one.isStream()) {
             compareStreams(pair);
         } else if (pair.one.isDictionary()) {
-            compareDictionaries(pair, false);
+            compareDictionaries(pair);
         } else if (pair.one.isArray()) {
             compareArrays(pair);
         } else if (pair.one.isString()
@@ -58,14 +60,14 @@ private:
         }
     }
 
-    void compareDictionaries(const Pair& pair, bool ofStreams)
+    void compareDictionaries(const Pair& pair, const std::set<std::string>& without = {})
     {
         QPDFObjectHandle one = pair.one;
         QPDFObjectHandle other = pair.other;
         std::set<std::string> keys = one.getKeys();
         keys.merge(other.getKeys());
         for (const std::string& key : keys) {
-            if (!(ofStreams && key == "/Length")) {
+            if (without.count(key) == 0) {
                 pending_.push_back({one.getKey(key), other.getKey(key), pair.path + key});
             }
         }
@@ -85,15 +87,23 @@ private:
         }
     }
 
-    void compareStreams(Pair& pair)
+    void compareStreams(Pair pair)
     {
-        const auto one = pair.one.getRawStreamData();
-        const auto other = pair.other.getRawStreamData();
-        if (std::string(reinterpret_cast<const char*>(one->getBuffer()), one->getSize()) !=
-            std::string(reinterpret_cast<const char*>(other->getBuffer()), other->getSize())) {
-            differ(pair, "different stream data");
+        std::set<std::string> without = {"/Length"};
+        if (text(pair.one.getRawStreamData()) != text(pair.other.getRawStreamData())) {
+            // libqpdf writes a document's metadata without compression.
+            if (!pair.one.getDict().isDictionaryOfType("/Metadata") ||
+                text(pair.one.getStreamData()) != text(pair.other.getStreamData())) {
+                differ(pair, "different stream data");
+            }
+            without.insert({"/Filter", "/DecodeParms"});
         }
-        compareDictionaries({pair.one.getDict(), pair.other.getDict(), pair.path}, true);
+        compareDictionaries({pair.one.getDict(), pair.other.getDict(), pair.path}, without);
+    }
+
+    static std::string text(const std::shared_ptr<Buffer>& data)
+    {
+        return {reinterpret_cast<const char*>(data->getBuffer()), data->getSize()};
     }
 
     void differ(const Pair& pair, const std::string& how) { difference_ = pair.path + ": " + how; }
