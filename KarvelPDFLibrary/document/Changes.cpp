@@ -1,5 +1,8 @@
 #include "KarvelPDFLibrary/document/Changes.h"
 
+#include "KarvelPDFLibrary/index/ReferenceIndex.h"
+
+#include <qpdf/QPDFExc.hh>
 #include <stdexcept>
 
 namespace karvel {
@@ -42,6 +45,13 @@ QPDFObjectHandle Changes::editTrailer()
 QPDFObjectHandle Changes::add(const QPDFObjectHandle& direct)
 {
     QPDFObjectHandle added = direct.isIndirect() ? direct : file_.makeIndirectObject(direct);
+    // libqpdf gives numbers above those of references to nothing.
+    const auto number = static_cast<std::uint64_t>(added.getObjectID());
+    if (index::isOutOfProportion(number, objects_.size()) &&
+        index::isOutOfProportion(number, file_.getXRefTable().size() + objects_.size())) {
+        throw QPDFExc(qpdf_e_damaged_pdf, file_.getFilename(), "", 0,
+                      "it refers to object " + std::to_string(number - 1) + ", which is not there");
+    }
     record(added.getObjGen(), Kind::Added);
     return added;
 }

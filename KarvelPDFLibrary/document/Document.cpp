@@ -125,6 +125,22 @@ Status Document::open(const LoadOptions& options)
     return {};
 }
 
+/// Where there is an index, it has seen to that.
+Status Document::hasPossibleNumbers() const
+{
+    if (index_) {
+        return {};
+    }
+    const std::size_t highest = file_->getObjectCount(); // of references to nothing as well
+    const std::size_t objects = file_->getXRefTable().size();
+    if (index::isOutOfProportion(highest, objects)) {
+        return fail(ErrorCode::NotPdf, source_->name() + ": damaged: it speaks of object " +
+                                           std::to_string(highest) + ", but has only " +
+                                           std::to_string(objects));
+    }
+    return {};
+}
+
 Status Document::readPages()
 {
     warnings();
@@ -132,6 +148,9 @@ Status Document::readPages()
         indexRefusal_ = "the cross-reference table was rebuilt";
     } else {
         index_ = index::ReferenceIndex::build(*file_, *source_, indexRefusal_);
+    }
+    if (Status status = hasPossibleNumbers(); !status) {
+        return status;
     }
     std::optional<ReadPages> pages;
     if (index_) {

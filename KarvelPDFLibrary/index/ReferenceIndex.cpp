@@ -85,8 +85,8 @@ void IndexBuilder::readCrossReferences()
     for (const auto& [id, entry] : table) {
         highest = std::max<std::uint64_t>(highest, static_cast<std::uint64_t>(id.getObj()));
     }
-    if (highest >= mostObjects) {
-        throw NotFit{"too many objects"};
+    if (highest >= mostObjects || isOutOfProportion(highest, table.size())) {
+        throw NotFit{"too high an object number"};
     }
     index_.objects_.resize(highest + 1);
     for (const auto& [id, entry] : table) {
@@ -341,6 +341,11 @@ const ReferenceIndex::PlainLink* ReferenceIndex::plainLink(std::uint32_t object)
 const PlainElement* ReferenceIndex::plainElement(std::uint32_t object) const
 {
     return ofObject(plainElements_, object);
+}
+
+bool isOutOfProportion(std::uint64_t highestNumber, std::uint64_t objects)
+{
+    return highestNumber > 8'388'607 && highestNumber / 64 > objects;
 }
 
 const KidsOfNode* ReferenceIndex::kidsOf(std::uint32_t node) const

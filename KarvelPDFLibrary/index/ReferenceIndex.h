@@ -120,6 +120,11 @@ struct ObjectStreamMembers {
     bool allMembersAreCurrent = true;
 };
 
+/// Whether a file's highest object number is far above what a file of so many objects needs. Tables
+/// by number would take memory that has nothing to do with the file's size. Up to 8388607 any
+/// number passes (ISO 32000-1, Annex C).
+bool isOutOfProportion(std::uint64_t highestNumber, std::uint64_t objects);
+
 /// Where every object of a file lies and which objects it refers to, found in one pass over the
 /// file in its order. libqpdf gives the cross-reference table; streams are passed over, but for
 /// object streams, which are decoded. Nothing is guessed: a file in which anything doesn't read as
