@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/saving/ObjectText.h"
 
+#include "KarvelPDFLibrary/saving/EscapedNames.h"
+
 namespace karvel::saving {
 
 namespace {
@@ -23,6 +25,8 @@ public:
                 value(item, false);
             }
             text_ += " ]";
+        } else if (part.isName()) {
+            text_ += nameText(part.getName());
         } else if (part.isString() && cipher_ != nullptr) {
             const std::string enciphered = cipher_->string(part.getStringValue(), owner_);
             text_ += QPDFObjectHandle::newString(enciphered).unparseBinary();
@@ -44,7 +48,7 @@ private:
             if (item.isNull() && !item.isIndirect()) {
                 continue;
             }
-            text_ += ' ' + QPDFObjectHandle::newName(key).unparse() + ' ';
+            text_ += ' ' + nameText(key) + ' ';
             if (signature && key == "/Contents" && item.isString()) {
                 text_ += item.unparseBinary();
             } else {

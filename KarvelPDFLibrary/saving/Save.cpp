@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/content/ContentStreams.h"
 #include "KarvelPDFLibrary/deletion/Synchronize.h"
 #include "KarvelPDFLibrary/saving/Damage.h"
+#include "KarvelPDFLibrary/saving/EscapedNames.h"
 #include "KarvelPDFLibrary/saving/VerbatimWriter.h"
 #include "KarvelPDFLibrary/saving/VersionNeeds.h"
 
@@ -165,6 +166,7 @@ void rewrite(Document& document, io::ByteSink& sink, const SaveOptions& options)
     if (!document.file().getTrailer().hasKey("/Size")) {
         document.changes().editTrailer().replaceKey("/Size", QPDFObjectHandle::newInteger(0));
     }
+    const EscapedNames names(document.file());
     QPDFWriter writer(document.file());
     SinkPipeline pipeline(sink);
     writer.setOutputPipeline(&pipeline);

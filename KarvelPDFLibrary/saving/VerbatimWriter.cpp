@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/saving/CrossReferences.h"
+#include "KarvelPDFLibrary/saving/EscapedNames.h"
 #include "KarvelPDFLibrary/saving/Liveness.h"
 #include "KarvelPDFLibrary/saving/ObjectText.h"
 
@@ -244,9 +245,9 @@ std::string Writer::trailerEntries(std::size_t size)
     std::string entries = "/Size " + std::to_string(size);
     for (const auto& [key, value] : document_.file().getTrailer().getDictAsMap()) {
         if (!describesOldFile(key)) {
-            entries += " " + QPDFObjectHandle::newName(key).unparse() + " ";
             QPDFObjectHandle entry = value;
-            entries += entry.unparse();
+            entries += " " + nameText(key) + " ";
+            entries += entry.isIndirect() ? entry.unparse() : objectText(entry, nullptr);
         }
     }
     return entries + " " + identifier();
