@@ -82,6 +82,9 @@ void ParentTree::noteKey(int object, long long key)
 void ParentTree::noteDirectAnnotations()
 {
     for (const QPDFObjectHandle& page : removal_.removedPagesWith(index::HasAnnotations)) {
+        if (removal_.indexedAnnotationsOf(page)) {
+            continue; // all of them have numbers
+        }
         for (const QPDFObjectHandle& annotation : annotationsIn(page)) {
             if (!annotation.isIndirect() && keyOf(annotation) >= 0) {
                 goneKeys_[keyOf(annotation)] = 0;

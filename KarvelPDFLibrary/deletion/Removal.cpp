@@ -96,7 +96,7 @@ void Removal::drop(int object)
     }
 }
 
-bool Removal::isRemainingPage(const QPDFObjectHandle& object)
+bool Removal::isRemainingPage(int object)
 {
     if (!remainingPages_) {
         remainingPages_.emplace();
@@ -104,7 +104,7 @@ bool Removal::isRemainingPage(const QPDFObjectHandle& object)
             remainingPages_->insert(document_.order().at(number).object);
         }
     }
-    return object.isIndirect() && remainingPages_->has(object.getObjectID());
+    return remainingPages_->has(object);
 }
 
 const index::IndexedObject* Removal::unchanged(int object) const
@@ -358,9 +358,11 @@ bool Removal::leadsToRemovedPage(QPDFObjectHandle destination)
             return false;
         }
         QPDFObjectHandle page = destination.getArrayItem(0);
+        if (isRemovedPage(page) || isRemainingPage(page)) {
+            return isRemovedPage(page);
+        }
         // Some programs name the page by its number, from 0, as in destinations in other files.
-        return page.isInteger() ? presentNumberOf(page.getIntValueAsInt() + 1) == 0
-                                : isRemovedPage(page);
+        return page.isInteger() && presentNumberOf(page.getIntValueAsInt() + 1) == 0;
     }
     if (destination.isName()) {
         return goneNames.count(destination.getName()) > 0;
@@ -421,11 +423,10 @@ void Removal::keepWhatPagesNeed()
     for (const TreeNode& node : document_.treeNodes()) {
         needed.insert(node.object);
     }
-    const auto isNeeded = [&](const QPDFObjGen& id) {
-        return needed.has(id.getObj()) || isRemainingPage(file().getObject(id));
+    const auto goes = [&](const QPDFObjGen& id) {
+        return !needed.has(id.getObj()) && !isRemainingPage(id.getObj());
     };
-    const auto kept = std::stable_partition(droppedIds_.begin(), droppedIds_.end(),
-                                            [&](const QPDFObjGen& id) { return !isNeeded(id); });
+    const auto kept = std::stable_partition(droppedIds_.begin(), droppedIds_.end(), goes);
     for (auto id = kept; id != droppedIds_.end(); ++id) {
         dropped_.erase(id->getObj());
     }

@@ -54,7 +54,11 @@ public:
 
     bool isRemovedPage(int object) const { return pages_.has(object); }
 
-    bool isRemainingPage(const QPDFObjectHandle& object);
+    bool isRemainingPage(const QPDFObjectHandle& object)
+    {
+        return object.isIndirect() && isRemainingPage(object.getObjectID());
+    }
+    bool isRemainingPage(int object);
 
     /// Whether an object may have the thing that `flag` (index::Flag) stands for; true when that
     /// is not known without building it.
