@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <stdexcept>
 #include <unordered_map>
 
 namespace karvel::content {
@@ -28,7 +29,9 @@ public:
 
     void provideStreamData(QPDFObjGen const&, Pipeline* pipeline) override
     {
-        other_.pipeStreamData(pipeline, 0, qpdf_dl_none);
+        if (!other_.pipeStreamData(pipeline, nullptr, 0, qpdf_dl_none)) {
+            throw std::runtime_error("content that several pages share cannot be read");
+        }
     }
 
 private:

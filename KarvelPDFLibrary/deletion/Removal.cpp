@@ -8,6 +8,7 @@ Removal::Removal(Document& document) : document_(document)
 {
     for (const PageEntry& page : document.removedPages()) {
         pages_.insert(page.object);
+        removedNumbers_.push_back(page.object);
     }
 }
 
@@ -450,6 +451,63 @@ void Removal::takeOutDropped()
     }
     for (const QPDFObjGen& id : droppedIds_) {
         changes().remove(id);
+    }
+}
+
+void Removal::cutReferencesToPages(QPDFObjectHandle holder)
+{
+    bool changed = false;
+    std::vector<QPDFObjectHandle> open = {holder};
+    while (!open.empty()) {
+        QPDFObjectHandle part = open.back();
+        open.pop_back();
+        if (part.isStream()) {
+            part = part.getDict();
+        }
+        const auto pass = [&](const QPDFObjectHandle& item) {
+            const bool cut = isRemovedPage(item);
+            if (!cut && !item.isIndirect()) {
+                open.push_back(item);
+            }
+            changed = changed || cut;
+            return !cut;
+        };
+        if (part.isArray()) {
+            // What the places mean is not known: the others keep theirs.
+            for (int i = 0; i < part.getArrayNItems(); ++i) {
+                if (!pass(part.getArrayItem(i))) {
+                    part.setArrayItem(i, QPDFObjectHandle::newNull());
+                }
+            }
+        } else if (part.isDictionary()) {
+            for (const auto& [key, item] : part.getDictAsMap()) {
+                if (!pass(item)) {
+                    part.removeKey(key);
+                }
+            }
+        }
+    }
+    if (changed) {
+        changes().edit(holder);
+    }
+}
+
+void Removal::cutLeftovers()
+{
+    std::unordered_set<std::uint32_t> seen;
+    for (const int page : removedNumbers_) {
+        for (const std::uint32_t referrer : referrers().of(page)) {
+            const auto number = static_cast<int>(referrer);
+            const bool isPruned = changes().text(number) != nullptr;
+            if (!isGone(number) && !isPruned && seen.insert(referrer).second) {
+                cutReferencesToPages(file().getObject(referrers().idOf(referrer)));
+            }
+        }
+    }
+    for (const auto& [key, value] : file().getTrailer().getDictAsMap()) {
+        if (isRemovedPage(value)) {
+            changes().editTrailer().removeKey(key);
+        }
     }
 }
 

@@ -156,6 +156,10 @@ public:
     /// Takes the dropped objects out of the document.
     void takeOutDropped();
 
+    /// Puts null where anything still refers to a removed page: private data and whatever else no
+    /// module knows. To be called last, when the page tree is right.
+    void cutLeftovers();
+
 private:
     bool may(int object, int flag) const;
 
@@ -168,9 +172,11 @@ private:
     const index::ReferenceIndex::PlainLink* plainLink(int object) const;
     void unlist(QPDFObjectHandle holder);
     void keepWhatPagesNeed();
+    void cutReferencesToPages(QPDFObjectHandle holder);
 
     Document& document_;
     NumberSet pages_;
+    std::vector<int> removedNumbers_;
     std::optional<NumberSet> remainingPages_; // filled when first asked for
     NumberSet dropped_;
     std::vector<QPDFObjGen> droppedIds_;

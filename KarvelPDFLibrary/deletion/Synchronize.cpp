@@ -30,6 +30,8 @@ void putReferencesRight(Document& document)
     removeLayers(removal, usage);
     removeCollectedThings(removal, usage);
     removal.takeOutDropped();
+    document.cutAndWriteTree();
+    removal.cutLeftovers();
 }
 
 } // namespace

@@ -318,6 +318,7 @@ void Document::cutAndWriteTree()
     }
     for (const PageEntry& entry : removed_) {
         changes_.remove(entry.id());
+        cutPages_.push_back(entry.object);
     }
     removed_.clear();
     for (int number = 1; number <= order_.count(); ++number) {

@@ -100,6 +100,9 @@ public:
     /// The nodes of the page tree that was read; none when it is to be written anew.
     const std::vector<TreeNode>& treeNodes() const { return nodes_; }
 
+    /// The object numbers of all pages that were cut so far. Nothing in the document leads to them.
+    const std::vector<std::int32_t>& cutPages() const { return cutPages_; }
+
     bool treeIsStale() const { return treeIsStale_; }
 
     /// Where the loaded file's objects lie and what refers to what; null for a file that is not fit
@@ -178,6 +181,7 @@ private:
     std::vector<InheritedSet> inherited_;
     std::vector<TreeNode> nodes_; // of the tree that was read, while it can be pruned
     std::vector<PageEntry> removed_;
+    std::vector<std::int32_t> cutPages_;
     std::unordered_map<std::int32_t, std::int32_t> copies_; // of pages used twice: the page itself
     Warnings warnings_;
     std::uint64_t savedRevision_ = 0;

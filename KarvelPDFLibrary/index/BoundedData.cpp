@@ -32,8 +32,10 @@ private:
 std::string boundedData(QPDFObjectHandle stream, std::size_t most)
 {
     BoundedPipeline collect(most);
-    // libqpdf reports a failure of the pipeline as a warning and false.
-    if (!stream.pipeStreamData(&collect, 0, qpdf_dl_specialized)) {
+    // libqpdf reports a failure of the pipeline as a warning and false. Without the second argument
+    // it would only tell whether it knows the filters.
+    bool isDecoded = false;
+    if (!stream.pipeStreamData(&collect, &isDecoded, 0, qpdf_dl_specialized) || !isDecoded) {
         throw std::length_error("a stream cannot be decoded within reason");
     }
     return collect.take();

@@ -1,40 +1,59 @@
 #include "KarvelPDFLibrary/saving/Liveness.h"
 
+#include "KarvelPDFLibrary/document/References.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"
+#include "KarvelPDFLibrary/saving/PathTo.h"
 
 #include <algorithm>
 
 namespace karvel::saving {
 
-Liveness::Liveness(Document& document) : document_(document)
+Liveness::Liveness(Document& document)
+    : document_(document), index_(document.changes().hasForeign() ? nullptr : document.index())
 {
-    const index::ReferenceIndex& index = *document.index();
-    std::uint32_t size = index.size();
-    for (const auto& [number, kind] : document.changes().objects()) {
-        size = std::max(size, static_cast<std::uint32_t>(number) + 1);
+    const auto& changed = document.changes().objects();
+    std::uint32_t highest = index_ != nullptr ? index_->size() - 1 : 0;
+    for (const auto& [number, kind] : changed) {
+        highest = std::max(highest, static_cast<std::uint32_t>(number));
     }
-    live_.resize(size);
-    changes_.resize(size, -1);
-    for (const auto& [number, kind] : document.changes().objects()) {
+    makeRoomFor(highest);
+    for (const auto& [number, kind] : changed) {
         changes_[static_cast<std::size_t>(number)] = static_cast<std::int8_t>(kind);
     }
-
+    for (const std::int32_t page : document.cutPages()) {
+        cut_[static_cast<std::size_t>(page)] = true;
+    }
     reachFrom(document.file().getTrailer());
     while (!pending_.empty()) {
         const std::uint32_t number = pending_.back();
         pending_.pop_back();
-        if (const std::string* text = document.changes().text(static_cast<int>(number))) {
-            reachFromText(*text);
-            continue;
-        }
-        if (changes_[number] >= 0) {
-            const int generation = index.contains(number) ? index.object(number).generation : 0;
-            reachFrom(document.file().getObject(static_cast<int>(number), generation));
-            continue;
-        }
-        const index::IndexedObject& object = index.object(number);
-        const std::uint32_t* references = index.references().data() + object.firstReference;
-        std::for_each(references, references + object.referenceCount,
+        enter(number);
+    }
+}
+
+void Liveness::makeRoomFor(std::uint32_t object)
+{
+    if (object >= live_.size()) {
+        live_.resize(object + 1);
+        cut_.resize(object + 1);
+        changes_.resize(object + 1, -1);
+        generations_.resize(index_ == nullptr ? object + 1 : 0);
+    }
+}
+
+void Liveness::enter(std::uint32_t object)
+{
+    if (const std::string* text = document_.changes().text(static_cast<int>(object))) {
+        reachFromText(*text);
+    } else if (index_ == nullptr) {
+        reachFrom(document_.file().getObject(static_cast<int>(object), generations_[object]));
+    } else if (changes_[object] >= 0) {
+        const int generation = index_->contains(object) ? index_->object(object).generation : 0;
+        reachFrom(document_.file().getObject(static_cast<int>(object), generation));
+    } else {
+        const index::IndexedObject& entry = index_->object(object);
+        const std::uint32_t* references = index_->references().data() + entry.firstReference;
+        std::for_each(references, references + entry.referenceCount,
                       [this](std::uint32_t target) { reach(target); });
     }
 }
@@ -44,8 +63,11 @@ void Liveness::reach(std::uint32_t object)
     if (object >= live_.size() || live_[object]) {
         return;
     }
+    if (cut_[object]) {
+        reachedCutPage_ = static_cast<int>(object);
+    }
     const std::int8_t change = changes_[object];
-    const bool there = change < 0 ? document_.index()->contains(object)
+    const bool there = change < 0 ? index_ == nullptr || index_->contains(object)
                                   : static_cast<Changes::Kind>(change) != Changes::Kind::Removed;
     if (there) {
         live_[object] = true;
@@ -78,13 +100,28 @@ void Liveness::reachFrom(const QPDFObjectHandle& value)
 {
     forEachReference(value, [this](const QPDFObjectHandle& reference) {
         const auto number = static_cast<std::uint32_t>(reference.getObjectID());
-        const index::ReferenceIndex& index = *document_.index();
-        const bool otherGeneration =
-            index.contains(number) && index.object(number).generation != reference.getGeneration();
+        if (index_ == nullptr) {
+            makeRoomFor(number);
+            generations_[number] = reference.getGeneration();
+            reach(number);
+            return;
+        }
+        const bool otherGeneration = index_->contains(number) &&
+                                     index_->object(number).generation != reference.getGeneration();
         if (!otherGeneration) {
             reach(number);
         }
     });
+}
+
+Status Liveness::nothingLeadsToCutPages()
+{
+    if (reachedCutPage_ == 0) {
+        return {};
+    }
+    return fail(ErrorCode::FeatureUnsupported, document_.name() + ": not saved, since " +
+                                                   pathTo(document_, reachedCutPage_) +
+                                                   " still leads to a removed page");
 }
 
 } // namespace karvel::saving

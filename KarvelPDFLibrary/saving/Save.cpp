@@ -4,10 +4,12 @@
 #include "KarvelPDFLibrary/deletion/Synchronize.h"
 #include "KarvelPDFLibrary/saving/Damage.h"
 #include "KarvelPDFLibrary/saving/EscapedNames.h"
+#include "KarvelPDFLibrary/saving/Liveness.h"
 #include "KarvelPDFLibrary/saving/VerbatimWriter.h"
 #include "KarvelPDFLibrary/saving/VersionNeeds.h"
 
 #include <mutex>
+#include <optional>
 #include <qpdf/Pipeline.hh>
 #include <qpdf/Pl_Flate.hh>
 #include <qpdf/QPDFWriter.hh>
@@ -185,8 +187,15 @@ Status writeTo(Document& document, io::ByteSink& sink, const SaveOptions& option
         return status;
     }
     try {
+        std::optional<Liveness> live;
+        if (verbatim || !document.cutPages().empty()) {
+            live.emplace(document);
+            if (Status status = live->nothingLeadsToCutPages(); !status) {
+                return status;
+            }
+        }
         if (verbatim) {
-            writeVerbatim(document, sink, options);
+            writeVerbatim(document, *live, sink, options);
         } else {
             rewrite(document, sink, options);
         }

@@ -3,7 +3,6 @@
 #include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/saving/CrossReferences.h"
 #include "KarvelPDFLibrary/saving/EscapedNames.h"
-#include "KarvelPDFLibrary/saving/Liveness.h"
 #include "KarvelPDFLibrary/saving/ObjectText.h"
 
 #include <algorithm>
@@ -30,9 +29,9 @@ bool describesOldFile(const std::string& key)
 
 class Writer {
 public:
-    Writer(Document& document, io::ByteSink& sink, const SaveOptions& options)
+    Writer(Document& document, const Liveness& live, io::ByteSink& sink, const SaveOptions& options)
         : document_(document), index_(*document.index()), sink_(sink), options_(options),
-          live_(document), entries_(live_.size())
+          live_(live), entries_(live_.size())
     {
         if (document.file().isEncrypted()) {
             cipher_ = Cipher::of(document.file());
@@ -77,7 +76,7 @@ private:
     const ReferenceIndex& index_;
     io::ByteSink& sink_;
     const SaveOptions& options_;
-    Liveness live_;
+    const Liveness& live_;
     std::optional<Cipher> cipher_;
     std::vector<CrossReference> entries_;
     std::uint64_t offset_ = 0;
@@ -302,9 +301,10 @@ std::string whyNotVerbatim(Document& document, const SaveOptions& options)
     return {};
 }
 
-void writeVerbatim(Document& document, io::ByteSink& sink, const SaveOptions& options)
+void writeVerbatim(Document& document, const Liveness& live, io::ByteSink& sink,
+                   const SaveOptions& options)
 {
-    Writer(document, sink, options).run();
+    Writer(document, live, sink, options).run();
 }
 
 } // namespace karvel::saving

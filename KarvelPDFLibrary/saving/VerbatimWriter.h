@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/document/Document.h"
 #include "KarvelPDFLibrary/io/OutputFile.h"
+#include "KarvelPDFLibrary/saving/Liveness.h"
 #include "KarvelPDFLibrary/saving/SaveOptions.h"
 
 #include <string>
@@ -14,6 +15,7 @@ std::string whyNotVerbatim(Document& document, const SaveOptions& options);
 /// Saves a document by copying, byte for byte, the objects that were not changed and are still
 /// used, and writing the changed ones anew under their numbers. The document must be synchronized
 /// and whyNotVerbatim() empty. Throws what reading and writing throw.
-void writeVerbatim(Document& document, io::ByteSink& sink, const SaveOptions& options);
+void writeVerbatim(Document& document, const Liveness& live, io::ByteSink& sink,
+                   const SaveOptions& options);
 
 } // namespace karvel::saving
