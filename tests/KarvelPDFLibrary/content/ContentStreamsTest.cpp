@@ -98,4 +98,26 @@ TEST(ContentStreams, SurviveTheDeletionOfAPageThatSharesThem)
               (std::vector<std::string>{"Heading  Both", "Heading  Alone"}));
 }
 
+/// A stream whose data cannot be read.
+class Unreadable final : public QPDFObjectHandle::StreamDataProvider {
+public:
+    Unreadable() : StreamDataProvider(true) {}
+    bool provideStreamData(QPDFObjGen const&, Pipeline*, bool, bool) override { return false; }
+};
+
+TEST(ContentStreams, FailWhereTheSharedContentCannotBeRead)
+{
+    auto document = support::opened(sharingDocument());
+    content::removeSharedStreams(*document);
+    ASSERT_TRUE(content::ownStreams(*document, 1).has_value());
+    const QPDFObjectHandle null = QPDFObjectHandle::newNull();
+    document->page(2)
+        .getKey("/Contents")
+        .getArrayItem(1)
+        .replaceStreamData(std::make_shared<Unreadable>(), null, null);
+    QPDFObjectHandle own = document->page(1).getKey("/Contents").getArrayItem(1);
+    EXPECT_THROW(own.getRawStreamData(), std::exception);
+    EXPECT_FALSE(saving::toString(*document, {}).has_value());
+}
+
 } // namespace
