@@ -1,9 +1,11 @@
 #include "KarvelPDFLibrary/saving/Save.h"
 
+#include "KarvelPDFLibrary/base/WarningKinds.h"
 #include "KarvelPDFLibrary/content/ContentStreams.h"
 #include "KarvelPDFLibrary/deletion/Synchronize.h"
 #include "KarvelPDFLibrary/saving/Damage.h"
 #include "KarvelPDFLibrary/saving/EscapedNames.h"
+#include "KarvelPDFLibrary/saving/HeldBytes.h"
 #include "KarvelPDFLibrary/saving/Liveness.h"
 #include "KarvelPDFLibrary/saving/VerbatimWriter.h"
 #include "KarvelPDFLibrary/saving/VersionNeeds.h"
@@ -176,6 +178,67 @@ void rewrite(Document& document, io::ByteSink& sink, const SaveOptions& options)
     writer.write();
 }
 
+/// Counts the bytes that are written.
+class CountingSink final : public io::ByteSink {
+public:
+    explicit CountingSink(io::ByteSink& sink) : sink_(sink) {}
+
+    void write(const char* bytes, std::size_t length) override
+    {
+        sink_.write(bytes, length);
+        count_ += length;
+    }
+    void copy(io::ByteSource& source, std::int64_t offset, std::uint64_t length) override
+    {
+        sink_.copy(source, offset, length);
+        count_ += length;
+    }
+
+    std::uint64_t count() const { return count_; }
+
+private:
+    io::ByteSink& sink_;
+    std::uint64_t count_ = 0;
+};
+
+/// A document that stays above nine tenths of its size although more than a tenth of its pages went
+/// earns a warning that says why.
+void explainSize(Document& document, const Liveness& live, std::uint64_t writtenBytes)
+{
+    const std::size_t cut = document.cutPages().size();
+    const std::size_t pages = cut + static_cast<std::size_t>(document.pageCount());
+    const auto before = static_cast<std::uint64_t>(document.originalSize());
+    if (before == 0 || cut * 10 <= pages || writtenBytes * 10 <= before * 9) {
+        return;
+    }
+    document.warnings().push_back(
+        deletingPages + std::to_string(cut) + " of " + std::to_string(pages) + " pages went, but " +
+        std::to_string(writtenBytes * 100 / before) + " % of the size is held by " +
+        whatHolds(document, live, writtenBytes));
+}
+
+/// Writes the document as it is, which must be synchronized.
+Status write(Document& document, bool verbatim, io::ByteSink& sink, const SaveOptions& options)
+{
+    std::optional<Liveness> live;
+    if (verbatim || !document.cutPages().empty()) {
+        live.emplace(document);
+        if (Status status = live->nothingLeadsToCutPages(); !status) {
+            return status;
+        }
+    }
+    CountingSink counting(sink);
+    if (verbatim) {
+        writeVerbatim(document, *live, counting, options);
+    } else {
+        rewrite(document, counting, options);
+    }
+    if (live) {
+        explainSize(document, *live, counting.count());
+    }
+    return {};
+}
+
 Status writeTo(Document& document, io::ByteSink& sink, const SaveOptions& options)
 {
     if (Status status = content::giveUpUnchangedStreams(document); !status) {
@@ -186,34 +249,18 @@ Status writeTo(Document& document, io::ByteSink& sink, const SaveOptions& option
     if (Status status = deletion::synchronize(document, degree); !status) {
         return status;
     }
+    Status written;
     try {
-        std::optional<Liveness> live;
-        if (verbatim || !document.cutPages().empty()) {
-            live.emplace(document);
-            if (Status status = live->nothingLeadsToCutPages(); !status) {
-                return status;
-            }
-        }
-        if (verbatim) {
-            writeVerbatim(document, *live, sink, options);
-        } else {
-            rewrite(document, sink, options);
-        }
+        written = write(document, verbatim, sink, options);
     } catch (...) {
-        Error error = currentExceptionAsError(document.name());
-        if (document.source()) {
-            if (Status status = document.source()->intact(); !status) {
-                return status;
-            }
-        }
-        return tl::unexpected<Error>(std::move(error));
+        written = tl::unexpected<Error>(currentExceptionAsError(document.name()));
     }
     if (document.source()) {
         if (Status status = document.source()->intact(); !status) {
             return status;
         }
     }
-    return verbatim ? Status() : pagesAreWhole(document);
+    return !written || verbatim ? written : pagesAreWhole(document);
 }
 
 /// Tells failures of writing from those of reading, which libqpdf reports alike.

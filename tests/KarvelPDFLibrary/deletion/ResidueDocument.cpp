@@ -338,6 +338,59 @@ std::string withLaterRevision(const std::string& pdf, int pages)
            std::to_string(start) + "\n%%EOF\n";
 }
 
+std::string asHybridFile(const std::string& pdf)
+{
+    const std::size_t table = pdf.rfind("xref\n0 ", pdf.rfind("trailer"));
+    const std::size_t firstRow = pdf.find('\n', table + 5) + 1;
+    const int size = std::stoi(pdf.substr(table + 7));
+    std::string rows = pdf.substr(firstRow, 20 * static_cast<std::size_t>(size));
+    std::string header;
+    std::string members;
+    std::string entries;
+    std::string index;
+    int count = 0;
+    for (int number = 1; number < size; ++number) {
+        const std::size_t row = 20 * static_cast<std::size_t>(number);
+        const std::size_t start = pdf.find("obj\n", std::stoul(rows.substr(row, 10))) + 4;
+        const std::string body = pdf.substr(start, pdf.find("\nendobj", start) - start);
+        const bool open = body.find("\nstream\n") != std::string::npos ||
+                          body.find("/Type /Page") != std::string::npos ||
+                          body.find("/Type /Catalog") != std::string::npos;
+        if (open) {
+            continue;
+        }
+        header += std::to_string(number) + " " + std::to_string(members.size()) + " ";
+        members += body + "\n";
+        index += std::to_string(number) + " 1 ";
+        const int parts[] = {2, size >> 8, size & 255, count >> 8, count & 255};
+        for (const int byte : parts) {
+            entries += static_cast<char>(byte);
+        }
+        ++count;
+        rows.replace(row, 20, "0000000000 65535 f \n");
+    }
+    std::string file = pdf.substr(0, table);
+    const auto add = [&](int number, const std::string& dictionary, const std::string& data) {
+        char row[32];
+        std::snprintf(row, sizeof row, "%010zu 00000 n \n", file.size());
+        rows += row;
+        file += std::to_string(number) + " 0 obj\n<< " + dictionary + " /Length " +
+                std::to_string(data.size()) + " >>\nstream\n" + data + "\nendstream\nendobj\n";
+    };
+    add(size,
+        "/Type /ObjStm /N " + std::to_string(count) + " /First " + std::to_string(header.size()),
+        header + members);
+    const std::size_t references = file.size();
+    const std::string newSize = std::to_string(size + 2);
+    add(size + 1, "/Type /XRef /Size " + newSize + " /W [1 2 2] /Index [" + index + "]", entries);
+    const std::size_t start = file.size();
+    std::smatch root;
+    std::regex_search(pdf, root, std::regex("/Root (\\d+ 0 R)"));
+    return file + "xref\n0 " + newSize + "\n" + rows + "trailer\n<< /Size " + newSize + " /Root " +
+           root[1].str() + " /XRefStm " + std::to_string(references) + " >>\nstartxref\n" +
+           std::to_string(start) + "\n%%EOF\n";
+}
+
 std::set<std::string> ownWords(const std::string& pdf, const std::string& password)
 {
     const std::string everything = everythingIn(pdf, password) + "\n" + pdf;

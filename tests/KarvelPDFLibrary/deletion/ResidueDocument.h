@@ -17,6 +17,10 @@ Sketch residueDocument(int pages);
 /// one can see any more, begins with "oldN-".
 std::string withLaterRevision(const std::string& pdf, int pages);
 
+/// The file in the hybrid form (ISO 32000-2, 7.5.8.4): everything but the catalog, pages and
+/// streams is in an object stream, about which only the cross-reference stream knows.
+std::string asHybridFile(const std::string& pdf);
+
 /// The words that begin with "ownN-" or "oldN-" in all objects of a file and in its bytes.
 std::set<std::string> ownWords(const std::string& pdf, const std::string& password = {});
 

@@ -15,7 +15,9 @@ struct Case {
 
     /// How qpdf's command line writes the document; null for the document as it is.
     const char* qpdfOptions;
-    bool laterRevision;
+
+    /// What is done to the document before; null for nothing.
+    std::string (*change)(const std::string& pdf);
     const char* password;
 };
 
@@ -30,8 +32,8 @@ protected:
     {
         const Case& given = GetParam();
         std::string pdf = support::residueDocument(pageCount).built();
-        if (given.laterRevision) {
-            pdf = support::withLaterRevision(pdf, pageCount);
+        if (given.change != nullptr) {
+            pdf = given.change(pdf);
         }
         return given.qpdfOptions == nullptr ? pdf : support::rewritten(pdf, given.qpdfOptions);
     }
@@ -105,13 +107,16 @@ TEST_P(Residue, NothingOfARemovedPageStaysAndNothingOfTheOthersIsLost)
 INSTANTIATE_TEST_SUITE_P(
     Deletion, Residue,
     testing::Values(
-        Case{"plain", nullptr, false, ""}, Case{"incremental_update", nullptr, true, ""},
-        Case{"object_streams", "--object-streams=generate", false, ""},
-        Case{"linearized", "--linearize", false, ""},
-        Case{"linearized_object_streams", "--linearize --object-streams=generate", false, ""},
-        Case{"rc4", "--allow-weak-crypto --encrypt u o 128 --use-aes=n --", false, "u"},
-        Case{"aes_128", "--object-streams=generate --encrypt u o 128 --use-aes=y --", false, "u"},
-        Case{"aes_256", "--object-streams=generate --encrypt u o 256 --", false, "o"}),
+        Case{"plain", nullptr, nullptr, ""},
+        Case{"incremental_update", nullptr,
+             [](const std::string& pdf) { return support::withLaterRevision(pdf, pageCount); }, ""},
+        Case{"hybrid_references", nullptr, support::asHybridFile, ""},
+        Case{"object_streams", "--object-streams=generate", nullptr, ""},
+        Case{"linearized", "--linearize", nullptr, ""},
+        Case{"linearized_object_streams", "--linearize --object-streams=generate", nullptr, ""},
+        Case{"rc4", "--allow-weak-crypto --encrypt u o 128 --use-aes=n --", nullptr, "u"},
+        Case{"aes_128", "--object-streams=generate --encrypt u o 128 --use-aes=y --", nullptr, "u"},
+        Case{"aes_256", "--object-streams=generate --encrypt u o 256 --", nullptr, "o"}),
     [](const auto& info) { return info.param.name; });
 
 } // namespace
