@@ -202,7 +202,7 @@ private:
     bool enter(std::uint32_t object, std::uint32_t inherited, std::int32_t parent)
     {
         const index::KidsOfNode* kids = index_.kidsOf(object);
-        if (kids == nullptr || path_.size() >= deepestPrunable || !take(object)) {
+        if (kids == nullptr || !take(object)) {
             return false;
         }
         const index::IndexedObject& entry = index_.object(object);
@@ -214,6 +214,7 @@ private:
         pages_.nodes.push_back({static_cast<std::int32_t>(object), entry.generation, parent});
         path_.push_back(
             {kids->firstReference, kids->firstReference + kids->count, inherited, position});
+        pages_.canBePruned = pages_.canBePruned && path_.size() <= deepestPrunable;
         return true;
     }
 
