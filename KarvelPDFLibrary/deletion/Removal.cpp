@@ -492,6 +492,25 @@ void Removal::cutReferencesToPages(QPDFObjectHandle holder)
     }
 }
 
+/// Whether a page tree node refers to a removed page elsewhere than among its kids. Nodes are
+/// pruned by their text, without being built, and know nothing of removed pages then.
+bool Removal::leadsElsewhere(int node) const
+{
+    const index::ReferenceIndex& index = *document_.index();
+    const auto number = static_cast<std::uint32_t>(node);
+    const index::IndexedObject& object = index.object(number);
+    const index::KidsOfNode* kids = index.kidsOf(number);
+    for (std::uint32_t i = 0; i < object.referenceCount; ++i) {
+        const std::uint32_t at = object.firstReference + i;
+        const bool isKid = kids != nullptr && at >= kids->firstReference &&
+                           at - kids->firstReference < kids->count;
+        if (!isKid && pages_.has(static_cast<int>(index.references()[at]))) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void Removal::cutLeftovers()
 {
     std::unordered_set<std::uint32_t> seen;
@@ -499,9 +518,12 @@ void Removal::cutLeftovers()
         for (const std::uint32_t referrer : referrers().of(page)) {
             const auto number = static_cast<int>(referrer);
             const bool isPruned = changes().text(number) != nullptr;
-            if (!isGone(number) && !isPruned && seen.insert(referrer).second) {
-                cutReferencesToPages(file().getObject(referrers().idOf(referrer)));
+            if (isGone(number) || !seen.insert(referrer).second ||
+                (isPruned && !leadsElsewhere(number))) {
+                continue;
             }
+            const QPDFObjectHandle holder = file().getObject(referrers().idOf(referrer));
+            cutReferencesToPages(isPruned ? changes().edit(holder) : holder);
         }
     }
     for (const auto& [key, value] : file().getTrailer().getDictAsMap()) {

@@ -172,6 +172,7 @@ private:
     const index::ReferenceIndex::PlainLink* plainLink(int object) const;
     void unlist(QPDFObjectHandle holder);
     void keepWhatPagesNeed();
+    bool leadsElsewhere(int node) const;
     void cutReferencesToPages(QPDFObjectHandle holder);
 
     Document& document_;
