@@ -1,13 +1,12 @@
 #include "KarvelPDFLibrary/io/OutputFile.h"
 
+#include "KarvelPDFLibrary/io/TemporaryFile.h"
+
 #include <acl/libacl.h>
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
-#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
-#include <random>
 #include <stdexcept>
 #include <sys/acl.h>
 #include <sys/stat.h>
@@ -18,9 +17,6 @@ namespace karvel::io {
 namespace {
 
 constexpr std::size_t bufferSize = 1024 * 1024;
-constexpr std::string_view temporaryPrefix = ".karvel-save-";
-constexpr std::string_view temporarySuffix = ".tmp";
-
 std::string folderOf(const std::string& path)
 {
     const std::size_t slash = path.rfind('/');
@@ -28,15 +24,6 @@ std::string folderOf(const std::string& path)
         return ".";
     }
     return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-std::string temporaryName(const std::string& folder)
-{
-    static thread_local std::mt19937_64 random{std::random_device{}()};
-    char name[64];
-    std::snprintf(name, sizeof name, "/.karvel-save-%d-%016llx.tmp", static_cast<int>(getpid()),
-                  static_cast<unsigned long long>(random()));
-    return folder + name;
 }
 
 tl::unexpected<Error> notWritable(const std::string& path, int error)
@@ -102,9 +89,12 @@ Result<OutputFile> OutputFile::create(const std::string& path, Existing existing
     }
     const std::string folder = folderOf(path);
     for (;;) {
-        std::string temporary = temporaryName(folder);
+        std::string temporary = folder + "/" + temporaryName();
         FileDescriptor file(
             open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666));
+        if (file && !claimTemporary(file.get())) {
+            continue;
+        }
         if (file) {
             return OutputFile(path, std::move(temporary), std::move(file), existing);
         }
@@ -238,9 +228,10 @@ Status OutputFile::commit()
             return status;
         }
     }
-    if (fsync(file_.get()) != 0 || !file_.close()) {
+    if (fsync(file_.get()) != 0) {
         return notWritable(path_, errno);
     }
+    // Closing it would give up the claim on the temporary name.
     if (Status status = rename(); !status) {
         return status;
     }
@@ -251,18 +242,6 @@ Status OutputFile::commit()
         fsync(folder.get());
     }
     return {};
-}
-
-bool isTemporaryName(std::string_view fileName, int& process)
-{
-    if (fileName.size() <= temporaryPrefix.size() + temporarySuffix.size() ||
-        fileName.substr(0, temporaryPrefix.size()) != temporaryPrefix ||
-        fileName.substr(fileName.size() - temporarySuffix.size()) != temporarySuffix) {
-        return false;
-    }
-    const std::string_view rest = fileName.substr(temporaryPrefix.size());
-    const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), process);
-    return error == std::errc() && end != rest.data() && *end == '-';
 }
 
 } // namespace karvel::io

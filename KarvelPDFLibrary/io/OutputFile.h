@@ -70,8 +70,4 @@ private:
     std::size_t buffered_ = 0;
 };
 
-/// Whether a file name is that of a temporary file made here; `process` gets the number of the
-/// process that made it.
-bool isTemporaryName(std::string_view fileName, int& process);
-
 } // namespace karvel::io

@@ -1,5 +1,6 @@
 #include "VantoraHost/cli/GuiPart.h"
 
+#include "VantoraApp/StoredVariant.h"
 #include "VantoraHost/cli/ConfigureCommand.h"
 #include "VantoraHost/cli/SavedListCommand.h"
 
@@ -12,6 +13,13 @@ public:
     Result<std::vector<StepRequest>> steps(const SavedIn& saved) const override
     {
         return savedSteps(saved);
+    }
+
+    std::optional<PreferencesMap> options(const QByteArray& stored) const override
+    {
+        const auto value = DecodeStoredVariant(stored);
+        return value && value->type() == QVariant::Map ? std::optional(value->toMap())
+                                                       : std::nullopt;
     }
 
     int list(const SavedListOptions& options, const Streams& streams) const override

@@ -6,8 +6,11 @@
 #include "VantoraHost/core/SavedSteps.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
+
+class QByteArray;
 
 namespace vantora::cli {
 
@@ -19,6 +22,10 @@ public:
     virtual ~GuiPart() = default;
 
     virtual Result<std::vector<StepRequest>> steps(const SavedIn& saved) const = 0;
+
+    /// The saved options that a run passes to its workers; none when the bytes are no options.
+    virtual std::optional<PreferencesMap> options(const QByteArray& stored) const = 0;
+
     virtual int list(const SavedListOptions& options, const Streams& streams) const = 0;
     virtual int configure(const ConfigureOptions& options, const Installation& installation,
                           const Streams& streams) const = 0;

@@ -82,7 +82,13 @@ std::string remedy(Reason reason)
     case Reason::BadPageRange:
         return "a valid one is 1,4-6,9-15,21: ascending page numbers from 1, dashes and commas";
     case Reason::OutOfMemory:
-        return "free some memory, or divide the document first";
+        return "allow more (--memory-limit), use fewer workers (-j), or divide the document first";
+    case Reason::TimedOut:
+        return "allow more with --timeout, or look what is wrong with it";
+    case Reason::Crashed:
+        return "the document may be damaged; vantora info shows what can be read of it";
+    case Reason::WorkerFailed:
+        return "-j 0 does without worker processes";
     case Reason::ActionFailed:
     case Reason::LibraryFailed:
     case Reason::Interrupted:

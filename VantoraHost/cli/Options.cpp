@@ -3,6 +3,7 @@
 #include "VantoraHost/cli/ArgumentParsing.h"
 #include "VantoraHost/cli/RunArguments.h"
 #include "VantoraHost/cli/Streams.h"
+#include "VantoraHost/core/WorkerProcess.h"
 
 #include <CLI/CLI.hpp>
 
@@ -141,12 +142,16 @@ void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
     declareInfo(program, all.info, arguments);
     declareActions(program, all.actions);
     declareSavedLists(program, all.lists, all.favourites);
+    program.add_subcommand(workerCommand)->group(""); // no group: not in the help
 }
 
 tl::expected<Command, Ending> finished(AllArguments& all, const std::string& chosen)
 {
     if (chosen == "run") {
         return finished(all.run);
+    }
+    if (chosen == workerCommand) {
+        return Command(WorkerOptions());
     }
     if (chosen == "configure") {
         return finished(all.configure);

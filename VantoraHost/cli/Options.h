@@ -4,6 +4,8 @@
 #include "VantoraHost/core/SavedSteps.h"
 #include "VantoraHost/core/Sequence.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <tl/expected.hpp>
@@ -28,7 +30,13 @@ struct RunOptions {
     bool dryRun = false;
     bool quiet = false;
     bool json = false;
+    std::optional<std::size_t> jobs;          ///< worker processes; 0 for none
+    std::optional<int> timeout;               ///< seconds for one document; 0 for no limit
+    std::optional<std::uint64_t> memoryLimit; ///< bytes for one worker; 0 for no limit
 };
+
+/// Processes documents for a run that started this process; not for people.
+struct WorkerOptions {};
 
 struct InfoOptions {
     std::vector<std::string> inputs;
@@ -54,8 +62,8 @@ struct ConfigureOptions {
     DialogPlace place = DialogPlace::Alone;
 };
 
-using Command =
-    std::variant<RunOptions, InfoOptions, ActionsOptions, SavedListOptions, ConfigureOptions>;
+using Command = std::variant<RunOptions, WorkerOptions, InfoOptions, ActionsOptions,
+                             SavedListOptions, ConfigureOptions>;
 
 /// A command line that ends here: help or version, to be printed on standard output with status 0,
 /// or a mistake, one line for standard error with status 2.

@@ -5,6 +5,7 @@
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/cli/Options.h"
 #include "VantoraHost/cli/RunCommand.h"
+#include "VantoraHost/cli/WorkerCommand.h"
 
 #include <exception>
 #include <new>
@@ -32,6 +33,9 @@ int carryOut(const Command& command, const Installation& installation, const Gui
 {
     if (const auto* options = std::get_if<RunOptions>(&command)) {
         return run(*options, installation, guiPart, streams);
+    }
+    if (std::holds_alternative<WorkerOptions>(command)) {
+        return work(guiPart, streams);
     }
     if (const auto* options = std::get_if<InfoOptions>(&command)) {
         return showInfo(*options, installation, streams);

@@ -4,6 +4,10 @@
 #include "VantoraHost/core/DeletePagesOptions.h"
 
 #include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <initializer_list>
+#include <limits>
 #include <map>
 #include <optional>
 
@@ -171,6 +175,85 @@ std::optional<Destination> destinationOf(const RunArguments& run)
                                         : Destination(ToFile{run.output});
 }
 
+// How the work is spread.
+void declareWorkers(CLI::App& command, RunArguments& run)
+{
+    run.jobsOption = command.add_option("-j,--jobs", run.jobs,
+                                        "Worker processes (the number of processors);\n"
+                                        "0 does everything in this process");
+    run.jobsOption->option_text("N");
+    run.timeoutOption = command.add_option(
+        "--timeout", run.timeout, "Give a document up after so long, such as 90 or 5m (5m)");
+    run.timeoutOption->option_text("TIME");
+    run.memoryOption = command.add_option("--memory-limit", run.memory,
+                                          "The most memory for a worker, such as 512M or 2G\n"
+                                          "(what the machine has, divided by the workers)");
+    run.memoryOption->option_text("SIZE");
+}
+
+// A number with a unit from a list of "letter, factor"; none when it isn't one.
+std::optional<std::uint64_t> amountOf(const std::string& text,
+                                      std::initializer_list<std::pair<char, std::uint64_t>> units)
+{
+    std::uint64_t number = 0;
+    const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const std::string unit(end, text.data() + text.size());
+    if (failed != std::errc()) {
+        return std::nullopt;
+    }
+    if (unit.empty()) {
+        return number;
+    }
+    for (const auto& [letter, factor] : units) {
+        if (unit.size() == 1 && std::tolower(unit[0]) == letter &&
+            number <= std::numeric_limits<std::uint64_t>::max() / factor) {
+            return number * factor;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> readWorkers(RunArguments& run)
+{
+    constexpr std::uint64_t mostWorkers = 4096;
+    constexpr std::uint64_t longest = 1000 * 24 * 3600;
+    if (run.jobsOption->count() > 0) {
+        const auto jobs = amountOf(run.jobs, {});
+        if (!jobs || *jobs > mostWorkers) {
+            return "-j takes a number of worker processes from 0 to 4096, not " + run.jobs;
+        }
+        run.options.jobs = static_cast<std::size_t>(*jobs);
+    }
+    if (run.timeoutOption->count() > 0) {
+        const auto seconds = amountOf(run.timeout, {{'s', 1}, {'m', 60}, {'h', 3600}});
+        if (!seconds || *seconds > longest) {
+            return "--timeout takes seconds, or minutes such as 5m, not " + run.timeout;
+        }
+        run.options.timeout = static_cast<int>(*seconds);
+    }
+    if (run.memoryOption->count() > 0) {
+        run.options.memoryLimit =
+            amountOf(run.memory,
+                     {{'k', 1ULL << 10}, {'m', 1ULL << 20}, {'g', 1ULL << 30}, {'t', 1ULL << 40}});
+        if (!run.options.memoryLimit) {
+            return "--memory-limit takes a size such as 512M or 2G, not " + run.memory;
+        }
+    }
+    const bool throughPipe = (run.outputOption->count() > 0 && run.output == standardStream) ||
+                             std::find(run.options.inputs.begin(), run.options.inputs.end(),
+                                       standardStream) != run.options.inputs.end();
+    const bool asked =
+        run.options.jobs.value_or(0) > 0 || run.options.timeout || run.options.memoryLimit;
+    if (asked && throughPipe) {
+        return "standard input and output (-) are not for worker processes; name files, or leave "
+               "out -j, --timeout and --memory-limit";
+    }
+    if (run.options.jobs == 0U && (run.options.timeout || run.options.memoryLimit)) {
+        return "--timeout and --memory-limit need worker processes, of which -j 0 has none";
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
@@ -197,6 +280,7 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
         ->option_text("FILE");
     command.add_flag("--keep-signed", run.options.keepSigned,
                      "Refuse signed documents: no signature would hold any more");
+    declareWorkers(command, run);
     command.add_flag("-n,--dry-run", run.options.dryRun,
                      "Say which pages would go and write nothing");
     command.add_flag("--json", run.options.json,
@@ -210,8 +294,10 @@ tl::expected<Command, Ending> finished(RunArguments& run)
     if (!steps) {
         return tl::unexpected<Ending>(mistake(steps.error(), "run"));
     }
-    if (const auto wrong = destinationMistake(run)) {
-        return tl::unexpected<Ending>(mistake(*wrong, "run"));
+    for (const auto& wrong : {destinationMistake(run), readWorkers(run)}) {
+        if (wrong) {
+            return tl::unexpected<Ending>(mistake(*wrong, "run"));
+        }
     }
     run.options.steps = std::move(*steps);
     run.options.destination = destinationOf(run);

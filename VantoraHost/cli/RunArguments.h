@@ -27,6 +27,12 @@ struct RunArguments {
     CLI::Option* setOption = nullptr;
     CLI::Option* outputOption = nullptr;
     CLI::Option* folderOption = nullptr;
+    CLI::Option* jobsOption = nullptr;
+    CLI::Option* timeoutOption = nullptr;
+    CLI::Option* memoryOption = nullptr;
+    std::string jobs;
+    std::string timeout;
+    std::string memory;
     std::string output;
     std::string folder;
     bool inPlace = false;

@@ -5,11 +5,14 @@
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/cli/RunReporter.h"
 #include "VantoraHost/core/Batch.h"
+#include "VantoraHost/core/Confinement.h"
 #include "VantoraHost/core/DeletePagesOptions.h"
 #include "VantoraHost/core/PdfLibrary.h"
+#include "VantoraHost/core/WorkerPool.h"
 
 #include <algorithm>
 #include <ostream>
+#include <thread>
 
 namespace vantora::cli {
 
@@ -115,6 +118,38 @@ Result<std::vector<StepRequest>> stepsWithRanges(std::vector<StepRequest> steps)
     return steps;
 }
 
+// One document needs nobody to survive it, and would only wait for the worker to start.
+bool usesWorkers(const RunOptions& options)
+{
+    const bool asked = options.jobs || options.timeout || options.memoryLimit;
+    return options.jobs != 0U && (asked || options.inputs.size() > 1);
+}
+
+WorkerSettings workersFor(const RunOptions& options, const Installation& installation,
+                          const std::vector<StepRequest>& steps)
+{
+    constexpr int fiveMinutes = 300;
+    WorkerSettings settings;
+    settings.program = installation.program;
+    settings.count = options.jobs.value_or(std::max(1U, std::thread::hardware_concurrency()));
+    settings.timeout = std::chrono::seconds(options.timeout.value_or(fiveMinutes));
+    settings.setup.library = installation.library;
+    settings.setup.actionFolders = installation.actionFolders;
+    settings.setup.steps = steps;
+    settings.setup.memoryLimit = options.memoryLimit.value_or(availableMemory() / settings.count);
+    return settings;
+}
+
+Result<BatchResult> runHere(const Batch& batch, const Installation& installation,
+                            Sequence& sequence, RunObserver& observer)
+{
+    const auto library = loadPdfLibrary(installation.library);
+    if (!library) {
+        return tl::unexpected<Error>(library.error());
+    }
+    return runBatch(**library, sequence, batch, observer);
+}
+
 } // namespace
 
 int run(const RunOptions& options, const Installation& installation, const GuiPartSource& guiPart,
@@ -137,12 +172,11 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     if (!batch) {
         return failedWith(streams, batch.error());
     }
-    const auto library = loadPdfLibrary(installation.library);
-    if (!library) {
-        return failedWith(streams, library.error());
-    }
     RunReporter reporter(options, streams);
-    const Result<BatchResult> result = runBatch(**library, *sequence, *batch, reporter);
+    const Result<BatchResult> result =
+        usesWorkers(options)
+            ? runInWorkers(*batch, workersFor(options, installation, *steps), reporter)
+            : runHere(*batch, installation, *sequence, reporter);
     if (!result) {
         return failedWith(streams, result.error());
     }

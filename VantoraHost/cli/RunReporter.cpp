@@ -52,17 +52,21 @@ RunReporter::RunReporter(const RunOptions& options, const Streams& streams)
 {
 }
 
-void RunReporter::documentFinished(const DocumentReport& report, std::size_t finished,
-                                   std::size_t total)
+void RunReporter::documentArrived(const DocumentReport& report)
 {
-    const bool didFail = report.status == DocumentStatus::Failed;
-    failed += didFail ? 1 : 0;
+    ++finished;
+    failed += report.status == DocumentStatus::Failed ? 1 : 0;
+    progress.show(finished, failed, options.inputs.size());
+}
+
+void RunReporter::documentInTurn(const DocumentReport& report)
+{
     if (saysSomething(report)) {
         progress.clear();
     }
     if (options.json) {
         streams.out << toJson(report) << '\n';
-    } else if (!didFail && !options.quiet) {
+    } else if (report.status != DocumentStatus::Failed && !options.quiet) {
         (documentOnOutput ? streams.err : streams.out) << resultLine(report) << '\n';
     }
     if (!options.quiet) {
@@ -72,7 +76,7 @@ void RunReporter::documentFinished(const DocumentReport& report, std::size_t fin
         printError(streams, *report.error);
     }
     streams.out.flush();
-    progress.show(finished, failed, total);
+    progress.show(finished, failed, options.inputs.size());
 }
 
 void RunReporter::finish(const BatchResult& result)

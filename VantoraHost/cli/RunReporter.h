@@ -16,8 +16,8 @@ public:
     /// The options and streams must outlive the reporter.
     RunReporter(const RunOptions& options, const Streams& streams);
 
-    void documentFinished(const DocumentReport& report, std::size_t finished,
-                          std::size_t total) override;
+    void documentArrived(const DocumentReport& report) override;
+    void documentInTurn(const DocumentReport& report) override;
     bool cancelled() const override { return streams.interrupted(); }
 
     /// Prints how the run ended.
@@ -31,6 +31,7 @@ private:
     const Streams& streams;
     const bool documentOnOutput;
     ProgressLine progress;
+    std::size_t finished = 0;
     std::size_t failed = 0;
 };
 

@@ -31,7 +31,8 @@ Result<BatchResult> runBatch(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& 
         }
         ++result.finished;
         result.failed += report.status == DocumentStatus::Failed ? 1 : 0;
-        observer.documentFinished(report, result.finished, batch.inputs.size());
+        observer.documentArrived(report);
+        observer.documentInTurn(report);
     }
     if (Outcome ended = sequence.end(library); !ended) {
         result.ending = std::move(ended.error());

@@ -14,9 +14,12 @@ class RunObserver {
 public:
     virtual ~RunObserver() = default;
 
-    /// A document is done, in the order of the inputs; `finished` counts them.
-    virtual void documentFinished(const DocumentReport& report, std::size_t finished,
-                                  std::size_t total) = 0;
+    /// A document is done, whatever its turn.
+    virtual void documentArrived(const DocumentReport& report) = 0;
+
+    /// A document is done and those before it are; called in the order of the inputs, after
+    /// documentArrived. When a run is interrupted, some documents before it may never be done.
+    virtual void documentInTurn(const DocumentReport& report) = 0;
 
     /// Asked between documents and between the steps of one; a save that has begun is finished.
     virtual bool cancelled() const = 0;
@@ -37,8 +40,8 @@ struct BatchResult {
     std::optional<Error> ending; ///< what an action had to complain of at the end of the run
 };
 
-/// Runs the sequence over every document, one after the other. The error is that an action refused
-/// to begin; no document was touched then.
+/// Runs the sequence over every document in this process, one after the other. The error is that an
+/// action refused to begin; no document was touched then.
 Result<BatchResult> runBatch(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& sequence,
                              const Batch& batch, RunObserver& observer);
 

@@ -30,6 +30,15 @@ std::optional<std::uint64_t> sizeOf(const std::string& path)
 
 } // namespace
 
+DocumentReport failedReport(const std::string& input, Error error)
+{
+    DocumentReport report;
+    report.input = input;
+    report.bytesBefore = sizeOf(input);
+    report.error = std::move(error);
+    return report;
+}
+
 DocumentReport DocumentJob::run(const std::string& input, const Result<Target>& target)
 {
     const auto start = std::chrono::steady_clock::now();
@@ -148,7 +157,10 @@ Outcome DocumentJob::save(DocumentReport& report, const Target& target)
         return saved;
     }
     report.status = DocumentStatus::Done;
-    report.bytesAfter = sizeOf(target.path);
+    if (const auto state = stateOf(target.path)) {
+        report.bytesAfter = state->size;
+        report.outputModified = state->changed;
+    }
     return {};
 }
 

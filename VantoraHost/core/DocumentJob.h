@@ -23,6 +23,9 @@ struct JobSettings {
     std::function<bool()> cancelled = [] { return false; };
 };
 
+/// The report of a document that could not even be begun, or whose processing broke off.
+DocumentReport failedReport(const std::string& input, Error error);
+
 /// Turns one document into its result: opens it, runs the sequence over it and saves it, whole or
 /// not at all. The input is never written to, but replaced by a finished file where asked.
 class DocumentJob {

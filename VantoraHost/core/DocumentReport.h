@@ -2,6 +2,8 @@
 
 #include "VantoraHost/core/Error.h"
 
+#include <QtCore/QJsonObject>
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -25,6 +27,7 @@ struct DocumentReport {
     std::optional<std::vector<int>> pagesRemoved; ///< page numbers of the input, ascending
     std::optional<std::uint64_t> bytesBefore;
     std::optional<std::uint64_t> bytesAfter;
+    std::string outputModified; ///< FileState::changed of the output; empty for none
     std::vector<std::string> warnings;
     std::vector<std::string> repairs; ///< what was damaged in the input
     std::optional<Error> error;
@@ -37,5 +40,9 @@ std::vector<std::string> withRepairs(std::vector<std::string> warnings,
 
 /// The report as one JSON object on one line, without the line's end; ASCII only.
 std::string toJson(const DocumentReport& report);
+
+/// The report that toJson wrote; none when the object isn't one. What is missing counts as not
+/// known. Times are rounded to microseconds.
+std::optional<DocumentReport> reportOf(const QJsonObject& json);
 
 } // namespace vantora

@@ -63,10 +63,26 @@ const char* reasonName(Reason reason)
         return "library-failed";
     case Reason::OutOfMemory:
         return "out-of-memory";
+    case Reason::TimedOut:
+        return "timed-out";
+    case Reason::Crashed:
+        return "crashed";
+    case Reason::WorkerFailed:
+        return "worker-failed";
     case Reason::Interrupted:
         return "interrupted";
     }
     return "unknown";
+}
+
+std::optional<Reason> reasonNamed(std::string_view name)
+{
+    for (int number = 0; number <= static_cast<int>(Reason::Interrupted); ++number) {
+        if (name == reasonName(static_cast<Reason>(number))) {
+            return static_cast<Reason>(number);
+        }
+    }
+    return std::nullopt;
 }
 
 std::string systemMessage(int errorNumber)

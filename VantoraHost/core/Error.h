@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <tl/expected.hpp>
 #include <utility>
 
@@ -37,11 +39,17 @@ enum class Reason {
     LibraryMissing,
     LibraryFailed,
     OutOfMemory,
+    TimedOut,
+    Crashed,
+    WorkerFailed,
     Interrupted,
 };
 
 /// A short lower-case name such as "output-exists".
 const char* reasonName(Reason reason);
+
+/// The reason of that name; none when no reason is called so.
+std::optional<Reason> reasonNamed(std::string_view name);
 
 /// What went wrong with which file (empty when it is none in particular): one sentence (UTF-8)
 /// without a full stop, fit to follow the file's name and a colon.

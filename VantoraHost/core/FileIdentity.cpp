@@ -27,4 +27,16 @@ std::optional<FileOwnership> ownershipOf(const std::string& path)
                   : std::nullopt;
 }
 
+std::optional<FileState> stateOf(const std::string& path)
+{
+    const auto status = statusOf(path);
+    if (!status) {
+        return std::nullopt;
+    }
+    constexpr std::int64_t nanosecondsASecond = 1'000'000'000;
+    return FileState{
+        static_cast<std::uint64_t>(status->st_size),
+        std::to_string(status->st_mtim.tv_sec * nanosecondsASecond + status->st_mtim.tv_nsec)};
+}
+
 } // namespace vantora

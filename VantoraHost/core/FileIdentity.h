@@ -38,6 +38,16 @@ struct FileOwnership {
 /// The ownership of the file that a path leads to; none when there is nothing.
 std::optional<FileOwnership> ownershipOf(const std::string& path);
 
+/// What tells that a file is as it was: its size in bytes, and when its content last changed, in
+/// nanoseconds since 1970 as a decimal text.
+struct FileState {
+    std::uint64_t size;
+    std::string changed;
+};
+
+/// The state of the file that a path leads to; none when there is nothing.
+std::optional<FileState> stateOf(const std::string& path);
+
 struct FileIdentityHash {
     std::size_t operator()(const FileIdentity& identity) const
     {

@@ -10,6 +10,8 @@ struct Installation {
     std::filesystem::path library;                    ///< the PDF library's file
     std::vector<std::filesystem::path> actionFolders; ///< searched in this order
     std::filesystem::path guiPart;                    ///< the program's own module for windows
+    std::filesystem::path program = "/proc/self/exe"; ///< for workers: this one, also when its file
+                                                      ///< has been replaced since
 };
 
 /// The parts that belong to a program file: the build tree and an installation have the same

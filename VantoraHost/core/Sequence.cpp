@@ -6,6 +6,7 @@
 #include "VantoraHost/core/LibraryFailure.h"
 
 #include <exception>
+#include <new>
 
 namespace vantora {
 
@@ -38,6 +39,8 @@ Outcome call(Step& step, Operation operation, int done, KarvelPDFLibraryCPDylibC
     std::string said;
     try {
         result = (step.action.operations->*operation)(&info);
+    } catch (const std::bad_alloc&) {
+        throw; // no failure of the action's: the document was too much
     } catch (const std::exception& thrown) {
         said = thrown.what();
     } catch (...) {

@@ -34,7 +34,7 @@ _vantora()
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;
-    -p | --pages | --set)
+    -p | --pages | --set | -j | --jobs | --timeout | --memory-limit)
         return
         ;;
     --action)
@@ -60,7 +60,7 @@ _vantora()
     case "$command" in
     run)
         words="--pages --action --list --favourite --settings --set --output --directory --in-place --backup --overwrite
-            --password-file --keep-signed --dry-run --json --quiet --help -p -o -d -i -n -q -h"
+            --password-file --keep-signed --jobs --timeout --memory-limit --dry-run --json --quiet --help -p -o -d -i -j -n -q -h"
         ;;
     configure)
         words="--set --hide-add-to-action-list --inside --help -h"

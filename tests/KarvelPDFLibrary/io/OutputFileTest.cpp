@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/io/OutputFile.h"
 
+#include "KarvelPDFLibrary/io/TemporaryFile.h"
 #include "tests/support/Inspect.h"
 
 #include <filesystem>
@@ -112,17 +113,6 @@ TEST_F(OutputFileTest, HandsOnModeAndAccessControlList)
     EXPECT_EQ(now.st_gid, old.st_gid);
     if (lists) {
         EXPECT_EQ(support::runCommand("getfacl --omit-header " + path).output, before);
-    }
-}
-
-TEST(TemporaryName, IsRecognised)
-{
-    int process = 0;
-    EXPECT_TRUE(isTemporaryName(".karvel-save-4711-00ff00ff00ff00ff.tmp", process));
-    EXPECT_EQ(process, 4711);
-    for (const char* name :
-         {"a.tmp", ".karvel-save-.tmp", ".karvel-save-x-1.tmp", ".karvel-save-12.tmp"}) {
-        EXPECT_FALSE(isTemporaryName(name, process)) << name;
     }
 }
 

@@ -37,6 +37,17 @@ TEST(RunOptions, SayWhatToDoWithWhat)
     EXPECT_FALSE(options.dryRun);
 }
 
+TEST(RunOptions, LimitTheWorkers)
+{
+    const RunOptions options = parsedRun(
+        {"run", "-p", "1", "a", "-n", "-j", "3", "--timeout", "2m", "--memory-limit", "1g"});
+    EXPECT_EQ(options.jobs, 3U);
+    EXPECT_EQ(options.timeout, 120);
+    EXPECT_EQ(options.memoryLimit, 1073741824U);
+    const RunOptions others = parsedRun({"run", "-p", "1", "a", "-n"});
+    EXPECT_FALSE(others.jobs || others.timeout || others.memoryLimit);
+}
+
 TEST(RunOptions, KeepTheStepsInTheirOrder)
 {
     const RunOptions options =
@@ -146,6 +157,20 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"two_things_on_standard_output",
                 {"run", "-p", "1", "a", "-o", "-", "--json"},
                 "standard output"},
+        Mistake{"too_many_workers", {"run", "-p", "1", "a", "-n", "-j", "5000"}, "0 to 4096"},
+        Mistake{"half_a_worker", {"run", "-p", "1", "a", "-n", "-j", "1.5"}, "not 1.5"},
+        Mistake{"a_time_without_number",
+                {"run", "-p", "1", "a", "-n", "--timeout", "m"},
+                "--timeout takes"},
+        Mistake{"a_size_of_another_unit",
+                {"run", "-p", "1", "a", "-n", "--memory-limit", "5q"},
+                "512M"},
+        Mistake{"a_worker_for_standard_input",
+                {"run", "-p", "1", "-", "-n", "-j", "2"},
+                "not for worker processes"},
+        Mistake{"a_limit_on_no_worker",
+                {"run", "-p", "1", "a", "-n", "-j", "0", "--timeout", "5"},
+                "-j 0 has none"},
         Mistake{"an_option_without_value",
                 {"run", "--action", "A", "--set", "x", "a", "-n"},
                 "KEY=VALUE"},

@@ -119,7 +119,7 @@ TEST_F(Program, StopsCleanlyWhenInterrupted)
     scratch.write("third.pdf", support::documentOfPages(3));
     const auto result =
         runCommand("VANTORA_ACTIONS_PATH=" SCRIPTED_ACTION_FOLDER " exec " + program +
-                   " run --action Scripted --set 'work=interrupt at a document of 2 pages'"
+                   " run -j 0 --action Scripted --set 'work=interrupt at a document of 2 pages'"
                    " in.pdf second.pdf third.pdf -d out");
     EXPECT_EQ(result.status, 130);
     EXPECT_THAT(result.output, HasSubstr("interrupted: 1 of 3 documents done"));

@@ -359,7 +359,7 @@ TEST_F(Run, StopsBetweenDocumentsWhenInterrupted)
     terminal::Setting setting;
     setting.interrupted = [&] { return fs::exists("out/in.pdf"); };
     const auto answer =
-        terminal::run({"run", "-p", "1", "in.pdf", "second.pdf", "-d", "out"}, setting);
+        terminal::run({"run", "-j", "0", "-p", "1", "in.pdf", "second.pdf", "-d", "out"}, setting);
     EXPECT_EQ(answer.status, 130);
     EXPECT_THAT(answer.err, HasSubstr("interrupted: 1 of 2 documents done"));
     EXPECT_EQ(pagesOf("out/in.pdf").size(), 9U);

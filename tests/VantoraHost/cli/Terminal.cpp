@@ -32,7 +32,8 @@ Answer run(const std::vector<std::string>& arguments, const Setting& setting)
                                            setting.errIsTerminal,
                                            setting.colour,
                                            setting.interrupted};
-    const vantora::Installation installation = {setting.library, setting.actionFolders, {}};
+    const vantora::Installation installation = {
+        setting.library, setting.actionFolders, {}, setting.program};
     const int status = vantora::cli::runProgram(
         arguments, installation, [] { return &vantora::cli::thisGuiPart(); }, streams);
     ::close(in);

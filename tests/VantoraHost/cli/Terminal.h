@@ -26,6 +26,7 @@ struct Setting {
     bool outIsBroken = false; ///< standard output takes nothing
     std::function<bool()> interrupted = [] { return false; };
     std::filesystem::path library = PDF_LIBRARY;
+    std::filesystem::path program = BUILT_PROGRAM; ///< for workers
     std::vector<std::filesystem::path> actionFolders = {ACTION_FOLDER, SCRIPTED_ACTION_FOLDER};
 };
 

@@ -27,7 +27,7 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
     EXPECT_EQ(toJson(report),
               R"({"schema":1,"input":"a.pdf","output":"b.pdf","pages_before":5,"pages_after":3,)"
               R"("pages_removed":[2,4],"bytes_before":5000000000,"bytes_after":12,)"
-              R"("status":"done","warnings":["one","repaired: two"],"errors":[],"seconds":0.25})");
+              R"("output_modified":null,"status":"done","warnings":["one","repaired: two"],"errors":[],"seconds":0.25})");
 }
 
 TEST(Report, OfAFailedDocumentSaysNullForWhatIsNotKnown)
@@ -37,7 +37,7 @@ TEST(Report, OfAFailedDocumentSaysNullForWhatIsNotKnown)
     report.error = Error{Reason::PasswordWrong, "a.pdf", "no"};
     EXPECT_EQ(toJson(report), R"({"schema":1,"input":"a.pdf","output":null,"pages_before":null,)"
                               R"("pages_after":null,"pages_removed":null,"bytes_before":null,)"
-                              R"("bytes_after":null,"status":"failed","warnings":[],)"
+                              R"("bytes_after":null,"output_modified":null,"status":"failed","warnings":[],)"
                               R"("errors":[{"reason":"password-wrong","text":"no"}],"seconds":0})");
 }
 

@@ -6,8 +6,17 @@
 #include <QtCore/QObject>
 #include <QtWidgets/QWidget>
 
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
+#include <thread>
+#include <vector>
 
 /// An action for tests that does what its options say: "log" names a file to which each call adds
 /// a line; "begin", "work", "end" and "dialog" say how the call goes.
@@ -36,7 +45,14 @@ private:
     static int play(WorkProcInfoStruct* info, const char* call, int done, int failed)
     {
         note(info->pPrefs->value("log").toString(), call);
-        const QString how = info->pPrefs->value(call).toString();
+        QString how = info->pPrefs->value(call).toString();
+        const QString only = " at a document of 2 pages";
+        if (how.endsWith(only)) {
+            if (info->pPDFLibrary->PageCount() != 2) {
+                return done;
+            }
+            how.chop(only.size());
+        }
         if (how == "throw") {
             throw std::runtime_error("it broke");
         }
@@ -52,10 +68,68 @@ private:
         if (how == "lose a page") {
             info->pPDFLibrary->DeletePages(1, 1);
         }
-        if (how == "interrupt at a document of 2 pages" && info->pPDFLibrary->PageCount() == 2) {
-            std::raise(SIGINT);
+        misbehave(how);
+        if (how == "reach out") {
+            note(info->pPrefs->value("log").toString(), reachedOut());
         }
         return how.endsWith("fail") ? failed : done;
+    }
+
+    static void misbehave(const QString& how)
+    {
+        if (how == "interrupt") {
+            std::raise(SIGINT);
+        }
+        if (how == "crash") {
+            std::abort();
+        }
+        if (how == "be killed") {
+            std::raise(SIGKILL);
+        }
+        if (how == "leave") {
+            std::_Exit(3);
+        }
+        if (how == "be asked to end") {
+            std::raise(SIGTERM);
+        }
+        if (how == "be stopped") {
+            std::raise(SIGSTOP);
+        }
+        while (how == "hang") {
+            ::pause();
+        }
+        std::vector<std::vector<char>> eaten;
+        while (how == "eat memory") {
+            eaten.emplace_back(1 << 20, 'x');
+        }
+        if (how == "print") {
+            std::puts("{\"end\":null}");
+            std::fflush(stdout);
+        }
+    }
+
+    // What a process that handles documents of unknown origin had better not be able to do.
+    static const char* reachedOut()
+    {
+        if (::socket(AF_INET, SOCK_STREAM, 0) >= 0) {
+            return "got a socket";
+        }
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::_exit(0);
+        }
+        if (child > 0) {
+            return "got a process";
+        }
+        if (::kill(::getppid(), 0) == 0) {
+            return "could send a signal to the run";
+        }
+        if (::prctl(PR_GET_DUMPABLE) != 0 || ::prctl(PR_GET_NO_NEW_PRIVS, 0, 0, 0, 0) != 1) {
+            return "could leave a core dump or gain privileges";
+        }
+        bool threaded = false;
+        std::thread([&threaded] { threaded = true; }).join();
+        return threaded ? "reached nothing" : "got no thread";
     }
 
     static void note(const QString& path, const char* line)

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// The temporary files that outputs are written to before they take their names.
+namespace karvel::io {
+
+/// A new name, such as ".karvel-save-4711-00ff00ff00ff00ff.tmp", with the number of this process.
+std::string temporaryName();
+
+/// Whether a file name is that of a temporary file made here; `process` gets the number of the
+/// process that made it.
+bool isTemporaryName(std::string_view fileName, int& process);
+
+/// Says that a temporary file that has just been made is in use until its descriptor is closed,
+/// also when its process is killed, and to other machines that share the folder. False when the
+/// file was taken for an abandoned one first; it is gone then, or about to be.
+bool claimTemporary(int descriptor);
+
+/// Removes the temporary files of a folder that nobody uses any more; returns their number. A
+/// folder that can't be read has none.
+std::size_t removeAbandoned(const std::string& folder);
+
+} // namespace karvel::io

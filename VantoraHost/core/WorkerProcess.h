@@ -1,0 +1,67 @@
+#pragma once
+
+#include "KarvelPDFLibrary/io/FileDescriptor.h"
+#include "VantoraHost/core/Error.h"
+
+#include <sys/types.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vantora {
+
+/// The command of the program that makes it a worker.
+inline constexpr char workerCommand[] = "worker";
+
+/// A worker process and the lines that go to it and come from it; neither sending nor receiving
+/// waits. It is killed at the end of this object.
+class WorkerProcess {
+public:
+    /// Starts "PROGRAM worker". It does not hear the signals that a terminal sends to a run.
+    static Result<std::unique_ptr<WorkerProcess>> start(const std::filesystem::path& program);
+
+    WorkerProcess(const WorkerProcess&) = delete;
+    WorkerProcess& operator=(const WorkerProcess&) = delete;
+    ~WorkerProcess();
+
+    /// Adds a line to what the worker is to get.
+    void send(const std::string& line);
+
+    /// Lets the worker's orders end after what was sent.
+    void closeOrders();
+
+    /// To be waited for until it can be written to; -1 when there is nothing to be written.
+    int ordersToWrite() const { return unsent.empty() ? -1 : orders.get(); }
+
+    /// To be waited for until it can be read from.
+    int answersToRead() const { return answers.get(); }
+
+    /// Writes as much as the worker takes.
+    void writeOrders();
+
+    /// Adds the lines that have come; false when the worker has closed its side.
+    bool readAnswers(std::vector<std::string>& lines);
+
+    void signal(int number) const;
+
+    /// Ends the process and says how it ended, such as "Segmentation fault" or "exit status 3".
+    std::string end();
+
+private:
+    WorkerProcess(pid_t process, karvel::io::FileDescriptor orders,
+                  karvel::io::FileDescriptor answers)
+        : process(process), orders(std::move(orders)), answers(std::move(answers))
+    {
+    }
+
+    pid_t process;
+    karvel::io::FileDescriptor orders;
+    karvel::io::FileDescriptor answers;
+    std::string unsent;
+    std::string received;
+    bool closing = false;
+};
+
+} // namespace vantora

@@ -1,0 +1,194 @@
+#include "Terminal.h"
+
+#include "tests/support/Inspect.h"
+#include "tests/support/PdfBuilder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+
+// Runs in worker processes, and what they cost when something happens to one.
+namespace {
+
+namespace fs = std::filesystem;
+using support::documentOfPages;
+using support::pagesNamed;
+using support::pageTexts;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+class Workers : public testing::Test {
+protected:
+    Workers()
+    {
+        std::signal(SIGPIPE, SIG_IGN); // as the program does
+        fs::create_directory("out");
+        for (int number = 1; number <= documents; ++number) {
+            // The one in the middle has two pages, which is what the scripted action looks for.
+            names.push_back("d" + std::to_string(100 + number) + ".pdf");
+            scratch.write(names.back(), documentOfPages(number == victim ? 2 : 4));
+        }
+    }
+
+    terminal::Answer run(std::vector<std::string> arguments,
+                         const terminal::Setting& setting = {}) const
+    {
+        arguments.insert(arguments.begin(), "run");
+        arguments.insert(arguments.end(), names.begin(), names.end());
+        arguments.insert(arguments.end(), {"-d", "out"});
+        return terminal::run(arguments, setting);
+    }
+
+    terminal::Answer runScripted(const std::string& work, std::vector<std::string> more = {}) const
+    {
+        more.insert(more.end(), {"--action", "Scripted", "--set", "log=log", "--set",
+                                 "work=" + work + " at a document of 2 pages"});
+        return run(more);
+    }
+
+    void expectAllDoneBut(const std::string& missing) const
+    {
+        for (const std::string& name : names) {
+            EXPECT_EQ(fs::exists("out/" + name), name != missing) << name;
+        }
+        const auto left = terminal::contents("out");
+        EXPECT_EQ(left.size(), names.size() - (missing.empty() ? 0 : 1)) << "temporary files?";
+        for (const auto& [path, content] : left) {
+            EXPECT_EQ(support::problems(content), "") << path;
+        }
+    }
+
+    static constexpr int documents = 9;
+    static constexpr int victim = 5;
+    support::ScratchFolder scratch;
+    const terminal::WorkingFolder working{scratch.path("")};
+    std::vector<std::string> names;
+};
+
+TEST_F(Workers, DoDocumentsAndReportThemInTheOrderOfTheInputs)
+{
+    for (const char* jobs : {"1", "3"}) {
+        const auto answer = run({"-p", "2", "-j", jobs, "--overwrite"});
+        EXPECT_EQ(answer.status, 0) << answer.err;
+        const auto lines = terminal::lines(answer.out);
+        ASSERT_EQ(lines.size(), names.size());
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            EXPECT_THAT(lines[i], testing::StartsWith(names[i] + " -> out/" + names[i] + ": 1 of"));
+        }
+    }
+    expectAllDoneBut("");
+    EXPECT_EQ(pageTexts(support::readFile("out/" + names[0])), pagesNamed({1, 3, 4}));
+}
+
+TEST_F(Workers, GetTheirPasswordsAndSettings)
+{
+    scratch.write(names[0], support::rewritten(documentOfPages(4), "--encrypt user owner 256 --"));
+    scratch.write("passwords", "owner\n");
+    const auto answer = run({"-p", "2", "--password-file", "passwords", "-n"});
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    EXPECT_THAT(terminal::lines(answer.out),
+                Contains(names[0] + ": 1 of 4 pages would go (2), 3 left"));
+    EXPECT_TRUE(fs::is_empty("out"));
+}
+
+struct Mishap {
+    const char* name;
+    const char* work;
+    std::vector<std::string> options;
+    const char* says;
+};
+
+class MishapOfAWorker : public Workers, public testing::WithParamInterface<Mishap> {};
+
+TEST_P(MishapOfAWorker, CostsOnlyItsOwnDocument)
+{
+    const auto answer = runScripted(GetParam().work, GetParam().options);
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_THAT(terminal::lines(answer.err),
+                Contains(testing::AllOf(HasSubstr("error: " + names[victim - 1] + ": "),
+                                        HasSubstr(GetParam().says))));
+    EXPECT_THAT(answer.err, HasSubstr("8 of 9 documents done, 1 failed"));
+    expectAllDoneBut(names[victim - 1]);
+}
+
+const std::vector<Mishap> mishaps = {
+    {"it_crashes", "crash", {}, "at it ended: Aborted"},
+    {"it_is_killed", "be killed", {"-j", "1"}, "at it ended: Killed"},
+    {"it_leaves", "leave", {}, "at it ended: exit status 3"},
+    {"it_is_asked_to_end_each_time", "be asked to end", {"-j", "1"}, "ended: exit status 0"},
+    {"it_hangs", "hang", {"--timeout", "1"}, "longer than 1 seconds"},
+    {"it_is_stopped", "be stopped", {"--timeout", "1"}, "longer than 1 seconds"},
+#ifndef __SANITIZE_ADDRESS__
+    {"it_eats_memory",
+     "eat memory",
+     {"--memory-limit", "200M"},
+     "more memory than its worker may use, 209 MB"},
+#endif
+};
+
+INSTANTIATE_TEST_SUITE_P(Faults, MishapOfAWorker, testing::ValuesIn(mishaps),
+                         [](const auto& info) { return info.param.name; });
+
+TEST_F(Workers, TakeWhatActionsPrintForNoAnswer)
+{
+    const auto answer = runScripted("print");
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    expectAllDoneBut("");
+}
+
+TEST_F(Workers, ReachNeitherTheNetworkNorOtherProcesses)
+{
+    const auto answer = runScripted("reach out");
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    EXPECT_THAT(terminal::lines(support::readFile("log")), Contains("reached nothing"));
+}
+
+TEST_F(Workers, SayOnceThatAnActionRefusesToBegin)
+{
+    const auto answer = run({"--action", "Scripted", "--set", "begin=fail", "-j", "2"});
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_EQ(terminal::lines(answer.err).size(), 1U) << answer.err;
+    EXPECT_TRUE(fs::is_empty("out"));
+}
+
+TEST_F(Workers, SayThatAnActionFailsAtTheEnd)
+{
+    const auto answer = run({"--action", "Scripted", "--set", "end=complain"});
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_THAT(answer.err, HasSubstr("Scripted error"));
+    expectAllDoneBut("");
+}
+
+TEST_F(Workers, ThatCannotBeStartedEndTheRun)
+{
+    terminal::Setting setting;
+    setting.program = "/nowhere/vantora";
+    const auto missing = run({"-p", "1"}, setting);
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_THAT(missing.err, HasSubstr("a worker process can't be started: No such file"));
+    setting.program = "/bin/false";
+    const auto useless = run({"-p", "1"}, setting);
+    EXPECT_EQ(useless.status, 1);
+    EXPECT_THAT(terminal::lines(useless.err),
+                ElementsAre(HasSubstr("end before they begin: exit status 1; -j 0 does without")));
+}
+
+TEST_F(Workers, StopWhenTheRunIsInterrupted)
+{
+    terminal::Setting setting;
+    setting.interrupted = [] { return fs::exists("out/d101.pdf"); };
+    const auto answer =
+        run({"--action", "Scripted", "--set", "work=hang at a document of 2 pages", "-j", "1"},
+            setting);
+    EXPECT_EQ(answer.status, 130);
+    const std::size_t done = terminal::contents("out").size();
+    EXPECT_LT(done, static_cast<std::size_t>(victim));
+    EXPECT_THAT(answer.err,
+                HasSubstr("interrupted: " + std::to_string(done) + " of 9 documents done"));
+}
+
+} // namespace
