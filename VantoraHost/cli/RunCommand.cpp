@@ -172,6 +172,9 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     if (!batch) {
         return failedWith(streams, batch.error());
     }
+    if (!options.dryRun) {
+        removeAbandonedFiles(batch->targets);
+    }
     RunReporter reporter(options, streams);
     const Result<BatchResult> result =
         usesWorkers(options)

@@ -1,8 +1,10 @@
 #include "VantoraHost/core/OutputPlan.h"
 
+#include "KarvelPDFLibrary/io/TemporaryFile.h"
 #include "VantoraHost/core/FileIdentity.h"
 
 #include <filesystem>
+#include <set>
 #include <system_error>
 #include <unordered_map>
 
@@ -182,6 +184,20 @@ Result<Planned> planOutputs(const std::vector<std::string>& inputs, const Destin
         outputs.push_back(folder / fs::path(input).filename());
     }
     return planner.toPaths(outputs);
+}
+
+void removeAbandonedFiles(const std::vector<Result<Target>>& targets)
+{
+    std::set<fs::path> folders;
+    for (const Result<Target>& target : targets) {
+        if (target && !target->path.empty()) {
+            const fs::path folder = fs::path(target->path).parent_path();
+            folders.insert(folder.empty() ? "." : folder);
+        }
+    }
+    for (const fs::path& folder : folders) {
+        karvel::io::removeAbandoned(folder);
+    }
 }
 
 } // namespace vantora

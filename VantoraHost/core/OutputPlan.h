@@ -41,4 +41,8 @@ struct Target {
 Result<std::vector<Result<Target>>> planOutputs(const std::vector<std::string>& inputs,
                                                 const Destination& destination, bool overwrite);
 
+/// Removes the temporary files that killed runs left in the folders of the targets; those of runs
+/// that are alive stay, on other machines as well.
+void removeAbandonedFiles(const std::vector<Result<Target>>& targets);
+
 } // namespace vantora

@@ -99,6 +99,7 @@ Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::filesyste
 
 WorkerProcess::~WorkerProcess()
 {
+    signal(SIGKILL);
     end();
 }
 
@@ -166,10 +167,14 @@ std::string WorkerProcess::end()
     if (process <= 0) {
         return {};
     }
-    // One that has ended already keeps its status.
-    ::kill(process, SIGKILL);
+    // One may close its answers a moment before it ends by itself, with a status worth telling.
     int status = 0;
-    while (::waitpid(process, &status, 0) < 0 && errno == EINTR) {
+    constexpr int moments = 100;
+    for (int moment = 0; ::waitpid(process, &status, WNOHANG) == 0; ++moment) {
+        if (moment == moments) {
+            ::kill(process, SIGKILL);
+        }
+        ::usleep(1000);
     }
     process = 0;
     return WIFSIGNALED(status) ? ::strsignal(WTERMSIG(status))

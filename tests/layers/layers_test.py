@@ -17,7 +17,7 @@ LAYERS = {
     "VantoraHost/cli": ["VantoraHost/core", "VantoraApp", "VantoraApp/binding"],
     "VantoraHost/desktop": ["VantoraHost/core", "VantoraApp", "VantoraApp/binding"],
     # The library's texts and error numbers know nothing of its documents.
-    "VantoraHost/core": ["VantoraApp", "VantoraApp/binding", "KarvelPDFLibrary/base"],
+    "VantoraHost/core": ["VantoraApp", "VantoraApp/binding", *LIBRARY_BASE],
     "VantoraActions": ["VantoraApp", "VantoraApp/binding"],
     "VantoraApp": ["VantoraApp/binding"],
     "VantoraApp/binding": [],

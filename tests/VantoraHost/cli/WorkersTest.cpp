@@ -177,6 +177,15 @@ TEST_F(Workers, ThatCannotBeStartedEndTheRun)
                 ElementsAre(HasSubstr("end before they begin: exit status 1; -j 0 does without")));
 }
 
+TEST_F(Workers, RemoveWhatAKilledRunLeft)
+{
+    scratch.write("out/.karvel-save-1-00ff00ff00ff00ff.tmp", "half a document");
+    ASSERT_EQ(run({"-p", "1", "-n"}).status, 0);
+    EXPECT_EQ(terminal::contents("out").size(), 1U);
+    ASSERT_EQ(run({"-p", "1"}).status, 0);
+    expectAllDoneBut("");
+}
+
 TEST_F(Workers, StopWhenTheRunIsInterrupted)
 {
     terminal::Setting setting;
