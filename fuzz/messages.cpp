@@ -1,0 +1,39 @@
+#include "VantoraHost/core/WorkerMessages.h"
+
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+void require(bool holds, const char* law)
+{
+    if (!holds) {
+        std::cerr << "broken: " << law << '\n';
+        std::abort();
+    }
+}
+
+std::optional<vantora::PreferencesMap> noOptions(const QByteArray& /*bytes*/)
+{
+    return vantora::PreferencesMap();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    using namespace vantora;
+    const std::string_view line(reinterpret_cast<const char*>(data), size);
+    setupOf(line, noOptions);
+    if (const auto tasks = tasksOf(line)) {
+        const std::string text = tasksMessage(*tasks);
+        const auto again = tasksOf(text);
+        require(again && tasksMessage(*again) == text, "tasks that were read are read again");
+    }
+    if (const auto answer = answerOf(line)) {
+        const std::string text = answerMessage(*answer);
+        const auto again = answerOf(text);
+        require(again && answerMessage(*again) == text, "an answer that was read is read again");
+    }
+    return 0;
+}
