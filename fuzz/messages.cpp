@@ -13,9 +13,9 @@ void require(bool holds, const char* law)
     }
 }
 
-std::optional<vantora::PreferencesMap> noOptions(const QByteArray& /*bytes*/)
+std::optional<PreferencesMap> noOptions(const QByteArray& /*bytes*/)
 {
-    return vantora::PreferencesMap();
+    return PreferencesMap();
 }
 
 } // namespace
