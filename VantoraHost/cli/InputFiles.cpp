@@ -48,6 +48,25 @@ Result<std::string> readFile(const std::string& path, const std::string& what)
     return std::move(*content);
 }
 
+/// The parts of a text that the separator ends, without empty ones. Lines may have a carriage
+/// return at their end.
+std::vector<std::string> partsOf(const std::string& text, char separator)
+{
+    std::vector<std::string> parts;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find(separator, start), text.size());
+        std::string part = text.substr(start, end - start);
+        if (separator == '\n' && !part.empty() && part.back() == '\r') {
+            part.pop_back();
+        }
+        if (!part.empty()) {
+            parts.push_back(std::move(part));
+        }
+        start = end + 1;
+    }
+    return parts;
+}
+
 } // namespace
 
 Result<std::string> readStandardInput(const Streams& streams)
@@ -72,18 +91,28 @@ Result<std::vector<std::string>> readPasswords(const std::string& path)
     if (!content) {
         return tl::unexpected<Error>(content.error());
     }
-    for (std::size_t start = 0; start < content->size();) {
-        const std::size_t end = std::min(content->find('\n', start), content->size());
-        std::string line = content->substr(start, end - start);
-        if (!line.empty() && line.back() == '\r') {
-            line.pop_back();
-        }
-        if (!line.empty()) { // the empty password is tried anyway
-            passwords.push_back(std::move(line));
-        }
-        start = end + 1;
+    for (std::string& line : partsOf(*content, '\n')) { // the empty password is tried anyway
+        passwords.push_back(std::move(line));
     }
     return passwords;
+}
+
+Result<std::vector<std::string>> readFileList(const std::string& path, bool endedByNull,
+                                              const Streams& streams)
+{
+    const Result<std::string> content =
+        path == standardStream ? readStandardInput(streams) : readFile(path, "the list of inputs");
+    if (!content) {
+        return tl::unexpected<Error>(content.error());
+    }
+    std::vector<std::string> names = partsOf(*content, endedByNull ? '\0' : '\n');
+    if (names.empty()) {
+        return fail(Reason::InputMissing, path, "the list of inputs names no file");
+    }
+    for (std::string& name : names) {
+        name = name == standardStream ? "./-" : name;
+    }
+    return names;
 }
 
 Result<std::string> valueOrFileContent(const std::string& value)

@@ -23,6 +23,8 @@ struct NamedStep : StepRequest {
 struct RunOptions {
     std::vector<NamedStep> steps;
     std::vector<std::string> inputs;
+    std::string filesFrom;                  ///< a file that names further inputs; empty: none
+    bool endedByNull = false;               ///< the names in it end with a zero byte, not a line
     std::optional<Destination> destination; ///< none only in a dry run
     std::string passwordFile;               ///< empty: none
     bool overwrite = false;

@@ -132,6 +132,16 @@ std::optional<std::string> destinationMistake(const RunArguments& run)
         std::find(inputs.begin(), inputs.end(), standardStream) != inputs.end();
     const bool toFile = run.outputOption->count() > 0;
     const bool toFolder = run.folderOption->count() > 0;
+    const bool listed = run.filesFromOption->count() > 0;
+    if (inputs.empty() && !listed) {
+        return "INPUT is missing: name the documents, or a list of them with --files-from FILE";
+    }
+    if (listed && run.options.filesFrom.empty()) {
+        return "the name of the list of inputs is empty";
+    }
+    if (run.options.endedByNull && !listed) {
+        return "-0 goes with --files-from";
+    }
     const int given = int{toFile} + int{toFolder} + int{run.inPlace};
     if (given > 1) {
         return "-o, -d and --in-place exclude each other";
@@ -139,13 +149,13 @@ std::optional<std::string> destinationMistake(const RunArguments& run)
     if (given == 0 && !run.options.dryRun) {
         return "say where the result goes: -o FILE, -d DIR or --in-place";
     }
-    if (toFile && inputs.size() > 1) {
+    if (toFile && (inputs.size() > 1 || listed)) {
         return "-o takes the result of one input; for several use -d DIR";
     }
     if ((toFile && run.output.empty()) || (toFolder && run.folder.empty())) {
         return "the name of the output is empty";
     }
-    if (fromStandardInput && inputs.size() > 1) {
+    if (fromStandardInput && (inputs.size() > 1 || listed)) {
         return "standard input (-) can only be the one input";
     }
     if (fromStandardInput && (toFolder || run.inPlace)) {
@@ -262,7 +272,14 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
     run.command = &command;
     command.footer(runExamples);
     takeAll(command.add_option("INPUT", run.options.inputs, "PDF files; - is standard input"),
-            arguments);
+            arguments)
+        ->required(false);
+    run.filesFromOption = command.add_option(
+        "--files-from", run.options.filesFrom,
+        "Further PDF files, named in this file, one a line;\n- is standard input");
+    run.filesFromOption->option_text("FILE");
+    command.add_flag("-0,--null", run.options.endedByNull,
+                     "The names in it end with a zero byte, as find -print0 ends them");
     declareSteps(command, run);
     run.outputOption =
         command.add_option("-o,--output", run.output, "Write to this file; - is standard output");

@@ -25,6 +25,7 @@ struct RunArguments {
     CLI::Option* favouriteOption = nullptr;
     CLI::Option* toolSettingsOption = nullptr;
     CLI::Option* setOption = nullptr;
+    CLI::Option* filesFromOption = nullptr;
     CLI::Option* outputOption = nullptr;
     CLI::Option* folderOption = nullptr;
     CLI::Option* jobsOption = nullptr;

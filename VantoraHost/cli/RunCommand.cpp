@@ -152,9 +152,17 @@ Result<BatchResult> runHere(const Batch& batch, const Installation& installation
 
 } // namespace
 
-int run(const RunOptions& options, const Installation& installation, const GuiPartSource& guiPart,
+int run(const RunOptions& given, const Installation& installation, const GuiPartSource& guiPart,
         const Streams& streams)
 {
+    RunOptions options = given;
+    if (!options.filesFrom.empty()) {
+        const auto listed = readFileList(options.filesFrom, options.endedByNull, streams);
+        if (!listed) {
+            return failedWith(streams, listed.error());
+        }
+        options.inputs.insert(options.inputs.end(), listed->begin(), listed->end());
+    }
     if (streams.outIsTerminal && writesDocumentToOutput(options)) {
         return failedWith(streams, {Reason::OutputNotAFile, {}, "a PDF is not for a terminal"});
     }

@@ -29,7 +29,7 @@ _vantora()
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    -o | --output | --password-file | --settings)
+    -o | --output | --password-file | --settings | --files-from)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
@@ -60,7 +60,7 @@ _vantora()
     case "$command" in
     run)
         words="--pages --action --list --favourite --settings --set --output --directory --in-place --backup --overwrite
-            --password-file --keep-signed --jobs --timeout --memory-limit --dry-run --json --quiet --help -p -o -d -i -j -n -q -h"
+            --files-from --null --password-file --keep-signed --jobs --timeout --memory-limit --dry-run --json --quiet --help -p -o -d -i -j -n -q -h -0"
         ;;
     configure)
         words="--set --hide-add-to-action-list --inside --help -h"

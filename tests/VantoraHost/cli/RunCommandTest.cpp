@@ -84,6 +84,39 @@ TEST_F(Run, ReadsALongRangeFromAFile)
     EXPECT_FALSE(fs::exists(scratch.path("o.pdf")));
 }
 
+TEST_F(Run, TakesInputsFromAList)
+{
+    const std::string odd = "a\nb.pdf";
+    for (const char* name : {"-", "one.pdf", odd.c_str()}) {
+        scratch.write(name, tenPages);
+    }
+    scratch.write("lines.txt", "one.pdf\r\n\n-\n");
+    const std::string nulls = odd + std::string(1, '\0') + "in.pdf" + std::string(1, '\0');
+    fs::create_directory(scratch.path("out"));
+
+    auto answer = terminal::run({"run", "-p", "3", "--files-from", "lines.txt", "-d", "out"});
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    EXPECT_TRUE(fs::exists(scratch.path("out/one.pdf")) && fs::exists(scratch.path("out/-")));
+
+    terminal::Setting pipe;
+    pipe.standardInput = nulls;
+    answer = terminal::run(
+        {"run", "-p", "3", "one.pdf", "--files-from", "-", "-0", "-d", "out", "--overwrite"}, pipe);
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    EXPECT_EQ(pagesOf("out/" + odd), pagesNamed({1, 2, 4, 5, 6, 7, 8, 9, 10}));
+    EXPECT_TRUE(fs::exists(scratch.path("out/in.pdf")));
+}
+
+TEST_F(Run, FailsWhereAListNamesNothing)
+{
+    scratch.write("empty.txt", "\n\n");
+    for (const char* list : {"empty.txt", "missing.txt"}) {
+        const auto answer = terminal::run({"run", "-p", "3", "--files-from", list, "-n"});
+        EXPECT_EQ(answer.status, 1) << list;
+        EXPECT_THAT(answer.err, testing::AllOf(HasSubstr(list), HasSubstr("the list of inputs")));
+    }
+}
+
 TEST_F(Run, RunsSeveralSteps)
 {
     const auto answer =
