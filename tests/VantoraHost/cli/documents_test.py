@@ -11,7 +11,7 @@ from pathlib import Path
 
 PROGRAM = SOURCE_DIR = None
 COMMANDS = ["run", "configure", "info", "actions", "lists", "favourites"]
-OPTION = re.compile(r"(?<![\w-])(--?[a-z][a-z-]*)")
+OPTION = re.compile(r"(?<![\w-])(--?[a-z0-9][a-z-]*)")
 
 
 def help_of(*command):
