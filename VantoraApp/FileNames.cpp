@@ -1,3 +1,5 @@
+#include "VantoraApp/FileNames.h"
+
 #include "VantoraApp/CActionUtils.h"
 
 #include <QtCore/QDir>
@@ -13,20 +15,26 @@ QString CActionUtils::GetStringWithLeadingZeroesFromString(QString text, int wid
     return text.rightJustified(width, '0');
 }
 
-QString CActionUtils::AppendCopyNumberToFilename(QString path)
+QString FirstFreeCopyName(const QString& name, const std::function<bool(const QString&)>& isTaken,
+                          qint64 first)
 {
-    if (!QFile::exists(path)) {
-        return path;
+    if (!isTaken(name)) {
+        return name;
     }
-    const int dot = path.lastIndexOf('.');
-    const int end = dot < 0 ? path.size() : dot;
-    for (qint64 n = 1;; ++n) {
-        QString candidate = path;
+    const int dot = name.lastIndexOf('.');
+    const int end = dot < 0 ? name.size() : dot;
+    for (qint64 n = first;; ++n) {
+        QString candidate = name;
         candidate.insert(end, " (" + QString::number(n) + ")");
-        if (!QFile::exists(candidate)) {
+        if (!isTaken(candidate)) {
             return candidate;
         }
     }
+}
+
+QString CActionUtils::AppendCopyNumberToFilename(QString path)
+{
+    return FirstFreeCopyName(path, [](const QString& name) { return QFile::exists(name); });
 }
 
 void CActionUtils::FixStringForFilename(QString* text)

@@ -36,7 +36,7 @@ std::string remedy(Reason reason)
     case Reason::InputMissing:
         return "check the name";
     case Reason::InputNotAFile:
-        return "name a PDF file, or - to read one from standard input";
+        return "name a PDF file, a folder with --recursive, or - for standard input";
     case Reason::InputUnreadable:
         return "check its permissions";
     case Reason::NotPdf:
@@ -53,11 +53,11 @@ std::string remedy(Reason reason)
     case Reason::EncryptionUnsupported:
         return "decrypt it with the program that encrypted it";
     case Reason::OutputExists:
-        return "use --overwrite to replace it, or name another";
+        return "use --overwrite to replace it, --rename to keep both, or name another";
     case Reason::OutputIsInput:
         return "use --in-place to replace an input, or name another output";
     case Reason::OutputClash:
-        return "neither is written; do them in separate runs";
+        return "neither is written; --rename gives them different names";
     case Reason::OutputFolderMissing:
         return "create it first (mkdir -p), or name another";
     case Reason::OutputNotAFile:
@@ -89,6 +89,11 @@ std::string remedy(Reason reason)
         return "the document may be damaged; vantora info shows what can be read of it";
     case Reason::WorkerFailed:
         return "-j 0 does without worker processes";
+    case Reason::ReportExists:
+        return "go on with it (--resume and --report with its name), replace it (--overwrite), or "
+               "name another";
+    case Reason::NotAReport:
+        return "name what an earlier run wrote with --report";
     case Reason::ActionFailed:
     case Reason::LibraryFailed:
     case Reason::Interrupted:

@@ -27,7 +27,11 @@ struct RunOptions {
     bool endedByNull = false;               ///< the names in it end with a zero byte, not a line
     std::optional<Destination> destination; ///< none only in a dry run
     std::string passwordFile;               ///< empty: none
-    bool overwrite = false;
+    bool recursive = false;                 ///< inputs that are folders stand for their files
+    TakenName taken = TakenName::Refuse;
+    Share share;
+    std::string reportPath;           ///< empty: none
+    std::vector<std::string> resumed; ///< reports of earlier runs
     bool keepSigned = false;
     bool dryRun = false;
     bool quiet = false;

@@ -1,6 +1,7 @@
 #include "VantoraHost/cli/ProgressLine.h"
 
 #include "VantoraHost/cli/Messages.h"
+#include "VantoraHost/cli/RunSummary.h"
 
 #include <ostream>
 
@@ -23,6 +24,12 @@ void ProgressLine::show(std::size_t finished, std::size_t failed, std::size_t to
     terminal << eraseLine << grouped(finished) << " of " << grouped(total) << " documents";
     if (failed > 0) {
         terminal << ", " << grouped(failed) << " failed";
+    }
+    const double seconds = std::chrono::duration<double>(now - started).count();
+    if (seconds >= 1 && finished > 0) {
+        const double left = seconds / static_cast<double>(finished);
+        terminal << ", " << rateText(finished, seconds) << " a second, "
+                 << durationText(left * static_cast<double>(total - finished)) << " left";
     }
     terminal << std::flush;
     visible = true;

@@ -12,13 +12,17 @@ public:
     using Clock = std::chrono::steady_clock;
 
     /// A line that is not `wanted` never shows.
-    ProgressLine(std::ostream& terminal, bool wanted) : terminal(terminal), wanted(wanted) {}
+    ProgressLine(std::ostream& terminal, bool wanted, Clock::time_point started = Clock::now())
+        : terminal(terminal), wanted(wanted), started(started)
+    {
+    }
     ~ProgressLine() { clear(); }
 
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
 
-    /// Shows the line unless it was shown a moment ago.
+    /// Shows the line unless it was shown a moment ago. After the first second it says how fast the
+    /// run is and what time is left at that rate.
     void show(std::size_t finished, std::size_t failed, std::size_t total,
               Clock::time_point now = Clock::now());
 
@@ -28,6 +32,7 @@ public:
 private:
     std::ostream& terminal;
     const bool wanted;
+    const Clock::time_point started;
     bool visible = false;
     Clock::time_point next{};
 };

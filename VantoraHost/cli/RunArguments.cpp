@@ -26,6 +26,9 @@ constexpr char runExamples[] = R"(Examples:
     vantora run --pages 1 --in-place --backup scans/*.pdf
   In a pipe:
     vantora run --pages 1 - -o - <report.pdf >short.pdf
+  A whole folder, so that the run can be gone on with when it is interrupted:
+    vantora run --pages 1 -r scans -d cut --report cut.jsonl
+    vantora run --pages 1 -r scans -d cut --report cut.jsonl --resume cut.jsonl
   What was saved from an options dialog:
     vantora run --list "Clean scans" scans/*.pdf -d clean
 
@@ -133,6 +136,7 @@ std::optional<std::string> destinationMistake(const RunArguments& run)
     const bool toFile = run.outputOption->count() > 0;
     const bool toFolder = run.folderOption->count() > 0;
     const bool listed = run.filesFromOption->count() > 0;
+    const bool several = inputs.size() > 1 || listed || run.options.recursive;
     if (inputs.empty() && !listed) {
         return "INPUT is missing: name the documents, or a list of them with --files-from FILE";
     }
@@ -149,13 +153,13 @@ std::optional<std::string> destinationMistake(const RunArguments& run)
     if (given == 0 && !run.options.dryRun) {
         return "say where the result goes: -o FILE, -d DIR or --in-place";
     }
-    if (toFile && (inputs.size() > 1 || listed)) {
+    if (toFile && several) {
         return "-o takes the result of one input; for several use -d DIR";
     }
     if ((toFile && run.output.empty()) || (toFolder && run.folder.empty())) {
         return "the name of the output is empty";
     }
-    if (fromStandardInput && (inputs.size() > 1 || listed)) {
+    if (fromStandardInput && several) {
         return "standard input (-) can only be the one input";
     }
     if (fromStandardInput && (toFolder || run.inPlace)) {
@@ -164,41 +168,16 @@ std::optional<std::string> destinationMistake(const RunArguments& run)
     if (run.backup && !run.inPlace) {
         return "--backup goes with --in-place";
     }
+    if (run.nameOption->count() > 0 && !toFolder) {
+        return "--name goes with -d DIR";
+    }
+    if (run.rename && (run.overwrite || run.inPlace)) {
+        return "--rename keeps what exists, and --overwrite and --in-place replace it";
+    }
     if (toFile && run.output == standardStream && run.options.json && !run.options.dryRun) {
         return "--json and -o - would both write to standard output";
     }
     return std::nullopt;
-}
-
-std::optional<Destination> destinationOf(const RunArguments& run)
-{
-    if (run.inPlace) {
-        return InPlace{run.backup};
-    }
-    if (run.folderOption->count() > 0) {
-        return ToFolder{run.folder};
-    }
-    if (run.outputOption->count() == 0) {
-        return std::nullopt;
-    }
-    return run.output == standardStream ? Destination(ToStandardOutput{})
-                                        : Destination(ToFile{run.output});
-}
-
-// How the work is spread.
-void declareWorkers(CLI::App& command, RunArguments& run)
-{
-    run.jobsOption = command.add_option("-j,--jobs", run.jobs,
-                                        "Worker processes (the number of processors);\n"
-                                        "0 does everything in this process");
-    run.jobsOption->option_text("N");
-    run.timeoutOption = command.add_option(
-        "--timeout", run.timeout, "Give a document up after so long, such as 90 or 5m (5m)");
-    run.timeoutOption->option_text("TIME");
-    run.memoryOption = command.add_option("--memory-limit", run.memory,
-                                          "The most memory for a worker, such as 512M or 2G\n"
-                                          "(what the machine has, divided by the workers)");
-    run.memoryOption->option_text("SIZE");
 }
 
 // A number with a unit from a list of "letter, factor"; none when it isn't one.
@@ -221,6 +200,86 @@ std::optional<std::uint64_t> amountOf(const std::string& text,
         }
     }
     return std::nullopt;
+}
+
+// Where the results go, with names that destinationMistake has judged.
+std::optional<std::string> readDestination(RunArguments& run)
+{
+    run.options.taken = run.overwrite ? TakenName::Replace
+                        : run.rename  ? TakenName::Number
+                                      : TakenName::Refuse;
+    if (run.inPlace) {
+        run.options.destination = InPlace{run.backup};
+    } else if (run.folderOption->count() > 0) {
+        ToFolder folder{run.folder, std::nullopt};
+        if (run.nameOption->count() > 0) {
+            auto name = OutputName::of(run.name);
+            if (!name) {
+                return "--name " + run.name + ": the name " + name.error();
+            }
+            folder.name = std::move(*name);
+        }
+        run.options.destination = std::move(folder);
+    } else if (run.outputOption->count() > 0) {
+        run.options.destination = run.output == standardStream ? Destination(ToStandardOutput{})
+                                                               : Destination(ToFile{run.output});
+    }
+    return std::nullopt;
+}
+
+// What makes a run one of several: its share of the inputs, and reports.
+void declareReports(CLI::App& command, RunArguments& run)
+{
+    run.reportOption = command.add_option(
+        "--report", run.options.reportPath,
+        "Write a line of JSON to this file for each document as\nit is finished");
+    run.reportOption->option_text("FILE");
+    run.resumeOption =
+        oneEach(command.add_option("--resume", run.options.resumed,
+                                   "Leave out what this report says is done, if its\n"
+                                   "output is still as it was written; may be repeated"),
+                "REPORT");
+    run.shardOption = command.add_option("--shard", run.shard,
+                                         "Do only the Ith of N shares of the inputs, such as 2/8");
+    run.shardOption->option_text("I/N");
+}
+
+std::optional<std::string> readReports(RunArguments& run)
+{
+    const std::vector<std::string>& resumed = run.options.resumed;
+    if ((run.reportOption->count() > 0 && run.options.reportPath.empty()) ||
+        std::find(resumed.begin(), resumed.end(), "") != resumed.end()) {
+        return "the name of the report is empty";
+    }
+    if (run.shardOption->count() == 0) {
+        return std::nullopt;
+    }
+    const std::size_t slash = run.shard.find('/');
+    const auto number = amountOf(run.shard.substr(0, slash), {});
+    const auto count =
+        slash == std::string::npos ? std::nullopt : amountOf(run.shard.substr(slash + 1), {});
+    if (!number || !count || *number < 1 || *number > *count) {
+        return "--shard takes a number and how many there are, such as 1/8 to 8/8, not " +
+               run.shard;
+    }
+    run.options.share = {static_cast<std::size_t>(*number), static_cast<std::size_t>(*count)};
+    return std::nullopt;
+}
+
+// How the work is spread.
+void declareWorkers(CLI::App& command, RunArguments& run)
+{
+    run.jobsOption = command.add_option("-j,--jobs", run.jobs,
+                                        "Worker processes (the number of processors);\n"
+                                        "0 does everything in this process");
+    run.jobsOption->option_text("N");
+    run.timeoutOption = command.add_option(
+        "--timeout", run.timeout, "Give a document up after so long, such as 90 or 5m (5m)");
+    run.timeoutOption->option_text("TIME");
+    run.memoryOption = command.add_option("--memory-limit", run.memory,
+                                          "The most memory for a worker, such as 512M or 2G\n"
+                                          "(what the machine has, divided by the workers)");
+    run.memoryOption->option_text("SIZE");
 }
 
 std::optional<std::string> readWorkers(RunArguments& run)
@@ -274,12 +333,15 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
     takeAll(command.add_option("INPUT", run.options.inputs, "PDF files; - is standard input"),
             arguments)
         ->required(false);
-    run.filesFromOption = command.add_option(
-        "--files-from", run.options.filesFrom,
-        "Further PDF files, named in this file, one a line;\n- is standard input");
+    run.filesFromOption =
+        command.add_option("--files-from", run.options.filesFrom,
+                           "Further inputs, named in this file, one a line;\n- is standard input");
     run.filesFromOption->option_text("FILE");
     command.add_flag("-0,--null", run.options.endedByNull,
                      "The names in it end with a zero byte, as find -print0 ends them");
+    command.add_flag("-r,--recursive", run.options.recursive,
+                     "An input that is a folder stands for the PDF files in\n"
+                     "it and its subfolders, which -d makes in DIR, too");
     declareSteps(command, run);
     run.outputOption =
         command.add_option("-o,--output", run.output, "Write to this file; - is standard output");
@@ -287,10 +349,17 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
     run.folderOption = command.add_option("-d,--directory", run.folder,
                                           "Write into this folder, under the inputs' names");
     run.folderOption->option_text("DIR");
+    run.nameOption = command.add_option("--name", run.name,
+                                        "With -d: under these names, of {name}, {ext} and\n"
+                                        "{number}, such as {name}-cut{ext}");
+    run.nameOption->option_text("TEMPLATE");
     command.add_flag("-i,--in-place", run.inPlace, "Replace the inputs, each by a finished file");
     command.add_flag("--backup", run.backup, "With --in-place: keep each original as NAME.pdf.bak");
-    command.add_flag("--overwrite", run.options.overwrite,
-                     "Replace outputs and backups that exist");
+    command.add_flag("--overwrite", run.overwrite,
+                     "Replace outputs, backups and a report that exist");
+    command.add_flag("--rename", run.rename,
+                     "Where an output exists: write NAME (1).pdf, or the first\n"
+                     "such name that is free");
     command
         .add_option("--password-file", run.options.passwordFile,
                     "Passwords, one a line, tried in order")
@@ -298,6 +367,7 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
     command.add_flag("--keep-signed", run.options.keepSigned,
                      "Refuse signed documents: no signature would hold any more");
     declareWorkers(command, run);
+    declareReports(command, run);
     command.add_flag("-n,--dry-run", run.options.dryRun,
                      "Say which pages would go and write nothing");
     command.add_flag("--json", run.options.json,
@@ -311,13 +381,13 @@ tl::expected<Command, Ending> finished(RunArguments& run)
     if (!steps) {
         return tl::unexpected<Ending>(mistake(steps.error(), "run"));
     }
-    for (const auto& wrong : {destinationMistake(run), readWorkers(run)}) {
+    for (const auto& wrong :
+         {destinationMistake(run), readDestination(run), readWorkers(run), readReports(run)}) {
         if (wrong) {
             return tl::unexpected<Ending>(mistake(*wrong, "run"));
         }
     }
     run.options.steps = std::move(*steps);
-    run.options.destination = destinationOf(run);
     return Command(std::move(run.options));
 }
 

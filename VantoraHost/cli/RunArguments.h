@@ -28,6 +28,10 @@ struct RunArguments {
     CLI::Option* filesFromOption = nullptr;
     CLI::Option* outputOption = nullptr;
     CLI::Option* folderOption = nullptr;
+    CLI::Option* nameOption = nullptr;
+    CLI::Option* shardOption = nullptr;
+    CLI::Option* reportOption = nullptr;
+    CLI::Option* resumeOption = nullptr;
     CLI::Option* jobsOption = nullptr;
     CLI::Option* timeoutOption = nullptr;
     CLI::Option* memoryOption = nullptr;
@@ -36,6 +40,10 @@ struct RunArguments {
     std::string memory;
     std::string output;
     std::string folder;
+    std::string name;
+    std::string shard;
+    bool overwrite = false;
+    bool rename = false;
     bool inPlace = false;
     bool backup = false;
     RunOptions options;

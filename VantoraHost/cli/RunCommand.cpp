@@ -3,10 +3,12 @@
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/cli/InputFiles.h"
 #include "VantoraHost/cli/Messages.h"
+#include "VantoraHost/cli/RunInputs.h"
 #include "VantoraHost/cli/RunReporter.h"
 #include "VantoraHost/core/Batch.h"
 #include "VantoraHost/core/Confinement.h"
 #include "VantoraHost/core/DeletePagesOptions.h"
+#include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/PdfLibrary.h"
 #include "VantoraHost/core/WorkerPool.h"
 
@@ -34,31 +36,33 @@ int failedWith(const Streams& streams, const Error& error)
     }
 }
 
-bool reads(const std::vector<std::string>& inputs, const char* name)
-{
-    return std::find(inputs.begin(), inputs.end(), name) != inputs.end();
-}
-
 // Everything that a run needs beside its steps.
-Result<Batch> prepare(const RunOptions& options, const Streams& streams)
+Result<Batch> prepare(const RunOptions& options, const std::vector<Input>& inputs,
+                      const Streams& streams)
 {
     Batch batch;
-    batch.inputs = options.inputs;
+    std::vector<Result<Target>> targets(inputs.size());
     if (options.destination) {
-        auto targets = planOutputs(options.inputs, *options.destination, options.overwrite);
-        if (!targets) {
-            return tl::unexpected<Error>(std::move(targets.error()));
+        auto planned = planOutputs(inputs, *options.destination, options.taken);
+        if (!planned) {
+            return tl::unexpected<Error>(std::move(planned.error()));
         }
-        batch.targets = std::move(*targets);
-    } else {
-        batch.targets.assign(options.inputs.size(), Target());
+        targets = std::move(*planned);
+    }
+    bool readsStandardInput = false;
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        if (!inputs[i].leftAlone) {
+            batch.inputs.push_back(inputs[i].path);
+            batch.targets.push_back(std::move(targets[i]));
+            readsStandardInput = readsStandardInput || inputs[i].path == standardStream;
+        }
     }
     auto passwords = readPasswords(options.passwordFile);
     if (!passwords) {
         return tl::unexpected<Error>(std::move(passwords.error()));
     }
     batch.settings.passwords = std::move(*passwords);
-    if (reads(options.inputs, standardStream)) {
+    if (readsStandardInput) {
         auto input = readStandardInput(streams);
         if (!input) {
             return tl::unexpected<Error>(std::move(input.error()));
@@ -119,10 +123,10 @@ Result<std::vector<StepRequest>> stepsWithRanges(std::vector<StepRequest> steps)
 }
 
 // One document needs nobody to survive it, and would only wait for the worker to start.
-bool usesWorkers(const RunOptions& options)
+bool usesWorkers(const RunOptions& options, std::size_t documents)
 {
     const bool asked = options.jobs || options.timeout || options.memoryLimit;
-    return options.jobs != 0U && (asked || options.inputs.size() > 1);
+    return options.jobs != 0U && documents > 0 && (asked || documents > 1);
 }
 
 WorkerSettings workersFor(const RunOptions& options, const Installation& installation,
@@ -150,19 +154,51 @@ Result<BatchResult> runHere(const Batch& batch, const Installation& installation
     return runBatch(**library, sequence, batch, observer);
 }
 
+// The file that --report names; going on with one of --resume adds to it.
+Result<std::optional<ReportFile>> openReport(const RunOptions& options)
+{
+    std::optional<ReportFile> report;
+    if (!options.reportPath.empty()) {
+        const auto same = [&](const std::string& resumed) {
+            const auto identity = identityOf(resumed);
+            return identity && identity == identityOf(options.reportPath);
+        };
+        const bool goesOn = std::any_of(options.resumed.begin(), options.resumed.end(), same);
+        auto opened = ReportFile::open(options.reportPath, goesOn ? ExistingReport::Continue
+                                                           : options.taken == TakenName::Replace
+                                                               ? ExistingReport::Replace
+                                                               : ExistingReport::Refuse);
+        if (!opened) {
+            return tl::unexpected<Error>(std::move(opened.error()));
+        }
+        report.emplace(std::move(*opened));
+    }
+    return report;
+}
+
+void sayWhatIsLeftAlone(const RunOptions& options, const RunInputs& inputs, const Streams& streams)
+{
+    if (options.quiet) {
+        return;
+    }
+    if (inputs.elsewhere > 0) {
+        printNote(streams, grouped(inputs.all.size() - inputs.elsewhere) + " of " +
+                               grouped(inputs.all.size()) + " documents are in share " +
+                               std::to_string(options.share.number) + " of " +
+                               std::to_string(options.share.count));
+    }
+    if (inputs.doneBefore > 0) {
+        printNote(streams, grouped(inputs.doneBefore) + " of " +
+                               grouped(inputs.all.size() - inputs.elsewhere) +
+                               " documents are done by the report, and left as they are");
+    }
+}
+
 } // namespace
 
-int run(const RunOptions& given, const Installation& installation, const GuiPartSource& guiPart,
+int run(const RunOptions& options, const Installation& installation, const GuiPartSource& guiPart,
         const Streams& streams)
 {
-    RunOptions options = given;
-    if (!options.filesFrom.empty()) {
-        const auto listed = readFileList(options.filesFrom, options.endedByNull, streams);
-        if (!listed) {
-            return failedWith(streams, listed.error());
-        }
-        options.inputs.insert(options.inputs.end(), listed->begin(), listed->end());
-    }
     if (streams.outIsTerminal && writesDocumentToOutput(options)) {
         return failedWith(streams, {Reason::OutputNotAFile, {}, "a PDF is not for a terminal"});
     }
@@ -176,29 +212,42 @@ int run(const RunOptions& given, const Installation& installation, const GuiPart
     if (!sequence) {
         return failedWith(streams, sequence.error());
     }
-    const Result<Batch> batch = prepare(options, streams);
+    const Result<RunInputs> inputs = inputsOf(options, streams);
+    if (!inputs) {
+        return failedWith(streams, inputs.error());
+    }
+    Result<Batch> batch = prepare(options, inputs->all, streams);
     if (!batch) {
         return failedWith(streams, batch.error());
     }
+    auto report = openReport(options);
+    if (!report) {
+        return failedWith(streams, report.error());
+    }
+    sayWhatIsLeftAlone(options, *inputs, streams);
     if (!options.dryRun) {
+        makeFolders(batch->inputs, batch->targets);
         removeAbandonedFiles(batch->targets);
     }
-    RunReporter reporter(options, streams);
+    RunReporter reporter(options, batch->inputs.size(), std::move(*report), streams);
     const Result<BatchResult> result =
-        usesWorkers(options)
+        usesWorkers(options, batch->inputs.size())
             ? runInWorkers(*batch, workersFor(options, installation, *steps), reporter)
             : runHere(*batch, installation, *sequence, reporter);
     if (!result) {
         return failedWith(streams, result.error());
     }
-    reporter.finish(*result);
-    if (result->ending) {
-        printError(streams, *result->ending);
+    const Outcome reported = reporter.finish(result->interrupted);
+    for (const auto& ending :
+         {result->ending, reported ? std::nullopt : std::optional<Error>(reported.error())}) {
+        if (ending) {
+            printError(streams, *ending);
+        }
     }
     if (result->interrupted) {
         return InterruptedByUser;
     }
-    return result->failed > 0 || result->ending ? SomeFailed : AllDone;
+    return result->failed > 0 || result->ending || !reported ? SomeFailed : AllDone;
 }
 
 } // namespace vantora::cli

@@ -39,6 +39,14 @@ std::string resultLine(const DocumentReport& report)
     return line;
 }
 
+std::string howToGoOn(const RunOptions& options)
+{
+    if (!options.reportPath.empty()) {
+        return "to go on, give the same command with --resume " + shown(options.reportPath);
+    }
+    return "a run with --report FILE can be gone on with";
+}
+
 } // namespace
 
 bool writesDocumentToOutput(const RunOptions& options)
@@ -46,17 +54,21 @@ bool writesDocumentToOutput(const RunOptions& options)
     return !options.dryRun && std::holds_alternative<ToStandardOutput>(*options.destination);
 }
 
-RunReporter::RunReporter(const RunOptions& options, const Streams& streams)
+RunReporter::RunReporter(const RunOptions& options, std::size_t total,
+                         std::optional<ReportFile> report, const Streams& streams)
     : options(options), streams(streams), documentOnOutput(writesDocumentToOutput(options)),
-      progress(streams.err, streams.errIsTerminal && !options.quiet && options.inputs.size() > 1)
+      total(total), report(std::move(report)),
+      progress(streams.err, streams.errIsTerminal && !options.quiet && total > 1, started)
 {
 }
 
-void RunReporter::documentArrived(const DocumentReport& report)
+void RunReporter::documentArrived(const DocumentReport& document)
 {
-    ++finished;
-    failed += report.status == DocumentStatus::Failed ? 1 : 0;
-    progress.show(finished, failed, options.inputs.size());
+    if (report) {
+        report->add(document);
+    }
+    summary.add(document);
+    progress.show(summary.finished(), summary.failed(), total);
 }
 
 void RunReporter::documentInTurn(const DocumentReport& report)
@@ -76,19 +88,26 @@ void RunReporter::documentInTurn(const DocumentReport& report)
         printError(streams, *report.error);
     }
     streams.out.flush();
-    progress.show(finished, failed, options.inputs.size());
+    progress.show(summary.finished(), summary.failed(), total);
 }
 
-void RunReporter::finish(const BatchResult& result)
+Outcome RunReporter::finish(bool interrupted)
 {
     progress.clear();
-    const std::string count = grouped(result.finished - result.failed) + " of " +
-                              grouped(options.inputs.size()) + " documents done";
-    const std::string failures = result.failed > 0 ? ", " + grouped(result.failed) + " failed" : "";
-    if (result.interrupted) {
-        printNote(streams, "interrupted: " + count + failures + "; nothing is half-written");
-    } else if (options.inputs.size() > 1 && !options.quiet) {
-        printNote(streams, count + failures);
+    printSummary(interrupted);
+    return report ? report->finish() : Outcome();
+}
+
+void RunReporter::printSummary(bool interrupted) const
+{
+    const std::string documents = summary.documentsText(total);
+    if (interrupted) {
+        printNote(streams,
+                  "interrupted: " + documents + "; nothing is half-written; " + howToGoOn(options));
+    } else if (total > 1 && !options.quiet) {
+        const std::chrono::duration<double> taken = ProgressLine::Clock::now() - started;
+        const std::string work = summary.workText(taken.count());
+        printNote(streams, documents + (work.empty() ? "" : "; " + work));
     }
 }
 

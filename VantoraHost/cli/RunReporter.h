@@ -2,8 +2,12 @@
 
 #include "VantoraHost/cli/Options.h"
 #include "VantoraHost/cli/ProgressLine.h"
+#include "VantoraHost/cli/RunSummary.h"
 #include "VantoraHost/cli/Streams.h"
 #include "VantoraHost/core/Batch.h"
+#include "VantoraHost/core/ReportFile.h"
+
+#include <optional>
 
 namespace vantora::cli {
 
@@ -13,26 +17,31 @@ bool writesDocumentToOutput(const RunOptions& options);
 /// Prints what a run has to say as it goes.
 class RunReporter : public RunObserver {
 public:
-    /// The options and streams must outlive the reporter.
-    RunReporter(const RunOptions& options, const Streams& streams);
+    /// `total` is the number of documents of the run, `report` the file that --report names. The
+    /// options and streams must outlive the reporter.
+    RunReporter(const RunOptions& options, std::size_t total, std::optional<ReportFile> report,
+                const Streams& streams);
 
     void documentArrived(const DocumentReport& report) override;
     void documentInTurn(const DocumentReport& report) override;
     bool cancelled() const override { return streams.interrupted(); }
 
-    /// Prints how the run ended.
-    void finish(const BatchResult& result);
+    /// Prints how the run ended. The error is that the report isn't complete.
+    Outcome finish(bool interrupted);
 
 private:
     bool saysSomething(const DocumentReport& report) const;
+    void printSummary(bool interrupted) const;
     void printWarnings(const DocumentReport& report) const;
 
     const RunOptions& options;
     const Streams& streams;
     const bool documentOnOutput;
+    const std::size_t total;
+    const ProgressLine::Clock::time_point started = ProgressLine::Clock::now();
+    std::optional<ReportFile> report;
     ProgressLine progress;
-    std::size_t finished = 0;
-    std::size_t failed = 0;
+    RunSummary summary;
 };
 
 } // namespace vantora::cli

@@ -153,11 +153,18 @@ Outcome DocumentJob::save(DocumentReport& report, const Target& target)
     if (target.standardOutput) {
         return saveToStandardOutput(report);
     }
-    if (const Outcome saved = saveToFile(report, target); !saved) {
+    Outcome saved = saveToFile(report, target);
+    if (!saved && saved.error().reason == Reason::OutputExists && target.number) {
+        // Another run took the name after this one had looked.
+        const Target other = underFreeName(target);
+        report.output = other.name;
+        saved = saveToFile(report, other);
+    }
+    if (!saved) {
         return saved;
     }
     report.status = DocumentStatus::Done;
-    if (const auto state = stateOf(target.path)) {
+    if (const auto state = stateOf(report.output)) {
         report.bytesAfter = state->size;
         report.outputModified = state->changed;
     }

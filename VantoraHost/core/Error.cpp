@@ -69,6 +69,10 @@ const char* reasonName(Reason reason)
         return "crashed";
     case Reason::WorkerFailed:
         return "worker-failed";
+    case Reason::ReportExists:
+        return "report-exists";
+    case Reason::NotAReport:
+        return "not-a-report";
     case Reason::Interrupted:
         return "interrupted";
     }

@@ -42,6 +42,8 @@ enum class Reason {
     TimedOut,
     Crashed,
     WorkerFailed,
+    ReportExists,
+    NotAReport,
     Interrupted,
 };
 

@@ -1,9 +1,12 @@
 #include "VantoraHost/core/OutputPlan.h"
 
 #include "KarvelPDFLibrary/io/TemporaryFile.h"
+#include "VantoraApp/FileNames.h"
 #include "VantoraHost/core/FileIdentity.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <set>
 #include <system_error>
 #include <unordered_map>
@@ -16,12 +19,6 @@ namespace {
 
 using Planned = std::vector<Result<Target>>;
 
-bool isFolder(const fs::path& path)
-{
-    std::error_code failed;
-    return fs::is_directory(path, failed);
-}
-
 Target fileTarget(const fs::path& name, const fs::path& path, bool replace)
 {
     Target target;
@@ -31,33 +28,59 @@ Target fileTarget(const fs::path& name, const fs::path& path, bool replace)
     return target;
 }
 
+bool somethingIsAt(const fs::path& path)
+{
+    std::error_code failed;
+    return fs::exists(fs::symlink_status(path, failed));
+}
+
+fs::path folderOf(const fs::path& file)
+{
+    return file.has_parent_path() ? file.parent_path() : ".";
+}
+
+/// The path, or the first copy of it that isn't taken: only its last part is numbered.
+fs::path freeName(const fs::path& path, const std::function<bool(const fs::path&)>& isTaken,
+                  qint64 first = 1)
+{
+    const auto candidate = [&](const QString& name) {
+        return path.parent_path() / name.toLatin1().toStdString(); // each character is one byte
+    };
+    const std::string name = path.filename();
+    return candidate(FirstFreeCopyName(
+        QString::fromLatin1(name.data(), static_cast<int>(name.size())),
+        [&](const QString& tried) { return isTaken(candidate(tried)); }, first));
+}
+
 /// Decides the targets of one run; `inputs` are known by what they are, not by their names.
 class Planner {
 public:
-    Planner(const std::vector<std::string>& inputs, bool overwrite)
-        : inputs(inputs), overwrite(overwrite)
+    Planner(const std::vector<Input>& inputs, TakenName taken) : inputs(inputs), taken(taken)
     {
         for (std::size_t i = 0; i < inputs.size(); ++i) {
-            if (inputs[i] == standardStream) {
+            if (inputs[i].path == standardStream) {
                 continue;
             }
-            if (const auto identity = identityOf(inputs[i])) {
+            if (const auto identity = identityOf(inputs[i].path)) {
                 inputOf.emplace(*identity, i);
             }
         }
     }
 
-    Planned toPaths(const std::vector<fs::path>& outputs)
+    /// `root` is a folder below which folders may be made; empty for none.
+    Planned toPaths(const std::vector<fs::path>& outputs, const fs::path& root)
     {
         Planned planned;
-        std::unordered_map<std::string, std::size_t> writerOf;
         for (std::size_t i = 0; i < outputs.size(); ++i) {
-            planned.push_back(targetFor(inputs[i], outputs[i]));
-            const fs::path file = planned[i] ? fs::path(planned[i]->path) : outputs[i];
+            const fs::path output = taken == TakenName::Number ? numbered(outputs[i]) : outputs[i];
+            planned.push_back(inputs[i].leftAlone ? Result<Target>(Target())
+                                                  : targetFor(inputs[i].path, output, root));
+            const bool known = planned[i] && !inputs[i].leftAlone;
+            const fs::path file = known ? fs::path(planned[i]->path) : output;
             const auto [first, isNew] = writerOf.emplace(file.lexically_normal(), i);
             if (!isNew) {
                 refuseBoth(planned, first->second, i,
-                           "would be written to " + outputs[i].string() + ", too");
+                           "would be written to " + output.string() + ", too");
             }
         }
         return planned;
@@ -67,8 +90,8 @@ public:
     {
         Planned planned;
         for (std::size_t i = 0; i < inputs.size(); ++i) {
-            planned.push_back(replacementOf(inputs[i], backup));
-            const auto identity = identityOf(inputs[i]);
+            planned.push_back(replacementOf(inputs[i].path, backup));
+            const auto identity = identityOf(inputs[i].path);
             const auto first = identity ? inputOf.find(*identity) : inputOf.end();
             if (first != inputOf.end() && first->second != i) {
                 refuseBoth(planned, first->second, i, "is the same file");
@@ -78,15 +101,32 @@ public:
     }
 
 private:
-    Result<Target> targetFor(const std::string& input, const fs::path& output) const
+    /// A name that neither a file nor an earlier input of this run has.
+    fs::path numbered(const fs::path& output)
+    {
+        qint64& number = copiesOf[output.lexically_normal()];
+        return freeName(
+            output,
+            [&](const fs::path& path) {
+                const bool isTaken =
+                    somethingIsAt(path) || writerOf.count(path.lexically_normal()) != 0;
+                number += isTaken ? 1 : 0;
+                return isTaken;
+            },
+            std::max<qint64>(1, number));
+    }
+
+    Result<Target> targetFor(const std::string& input, const fs::path& output,
+                             const fs::path& root) const
     {
         const std::string name = output.filename();
         if (name.empty() || name == "." || name == ".." || isFolder(output)) {
             return fail(Reason::OutputNotAFile, input,
                         "the output " + output.string() + " is a folder");
         }
-        const fs::path folder = output.has_parent_path() ? output.parent_path() : ".";
-        if (!isFolder(folder)) {
+        const fs::path folder = folderOf(output);
+        const bool mayBeMade = !root.empty() && folder != root && !somethingIsAt(folder);
+        if (!mayBeMade && !isFolder(folder)) {
             return fail(Reason::OutputFolderMissing, input,
                         "the output folder " + folder.string() + " is not there");
         }
@@ -95,20 +135,21 @@ private:
         if (source != inputOf.end()) {
             return fail(Reason::OutputIsInput, input,
                         "the output " + output.string() + " is " +
-                            (inputs[source->second] == input
+                            (inputs[source->second].path == input
                                  ? "the input itself"
-                                 : "the input " + inputs[source->second]));
+                                 : "the input " + inputs[source->second].path));
+        }
+        if (!somethingIsAt(output)) {
+            Target target = fileTarget(output, output, false);
+            target.number = taken == TakenName::Number;
+            return target;
         }
         std::error_code failed;
-        const fs::file_status itself = fs::symlink_status(output, failed);
-        if (!fs::exists(itself)) {
-            return fileTarget(output, output, false);
-        }
         if (identity && !fs::is_regular_file(output, failed)) {
             return fail(Reason::OutputNotAFile, input,
                         "the output " + output.string() + " is a device or pipe, not a file");
         }
-        if (!overwrite) {
+        if (taken != TakenName::Replace) {
             return fail(Reason::OutputExists, input,
                         "the output " + output.string() + " exists already");
         }
@@ -122,10 +163,10 @@ private:
         const fs::path file = fs::canonical(input, failed);
         // Opening the input will say what is wrong with one that isn't there.
         Target target = fileTarget(input, failed ? fs::path(input) : file, true);
-        target.replaceBackup = overwrite;
+        target.replaceBackup = taken == TakenName::Replace;
         if (backup) {
             target.backup = target.path + ".bak";
-            if (!overwrite && fs::exists(fs::symlink_status(target.backup, failed))) {
+            if (!target.replaceBackup && somethingIsAt(target.backup)) {
                 return fail(Reason::BackupExists, input,
                             "the backup " + target.backup + " exists already");
             }
@@ -142,25 +183,28 @@ private:
                     const std::string& what) const
     {
         const auto refusal = [&](std::size_t one, std::size_t other) {
-            return fail(Reason::OutputClash, inputs[one],
-                        inputs[one] == inputs[other] ? "it is named twice"
-                                                     : inputs[other] + " " + what);
+            const std::string& path = inputs[one].path;
+            return fail(Reason::OutputClash, path,
+                        path == inputs[other].path ? "it is named twice"
+                                                   : inputs[other].path + " " + what);
         };
         planned[first] = refusal(first, second);
         planned[second] = refusal(second, first);
     }
 
-    const std::vector<std::string>& inputs;
-    const bool overwrite;
+    const std::vector<Input>& inputs;
+    const TakenName taken;
     std::unordered_map<FileIdentity, std::size_t, FileIdentityHash> inputOf;
+    std::unordered_map<std::string, std::size_t> writerOf; ///< by output
+    std::unordered_map<std::string, qint64> copiesOf;      ///< taken names tried, by the first one
 };
 
 } // namespace
 
-Result<Planned> planOutputs(const std::vector<std::string>& inputs, const Destination& destination,
-                            bool overwrite)
+Result<Planned> planOutputs(const std::vector<Input>& inputs, const Destination& destination,
+                            TakenName taken)
 {
-    Planner planner(inputs, overwrite);
+    Planner planner(inputs, taken);
     if (std::holds_alternative<ToStandardOutput>(destination)) {
         Target target;
         target.name = standardStream;
@@ -171,19 +215,51 @@ Result<Planned> planOutputs(const std::vector<std::string>& inputs, const Destin
         return planner.inPlace(replaced->backup);
     }
     if (const auto* file = std::get_if<ToFile>(&destination)) {
-        return planner.toPaths(std::vector<fs::path>(inputs.size(), file->path));
+        return planner.toPaths(std::vector<fs::path>(inputs.size(), file->path), {});
     }
-    const fs::path folder = std::get<ToFolder>(destination).path;
+    const auto& named = std::get<ToFolder>(destination);
+    const fs::path folder = named.path;
     if (!isFolder(folder)) {
-        std::error_code failed;
         return fail(Reason::OutputFolderMissing, folder,
-                    fs::exists(folder, failed) ? "is not a folder" : "is not there");
+                    somethingIsAt(folder) ? "is not a folder" : "is not there");
     }
     std::vector<fs::path> outputs;
-    for (const std::string& input : inputs) {
-        outputs.push_back(folder / fs::path(input).filename());
+    for (const Input& input : inputs) {
+        fs::path place = input.place();
+        if (named.name) {
+            place.replace_filename(
+                named.name->of(place.filename().string(), outputs.size() + 1, inputs.size()));
+        }
+        outputs.push_back(folder / place);
     }
-    return planner.toPaths(outputs);
+    return planner.toPaths(outputs, folder);
+}
+
+void makeFolders(const std::vector<std::string>& inputs, std::vector<Result<Target>>& targets)
+{
+    std::unordered_map<std::string, std::error_code> made;
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        if (!targets[i] || targets[i]->standardOutput || targets[i]->path.empty()) {
+            continue;
+        }
+        const fs::path folder = folderOf(targets[i]->path);
+        const auto [found, isNew] = made.emplace(folder, std::error_code());
+        if (isNew) {
+            fs::create_directories(folder, found->second);
+        }
+        if (found->second) {
+            targets[i] = fail(Reason::OutputNotWritable, inputs[i],
+                              "the output folder " + folder.string() +
+                                  " can't be made: " + found->second.message());
+        }
+    }
+}
+
+Target underFreeName(Target target)
+{
+    target.path = freeName(target.path, somethingIsAt);
+    target.name = target.path;
+    return target;
 }
 
 void removeAbandonedFiles(const std::vector<Result<Target>>& targets)
@@ -191,8 +267,7 @@ void removeAbandonedFiles(const std::vector<Result<Target>>& targets)
     std::set<fs::path> folders;
     for (const Result<Target>& target : targets) {
         if (target && !target->path.empty()) {
-            const fs::path folder = fs::path(target->path).parent_path();
-            folders.insert(folder.empty() ? "." : folder);
+            folders.insert(folderOf(target->path));
         }
     }
     for (const fs::path& folder : folders) {

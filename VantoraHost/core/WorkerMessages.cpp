@@ -84,6 +84,9 @@ JsonObject taskJson(const WorkerTask& task)
     if (task.target.replace) {
         json.add("replace", true);
     }
+    if (task.target.number) {
+        json.add("number_copies", true);
+    }
     return json;
 }
 
@@ -97,6 +100,7 @@ WorkerTask taskOf(const QJsonObject& json)
     task.target.backup = bytesOf(json["backup"].toString());
     task.target.replaceBackup = json["replace_backup"].toBool();
     task.target.replace = json["replace"].toBool();
+    task.target.number = json["number_copies"].toBool();
     return task;
 }
 

@@ -29,12 +29,12 @@ _vantora()
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    -o | --output | --password-file | --settings | --files-from)
+    -o | --output | --password-file | --settings | --files-from | --report | --resume)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;
-    -p | --pages | --set | -j | --jobs | --timeout | --memory-limit)
+    -p | --pages | --set | -j | --jobs | --timeout | --memory-limit | --name | --shard)
         return
         ;;
     --action)
@@ -59,8 +59,9 @@ _vantora()
 
     case "$command" in
     run)
-        words="--pages --action --list --favourite --settings --set --output --directory --in-place --backup --overwrite
-            --files-from --null --password-file --keep-signed --jobs --timeout --memory-limit --dry-run --json --quiet --help -p -o -d -i -j -n -q -h -0"
+        words="--pages --action --list --favourite --settings --set --output --directory --in-place --backup --overwrite --rename --name
+            --recursive --report --resume --shard --files-from --null --password-file --keep-signed --jobs --timeout --memory-limit --dry-run --json --quiet --help
+            -p -o -d -i -j -n -q -r -h -0"
         ;;
     configure)
         words="--set --hide-add-to-action-list --inside --help -h"

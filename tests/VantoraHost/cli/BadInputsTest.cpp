@@ -100,7 +100,7 @@ const std::vector<Case> cases = {
      1,
      "pipe.pdf",
      "pipe",
-     "- to read one from standard input"},
+     "- for standard input"},
     {"an_empty_file",
      {"-p", "1", "empty.pdf", "-o", "out.pdf"},
      1,

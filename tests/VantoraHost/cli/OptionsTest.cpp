@@ -33,7 +33,8 @@ TEST(RunOptions, SayWhatToDoWithWhat)
     EXPECT_THAT(options.inputs, ElementsAre("a.pdf", "b.pdf"));
     EXPECT_EQ(std::get<ToFolder>(*options.destination).path, "out");
     EXPECT_EQ(options.passwordFile, "p");
-    EXPECT_TRUE(options.overwrite && options.quiet && options.json);
+    EXPECT_TRUE(options.quiet && options.json);
+    EXPECT_EQ(options.taken, TakenName::Replace);
     EXPECT_FALSE(options.dryRun);
 }
 
@@ -46,6 +47,20 @@ TEST(RunOptions, LimitTheWorkers)
     EXPECT_EQ(options.memoryLimit, 1073741824U);
     const RunOptions others = parsedRun({"run", "-p", "1", "a", "-n"});
     EXPECT_FALSE(others.jobs || others.timeout || others.memoryLimit);
+}
+
+TEST(RunOptions, MakeARunOneOfSeveral)
+{
+    const RunOptions options =
+        parsedRun({"run", "-p", "1", "-r", "in", "-d", "out", "--name", "{name}.x", "--rename",
+                   "--report", "a", "--resume", "a", "--resume", "b", "--shard", "2/8"});
+    EXPECT_TRUE(options.recursive);
+    EXPECT_EQ(std::get<ToFolder>(*options.destination).name->of("c.pdf", 1, 1), "c.x");
+    EXPECT_EQ(options.taken, TakenName::Number);
+    EXPECT_EQ(options.reportPath, "a");
+    EXPECT_THAT(options.resumed, ElementsAre("a", "b"));
+    EXPECT_EQ(options.share.number, 2U);
+    EXPECT_EQ(options.share.count, 8U);
 }
 
 TEST(RunOptions, KeepTheStepsInTheirOrder)
@@ -180,6 +195,16 @@ INSTANTIATE_TEST_SUITE_P(
         Mistake{"a_limit_on_no_worker",
                 {"run", "-p", "1", "a", "-n", "-j", "0", "--timeout", "5"},
                 "-j 0 has none"},
+        Mistake{"a_name_for_no_folder", {"run", "-p", "1", "a", "-n", "--name", "b"}, "-d DIR"},
+        Mistake{"a_name_of_unknown_parts",
+                {"run", "-p", "1", "a", "-d", "b", "--name", "{date}"},
+                "--name {date}: the name takes {name}"},
+        Mistake{"copy_names_in_place", {"run", "-p", "1", "a", "-i", "--rename"}, "--rename keeps"},
+        Mistake{"one_output_for_a_folder", {"run", "-p", "1", "-r", "a", "-o", "c"}, "-d DIR"},
+        Mistake{"a_report_without_name", {"run", "-p", "1", "a", "-n", "--resume", ""}, "empty"},
+        Mistake{"the_share_0", {"run", "-p", "1", "a", "-n", "--shard", "0/8"}, "1/8 to 8/8"},
+        Mistake{"a_share_too_many", {"run", "-p", "1", "a", "-n", "--shard", "9/8"}, "not 9/8"},
+        Mistake{"a_share_of_unknown_size", {"run", "-p", "1", "a", "-n", "--shard", "1"}, "not 1"},
         Mistake{"an_option_without_value",
                 {"run", "--action", "A", "--set", "x", "a", "-n"},
                 "KEY=VALUE"},

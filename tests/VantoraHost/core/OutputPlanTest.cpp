@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <sys/stat.h>
 
 namespace {
@@ -44,9 +45,22 @@ struct Case {
     const char* name;
     std::vector<std::string> inputs;
     Destination destination;
-    bool overwrite;
+    TakenName taken;
     std::vector<std::string> expected; ///< per input: a path below the folder, or a reason's name
 };
+
+/// An input's place begins after a double slash, or is its file name.
+std::vector<Input> inputsCalled(const std::vector<std::string>& paths)
+{
+    std::vector<Input> inputs;
+    for (const std::string& path : paths) {
+        inputs.push_back(inputNamed(path));
+        if (const std::size_t mark = path.find("//"); mark != std::string::npos) {
+            inputs.back().placeAt = mark + 2;
+        }
+    }
+    return inputs;
+}
 
 std::string described(const Result<Target>& target)
 {
@@ -64,7 +78,7 @@ TEST_P(Plan, Says)
 {
     const Places places;
     const auto targets =
-        planOutputs(GetParam().inputs, GetParam().destination, GetParam().overwrite);
+        planOutputs(inputsCalled(GetParam().inputs), GetParam().destination, GetParam().taken);
     ASSERT_TRUE(targets) << targets.error().sentence;
     std::vector<std::string> got;
     for (const auto& target : *targets) {
@@ -73,70 +87,106 @@ TEST_P(Plan, Says)
     EXPECT_EQ(got, GetParam().expected);
 }
 
+constexpr TakenName refuse = TakenName::Refuse;
+constexpr TakenName replace = TakenName::Replace;
+constexpr TakenName number = TakenName::Number;
+
 const std::vector<Case> cases = {
-    {"a_new_file", {"a.pdf"}, ToFile{"new.pdf"}, false, {"new.pdf"}},
-    {"a_new_file_elsewhere", {"a.pdf"}, ToFile{"out/new.pdf"}, false, {"out/new.pdf"}},
-    {"an_existing_file", {"a.pdf"}, ToFile{"out/b.pdf"}, false, {"output-exists"}},
-    {"an_existing_file_to_replace", {"a.pdf"}, ToFile{"out/b.pdf"}, true, {"out/b.pdf"}},
-    {"a_dangling_link_exists", {"a.pdf"}, ToFile{"out/dangling.pdf"}, false, {"output-exists"}},
-    {"a_link_is_followed", {"a.pdf"}, ToFile{"out/link-to-b.pdf"}, true, {"out/b.pdf"}},
-    {"a_folder", {"a.pdf"}, ToFile{"out"}, true, {"output-not-a-file"}},
-    {"a_name_that_ends_in_a_slash", {"a.pdf"}, ToFile{"new/"}, true, {"output-not-a-file"}},
-    {"a_pipe", {"a.pdf"}, ToFile{"out/pipe.pdf"}, true, {"output-not-a-file"}},
-    {"a_device", {"a.pdf"}, ToFile{"/dev/null"}, true, {"output-not-a-file"}},
-    {"a_missing_folder", {"a.pdf"}, ToFile{"nowhere/new.pdf"}, false, {"output-folder-missing"}},
-    {"a_file_as_folder", {"a.pdf"}, ToFile{"plain/new.pdf"}, false, {"output-folder-missing"}},
-    {"the_input", {"a.pdf"}, ToFile{"a.pdf"}, true, {"output-is-input"}},
-    {"the_input_by_another_name", {"a.pdf"}, ToFile{"sub/../a.pdf"}, true, {"output-is-input"}},
-    {"the_input_through_a_link", {"link.pdf"}, ToFile{"a.pdf"}, true, {"output-is-input"}},
-    {"a_link_to_the_input", {"a.pdf"}, ToFile{"out/link-to-a.pdf"}, true, {"output-is-input"}},
-    {"a_hard_link_of_the_input", {"a.pdf"}, ToFile{"out/hard-a.pdf"}, true, {"output-is-input"}},
-    {"standard_output", {"a.pdf"}, ToStandardOutput{}, false, {"-"}},
-    {"from_standard_input", {"-"}, ToFile{"new.pdf"}, false, {"new.pdf"}},
+    {"a_new_file", {"a.pdf"}, ToFile{"new.pdf"}, refuse, {"new.pdf"}},
+    {"a_new_file_elsewhere", {"a.pdf"}, ToFile{"out/new.pdf"}, refuse, {"out/new.pdf"}},
+    {"an_existing_file", {"a.pdf"}, ToFile{"out/b.pdf"}, refuse, {"output-exists"}},
+    {"an_existing_file_to_replace", {"a.pdf"}, ToFile{"out/b.pdf"}, replace, {"out/b.pdf"}},
+    {"a_dangling_link_exists", {"a.pdf"}, ToFile{"out/dangling.pdf"}, refuse, {"output-exists"}},
+    {"a_link_is_followed", {"a.pdf"}, ToFile{"out/link-to-b.pdf"}, replace, {"out/b.pdf"}},
+    {"a_folder", {"a.pdf"}, ToFile{"out"}, replace, {"output-not-a-file"}},
+    {"a_name_that_ends_in_a_slash", {"a.pdf"}, ToFile{"new/"}, replace, {"output-not-a-file"}},
+    {"a_pipe", {"a.pdf"}, ToFile{"out/pipe.pdf"}, replace, {"output-not-a-file"}},
+    {"a_device", {"a.pdf"}, ToFile{"/dev/null"}, replace, {"output-not-a-file"}},
+    {"a_missing_folder", {"a.pdf"}, ToFile{"nowhere/new.pdf"}, refuse, {"output-folder-missing"}},
+    {"a_file_as_folder", {"a.pdf"}, ToFile{"plain/new.pdf"}, refuse, {"output-folder-missing"}},
+    {"the_input", {"a.pdf"}, ToFile{"a.pdf"}, replace, {"output-is-input"}},
+    {"the_input_by_another_name", {"a.pdf"}, ToFile{"sub/../a.pdf"}, replace, {"output-is-input"}},
+    {"the_input_through_a_link", {"link.pdf"}, ToFile{"a.pdf"}, replace, {"output-is-input"}},
+    {"a_link_to_the_input", {"a.pdf"}, ToFile{"out/link-to-a.pdf"}, replace, {"output-is-input"}},
+    {"a_hard_link_of_the_input", {"a.pdf"}, ToFile{"out/hard-a.pdf"}, replace, {"output-is-input"}},
+    {"standard_output", {"a.pdf"}, ToStandardOutput{}, refuse, {"-"}},
+    {"from_standard_input", {"-"}, ToFile{"new.pdf"}, refuse, {"new.pdf"}},
 
     {"a_folder_of_outputs",
      {"a.pdf", "b.pdf"},
-     ToFolder{"sub/.."},
-     true,
+     ToFolder{"sub/..", {}},
+     replace,
      {"output-is-input", "output-is-input"}},
     {"one_output_exists",
      {"a.pdf", "b.pdf"},
-     ToFolder{"out"},
-     false,
+     ToFolder{"out", {}},
+     refuse,
      {"out/a.pdf", "output-exists"}},
     {"two_inputs_of_one_name",
      {"a.pdf", "b.pdf", "sub/a.pdf"},
-     ToFolder{"out"},
-     true,
+     ToFolder{"out", {}},
+     replace,
      {"output-clash", "out/b.pdf", "output-clash"}},
     {"an_output_that_is_another_input",
      {"a.pdf", "sub/b.pdf", "b.pdf"},
-     ToFolder{"."},
-     true,
+     ToFolder{".", {}},
+     replace,
      {"output-is-input", "output-clash", "output-clash"}},
+    {"a_folder_that_mirrors_another",
+     {"tree//a.pdf", "tree//x/a.pdf", "tree//x/y/a.pdf"},
+     ToFolder{"out", {}},
+     refuse,
+     {"out/a.pdf", "out/x/a.pdf", "out/x/y/a.pdf"}},
+    {"a_mirrored_folder_that_is_a_file",
+     {"tree//b.pdf/a.pdf"},
+     ToFolder{"out", {}},
+     refuse,
+     {"output-folder-missing"}},
+    {"names_of_a_template",
+     {"a.pdf", "tree//x/b.PDF", "plain"},
+     ToFolder{"out", *OutputName::of("{number} {name}-cut{ext}")},
+     refuse,
+     {"out/1 a-cut.pdf", "out/x/2 b-cut.PDF", "out/3 plain-cut"}},
+    {"one_name_for_all",
+     {"a.pdf", "b.pdf"},
+     ToFolder{"out", *OutputName::of("same.pdf")},
+     replace,
+     {"output-clash", "output-clash"}},
+    {"copy_names",
+     {"b.pdf", "sub/b.pdf", "a.pdf", "sub/a.pdf", "tree//b.pdf"},
+     ToFolder{"out", {}},
+     number,
+     {"out/b (1).pdf", "out/b (2).pdf", "out/a.pdf", "out/a (1).pdf", "out/b (3).pdf"}},
+    {"a_copy_name_of_a_file", {"a.pdf"}, ToFile{"plain"}, number, {"plain (1)"}},
+    {"a_copy_name_beside_an_input", {"a.pdf"}, ToFile{"a.pdf"}, number, {"a (1).pdf"}},
+    {"a_folder_has_a_dot_and_the_name_none",
+     {"plain", "tree//x.y/plain"},
+     ToFolder{"out", {}},
+     number,
+     {"out/plain", "out/x.y/plain"}},
 
-    {"in_place", {"a.pdf", "b.pdf"}, InPlace{}, false, {"a.pdf", "b.pdf"}},
-    {"in_place_through_a_link", {"link.pdf"}, InPlace{}, false, {"a.pdf"}},
-    {"in_place_twice", {"b.pdf", "b.pdf"}, InPlace{}, false, {"output-clash", "output-clash"}},
+    {"in_place", {"a.pdf", "b.pdf"}, InPlace{}, refuse, {"a.pdf", "b.pdf"}},
+    {"in_place_through_a_link", {"link.pdf"}, InPlace{}, refuse, {"a.pdf"}},
+    {"in_place_twice", {"b.pdf", "b.pdf"}, InPlace{}, refuse, {"output-clash", "output-clash"}},
     {"in_place_twice_through_a_link",
      {"a.pdf", "link.pdf"},
      InPlace{},
-     true,
+     replace,
      {"output-clash", "output-clash"}},
     {"in_place_twice_through_a_hard_link",
      {"a.pdf", "b.pdf", "hard.pdf"},
      InPlace{},
-     true,
+     replace,
      {"output-clash", "b.pdf", "output-clash"}},
-    {"in_place_with_backup", {"a.pdf"}, InPlace{true}, false, {"a.pdf"}},
-    {"a_backup_that_exists", {"b.pdf"}, InPlace{true}, false, {"backup-exists"}},
-    {"a_backup_to_replace", {"b.pdf"}, InPlace{true}, true, {"b.pdf"}},
+    {"in_place_with_backup", {"a.pdf"}, InPlace{true}, refuse, {"a.pdf"}},
+    {"a_backup_that_exists", {"b.pdf"}, InPlace{true}, refuse, {"backup-exists"}},
+    {"a_backup_to_replace", {"b.pdf"}, InPlace{true}, replace, {"b.pdf"}},
     {"a_backup_that_is_an_input",
      {"b.pdf", "b.pdf.bak"},
      InPlace{true},
-     true,
+     replace,
      {"output-is-input", "b.pdf.bak"}},
-    {"in_place_of_a_missing_file", {"missing.pdf"}, InPlace{}, false, {"missing.pdf"}},
+    {"in_place_of_a_missing_file", {"missing.pdf"}, InPlace{}, refuse, {"missing.pdf"}},
 };
 
 INSTANTIATE_TEST_SUITE_P(Outputs, Plan, testing::ValuesIn(cases),
@@ -146,17 +196,38 @@ TEST(OutputFolder, IsOneErrorForTheWholeRun)
 {
     const Places places;
     for (const char* folder : {"nowhere", "plain"}) {
-        const auto targets = planOutputs({"a.pdf", "b.pdf"}, ToFolder{folder}, true);
+        const auto targets = planOutputs(inputsCalled({"a.pdf"}), ToFolder{folder, {}}, replace);
         ASSERT_FALSE(targets) << folder;
         EXPECT_EQ(targets.error().reason, Reason::OutputFolderMissing);
         EXPECT_EQ(targets.error().file, folder);
     }
 }
 
+TEST(OutputFolder, KeepsThePlacesOfInputsThatAreLeftAlone)
+{
+    const Places places;
+    std::vector<Input> inputs = inputsCalled({"b.pdf", "a.pdf", "sub/a.pdf"});
+    inputs[0].leftAlone = inputs[1].leftAlone = true;
+    EXPECT_EQ(described(planOutputs(inputs, ToFolder{"out", {}}, refuse)->at(2)), "output-clash");
+    EXPECT_EQ(described(planOutputs(inputs, ToFolder{"out", {}}, number)->at(2)), "out/a (1).pdf");
+}
+
+TEST(OutputFolder, IsMadeWhereItCanBe)
+{
+    const Places places;
+    const std::vector<std::string> names = {"tree//x/y/a.pdf", "tree//plain/a.pdf"};
+    auto targets = *planOutputs(inputsCalled(names), ToFolder{"out", {}}, refuse);
+    std::ofstream("out/plain") << "in the way since the outputs were planned";
+    makeFolders(names, targets);
+    EXPECT_TRUE(fs::is_directory("out/x/y"));
+    EXPECT_EQ(described(targets[0]), "out/x/y/a.pdf");
+    EXPECT_EQ(described(targets[1]), "output-not-writable");
+}
+
 TEST(Backup, StandsBesideTheFileBehindTheLink)
 {
     const Places places;
-    const auto targets = planOutputs({"sub/../link.pdf"}, InPlace{true}, false);
+    const auto targets = planOutputs(inputsCalled({"sub/../link.pdf"}), InPlace{true}, refuse);
     ASSERT_TRUE(targets && targets->front());
     EXPECT_EQ(targets->front()->backup, fs::canonical("a.pdf").string() + ".bak");
 }

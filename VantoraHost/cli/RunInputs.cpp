@@ -1,0 +1,69 @@
+#include "VantoraHost/cli/RunInputs.h"
+
+#include "VantoraHost/cli/InputFiles.h"
+#include "VantoraHost/cli/Messages.h"
+#include "VantoraHost/core/EarlierReports.h"
+
+namespace vantora::cli {
+
+namespace {
+
+// The folder of the outputs, which a search is not to go into.
+std::string outputFolder(const RunOptions& options)
+{
+    const auto* folder =
+        options.destination ? std::get_if<ToFolder>(&*options.destination) : nullptr;
+    return folder ? folder->path : "";
+}
+
+Outcome add(std::vector<Input>& inputs, std::vector<std::string> names, const RunOptions& options,
+            const Streams& streams)
+{
+    for (std::string& name : names) {
+        if (!options.recursive || name == standardStream || !isFolder(name)) {
+            inputs.push_back(inputNamed(std::move(name)));
+            continue;
+        }
+        Result<std::vector<Input>> found = inputsBelow(name, outputFolder(options));
+        if (!found) {
+            return tl::unexpected<Error>(std::move(found.error()));
+        }
+        if (found->empty()) {
+            printWarning(streams, name, "the folder holds no PDF file (a name that ends in .pdf)");
+        }
+        std::move(found->begin(), found->end(), std::back_inserter(inputs));
+    }
+    return {};
+}
+
+} // namespace
+
+Result<RunInputs> inputsOf(const RunOptions& options, const Streams& streams)
+{
+    RunInputs inputs;
+    std::vector<std::string> names = options.inputs;
+    if (!options.filesFrom.empty()) {
+        auto listed = readFileList(options.filesFrom, options.endedByNull, streams);
+        if (!listed) {
+            return tl::unexpected<Error>(std::move(listed.error()));
+        }
+        std::move(listed->begin(), listed->end(), std::back_inserter(names));
+    }
+    if (const Outcome added = add(inputs.all, std::move(names), options, streams); !added) {
+        return tl::unexpected<Error>(added.error());
+    }
+    const Result<EarlierReports> earlier = EarlierReports::read(options.resumed);
+    if (!earlier) {
+        return tl::unexpected<Error>(earlier.error());
+    }
+    for (Input& input : inputs.all) {
+        const bool ours = options.share.holds(input.path);
+        const bool done = ours && earlier->stillDone(input.path);
+        input.leftAlone = !ours || done;
+        inputs.elsewhere += ours ? 0 : 1;
+        inputs.doneBefore += done ? 1 : 0;
+    }
+    return inputs;
+}
+
+} // namespace vantora::cli

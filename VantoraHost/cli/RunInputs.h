@@ -1,0 +1,25 @@
+#pragma once
+
+#include "VantoraHost/cli/Options.h"
+#include "VantoraHost/cli/Streams.h"
+#include "VantoraHost/core/Inputs.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace vantora::cli {
+
+/// The documents that a run is about.
+struct RunInputs {
+    std::vector<Input> all;     ///< in their order; those left alone are among them
+    std::size_t doneBefore = 0; ///< left alone, because an earlier run did them
+    std::size_t elsewhere = 0;  ///< left alone, because they belong to other shares
+
+    std::size_t toDo() const { return all.size() - doneBefore - elsewhere; }
+};
+
+/// Those that the options name: on the command line, in a list, in folders. Says on the error
+/// stream which folders hold no document.
+Result<RunInputs> inputsOf(const RunOptions& options, const Streams& streams);
+
+} // namespace vantora::cli

@@ -1,0 +1,79 @@
+#include "VantoraHost/cli/RunSummary.h"
+
+#include "VantoraHost/cli/Messages.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vantora::cli {
+
+void RunSummary::add(const DocumentReport& report)
+{
+    if (report.status == DocumentStatus::Failed) {
+        ++failed_;
+        if (report.error) {
+            ++reasons[report.error->reason];
+        }
+        return;
+    }
+    ++done;
+    withWarnings += report.warnings.empty() && report.repairs.empty() ? 0 : 1;
+    pagesRemoved += report.pagesRemoved ? report.pagesRemoved->size() : 0;
+    if (report.bytesAfter) {
+        bytesBefore += report.bytesBefore.value_or(0);
+        bytesAfter += *report.bytesAfter;
+    }
+}
+
+std::string RunSummary::documentsText(std::size_t total) const
+{
+    std::string text = grouped(done) + " of " + grouped(total) + " documents done";
+    if (withWarnings > 0) {
+        text += ", " + grouped(withWarnings) + " with warnings";
+    }
+    if (failed_ > 0) {
+        text += ", " + grouped(failed_) + " failed";
+        const char* separator = " (";
+        for (const auto& [reason, count] : reasons) {
+            text += separator + grouped(count) + ' ' + reasonName(reason);
+            separator = ", ";
+        }
+        text += reasons.empty() ? "" : ")";
+    }
+    return text;
+}
+
+std::string RunSummary::workText(double seconds) const
+{
+    if (done == 0) {
+        return {};
+    }
+    std::string text = grouped(pagesRemoved) + " pages removed";
+    if (bytesAfter > 0) {
+        text += "; " + sizeText(bytesBefore) + " before, " + sizeText(bytesAfter) + " after";
+    }
+    return text + "; " + rateText(finished(), seconds) + " documents a second";
+}
+
+std::string durationText(double seconds)
+{
+    const auto whole = static_cast<std::uint64_t>(std::ceil(std::max(0.0, seconds)));
+    if (whole < 100) {
+        return std::to_string(whole) + " s";
+    }
+    const std::uint64_t minutes = (whole + 59) / 60;
+    return minutes < 100 ? std::to_string(minutes) + " min"
+                         : grouped(minutes / 60) + " h " + std::to_string(minutes % 60) + " min";
+}
+
+std::string rateText(std::size_t documents, double seconds)
+{
+    const double rate = static_cast<double>(documents) / std::max(seconds, 1e-6);
+    if (rate >= 10) {
+        return grouped(static_cast<std::uint64_t>(std::llround(rate)));
+    }
+    const auto tenths = static_cast<std::uint64_t>(std::llround(rate * 10));
+    return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10);
+}
+
+} // namespace vantora::cli

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "VantoraHost/core/DocumentReport.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+
+namespace vantora::cli {
+
+/// Counts what becomes of the documents of a run.
+class RunSummary {
+public:
+    void add(const DocumentReport& report);
+
+    std::size_t finished() const { return done + failed_; }
+    std::size_t failed() const { return failed_; }
+
+    /// How many of `total` documents are done, with warnings, and failed, by reason.
+    std::string documentsText(std::size_t total) const;
+
+    /// Pages, bytes and documents a second, of what was done in so many seconds; empty when nothing
+    /// was.
+    std::string workText(double seconds) const;
+
+private:
+    std::size_t done = 0; ///< or planned, in a dry run
+    std::size_t failed_ = 0;
+    std::size_t withWarnings = 0;
+    std::map<Reason, std::size_t> reasons;
+    std::uint64_t pagesRemoved = 0;
+    std::uint64_t bytesBefore = 0; ///< of documents with an output, as bytesAfter
+    std::uint64_t bytesAfter = 0;
+};
+
+/// A time for people: "8 s", "3 min" or "2 h 10 min".
+std::string durationText(double seconds);
+
+/// Documents in a second: "2,340", or "0.4" where they are few.
+std::string rateText(std::size_t documents, double seconds);
+
+} // namespace vantora::cli

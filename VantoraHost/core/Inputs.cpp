@@ -1,0 +1,96 @@
+#include "VantoraHost/core/Inputs.h"
+
+#include "VantoraApp/CActionUtils.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QTextCodec>
+
+#include <cerrno>
+#include <cstdint>
+#include <filesystem>
+#include <unistd.h>
+
+namespace vantora {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// While it lives, Qt takes the names of files for texts of which each character is one byte, so
+/// that every name comes through, whatever the locale makes of it.
+class NamesAreBytes {
+public:
+    NamesAreBytes() { QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1")); }
+    ~NamesAreBytes() { QTextCodec::setCodecForLocale(before); }
+    NamesAreBytes(const NamesAreBytes&) = delete;
+    NamesAreBytes& operator=(const NamesAreBytes&) = delete;
+
+private:
+    QTextCodec* const before = QTextCodec::codecForLocale();
+};
+
+std::string withSlash(std::string folder)
+{
+    return folder.empty() || folder.back() == '/' ? folder : folder + '/';
+}
+
+/// What paths below `folder` begin with when they lie in `inner`; empty when that isn't below it.
+std::string prefixOf(const std::string& inner, const std::string& folder)
+{
+    std::error_code failed;
+    const fs::path below = fs::weakly_canonical(inner, failed)
+                               .lexically_relative(fs::weakly_canonical(folder, failed));
+    if (inner.empty() || failed || below.empty() || below == "." || *below.begin() == "..") {
+        return {};
+    }
+    return withSlash(below);
+}
+
+} // namespace
+
+Input inputNamed(std::string path)
+{
+    const std::size_t slash = path.rfind('/');
+    return {std::move(path), slash == std::string::npos ? 0 : slash + 1};
+}
+
+bool isFolder(const std::string& path)
+{
+    std::error_code failed;
+    return fs::is_directory(path, failed);
+}
+
+Result<std::vector<Input>> inputsBelow(const std::string& folder, const std::string& outputs)
+{
+    if (::access(folder.c_str(), R_OK | X_OK) != 0) {
+        return fail(Reason::InputUnreadable, folder,
+                    "the folder can't be read: " + systemMessage(errno));
+    }
+    const std::string beginning = withSlash(folder);
+    const std::string leftOut = prefixOf(outputs, folder);
+    const NamesAreBytes scope;
+    const QDir searched(QString::fromLatin1(folder.data(), static_cast<int>(folder.size())));
+    const int above = searched.absolutePath().size();
+    std::vector<Input> found;
+    for (const QString& file : CActionUtils::SearchFilesInDir(searched, {"pdf"}, true)) {
+        std::string below = file.mid(above).toLatin1().toStdString();
+        below.erase(0, below.find_first_not_of('/'));
+        if (leftOut.empty() || below.compare(0, leftOut.size(), leftOut) != 0) {
+            found.push_back({beginning + below, beginning.size()});
+        }
+    }
+    return found;
+}
+
+// FNV-1a (Fowler, Noll and Vo) with 64 bits; the halves are joined because its low bits alone
+// depend on the low bits of the bytes alone.
+bool Share::holds(std::string_view path) const
+{
+    std::uint64_t hash = 0xcbf29ce484222325U;
+    for (const char byte : path) {
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001b3U;
+    }
+    return ((hash >> 32U) ^ hash) % count == number - 1;
+}
+
+} // namespace vantora
