@@ -26,8 +26,7 @@ constexpr char runExamples[] = R"(Examples:
     vantora run --pages 1 --in-place --backup scans/*.pdf
   In a pipe:
     vantora run --pages 1 - -o - <report.pdf >short.pdf
-  A whole folder, so that the run can be gone on with when it is interrupted:
-    vantora run --pages 1 -r scans -d cut --report cut.jsonl
+  A whole folder; given again after an interruption, it goes on where it was:
     vantora run --pages 1 -r scans -d cut --report cut.jsonl --resume cut.jsonl
   What was saved from an options dialog:
     vantora run --list "Clean scans" scans/*.pdf -d clean

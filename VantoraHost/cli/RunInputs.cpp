@@ -16,6 +16,19 @@ std::string outputFolder(const RunOptions& options)
     return folder ? folder->path : "";
 }
 
+// The reports to go on with. The one that this run writes need not be there yet, so that a command
+// that names it twice serves the first time as well as every other.
+std::vector<std::string> reportsToRead(const RunOptions& options)
+{
+    std::vector<std::string> reports;
+    for (const std::string& path : options.resumed) {
+        if (path != options.reportPath || identityOf(path)) {
+            reports.push_back(path);
+        }
+    }
+    return reports;
+}
+
 Outcome add(std::vector<Input>& inputs, std::vector<std::string> names, const RunOptions& options,
             const Streams& streams)
 {
@@ -52,7 +65,7 @@ Result<RunInputs> inputsOf(const RunOptions& options, const Streams& streams)
     if (const Outcome added = add(inputs.all, std::move(names), options, streams); !added) {
         return tl::unexpected<Error>(added.error());
     }
-    const Result<EarlierReports> earlier = EarlierReports::read(options.resumed);
+    const Result<EarlierReports> earlier = EarlierReports::read(reportsToRead(options));
     if (!earlier) {
         return tl::unexpected<Error>(earlier.error());
     }

@@ -3,6 +3,7 @@
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/core/PageForecast.h"
 
+#include <algorithm>
 #include <ostream>
 
 namespace vantora::cli {
@@ -41,6 +42,10 @@ std::string resultLine(const DocumentReport& report)
 
 std::string howToGoOn(const RunOptions& options)
 {
+    const auto& resumed = options.resumed;
+    if (std::find(resumed.begin(), resumed.end(), options.reportPath) != resumed.end()) {
+        return "to go on, give the same command again";
+    }
     if (!options.reportPath.empty()) {
         return "to go on, give the same command with --resume " + shown(options.reportPath);
     }
