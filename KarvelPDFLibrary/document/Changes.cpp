@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 
+#include <climits>
 #include <qpdf/QPDFExc.hh>
 #include <stdexcept>
 
@@ -42,16 +43,36 @@ QPDFObjectHandle Changes::editTrailer()
     return file_.getTrailer();
 }
 
-QPDFObjectHandle Changes::add(const QPDFObjectHandle& direct)
+/// Fails for numbers that are far above what the document needs: tables go by them.
+void Changes::checkNumber(std::uint64_t number)
 {
-    QPDFObjectHandle added = direct.isIndirect() ? direct : file_.makeIndirectObject(direct);
-    // libqpdf gives numbers above those of references to nothing.
-    const auto number = static_cast<std::uint64_t>(added.getObjectID());
-    if (index::isOutOfProportion(number, objects_.size()) &&
-        index::isOutOfProportion(number, file_.getXRefTable().size() + objects_.size())) {
+    const std::size_t added = objects_.size();
+    if (number > INT_MAX ||
+        (index::isOutOfProportion(number, added) &&
+         index::isOutOfProportion(number, file_.getXRefTable().size() + added))) {
         throw QPDFExc(qpdf_e_damaged_pdf, file_.getFilename(), "", 0,
                       "it refers to object " + std::to_string(number - 1) + ", which is not there");
     }
+}
+
+QPDFObjectHandle Changes::withNumber(const QPDFObjectHandle& direct)
+{
+    if (!highestNumber_) {
+        return file_.makeIndirectObject(direct);
+    }
+    QPDFObjectHandle object;
+    do { // libqpdf gives numbers to objects as well
+        checkNumber(++*highestNumber_);
+        object = file_.getObject(static_cast<int>(*highestNumber_), 0);
+    } while (!object.isNull());
+    file_.replaceObject(object.getObjGen(), direct);
+    return object;
+}
+
+QPDFObjectHandle Changes::add(const QPDFObjectHandle& direct)
+{
+    QPDFObjectHandle added = direct.isIndirect() ? direct : withNumber(direct);
+    checkNumber(static_cast<std::uint64_t>(added.getObjectID()));
     record(added.getObjGen(), Kind::Added);
     return added;
 }
@@ -90,14 +111,28 @@ const std::string* Changes::text(int number) const
     return found == texts_.end() ? nullptr : &found->second.second;
 }
 
+/// What is not changed by the text stays the same object, for those who hold it.
 void Changes::build(int number)
 {
     const auto found = texts_.find(number);
-    if (found != texts_.end()) {
-        const auto& [generation, text] = found->second;
-        put(QPDFObjGen(number, generation), QPDFObjectHandle::parse(&file_, text));
-        texts_.erase(found);
+    if (found == texts_.end()) {
+        return;
     }
+    const auto& [generation, text] = found->second;
+    QPDFObjectHandle present = file_.getObject(QPDFObjGen(number, generation));
+    QPDFObjectHandle value = QPDFObjectHandle::parse(&file_, text);
+    for (const std::string& key : present.getKeys()) {
+        if (!value.hasKey(key)) {
+            present.removeKey(key);
+        }
+    }
+    for (const auto& [key, entry] : value.getDictAsMap()) {
+        QPDFObjectHandle changed = entry;
+        if (present.getKey(key).unparse() != changed.unparse()) {
+            present.replaceKey(key, changed);
+        }
+    }
+    texts_.erase(found);
 }
 
 void Changes::settle()

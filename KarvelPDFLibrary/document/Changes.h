@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFObjectHandle.hh>
 #include <string>
@@ -19,6 +20,10 @@ public:
 
     explicit Changes(QPDF& file) : file_(file) {}
 
+    /// Tells the highest number that the file has an object for or refers to. Otherwise libqpdf
+    /// reads every object to find a number for a new one.
+    void setHighestNumber(std::uint32_t number) { highestNumber_ = number; }
+
     /// The object for changing: recorded as changed. `object` must be an indirect object.
     QPDFObjectHandle edit(const QPDFObjectHandle& object);
 
@@ -31,8 +36,9 @@ public:
     /// Puts another value in an object's place; what refers to the object sees the new value.
     void replace(QPDFObjGen number, const QPDFObjectHandle& value);
 
-    /// Gives an object a new value by its text, which must hold no strings. libqpdf is told by
-    /// settle(), so that an object whose text is known need not be built.
+    /// Gives a dictionary a new value by its text, which must hold no strings when the file is
+    /// encrypted. libqpdf is told by settle(), so that an object whose text is known need not be
+    /// built.
     void replaceText(QPDFObjGen number, std::string text);
 
     /// The text of an object that was changed by it and has not been built since; null for others.
@@ -70,8 +76,11 @@ private:
     void record(QPDFObjGen number, Kind kind);
     void build(int number);
     void put(QPDFObjGen number, const QPDFObjectHandle& value);
+    void checkNumber(std::uint64_t number);
+    QPDFObjectHandle withNumber(const QPDFObjectHandle& direct);
 
     QPDF& file_;
+    std::optional<std::uint64_t> highestNumber_;
     std::unordered_map<int, Kind> objects_;
     std::vector<QPDFObjGen> removed_;                            // not settled yet
     std::unordered_map<int, std::pair<int, std::string>> texts_; // generation and text, likewise

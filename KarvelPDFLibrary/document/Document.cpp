@@ -149,6 +149,9 @@ Status Document::readPages()
     } else {
         index_ = index::ReferenceIndex::build(*file_, *source_, indexRefusal_);
     }
+    if (index_) {
+        changes_.setHighestNumber(index_->highestNumber());
+    }
     if (Status status = hasPossibleNumbers(); !status) {
         return status;
     }
@@ -310,7 +313,8 @@ void Document::cutAndWriteTree()
     std::vector<PageEntry> entries = order_.toVector();
     if (!nodes_.empty()) {
         pageTree::prune(*file_, changes_, index_.get(), entries, removed_, nodes_);
-    } else if (!pageTree::write(*file_, changes_, entries, inherited_)) {
+    } else if (!pageTree::write(*file_, changes_, index_.get(), source_.get(), entries,
+                                inherited_)) {
         for (PageEntry& entry : entries) {
             entry.inherited = 0;
         }

@@ -280,14 +280,7 @@ void ObjectNotes::keepNodeText(std::string_view text)
     if (index_.kids_.size() == kidsBefore_) {
         return;
     }
-    bool hasStrings = text.find('(') != std::string_view::npos;
-    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-        if (text[i] == '<') {
-            hasStrings = hasStrings || text[i + 1] != '<';
-            ++i;
-        }
-    }
-    if (hasStrings) {
+    if (mayHoldStrings(text)) {
         index_.kids_.pop_back();
         return;
     }
@@ -352,7 +345,9 @@ bool ObjectNotes::keep(IndexedObject& object, std::uint32_t number, int flags)
 void ObjectNotes::resolveReferences()
 {
     std::vector<std::uint32_t>& all = index_.references_;
+    index_.highestNumber_ = index_.size() - 1;
     for (std::size_t i = 0; i < all.size(); ++i) {
+        index_.highestNumber_ = std::max(index_.highestNumber_, all[i]);
         if (!index_.contains(all[i]) || index_.objects_[all[i]].generation != generations_[i]) {
             all[i] = 0;
         }

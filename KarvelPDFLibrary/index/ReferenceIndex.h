@@ -138,6 +138,9 @@ public:
     /// One more than the highest object number.
     std::uint32_t size() const { return static_cast<std::uint32_t>(objects_.size()); }
 
+    /// The highest number of an object or of a reference, to whatever.
+    std::uint32_t highestNumber() const { return highestNumber_; }
+
     const IndexedObject& object(std::uint32_t number) const { return objects_[number]; }
 
     bool contains(std::uint32_t number) const
@@ -205,6 +208,7 @@ private:
     friend class IndexBuilder;
     friend class ObjectNotes;
 
+    std::uint32_t highestNumber_ = 0;
     std::vector<IndexedObject> objects_;
     std::vector<std::uint32_t> references_;
     std::vector<KidsOfNode> kids_;               // by object number

@@ -83,6 +83,16 @@ bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value)
     return at > start && at - start < 11;
 }
 
+bool mayHoldStrings(std::string_view text)
+{
+    for (std::size_t i = 0; (i = text.find_first_of("(<", i)) != std::string_view::npos; i += 2) {
+        if (text[i] == '(' || i + 1 == text.size() || text[i + 1] != '<') {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::string decodedName(std::string_view name)
 {
     std::string decoded;

@@ -112,6 +112,9 @@ std::size_t skipSpace(std::string_view text, std::size_t at);
 /// Reads an unsigned decimal number of at most ten digits; false when there is none at `at`.
 bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value);
 
+/// Whether there may be strings in a value's text.
+bool mayHoldStrings(std::string_view text);
+
 /// A name without its slash with "#" escapes resolved.
 std::string decodedName(std::string_view name);
 

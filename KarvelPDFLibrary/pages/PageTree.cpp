@@ -7,9 +7,6 @@ namespace karvel::pageTree {
 
 namespace {
 
-/// Kids of one node: few enough to be found quickly, many enough for a flat tree.
-constexpr std::size_t fanOut = 64;
-
 /// A tree that is deeper is written anew when pages go.
 constexpr std::size_t deepestPrunable = 40;
 
@@ -257,115 +254,11 @@ private:
     std::vector<bool> taken_;
 };
 
-/// Gives dictionaries a number, so that pages can share them instead of each holding a copy.
-void makeShareable(Changes& changes, std::vector<InheritedSet>& sets)
-{
-    for (InheritedSet& set : sets) {
-        for (QPDFObjectHandle& value : set) {
-            if (value.isInitialized() && value.isDictionary() && !value.isIndirect()) {
-                value = changes.add(value.shallowCopy());
-            }
-        }
-    }
-}
-
-/// Moves inherited values into a page that has none of its own.
-void pushInto(QPDFObjectHandle& page, const InheritedSet& set)
-{
-    for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
-        QPDFObjectHandle value = set[i];
-        if (value.isInitialized() && !page.hasKey(inheritableKeys[i])) {
-            page.replaceKey(inheritableKeys[i], value.isIndirect() ? value : value.shallowCopy());
-        }
-    }
-}
-
-void setAtRoot(QPDFObjectHandle& root, const InheritedSet& set)
-{
-    for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
-        if (set[i].isInitialized()) {
-            root.replaceKey(inheritableKeys[i], set[i]);
-        } else {
-            root.removeKey(inheritableKeys[i]);
-        }
-    }
-}
-
-/// A node of the new tree, or a page at the lowest level.
-struct Child {
-    QPDFObjectHandle object;
-    std::size_t pages;
-};
-
-void adopt(QPDFObjectHandle& parent, std::vector<Child>::iterator begin,
-           std::vector<Child>::iterator end)
-{
-    std::vector<QPDFObjectHandle> kids;
-    std::size_t pages = 0;
-    for (auto child = begin; child != end; ++child) {
-        child->object.replaceKey("/Parent", parent);
-        kids.push_back(child->object);
-        pages += child->pages;
-    }
-    parent.replaceKey("/Kids", QPDFObjectHandle::newArray(kids));
-    parent.replaceKey("/Count", QPDFObjectHandle::newInteger(static_cast<long long>(pages)));
-}
-
 } // namespace
 
 Result<ReadPages> read(QPDF& file, Changes& changes, bool reconstructed, Warnings& warnings)
 {
     return Reader(file, changes, reconstructed, warnings).run();
-}
-
-bool write(QPDF& file, Changes& changes, const std::vector<PageEntry>& entries,
-           std::vector<InheritedSet>& inherited)
-{
-    QPDFObjectHandle root = file.getRoot().getKey("/Pages");
-    if (root.isIndirect()) {
-        root = changes.edit(root);
-    } else {
-        root = changes.add(root);
-        changes.edit(file.getRoot()).replaceKey("/Pages", root);
-    }
-
-    root.replaceKey("/Type", QPDFObjectHandle::newName("/Pages"));
-
-    const bool alike = std::all_of(entries.begin(), entries.end(), [&](const PageEntry& entry) {
-        return entry.inherited == entries.front().inherited;
-    });
-    if (!alike) {
-        makeShareable(changes, inherited);
-    }
-    setAtRoot(root, alike ? inherited[entries.front().inherited] : InheritedSet());
-
-    std::vector<Child> level;
-    level.reserve(entries.size());
-    for (const PageEntry& entry : entries) {
-        QPDFObjectHandle page = changes.edit(file.getObject(entry.id()));
-        if (!alike) {
-            pushInto(page, inherited[entry.inherited]);
-        }
-        level.push_back({page, 1});
-    }
-    while (level.size() > fanOut) {
-        std::vector<Child> above;
-        for (auto begin = level.begin(); begin != level.end();) {
-            const auto rest = static_cast<std::size_t>(level.end() - begin);
-            const auto end = begin + static_cast<std::ptrdiff_t>(std::min(fanOut, rest));
-            QPDFObjectHandle node = changes.add(QPDFObjectHandle::newDictionary());
-            node.replaceKey("/Type", QPDFObjectHandle::newName("/Pages"));
-            adopt(node, begin, end);
-            above.push_back({node, 0});
-            for (auto child = begin; child != end; ++child) {
-                above.back().pages += child->pages;
-            }
-            begin = end;
-        }
-        level = std::move(above);
-    }
-    adopt(root, level.begin(), level.end());
-    return alike;
 }
 
 std::optional<ReadPages> readFromIndex(QPDF& file, const index::ReferenceIndex& index)

@@ -59,8 +59,9 @@ std::optional<ReadPages> readFromIndex(QPDF& file, const index::ReferenceIndex& 
 
 /// Writes a balanced tree for an order under the catalog's present root node. Attributes that all
 /// pages inherit alike stay at the root; others move into the pages. Returns whether they stayed.
-bool write(QPDF& file, Changes& changes, const std::vector<PageEntry>& entries,
-           std::vector<InheritedSet>& inherited);
+/// With an index, and the source that it is of, pages are changed by their text where that goes.
+bool write(QPDF& file, Changes& changes, const index::ReferenceIndex* index, io::ByteSource* source,
+           const std::vector<PageEntry>& entries, std::vector<InheritedSet>& inherited);
 
 /// Takes removed pages out of the tree that was read, and nodes that lose all their pages; the
 /// pages that remain, and nodes without removed pages, are not changed.

@@ -12,11 +12,12 @@ using namespace karvel;
 using support::PagedDocument;
 using support::PdfBuilder;
 
-std::string saved(Document& document)
+std::string saved(Document& document, saving::Way way = saving::Way::CopyUnchanged)
 {
     saving::SaveOptions options;
     options.objectStreams = saving::ObjectStreams::Keep;
     options.streamData = saving::StreamData::Keep;
+    options.way = way;
     auto bytes = saving::toString(document, options);
     EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
     return bytes ? *bytes : std::string();
@@ -242,6 +243,109 @@ TEST(PageTree, KeepsWhatPagesInherit)
         EXPECT_EQ(again->pageAttribute(page, "/MediaBox").getArrayItem(2).getIntValue(), width);
         QPDFObjectHandle rotate = again->pageAttribute(page, "/Rotate");
         EXPECT_EQ(rotate.isNull() ? -1 : rotate.getIntValueAsInt(), rotation) << "page " << page;
+    }
+}
+
+/// The entries of pages below a node that rotates them by 90 degrees, with "%P" for the node and
+/// "%N" for an object that is null, and how the pages are rotated.
+constexpr std::pair<const char*, int> deepPages[] = {
+    {"/Parent %P", 90},
+    {"/Parent %P", 90},
+    {"/Parent %P /Rotate 180", 180},
+    {"/Parent %P /Rotate null", 90},
+    {"/Parent %P /Rotate %N", 90},
+    {"/Parent %P /Parent null", 90},
+    {"/Par#65nt %P", 90},
+    {"/Parent 1 0 R /PieceInfo << /Parent %P >>", 90},
+    {"/PieceInfo <</A(/Parent)/B<00>>>/Parent %P", 90},
+    {"", 90},
+};
+constexpr int deepPageCount = std::size(deepPages);
+
+/// These pages below a row of nodes that is too long to be kept, and a page at the root.
+std::string tooDeepTree()
+{
+    PagedDocument file(deepPageCount + 1);
+    PdfBuilder& builder = file.builder;
+    std::string parent = PdfBuilder::reference(file.root);
+    std::string node = PdfBuilder::reference(builder.reserve());
+    builder.set(file.root, "<< /Type /Pages /Count 11 /Kids [" + node + " " +
+                               PdfBuilder::reference(file.pages.back()) + "] >>");
+    for (int depth = 0; depth < 50; ++depth) {
+        const std::string next = PdfBuilder::reference(builder.reserve());
+        builder.set(std::stoi(node),
+                    "<< /Type /Pages /Count 10 /Parent " + parent + " /Kids [" + next + "] >>");
+        parent = std::exchange(node, next);
+    }
+    const std::string nothing = PdfBuilder::reference(builder.add("null"));
+    std::string kids;
+    for (std::size_t i = 0; i < deepPageCount; ++i) {
+        const int page = file.pages[i];
+        std::string entries = deepPages[i].first;
+        for (const auto& [mark, reference] : {std::pair{"%P", node}, std::pair{"%N", nothing}}) {
+            if (const std::size_t at = entries.find(mark); at != std::string::npos) {
+                entries.replace(at, 2, reference);
+            }
+        }
+        builder.set(page,
+                    "<</Type/Page /Contents " + PdfBuilder::reference(page - 1) + entries + ">>");
+        kids += PdfBuilder::reference(page) + " ";
+    }
+    builder.set(std::stoi(node), "<< /Type /Pages /Parent " + parent + " /Count 10 /Kids [" + kids +
+                                     "] /Rotate 90 /MediaBox [0 0 612 792] /Resources << /Font << "
+                                     "/F1 << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> "
+                                     ">> >> >>");
+    return file.build();
+}
+
+/// Expects what tooDeepTree() gave without its first pages, each page where its parent says.
+void expectDeepPagesWithout(int removed, const std::string& pdf)
+{
+    std::vector<int> numbers;
+    auto document = support::opened(pdf, "o");
+    for (int page = 1; page <= document->pageCount(); ++page) {
+        const int number = removed + page;
+        numbers.push_back(number);
+        QPDFObjectHandle dictionary = document->page(page);
+        QPDFObjectHandle rotation = document->pageAttribute(page, "/Rotate");
+        EXPECT_EQ(rotation.isNull() ? 0 : rotation.getIntValueAsInt(),
+                  number > deepPageCount ? 0 : deepPages[number - 1].second)
+            << "page " << number;
+        bool isKid = false;
+        for (const QPDFObjectHandle& kid : dictionary.getKey("/Parent").getKey("/Kids").aitems()) {
+            isKid = isKid || kid.getObjGen() == dictionary.getObjGen();
+        }
+        EXPECT_TRUE(isKid) << "page " << number;
+        if (number == 9) {
+            EXPECT_EQ(dictionary.getKey("/PieceInfo").getKey("/A").getStringValue(), "/Parent");
+        }
+    }
+    EXPECT_EQ(support::pageTexts(pdf, "o"), support::pagesNamed(numbers));
+    EXPECT_EQ(support::problems(pdf, "o"), "");
+}
+
+TEST(PageTree, IsWrittenAnewWhenItIsTooDeep)
+{
+    const std::string asBuilt = tooDeepTree();
+    std::string withoutTwoKeys = asBuilt;
+    const std::string second = " /Parent null";
+    withoutTwoKeys.replace(asBuilt.find(second), second.size(), second.size(), ' ');
+    for (const char* form : {"", "--object-streams=generate", "--encrypt u o 256 --",
+                             "--object-streams=generate --encrypt u o 256 --"}) {
+        SCOPED_TRACE(form);
+        auto document =
+            support::opened(*form == 0 ? asBuilt : support::rewritten(withoutTwoKeys, form), "o");
+        QPDFObjectHandle data = document->page(9).getKey("/PieceInfo");
+        for (const int removed : {1, 2}) {
+            ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
+            expectDeepPagesWithout(removed, saved(*document));
+            expectDeepPagesWithout(removed, saved(*document, saving::Way::Rewrite));
+        }
+        // Who holds a part of a page changes that page, however its place was written.
+        document->editPage(7);
+        data.replaceKey("/New", QPDFObjectHandle::newBool(true));
+        EXPECT_TRUE(
+            support::opened(saved(*document), "o")->page(7).getKey("/PieceInfo").hasKey("/New"));
     }
 }
 

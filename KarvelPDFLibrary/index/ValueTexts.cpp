@@ -1,0 +1,40 @@
+#include "KarvelPDFLibrary/index/ValueTexts.h"
+
+#include "KarvelPDFLibrary/index/BoundedData.h"
+#include "KarvelPDFLibrary/index/ValueScanner.h"
+
+namespace karvel::index {
+
+std::string_view ValueTexts::from(std::uint32_t number)
+{
+    const IndexedObject& object = index_.object(number);
+    if (object.container != 0) {
+        return fromMember(object);
+    }
+    const std::size_t length = object.end - object.start;
+    if (!text_.open(object.start, length) || text_.view().size() < length) {
+        return {};
+    }
+    const std::string_view text = text_.view().substr(0, length);
+    std::size_t at = 0;
+    std::uint64_t written = 0;
+    readUnsigned(text, at, written);
+    at = skipSpace(text, at);
+    readUnsigned(text, at, written);
+    at = skipSpace(text, at);
+    return text.substr(skipSpace(text, std::min(at + 3, length))); // past "obj"
+}
+
+std::string_view ValueTexts::fromMember(const IndexedObject& object)
+{
+    if (container_ != object.container) {
+        QPDFObjectHandle stream = file_.getObject(static_cast<int>(object.container), 0);
+        // The index has decoded it before, so that it is known to be of a reasonable size.
+        data_ = boundedData(stream, SIZE_MAX) + " endobj ";
+        container_ = object.container;
+    }
+    const std::string_view text = std::string_view(data_).substr(object.start);
+    return text.substr(skipSpace(text, 0));
+}
+
+} // namespace karvel::index

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "KarvelPDFLibrary/index/FileText.h"
+#include "KarvelPDFLibrary/index/ReferenceIndex.h"
+
+#include <string>
+#include <string_view>
+
+namespace karvel::index {
+
+/// Reads values of single objects as they are written in the file. Fastest for objects that lie one
+/// after the other.
+class ValueTexts {
+public:
+    ValueTexts(QPDF& file, const ReferenceIndex& index, io::ByteSource& source)
+        : file_(file), index_(index), text_(source)
+    {
+    }
+
+    /// A text that begins with the value of an object of the index and goes on after it, as a
+    /// ValueScanner needs it; valid until the next call. Empty when the source does not give it
+    /// any more.
+    std::string_view from(std::uint32_t number);
+
+private:
+    std::string_view fromMember(const IndexedObject& object);
+
+    QPDF& file_;
+    const ReferenceIndex& index_;
+    FileText text_;
+    std::uint32_t container_ = 0; // the object stream whose data is at hand
+    std::string data_;
+};
+
+} // namespace karvel::index

@@ -1,0 +1,172 @@
+#include "KarvelPDFLibrary/pages/PageTexts.h"
+#include "KarvelPDFLibrary/pages/PageTree.h"
+
+#include <algorithm>
+
+namespace karvel::pageTree {
+
+namespace {
+
+/// Kids of one node: few enough to be found quickly, many enough for a flat tree.
+constexpr std::size_t fanOut = 64;
+
+/// Gives dictionaries a number, so that pages can share them instead of each holding a copy.
+void makeShareable(Changes& changes, std::vector<InheritedSet>& sets)
+{
+    for (InheritedSet& set : sets) {
+        for (QPDFObjectHandle& value : set) {
+            if (value.isInitialized() && value.isDictionary() && !value.isIndirect()) {
+                value = changes.add(value.shallowCopy());
+            }
+        }
+    }
+}
+
+/// Moves inherited values into a page that has none of its own.
+void pushInto(QPDFObjectHandle& page, const InheritedSet& set)
+{
+    for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
+        QPDFObjectHandle value = set[i];
+        if (value.isInitialized() && !page.hasKey(inheritableKeys[i])) {
+            page.replaceKey(inheritableKeys[i], value.isIndirect() ? value : value.shallowCopy());
+        }
+    }
+}
+
+void setAtRoot(QPDFObjectHandle& root, const InheritedSet& set)
+{
+    for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
+        if (set[i].isInitialized()) {
+            root.replaceKey(inheritableKeys[i], set[i]);
+        } else {
+            root.removeKey(inheritableKeys[i]);
+        }
+    }
+}
+
+/// A node that has all its kids, until its own place is known.
+struct Node {
+    QPDFObjGen number;
+    std::string kids;
+    std::size_t pages = 0;
+
+    QPDFObjGen id() const { return number; }
+};
+
+std::size_t pagesIn(const Node& node)
+{
+    return node.pages;
+}
+
+std::size_t pagesIn(const PageEntry&)
+{
+    return 1;
+}
+
+/// Builds a tree from its pages upwards.
+class TreeWriter {
+public:
+    /// `inherited` has what is moved into pages.
+    TreeWriter(QPDF& file, Changes& changes, const std::vector<InheritedSet>& inherited,
+               PageTexts* texts)
+        : file_(file), changes_(changes), inherited_(inherited), texts_(texts)
+    {
+    }
+
+    void write(QPDFObjectHandle root, const std::vector<PageEntry>& pages)
+    {
+        Node top;
+        top.number = root.getObjGen();
+        if (pages.size() <= fanOut) {
+            adopt(top, pages, 0, pages.size());
+        } else {
+            std::vector<Node> level = above(pages);
+            while (level.size() > fanOut) {
+                level = above(level);
+            }
+            adopt(top, level, 0, level.size());
+        }
+        root.replaceKey("/Kids", QPDFObjectHandle::parse(&file_, "[" + top.kids + "]"));
+        root.replaceKey("/Count", QPDFObjectHandle::newInteger(static_cast<long long>(top.pages)));
+    }
+
+private:
+    /// The nodes above a level of nodes or pages.
+    template <typename Child>
+    std::vector<Node> above(const std::vector<Child>& level)
+    {
+        std::vector<Node> nodes;
+        for (std::size_t at = 0; at < level.size(); at += fanOut) {
+            nodes.emplace_back();
+            nodes.back().number = changes_.add(QPDFObjectHandle::newDictionary()).getObjGen();
+            adopt(nodes.back(), level, at, std::min(at + fanOut, level.size()));
+        }
+        return nodes;
+    }
+
+    template <typename Child>
+    void adopt(Node& parent, const std::vector<Child>& level, std::size_t begin, std::size_t end)
+    {
+        for (std::size_t i = begin; i < end; ++i) {
+            place(level[i], parent.number);
+            parent.kids += level[i].id().unparse(' ') + " R ";
+            parent.pages += pagesIn(level[i]);
+        }
+    }
+
+    void place(const Node& node, QPDFObjGen parent)
+    {
+        changes_.replaceText(node.number, "<< /Type /Pages /Parent " + parent.unparse(' ') +
+                                              " R /Kids [" + node.kids + "] /Count " +
+                                              std::to_string(node.pages) + " >>");
+    }
+
+    void place(const PageEntry& entry, QPDFObjGen parent)
+    {
+        const InheritedSet& inherited = inherited_[entry.inherited];
+        if (texts_ == nullptr || !texts_->place(entry.id(), parent, inherited)) {
+            QPDFObjectHandle page = changes_.edit(file_.getObject(entry.id()));
+            pushInto(page, inherited);
+            page.replaceKey("/Parent", file_.getObject(parent));
+        }
+    }
+
+    QPDF& file_;
+    Changes& changes_;
+    const std::vector<InheritedSet>& inherited_;
+    PageTexts* texts_; // null when pages have to be built
+};
+
+} // namespace
+
+bool write(QPDF& file, Changes& changes, const index::ReferenceIndex* index, io::ByteSource* source,
+           const std::vector<PageEntry>& entries, std::vector<InheritedSet>& inherited)
+{
+    QPDFObjectHandle root = file.getRoot().getKey("/Pages");
+    if (root.isIndirect()) {
+        root = changes.edit(root);
+    } else {
+        root = changes.add(root);
+        changes.edit(file.getRoot()).replaceKey("/Pages", root);
+    }
+    root.replaceKey("/Type", QPDFObjectHandle::newName("/Pages"));
+
+    const bool alike = std::all_of(entries.begin(), entries.end(), [&](const PageEntry& entry) {
+        return entry.inherited == entries.front().inherited;
+    });
+    if (!alike) {
+        makeShareable(changes, inherited);
+    }
+    setAtRoot(root, alike ? inherited[entries.front().inherited] : InheritedSet());
+
+    std::optional<PageTexts> texts;
+    if (index != nullptr) {
+        texts.emplace(file, changes, *index, *source);
+    }
+    const std::vector<InheritedSet> nothing(alike ? inherited.size() : 0);
+    TreeWriter(file, changes, alike ? nothing : inherited, texts ? &*texts : nullptr)
+        .write(root, entries);
+    return alike;
+}
+
+} // namespace karvel::pageTree
