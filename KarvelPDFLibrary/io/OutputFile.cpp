@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/io/OutputFile.h"
 
+#include "KarvelPDFLibrary/io/Durability.h"
 #include "KarvelPDFLibrary/io/TemporaryFile.h"
 
 #include <acl/libacl.h>
@@ -17,14 +18,6 @@ namespace karvel::io {
 namespace {
 
 constexpr std::size_t bufferSize = 1024 * 1024;
-std::string folderOf(const std::string& path)
-{
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) {
-        return ".";
-    }
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
 
 tl::unexpected<Error> notWritable(const std::string& path, int error)
 {
@@ -216,31 +209,52 @@ Status OutputFile::rename()
     return result == 0 ? Status() : Status(notWritable(path_, errno));
 }
 
-Status OutputFile::commit()
+Status OutputFile::prepare()
 {
     try {
         flush();
     } catch (const std::exception& exception) {
         return fail(ErrorCode::FileNotWritable, path_ + ": " + exception.what());
     }
-    if (existing_ == Existing::Replace) {
-        if (Status status = takeOverAttributes(); !status) {
-            return status;
-        }
+    return existing_ == Existing::Replace ? takeOverAttributes() : Status();
+}
+
+Status OutputFile::takeReplacement()
+{
+    FileDescriptor file(open(temporary_.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
+    if (!file) {
+        return notWritable(path_, errno);
+    }
+    if (!claimTemporary(file.get())) {
+        return notWritable(path_, ENOENT);
+    }
+    file_ = std::move(file);
+    buffered_ = 0;
+    return {};
+}
+
+Status OutputFile::takeName()
+{
+    // Closing the file would give up the claim on the temporary name.
+    Status status = rename();
+    if (status) {
+        temporary_.clear();
+    }
+    return status;
+}
+
+Status OutputFile::commit()
+{
+    if (Status status = prepare(); !status) {
+        return status;
     }
     if (fsync(file_.get()) != 0) {
         return notWritable(path_, errno);
     }
-    // Closing it would give up the claim on the temporary name.
-    if (Status status = rename(); !status) {
+    if (Status status = takeName(); !status) {
         return status;
     }
-    temporary_.clear();
-    // The name is there; a folder that cannot be synced (some network file systems) is no failure.
-    const FileDescriptor folder(open(folderOf(path_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder) {
-        fsync(folder.get());
-    }
+    syncFolder(folderOf(path_));
     return {};
 }
 

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace karvel::io {
@@ -56,6 +57,20 @@ public:
     /// Syncs the file, gives it the target's name and syncs the folder. A file that is replaced
     /// hands on its owner, mode and access control list. After a failure the target is as it was.
     Status commit();
+
+    /// The parts of commit() for those who commit many files at a time: between these two the file
+    /// has to be synced, and after them the folder (io/Durability.h).
+    Status prepare();
+    Status takeName();
+
+    /// Takes another name in the same folder instead.
+    void aimAt(std::string path) { path_ = std::move(path); }
+
+    /// Where the bytes are until the file has its name.
+    const std::string& temporary() const { return temporary_; }
+
+    /// Goes on with the file that somebody has put in the place of the temporary one.
+    Status takeReplacement();
 
 private:
     OutputFile(std::string path, std::string temporary, FileDescriptor file, Existing existing);

@@ -87,6 +87,10 @@ std::string remedy(Reason reason)
         return "allow more with --timeout, or look what is wrong with it";
     case Reason::Crashed:
         return "the document may be damaged; vantora info shows what can be read of it";
+    case Reason::Killed:
+        return "something else ended them, such as the system when memory is short; run it again, "
+               "with "
+               "fewer workers (-j)";
     case Reason::WorkerFailed:
         return "-j 0 does without worker processes";
     case Reason::ReportExists:

@@ -18,22 +18,37 @@ Result<BatchResult> runBatch(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& 
         return tl::unexpected<Error>(begun.error());
     }
     DocumentJob job(library, sequence, batch.settings);
+    OutputGroup outputs;
     BatchResult result;
+    const auto report = [&](const DocumentReport& done) {
+        ++result.finished;
+        result.failed += done.status == DocumentStatus::Failed ? 1 : 0;
+        observer.documentArrived(done);
+        observer.documentInTurn(done);
+    };
+    const auto placeOutputs = [&] {
+        for (const OutputGroup::Entry& entry : outputs.place()) {
+            report(entry.report);
+        }
+    };
     for (std::size_t i = 0; i < batch.inputs.size() && !result.interrupted; ++i) {
         if (observer.cancelled()) {
             result.interrupted = true;
             break;
         }
-        const DocumentReport report = job.run(batch.inputs[i], batch.targets[i]);
-        if (wasInterrupted(report)) {
-            result.interrupted = true;
-            break;
+        ProcessedDocument document = job.run(batch.inputs[i], batch.targets[i]);
+        result.interrupted = wasInterrupted(document.report);
+        if (document.output) {
+            outputs.add(i, std::move(document.report), std::move(*document.output));
         }
-        ++result.finished;
-        result.failed += report.status == DocumentStatus::Failed ? 1 : 0;
-        observer.documentArrived(report);
-        observer.documentInTurn(report);
+        if (!document.output || outputs.isFull()) {
+            placeOutputs();
+        }
+        if (!document.output && !result.interrupted) {
+            report(document.report);
+        }
     }
+    placeOutputs();
     if (Outcome ended = sequence.end(library); !ended) {
         result.ending = std::move(ended.error());
     }

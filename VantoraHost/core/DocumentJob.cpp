@@ -2,7 +2,6 @@
 
 #include "KarvelPDFLibrary/base/Text.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
-#include "VantoraHost/core/Backup.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/LibraryFailure.h"
 #include "VantoraHost/core/PageForecast.h"
@@ -13,6 +12,7 @@
 #include <filesystem>
 #include <new>
 #include <optional>
+#include <stdexcept>
 #include <system_error>
 
 namespace vantora {
@@ -20,6 +20,16 @@ namespace vantora {
 using karvel::text::toWide;
 
 namespace {
+
+// Up to this size, a document is written from memory, so that its output waits for the disk
+// together with others.
+constexpr std::uint64_t largestSmall = 1024 * 1024;
+
+bool isTaken(const std::string& path)
+{
+    std::error_code failed;
+    return std::filesystem::exists(std::filesystem::symlink_status(path, failed));
+}
 
 std::optional<std::uint64_t> sizeOf(const std::string& path)
 {
@@ -39,40 +49,39 @@ DocumentReport failedReport(const std::string& input, Error error)
     return report;
 }
 
-DocumentReport DocumentJob::run(const std::string& input, const Result<Target>& target)
+ProcessedDocument DocumentJob::run(const std::string& input, const Result<Target>& target)
 {
     const auto start = std::chrono::steady_clock::now();
-    DocumentReport report;
+    ProcessedDocument document;
+    DocumentReport& report = document.report;
     report.input = input;
     report.bytesBefore = input == standardStream ? settings.standardInput.size() : sizeOf(input);
-    const Outcome done =
-        target ? guardedProcess(report, *target) : tl::unexpected<Error>(target.error());
+    Outcome done =
+        target ? guardedProcess(document, *target) : tl::unexpected<Error>(target.error());
     if (!done) {
-        report.status = DocumentStatus::Failed;
-        report.error = done.error();
-        report.output.clear();
-        report.pagesAfter.reset();
-        report.pagesRemoved.reset();
+        document.output.reset();
+        turnIntoFailure(report, std::move(done.error()));
     }
     report.seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    return report;
+    return document;
 }
 
 // Running out of memory over one document is no reason to give up the others.
-Outcome DocumentJob::guardedProcess(DocumentReport& report, const Target& target)
+Outcome DocumentJob::guardedProcess(ProcessedDocument& document, const Target& target)
 {
     try {
-        return process(report, target);
+        return process(document, target);
     } catch (const std::bad_alloc&) {
-        return fail(Reason::OutOfMemory, report.input, "there is not enough memory for it");
+        return fail(Reason::OutOfMemory, {}, "there is not enough memory for it");
     } catch (const std::exception& error) {
-        return fail(Reason::LibraryFailed, report.input, error.what());
+        return fail(Reason::LibraryFailed, {}, error.what());
     }
 }
 
-Outcome DocumentJob::process(DocumentReport& report, const Target& target)
+Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
 {
+    DocumentReport& report = processed.report;
     const Result<OpenDocument> document = OpenDocument::open(
         library, report.input, settings.standardInput, settings.passwords, Access::RemovePages);
     if (!document) {
@@ -95,7 +104,7 @@ Outcome DocumentJob::process(DocumentReport& report, const Target& target)
         if (settings.cancelled()) {
             return fail(Reason::Interrupted, report.input, "interrupted");
         }
-        return save(report, target);
+        return save(processed, target);
     }();
     // What is damaged may show only when it is read, at the latest when saving.
     report.repairs = document->repairs();
@@ -137,8 +146,9 @@ Outcome DocumentJob::changePages(DocumentReport& report)
     return {};
 }
 
-Outcome DocumentJob::save(DocumentReport& report, const Target& target)
+Outcome DocumentJob::save(ProcessedDocument& document, const Target& target)
 {
+    DocumentReport& report = document.report;
     const bool encrypted = library.IsEncrypted() == 1;
     library.ClearLastError();
     constexpr int keepAsTheyAre = 0;
@@ -146,66 +156,87 @@ Outcome DocumentJob::save(DocumentReport& report, const Target& target)
     library.SetStreamDataMode(keepAsTheyAre);
     library.SetLinearization(library.IsLinearized());
     library.SetDeterministicIdentifier(encrypted ? 0 : 1);
-    library.SetOverwriteMode(target.replace ? 1 : 0);
+    // What it replaces, if anything, is a temporary file of this job's.
+    library.SetOverwriteMode(1);
     if (library.LastErrorCode() != 0) {
         return tl::unexpected<Error>(failure(report.input, "can't be saved"));
     }
     if (target.standardOutput) {
         return saveToStandardOutput(report);
     }
-    Outcome saved = saveToFile(report, target);
-    if (!saved && saved.error().reason == Reason::OutputExists && target.number) {
-        // Another run took the name after this one had looked.
-        const Target other = underFreeName(target);
-        report.output = other.name;
-        saved = saveToFile(report, other);
-    }
-    if (!saved) {
+    if (const Outcome saved = saveToFile(document, target); !saved) {
         return saved;
     }
     report.status = DocumentStatus::Done;
-    if (const auto state = stateOf(report.output)) {
-        report.bytesAfter = state->size;
-        report.outputModified = state->changed;
+    return {};
+}
+
+Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& planned)
+{
+    using karvel::io::OutputFile;
+    Target target = planned;
+    if (target.number && isTaken(target.path)) {
+        // Another run took the name after this one had looked.
+        target = underFreeName(target);
+        document.report.output = target.name;
+    }
+    auto file = OutputFile::create(target.path, target.replace ? karvel::io::Existing::Replace
+                                                               : karvel::io::Existing::Refuse);
+    if (!file) {
+        return tl::unexpected<Error>(outputFailure(file.error(), target));
+    }
+    const bool small = document.report.bytesBefore.value_or(0) <= largestSmall;
+    if (Outcome written = small ? writeSmall(*file, target) : writeLarge(*file, target); !written) {
+        return written;
+    }
+    if (const karvel::Status prepared = file->prepare(); !prepared) {
+        return tl::unexpected<Error>(outputFailure(prepared.error(), target));
+    }
+    const auto state = stateOf(file->descriptor());
+    const auto identity = identityOf(file->descriptor());
+    if (!state || !identity) {
+        return fail(Reason::OutputNotWritable, {}, "the output " + target.name + " got lost");
+    }
+    document.report.bytesAfter = state->size;
+    document.report.outputModified = state->changed;
+    document.output.emplace(WrittenOutput{std::move(*file), target, *identity});
+    return {};
+}
+
+Outcome DocumentJob::writeSmall(karvel::io::OutputFile& file, const Target& target)
+{
+    const std::string bytes = library.SaveToString();
+    if (bytes.empty()) {
+        return tl::unexpected<Error>(savingError(target.path, target));
+    }
+    try {
+        file.write(bytes.data(), bytes.size());
+    } catch (const std::runtime_error& error) {
+        return tl::unexpected<Error>(
+            outputFailure({karvel::ErrorCode::FileNotWritable, error.what()}, target));
     }
     return {};
 }
 
-Outcome DocumentJob::saveToFile(DocumentReport& report, const Target& target)
+// The library copies what stays the same from file to file, without taking it into memory.
+Outcome DocumentJob::writeLarge(karvel::io::OutputFile& file, const Target& target)
 {
-    std::optional<Backup> backup;
-    if (!target.backup.empty()) {
-        Result<Backup> made = Backup::of(target.path, target.backup, target.replaceBackup);
-        if (!made) {
-            made.error().file = report.input;
-            return tl::unexpected<Error>(std::move(made.error()));
-        }
-        backup.emplace(std::move(*made));
+    if (library.SaveToFile(toWide(file.temporary())) != 1) {
+        return tl::unexpected<Error>(savingError(file.temporary(), target));
     }
-    const auto before = ownershipOf(target.path);
-    if (library.SaveToFile(toWide(target.path)) != 1) {
-        return tl::unexpected<Error>(savingError(report.input, target));
-    }
-    if (before && !(before == ownershipOf(target.path))) {
-        report.warnings.push_back("its owner or mode could not be kept: only the owner and the "
-                                  "administrator may give a file to others");
-    }
-    if (backup) {
-        if (const Outcome kept = backup->keep(); !kept) {
-            report.warnings.push_back(kept.error().sentence);
-        }
+    if (const karvel::Status taken = file.takeReplacement(); !taken) {
+        return tl::unexpected<Error>(outputFailure(taken.error(), target));
     }
     return {};
 }
 
-Error DocumentJob::savingError(const std::string& input, const Target& target)
+Error DocumentJob::savingError(const std::string& file, const Target& target)
 {
-    Error error = lastLibraryFailure(library, target.path)
+    Error error = lastLibraryFailure(library, file)
                       .value_or(Error{Reason::LibraryFailed, {}, "can't be saved"});
     if (error.reason == Reason::OutputNotWritable || error.reason == Reason::OutputExists) {
         error.sentence = "the output " + target.name + ": " + error.sentence;
     }
-    error.file = input;
     return error;
 }
 

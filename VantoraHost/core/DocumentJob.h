@@ -1,10 +1,12 @@
 #pragma once
 
 #include "VantoraHost/core/DocumentReport.h"
+#include "VantoraHost/core/OutputGroup.h"
 #include "VantoraHost/core/OutputPlan.h"
 #include "VantoraHost/core/Sequence.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,6 +28,13 @@ struct JobSettings {
 /// The report of a document that could not even be begun, or whose processing broke off.
 DocumentReport failedReport(const std::string& input, Error error);
 
+/// What became of a document. An output that is a file is written, but has its name only once it is
+/// placed (OutputGroup); then the report holds.
+struct ProcessedDocument {
+    DocumentReport report;
+    std::optional<WrittenOutput> output;
+};
+
 /// Turns one document into its result: opens it, runs the sequence over it and saves it, whole or
 /// not at all. The input is never written to, but replaced by a finished file where asked.
 class DocumentJob {
@@ -39,15 +48,17 @@ public:
 
     /// Does one document. `target` may be the reason why it can't be written, which is then
     /// reported without opening it.
-    DocumentReport run(const std::string& input, const Result<Target>& target);
+    ProcessedDocument run(const std::string& input, const Result<Target>& target);
 
 private:
-    Outcome guardedProcess(DocumentReport& report, const Target& target);
-    Outcome process(DocumentReport& report, const Target& target);
+    Outcome guardedProcess(ProcessedDocument& document, const Target& target);
+    Outcome process(ProcessedDocument& document, const Target& target);
     Outcome changePages(DocumentReport& report);
-    Outcome save(DocumentReport& report, const Target& target);
-    Outcome saveToFile(DocumentReport& report, const Target& target);
-    Error savingError(const std::string& input, const Target& target);
+    Outcome save(ProcessedDocument& document, const Target& target);
+    Outcome saveToFile(ProcessedDocument& document, const Target& planned);
+    Outcome writeSmall(karvel::io::OutputFile& file, const Target& target);
+    Outcome writeLarge(karvel::io::OutputFile& file, const Target& target);
+    Error savingError(const std::string& file, const Target& target);
     Outcome saveToStandardOutput(DocumentReport& report);
     Error failure(const std::string& input, const char* otherwise);
 

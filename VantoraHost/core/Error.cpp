@@ -67,6 +67,8 @@ const char* reasonName(Reason reason)
         return "timed-out";
     case Reason::Crashed:
         return "crashed";
+    case Reason::Killed:
+        return "killed";
     case Reason::WorkerFailed:
         return "worker-failed";
     case Reason::ReportExists:

@@ -41,6 +41,7 @@ enum class Reason {
     OutOfMemory,
     TimedOut,
     Crashed,
+    Killed,
     WorkerFailed,
     ReportExists,
     NotAReport,

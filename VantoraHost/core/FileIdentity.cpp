@@ -12,12 +12,38 @@ std::optional<struct stat> statusOf(const std::string& path)
     return ::stat(path.c_str(), &status) == 0 ? std::optional<struct stat>(status) : std::nullopt;
 }
 
+std::optional<struct stat> statusOf(int descriptor)
+{
+    struct stat status = {};
+    return ::fstat(descriptor, &status) == 0 ? std::optional<struct stat>(status) : std::nullopt;
+}
+
+std::optional<FileIdentity> identityIn(const std::optional<struct stat>& status)
+{
+    return status ? std::optional<FileIdentity>({status->st_dev, status->st_ino}) : std::nullopt;
+}
+
+std::optional<FileState> stateIn(const std::optional<struct stat>& status)
+{
+    if (!status) {
+        return std::nullopt;
+    }
+    constexpr std::int64_t nanosecondsASecond = 1'000'000'000;
+    return FileState{
+        static_cast<std::uint64_t>(status->st_size),
+        std::to_string(status->st_mtim.tv_sec * nanosecondsASecond + status->st_mtim.tv_nsec)};
+}
+
 } // namespace
 
 std::optional<FileIdentity> identityOf(const std::string& path)
 {
-    const auto status = statusOf(path);
-    return status ? std::optional<FileIdentity>({status->st_dev, status->st_ino}) : std::nullopt;
+    return identityIn(statusOf(path));
+}
+
+std::optional<FileIdentity> identityOf(int descriptor)
+{
+    return identityIn(statusOf(descriptor));
 }
 
 std::optional<FileOwnership> ownershipOf(const std::string& path)
@@ -29,14 +55,12 @@ std::optional<FileOwnership> ownershipOf(const std::string& path)
 
 std::optional<FileState> stateOf(const std::string& path)
 {
-    const auto status = statusOf(path);
-    if (!status) {
-        return std::nullopt;
-    }
-    constexpr std::int64_t nanosecondsASecond = 1'000'000'000;
-    return FileState{
-        static_cast<std::uint64_t>(status->st_size),
-        std::to_string(status->st_mtim.tv_sec * nanosecondsASecond + status->st_mtim.tv_nsec)};
+    return stateIn(statusOf(path));
+}
+
+std::optional<FileState> stateOf(int descriptor)
+{
+    return stateIn(statusOf(descriptor));
 }
 
 } // namespace vantora

@@ -23,6 +23,9 @@ struct FileIdentity {
 /// The file that a path leads to; none when there is nothing.
 std::optional<FileIdentity> identityOf(const std::string& path);
 
+/// An open file.
+std::optional<FileIdentity> identityOf(int descriptor);
+
 /// Whose a file is and what others may do with it.
 struct FileOwnership {
     uid_t user;
@@ -47,6 +50,9 @@ struct FileState {
 
 /// The state of the file that a path leads to; none when there is nothing.
 std::optional<FileState> stateOf(const std::string& path);
+
+/// The state of an open file.
+std::optional<FileState> stateOf(int descriptor);
 
 struct FileIdentityHash {
     std::size_t operator()(const FileIdentity& identity) const

@@ -29,6 +29,14 @@ Reason reasonOf(LibraryCode code)
     }
 }
 
+// The library's sentences name the file themselves.
+std::string withoutFile(std::string sentence, const std::string& file)
+{
+    const std::string prefix = file + ": ";
+    return !file.empty() && sentence.rfind(prefix, 0) == 0 ? sentence.substr(prefix.size())
+                                                           : sentence;
+}
+
 } // namespace
 
 LibraryCode lastLibraryCode(KarvelPDFLibraryCPDylibCPP1311& library)
@@ -47,11 +55,14 @@ std::optional<Error> lastLibraryFailure(KarvelPDFLibraryCPDylibCPP1311& library,
     if (sentence.empty()) {
         sentence = "the PDF library failed with code " + std::to_string(static_cast<int>(code));
     }
-    // The library's sentences name the file themselves.
-    if (const std::string prefix = file + ": "; !file.empty() && sentence.rfind(prefix, 0) == 0) {
-        sentence.erase(0, prefix.size());
-    }
-    return Error{reasonOf(code), file, std::move(sentence)};
+    return Error{reasonOf(code), file, withoutFile(std::move(sentence), file)};
+}
+
+Error outputFailure(const karvel::Error& error, const Target& target)
+{
+    return {reasonOf(static_cast<LibraryCode>(error.code)),
+            {},
+            "the output " + target.name + ": " + withoutFile(error.text, target.path)};
 }
 
 } // namespace vantora

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "KarvelPDFLibrary/base/Error.h"
 #include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/OutputPlan.h"
 
 #include <optional>
 #include <string>
@@ -28,5 +30,8 @@ LibraryCode lastLibraryCode(KarvelPDFLibraryCPDylibCPP1311& library);
 /// there was no failure.
 std::optional<Error> lastLibraryFailure(KarvelPDFLibraryCPDylibCPP1311& library,
                                         const std::string& file);
+
+/// Why an output could not be written, as an error of its document.
+Error outputFailure(const karvel::Error& error, const Target& target);
 
 } // namespace vantora

@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/io/TemporaryFile.h"
 #include "VantoraApp/FileNames.h"
+#include "VantoraHost/core/Backup.h"
 #include "VantoraHost/core/FileIdentity.h"
 
 #include <algorithm>
@@ -272,6 +273,7 @@ void removeAbandonedFiles(const std::vector<Result<Target>>& targets)
     }
     for (const fs::path& folder : folders) {
         karvel::io::removeAbandoned(folder);
+        settleAbandonedBackups(folder);
     }
 }
 

@@ -104,11 +104,40 @@ WorkerTask taskOf(const QJsonObject& json)
     return task;
 }
 
+// As texts, because JSON's numbers are read as doubles, which hold no large inode exactly.
+std::vector<std::string> identityTexts(const FileIdentity& identity)
+{
+    return {std::to_string(identity.device), std::to_string(identity.inode)};
+}
+
+std::optional<FileIdentity> identityOf(const QJsonArray& texts)
+{
+    bool hasDevice = false;
+    bool hasInode = false;
+    const FileIdentity identity = {texts.at(0).toString().toULong(&hasDevice),
+                                   texts.at(1).toString().toULong(&hasInode)};
+    return hasDevice && hasInode ? std::optional<FileIdentity>(identity) : std::nullopt;
+}
+
 struct AnswerWriter {
     JsonObject operator()(const WorkerReady&) const
     {
         JsonObject json;
         json.add("ready", workerProtocol);
+        return json;
+    }
+    JsonObject operator()(const WorkerWritten& written) const
+    {
+        JsonObject json;
+        json.add("number", std::uint64_t{written.number})
+            .add("written", identityTexts(written.output))
+            .addJson("report", toJson(written.report));
+        return json;
+    }
+    JsonObject operator()(const WorkerPlaced& placed) const
+    {
+        JsonObject json;
+        json.add("placed", std::vector<int>(placed.numbers.begin(), placed.numbers.end()));
         return json;
     }
     JsonObject operator()(const WorkerReport& done) const
@@ -120,7 +149,8 @@ struct AnswerWriter {
     JsonObject operator()(const WorkerEnd& end) const
     {
         JsonObject json;
-        json.add("end", end.complaint ? std::optional(errorJson(*end.complaint)) : std::nullopt);
+        json.add("end", end.complaint ? std::optional(errorJson(*end.complaint)) : std::nullopt)
+            .add("asked", end.asked);
         return json;
     }
     JsonObject operator()(const WorkerRefusal& refusal) const
@@ -130,6 +160,36 @@ struct AnswerWriter {
         return json;
     }
 };
+
+std::optional<WorkerAnswer> reportAnswerOf(const QJsonObject& json)
+{
+    auto report = reportOf(json["report"].toObject());
+    const auto number = wholeNumber(json["number"]);
+    if (!report || !number) {
+        return std::nullopt;
+    }
+    const auto document = static_cast<std::size_t>(*number);
+    if (!json.contains("written")) {
+        return WorkerReport{document, std::move(*report)};
+    }
+    const auto identity = identityOf(json["written"].toArray());
+    return identity
+               ? std::optional<WorkerAnswer>(WorkerWritten{document, std::move(*report), *identity})
+               : std::nullopt;
+}
+
+std::optional<WorkerAnswer> placedAnswerOf(const QJsonArray& numbers)
+{
+    WorkerPlaced placed;
+    for (const QJsonValue& value : numbers) {
+        const auto number = wholeNumber(value);
+        if (!number) {
+            return std::nullopt;
+        }
+        placed.numbers.push_back(static_cast<std::size_t>(*number));
+    }
+    return placed;
+}
 
 } // namespace
 
@@ -213,15 +273,15 @@ std::optional<WorkerAnswer> answerOf(std::string_view line)
         return std::nullopt;
     }
     if (json->contains("report")) {
-        auto report = reportOf((*json)["report"].toObject());
-        const auto number = wholeNumber((*json)["number"]);
-        return report && number ? std::optional<WorkerAnswer>(WorkerReport{
-                                      static_cast<std::size_t>(*number), std::move(*report)})
-                                : std::nullopt;
+        return reportAnswerOf(*json);
+    }
+    if ((*json)["placed"].isArray()) {
+        return placedAnswerOf((*json)["placed"].toArray());
     }
     if (json->contains("end")) {
         const QJsonValue end = (*json)["end"];
-        return WorkerEnd{end.isObject() ? std::optional(errorOf(end.toObject())) : std::nullopt};
+        return WorkerEnd{end.isObject() ? std::optional(errorOf(end.toObject())) : std::nullopt,
+                         (*json)["asked"].toBool()};
     }
     if (json->contains("refusal")) {
         return WorkerRefusal{errorOf((*json)["refusal"].toObject())};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/core/DocumentJob.h"
+#include "VantoraHost/core/FileIdentity.h"
 
 #include <QtCore/QByteArray>
 
@@ -19,7 +20,7 @@
 namespace vantora {
 
 /// The version of the messages; a worker refuses the setup of another one.
-inline constexpr int workerProtocol = 1;
+inline constexpr int workerProtocol = 2;
 
 /// What a worker is told first.
 struct WorkerSetup {
@@ -40,7 +41,20 @@ struct WorkerTask {
 /// The worker has its actions and has begun the run.
 struct WorkerReady {};
 
-/// A document is done.
+/// A document's output is written and is about to get its name, after which this is its report.
+/// Whoever finds that very file under the name knows that the document is done.
+struct WorkerWritten {
+    std::size_t number = 0;
+    DocumentReport report;
+    FileIdentity output{};
+};
+
+/// Outputs that were announced so have got their names, and the disk has them.
+struct WorkerPlaced {
+    std::vector<std::size_t> numbers;
+};
+
+/// A document is done; what was announced of it before counts no longer.
 struct WorkerReport {
     std::size_t number = 0;
     DocumentReport report;
@@ -49,6 +63,7 @@ struct WorkerReport {
 /// The worker ends, in an orderly way, and takes no more documents.
 struct WorkerEnd {
     std::optional<Error> complaint; ///< what an action had to complain of at the end of the run
+    bool asked = false;             ///< whether it ends because a signal asked it to
 };
 
 /// The worker can't begin, and neither could another one.
@@ -56,7 +71,8 @@ struct WorkerRefusal {
     Error error;
 };
 
-using WorkerAnswer = std::variant<WorkerReady, WorkerReport, WorkerEnd, WorkerRefusal>;
+using WorkerAnswer =
+    std::variant<WorkerReady, WorkerWritten, WorkerPlaced, WorkerReport, WorkerEnd, WorkerRefusal>;
 
 /// Makes options of what storedBytes made of them.
 using StoredReader = std::function<std::optional<PreferencesMap>(const QByteArray&)>;

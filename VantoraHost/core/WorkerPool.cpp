@@ -1,6 +1,8 @@
 #include "VantoraHost/core/WorkerPool.h"
 
+#include "KarvelPDFLibrary/io/Durability.h"
 #include "KarvelPDFLibrary/io/TemporaryFile.h"
+#include "VantoraHost/core/Backup.h"
 #include "VantoraHost/core/BatchPlan.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/ReportOrder.h"
@@ -11,7 +13,9 @@
 
 #include <algorithm>
 #include <deque>
+#include <map>
 #include <memory>
+#include <set>
 
 namespace vantora {
 
@@ -43,14 +47,63 @@ std::vector<std::uint64_t> sizesOf(const std::vector<std::string>& inputs)
 /// A worker with what it has been given.
 struct Member {
     std::unique_ptr<WorkerProcess> process;
-    std::deque<std::size_t> documents; ///< without a report yet; it is at the first
-    Clock::time_point since;           ///< when it was last heard of or given something
+    std::deque<std::size_t> documents; ///< neither written nor reported yet; it is at the first
+    std::map<std::size_t, WorkerWritten> written; ///< about to get their names
+    Clock::time_point since;                      ///< when it was last heard of or given something
     bool ready = false;
+    bool fresh = true;    ///< hasn't been given anything
     bool closing = false; ///< gets no more documents
     bool orderly = false; ///< has said that it ends
+    bool asked = false;   ///< it ends because somebody sent it a signal
     bool timedOut = false;
+    bool senseless = false; ///< has said what is no answer
     bool gone = false;
+
+    bool isBusy() const { return !documents.empty() || !written.empty(); }
+
+    /// The document that it is at, or the first of those that it gives names to.
+    std::optional<std::size_t> current() const
+    {
+        if (!documents.empty()) {
+            return documents.front();
+        }
+        return written.empty() ? std::nullopt : std::optional(written.begin()->first);
+    }
+
+    /// The documents of which nothing has become.
+    std::vector<std::size_t> lost() const
+    {
+        std::vector<std::size_t> lost(documents.begin(), documents.end());
+        for (const auto& [document, output] : written) {
+            lost.push_back(document);
+        }
+        std::sort(lost.begin(), lost.end());
+        return lost;
+    }
+
+    void forget(std::size_t document)
+    {
+        written.erase(document);
+        documents.erase(std::remove(documents.begin(), documents.end(), document), documents.end());
+    }
 };
+
+std::string seconds(std::chrono::seconds time)
+{
+    return std::to_string(time.count()) + (time.count() == 1 ? " second" : " seconds");
+}
+
+// Whether the output that a worker announced is in its place. The name is not enough: another file
+// may have been there before, or somebody else's may have come.
+bool isPlaced(const WorkerWritten& written, const Target& target)
+{
+    const std::string& path = target.number ? written.report.output : target.path;
+    const auto identity = identityOf(path);
+    const auto state = stateOf(path);
+    return identity && state && *identity == written.output &&
+           state->size == written.report.bytesAfter &&
+           state->changed == written.report.outputModified;
+}
 
 class Pool {
 public:
@@ -67,7 +120,7 @@ public:
     Result<BatchResult> run()
     {
         reportRefused();
-        while (!failure && (plan.left() > 0 || isBusy())) {
+        while (!failure && (plan.left() > 0 || !suspects.empty() || isBusy())) {
             if (!stopping && observer.cancelled()) {
                 stop();
             }
@@ -105,16 +158,15 @@ private:
     bool isBusy() const
     {
         return std::any_of(crew.begin(), crew.end(),
-                           [](const Member& member) { return !member.documents.empty(); });
+                           [](const Member& member) { return member.isBusy(); });
     }
 
     void startWorkers()
     {
-        const auto idle = static_cast<std::size_t>(
-            std::count_if(crew.begin(), crew.end(),
-                          [](const Member& member) { return member.documents.empty(); }));
-        const std::size_t busy = crew.size() - idle;
-        const std::size_t wanted = std::min(settings.count, busy + plan.workersWorthwhile());
+        const auto busy = static_cast<std::size_t>(std::count_if(
+            crew.begin(), crew.end(), [](const Member& member) { return member.isBusy(); }));
+        const std::size_t wanted =
+            std::min(settings.count, busy + plan.workersWorthwhile() + suspects.size());
         while (crew.size() < wanted && !failure) {
             auto process = WorkerProcess::start(settings.program);
             if (!process) {
@@ -132,18 +184,28 @@ private:
         }
     }
 
-    std::vector<std::size_t> nextGroup()
+    // A document that a worker ended over is given alone to one that has done nothing yet, or to
+    // any where no such is to be had.
+    std::vector<std::size_t> nextGroup(const Member& member)
     {
+        const bool freshOneComes = std::any_of(crew.begin(), crew.end(), [](const Member& other) {
+            return other.fresh && !other.closing;
+        });
+        if (!suspects.empty() && (member.fresh || !freshOneComes)) {
+            const std::size_t suspect = suspects.front();
+            suspects.pop_front();
+            return {suspect};
+        }
         return order.bytesHeld() > mostBytesHeld ? plan.only(order.firstMissing()) : plan.next();
     }
 
     void handOut()
     {
         for (Member& member : crew) {
-            if (!member.ready || member.closing || !member.documents.empty()) {
+            if (!member.ready || member.closing || member.isBusy()) {
                 continue;
             }
-            const std::vector<std::size_t> group = nextGroup();
+            const std::vector<std::size_t> group = nextGroup(member);
             if (group.empty()) {
                 continue;
             }
@@ -152,6 +214,7 @@ private:
                 tasks.push_back({document, batch.inputs[document], *batch.targets[document]});
             }
             member.documents.assign(group.begin(), group.end());
+            member.fresh = false;
             member.since = Clock::now();
             member.process->send(tasksMessage(tasks));
         }
@@ -194,19 +257,26 @@ private:
 
     void listenTo(Member& member)
     {
+        const Heard heard = hear(member);
+        if (member.senseless || heard == Heard::End) {
+            bury(member);
+        }
+    }
+
+    Heard hear(Member& member)
+    {
         std::vector<std::string> lines;
-        const bool open = member.process->readAnswers(lines);
+        const Heard heard = member.process->readAnswers(lines);
+        member.senseless = member.senseless || heard == Heard::Nonsense;
         for (const std::string& line : lines) {
             member.since = Clock::now();
             const auto answer = answerOf(line);
-            if (!answer || !take(member, *answer)) {
-                member.process->signal(SIGKILL); // it is out of its mind
+            member.senseless = member.senseless || !answer || !take(member, *answer);
+            if (member.senseless) {
                 break;
             }
         }
-        if (!open) {
-            bury(member);
-        }
+        return heard;
     }
 
     // Returns false for an answer that makes no sense.
@@ -219,67 +289,149 @@ private:
             failure = refusal->error;
         } else if (const auto* end = std::get_if<WorkerEnd>(&answer)) {
             member.orderly = member.closing = true;
+            member.asked = end->asked;
             if (end->complaint && !result.ending) {
                 result.ending = end->complaint;
             }
-        } else {
-            const auto& done = std::get<WorkerReport>(answer);
-            if (member.documents.empty() || member.documents.front() != done.number) {
+        } else if (const auto* written = std::get_if<WorkerWritten>(&answer)) {
+            if (!isAt(member, written->number)) {
                 return false;
             }
             member.documents.pop_front();
+            member.written.emplace(written->number, *written);
+        } else if (const auto* placed = std::get_if<WorkerPlaced>(&answer)) {
+            return std::all_of(placed->numbers.begin(), placed->numbers.end(),
+                               [&](std::size_t document) { return placedBy(member, document); });
+        } else {
+            const auto& done = std::get<WorkerReport>(answer);
+            if (isAt(member, done.number)) {
+                member.documents.pop_front();
+            } else if (member.written.erase(done.number) == 0) {
+                return false;
+            }
             arrived(done.number, done.report);
         }
         return true;
     }
 
-    // A worker has closed its side.
+    static bool isAt(const Member& member, std::size_t document)
+    {
+        return !member.documents.empty() && member.documents.front() == document;
+    }
+
+    // Returns false when it was not written.
+    bool placedBy(Member& member, std::size_t document)
+    {
+        auto written = member.written.extract(document);
+        if (!written.empty()) {
+            arrived(document, std::move(written.mapped().report));
+        }
+        return !written.empty();
+    }
+
+    // A worker has closed its side, or is not going to be waited for any longer.
     void bury(Member& member)
     {
-        const std::string how = member.process->end();
+        if (member.senseless || member.timedOut) {
+            member.process->signal(SIGKILL);
+        }
+        const ProcessEnd end = member.process->end();
         member.gone = true;
-        // Somebody may ask a worker to end, but hardly twice at the same document.
-        const bool again = !member.documents.empty() && member.orderly && !stopping &&
-                           givenUp == member.documents.front();
-        if (member.orderly && !member.documents.empty()) {
-            givenUp = member.documents.front();
+        const auto document = member.current();
+        if (!member.senseless) {
+            hear(member); // its last words
         }
-        if ((!member.orderly || again) && !member.documents.empty()) {
-            const std::size_t document = member.documents.front();
-            if (!stopping || member.timedOut) {
-                member.documents.pop_front();
-            }
-            breakOff(document, member, how);
-        } else if (!member.ready && !member.orderly && ++failedStarts >= hopelessStarts &&
-                   !failure) {
-            failure =
-                Error{Reason::WorkerFailed, {}, "worker processes end before they begin: " + how};
+        settleWritten(member);
+        // One that has been too slow may have been done with it in the last moment.
+        const bool ended = stopping || (member.orderly && !member.asked);
+        const bool toBlame =
+            member.timedOut ? member.current() == document : !ended && member.current();
+        if (!member.ready && !member.orderly) {
+            failedStart(member, end);
+        } else if (toBlame && member.current()) {
+            judge(*member.current(), member, end);
+            member.forget(*member.current());
         }
-        plan.giveBack({member.documents.begin(), member.documents.end()});
+        plan.giveBack(member.lost());
         member.documents.clear();
+        member.written.clear();
+    }
+
+    void failedStart(const Member& member, const ProcessEnd& end)
+    {
+        ++failedStarts;
+        const bool hopeless = failedStarts >= hopelessStarts || (member.timedOut && !begun);
+        if (failure || stopping || !hopeless) {
+            return;
+        }
+        const std::string what =
+            member.timedOut ? "worker processes don't begin within " + seconds(settings.timeToBegin)
+            : member.senseless ? "worker processes answer with what makes no sense"
+                               : "worker processes end before they begin: " + end.text();
+        failure = Error{Reason::WorkerFailed, {}, what};
+    }
+
+    // A worker that is gone may have given some of its outputs their names.
+    void settleWritten(Member& member)
+    {
+        std::set<std::string> folders;
+        const auto note = [&](std::size_t document) {
+            const Target& target = *batch.targets[document];
+            if (!target.path.empty() && !batch.settings.dryRun) {
+                folders.insert(karvel::io::folderOf(target.path));
+            }
+        };
+        if (!member.documents.empty()) {
+            note(member.documents.front());
+        }
+        std::vector<std::size_t> placed;
+        for (const auto& [document, written] : member.written) {
+            note(document);
+            if (isPlaced(written, *batch.targets[document])) {
+                placed.push_back(document);
+            }
+        }
+        for (const std::string& folder : folders) {
+            karvel::io::removeAbandoned(folder);
+            settleAbandonedBackups(folder);
+            karvel::io::syncFolder(folder);
+        }
+        for (const std::size_t document : placed) {
+            placedBy(member, document);
+        }
     }
 
     // The worker ended over this document.
-    void breakOff(std::size_t document, const Member& member, const std::string& how)
+    void judge(std::size_t document, const Member& member, const ProcessEnd& end)
     {
-        const Target& target = *batch.targets[document];
-        if (!target.path.empty()) {
-            const auto folder = std::filesystem::path(target.path).parent_path();
-            karvel::io::removeAbandoned(folder.empty() ? "." : folder);
-        }
-        if (stopping && !member.timedOut) {
-            return; // it counts as not begun
-        }
-        Error error{Reason::Crashed, batch.inputs[document],
-                    "the worker process that was at it ended: " + how};
+        const std::string at = "the worker process that was at it ";
         if (member.timedOut) {
-            error.reason = Reason::TimedOut;
-            error.sentence =
-                "it took longer than " + std::to_string(settings.timeout.count()) + " seconds";
+            breakOff(document, member,
+                     {Reason::TimedOut, {}, "it took longer than " + seconds(settings.timeout)});
+        } else if (member.senseless) {
+            breakOff(document, member,
+                     {Reason::Crashed, {}, at + "gave an answer that makes no sense"});
+        } else if (end.signal == 0 && !member.asked) {
+            breakOff(document, member, {Reason::Crashed, {}, at + "ended: " + end.text()});
+        } else {
+            const ProcessEnd how = member.asked ? ProcessEnd{SIGTERM, 0} : end;
+            const auto [earlier, isFirst] = firstEnds.emplace(document, how);
+            if (isFirst) {
+                suspects.push_back(document);
+                return;
+            }
+            const bool crash = earlier->second.isCrash() || how.isCrash();
+            breakOff(document, member,
+                     {crash ? Reason::Crashed : Reason::Killed,
+                      {},
+                      at + "ended: " + earlier->second.text() +
+                          "; so did a fresh one that had nothing else: " + how.text()});
         }
-        if (!target.replace && !target.path.empty() && identityOf(target.path)) {
-            error.sentence += "; its output was finished before that";
-        }
+    }
+
+    void breakOff(std::size_t document, const Member& member, Error error)
+    {
+        error.file = batch.inputs[document];
         DocumentReport report = failedReport(batch.inputs[document], std::move(error));
         report.seconds = std::chrono::duration<double>(Clock::now() - member.since).count();
         arrived(document, std::move(report));
@@ -289,13 +441,14 @@ private:
     {
         const auto now = Clock::now();
         for (Member& member : crew) {
-            const bool atWork = !member.documents.empty() || !member.ready || member.closing;
-            const bool late =
-                settings.timeout > 0s && atWork && now - member.since > settings.timeout;
+            const bool atWork = member.isBusy() || !member.ready || member.closing;
+            const auto limit = member.ready ? settings.timeout : settings.timeToBegin;
+            const bool late = limit > 0s && atWork && now - member.since > limit;
             const bool obstinate = stopping && now - stoppedAt > timeToStop;
             if (!member.gone && (late || obstinate)) {
-                member.timedOut = member.timedOut || (late && !member.documents.empty());
+                member.timedOut = late && (member.isBusy() || !member.ready);
                 member.process->signal(SIGKILL);
+                bury(member);
             }
         }
     }
@@ -330,11 +483,12 @@ private:
         }
         if (failure) {
             for (auto group = plan.next(); !group.empty(); group = plan.next()) {
-                for (const std::size_t document : group) {
-                    arrived(document, failedReport(batch.inputs[document],
-                                                   {failure->reason, batch.inputs[document],
-                                                    failure->sentence}));
-                }
+                suspects.insert(suspects.end(), group.begin(), group.end());
+            }
+            for (const std::size_t document : suspects) {
+                arrived(document,
+                        failedReport(batch.inputs[document],
+                                     {failure->reason, batch.inputs[document], failure->sentence}));
             }
         }
         order.finish();
@@ -351,7 +505,8 @@ private:
     std::vector<Member> crew;
     BatchResult result;
     std::optional<Error> failure;
-    std::optional<std::size_t> givenUp; ///< where a worker that was asked to end was last
+    std::map<std::size_t, ProcessEnd> firstEnds; ///< of workers, by the document they were at
+    std::deque<std::size_t> suspects;            ///< of these, those to be tried once more
     int failedStarts = 0;
     bool begun = false; ///< whether any worker has
     bool stopping = false;

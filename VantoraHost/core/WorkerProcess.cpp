@@ -133,17 +133,22 @@ void WorkerProcess::writeOrders()
     }
 }
 
-bool WorkerProcess::readAnswers(std::vector<std::string>& lines)
+Heard WorkerProcess::readAnswers(std::vector<std::string>& lines)
 {
-    for (;;) {
+    // A worker that never stops talking is not to keep the run from everything else.
+    constexpr std::size_t mostAtATime = 1024 * 1024;
+    // The report of a million pages takes less than a tenth.
+    constexpr std::size_t longestLine = 64 * 1024 * 1024;
+    for (std::size_t read = 0; read < mostAtATime;) {
         char piece[65536];
         const ssize_t got = ::read(answers.get(), piece, sizeof piece);
         if (got < 0 && errno == EINTR) {
             continue;
         }
         if (got <= 0) {
-            return got < 0 && errno == EAGAIN;
+            return got < 0 && errno == EAGAIN ? Heard::Lines : Heard::End;
         }
+        read += static_cast<std::size_t>(got);
         std::size_t searched = received.size();
         received.append(piece, static_cast<std::size_t>(got));
         std::size_t start = 0;
@@ -152,7 +157,11 @@ bool WorkerProcess::readAnswers(std::vector<std::string>& lines)
             start = searched = end + 1;
         }
         received.erase(0, start);
+        if (received.size() > longestLine) {
+            return Heard::Nonsense;
+        }
     }
+    return Heard::Lines;
 }
 
 void WorkerProcess::signal(int number) const
@@ -162,7 +171,7 @@ void WorkerProcess::signal(int number) const
     }
 }
 
-std::string WorkerProcess::end()
+ProcessEnd WorkerProcess::end()
 {
     if (process <= 0) {
         return {};
@@ -177,8 +186,29 @@ std::string WorkerProcess::end()
         ::usleep(1000);
     }
     process = 0;
-    return WIFSIGNALED(status) ? ::strsignal(WTERMSIG(status))
-                               : "exit status " + std::to_string(WEXITSTATUS(status));
+    return WIFSIGNALED(status) ? ProcessEnd{WTERMSIG(status), 0}
+                               : ProcessEnd{0, WEXITSTATUS(status)};
+}
+
+std::string ProcessEnd::text() const
+{
+    return signal != 0 ? ::strsignal(signal) : "exit status " + std::to_string(status);
+}
+
+bool ProcessEnd::isCrash() const
+{
+    switch (signal) {
+    case SIGSEGV:
+    case SIGABRT:
+    case SIGBUS:
+    case SIGILL:
+    case SIGFPE:
+    case SIGSYS:
+    case SIGTRAP:
+        return true;
+    default:
+        return signal == 0;
+    }
 }
 
 } // namespace vantora

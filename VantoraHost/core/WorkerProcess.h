@@ -15,6 +15,25 @@ namespace vantora {
 /// The command of the program that makes it a worker.
 inline constexpr char workerCommand[] = "worker";
 
+/// How a process ended.
+struct ProcessEnd {
+    int signal = 0; ///< which ended it; 0 for none
+    int status = 0; ///< with which it ended by itself
+
+    /// Such as "Segmentation fault" or "exit status 3".
+    std::string text() const;
+
+    /// Whether it broke down over its own work, rather than being ended by somebody.
+    bool isCrash() const;
+};
+
+/// What became of listening to a worker.
+enum class Heard {
+    Lines,    ///< maybe none
+    End,      ///< the worker has closed its side
+    Nonsense, ///< a line longer than any answer
+};
+
 /// A worker process and the lines that go to it and come from it; neither sending nor receiving
 /// waits. It is killed at the end of this object.
 class WorkerProcess {
@@ -41,13 +60,13 @@ public:
     /// Writes as much as the worker takes.
     void writeOrders();
 
-    /// Adds the lines that have come; false when the worker has closed its side.
-    bool readAnswers(std::vector<std::string>& lines);
+    /// Adds lines that have come; there may be more.
+    Heard readAnswers(std::vector<std::string>& lines);
 
     void signal(int number) const;
 
-    /// Ends the process and says how it ended, such as "Segmentation fault" or "exit status 3".
-    std::string end();
+    /// Ends the process.
+    ProcessEnd end();
 
 private:
     WorkerProcess(pid_t process, karvel::io::FileDescriptor orders,

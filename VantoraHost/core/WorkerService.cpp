@@ -2,6 +2,7 @@
 
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/Confinement.h"
+#include "VantoraHost/core/OutputGroup.h"
 #include "VantoraHost/core/PdfLibrary.h"
 
 #include <unistd.h>
@@ -106,7 +107,7 @@ public:
     WorkerEnd end()
     {
         const Outcome ended = sequence->end(*library);
-        return {ended ? std::nullopt : std::optional(ended.error())};
+        return {ended ? std::nullopt : std::optional(ended.error()), stopped()};
     }
 
 private:
@@ -114,26 +115,51 @@ private:
     bool doGroup(DocumentJob& job, const std::vector<WorkerTask>& tasks)
     {
         for (const WorkerTask& task : tasks) {
-            if (stopped()) {
-                return false;
-            }
-            WorkerReport done{task.number, job.run(task.input, task.target)};
-            const Reason reason = done.report.error ? done.report.error->reason : Reason::NotPdf;
-            if (reason == Reason::Interrupted) {
-                return false;
-            }
-            const bool exhausted = reason == Reason::OutOfMemory;
-            if (exhausted && setup.memoryLimit > 0) {
-                done.report.error->sentence =
-                    "it needs more memory than its worker may use, " + megabytes(setup.memoryLimit);
-            }
-            // Memory that was wanted for one document may be in pieces now; the next document had
-            // better get a fresh worker.
-            if (!lines.answer(done) || exhausted) {
+            if (stopped() || !doDocument(job, task)) {
+                placeOutputs();
                 return false;
             }
         }
-        return true;
+        return placeOutputs();
+    }
+
+    // Returns whether there may be another document.
+    bool doDocument(DocumentJob& job, const WorkerTask& task)
+    {
+        ProcessedDocument done = job.run(task.input, task.target);
+        if (done.output) {
+            const bool announced =
+                lines.answer(WorkerWritten{task.number, done.report, done.output->identity});
+            outputs.add(task.number, std::move(done.report), std::move(*done.output));
+            return announced && (!outputs.isFull() || placeOutputs());
+        }
+        const Reason reason = done.report.error ? done.report.error->reason : Reason::NotPdf;
+        if (reason == Reason::Interrupted) {
+            return false;
+        }
+        const bool exhausted = reason == Reason::OutOfMemory;
+        if (exhausted && setup.memoryLimit > 0) {
+            done.report.error->sentence =
+                "it needs more memory than its worker may use, " + megabytes(setup.memoryLimit);
+        }
+        // Memory that was wanted for one document may be in pieces now; the next document had
+        // better get a fresh worker.
+        return lines.answer(WorkerReport{task.number, std::move(done.report)}) && !exhausted;
+    }
+
+    // Returns whether the run has heard of it.
+    bool placeOutputs()
+    {
+        WorkerPlaced placed;
+        bool heard = true;
+        for (OutputGroup::Entry& entry : outputs.place()) {
+            if (entry.asWritten) {
+                placed.numbers.push_back(entry.number);
+            } else {
+                heard = lines.answer(WorkerReport{entry.number, std::move(entry.report)}) && heard;
+            }
+        }
+        return (placed.numbers.empty() || lines.answer(placed)) && heard;
     }
 
     Lines& lines;
@@ -141,6 +167,7 @@ private:
     const std::function<bool()>& stopped;
     std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library;
     std::unique_ptr<Sequence> sequence;
+    OutputGroup outputs;
 };
 
 } // namespace

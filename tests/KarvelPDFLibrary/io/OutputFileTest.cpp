@@ -116,4 +116,16 @@ TEST_F(OutputFileTest, HandsOnModeAndAccessControlList)
     }
 }
 
+TEST_F(OutputFileTest, GoesOnWithAFileThatSomebodyPutInItsPlace)
+{
+    auto file = OutputFile::create(scratch.path("out.pdf"), Existing::Refuse).value();
+    scratch.write("other", "written by others");
+    fs::rename(scratch.path("other"), file.temporary());
+    ASSERT_TRUE(file.takeReplacement().has_value());
+    EXPECT_EQ(removeAbandoned(scratch.path("")), 0U);
+    ASSERT_TRUE(file.commit().has_value());
+    EXPECT_EQ(support::readFile(scratch.path("out.pdf")), "written by others");
+    EXPECT_EQ(filesInFolder(), 1U);
+}
+
 } // namespace

@@ -116,12 +116,12 @@ TEST_P(MishapOfAWorker, CostsOnlyItsOwnDocument)
 }
 
 const std::vector<Mishap> mishaps = {
-    {"it_crashes", "crash", {}, "at it ended: Aborted"},
-    {"it_is_killed", "be killed", {"-j", "1"}, "at it ended: Killed"},
+    {"it_crashes", "crash", {}, "at it ended: Aborted; so did a fresh one"},
+    {"it_is_killed", "be killed", {"-j", "1"}, "at it ended: Killed; so did a fresh one"},
     {"it_leaves", "leave", {}, "at it ended: exit status 3"},
-    {"it_is_asked_to_end_each_time", "be asked to end", {"-j", "1"}, "ended: exit status 0"},
-    {"it_hangs", "hang", {"--timeout", "1"}, "longer than 1 seconds"},
-    {"it_is_stopped", "be stopped", {"--timeout", "1"}, "longer than 1 seconds"},
+    {"it_is_asked_to_end", "be asked to end", {"-j", "1"}, "ended: Terminated; so did a fresh"},
+    {"it_hangs", "hang", {"--timeout", "1"}, "longer than 1 second;"},
+    {"it_is_stopped", "be stopped", {"--timeout", "1"}, "longer than 1 second;"},
 #ifndef __SANITIZE_ADDRESS__
     {"it_eats_memory",
      "eat memory",
@@ -132,6 +132,16 @@ const std::vector<Mishap> mishaps = {
 
 INSTANTIATE_TEST_SUITE_P(Faults, MishapOfAWorker, testing::ValuesIn(mishaps),
                          [](const auto& info) { return info.param.name; });
+
+TEST_F(Workers, GetADocumentOnceMoreWhenOneWasEndedByASignal)
+{
+    for (const char* work : {"crash once", "be killed once", "be asked to end once"}) {
+        const auto answer = runScripted(work, {"--overwrite"});
+        EXPECT_EQ(answer.status, 0) << work << ": " << answer.err;
+        EXPECT_TRUE(fs::remove("log.once")) << work;
+        expectAllDoneBut("");
+    }
+}
 
 TEST_F(Workers, TakeWhatActionsPrintForNoAnswer)
 {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <filesystem>
 
 namespace {
@@ -48,7 +50,7 @@ TEST_F(BackupOfAFile, GoesAwayWhenTheFileWasNotReplaced)
     {
         const auto backup = Backup::of(file, name, false);
         ASSERT_TRUE(backup);
-        EXPECT_EQ(support::readFile(name), "original");
+        EXPECT_EQ(files(), 2U);
     }
     EXPECT_EQ(files(), 1U);
     EXPECT_EQ(support::readFile(file), "original");
@@ -97,6 +99,71 @@ TEST_F(BackupOfAFile, NamesTheSystemsReasonWhenItCannotBeMade)
     ASSERT_FALSE(backup);
     EXPECT_EQ(backup.error().reason, Reason::OutputNotWritable);
     EXPECT_NE(backup.error().sentence.find("No such file or directory"), std::string::npos);
+}
+
+// What stands beside the file after a process was killed while it made a backup.
+struct Leftover {
+    const char* name;
+    const char* heldAs;
+    const char* held;  ///< what the original's second name holds; empty for a link to the file
+    const char* older; ///< what the backup holds before; empty for none
+    const char* then;  ///< what the backup holds afterwards; empty for none
+    std::size_t files;
+};
+
+class AbandonedBackup : public BackupOfAFile, public testing::WithParamInterface<Leftover> {};
+
+TEST_P(AbandonedBackup, IsSettledWithoutLosingAnOriginal)
+{
+    const Leftover& row = GetParam();
+    const std::string held = name + row.heldAs;
+    if (*row.held == 0) {
+        fs::create_hard_link(file, held);
+    } else {
+        scratch.write("a.pdf.bak" + std::string(row.heldAs), row.held);
+    }
+    if (*row.older != 0) {
+        scratch.write("a.pdf.bak", row.older);
+    }
+    vantora::settleAbandonedBackups(scratch.path(""));
+    EXPECT_EQ(support::readFile(file), "original");
+    EXPECT_EQ(support::readFile(name), row.then);
+    EXPECT_EQ(files(), row.files);
+}
+
+const std::vector<Leftover> leftovers = {
+    {"the_file_was_not_replaced_yet", ".vantora-99", "", "", "", 1},
+    {"nor_was_an_older_backup", ".vantora-99", "", "older", "older", 2},
+    {"nor_where_there_was_none", ".vantora-first-99", "", "", "", 1},
+    {"it_is_a_copy_of_a_file_not_replaced_yet", ".vantora-99", "original", "", "", 1},
+    {"the_file_was_replaced", ".vantora-99", "before", "older", "before", 2},
+    {"the_file_was_replaced_for_the_first_time", ".vantora-first-99", "before", "", "before", 2},
+    {"another_backup_came_meanwhile", ".vantora-first-99", "before", "other", "other", 3},
+    {"it_is_a_file_of_somebody_else", ".vantora-mine", "before", "", "", 2},
+};
+
+INSTANTIATE_TEST_SUITE_P(Leftovers, AbandonedBackup, testing::ValuesIn(leftovers),
+                         [](const auto& info) { return info.param.name; });
+
+TEST_F(BackupOfAFile, IsLeftAloneWhileItIsBeingMade)
+{
+    for (const bool replace : {false, true}) {
+        auto backup = Backup::of(file, name, replace);
+        ASSERT_TRUE(backup);
+        vantora::settleAbandonedBackups(scratch.path(""));
+        EXPECT_EQ(files(), 2U);
+    }
+}
+
+TEST_F(BackupOfAFile, CanBeMadeAfterAProcessOfTheSameNumberWasKilled)
+{
+    fs::create_hard_link(file, name + ".vantora-first-" + std::to_string(::getpid()));
+    auto backup = Backup::of(file, name, false);
+    ASSERT_TRUE(backup);
+    replaceFile();
+    ASSERT_TRUE(backup->keep());
+    EXPECT_EQ(support::readFile(name), "original");
+    EXPECT_EQ(files(), 2U);
 }
 
 } // namespace

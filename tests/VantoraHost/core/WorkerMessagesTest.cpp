@@ -44,10 +44,11 @@ TEST(WorkerSetup, IsRefusedWhenItIsNoneOrOfAnotherVersion)
 {
     const auto nothing = [](const QByteArray&) { return std::optional<PreferencesMap>(); };
     std::string later = setupMessage({});
-    later.replace(later.find("\"version\":1"), 11, "\"version\":2");
+    const std::string version = "\"version\":" + std::to_string(workerProtocol);
+    later.replace(later.find(version), version.size(), "\"version\":99");
     for (const std::string& line :
          {std::string(), std::string("{}"), std::string("[1]"), later,
-          std::string(R"({"version":1,"steps":[{"action":"A","stored":"AAAA"}]})")}) {
+          "{" + version + R"(,"steps":[{"action":"A","stored":"AAAA"}]})"}) {
         EXPECT_FALSE(setupOf(line, nothing)) << line;
     }
 }
@@ -114,13 +115,33 @@ TEST(WorkerAnswers, HoldWholeReports)
     EXPECT_EQ(std::get<WorkerReport>(*failed).report.error->reason, Reason::NotPdf);
 }
 
+TEST(WorkerAnswers, TellWhichFileIsAboutToGetItsName)
+{
+    DocumentReport report;
+    report.input = "a.pdf";
+    report.status = DocumentStatus::Done;
+    const FileIdentity output = {66305, 18'446'744'073'709'551'615U};
+    const auto got = answerOf(answerMessage(WorkerWritten{3, report, output}));
+    ASSERT_TRUE(got);
+    EXPECT_EQ(std::get<WorkerWritten>(*got).number, 3U);
+    EXPECT_TRUE(std::get<WorkerWritten>(*got).output == output);
+    EXPECT_EQ(toJson(std::get<WorkerWritten>(*got).report), toJson(report));
+    const auto placed = answerOf(answerMessage(WorkerPlaced{{3, 100000}}));
+    EXPECT_THAT(std::get<WorkerPlaced>(*placed).numbers, ElementsAre(3U, 100000U));
+    EXPECT_TRUE(std::get<WorkerEnd>(*answerOf(answerMessage(WorkerEnd{{}, true}))).asked);
+}
+
 TEST(WorkerAnswers, AreNothingWhenTheyMakeNoSense)
 {
-    for (const char* line :
-         {"", "nonsense", "{}", "[]", "{\"ready\":99}", "{\"number\":1,\"report\":{}}",
-          "{\"number\":-1,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"done\"}}",
-          "{\"number\":1e300,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"done\"}}",
-          "{\"number\":1,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"lost\"}}"}) {
+    for (
+        const char* line :
+        {"", "nonsense", "{}", "[]", "{\"ready\":99}", "{\"number\":1,\"report\":{}}",
+         "{\"number\":-1,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"done\"}}",
+         "{\"number\":1e300,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"done\"}}",
+         "{\"number\":1,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"lost\"}}",
+         "{\"placed\":7}", "{\"placed\":[\"a\"]}", "{\"placed\":[-1]}",
+         R"({"number":1,"written":["1"],"report":{"schema":1,"input":"a","status":"done"}})",
+         R"({"number":1,"written":["1","x"],"report":{"schema":1,"input":"a","status":"done"}})"}) {
         EXPECT_FALSE(answerOf(line)) << line;
     }
 }

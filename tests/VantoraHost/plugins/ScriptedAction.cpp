@@ -53,6 +53,14 @@ private:
             }
             how.chop(only.size());
         }
+        const QString once = " once";
+        if (how.endsWith(once)) {
+            QFile already(info->pPrefs->value("log").toString() + ".once");
+            if (!already.open(QIODevice::NewOnly)) {
+                return done;
+            }
+            how.chop(once.size());
+        }
         if (how == "throw") {
             throw std::runtime_error("it broke");
         }
