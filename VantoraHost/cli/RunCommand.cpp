@@ -71,6 +71,10 @@ Result<Batch> prepare(const RunOptions& options, const std::vector<Input>& input
     }
     batch.settings.dryRun = options.dryRun;
     batch.settings.keepSigned = options.keepSigned;
+    // A run that is killed must not leave documents that are done and not reported: going on, the
+    // next one would change them once more. Elsewhere it would only do them again.
+    batch.settings.reportFirst = !options.reportPath.empty() && options.destination &&
+                                 std::holds_alternative<InPlace>(*options.destination);
     batch.settings.cancelled = streams.interrupted;
     batch.settings.standardOutput = [&streams](std::string_view bytes) {
         streams.out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();

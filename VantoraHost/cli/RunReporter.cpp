@@ -67,9 +67,25 @@ RunReporter::RunReporter(const RunOptions& options, std::size_t total,
 {
 }
 
-void RunReporter::documentArrived(const DocumentReport& document)
+void RunReporter::outputsGetNames(const std::vector<DocumentReport>& reports)
 {
     if (report) {
+        for (const DocumentReport& document : reports) {
+            report->add(document);
+            reportedFirst[document.input] = toJson(document);
+        }
+        static_cast<void>(report->sync()); // the end of the run says what went wrong
+    }
+}
+
+void RunReporter::documentArrived(const DocumentReport& document)
+{
+    const auto first = reportedFirst.find(document.input);
+    const bool isKnown = first != reportedFirst.end() && first->second == toJson(document);
+    if (first != reportedFirst.end()) {
+        reportedFirst.erase(first);
+    }
+    if (report && !isKnown) {
         report->add(document);
     }
     summary.add(document);
@@ -100,7 +116,7 @@ Outcome RunReporter::finish(bool interrupted)
 {
     progress.clear();
     printSummary(interrupted);
-    return report ? report->finish() : Outcome();
+    return report ? report->sync() : Outcome();
 }
 
 void RunReporter::printSummary(bool interrupted) const

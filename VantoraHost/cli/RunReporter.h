@@ -7,7 +7,10 @@
 #include "VantoraHost/core/Batch.h"
 #include "VantoraHost/core/ReportFile.h"
 
+#include <map>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace vantora::cli {
 
@@ -22,6 +25,7 @@ public:
     RunReporter(const RunOptions& options, std::size_t total, std::optional<ReportFile> report,
                 const Streams& streams);
 
+    void outputsGetNames(const std::vector<DocumentReport>& reports) override;
     void documentArrived(const DocumentReport& report) override;
     void documentInTurn(const DocumentReport& report) override;
     bool cancelled() const override { return streams.interrupted(); }
@@ -40,6 +44,7 @@ private:
     const std::size_t total;
     const ProgressLine::Clock::time_point started = ProgressLine::Clock::now();
     std::optional<ReportFile> report;
+    std::map<std::string, std::string> reportedFirst; ///< what the report says already, by input
     ProgressLine progress;
     RunSummary summary;
 };

@@ -27,6 +27,9 @@ Result<BatchResult> runBatch(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& 
         observer.documentInTurn(done);
     };
     const auto placeOutputs = [&] {
+        if (batch.settings.reportFirst && !outputs.empty()) {
+            observer.outputsGetNames(outputs.reports());
+        }
         for (const OutputGroup::Entry& entry : outputs.place()) {
             report(entry.report);
         }

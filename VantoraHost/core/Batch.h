@@ -14,6 +14,10 @@ class RunObserver {
 public:
     virtual ~RunObserver() = default;
 
+    /// Outputs are written and are about to get their names, after which these are the reports of
+    /// their documents. Only called where JobSettings::reportFirst is set.
+    virtual void outputsGetNames(const std::vector<DocumentReport>& reports) = 0;
+
     /// A document is done, whatever its turn.
     virtual void documentArrived(const DocumentReport& report) = 0;
 

@@ -18,6 +18,7 @@ struct JobSettings {
     std::vector<std::string> passwords; ///< UTF-8, tried in order
     bool dryRun = false;                ///< work out what would happen and write nothing
     bool keepSigned = false;            ///< refuse documents with signatures
+    bool reportFirst = false;           ///< report outputs before they get their names, too
     std::string standardInput;          ///< the document that the input "-" stands for
     /// Takes the document whose target is standard output; returns false when that failed.
     std::function<bool(std::string_view)> standardOutput;

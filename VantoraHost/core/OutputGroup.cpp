@@ -76,6 +76,15 @@ void OutputGroup::add(std::size_t number, DocumentReport report, WrittenOutput o
     members.push_back({number, std::move(report), std::move(output)});
 }
 
+std::vector<DocumentReport> OutputGroup::reports() const
+{
+    std::vector<DocumentReport> reports;
+    for (const Member& member : members) {
+        reports.push_back(member.report);
+    }
+    return reports;
+}
+
 bool OutputGroup::isFull() const
 {
     return members.size() >= mostOutputs || bytes >= mostBytes ||

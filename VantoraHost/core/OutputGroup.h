@@ -34,6 +34,9 @@ public:
 
     bool empty() const { return members.empty(); }
 
+    /// The reports of its documents, as they were added.
+    std::vector<DocumentReport> reports() const;
+
     /// Whether the outputs had better get their names before another one is added.
     bool isFull() const;
 

@@ -114,7 +114,7 @@ void ReportFile::append(const std::string& text)
     }
 }
 
-Outcome ReportFile::finish()
+Outcome ReportFile::sync()
 {
     if (failure == 0 && ::fdatasync(descriptor) != 0 && errno != EINVAL && errno != EROFS) {
         failure = errno;

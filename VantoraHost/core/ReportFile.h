@@ -25,11 +25,11 @@ public:
     ReportFile& operator=(ReportFile&&) = delete;
     ~ReportFile();
 
-    /// Adds a line. After a failure nothing more is written, and finish() says so.
+    /// Adds a line. After a failure nothing more is written, and sync() says so.
     void add(const DocumentReport& report);
 
-    /// Syncs the file to disk; the error is the first one of all its writing.
-    Outcome finish();
+    /// Waits until the disk has the file; the error is the first one of all its writing.
+    Outcome sync();
 
 private:
     ReportFile(std::string path, int descriptor) : path(std::move(path)), descriptor(descriptor) {}

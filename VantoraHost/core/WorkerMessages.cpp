@@ -134,6 +134,12 @@ struct AnswerWriter {
             .addJson("report", toJson(written.report));
         return json;
     }
+    JsonObject operator()(const WorkerNaming&) const
+    {
+        JsonObject json;
+        json.add("naming", true);
+        return json;
+    }
     JsonObject operator()(const WorkerPlaced& placed) const
     {
         JsonObject json;
@@ -208,6 +214,7 @@ std::string setupMessage(const WorkerSetup& setup)
         .add("passwords", setup.job.passwords)
         .add("dry_run", setup.job.dryRun)
         .add("keep_signed", setup.job.keepSigned)
+        .add("report_first", setup.job.reportFirst)
         .add("memory_limit", setup.memoryLimit);
     return json.text();
 }
@@ -233,6 +240,7 @@ Result<WorkerSetup> setupOf(std::string_view line, const StoredReader& stored)
     setup.job.passwords = bytesOf((*json)["passwords"].toArray());
     setup.job.dryRun = (*json)["dry_run"].toBool();
     setup.job.keepSigned = (*json)["keep_signed"].toBool();
+    setup.job.reportFirst = (*json)["report_first"].toBool();
     setup.memoryLimit = wholeNumber((*json)["memory_limit"]).value_or(0);
     return setup;
 }
@@ -261,6 +269,13 @@ std::optional<std::vector<WorkerTask>> tasksOf(std::string_view line)
     return tasks;
 }
 
+std::string namingMessage()
+{
+    JsonObject json;
+    json.add("name", true);
+    return json.text();
+}
+
 std::string answerMessage(const WorkerAnswer& answer)
 {
     return std::visit(AnswerWriter(), answer).text();
@@ -274,6 +289,9 @@ std::optional<WorkerAnswer> answerOf(std::string_view line)
     }
     if (json->contains("report")) {
         return reportAnswerOf(*json);
+    }
+    if (json->contains("naming")) {
+        return WorkerNaming{};
     }
     if ((*json)["placed"].isArray()) {
         return placedAnswerOf((*json)["placed"].toArray());

@@ -27,7 +27,7 @@ struct WorkerSetup {
     std::filesystem::path library;
     std::vector<std::filesystem::path> actionFolders;
     std::vector<StepRequest> steps;
-    JobSettings job;               ///< passwords, dryRun and keepSigned
+    JobSettings job;               ///< passwords, dryRun, keepSigned and reportFirst
     std::uint64_t memoryLimit = 0; ///< bytes; 0 for none
 };
 
@@ -48,6 +48,9 @@ struct WorkerWritten {
     DocumentReport report;
     FileIdentity output{};
 };
+
+/// The worker waits for leave (namingMessage) to give what it has announced its names.
+struct WorkerNaming {};
 
 /// Outputs that were announced so have got their names, and the disk has them.
 struct WorkerPlaced {
@@ -71,8 +74,8 @@ struct WorkerRefusal {
     Error error;
 };
 
-using WorkerAnswer =
-    std::variant<WorkerReady, WorkerWritten, WorkerPlaced, WorkerReport, WorkerEnd, WorkerRefusal>;
+using WorkerAnswer = std::variant<WorkerReady, WorkerWritten, WorkerNaming, WorkerPlaced,
+                                  WorkerReport, WorkerEnd, WorkerRefusal>;
 
 /// Makes options of what storedBytes made of them.
 using StoredReader = std::function<std::optional<PreferencesMap>(const QByteArray&)>;
@@ -84,6 +87,9 @@ Result<WorkerSetup> setupOf(std::string_view line, const StoredReader& stored);
 
 std::string tasksMessage(const std::vector<WorkerTask>& tasks);
 std::optional<std::vector<WorkerTask>> tasksOf(std::string_view line);
+
+/// Leave for a worker to give outputs their names, where JobSettings::reportFirst is set.
+std::string namingMessage();
 
 std::string answerMessage(const WorkerAnswer& answer);
 std::optional<WorkerAnswer> answerOf(std::string_view line);

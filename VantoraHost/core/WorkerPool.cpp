@@ -299,6 +299,8 @@ private:
             }
             member.documents.pop_front();
             member.written.emplace(written->number, *written);
+        } else if (std::holds_alternative<WorkerNaming>(answer)) {
+            return letName(member);
         } else if (const auto* placed = std::get_if<WorkerPlaced>(&answer)) {
             return std::all_of(placed->numbers.begin(), placed->numbers.end(),
                                [&](std::size_t document) { return placedBy(member, document); });
@@ -311,6 +313,24 @@ private:
             }
             arrived(done.number, done.report);
         }
+        return true;
+    }
+
+    // Returns false when it has no reason to ask.
+    bool letName(Member& member)
+    {
+        if (!batch.settings.reportFirst) {
+            return false;
+        }
+        if (member.closing) {
+            return true; // its orders have an end, which is no leave
+        }
+        std::vector<DocumentReport> reports;
+        for (const auto& [document, written] : member.written) {
+            reports.push_back(written.report);
+        }
+        observer.outputsGetNames(reports);
+        member.process->send(namingMessage());
         return true;
     }
 

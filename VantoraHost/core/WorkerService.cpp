@@ -23,23 +23,12 @@ public:
     }
 
     /// The next line; none at the end of the orders, or when it is time to stop.
-    std::optional<std::string> next()
+    std::optional<std::string> next() { return nextUnless(stopped); }
+
+    /// The next line, also when it is time to stop; none at the end of the orders.
+    std::optional<std::string> nextInAnyCase()
     {
-        std::size_t end = 0;
-        while ((end = buffer.find('\n', searched)) == std::string::npos) {
-            searched = buffer.size();
-            char piece[65536];
-            const ssize_t got = ::read(channel.orders, piece, sizeof piece);
-            if (got > 0) {
-                buffer.append(piece, static_cast<std::size_t>(got));
-            } else if (got == 0 || errno != EINTR || stopped()) {
-                return std::nullopt;
-            }
-        }
-        std::string line = buffer.substr(0, end);
-        buffer.erase(0, end + 1);
-        searched = 0;
-        return line;
+        return nextUnless([] { return false; });
     }
 
     bool answer(const WorkerAnswer& answer)
@@ -57,6 +46,25 @@ public:
     }
 
 private:
+    std::optional<std::string> nextUnless(const std::function<bool()>& given)
+    {
+        std::size_t end = 0;
+        while ((end = buffer.find('\n', searched)) == std::string::npos) {
+            searched = buffer.size();
+            char piece[65536];
+            const ssize_t got = ::read(channel.orders, piece, sizeof piece);
+            if (got > 0) {
+                buffer.append(piece, static_cast<std::size_t>(got));
+            } else if (got == 0 || errno != EINTR || given()) {
+                return std::nullopt;
+            }
+        }
+        std::string line = buffer.substr(0, end);
+        buffer.erase(0, end + 1);
+        searched = 0;
+        return line;
+    }
+
     const WorkerChannel channel;
     const std::function<bool()>& stopped;
     std::string buffer;
@@ -147,9 +155,18 @@ private:
         return lines.answer(WorkerReport{task.number, std::move(done.report)}) && !exhausted;
     }
 
-    // Returns whether the run has heard of it.
+    bool mayName()
+    {
+        const auto leave = lines.answer(WorkerNaming{}) ? lines.nextInAnyCase() : std::nullopt;
+        return leave && *leave == namingMessage();
+    }
+
+    // Returns whether the run has heard of it. Without its leave outputs don't get their names.
     bool placeOutputs()
     {
+        if (setup.job.reportFirst && !outputs.empty() && !mayName()) {
+            return false;
+        }
         WorkerPlaced placed;
         bool heard = true;
         for (OutputGroup::Entry& entry : outputs.place()) {

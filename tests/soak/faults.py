@@ -190,6 +190,7 @@ class TheDiskIsReadOnly(OnItsOwnFileSystem):
         if self.is_due() and subprocess.run(["mount", "-o", "remount,ro", self.round.output],
                                             stderr=subprocess.DEVNULL).returncode == 0:
             self.injected += 1
+            self.round.nothing_removable = True
 
 
 class StandardOutputCloses(Fault):

@@ -60,7 +60,8 @@ def some_of(usable, rnd):
 
 def play(batch, number, kinds):
     """One round; the faults with what they did, and how many documents were named as failed."""
-    round_ = Round(batch, number)
+    in_place = not any(issubclass(kind, all_faults.InputsChange) for kind in kinds) and batch.rnd.random() < 0.5
+    round_ = Round(batch, number, in_place)
     faults = [kind(round_) for kind in kinds]
     for fault in faults:
         fault.prepare()

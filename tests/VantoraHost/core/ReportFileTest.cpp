@@ -45,7 +45,7 @@ protected:
         for (const DocumentReport& report : reports) {
             file->add(report);
         }
-        return file->finish();
+        return file->sync();
     }
 
     /// Which of the inputs a to e are still done, by the report.
@@ -130,7 +130,7 @@ TEST_F(Reports, SayThatTheDiskIsFull)
     ASSERT_TRUE(full);
     full->add(failedReport("a"));
     full->add(failedReport("b"));
-    EXPECT_THAT(full->finish().error().sentence, HasSubstr("No space left"));
+    EXPECT_THAT(full->sync().error().sentence, HasSubstr("No space left"));
 }
 
 TEST_F(Reports, ThatAreNoneAreNotTakenForThem)

@@ -21,7 +21,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     setup.steps = {{"Delete Pages", {{"byPageRangeTextEdit", "1,\"2\"\n"}, {"x", "y"}}},
                    {"Other", {}, {{"colour", 7}}, "list.xqq"}};
     setup.job.passwords = {"pass\xffword", "ü"};
-    setup.job.keepSigned = true;
+    setup.job.keepSigned = setup.job.reportFirst = true;
     setup.memoryLimit = 1ULL << 40;
     const std::string message = setupMessage(setup);
     EXPECT_EQ(message.find('\n'), std::string::npos);
@@ -36,7 +36,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     EXPECT_EQ(got->steps[1].file, "list.xqq");
     EXPECT_FALSE(got->steps[1].stored["bytes"].toByteArray().isEmpty());
     EXPECT_EQ(got->job.passwords, setup.job.passwords);
-    EXPECT_TRUE(got->job.keepSigned && !got->job.dryRun);
+    EXPECT_TRUE(got->job.keepSigned && got->job.reportFirst && !got->job.dryRun);
     EXPECT_EQ(got->memoryLimit, setup.memoryLimit);
 }
 
@@ -126,6 +126,7 @@ TEST(WorkerAnswers, TellWhichFileIsAboutToGetItsName)
     EXPECT_EQ(std::get<WorkerWritten>(*got).number, 3U);
     EXPECT_TRUE(std::get<WorkerWritten>(*got).output == output);
     EXPECT_EQ(toJson(std::get<WorkerWritten>(*got).report), toJson(report));
+    EXPECT_TRUE(std::holds_alternative<WorkerNaming>(*answerOf(answerMessage(WorkerNaming{}))));
     const auto placed = answerOf(answerMessage(WorkerPlaced{{3, 100000}}));
     EXPECT_THAT(std::get<WorkerPlaced>(*placed).numbers, ElementsAre(3U, 100000U));
     EXPECT_TRUE(std::get<WorkerEnd>(*answerOf(answerMessage(WorkerEnd{{}, true}))).asked);

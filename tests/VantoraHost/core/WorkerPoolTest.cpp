@@ -19,11 +19,19 @@ using testing::HasSubstr;
 
 class Listener : public RunObserver {
 public:
+    void outputsGetNames(const std::vector<DocumentReport>& written) override
+    {
+        for (const DocumentReport& report : written) {
+            EXPECT_FALSE(fs::exists(report.output)) << "it has its name already";
+            reportedFirst.push_back(report.input);
+        }
+    }
     void documentArrived(const DocumentReport&) override {}
     void documentInTurn(const DocumentReport& report) override { reports[report.input] = report; }
     bool cancelled() const override { return false; }
 
     std::map<std::string, DocumentReport> reports;
+    std::vector<std::string> reportedFirst;
 };
 
 class RunWithABadWorker : public testing::Test {
@@ -137,6 +145,23 @@ TEST_F(RunWithABadWorker, DoesWhatWasLeftWhenItDiesBetweenTwoOutputs)
     ASSERT_TRUE(result) << result.error().sentence;
     EXPECT_EQ(result->finished, batch.inputs.size());
     EXPECT_EQ(result->failed, 0U);
+}
+
+TEST_F(RunWithABadWorker, HearsOfOutputsBeforeTheyGetTheirNames)
+{
+    batch.settings.reportFirst = true;
+    const auto result = run("asks for leave to give names");
+    ASSERT_TRUE(result) << result.error().sentence;
+    EXPECT_EQ(result->failed, 0U);
+    EXPECT_THAT(listener.reportedFirst, testing::UnorderedElementsAreArray(batch.inputs));
+}
+
+TEST_F(RunWithABadWorker, GivesNoLeaveThatNobodyNeeds)
+{
+    const auto result = run("asks for leave to give names", 1);
+    ASSERT_TRUE(result) << result.error().sentence;
+    EXPECT_EQ(result->failed, batch.inputs.size());
+    EXPECT_TRUE(listener.reportedFirst.empty());
 }
 
 TEST_F(RunWithABadWorker, BelievesNoReportOfADocumentThatItWasNotGiven)

@@ -28,6 +28,10 @@ def work(tasks):
         with open(temporaries[-1], "w") as file:
             file.write("the output of " + task["input"])
         written(task, temporaries[-1])
+    if HOW == "asks for leave to give names":
+        answer(naming=True)
+        if "name" not in json.loads(sys.stdin.readline()):
+            sys.exit(1)
     if HOW == "dies before it gives names":
         os.kill(os.getpid(), signal.SIGKILL)
     os.rename(temporaries[0], tasks[0]["name"])
@@ -59,6 +63,6 @@ while HOW == "prints without an end":
     os.write(1, b"x" * 65536)
 sys.stdin.readline()
 answer(ready=2)
-for line in sys.stdin:
+while line := sys.stdin.readline():
     work(json.loads(line)["documents"])
 answer(end=None, asked=False)
