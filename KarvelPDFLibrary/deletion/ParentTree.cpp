@@ -82,7 +82,7 @@ void ParentTree::noteKey(int object, long long key)
 void ParentTree::noteDirectAnnotations()
 {
     for (const QPDFObjectHandle& page : removal_.removedPagesWith(index::HasAnnotations)) {
-        if (removal_.indexedAnnotationsOf(page)) {
+        if (removal_.indexedAnnotationsOf(page.getObjectID())) {
             continue; // all of them have numbers
         }
         for (const QPDFObjectHandle& annotation : annotationsIn(page)) {

@@ -1,6 +1,9 @@
 #include "KarvelPDFLibrary/deletion/Removal.h"
 
+#include "KarvelPDFLibrary/deletion/PageAnnotations.h"
+
 #include <algorithm>
+#include <set>
 
 namespace karvel::deletion {
 
@@ -76,13 +79,12 @@ std::vector<QPDFObjectHandle> Removal::objectsWith(int flag)
     return objects;
 }
 
-std::optional<Referrers::Range> Removal::indexedAnnotationsOf(const QPDFObjectHandle& page) const
+std::optional<Referrers::Range> Removal::indexedAnnotationsOf(int page) const
 {
-    const int number = page.getObjectID();
     const index::ReferenceIndex* index = document_.index();
-    const auto* list = unchanged(number) == nullptr
+    const auto* list = unchanged(page) == nullptr
                            ? nullptr
-                           : index->annotationsOf(static_cast<std::uint32_t>(number));
+                           : index->annotationsOf(static_cast<std::uint32_t>(page));
     if (list == nullptr) {
         return std::nullopt;
     }
@@ -93,7 +95,7 @@ std::optional<Referrers::Range> Removal::indexedAnnotationsOf(const QPDFObjectHa
 void Removal::drop(int object)
 {
     if (dropped_.insert(object)) {
-        droppedIds_.push_back(referrers().idOf(static_cast<std::uint32_t>(object)));
+        droppedIds_.push_back(idOf(object));
     }
 }
 
@@ -437,17 +439,20 @@ void Removal::keepWhatPagesNeed()
 void Removal::takeOutDropped()
 {
     keepWhatPagesNeed();
-    std::unordered_set<std::uint32_t> holders;
+    std::set<int> holders;
     for (const QPDFObjGen& id : droppedIds_) {
         for (const std::uint32_t referrer : referrers().of(id.getObj())) {
             const auto number = static_cast<int>(referrer);
             if (!isGone(number)) {
-                holders.insert(referrer);
+                holders.insert(number);
             }
         }
     }
-    for (const std::uint32_t holder : holders) {
-        unlist(file().getObject(referrers().idOf(holder)));
+    AnnotationLists lists(*this);
+    for (const int holder : holders) {
+        if (!lists.shorten(holder)) {
+            unlist(object(holder));
+        }
     }
     for (const QPDFObjGen& id : droppedIds_) {
         changes().remove(id);

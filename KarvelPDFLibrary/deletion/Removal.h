@@ -38,14 +38,14 @@ public:
     std::vector<QPDFObjectHandle> formerObjectsWith(int flag);
 
     /// An object of the document by its number.
-    QPDFObjectHandle object(int number)
-    {
-        return file().getObject(referrers().idOf(static_cast<std::uint32_t>(number)));
-    }
+    QPDFObjectHandle object(int number) { return file().getObject(idOf(number)); }
+
+    /// An object's number with the generation under which it is in use.
+    QPDFObjGen idOf(int number) { return referrers().idOf(static_cast<std::uint32_t>(number)); }
 
     /// The numbers of a page's annotations, 0 for those that are not in the file, when they are
     /// known without building the page.
-    std::optional<Referrers::Range> indexedAnnotationsOf(const QPDFObjectHandle& page) const;
+    std::optional<Referrers::Range> indexedAnnotationsOf(int page) const;
 
     bool isRemovedPage(const QPDFObjectHandle& object) const
     {

@@ -10,6 +10,7 @@ namespace {
 
 void putReferencesRight(Document& document)
 {
+    document.changes().settle(); // what an earlier removal left as texts
     document.handOverToCopies();
     Removal removal(document);
     Usage usage(removal);

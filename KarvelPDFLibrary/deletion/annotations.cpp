@@ -40,7 +40,7 @@ public:
 private:
     void takeThoseOf(const QPDFObjectHandle& page)
     {
-        const auto numbers = removal_.indexedAnnotationsOf(page);
+        const auto numbers = removal_.indexedAnnotationsOf(page.getObjectID());
         if (!numbers) {
             for (const QPDFObjectHandle& annotation : annotationsIn(page)) {
                 take(annotation);

@@ -20,7 +20,8 @@ public:
     void run()
     {
         for (const int number : removal_.pageReferrers()) {
-            if (removal_.mayHave(number, index::HasPlace)) {
+            if (removal_.mayHave(number, index::HasPlace) &&
+                removal_.plainElement(number) == nullptr) {
                 QPDFObjectHandle object = removal_.object(number);
                 if (isBead(object) && removal_.isRemovedPage(object.getKey("/P"))) {
                     take(object);

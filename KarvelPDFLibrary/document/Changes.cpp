@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/document/Changes.h"
 
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
+#include "KarvelPDFLibrary/index/ValueScanner.h"
 
 #include <climits>
 #include <qpdf/QPDFExc.hh>
@@ -99,10 +100,14 @@ bool Changes::isThere(const QPDFObjectHandle& object) const
     return !removed && !handle.isNull();
 }
 
-void Changes::replaceText(QPDFObjGen number, std::string text)
+bool Changes::replaceText(QPDFObjGen number, std::string text)
 {
+    if (file_.isEncrypted() && index::mayHoldStrings(text)) {
+        return false;
+    }
     texts_[number.getObj()] = {number.getGen(), std::move(text)};
     record(number, Kind::Changed);
+    return true;
 }
 
 const std::string* Changes::text(int number) const
@@ -133,6 +138,12 @@ void Changes::build(int number)
         }
     }
     texts_.erase(found);
+}
+
+QPDFObjectHandle Changes::present(QPDFObjGen number)
+{
+    build(number.getObj());
+    return file_.getObject(number);
 }
 
 void Changes::settle()

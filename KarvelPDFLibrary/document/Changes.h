@@ -36,13 +36,16 @@ public:
     /// Puts another value in an object's place; what refers to the object sees the new value.
     void replace(QPDFObjGen number, const QPDFObjectHandle& value);
 
-    /// Gives a dictionary a new value by its text, which must hold no strings when the file is
-    /// encrypted. libqpdf is told by settle(), so that an object whose text is known need not be
-    /// built.
-    void replaceText(QPDFObjGen number, std::string text);
+    /// Gives a dictionary a new value by its text. libqpdf is told by settle(), so that an object
+    /// whose text is known need not be built. False, with nothing changed, when the text holds
+    /// strings and the file is encrypted: they may be enciphered.
+    bool replaceText(QPDFObjGen number, std::string text);
 
     /// The text of an object that was changed by it and has not been built since; null for others.
     const std::string* text(int number) const;
+
+    /// An object for reading, as replaceText() left it.
+    QPDFObjectHandle present(QPDFObjGen number);
 
     /// Takes an object out of the document: what still refers to it refers to nothing. libqpdf is
     /// told by settle().

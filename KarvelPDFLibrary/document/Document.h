@@ -53,7 +53,7 @@ public:
     int pageCount() const { return order_.count(); }
 
     /// A page's dictionary, for reading.
-    QPDFObjectHandle page(int number) { return file_->getObject(order_.at(number).id()); }
+    QPDFObjectHandle page(int number) { return changes_.present(order_.at(number).id()); }
 
     /// A page's dictionary, for changing.
     QPDFObjectHandle editPage(int number) { return changes_.edit(page(number)); }

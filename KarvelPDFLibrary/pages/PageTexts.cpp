@@ -1,45 +1,9 @@
 #include "KarvelPDFLibrary/pages/PageTexts.h"
 
+#include "KarvelPDFLibrary/index/DictionaryText.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 
-#include <cstring>
-
 namespace karvel::pageTree {
-
-namespace {
-
-/// Notes where a page's text says what depends on its place in the tree.
-class Places final : public index::ScanSink {
-public:
-    void reference(std::uint32_t object, std::uint32_t) override { lastReference_ = object; }
-    void beforeEntry(std::string_view) override { lastReference_ = 0; }
-
-    void afterEntry(std::string_view key, std::string_view value) override
-    {
-        if (key == "Parent") {
-            isAmbiguous = isAmbiguous || parent.data() != nullptr;
-            parent = value;
-            return;
-        }
-        for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
-            if (key == inheritableKeys[i] + 1) {
-                has[i] = true;
-                referenced[i] = value.back() == 'R' ? lastReference_ : 0;
-                isAmbiguous = isAmbiguous || value.find("null") != std::string_view::npos;
-            }
-        }
-    }
-
-    std::string_view parent; // the value with the white space before it; no data for none
-    std::array<bool, inheritableKeys.size()> has = {};
-    std::array<std::uint32_t, inheritableKeys.size()> referenced = {}; // by the whole value
-    bool isAmbiguous = false;
-
-private:
-    std::uint32_t lastReference_ = 0;
-};
-
-} // namespace
 
 bool PageTexts::place(QPDFObjGen page, QPDFObjGen parent, const InheritedSet& inherited)
 {
@@ -47,44 +11,37 @@ bool PageTexts::place(QPDFObjGen page, QPDFObjGen parent, const InheritedSet& in
     const bool isKnown = index_.contains(number) && changes_.objects().count(page.getObj()) == 0 &&
                          index_.object(number).kind == index::Kind::Page &&
                          (index_.object(number).flags & index::IsStream) == 0;
-    const std::string_view text = isKnown ? texts_.from(number) : std::string_view();
-    Places places;
-    index::ValueScanner scanner(text, places);
-    if (scanner.scan(0) != index::ScanResult::Complete || places.isAmbiguous) {
+    const auto text = isKnown ? index::DictionaryText::read(texts_.from(number)) : std::nullopt;
+    if (!text) {
         return false;
     }
-    const std::string parentText = " " + parent.unparse(' ') + " R";
-    std::string entries;
+    std::vector<index::DictionaryText::Entry> entries = {{"Parent", parent.unparse(' ') + " R"}};
     for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
         QPDFObjectHandle value = inherited[i];
+        const char* key = inheritableKeys[i] + 1;
         if (!value.isInitialized()) {
             continue;
         }
-        if (!places.has[i]) {
-            entries += std::string(" ") + inheritableKeys[i] + " " + value.unparse();
-        } else if (mayBeNull(places.referenced[i])) {
+        const std::string_view own = text->value(key);
+        if (own.empty()) {
+            entries.push_back({key, value.unparse()});
+        } else if (mayBeNull(own)) {
             return false;
         }
     }
-    std::string placed(text.substr(0, scanner.position()));
-    if (places.parent.data() == nullptr) {
-        entries += " /Parent" + parentText;
-    } else {
-        placed.replace(static_cast<std::size_t>(places.parent.data() - text.data()),
-                       places.parent.size(), parentText);
-    }
-    placed.insert(std::strlen("<<"), entries);
-    if (encrypted_ && index::mayHoldStrings(placed)) {
-        return false; // strings in the file are enciphered
-    }
-    changes_.replaceText(page, std::move(placed));
-    return true;
+    return changes_.replaceText(page, text->with(entries));
 }
 
-bool PageTexts::mayBeNull(std::uint32_t reference) const
+bool PageTexts::mayBeNull(std::string_view value) const
 {
-    return reference != 0 && (!index_.contains(reference) ||
-                              (index_.object(reference).flags & index::IsDictionary) == 0);
+    if (value.back() != 'R') {
+        return value.find("null") != std::string_view::npos;
+    }
+    std::size_t at = index::skipSpace(value, 0);
+    std::uint64_t number = 0;
+    index::readUnsigned(value, at, number);
+    const auto object = static_cast<std::uint32_t>(number);
+    return !index_.contains(object) || (index_.object(object).flags & index::IsDictionary) == 0;
 }
 
 } // namespace karvel::pageTree

@@ -11,8 +11,7 @@ class PageTexts {
 public:
     PageTexts(QPDF& file, Changes& changes, const index::ReferenceIndex& index,
               io::ByteSource& source)
-        : changes_(changes), index_(index), texts_(file, index, source),
-          encrypted_(file.isEncrypted())
+        : changes_(changes), index_(index), texts_(file, index, source)
     {
     }
 
@@ -21,12 +20,11 @@ public:
     bool place(QPDFObjGen page, QPDFObjGen parent, const InheritedSet& inherited);
 
 private:
-    bool mayBeNull(std::uint32_t reference) const;
+    bool mayBeNull(std::string_view value) const;
 
     Changes& changes_;
     const index::ReferenceIndex& index_;
     index::ValueTexts texts_;
-    bool encrypted_;
 };
 
 } // namespace karvel::pageTree

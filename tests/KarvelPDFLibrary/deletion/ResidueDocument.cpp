@@ -20,8 +20,12 @@ public:
     void onEveryPage(const std::string& entries)
     {
         for (int page = 1; page <= pages_; ++page) {
-            sketch_.pages[static_cast<std::size_t>(page - 1)] += filled(entries, page) + " ";
+            onPage(page, entries);
         }
+    }
+    void onPage(int page, const std::string& entries)
+    {
+        sketch_.pages[static_cast<std::size_t>(page - 1)] += filled(entries, page) + " ";
     }
 
     int pages() const { return pages_; }
@@ -173,11 +177,19 @@ void addOutline(Writer& writer)
 
 void addAnnotations(Writer& writer)
 {
-    // Links, popups and replies stand on the next page.
+    // Links, popups and replies stand on the next page. The lists of every other page are of
+    // references only.
+    for (int page = 1; page <= writer.pages(); ++page) {
+        writer.onPage(
+            page,
+            std::string(
+                "/Annots [@note% @clip% @link^ @popup^ @reply^ @field% @sharedwidget% @radio%") +
+                (page % 2 == 0 ? "]"
+                               : " << /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents "
+                                 "(own%-direct) >>]"));
+    }
     writer.onEveryPage(
-        "/Annots [@note% @clip% @link^ @popup^ @reply^ @field% @sharedwidget% "
-        "@radio% << /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents "
-        "(own%-direct) >>] /AA << /O << /S /GoTo /D [@p~ /Fit] /X (own~-opened-on-%) "
+        "/LastModified (own%-modified) /AA << /O << /S /GoTo /D [@p~ /Fit] /X (own~-opened-on-%) "
         ">> >>");
     writer.forEveryPage("note%", "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /P @p% /Popup "
                                  "@popup% /Contents (own%-note) /AP << /N @look% >> >>");

@@ -44,6 +44,9 @@ protected:
         auto document = support::opened(pdf, GetParam().password);
         for (auto page = pages.rbegin(); page != pages.rend(); ++page) {
             EXPECT_TRUE(pages::deletePages(*document, {*page, 1}).has_value());
+            if (way == saving::Way::CopyUnchanged) {
+                support::savedIn(*document, way); // nothing that a save leaves is in the way
+            }
         }
         return support::savedIn(*document, way);
     }
@@ -114,7 +117,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"object_streams", "--object-streams=generate", nullptr, ""},
         Case{"linearized", "--linearize", nullptr, ""},
         Case{"linearized_object_streams", "--linearize --object-streams=generate", nullptr, ""},
-        Case{"rc4", "--allow-weak-crypto --encrypt u o 128 --use-aes=n --", nullptr, "u"},
+        Case{"rc4_40", "--allow-weak-crypto --encrypt u o 40 --", nullptr, "u"},
+        Case{"rc4_128", "--allow-weak-crypto --encrypt u o 128 --use-aes=n --", nullptr, "u"},
         Case{"aes_128", "--object-streams=generate --encrypt u o 128 --use-aes=y --", nullptr, "u"},
         Case{"aes_256", "--object-streams=generate --encrypt u o 256 --", nullptr, "o"}),
     [](const auto& info) { return info.param.name; });

@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/deletion/Synchronize.h"
 #include "KarvelPDFLibrary/pages/Arrange.h"
 #include "KarvelPDFLibrary/saving/Save.h"
+#include "KarvelPDFLibrary/saving/Snapshot.h"
 #include "KarvelPDFLibrary/transfer/Frozen.h"
 #include "tests/KarvelPDFLibrary/transfer/Told.h"
 #include "tests/support/Inspect.h"
@@ -382,6 +383,19 @@ TEST(Transfer, CopiedPagesHaveFieldsOfTheirOwn)
     EXPECT_EQ(support::valueAt(pdf, "p4/Annots/1/P"), "page 4");
     EXPECT_EQ(copyPages(*document, {5, 2}, 1).error().code, ErrorCode::BadPageList);
     EXPECT_EQ(copyPages(*document, {1, 1}, 7).error().code, ErrorCode::BadPageList);
+}
+
+TEST(Transfer, CopiesAreOfPagesAsTheyWereLastSeen)
+{
+    const support::Sketch sketch = {
+        {"/Annots [@link]", ""},
+        "",
+        {{"link", "<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /Dest [@p2 /Fit] /T (LOST) >>"}}};
+    auto document = support::opened(sketch.built());
+    document->removePages({2, 1});
+    ASSERT_TRUE(saving::snapshot(*document, saving::Encrypting::AsLoaded).has_value());
+    ASSERT_TRUE(copyPages(*document, {1, 1}, 1).has_value());
+    EXPECT_EQ(support::everythingIn(told::saved(*document)).find("LOST"), std::string::npos);
 }
 
 TEST(Transfer, CopiesShareWhatPagesUse)

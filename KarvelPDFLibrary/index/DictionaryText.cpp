@@ -1,0 +1,68 @@
+#include "KarvelPDFLibrary/index/DictionaryText.h"
+
+#include "KarvelPDFLibrary/index/ValueScanner.h"
+
+#include <algorithm>
+
+namespace karvel::index {
+
+std::optional<DictionaryText> DictionaryText::read(std::string_view from)
+{
+    class Places final : public ScanSink {
+    public:
+        explicit Places(std::vector<Place>& places) : places_(places) {}
+        void reference(std::uint32_t, std::uint32_t) override {}
+        void beforeEntry(std::string_view) override {}
+        void afterEntry(std::string_view key, std::string_view value) override
+        {
+            hasTwins = hasTwins || std::any_of(places_.begin(), places_.end(),
+                                               [&](auto& place) { return place.key == key; });
+            places_.push_back({std::string(key), value});
+        }
+        bool hasTwins = false;
+
+    private:
+        std::vector<Place>& places_;
+    };
+    DictionaryText dictionary;
+    Places places(dictionary.places_);
+    ValueScanner scanner(from, places);
+    if (scanner.scan(0) != ScanResult::Complete || !scanner.isDictionary() || places.hasTwins) {
+        return std::nullopt;
+    }
+    dictionary.text_ = from.substr(0, scanner.position());
+    return dictionary;
+}
+
+std::string_view DictionaryText::value(std::string_view key) const
+{
+    for (const Place& place : places_) {
+        if (place.key == key) {
+            return place.value;
+        }
+    }
+    return {};
+}
+
+std::string DictionaryText::with(const std::vector<Entry>& changes) const
+{
+    std::string text = "<<";
+    std::size_t done = text.size();
+    for (const Entry& change : changes) {
+        if (value(change.key).data() == nullptr) {
+            text.append(" /").append(change.key).append(" ").append(change.value);
+        }
+    }
+    for (const Place& place : places_) {
+        for (const Entry& change : changes) {
+            if (place.key == change.key) {
+                const auto at = static_cast<std::size_t>(place.value.data() - text_.data());
+                text.append(text_, done, at - done).append(" ").append(change.value);
+                done = at + place.value.size();
+            }
+        }
+    }
+    return text.append(text_.substr(done));
+}
+
+} // namespace karvel::index
