@@ -36,9 +36,8 @@ int failedWith(const Streams& streams, const Error& error)
     }
 }
 
-// Everything that a run needs beside its steps.
-Result<Batch> prepare(const RunOptions& options, const std::vector<Input>& inputs,
-                      const Streams& streams)
+// Everything that a run needs beside its steps. Takes the names out of the inputs.
+Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, const Streams& streams)
 {
     Batch batch;
     std::vector<Result<Target>> targets(inputs.size());
@@ -50,11 +49,15 @@ Result<Batch> prepare(const RunOptions& options, const std::vector<Input>& input
         targets = std::move(*planned);
     }
     bool readsStandardInput = false;
+    const auto documents = static_cast<std::size_t>(std::count_if(
+        inputs.begin(), inputs.end(), [](const Input& one) { return !one.leftAlone; }));
+    batch.inputs.reserve(documents);
+    batch.targets.reserve(documents);
     for (std::size_t i = 0; i < inputs.size(); ++i) {
         if (!inputs[i].leftAlone) {
-            batch.inputs.push_back(inputs[i].path);
-            batch.targets.push_back(std::move(targets[i]));
             readsStandardInput = readsStandardInput || inputs[i].path == standardStream;
+            batch.inputs.push_back(std::move(inputs[i].path));
+            batch.targets.push_back(std::move(targets[i]));
         }
     }
     auto passwords = readPasswords(options.passwordFile);
@@ -216,7 +219,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     if (!sequence) {
         return failedWith(streams, sequence.error());
     }
-    const Result<RunInputs> inputs = inputsOf(options, streams);
+    Result<RunInputs> inputs = inputsOf(options, streams);
     if (!inputs) {
         return failedWith(streams, inputs.error());
     }

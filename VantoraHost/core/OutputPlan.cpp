@@ -68,12 +68,15 @@ public:
         }
     }
 
-    /// `root` is a folder below which folders may be made; empty for none.
-    Planned toPaths(const std::vector<fs::path>& outputs, const fs::path& root)
+    /// `outputOf` says where an input's output is to be; `root` is a folder below which folders may
+    /// be made, empty for none.
+    Planned toPaths(const std::function<fs::path(std::size_t)>& outputOf, const fs::path& root)
     {
         Planned planned;
-        for (std::size_t i = 0; i < outputs.size(); ++i) {
-            const fs::path output = taken == TakenName::Number ? numbered(outputs[i]) : outputs[i];
+        planned.reserve(inputs.size());
+        for (std::size_t i = 0; i < inputs.size(); ++i) {
+            const fs::path output =
+                taken == TakenName::Number ? numbered(outputOf(i)) : outputOf(i);
             planned.push_back(inputs[i].leftAlone ? Result<Target>(Target())
                                                   : targetFor(inputs[i].path, output, root));
             const bool known = planned[i] && !inputs[i].leftAlone;
@@ -90,6 +93,7 @@ public:
     Planned inPlace(bool backup)
     {
         Planned planned;
+        planned.reserve(inputs.size());
         for (std::size_t i = 0; i < inputs.size(); ++i) {
             planned.push_back(replacementOf(inputs[i].path, backup));
             const auto identity = identityOf(inputs[i].path);
@@ -216,7 +220,7 @@ Result<Planned> planOutputs(const std::vector<Input>& inputs, const Destination&
         return planner.inPlace(replaced->backup);
     }
     if (const auto* file = std::get_if<ToFile>(&destination)) {
-        return planner.toPaths(std::vector<fs::path>(inputs.size(), file->path), {});
+        return planner.toPaths([&](std::size_t) { return fs::path(file->path); }, {});
     }
     const auto& named = std::get<ToFolder>(destination);
     const fs::path folder = named.path;
@@ -224,16 +228,15 @@ Result<Planned> planOutputs(const std::vector<Input>& inputs, const Destination&
         return fail(Reason::OutputFolderMissing, folder,
                     somethingIsAt(folder) ? "is not a folder" : "is not there");
     }
-    std::vector<fs::path> outputs;
-    for (const Input& input : inputs) {
-        fs::path place = input.place();
+    // Paths are made one at a time: with their parts they take several times what texts do.
+    const auto outputOf = [&](std::size_t i) {
+        fs::path place = inputs[i].place();
         if (named.name) {
-            place.replace_filename(
-                named.name->of(place.filename().string(), outputs.size() + 1, inputs.size()));
+            place.replace_filename(named.name->of(place.filename().string(), i + 1, inputs.size()));
         }
-        outputs.push_back(folder / place);
-    }
-    return planner.toPaths(outputs, folder);
+        return folder / place;
+    };
+    return planner.toPaths(outputOf, folder);
 }
 
 void makeFolders(const std::vector<std::string>& inputs, std::vector<Result<Target>>& targets)
