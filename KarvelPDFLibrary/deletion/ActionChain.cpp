@@ -77,7 +77,9 @@ private:
             QPDFObjectHandle action = open.back();
             open.pop_back();
             if (action.isIndirect() && !seen_.insert(action.getObjectID()).second) {
-                if (!removal_.isGone(action)) {
+                if (removal_.isGone(action)) {
+                    changed_ = true;
+                } else {
                     kept.push_back(action);
                 }
                 continue;

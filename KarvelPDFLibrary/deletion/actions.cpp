@@ -11,11 +11,12 @@ bool isLink(QPDFObjectHandle dictionary)
     return subtype.isName() && subtype.getName() == "/Link";
 }
 
-/// Puts the actions of one dictionary right; true when it is a link that is left without any.
+/// Puts the actions of one dictionary right: a link, a field, an outline entry, or a step of a
+/// page's presentation (ISO 32000-2, 12.4.4.2); true when it is a link that is left without any.
 bool pruneHolder(Removal& removal, const QPDFObjectHandle& owner, QPDFObjectHandle dictionary)
 {
     bool changed = false;
-    for (const char* key : {"/Dest", "/A", "/PA"}) {
+    for (const char* key : {"/Dest", "/A", "/PA", "/NA"}) {
         changed = pruneActions(removal, owner, dictionary, key) || changed;
     }
     changed = pruneAdditionalActions(removal, owner, dictionary) || changed;
@@ -61,6 +62,10 @@ void pruneObject(Removal& removal, QPDFObjectHandle object)
         removal.drop(object);
     } else if (object.isDictionaryOfType("/Page")) {
         pruneDirectAnnotations(removal, object);
+        QPDFObjectHandle step = object.getKey("/PresSteps");
+        if (step.isDictionary() && !step.isIndirect()) {
+            pruneHolder(removal, object, step);
+        }
     }
 }
 

@@ -157,6 +157,30 @@ bool isLost(Removal& removal, QPDFObjectHandle array)
                        [&](const QPDFObjectHandle& item) { return removal.isGone(item); });
 }
 
+/// XFA data (ISO 32000-1, 12.7.8) has texts and values of all pages in a form of its own. Where
+/// there are fields beside it the form works without it; where pages are made from it only when
+/// they are shown, the document would not.
+void removeXfa(Removal& removal, QPDFObjectHandle form)
+{
+    QPDFObjectHandle catalog = removal.catalog();
+    QPDFObjectHandle fields = form.getKey("/Fields");
+    QPDFObjectHandle needsRendering = catalog.getKey("/NeedsRendering");
+    if (!fields.isArray() || fields.getArrayNItems() == 0 ||
+        (needsRendering.isBool() && needsRendering.getBoolValue())) {
+        removal.warn("the form's XFA data was left as it is and may hold content of removed pages");
+        return;
+    }
+    removal.changes().edit(form.isIndirect() ? form : catalog);
+    form.removeKey("/XFA");
+    QPDFObjectHandle names = catalog.getKey("/Names");
+    if (names.isDictionary() && names.hasKey("/XFAImages")) {
+        removal.changes().edit(names.isIndirect() ? names : catalog);
+        names.removeKey("/XFAImages");
+    }
+    removal.warn("the form's XFA data, which describes removed pages too, was removed; the form's "
+                 "fields on other pages stay");
+}
+
 } // namespace
 
 void removeFormFields(Removal& removal)
@@ -166,11 +190,10 @@ void removeFormFields(Removal& removal)
         return;
     }
     FieldRemover(removal).run();
-    const bool hasXfa = form.hasKey("/XFA");
-    if (hasXfa) {
-        removal.warn("the form's XFA data was left as it is and may hold content of removed pages");
+    if (form.hasKey("/XFA")) {
+        removeXfa(removal, form);
     }
-    if (isLost(removal, form.getKey("/Fields")) && !hasXfa) {
+    if (isLost(removal, form.getKey("/Fields")) && !form.hasKey("/XFA")) {
         removal.changes().edit(removal.catalog()).removeKey("/AcroForm");
         removal.drop(form);
     } else if (isLost(removal, form.getKey("/CO"))) {

@@ -12,7 +12,8 @@ class Usage;
 /// Annotations of removed pages, with their popups and the replies to them on other pages.
 void removeAnnotations(Removal& removal);
 
-/// Fields of the form that lost all their widgets, and what is left of a form without fields. To
+/// Fields of the form that lost all their widgets, the form's XFA data where the form works
+/// without it, and what is left of a form without fields. To
 /// be called after removeAnnotations().
 void removeFormFields(Removal& removal);
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <gmock/gmock.h>
+#include <qpdf/QPDF.hh>
 
 namespace {
 
@@ -68,6 +69,25 @@ std::set<std::string> wordsWithout(const std::set<std::string>& words,
     return left;
 }
 
+/// How a file is encrypted, as each of its passwords shows it.
+std::string encryptionOf(const std::string& pdf)
+{
+    std::string told;
+    for (const char* password : {"u", "o"}) {
+        QPDF file;
+        file.processMemoryFile("document", pdf.data(), pdf.size(), password);
+        int revision = 0, permissions = 0, version = 0;
+        QPDF::encryption_method_e streams{}, strings{}, files{};
+        if (file.isEncrypted(revision, permissions, version, streams, strings, files)) {
+            for (const int part : {revision, permissions, version, int{streams}, int{strings},
+                                   int{file.ownerPasswordMatched()}}) {
+                told += std::to_string(part) + " ";
+            }
+        }
+    }
+    return told;
+}
+
 /// The words of one set that another hasn't got.
 std::vector<std::string> only(const std::set<std::string>& one, const std::set<std::string>& other)
 {
@@ -83,6 +103,8 @@ TEST_P(Residue, NothingOfARemovedPageStaysAndNothingOfTheOthersIsLost)
     const char* password = GetParam().password;
     const std::set<std::string> before = support::ownWords(pdf, password);
     ASSERT_GT(before.size(), 55U * pageCount);
+    const std::string encryption = encryptionOf(pdf);
+    EXPECT_EQ(encryption.empty(), *password == 0);
     for (const std::vector<int>& removed :
          {std::vector<int>{2}, {1}, {5}, {1, 3}, {2, 3, 4}, {1, 2, 4, 5}}) {
         SCOPED_TRACE(testing::PrintToString(removed));
@@ -93,6 +115,7 @@ TEST_P(Residue, NothingOfARemovedPageStaysAndNothingOfTheOthersIsLost)
             std::string& bytes = saved[static_cast<int>(way)];
             bytes = without(pdf, removed, way);
             EXPECT_EQ(support::problems(bytes, password), "");
+            EXPECT_EQ(encryptionOf(bytes), encryption);
             const std::set<std::string> after = support::ownWords(bytes, password);
             EXPECT_THAT(only(after, expected), testing::ElementsAre()) << "stayed";
             EXPECT_THAT(only(expected, after), testing::ElementsAre()) << "was lost";

@@ -199,17 +199,52 @@ const SketchCase cases[] = {
 INSTANTIATE_TEST_SUITE_P(Deletion, FormFields, testing::ValuesIn(cases),
                          [](const auto& info) { return info.param.name; });
 
-TEST(FormFields, KeepAnEmptyFormThatHasXfaAndSaySo)
+struct XfaCase {
+    const char* catalog;
+    std::vector<int> removed;
+    std::vector<std::pair<const char*, const char*>> found;
+    const char* warning;
+};
+
+TEST(FormFields, StayWithoutXfaDataWhereTheFormWorksWithoutIt)
 {
-    const support::Sketch sketch = {{"/Annots [@one]", ""},
-                                    "/AcroForm << /Fields [@one] /XFA @xfa >>",
-                                    {{"one", field + "/T (SECRET) >>"}, {"xfa", "|<xdp/>"}}};
-    auto document = support::opened(sketch.built());
-    ASSERT_TRUE(karvel::pages::deletePages(*document, {1, 1}).has_value());
-    const std::string saved = support::savedIn(*document, karvel::saving::Way::CopyUnchanged);
-    EXPECT_EQ(support::valueAt(saved, "Root/AcroForm/XFA"), "stream");
-    EXPECT_EQ(support::everythingIn(saved).find("SECRET"), std::string::npos);
-    EXPECT_THAT(document->warnings(), testing::ElementsAre(testing::HasSubstr("XFA")));
+    const std::string hybrid = "/AcroForm << /Fields [@one @two] /XFA [(datasets) @xfa] >> "
+                               "/Names << /XFAImages << /Names [(logo) @xfa] >> >>";
+    const std::string shown = hybrid + " /NeedsRendering true";
+    const XfaCase given[] = {
+        {hybrid.c_str(),
+         {1},
+         {{"Root/AcroForm/XFA", "nothing"},
+          {"Root/AcroForm/Fields", "array 1"},
+          {"Root/Names/XFAImages", "nothing"}},
+         "was removed"},
+        {hybrid.c_str(), {2, 1}, {{"Root/AcroForm", "nothing"}}, "was removed"},
+        {"/AcroForm << /Fields [] /XFA @xfa >>",
+         {1},
+         {{"Root/AcroForm/XFA", "stream"}},
+         "left as it is"},
+        {shown.c_str(),
+         {2, 1},
+         {{"Root/AcroForm/XFA/1", "stream"}, {"Root/AcroForm/Fields", "array 0"}},
+         "left as it is"}};
+    for (const XfaCase& xfa : given) {
+        SCOPED_TRACE(xfa.catalog);
+        const support::Sketch sketch = {{"/Annots [@one]", "/Annots [@two]", ""},
+                                        xfa.catalog,
+                                        {{"one", field + "/T (One) >>"},
+                                         {"two", field + "/T (Two) >>"},
+                                         {"xfa", "|<one>SECRET</one>"}}};
+        const std::string saved = support::withoutPages(sketch.built(), xfa.removed);
+        for (const auto& [path, value] : xfa.found) {
+            EXPECT_EQ(support::valueAt(saved, path), value) << path;
+        }
+        const bool stays = support::valueAt(saved, "Root/AcroForm/XFA") != "nothing";
+        EXPECT_EQ(support::everythingIn(saved).find("SECRET") != std::string::npos, stays);
+        auto document = support::opened(sketch.built());
+        document->removePages({1, 1});
+        ASSERT_TRUE(karvel::deletion::synchronize(*document).has_value());
+        EXPECT_THAT(document->warnings(), testing::ElementsAre(testing::HasSubstr(xfa.warning)));
+    }
 }
 
 /// A chain of fields, each the only kid of the one above, with a widget at its end.
