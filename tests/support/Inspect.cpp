@@ -1,5 +1,7 @@
 #include "tests/support/Inspect.h"
 
+#include "KarvelPDFLibrary/saving/Save.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -108,6 +110,22 @@ std::unique_ptr<karvel::Document> opened(const std::string& pdf, const std::stri
     auto document = karvel::Document::load(karvel::io::fromMemory(pdf), {password, true});
     EXPECT_TRUE(document.has_value()) << (document ? std::string() : document.error().text);
     return document ? std::move(*document) : nullptr;
+}
+
+karvel::saving::SaveOptions keeping(karvel::saving::Way way)
+{
+    karvel::saving::SaveOptions options;
+    options.objectStreams = karvel::saving::ObjectStreams::Keep;
+    options.streamData = karvel::saving::StreamData::Keep;
+    options.way = way;
+    return options;
+}
+
+std::string savedIn(karvel::Document& document, karvel::saving::Way way)
+{
+    const auto bytes = karvel::saving::toString(document, keeping(way));
+    EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
+    return bytes.value_or("");
 }
 
 } // namespace support

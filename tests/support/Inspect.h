@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KarvelPDFLibrary/document/Document.h"
+#include "KarvelPDFLibrary/saving/SaveOptions.h"
 
 #include <string>
 #include <vector>
@@ -45,6 +46,13 @@ std::vector<std::string> pagesNamed(const std::vector<int>& numbers);
 
 /// A document as qpdf's command line writes it with options, such as "--object-streams=generate".
 std::string rewritten(const std::string& pdf, const std::string& options);
+
+/// Saves with object streams and stream data kept as they are.
+karvel::saving::SaveOptions keeping(karvel::saving::Way way = karvel::saving::Way::CopyUnchanged);
+
+/// What is saved so; a failure fails the test.
+std::string savedIn(karvel::Document& document,
+                    karvel::saving::Way way = karvel::saving::Way::CopyUnchanged);
 
 /// Opens bytes in our library; a failure fails the test.
 std::unique_ptr<karvel::Document> opened(const std::string& pdf, const std::string& password = {});

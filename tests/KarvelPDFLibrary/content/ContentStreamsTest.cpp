@@ -32,14 +32,6 @@ std::string sharingDocument()
     return file.build();
 }
 
-std::string saved(Document& document)
-{
-    saving::SaveOptions options;
-    options.objectStreams = saving::ObjectStreams::Keep;
-    options.streamData = saving::StreamData::Keep;
-    return saving::toString(document, options).value();
-}
-
 std::size_t occurrences(const std::string& text, const std::string& part)
 {
     std::size_t count = 0;
@@ -64,7 +56,7 @@ TEST(ContentStreams, ChangeForOnePageOnly)
     QPDFObjectHandle body = document->page(2).getKey("/Contents").getArrayItem(1);
     document->changes().edit(body).replaceStreamData(
         support::showText("Changed"), QPDFObjectHandle::newNull(), QPDFObjectHandle::newNull());
-    const std::string bytes = saved(*document);
+    const std::string bytes = support::savedIn(*document);
     EXPECT_EQ(support::pageTexts(bytes),
               (std::vector<std::string>{"Heading  Both", "Heading  Changed", "Heading  Alone"}));
     EXPECT_EQ(support::problems(bytes), "");
@@ -82,7 +74,7 @@ TEST(ContentStreams, AreStoredOnceWhenNothingWasChanged)
     QPDFObjectHandle first = document->page(1).getKey("/Contents").getArrayItem(1);
     QPDFObjectHandle second = document->page(2).getKey("/Contents").getArrayItem(1);
     EXPECT_NE(first.getObjectID(), second.getObjectID());
-    const std::string bytes = saved(*document);
+    const std::string bytes = support::savedIn(*document);
     EXPECT_EQ(occurrences(bytes, "(Both)"), 1U);
     EXPECT_LE(bytes.size(), before.size() + 60); // the identifier is new
     EXPECT_EQ(support::pageTexts(bytes),
@@ -94,7 +86,7 @@ TEST(ContentStreams, SurviveTheDeletionOfAPageThatSharesThem)
     auto document = support::opened(sharingDocument());
     content::removeSharedStreams(*document);
     ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
-    EXPECT_EQ(support::pageTexts(saved(*document)),
+    EXPECT_EQ(support::pageTexts(support::savedIn(*document)),
               (std::vector<std::string>{"Heading  Both", "Heading  Alone"}));
 }
 

@@ -14,17 +14,6 @@
 /// What the tests of the deletion modules share.
 namespace support {
 
-inline std::string savedIn(karvel::Document& document, karvel::saving::Way way)
-{
-    karvel::saving::SaveOptions options;
-    options.objectStreams = karvel::saving::ObjectStreams::Keep;
-    options.streamData = karvel::saving::StreamData::Keep;
-    options.way = way;
-    auto bytes = karvel::saving::toString(document, options);
-    EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
-    return bytes ? *bytes : std::string();
-}
-
 /// A document without some pages (given from the highest down), saved in both ways, which must say
 /// the same and be valid.
 inline std::string withoutPages(const std::string& pdf, const std::vector<int>& pages)

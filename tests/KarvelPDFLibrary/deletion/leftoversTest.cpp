@@ -70,11 +70,7 @@ TEST_P(Proof, FailsTheSaveWithThePathWhenSomethingLeadsToARemovedPage)
         &document->file(), "[ " + std::to_string(removed.getObjectID()) + " 0 R ]");
     document->changes().edit(entry).getKey("/A").replaceKey("/D", number);
 
-    saving::SaveOptions options;
-    options.objectStreams = saving::ObjectStreams::Keep;
-    options.streamData = saving::StreamData::Keep;
-    options.way = GetParam().way;
-    const auto bytes = saving::toString(*document, options);
+    const auto bytes = saving::toString(*document, support::keeping(GetParam().way));
     ASSERT_FALSE(bytes.has_value());
     EXPECT_THAT(bytes.error().text,
                 testing::HasSubstr("not saved, since /Root /Outlines /First (object " +

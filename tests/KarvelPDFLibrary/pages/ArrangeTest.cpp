@@ -24,16 +24,47 @@ std::string saved(Document& document)
     return pdf;
 }
 
+using Act = std::function<Status(Document&)>;
+
+Act moving(PageRun run, int beforePage)
+{
+    return [=](Document& document) { return movePages(document, run, beforePage); };
+}
+
+Act reversing(PageRun run)
+{
+    return [=](Document& document) { return reversePages(document, run); };
+}
+
+Act reordering(const std::vector<int>& order)
+{
+    return [=](Document& document) { return reorderPages(document, order); };
+}
+
+Act deleting(const std::vector<int>& list)
+{
+    return [=](Document& document) {
+        const Result<int> result = deletePages(document, list);
+        return result ? Status() : tl::unexpected<Error>(result.error());
+    };
+}
+
+Act inserting(int beforePage, int count)
+{
+    return [=](Document& document) { return insertBlankPages(document, beforePage, count); };
+}
+
+Act oneAfterTheOther(const Act& one, const Act& other)
+{
+    return
+        [=](Document& document) { return one(document).and_then([&] { return other(document); }); };
+}
+
 struct Row {
     const char* name;
-    std::function<Status(Document&)> arrange;
+    Act arrange;
     std::vector<int> order; // of pages 1 to 6
 };
-
-Status asStatus(const Result<int>& result)
-{
-    return result ? Status() : tl::unexpected<Error>(result.error());
-}
 
 class Arrangements : public testing::TestWithParam<Row> {};
 
@@ -45,54 +76,23 @@ TEST_P(Arrangements, AreWritten)
     EXPECT_EQ(support::pageTexts(saved(*document)), support::pagesNamed(GetParam().order));
 }
 
-INSTANTIATE_TEST_SUITE_P(Arrange, Arrangements,
-                         testing::Values(Row{"move_forward",
-                                             [](auto& d) {
-                                                 return movePages(d, {2, 2}, 6);
-                                             },
-                                             {1, 4, 5, 2, 3, 6}},
-                                         Row{"move_back",
-                                             [](auto& d) {
-                                                 return movePages(d, {4, 2}, 1);
-                                             },
-                                             {4, 5, 1, 2, 3, 6}},
-                                         Row{"move_to_the_end",
-                                             [](auto& d) {
-                                                 return movePages(d, {1, 1}, 7);
-                                             },
-                                             {2, 3, 4, 5, 6, 1}},
-                                         Row{"move_nowhere",
-                                             [](auto& d) {
-                                                 return movePages(d, {2, 2}, 4);
-                                             },
-                                             {1, 2, 3, 4, 5, 6}},
-                                         Row{"reverse",
-                                             [](auto& d) {
-                                                 return reversePages(d, {2, 3});
-                                             },
-                                             {1, 4, 3, 2, 5, 6}},
-                                         Row{"reorder",
-                                             [](auto& d) {
-                                                 return reorderPages(d, {6, 1, 5, 2, 4, 3});
-                                             },
-                                             {6, 1, 5, 2, 4, 3}},
-                                         Row{"delete_listed",
-                                             [](auto& d) {
-                                                 return asStatus(deletePages(d, {6, 1, 3, 1}));
-                                             },
-                                             {2, 4, 5}},
-                                         Row{"delete_after_reversing",
-                                             [](auto& d) {
-                                                 return reversePages(d, {1, 6}).and_then([&] {
-                                                     return asStatus(deletePages(d, {1, 2}));
-                                                 });
-                                             },
-                                             {4, 3, 2, 1}}),
-                         [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Arrange, Arrangements,
+    testing::Values(Row{"move_forward", moving({2, 2}, 6), {1, 4, 5, 2, 3, 6}},
+                    Row{"move_back", moving({4, 2}, 1), {4, 5, 1, 2, 3, 6}},
+                    Row{"move_to_the_end", moving({1, 1}, 7), {2, 3, 4, 5, 6, 1}},
+                    Row{"move_nowhere", moving({2, 2}, 4), {1, 2, 3, 4, 5, 6}},
+                    Row{"reverse", reversing({2, 3}), {1, 4, 3, 2, 5, 6}},
+                    Row{"reorder", reordering({6, 1, 5, 2, 4, 3}), {6, 1, 5, 2, 4, 3}},
+                    Row{"delete_listed", deleting({6, 1, 3, 1}), {2, 4, 5}},
+                    Row{"delete_after_reversing",
+                        oneAfterTheOther(reversing({1, 6}), deleting({1, 2})),
+                        {4, 3, 2, 1}}),
+    [](const auto& info) { return info.param.name; });
 
 struct Refusal {
     const char* name;
-    std::function<Status(Document&)> arrange;
+    Act arrange;
     ErrorCode code;
 };
 
@@ -110,58 +110,19 @@ TEST_P(RefusedArrangements, ChangeNothing)
 
 INSTANTIATE_TEST_SUITE_P(
     Arrange, RefusedArrangements,
-    testing::Values(Refusal{"move_into_itself",
-                            [](auto& d) {
-                                return movePages(d, {2, 3}, 3);
-                            },
-                            ErrorCode::BadArgument},
-                    Refusal{"move_before_nothing",
-                            [](auto& d) {
-                                return movePages(d, {2, 3}, 8);
-                            },
-                            ErrorCode::BadPageList},
-                    Refusal{"move_what_is_not_there",
-                            [](auto& d) {
-                                return movePages(d, {5, 3}, 1);
-                            },
-                            ErrorCode::BadPageList},
-                    Refusal{"reverse_all_integers",
-                            [](auto& d) {
-                                return reversePages(d, {1, INT_MAX});
-                            },
-                            ErrorCode::BadPageList},
-                    Refusal{"reverse_nothing",
-                            [](auto& d) {
-                                return reversePages(d, {1, 0});
-                            },
-                            ErrorCode::BadPageList},
-                    Refusal{"reorder_some",
-                            [](auto& d) {
-                                return reorderPages(d, {1, 2, 3});
-                            },
-                            ErrorCode::BadPageList},
-                    Refusal{"reorder_with_a_repeat",
-                            [](auto& d) {
-                                return reorderPages(d, {1, 2, 3, 4, 5, 5});
-                            },
-                            ErrorCode::BadPageList},
-                    Refusal{"delete_all",
-                            [](auto& d) {
-                                return asStatus(deletePages(d, {1, 2, 3, 4, 5, 6}));
-                            },
-                            ErrorCode::BadPageList},
-                    Refusal{"delete_what_is_not_there",
-                            [](auto& d) {
-                                return asStatus(deletePages(d, {1, 7}));
-                            },
-                            ErrorCode::BadPageList},
-                    Refusal{"insert_none", [](auto& d) { return insertBlankPages(d, 1, 0); },
-                            ErrorCode::BadArgument},
-                    Refusal{"insert_too_many",
-                            [](auto& d) { return insertBlankPages(d, 1, INT_MAX); },
-                            ErrorCode::BadArgument},
-                    Refusal{"insert_nowhere", [](auto& d) { return insertBlankPages(d, 8, 1); },
-                            ErrorCode::BadPageList}),
+    testing::Values(
+        Refusal{"move_into_itself", moving({2, 3}, 3), ErrorCode::BadArgument},
+        Refusal{"move_before_nothing", moving({2, 3}, 8), ErrorCode::BadPageList},
+        Refusal{"move_what_is_not_there", moving({5, 3}, 1), ErrorCode::BadPageList},
+        Refusal{"reverse_all_integers", reversing({1, INT_MAX}), ErrorCode::BadPageList},
+        Refusal{"reverse_nothing", reversing({1, 0}), ErrorCode::BadPageList},
+        Refusal{"reorder_some", reordering({1, 2, 3}), ErrorCode::BadPageList},
+        Refusal{"reorder_with_a_repeat", reordering({1, 2, 3, 4, 5, 5}), ErrorCode::BadPageList},
+        Refusal{"delete_all", deleting({1, 2, 3, 4, 5, 6}), ErrorCode::BadPageList},
+        Refusal{"delete_what_is_not_there", deleting({1, 7}), ErrorCode::BadPageList},
+        Refusal{"insert_none", inserting(1, 0), ErrorCode::BadArgument},
+        Refusal{"insert_too_many", inserting(1, INT_MAX), ErrorCode::BadArgument},
+        Refusal{"insert_nowhere", inserting(8, 1), ErrorCode::BadPageList}),
     [](const auto& info) { return info.param.name; });
 
 TEST(Arrange, BlankPagesLookAsLargeAsTheirNeighbour)

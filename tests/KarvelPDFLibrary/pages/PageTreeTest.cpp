@@ -12,17 +12,6 @@ using namespace karvel;
 using support::PagedDocument;
 using support::PdfBuilder;
 
-std::string saved(Document& document, saving::Way way = saving::Way::CopyUnchanged)
-{
-    saving::SaveOptions options;
-    options.objectStreams = saving::ObjectStreams::Keep;
-    options.streamData = saving::StreamData::Keep;
-    options.way = way;
-    auto bytes = saving::toString(document, options);
-    EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
-    return bytes ? *bytes : std::string();
-}
-
 /// A three-page document whose root node is replaced by `root`, with %1, %2, %3 for the pages and
 /// %R for the root itself, and extra objects added first as %A and %B.
 struct OddTree {
@@ -73,7 +62,7 @@ TEST_P(OddTrees, AreReadAsViewersReadThem)
     QPDFObjectHandle blank =
         QPDFObjectHandle::parse("<< /Type /Page /MediaBox [0 0 9 9] /Resources << >> >>");
     document->insertPages(document->pageCount() + 1, {document->changes().add(blank)});
-    const std::string bytes = saved(*document);
+    const std::string bytes = support::savedIn(*document);
     std::vector<std::string> expected = support::pagesNamed(GetParam().expectedPages);
     expected.emplace_back();
     EXPECT_EQ(support::pageTexts(bytes), expected);
@@ -87,7 +76,7 @@ TEST_P(OddTrees, AreRightWhenAPageHasGone)
     ASSERT_TRUE(pages::deletePages(*document, {document->pageCount(), 1}).has_value());
     std::vector<int> left = GetParam().expectedPages;
     left.pop_back();
-    const std::string bytes = saved(*document);
+    const std::string bytes = support::savedIn(*document);
     EXPECT_EQ(support::pageTexts(bytes), support::pagesNamed(left));
     EXPECT_EQ(support::problems(bytes), "");
 }
@@ -151,7 +140,7 @@ TEST(PageTree, KeepsThePageWhoseTwinIsDeleted)
                                          PagedDocument(3), 0, 0));
     auto document = support::opened(file.build());
     ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
-    EXPECT_EQ(support::pageTexts(saved(*document)), support::pagesNamed({2, 1}));
+    EXPECT_EQ(support::pageTexts(support::savedIn(*document)), support::pagesNamed({2, 1}));
 }
 
 TEST(PageTree, FailsWhenAPageIsLost)
@@ -231,7 +220,7 @@ TEST(PageTree, KeepsWhatPagesInherit)
 {
     auto document = support::opened(documentThatInherits());
     ASSERT_TRUE(pages::deletePages(*document, {2, 1}).has_value());
-    const std::string bytes = saved(*document);
+    const std::string bytes = support::savedIn(*document);
     EXPECT_EQ(support::pageTexts(bytes), support::pagesNamed({1, 3, 4}));
     auto again = support::opened(bytes);
     const struct {
@@ -338,14 +327,16 @@ TEST(PageTree, IsWrittenAnewWhenItIsTooDeep)
         QPDFObjectHandle data = document->page(9).getKey("/PieceInfo");
         for (const int removed : {1, 2}) {
             ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
-            expectDeepPagesWithout(removed, saved(*document));
-            expectDeepPagesWithout(removed, saved(*document, saving::Way::Rewrite));
+            expectDeepPagesWithout(removed, support::savedIn(*document));
+            expectDeepPagesWithout(removed, support::savedIn(*document, saving::Way::Rewrite));
         }
         // Who holds a part of a page changes that page, however its place was written.
         document->editPage(7);
         data.replaceKey("/New", QPDFObjectHandle::newBool(true));
-        EXPECT_TRUE(
-            support::opened(saved(*document), "o")->page(7).getKey("/PieceInfo").hasKey("/New"));
+        EXPECT_TRUE(support::opened(support::savedIn(*document), "o")
+                        ->page(7)
+                        .getKey("/PieceInfo")
+                        .hasKey("/New"));
     }
 }
 
@@ -370,7 +361,7 @@ TEST(PageTree, DoesNotGrowWhenPagesInheritALargeDictionary)
     const std::string before = file.build();
     auto document = support::opened(before);
     ASSERT_TRUE(pages::deletePages(*document, {1, 2}).has_value());
-    EXPECT_LT(saved(*document).size(), before.size());
+    EXPECT_LT(support::savedIn(*document).size(), before.size());
 }
 
 } // namespace

@@ -38,10 +38,7 @@ std::vector<std::string> warningsWithout(int pages, const std::string& pdf)
 {
     auto document = support::opened(pdf);
     EXPECT_TRUE(pages::deletePages(*document, {1, pages}).has_value());
-    saving::SaveOptions options;
-    options.objectStreams = saving::ObjectStreams::Keep;
-    options.streamData = saving::StreamData::Keep;
-    EXPECT_TRUE(saving::toString(*document, options).has_value());
+    support::savedIn(*document);
     return document->warnings();
 }
 

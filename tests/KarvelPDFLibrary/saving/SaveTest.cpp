@@ -15,9 +15,7 @@ using namespace karvel::saving;
 
 SaveOptions keepingEverything()
 {
-    SaveOptions options;
-    options.objectStreams = ObjectStreams::Keep;
-    options.streamData = StreamData::Keep;
+    SaveOptions options = support::keeping();
     options.deterministicIdentifier = true;
     return options;
 }

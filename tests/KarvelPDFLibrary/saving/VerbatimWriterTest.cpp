@@ -15,15 +15,6 @@ using namespace karvel;
 using namespace karvel::saving;
 using support::PdfBuilder;
 
-SaveOptions keeping(Way way)
-{
-    SaveOptions options;
-    options.objectStreams = ObjectStreams::Keep;
-    options.streamData = StreamData::Keep;
-    options.way = way;
-    return options;
-}
-
 std::string savedWithout(const std::string& pdf, const std::vector<PageRun>& runs, Way way,
                          const std::string& password = {})
 {
@@ -31,14 +22,12 @@ std::string savedWithout(const std::string& pdf, const std::vector<PageRun>& run
     for (const PageRun& run : runs) {
         EXPECT_TRUE(pages::deletePages(*document, run).has_value());
     }
-    auto bytes = toString(*document, keeping(way));
-    EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
-    return bytes ? *bytes : std::string();
+    return support::savedIn(*document, way);
 }
 
 std::string refusal(const std::string& pdf, const std::string& password = {})
 {
-    return whyNotVerbatim(*support::opened(pdf, password), keeping(Way::CopyUnchanged));
+    return whyNotVerbatim(*support::opened(pdf, password), support::keeping());
 }
 
 // --- both ways of saving give the same document ---
@@ -111,7 +100,7 @@ TEST(VerbatimWriter, EnciphersChangedObjects)
         QPDFObjectHandle stream =
             document->changes().add(document->file().newStream("a private stream"));
         document->editPage(2).replaceKey("/Extra", stream);
-        const std::string bytes = toString(*document, keeping(Way::CopyUnchanged)).value();
+        const std::string bytes = support::savedIn(*document);
         EXPECT_EQ(bytes.find("a private"), std::string::npos);
         auto again = support::opened(bytes, "o");
         EXPECT_EQ(again->page(1).getKey("/Note").getStringValue(), "a private note");

@@ -56,11 +56,7 @@ TEST_P(Imported, PagesStandWhereTheyShall)
                                 GetParam().before, WithOutline::No)
                         .has_value());
         for (const auto way : {saving::Way::CopyUnchanged, saving::Way::Rewrite}) {
-            saving::SaveOptions options;
-            options.objectStreams = saving::ObjectStreams::Keep;
-            options.streamData = saving::StreamData::Keep;
-            options.way = way;
-            const std::string saved = saving::toString(*document, options).value_or("");
+            const std::string saved = support::savedIn(*document, way);
             EXPECT_EQ(support::problems(saved, "u"), "");
             EXPECT_EQ(support::pageTexts(saved, "u"), support::pagesNamed(GetParam().order));
         }
