@@ -166,11 +166,9 @@ Result<std::optional<ReportFile>> openReport(const RunOptions& options)
 {
     std::optional<ReportFile> report;
     if (!options.reportPath.empty()) {
-        const auto same = [&](const std::string& resumed) {
-            const auto identity = identityOf(resumed);
-            return identity && identity == identityOf(options.reportPath);
-        };
-        const bool goesOn = std::any_of(options.resumed.begin(), options.resumed.end(), same);
+        const bool goesOn = std::any_of(
+            options.resumed.begin(), options.resumed.end(),
+            [&](const std::string& resumed) { return isSameFile(resumed, options.reportPath); });
         auto opened = ReportFile::open(options.reportPath, goesOn ? ExistingReport::Continue
                                                            : options.taken == TakenName::Replace
                                                                ? ExistingReport::Replace

@@ -96,18 +96,6 @@ int rename(const std::string& from, const std::string& to, bool replace)
     return 0;
 }
 
-bool isThere(const std::string& path)
-{
-    std::error_code failed;
-    return fs::exists(fs::symlink_status(path, failed));
-}
-
-bool isSameFile(const std::string& one, const std::string& other)
-{
-    const auto identity = identityOf(one);
-    return identity && identity == identityOf(other);
-}
-
 bool haveSameContent(const std::string& one, const std::string& other)
 {
     std::error_code failed;

@@ -25,12 +25,6 @@ namespace {
 // together with others.
 constexpr std::uint64_t largestSmall = 1024 * 1024;
 
-bool isTaken(const std::string& path)
-{
-    std::error_code failed;
-    return std::filesystem::exists(std::filesystem::symlink_status(path, failed));
-}
-
 std::optional<std::uint64_t> sizeOf(const std::string& path)
 {
     std::error_code failed;
@@ -175,8 +169,7 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& plann
 {
     using karvel::io::OutputFile;
     Target target = planned;
-    if (target.number && isTaken(target.path)) {
-        // Another run took the name after this one had looked.
+    if (target.number) { // another run may have taken the name after this one had looked
         target = underFreeName(target);
         document.report.output = target.name;
     }

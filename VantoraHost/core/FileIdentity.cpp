@@ -2,6 +2,9 @@
 
 #include <sys/stat.h>
 
+#include <filesystem>
+#include <system_error>
+
 namespace vantora {
 
 namespace {
@@ -39,6 +42,18 @@ std::optional<FileState> stateIn(const std::optional<struct stat>& status)
 std::optional<FileIdentity> identityOf(const std::string& path)
 {
     return identityIn(statusOf(path));
+}
+
+bool isSameFile(const std::string& one, const std::string& other)
+{
+    const auto identity = identityOf(one);
+    return identity && identity == identityOf(other);
+}
+
+bool isThere(const std::string& path)
+{
+    std::error_code failed;
+    return std::filesystem::exists(std::filesystem::symlink_status(path, failed));
 }
 
 std::optional<FileIdentity> identityOf(int descriptor)

@@ -23,6 +23,12 @@ struct FileIdentity {
 /// The file that a path leads to; none when there is nothing.
 std::optional<FileIdentity> identityOf(const std::string& path);
 
+/// Whether two paths lead to the same file; not when there is nothing.
+bool isSameFile(const std::string& one, const std::string& other);
+
+/// Whether a path names anything, if only a link to nothing.
+bool isThere(const std::string& path);
+
 /// An open file.
 std::optional<FileIdentity> identityOf(int descriptor);
 

@@ -1,5 +1,6 @@
 #include "VantoraHost/core/OutputPlan.h"
 
+#include "KarvelPDFLibrary/io/Durability.h"
 #include "KarvelPDFLibrary/io/TemporaryFile.h"
 #include "VantoraApp/FileNames.h"
 #include "VantoraHost/core/Backup.h"
@@ -15,6 +16,7 @@
 namespace vantora {
 
 namespace fs = std::filesystem;
+using karvel::io::folderOf;
 
 namespace {
 
@@ -27,17 +29,6 @@ Target fileTarget(const fs::path& name, const fs::path& path, bool replace)
     target.path = path;
     target.replace = replace;
     return target;
-}
-
-bool somethingIsAt(const fs::path& path)
-{
-    std::error_code failed;
-    return fs::exists(fs::symlink_status(path, failed));
-}
-
-fs::path folderOf(const fs::path& file)
-{
-    return file.has_parent_path() ? file.parent_path() : ".";
 }
 
 /// The path, or the first copy of it that isn't taken: only its last part is numbered.
@@ -113,8 +104,7 @@ private:
         return freeName(
             output,
             [&](const fs::path& path) {
-                const bool isTaken =
-                    somethingIsAt(path) || writerOf.count(path.lexically_normal()) != 0;
+                const bool isTaken = isThere(path) || writerOf.count(path.lexically_normal()) != 0;
                 number += isTaken ? 1 : 0;
                 return isTaken;
             },
@@ -125,15 +115,26 @@ private:
                              const fs::path& root) const
     {
         const std::string name = output.filename();
-        if (name.empty() || name == "." || name == ".." || isFolder(output)) {
+        const auto folderInTheWay = [&] {
             return fail(Reason::OutputNotAFile, input,
                         "the output " + output.string() + " is a folder");
+        };
+        if (name.empty() || name == "." || name == "..") {
+            return folderInTheWay();
         }
         const fs::path folder = folderOf(output);
-        const bool mayBeMade = !root.empty() && folder != root && !somethingIsAt(folder);
-        if (!mayBeMade && !isFolder(folder)) {
+        const bool mayBeMade = !root.empty() && folder != root;
+        if (!isFolder(folder) && !(mayBeMade && !isThere(folder))) {
             return fail(Reason::OutputFolderMissing, input,
                         "the output folder " + folder.string() + " is not there");
+        }
+        if (!isThere(output)) {
+            Target target = fileTarget(output, output, false);
+            target.number = taken == TakenName::Number;
+            return target;
+        }
+        if (isFolder(output)) {
+            return folderInTheWay();
         }
         const auto identity = identityOf(output);
         const auto source = identity ? inputOf.find(*identity) : inputOf.end();
@@ -143,11 +144,6 @@ private:
                             (inputs[source->second].path == input
                                  ? "the input itself"
                                  : "the input " + inputs[source->second].path));
-        }
-        if (!somethingIsAt(output)) {
-            Target target = fileTarget(output, output, false);
-            target.number = taken == TakenName::Number;
-            return target;
         }
         std::error_code failed;
         if (identity && !fs::is_regular_file(output, failed)) {
@@ -171,7 +167,7 @@ private:
         target.replaceBackup = taken == TakenName::Replace;
         if (backup) {
             target.backup = target.path + ".bak";
-            if (!target.replaceBackup && somethingIsAt(target.backup)) {
+            if (!target.replaceBackup && isThere(target.backup)) {
                 return fail(Reason::BackupExists, input,
                             "the backup " + target.backup + " exists already");
             }
@@ -226,7 +222,7 @@ Result<Planned> planOutputs(const std::vector<Input>& inputs, const Destination&
     const fs::path folder = named.path;
     if (!isFolder(folder)) {
         return fail(Reason::OutputFolderMissing, folder,
-                    somethingIsAt(folder) ? "is not a folder" : "is not there");
+                    isThere(folder) ? "is not a folder" : "is not there");
     }
     // Paths are made one at a time: with their parts they take several times what texts do.
     const auto outputOf = [&](std::size_t i) {
@@ -261,7 +257,7 @@ void makeFolders(const std::vector<std::string>& inputs, std::vector<Result<Targ
 
 Target underFreeName(Target target)
 {
-    target.path = freeName(target.path, somethingIsAt);
+    target.path = freeName(target.path, isThere);
     target.name = target.path;
     return target;
 }
