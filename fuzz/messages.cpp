@@ -24,7 +24,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     using namespace vantora;
     const std::string_view line(reinterpret_cast<const char*>(data), size);
-    setupOf(line, noOptions);
+    if (const auto setup = setupOf(line, noOptions)) {
+        const std::string text = setupMessage(*setup);
+        const auto again = setupOf(text, noOptions);
+        require(again && setupMessage(*again) == text, "a setup that was read is read again");
+    }
     if (const auto tasks = tasksOf(line)) {
         const std::string text = tasksMessage(*tasks);
         const auto again = tasksOf(text);

@@ -97,6 +97,11 @@ JsonObject& JsonObject::add(const char* key, const std::vector<int>& numbers)
     return addJson(key, array(numbers, [](int number) { return std::to_string(number); }));
 }
 
+JsonObject& JsonObject::add(const char* key, const std::vector<std::size_t>& numbers)
+{
+    return addJson(key, array(numbers, [](std::size_t number) { return std::to_string(number); }));
+}
+
 JsonObject& JsonObject::add(const char* key, const std::vector<std::string>& texts)
 {
     return addJson(key, array(texts, [](const std::string& text) { return quoted(text); }));

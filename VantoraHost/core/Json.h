@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -22,6 +23,7 @@ public:
     JsonObject& add(const char* key, double number);
     JsonObject& add(const char* key, bool value);
     JsonObject& add(const char* key, const std::vector<int>& numbers);
+    JsonObject& add(const char* key, const std::vector<std::size_t>& numbers);
     JsonObject& add(const char* key, const std::vector<std::string>& texts);
     JsonObject& add(const char* key, const JsonObject& object);
     JsonObject& add(const char* key, const std::vector<JsonObject>& objects);

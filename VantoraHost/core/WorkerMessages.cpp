@@ -72,9 +72,7 @@ Error errorOf(const QJsonObject& json)
 JsonObject taskJson(const WorkerTask& task)
 {
     JsonObject json;
-    json.add("number", std::uint64_t{task.number})
-        .add("input", task.input)
-        .add("name", task.target.name);
+    json.add("number", task.number).add("input", task.input).add("name", task.target.name);
     if (task.target.path != task.target.name) {
         json.add("path", task.target.path);
     }
@@ -90,10 +88,14 @@ JsonObject taskJson(const WorkerTask& task)
     return json;
 }
 
-WorkerTask taskOf(const QJsonObject& json)
+std::optional<WorkerTask> taskOf(const QJsonObject& json)
 {
+    const auto number = wholeNumber(json["number"]);
+    if (!number) {
+        return std::nullopt;
+    }
     WorkerTask task;
-    task.number = static_cast<std::size_t>(json["number"].toInt());
+    task.number = *number;
     task.input = bytesOf(json["input"].toString());
     task.target.name = bytesOf(json["name"].toString());
     task.target.path = json.contains("path") ? bytesOf(json["path"].toString()) : task.target.name;
@@ -129,7 +131,7 @@ struct AnswerWriter {
     JsonObject operator()(const WorkerWritten& written) const
     {
         JsonObject json;
-        json.add("number", std::uint64_t{written.number})
+        json.add("number", written.number)
             .add("written", identityTexts(written.output))
             .addJson("report", toJson(written.report));
         return json;
@@ -143,13 +145,13 @@ struct AnswerWriter {
     JsonObject operator()(const WorkerPlaced& placed) const
     {
         JsonObject json;
-        json.add("placed", std::vector<int>(placed.numbers.begin(), placed.numbers.end()));
+        json.add("placed", placed.numbers);
         return json;
     }
     JsonObject operator()(const WorkerReport& done) const
     {
         JsonObject json;
-        json.add("number", std::uint64_t{done.number}).addJson("report", toJson(done.report));
+        json.add("number", done.number).addJson("report", toJson(done.report));
         return json;
     }
     JsonObject operator()(const WorkerEnd& end) const
@@ -174,13 +176,12 @@ std::optional<WorkerAnswer> reportAnswerOf(const QJsonObject& json)
     if (!report || !number) {
         return std::nullopt;
     }
-    const auto document = static_cast<std::size_t>(*number);
     if (!json.contains("written")) {
-        return WorkerReport{document, std::move(*report)};
+        return WorkerReport{*number, std::move(*report)};
     }
     const auto identity = identityOf(json["written"].toArray());
     return identity
-               ? std::optional<WorkerAnswer>(WorkerWritten{document, std::move(*report), *identity})
+               ? std::optional<WorkerAnswer>(WorkerWritten{*number, std::move(*report), *identity})
                : std::nullopt;
 }
 
@@ -192,7 +193,7 @@ std::optional<WorkerAnswer> placedAnswerOf(const QJsonArray& numbers)
         if (!number) {
             return std::nullopt;
         }
-        placed.numbers.push_back(static_cast<std::size_t>(*number));
+        placed.numbers.push_back(*number);
     }
     return placed;
 }
@@ -264,7 +265,11 @@ std::optional<std::vector<WorkerTask>> tasksOf(std::string_view line)
     }
     std::vector<WorkerTask> tasks;
     for (const QJsonValue& value : (*json)["documents"].toArray()) {
-        tasks.push_back(taskOf(value.toObject()));
+        auto task = taskOf(value.toObject());
+        if (!task) {
+            return std::nullopt;
+        }
+        tasks.push_back(std::move(*task));
     }
     return tasks;
 }

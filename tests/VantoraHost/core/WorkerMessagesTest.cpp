@@ -62,19 +62,29 @@ TEST(WorkerTasks, ArriveAsTheyWereSent)
     replaced.path = "/real.pdf";
     replaced.backup = "/real.pdf.bak";
     replaced.replace = replaced.replaceBackup = true;
-    const auto got = tasksOf(tasksMessage({{7, "a\n.pdf", plain}, {70000, "b.pdf", replaced}}));
+    const auto got =
+        tasksOf(tasksMessage({{7, "a\n.pdf", plain}, {5'000'000'000, "b.pdf", replaced}}));
     ASSERT_TRUE(got);
     ASSERT_EQ(got->size(), 2U);
     EXPECT_EQ(got->front().number, 7U);
     EXPECT_EQ(got->front().input, "a\n.pdf");
     EXPECT_EQ(got->front().target.path, plain.path);
     EXPECT_FALSE(got->front().target.replace);
-    EXPECT_EQ(got->back().number, 70000U);
+    EXPECT_EQ(got->back().number, 5'000'000'000U);
     EXPECT_EQ(got->back().target.name, "link.pdf");
     EXPECT_EQ(got->back().target.path, "/real.pdf");
     EXPECT_EQ(got->back().target.backup, "/real.pdf.bak");
     EXPECT_TRUE(got->back().target.replace && got->back().target.replaceBackup);
-    EXPECT_FALSE(tasksOf("{\"documents\":1}"));
+}
+
+TEST(WorkerTasks, AreNothingWhenTheyMakeNoSense)
+{
+    for (const char* line :
+         {"", "[]", "{}", R"({"documents":1})", R"({"documents":[7]})",
+          R"({"documents":[{"input":"a"}]})", R"({"documents":[{"number":"7","input":"a"}]})",
+          R"({"documents":[{"number":7,"input":"a"},{"number":-8,"input":"b"}]})"}) {
+        EXPECT_FALSE(tasksOf(line)) << line;
+    }
 }
 
 TEST(WorkerAnswers, ArriveAsTheyWereSent)
@@ -127,8 +137,8 @@ TEST(WorkerAnswers, TellWhichFileIsAboutToGetItsName)
     EXPECT_TRUE(std::get<WorkerWritten>(*got).output == output);
     EXPECT_EQ(toJson(std::get<WorkerWritten>(*got).report), toJson(report));
     EXPECT_TRUE(std::holds_alternative<WorkerNaming>(*answerOf(answerMessage(WorkerNaming{}))));
-    const auto placed = answerOf(answerMessage(WorkerPlaced{{3, 100000}}));
-    EXPECT_THAT(std::get<WorkerPlaced>(*placed).numbers, ElementsAre(3U, 100000U));
+    const auto placed = answerOf(answerMessage(WorkerPlaced{{3, 5'000'000'000}}));
+    EXPECT_THAT(std::get<WorkerPlaced>(*placed).numbers, ElementsAre(3U, 5'000'000'000U));
     EXPECT_TRUE(std::get<WorkerEnd>(*answerOf(answerMessage(WorkerEnd{{}, true}))).asked);
 }
 
