@@ -1,4 +1,4 @@
-#include "VantoraHost/core/WorkerMessages.h"
+#include "VantoraHost/core/workers/WorkerMessages.h"
 
 #include <cstdlib>
 #include <iostream>

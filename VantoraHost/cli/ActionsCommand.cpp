@@ -1,8 +1,8 @@
 #include "VantoraHost/cli/ActionsCommand.h"
 
 #include "VantoraHost/cli/Messages.h"
-#include "VantoraHost/core/ActionCatalog.h"
-#include "VantoraHost/core/Json.h"
+#include "VantoraHost/core/actions/ActionCatalog.h"
+#include "VantoraHost/core/reports/Json.h"
 
 #include <ostream>
 

@@ -3,8 +3,8 @@
 #include "VantoraApp/StyleSheetMessages.h"
 #include "VantoraHost/cli/DisplayProbe.h"
 #include "VantoraHost/cli/Messages.h"
-#include "VantoraHost/core/ActionCatalog.h"
-#include "VantoraHost/core/PreferencesJson.h"
+#include "VantoraHost/core/actions/ActionCatalog.h"
+#include "VantoraHost/core/actions/PreferencesJson.h"
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>

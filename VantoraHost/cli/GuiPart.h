@@ -3,7 +3,7 @@
 #include "VantoraHost/cli/Options.h"
 #include "VantoraHost/cli/Streams.h"
 #include "VantoraHost/core/Installation.h"
-#include "VantoraHost/core/SavedSteps.h"
+#include "VantoraHost/core/actions/SavedSteps.h"
 
 #include <functional>
 #include <optional>

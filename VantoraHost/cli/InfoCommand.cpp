@@ -3,10 +3,10 @@
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/cli/InputFiles.h"
 #include "VantoraHost/cli/Messages.h"
-#include "VantoraHost/core/DocumentInfo.h"
-#include "VantoraHost/core/DocumentReport.h"
-#include "VantoraHost/core/Json.h"
-#include "VantoraHost/core/PdfLibrary.h"
+#include "VantoraHost/core/documents/DocumentInfo.h"
+#include "VantoraHost/core/documents/PdfLibrary.h"
+#include "VantoraHost/core/reports/DocumentReport.h"
+#include "VantoraHost/core/reports/Json.h"
 
 #include <algorithm>
 #include <ostream>

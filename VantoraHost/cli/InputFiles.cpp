@@ -1,6 +1,6 @@
 #include "VantoraHost/cli/InputFiles.h"
 
-#include "VantoraHost/core/OutputPlan.h"
+#include "VantoraHost/core/Target.h"
 
 #include <fcntl.h>
 #include <unistd.h>

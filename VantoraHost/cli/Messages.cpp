@@ -1,6 +1,6 @@
 #include "VantoraHost/cli/Messages.h"
 
-#include "VantoraHost/core/OutputPlan.h"
+#include "VantoraHost/core/Target.h"
 
 #include <iterator>
 #include <ostream>

@@ -3,7 +3,7 @@
 #include "VantoraHost/cli/ArgumentParsing.h"
 #include "VantoraHost/cli/RunArguments.h"
 #include "VantoraHost/cli/Streams.h"
-#include "VantoraHost/core/WorkerProcess.h"
+#include "VantoraHost/core/workers/WorkerProcess.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "VantoraHost/core/OutputPlan.h"
-#include "VantoraHost/core/SavedSteps.h"
-#include "VantoraHost/core/Sequence.h"
+#include "VantoraHost/core/actions/SavedSteps.h"
+#include "VantoraHost/core/actions/Sequence.h"
+#include "VantoraHost/core/outputs/OutputPlan.h"
 
 #include <cstddef>
 #include <cstdint>

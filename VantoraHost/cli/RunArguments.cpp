@@ -1,7 +1,7 @@
 #include "VantoraHost/cli/RunArguments.h"
 
 #include "VantoraHost/cli/ArgumentParsing.h"
-#include "VantoraHost/core/DeletePagesOptions.h"
+#include "VantoraHost/core/actions/DeletePagesOptions.h"
 
 #include <algorithm>
 #include <cctype>

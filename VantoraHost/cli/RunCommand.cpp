@@ -5,12 +5,12 @@
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/cli/RunInputs.h"
 #include "VantoraHost/cli/RunReporter.h"
-#include "VantoraHost/core/Batch.h"
-#include "VantoraHost/core/Confinement.h"
-#include "VantoraHost/core/DeletePagesOptions.h"
 #include "VantoraHost/core/FileIdentity.h"
-#include "VantoraHost/core/PdfLibrary.h"
-#include "VantoraHost/core/WorkerPool.h"
+#include "VantoraHost/core/actions/DeletePagesOptions.h"
+#include "VantoraHost/core/documents/Batch.h"
+#include "VantoraHost/core/documents/PdfLibrary.h"
+#include "VantoraHost/core/workers/Confinement.h"
+#include "VantoraHost/core/workers/WorkerPool.h"
 
 #include <algorithm>
 #include <ostream>

@@ -2,7 +2,7 @@
 
 #include "VantoraHost/cli/InputFiles.h"
 #include "VantoraHost/cli/Messages.h"
-#include "VantoraHost/core/EarlierReports.h"
+#include "VantoraHost/core/reports/EarlierReports.h"
 
 namespace vantora::cli {
 

@@ -1,7 +1,7 @@
 #include "VantoraHost/cli/RunReporter.h"
 
 #include "VantoraHost/cli/Messages.h"
-#include "VantoraHost/core/PageForecast.h"
+#include "VantoraHost/core/documents/PageForecast.h"
 
 #include <algorithm>
 #include <ostream>

@@ -4,8 +4,8 @@
 #include "VantoraHost/cli/ProgressLine.h"
 #include "VantoraHost/cli/RunSummary.h"
 #include "VantoraHost/cli/Streams.h"
-#include "VantoraHost/core/Batch.h"
-#include "VantoraHost/core/ReportFile.h"
+#include "VantoraHost/core/documents/Batch.h"
+#include "VantoraHost/core/reports/ReportFile.h"
 
 #include <map>
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantoraHost/core/DocumentReport.h"
+#include "VantoraHost/core/reports/DocumentReport.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,9 +1,9 @@
 #include "VantoraHost/cli/SavedListCommand.h"
 
 #include "VantoraHost/cli/Messages.h"
-#include "VantoraHost/core/Json.h"
-#include "VantoraHost/core/PreferencesJson.h"
-#include "VantoraHost/core/SavedSteps.h"
+#include "VantoraHost/core/actions/PreferencesJson.h"
+#include "VantoraHost/core/actions/SavedSteps.h"
+#include "VantoraHost/core/reports/Json.h"
 
 #include <ostream>
 

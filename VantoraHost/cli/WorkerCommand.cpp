@@ -1,6 +1,6 @@
 #include "VantoraHost/cli/WorkerCommand.h"
 
-#include "VantoraHost/core/WorkerService.h"
+#include "VantoraHost/core/workers/WorkerService.h"
 
 #include <fcntl.h>
 #include <unistd.h>

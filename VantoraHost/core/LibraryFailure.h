@@ -2,7 +2,7 @@
 
 #include "KarvelPDFLibrary/base/Error.h"
 #include "VantoraHost/core/Error.h"
-#include "VantoraHost/core/OutputPlan.h"
+#include "VantoraHost/core/Target.h"
 
 #include <optional>
 #include <string>

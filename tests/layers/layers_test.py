@@ -13,12 +13,20 @@ SOURCE_DIR = None
 # Folders that a layer may include from, besides its own. The longest layer that a file lies in
 # counts; an entry covers its subfolders unless they are layers of their own.
 LIBRARY_BASE = ["KarvelPDFLibrary/base", "KarvelPDFLibrary/io"]
+SHARED = ["VantoraApp", "VantoraApp/binding"]
+# The library's texts and error numbers know nothing of its documents.
+CORE = ["VantoraHost/core", *SHARED, *LIBRARY_BASE]
+CORE_PARTS = [f"VantoraHost/core/{part}" for part in ("actions", "reports", "outputs", "documents", "workers")]
 LAYERS = {
-    "VantoraHost/cli": ["VantoraHost/core", "VantoraApp", "VantoraApp/binding"],
-    "VantoraHost/desktop": ["VantoraHost/core", "VantoraApp", "VantoraApp/binding"],
-    # The library's texts and error numbers know nothing of its documents.
-    "VantoraHost/core": ["VantoraApp", "VantoraApp/binding", *LIBRARY_BASE],
-    "VantoraActions": ["VantoraApp", "VantoraApp/binding"],
+    "VantoraHost/cli": ["VantoraHost/core", *CORE_PARTS, *SHARED],
+    "VantoraHost/desktop": ["VantoraHost/core", *CORE_PARTS, *SHARED],
+    "VantoraHost/core": CORE,
+    "VantoraHost/core/actions": CORE,
+    "VantoraHost/core/reports": CORE,
+    "VantoraHost/core/outputs": [*CORE, "VantoraHost/core/reports"],
+    "VantoraHost/core/documents": [*CORE, *CORE_PARTS[:3]],
+    "VantoraHost/core/workers": [*CORE, *CORE_PARTS[:4]],
+    "VantoraActions": SHARED,
     "VantoraApp": ["VantoraApp/binding"],
     "VantoraApp/binding": [],
     "KarvelPDFLibrary/exports": ["KarvelPDFLibrary", "KarvelPDFLibrary/instance", *LIBRARY_BASE],
@@ -81,6 +89,8 @@ class Layers(unittest.TestCase):
             ("VantoraApp/A.cpp", '#include "VantoraActions/DeletePages/deletepages.h"'),
             ("VantoraHost/core/A.cpp", '#include "VantoraHost/cli/B.h"'),
             ("VantoraHost/core/A.cpp", '#include "VantoraActions/DeletePages/deletepages.h"'),
+            ("VantoraHost/core/A.cpp", '#include "VantoraHost/core/outputs/B.h"'),
+            ("VantoraHost/core/reports/A.cpp", '#include "VantoraHost/core/outputs/B.h"'),
             ("VantoraActions/X/A.cpp", '#include "VantoraHost/core/B.h"'),
             ("VantoraApp/binding/A.h", '#  include "VantoraApp/CActionUtils.h"'),
             ("VantoraApp/binding/A.h", "#include <QtCore/QString>"),

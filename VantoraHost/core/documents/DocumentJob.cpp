@@ -1,0 +1,257 @@
+#include "VantoraHost/core/documents/DocumentJob.h"
+
+#include "KarvelPDFLibrary/base/Text.h"
+#include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/core/FileIdentity.h"
+#include "VantoraHost/core/LibraryFailure.h"
+#include "VantoraHost/core/documents/PageForecast.h"
+#include "VantoraHost/core/documents/PdfLibrary.h"
+#include "VantoraHost/core/outputs/OutputPlan.h"
+
+#include <chrono>
+#include <exception>
+#include <filesystem>
+#include <new>
+#include <optional>
+#include <stdexcept>
+#include <system_error>
+
+namespace vantora {
+
+using karvel::text::toWide;
+
+namespace {
+
+// Up to this size, a document is written from memory, so that its output waits for the disk
+// together with others.
+constexpr std::uint64_t largestSmall = 1024 * 1024;
+
+std::optional<std::uint64_t> sizeOf(const std::string& path)
+{
+    std::error_code failed;
+    const auto size = std::filesystem::file_size(path, failed);
+    return failed ? std::nullopt : std::optional<std::uint64_t>(size);
+}
+
+} // namespace
+
+DocumentReport failedReport(const std::string& input, Error error)
+{
+    DocumentReport report;
+    report.input = input;
+    report.bytesBefore = sizeOf(input);
+    report.error = std::move(error);
+    return report;
+}
+
+ProcessedDocument DocumentJob::run(const std::string& input, const Result<Target>& target)
+{
+    const auto start = std::chrono::steady_clock::now();
+    ProcessedDocument document;
+    DocumentReport& report = document.report;
+    report.input = input;
+    report.bytesBefore = input == standardStream ? settings.standardInput.size() : sizeOf(input);
+    Outcome done =
+        target ? guardedProcess(document, *target) : tl::unexpected<Error>(target.error());
+    if (!done) {
+        document.output.reset();
+        turnIntoFailure(report, std::move(done.error()));
+    }
+    report.seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return document;
+}
+
+// Running out of memory over one document is no reason to give up the others.
+Outcome DocumentJob::guardedProcess(ProcessedDocument& document, const Target& target)
+{
+    try {
+        return process(document, target);
+    } catch (const std::bad_alloc&) {
+        return fail(Reason::OutOfMemory, {}, "there is not enough memory for it");
+    } catch (const std::exception& error) {
+        return fail(Reason::LibraryFailed, {}, error.what());
+    }
+}
+
+Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
+{
+    DocumentReport& report = processed.report;
+    const Result<OpenDocument> document = OpenDocument::open(
+        library, report.input, settings.standardInput, settings.passwords, Access::RemovePages);
+    if (!document) {
+        return tl::unexpected<Error>(document.error());
+    }
+    if (settings.keepSigned) {
+        if (const Outcome checked = document->checkUnsigned(report.input); !checked) {
+            return checked;
+        }
+    }
+    report.output = target.name;
+    const Outcome done = [&]() -> Outcome {
+        if (const Outcome changed = changePages(report); !changed) {
+            return changed;
+        }
+        if (settings.dryRun) {
+            report.status = DocumentStatus::Planned;
+            return {};
+        }
+        if (settings.cancelled()) {
+            return fail(Reason::Interrupted, report.input, "interrupted");
+        }
+        return save(processed, target);
+    }();
+    // What is damaged may show only when it is read, at the latest when saving.
+    report.repairs = document->repairs();
+    if (done) {
+        const std::vector<std::string> remarks = document->remarks();
+        report.warnings.insert(report.warnings.end(), remarks.begin(), remarks.end());
+    }
+    return done;
+}
+
+Outcome DocumentJob::changePages(DocumentReport& report)
+{
+    library.ClearLastError();
+    const int pages = library.PageCount();
+    if (pages <= 0) {
+        return tl::unexpected<Error>(failure(report.input, "has no pages"));
+    }
+    report.pagesBefore = pages;
+    std::optional<PageForecast> forecast = forecastPages(sequence, pages);
+    if (forecast) {
+        report.pagesRemoved = std::move(forecast->removed);
+        report.pagesAfter = forecast->pagesAfter;
+        report.warnings = std::move(forecast->warnings);
+    }
+    if (settings.dryRun) {
+        return {};
+    }
+    if (Outcome processed = sequence.process(library); !processed) {
+        processed.error().file = report.input;
+        return processed;
+    }
+    const int left = library.PageCount();
+    if (forecast && left != forecast->pagesAfter) {
+        return fail(Reason::ActionFailed, report.input,
+                    "it has " + std::to_string(left) + " pages after the actions where " +
+                        std::to_string(forecast->pagesAfter) + " were to be left");
+    }
+    report.pagesAfter = left;
+    return {};
+}
+
+Outcome DocumentJob::save(ProcessedDocument& document, const Target& target)
+{
+    DocumentReport& report = document.report;
+    const bool encrypted = library.IsEncrypted() == 1;
+    library.ClearLastError();
+    constexpr int keepAsTheyAre = 0;
+    library.SetObjectStreamMode(keepAsTheyAre);
+    library.SetStreamDataMode(keepAsTheyAre);
+    library.SetLinearization(library.IsLinearized());
+    library.SetDeterministicIdentifier(encrypted ? 0 : 1);
+    // What it replaces, if anything, is a temporary file of this job's.
+    library.SetOverwriteMode(1);
+    if (library.LastErrorCode() != 0) {
+        return tl::unexpected<Error>(failure(report.input, "can't be saved"));
+    }
+    if (target.standardOutput) {
+        return saveToStandardOutput(report);
+    }
+    if (const Outcome saved = saveToFile(document, target); !saved) {
+        return saved;
+    }
+    report.status = DocumentStatus::Done;
+    return {};
+}
+
+Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& planned)
+{
+    using karvel::io::OutputFile;
+    Target target = planned;
+    if (target.number) { // another run may have taken the name after this one had looked
+        target = underFreeName(target);
+        document.report.output = target.name;
+    }
+    auto file = OutputFile::create(target.path, target.replace ? karvel::io::Existing::Replace
+                                                               : karvel::io::Existing::Refuse);
+    if (!file) {
+        return tl::unexpected<Error>(outputFailure(file.error(), target));
+    }
+    const bool small = document.report.bytesBefore.value_or(0) <= largestSmall;
+    if (Outcome written = small ? writeSmall(*file, target) : writeLarge(*file, target); !written) {
+        return written;
+    }
+    if (const karvel::Status prepared = file->prepare(); !prepared) {
+        return tl::unexpected<Error>(outputFailure(prepared.error(), target));
+    }
+    const auto state = stateOf(file->descriptor());
+    const auto identity = identityOf(file->descriptor());
+    if (!state || !identity) {
+        return fail(Reason::OutputNotWritable, {}, "the output " + target.name + " got lost");
+    }
+    document.report.bytesAfter = state->size;
+    document.report.outputModified = state->changed;
+    document.output.emplace(WrittenOutput{std::move(*file), target, *identity});
+    return {};
+}
+
+Outcome DocumentJob::writeSmall(karvel::io::OutputFile& file, const Target& target)
+{
+    const std::string bytes = library.SaveToString();
+    if (bytes.empty()) {
+        return tl::unexpected<Error>(savingError(target.path, target));
+    }
+    try {
+        file.write(bytes.data(), bytes.size());
+    } catch (const std::runtime_error& error) {
+        return tl::unexpected<Error>(
+            outputFailure({karvel::ErrorCode::FileNotWritable, error.what()}, target));
+    }
+    return {};
+}
+
+// The library copies what stays the same from file to file, without taking it into memory.
+Outcome DocumentJob::writeLarge(karvel::io::OutputFile& file, const Target& target)
+{
+    if (library.SaveToFile(toWide(file.temporary())) != 1) {
+        return tl::unexpected<Error>(savingError(file.temporary(), target));
+    }
+    if (const karvel::Status taken = file.takeReplacement(); !taken) {
+        return tl::unexpected<Error>(outputFailure(taken.error(), target));
+    }
+    return {};
+}
+
+Error DocumentJob::savingError(const std::string& file, const Target& target)
+{
+    Error error = lastLibraryFailure(library, file)
+                      .value_or(Error{Reason::LibraryFailed, {}, "can't be saved"});
+    if (error.reason == Reason::OutputNotWritable || error.reason == Reason::OutputExists) {
+        error.sentence = "the output " + target.name + ": " + error.sentence;
+    }
+    return error;
+}
+
+Outcome DocumentJob::saveToStandardOutput(DocumentReport& report)
+{
+    const std::string bytes = library.SaveToString();
+    if (bytes.empty()) {
+        return tl::unexpected<Error>(failure(report.input, "can't be saved"));
+    }
+    if (!settings.standardOutput || !settings.standardOutput(bytes)) {
+        return fail(Reason::OutputNotWritable, report.input, "standard output can't be written");
+    }
+    report.status = DocumentStatus::Done;
+    report.bytesAfter = bytes.size();
+    return {};
+}
+
+Error DocumentJob::failure(const std::string& input, const char* otherwise)
+{
+    return lastLibraryFailure(library, input)
+        .value_or(Error{Reason::LibraryFailed, input, otherwise});
+}
+
+} // namespace vantora

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "VantoraHost/core/Target.h"
+#include "VantoraHost/core/actions/Sequence.h"
+#include "VantoraHost/core/outputs/OutputGroup.h"
+#include "VantoraHost/core/reports/DocumentReport.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantora {
+
+/// What holds for every document of a run.
+struct JobSettings {
+    std::vector<std::string> passwords; ///< UTF-8, tried in order
+    bool dryRun = false;                ///< work out what would happen and write nothing
+    bool keepSigned = false;            ///< refuse documents with signatures
+    bool reportFirst = false;           ///< report outputs before they get their names, too
+    std::string standardInput;          ///< the document that the input "-" stands for
+    /// Takes the document whose target is standard output; returns false when that failed.
+    std::function<bool(std::string_view)> standardOutput;
+    /// Asked between the steps of a document: whether to give it up.
+    std::function<bool()> cancelled = [] { return false; };
+};
+
+/// The report of a document that could not even be begun, or whose processing broke off.
+DocumentReport failedReport(const std::string& input, Error error);
+
+/// What became of a document. An output that is a file is written, but has its name only once it is
+/// placed (OutputGroup); then the report holds.
+struct ProcessedDocument {
+    DocumentReport report;
+    std::optional<WrittenOutput> output;
+};
+
+/// Turns one document into its result: opens it, runs the sequence over it and saves it, whole or
+/// not at all. The input is never written to, but replaced by a finished file where asked.
+class DocumentJob {
+public:
+    /// The library, sequence and settings must outlive the job.
+    DocumentJob(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& sequence,
+                const JobSettings& settings)
+        : library(library), sequence(sequence), settings(settings)
+    {
+    }
+
+    /// Does one document. `target` may be the reason why it can't be written, which is then
+    /// reported without opening it.
+    ProcessedDocument run(const std::string& input, const Result<Target>& target);
+
+private:
+    Outcome guardedProcess(ProcessedDocument& document, const Target& target);
+    Outcome process(ProcessedDocument& document, const Target& target);
+    Outcome changePages(DocumentReport& report);
+    Outcome save(ProcessedDocument& document, const Target& target);
+    Outcome saveToFile(ProcessedDocument& document, const Target& planned);
+    Outcome writeSmall(karvel::io::OutputFile& file, const Target& target);
+    Outcome writeLarge(karvel::io::OutputFile& file, const Target& target);
+    Error savingError(const std::string& file, const Target& target);
+    Outcome saveToStandardOutput(DocumentReport& report);
+    Error failure(const std::string& input, const char* otherwise);
+
+    KarvelPDFLibraryCPDylibCPP1311& library;
+    Sequence& sequence;
+    const JobSettings& settings;
+};
+
+} // namespace vantora

@@ -1,0 +1,185 @@
+#include "VantoraHost/core/documents/PdfLibrary.h"
+
+#include "KarvelPDFLibrary/base/Text.h"
+#include "KarvelPDFLibrary/base/WarningKinds.h"
+#include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/core/LibraryFailure.h"
+#include "VantoraHost/core/Target.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <climits>
+#include <string_view>
+#include <utility>
+
+namespace vantora {
+
+using karvel::text::fromWide;
+using karvel::text::toWide;
+
+namespace {
+
+constexpr int modifyingPermission = 2;
+constexpr int assemblingPermission = 7;
+
+// What can be said better before the library is asked.
+Outcome checkInput(const std::string& input, const std::string& standardInput)
+{
+    if (input == standardStream) {
+        if (standardInput.empty()) {
+            return fail(Reason::InputEmpty, input, "is empty (0 bytes)");
+        }
+        if (standardInput.size() > static_cast<std::size_t>(INT_MAX)) {
+            return fail(Reason::OutOfMemory, input,
+                        "is larger than 2 GB; save it as a file and name that");
+        }
+        return {};
+    }
+    struct stat status = {};
+    if (::stat(input.c_str(), &status) != 0) {
+        const bool missing = errno == ENOENT || errno == ENOTDIR;
+        return fail(missing ? Reason::InputMissing : Reason::InputUnreadable, input,
+                    missing ? "there is no such file" : systemMessage(errno));
+    }
+    if (S_ISDIR(status.st_mode)) {
+        return fail(Reason::InputNotAFile, input, "is a folder, not a file");
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return fail(Reason::InputNotAFile, input, "is a device or pipe, not a file");
+    }
+    if (status.st_size == 0) {
+        return fail(Reason::InputEmpty, input, "is empty (0 bytes)");
+    }
+    return {};
+}
+
+// ISO 32000-2, table 22: bit 11 allows assembling "even if bit 4 is clear", so either will do.
+bool permits(KarvelPDFLibraryCPDylibCPP1311& library, Access access)
+{
+    return access == Access::Read || library.IsEncrypted() != 1 ||
+           library.HasPermission(assemblingPermission) == 1 ||
+           library.HasPermission(modifyingPermission) == 1;
+}
+
+Error passwordError(const std::string& input, std::size_t given)
+{
+    if (given == 0) {
+        return {Reason::PasswordNeeded, input, "is encrypted and needs a password"};
+    }
+    return {Reason::PasswordWrong, input,
+            given == 1 ? "the password given does not open it"
+                       : "none of the " + std::to_string(given) + " passwords given opens it"};
+}
+
+} // namespace
+
+Result<std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311>>
+loadPdfLibrary(const std::filesystem::path& file)
+{
+    // The binding takes one byte of the path from each character.
+    std::wstring path;
+    for (const char byte : file.native()) {
+        path += static_cast<wchar_t>(static_cast<unsigned char>(byte));
+    }
+    auto library = std::make_unique<KarvelPDFLibraryCPDylibCPP1311>(path);
+    if (!library->LibraryLoaded()) {
+        return fail(Reason::LibraryMissing, file, "the PDF library can't be loaded");
+    }
+    return library;
+}
+
+Result<OpenDocument> OpenDocument::open(KarvelPDFLibraryCPDylibCPP1311& library,
+                                        const std::string& input, const std::string& standardInput,
+                                        const std::vector<std::string>& passwords, Access access)
+{
+    if (const Outcome usable = checkInput(input, standardInput); !usable) {
+        return tl::unexpected<Error>(usable.error());
+    }
+    bool opened = false;
+    for (std::size_t attempt = 0; attempt <= passwords.size(); ++attempt) {
+        const std::wstring password =
+            attempt == 0 ? std::wstring() : toWide(passwords[attempt - 1]);
+        library.ClearLastError();
+        const int handle = input == standardStream ? library.LoadFromString(standardInput, password)
+                                                   : library.LoadFromFile(toWide(input), password);
+        if (handle != 0) {
+            OpenDocument document(library);
+            if (permits(library, access)) {
+                return document;
+            }
+            opened = true;
+        } else if (lastLibraryCode(library) != LibraryCode::WrongPassword) {
+            return tl::unexpected<Error>(
+                lastLibraryFailure(library, input)
+                    .value_or(Error{Reason::LibraryFailed, input, "can't be opened"}));
+        }
+    }
+    if (opened) {
+        return fail(Reason::NotPermitted, input, "its owner does not permit removing pages");
+    }
+    return tl::unexpected<Error>(passwordError(input, passwords.size()));
+}
+
+OpenDocument::OpenDocument(OpenDocument&& other) noexcept
+    : library(std::exchange(other.library, nullptr))
+{
+}
+
+OpenDocument::~OpenDocument()
+{
+    if (library) {
+        library->CloseDocument();
+    }
+}
+
+std::vector<std::string> OpenDocument::repairs() const
+{
+    std::vector<std::string> texts;
+    if (library->WasReconstructed() == 1) {
+        texts.emplace_back("its table of objects was damaged and has been rebuilt");
+    }
+    const std::vector<std::string> others = warnings(false);
+    texts.insert(texts.end(), others.begin(), others.end());
+    return texts;
+}
+
+std::vector<std::string> OpenDocument::remarks() const
+{
+    return warnings(true);
+}
+
+// The warnings of one of the two kinds, without the word that tells them apart.
+std::vector<std::string> OpenDocument::warnings(bool ofDeletion) const
+{
+    const std::string_view kind = karvel::deletingPages;
+    std::vector<std::string> texts;
+    const int count = library->WarningCount();
+    for (int warning = 1; warning <= count; ++warning) {
+        const std::string text = fromWide(library->GetWarningText(warning));
+        if ((text.compare(0, kind.size(), kind) == 0) == ofDeletion) {
+            texts.push_back(ofDeletion ? text.substr(kind.size()) : text);
+        }
+    }
+    return texts;
+}
+
+Outcome OpenDocument::checkUnsigned(const std::string& input) const
+{
+    library->ClearLastError();
+    const int count = library->SignatureCount();
+    for (int signature = 1; signature <= count; ++signature) {
+        if (library->IsSignatureSigned(signature) == 1) {
+            const int field = library->GetSignatureField(signature);
+            return fail(Reason::Signed, input,
+                        "it is signed in field \"" + fromWide(library->GetFieldName(field)) +
+                            "\", and no signature holds once pages are removed");
+        }
+    }
+    if (const auto failure = lastLibraryFailure(*library, input)) {
+        return tl::unexpected<Error>(*failure);
+    }
+    return {};
+}
+
+} // namespace vantora

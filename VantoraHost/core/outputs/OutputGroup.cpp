@@ -1,0 +1,130 @@
+#include "VantoraHost/core/outputs/OutputGroup.h"
+
+#include "KarvelPDFLibrary/io/Durability.h"
+#include "VantoraHost/core/LibraryFailure.h"
+#include "VantoraHost/core/outputs/Backup.h"
+#include "VantoraHost/core/outputs/OutputPlan.h"
+
+#include <set>
+
+namespace vantora {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t mostOutputs = 64;
+constexpr std::uint64_t mostBytes = 32 * 1024 * 1024;
+
+// Nobody shall wait long for a document that is as good as done.
+constexpr auto longestWait = 250ms;
+
+Outcome placeOne(DocumentReport& report, WrittenOutput& output)
+{
+    const Target& target = output.target;
+    std::optional<Backup> backup;
+    if (!target.backup.empty()) {
+        Result<Backup> made = Backup::of(target.path, target.backup, target.replaceBackup);
+        if (!made) {
+            return tl::unexpected<Error>(std::move(made.error()));
+        }
+        backup.emplace(std::move(*made));
+    }
+    const auto before = target.replace ? ownershipOf(target.path) : std::nullopt;
+    karvel::Status named = output.file.takeName();
+    if (!named && named.error().code == karvel::ErrorCode::FileExists && target.number) {
+        // Another run took the name meanwhile.
+        const Target other = underFreeName(target);
+        output.file.aimAt(other.path);
+        report.output = other.name;
+        named = output.file.takeName();
+    }
+    if (!named) {
+        return tl::unexpected<Error>(outputFailure(named.error(), target));
+    }
+    if (before && !(before == ownershipOf(target.path))) {
+        report.warnings.push_back("its owner or mode could not be kept: only the owner and the "
+                                  "administrator may give a file to others");
+    }
+    if (backup) {
+        if (const Outcome kept = backup->keep(); !kept) {
+            report.warnings.push_back(kept.error().sentence);
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+void turnIntoFailure(DocumentReport& report, Error error)
+{
+    report.status = DocumentStatus::Failed;
+    error.file = report.input;
+    report.error = std::move(error);
+    report.output.clear();
+    report.outputModified.clear();
+    report.bytesAfter.reset();
+    report.pagesAfter.reset();
+    report.pagesRemoved.reset();
+}
+
+void OutputGroup::add(std::size_t number, DocumentReport report, WrittenOutput output)
+{
+    if (members.empty()) {
+        begun = std::chrono::steady_clock::now();
+    }
+    bytes += report.bytesAfter.value_or(0);
+    members.push_back({number, std::move(report), std::move(output)});
+}
+
+std::vector<DocumentReport> OutputGroup::reports() const
+{
+    std::vector<DocumentReport> reports;
+    for (const Member& member : members) {
+        reports.push_back(member.report);
+    }
+    return reports;
+}
+
+bool OutputGroup::isFull() const
+{
+    return members.size() >= mostOutputs || bytes >= mostBytes ||
+           (!members.empty() && std::chrono::steady_clock::now() - begun > longestWait);
+}
+
+std::vector<OutputGroup::Entry> OutputGroup::place()
+{
+    std::vector<int> descriptors;
+    for (const Member& member : members) {
+        descriptors.push_back(member.output.file.descriptor());
+    }
+    const std::vector<int> errors = karvel::io::syncTogether(descriptors);
+    std::vector<Entry> entries;
+    std::set<std::string> folders;
+    for (std::size_t i = 0; i < members.size(); ++i) {
+        Member& member = members[i];
+        const std::size_t warnings = member.report.warnings.size();
+        const std::string name = member.report.output;
+        const Outcome placed =
+            errors[i] == 0 ? placeOne(member.report, member.output)
+                           : Outcome(tl::unexpected<Error>(outputFailure(
+                                 {karvel::ErrorCode::FileNotWritable, systemMessage(errors[i])},
+                                 member.output.target)));
+        if (placed) {
+            folders.insert(karvel::io::folderOf(member.output.target.path));
+        } else {
+            turnIntoFailure(member.report, placed.error());
+        }
+        const bool asWritten =
+            placed && member.report.warnings.size() == warnings && member.report.output == name;
+        entries.push_back({member.number, std::move(member.report), asWritten});
+    }
+    for (const std::string& folder : folders) {
+        karvel::io::syncFolder(folder);
+    }
+    members.clear();
+    bytes = 0;
+    return entries;
+}
+
+} // namespace vantora

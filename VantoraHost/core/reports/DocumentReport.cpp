@@ -1,0 +1,131 @@
+#include "VantoraHost/core/reports/DocumentReport.h"
+
+#include "VantoraHost/core/reports/Json.h"
+#include "VantoraHost/core/reports/JsonReading.h"
+
+#include <QtCore/QJsonArray>
+
+#include <cmath>
+
+namespace vantora {
+
+namespace {
+
+constexpr int schema = 1;
+
+const char* statusName(DocumentStatus status)
+{
+    switch (status) {
+    case DocumentStatus::Done:
+        return "done";
+    case DocumentStatus::Planned:
+        return "planned";
+    case DocumentStatus::Failed:
+        break;
+    }
+    return "failed";
+}
+
+constexpr char repaired[] = "repaired: ";
+
+std::optional<std::string_view> textOrNone(const std::string& text)
+{
+    return text.empty() ? std::nullopt : std::optional<std::string_view>(text);
+}
+
+std::optional<DocumentStatus> statusNamed(const std::string& name)
+{
+    for (const DocumentStatus status :
+         {DocumentStatus::Done, DocumentStatus::Planned, DocumentStatus::Failed}) {
+        if (name == statusName(status)) {
+            return status;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<int> pageCount(const QJsonValue& value)
+{
+    const int count = value.toInt(-1);
+    return count >= 0 ? std::optional<int>(count) : std::nullopt;
+}
+
+void takeWarnings(DocumentReport& report, const QJsonArray& warnings)
+{
+    for (const QJsonValue& value : warnings) {
+        std::string text = bytesOf(value.toString());
+        if (text.compare(0, sizeof repaired - 1, repaired) == 0) {
+            report.repairs.push_back(text.substr(sizeof repaired - 1));
+        } else {
+            report.warnings.push_back(std::move(text));
+        }
+    }
+}
+
+} // namespace
+
+std::vector<std::string> withRepairs(std::vector<std::string> warnings,
+                                     const std::vector<std::string>& repairs)
+{
+    for (const std::string& repair : repairs) {
+        warnings.push_back(repaired + repair);
+    }
+    return warnings;
+}
+
+std::string toJson(const DocumentReport& report)
+{
+    JsonObject json;
+    json.add("schema", schema)
+        .add("input", report.input)
+        .add("output", textOrNone(report.output))
+        .add("pages_before", report.pagesBefore)
+        .add("pages_after", report.pagesAfter)
+        .add("pages_removed", report.pagesRemoved)
+        .add("bytes_before", report.bytesBefore)
+        .add("bytes_after", report.bytesAfter)
+        .add("output_modified", textOrNone(report.outputModified))
+        .add("status", statusName(report.status))
+        .add("warnings", withRepairs(report.warnings, report.repairs));
+    std::vector<JsonObject> errors;
+    if (report.error) {
+        errors.emplace_back();
+        errors.back()
+            .add("reason", reasonName(report.error->reason))
+            .add("text", report.error->sentence);
+    }
+    json.add("errors", errors).add("seconds", std::round(report.seconds * 1e6) / 1e6);
+    return json.text();
+}
+
+std::optional<DocumentReport> reportOf(const QJsonObject& json)
+{
+    const auto status = statusNamed(bytesOf(json["status"].toString()));
+    if (json["schema"].toInt() != schema || !status || !json["input"].isString()) {
+        return std::nullopt;
+    }
+    DocumentReport report;
+    report.input = bytesOf(json["input"].toString());
+    report.output = bytesOf(json["output"].toString());
+    report.status = *status;
+    report.pagesBefore = pageCount(json["pages_before"]);
+    report.pagesAfter = pageCount(json["pages_after"]);
+    if (json["pages_removed"].isArray()) {
+        report.pagesRemoved.emplace();
+        for (const QJsonValue& page : json["pages_removed"].toArray()) {
+            report.pagesRemoved->push_back(page.toInt());
+        }
+    }
+    report.bytesBefore = wholeNumber(json["bytes_before"]);
+    report.bytesAfter = wholeNumber(json["bytes_after"]);
+    report.outputModified = bytesOf(json["output_modified"].toString());
+    takeWarnings(report, json["warnings"].toArray());
+    const QJsonObject error = json["errors"].toArray().first().toObject();
+    if (const auto reason = reasonNamed(bytesOf(error["reason"].toString()))) {
+        report.error = Error{*reason, report.input, bytesOf(error["text"].toString())};
+    }
+    report.seconds = json["seconds"].toDouble();
+    return report;
+}
+
+} // namespace vantora

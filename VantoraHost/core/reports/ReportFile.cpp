@@ -1,0 +1,125 @@
+#include "VantoraHost/core/reports/ReportFile.h"
+
+#include "VantoraHost/core/reports/EarlierReports.h"
+
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <string_view>
+#include <unistd.h>
+#include <utility>
+
+namespace vantora {
+
+namespace {
+
+tl::unexpected<Error> unwritable(const std::string& path, int errorNumber)
+{
+    return fail(Reason::OutputNotWritable, path,
+                "the report can't be written: " + systemMessage(errorNumber));
+}
+
+/// Where the last line begins that has no end; the file's size when there is none.
+off_t endOfWholeLines(int descriptor, off_t size)
+{
+    std::array<char, 4096> piece = {};
+    for (off_t end = size; end > 0;) {
+        const auto length = std::min<off_t>(end, piece.size());
+        if (::pread(descriptor, piece.data(), static_cast<std::size_t>(length), end - length) !=
+            length) {
+            return size;
+        }
+        const auto bytes = std::string_view(piece.data(), static_cast<std::size_t>(length));
+        if (const auto newline = bytes.rfind('\n'); newline != std::string_view::npos) {
+            return end - length + static_cast<off_t>(newline) + 1;
+        }
+        end -= length;
+    }
+    return 0;
+}
+
+} // namespace
+
+Result<ReportFile> ReportFile::open(const std::string& path, ExistingReport existing)
+{
+    const int creation = existing == ExistingReport::Refuse ? O_EXCL : 0;
+    const int descriptor =
+        ::open(path.c_str(), O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | creation, 0666);
+    if (descriptor < 0) {
+        return errno == EEXIST ? fail(Reason::ReportExists, path, "the report exists already")
+                               : unwritable(path, errno);
+    }
+    ReportFile report(path, descriptor);
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        return fail(Reason::ReportExists, path, "another run is writing this report");
+    }
+    struct stat status = {};
+    if (::fstat(descriptor, &status) != 0) {
+        return unwritable(path, errno);
+    }
+    if (!S_ISREG(status.st_mode) || status.st_size == 0) {
+        return report;
+    }
+    if (!beginsAsAReport(path)) {
+        return fail(Reason::ReportExists, path, "is not a report, and so not replaced by one");
+    }
+    const off_t kept =
+        existing == ExistingReport::Continue ? endOfWholeLines(descriptor, status.st_size) : 0;
+    if (kept != status.st_size && ::ftruncate(descriptor, kept) != 0) {
+        return unwritable(path, errno);
+    }
+    return report;
+}
+
+ReportFile::ReportFile(ReportFile&& other) noexcept
+    : path(std::move(other.path)), descriptor(std::exchange(other.descriptor, -1)),
+      failure(other.failure)
+{
+}
+
+ReportFile::~ReportFile()
+{
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
+}
+
+void ReportFile::add(const DocumentReport& report)
+{
+    append(toJson(report) + '\n');
+}
+
+// In one call, so that whoever reads the file while it grows finds whole lines.
+void ReportFile::append(const std::string& text)
+{
+    std::size_t written = 0;
+    while (failure == 0 && written < text.size()) {
+        const ssize_t count = ::write(descriptor, text.data() + written, text.size() - written);
+        if (count > 0) {
+            written += static_cast<std::size_t>(count);
+        } else if (count < 0 && errno != EINTR) {
+            failure = errno;
+        }
+    }
+    struct stat status = {};
+    if (failure != 0 && written > 0 && ::fstat(descriptor, &status) == 0 &&
+        S_ISREG(status.st_mode)) {
+        // Takes back what a full disk left of the line.
+        [[maybe_unused]] const int cut =
+            ::ftruncate(descriptor, status.st_size - static_cast<off_t>(written));
+    }
+}
+
+Outcome ReportFile::sync()
+{
+    if (failure == 0 && ::fdatasync(descriptor) != 0 && errno != EINVAL && errno != EROFS) {
+        failure = errno;
+    }
+    return failure == 0 ? Outcome() : unwritable(path, failure);
+}
+
+} // namespace vantora

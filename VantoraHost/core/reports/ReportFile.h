@@ -1,0 +1,44 @@
+#pragma once
+
+#include "VantoraHost/core/reports/DocumentReport.h"
+
+#include <string>
+
+namespace vantora {
+
+/// What becomes of a report that exists already.
+enum class ExistingReport {
+    Refuse,
+    Replace,
+    Continue, ///< lines are added to it
+};
+
+/// A file that takes the reports of a run as they come, one line of JSON each (toJson). Whenever
+/// the run or the machine stops, its lines are complete but for, at most, the last one.
+class ReportFile {
+public:
+    /// Creates or opens the file. One that exists is only touched when it is a report, so that no
+    /// document is ever lost to a slip of the keyboard, and when no other run is writing to it.
+    static Result<ReportFile> open(const std::string& path, ExistingReport existing);
+
+    ReportFile(ReportFile&& other) noexcept;
+    ReportFile& operator=(ReportFile&&) = delete;
+    ~ReportFile();
+
+    /// Adds a line. After a failure nothing more is written, and sync() says so.
+    void add(const DocumentReport& report);
+
+    /// Waits until the disk has the file; the error is the first one of all its writing.
+    Outcome sync();
+
+private:
+    ReportFile(std::string path, int descriptor) : path(std::move(path)), descriptor(descriptor) {}
+
+    void append(const std::string& text);
+
+    std::string path;
+    int descriptor = -1;
+    int failure = 0; ///< an errno value
+};
+
+} // namespace vantora

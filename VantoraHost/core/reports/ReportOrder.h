@@ -1,0 +1,37 @@
+#pragma once
+
+#include "VantoraHost/core/reports/DocumentReport.h"
+
+#include <cstddef>
+#include <functional>
+#include <map>
+
+namespace vantora {
+
+/// Puts reports that come in any order into the order of their documents.
+class ReportOrder {
+public:
+    using Receiver = std::function<void(const DocumentReport&)>;
+
+    explicit ReportOrder(Receiver receiver) : receiver(std::move(receiver)) {}
+
+    /// Takes the report of a document, numbered from 0, and passes on all whose turn has come.
+    void add(std::size_t document, DocumentReport report);
+
+    /// Passes on what waits for documents that are never going to have a report.
+    void finish();
+
+    /// The first document without a report.
+    std::size_t firstMissing() const { return next; }
+
+    /// About how much memory the waiting reports take, in bytes.
+    std::size_t bytesHeld() const { return held; }
+
+private:
+    const Receiver receiver;
+    std::map<std::size_t, DocumentReport> waiting;
+    std::size_t next = 0;
+    std::size_t held = 0;
+};
+
+} // namespace vantora

@@ -1,0 +1,316 @@
+#include "VantoraHost/core/workers/WorkerMessages.h"
+
+#include "VantoraHost/core/reports/Json.h"
+#include "VantoraHost/core/reports/JsonReading.h"
+
+#include <QtCore/QDataStream>
+#include <QtCore/QJsonArray>
+
+namespace vantora {
+
+namespace {
+
+// As the settings class stores a value, which is what the reader of saved options takes.
+QByteArray storedBytes(const PreferencesMap& options)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_4_0);
+    stream << QVariant(options);
+    return bytes;
+}
+
+JsonObject stepJson(const StepRequest& step)
+{
+    std::vector<std::string> options;
+    for (const auto& [key, value] : step.options) {
+        options.push_back(key);
+        options.push_back(value);
+    }
+    JsonObject json;
+    json.add("action", step.action).add("options", options).add("file", step.file);
+    if (!step.stored.isEmpty()) {
+        json.add("stored", storedBytes(step.stored).toBase64().toStdString());
+    }
+    return json;
+}
+
+std::optional<StepRequest> stepOf(const QJsonObject& json, const StoredReader& stored)
+{
+    StepRequest step;
+    step.action = bytesOf(json["action"].toString());
+    step.file = bytesOf(json["file"].toString());
+    const std::vector<std::string> options = bytesOf(json["options"].toArray());
+    for (std::size_t i = 0; i + 1 < options.size(); i += 2) {
+        step.options.emplace_back(options[i], options[i + 1]);
+    }
+    if (json.contains("stored")) {
+        auto read = stored(QByteArray::fromBase64(json["stored"].toString().toLatin1()));
+        if (!read) {
+            return std::nullopt;
+        }
+        step.stored = std::move(*read);
+    }
+    return step;
+}
+
+JsonObject errorJson(const Error& error)
+{
+    JsonObject json;
+    json.add("reason", reasonName(error.reason))
+        .add("file", error.file)
+        .add("text", error.sentence);
+    return json;
+}
+
+Error errorOf(const QJsonObject& json)
+{
+    return {reasonNamed(bytesOf(json["reason"].toString())).value_or(Reason::LibraryFailed),
+            bytesOf(json["file"].toString()), bytesOf(json["text"].toString())};
+}
+
+JsonObject taskJson(const WorkerTask& task)
+{
+    JsonObject json;
+    json.add("number", task.number).add("input", task.input).add("name", task.target.name);
+    if (task.target.path != task.target.name) {
+        json.add("path", task.target.path);
+    }
+    if (!task.target.backup.empty()) {
+        json.add("backup", task.target.backup).add("replace_backup", task.target.replaceBackup);
+    }
+    if (task.target.replace) {
+        json.add("replace", true);
+    }
+    if (task.target.number) {
+        json.add("number_copies", true);
+    }
+    return json;
+}
+
+std::optional<WorkerTask> taskOf(const QJsonObject& json)
+{
+    const auto number = wholeNumber(json["number"]);
+    if (!number) {
+        return std::nullopt;
+    }
+    WorkerTask task;
+    task.number = *number;
+    task.input = bytesOf(json["input"].toString());
+    task.target.name = bytesOf(json["name"].toString());
+    task.target.path = json.contains("path") ? bytesOf(json["path"].toString()) : task.target.name;
+    task.target.backup = bytesOf(json["backup"].toString());
+    task.target.replaceBackup = json["replace_backup"].toBool();
+    task.target.replace = json["replace"].toBool();
+    task.target.number = json["number_copies"].toBool();
+    return task;
+}
+
+// As texts, because JSON's numbers are read as doubles, which hold no large inode exactly.
+std::vector<std::string> identityTexts(const FileIdentity& identity)
+{
+    return {std::to_string(identity.device), std::to_string(identity.inode)};
+}
+
+std::optional<FileIdentity> identityOf(const QJsonArray& texts)
+{
+    bool hasDevice = false;
+    bool hasInode = false;
+    const FileIdentity identity = {texts.at(0).toString().toULong(&hasDevice),
+                                   texts.at(1).toString().toULong(&hasInode)};
+    return hasDevice && hasInode ? std::optional<FileIdentity>(identity) : std::nullopt;
+}
+
+struct AnswerWriter {
+    JsonObject operator()(const WorkerReady&) const
+    {
+        JsonObject json;
+        json.add("ready", workerProtocol);
+        return json;
+    }
+    JsonObject operator()(const WorkerWritten& written) const
+    {
+        JsonObject json;
+        json.add("number", written.number)
+            .add("written", identityTexts(written.output))
+            .addJson("report", toJson(written.report));
+        return json;
+    }
+    JsonObject operator()(const WorkerNaming&) const
+    {
+        JsonObject json;
+        json.add("naming", true);
+        return json;
+    }
+    JsonObject operator()(const WorkerPlaced& placed) const
+    {
+        JsonObject json;
+        json.add("placed", placed.numbers);
+        return json;
+    }
+    JsonObject operator()(const WorkerReport& done) const
+    {
+        JsonObject json;
+        json.add("number", done.number).addJson("report", toJson(done.report));
+        return json;
+    }
+    JsonObject operator()(const WorkerEnd& end) const
+    {
+        JsonObject json;
+        json.add("end", end.complaint ? std::optional(errorJson(*end.complaint)) : std::nullopt)
+            .add("asked", end.asked);
+        return json;
+    }
+    JsonObject operator()(const WorkerRefusal& refusal) const
+    {
+        JsonObject json;
+        json.add("refusal", errorJson(refusal.error));
+        return json;
+    }
+};
+
+std::optional<WorkerAnswer> reportAnswerOf(const QJsonObject& json)
+{
+    auto report = reportOf(json["report"].toObject());
+    const auto number = wholeNumber(json["number"]);
+    if (!report || !number) {
+        return std::nullopt;
+    }
+    if (!json.contains("written")) {
+        return WorkerReport{*number, std::move(*report)};
+    }
+    const auto identity = identityOf(json["written"].toArray());
+    return identity
+               ? std::optional<WorkerAnswer>(WorkerWritten{*number, std::move(*report), *identity})
+               : std::nullopt;
+}
+
+std::optional<WorkerAnswer> placedAnswerOf(const QJsonArray& numbers)
+{
+    WorkerPlaced placed;
+    for (const QJsonValue& value : numbers) {
+        const auto number = wholeNumber(value);
+        if (!number) {
+            return std::nullopt;
+        }
+        placed.numbers.push_back(*number);
+    }
+    return placed;
+}
+
+} // namespace
+
+std::string setupMessage(const WorkerSetup& setup)
+{
+    std::vector<JsonObject> steps;
+    for (const StepRequest& step : setup.steps) {
+        steps.push_back(stepJson(step));
+    }
+    const std::vector<std::string> folders(setup.actionFolders.begin(), setup.actionFolders.end());
+    JsonObject json;
+    json.add("version", workerProtocol)
+        .add("library", setup.library.native())
+        .add("action_folders", folders)
+        .add("steps", steps)
+        .add("passwords", setup.job.passwords)
+        .add("dry_run", setup.job.dryRun)
+        .add("keep_signed", setup.job.keepSigned)
+        .add("report_first", setup.job.reportFirst)
+        .add("memory_limit", setup.memoryLimit);
+    return json.text();
+}
+
+Result<WorkerSetup> setupOf(std::string_view line, const StoredReader& stored)
+{
+    const auto json = jsonObjectOf(line);
+    if (!json || (*json)["version"].toInt() != workerProtocol) {
+        return fail(Reason::WorkerFailed, {}, "this is no order for a worker of this version");
+    }
+    WorkerSetup setup;
+    setup.library = bytesOf((*json)["library"].toString());
+    for (const std::string& folder : bytesOf((*json)["action_folders"].toArray())) {
+        setup.actionFolders.emplace_back(folder);
+    }
+    for (const QJsonValue& value : (*json)["steps"].toArray()) {
+        auto step = stepOf(value.toObject(), stored);
+        if (!step) {
+            return fail(Reason::WorkerFailed, {}, "the options of a step can't be read");
+        }
+        setup.steps.push_back(std::move(*step));
+    }
+    setup.job.passwords = bytesOf((*json)["passwords"].toArray());
+    setup.job.dryRun = (*json)["dry_run"].toBool();
+    setup.job.keepSigned = (*json)["keep_signed"].toBool();
+    setup.job.reportFirst = (*json)["report_first"].toBool();
+    setup.memoryLimit = wholeNumber((*json)["memory_limit"]).value_or(0);
+    return setup;
+}
+
+std::string tasksMessage(const std::vector<WorkerTask>& tasks)
+{
+    std::vector<JsonObject> documents;
+    for (const WorkerTask& task : tasks) {
+        documents.push_back(taskJson(task));
+    }
+    JsonObject json;
+    json.add("documents", documents);
+    return json.text();
+}
+
+std::optional<std::vector<WorkerTask>> tasksOf(std::string_view line)
+{
+    const auto json = jsonObjectOf(line);
+    if (!json || !(*json)["documents"].isArray()) {
+        return std::nullopt;
+    }
+    std::vector<WorkerTask> tasks;
+    for (const QJsonValue& value : (*json)["documents"].toArray()) {
+        auto task = taskOf(value.toObject());
+        if (!task) {
+            return std::nullopt;
+        }
+        tasks.push_back(std::move(*task));
+    }
+    return tasks;
+}
+
+std::string namingMessage()
+{
+    JsonObject json;
+    json.add("name", true);
+    return json.text();
+}
+
+std::string answerMessage(const WorkerAnswer& answer)
+{
+    return std::visit(AnswerWriter(), answer).text();
+}
+
+std::optional<WorkerAnswer> answerOf(std::string_view line)
+{
+    const auto json = jsonObjectOf(line);
+    if (!json) {
+        return std::nullopt;
+    }
+    if (json->contains("report")) {
+        return reportAnswerOf(*json);
+    }
+    if (json->contains("naming")) {
+        return WorkerNaming{};
+    }
+    if ((*json)["placed"].isArray()) {
+        return placedAnswerOf((*json)["placed"].toArray());
+    }
+    if (json->contains("end")) {
+        const QJsonValue end = (*json)["end"];
+        return WorkerEnd{end.isObject() ? std::optional(errorOf(end.toObject())) : std::nullopt,
+                         (*json)["asked"].toBool()};
+    }
+    if (json->contains("refusal")) {
+        return WorkerRefusal{errorOf((*json)["refusal"].toObject())};
+    }
+    return (*json)["ready"].toInt() == workerProtocol ? std::optional<WorkerAnswer>(WorkerReady{})
+                                                      : std::nullopt;
+}
+
+} // namespace vantora

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "VantoraHost/core/FileIdentity.h"
+#include "VantoraHost/core/documents/DocumentJob.h"
+
+#include <QtCore/QByteArray>
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+/// What a run and its worker processes tell each other: one JSON object a line, ASCII only. Texts
+/// are written without the line's end and read back without it; what isn't such a message reads as
+/// nothing.
+namespace vantora {
+
+/// The version of the messages; a worker refuses the setup of another one.
+inline constexpr int workerProtocol = 2;
+
+/// What a worker is told first.
+struct WorkerSetup {
+    std::filesystem::path library;
+    std::vector<std::filesystem::path> actionFolders;
+    std::vector<StepRequest> steps;
+    JobSettings job;               ///< passwords, dryRun, keepSigned and reportFirst
+    std::uint64_t memoryLimit = 0; ///< bytes; 0 for none
+};
+
+/// One document for a worker.
+struct WorkerTask {
+    std::size_t number = 0; ///< the document's place in the run, which its report names
+    std::string input;
+    Target target;
+};
+
+/// The worker has its actions and has begun the run.
+struct WorkerReady {};
+
+/// A document's output is written and is about to get its name, after which this is its report.
+/// Whoever finds that very file under the name knows that the document is done.
+struct WorkerWritten {
+    std::size_t number = 0;
+    DocumentReport report;
+    FileIdentity output{};
+};
+
+/// The worker waits for leave (namingMessage) to give what it has announced its names.
+struct WorkerNaming {};
+
+/// Outputs that were announced so have got their names, and the disk has them.
+struct WorkerPlaced {
+    std::vector<std::size_t> numbers;
+};
+
+/// A document is done; what was announced of it before counts no longer.
+struct WorkerReport {
+    std::size_t number = 0;
+    DocumentReport report;
+};
+
+/// The worker ends, in an orderly way, and takes no more documents.
+struct WorkerEnd {
+    std::optional<Error> complaint; ///< what an action had to complain of at the end of the run
+    bool asked = false;             ///< whether it ends because a signal asked it to
+};
+
+/// The worker can't begin, and neither could another one.
+struct WorkerRefusal {
+    Error error;
+};
+
+using WorkerAnswer = std::variant<WorkerReady, WorkerWritten, WorkerNaming, WorkerPlaced,
+                                  WorkerReport, WorkerEnd, WorkerRefusal>;
+
+/// Makes options of what storedBytes made of them.
+using StoredReader = std::function<std::optional<PreferencesMap>(const QByteArray&)>;
+
+std::string setupMessage(const WorkerSetup& setup);
+
+/// The error is that it is no setup, or one of another version.
+Result<WorkerSetup> setupOf(std::string_view line, const StoredReader& stored);
+
+std::string tasksMessage(const std::vector<WorkerTask>& tasks);
+std::optional<std::vector<WorkerTask>> tasksOf(std::string_view line);
+
+/// Leave for a worker to give outputs their names, where JobSettings::reportFirst is set.
+std::string namingMessage();
+
+std::string answerMessage(const WorkerAnswer& answer);
+std::optional<WorkerAnswer> answerOf(std::string_view line);
+
+} // namespace vantora

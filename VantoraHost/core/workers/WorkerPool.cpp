@@ -1,0 +1,544 @@
+#include "VantoraHost/core/workers/WorkerPool.h"
+
+#include "KarvelPDFLibrary/io/Durability.h"
+#include "KarvelPDFLibrary/io/TemporaryFile.h"
+#include "VantoraHost/core/FileIdentity.h"
+#include "VantoraHost/core/outputs/Backup.h"
+#include "VantoraHost/core/reports/ReportOrder.h"
+#include "VantoraHost/core/workers/BatchPlan.h"
+#include "VantoraHost/core/workers/WorkerProcess.h"
+
+#include <poll.h>
+#include <signal.h>
+
+#include <algorithm>
+#include <deque>
+#include <map>
+#include <memory>
+#include <set>
+
+namespace vantora {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using namespace std::chrono_literals;
+
+// How often the person is asked whether to stop, at least.
+constexpr auto tick = 200ms;
+// How long workers may take to finish what they are saving when a run is interrupted.
+constexpr auto timeToStop = 10s;
+// Workers that end in a row before they are ready: then none is going to be.
+constexpr int hopelessStarts = 3;
+// Reports that wait for their turn; with more, the document that they wait for comes first.
+constexpr std::size_t mostBytesHeld = 64 * 1024 * 1024;
+
+std::vector<std::uint64_t> sizesOf(const std::vector<std::string>& inputs)
+{
+    std::vector<std::uint64_t> sizes;
+    sizes.reserve(inputs.size());
+    for (const std::string& input : inputs) {
+        const auto state = stateOf(input);
+        sizes.push_back(state ? state->size : 0);
+    }
+    return sizes;
+}
+
+/// A worker with what it has been given.
+struct Member {
+    std::unique_ptr<WorkerProcess> process;
+    std::deque<std::size_t> documents; ///< neither written nor reported yet; it is at the first
+    std::map<std::size_t, WorkerWritten> written; ///< about to get their names
+    Clock::time_point since;                      ///< when it was last heard of or given something
+    bool ready = false;
+    bool fresh = true;    ///< hasn't been given anything
+    bool closing = false; ///< gets no more documents
+    bool orderly = false; ///< has said that it ends
+    bool asked = false;   ///< it ends because somebody sent it a signal
+    bool timedOut = false;
+    bool senseless = false; ///< has said what is no answer
+    bool gone = false;
+
+    bool isBusy() const { return !documents.empty() || !written.empty(); }
+
+    /// The document that it is at, or the first of those that it gives names to.
+    std::optional<std::size_t> current() const
+    {
+        if (!documents.empty()) {
+            return documents.front();
+        }
+        return written.empty() ? std::nullopt : std::optional(written.begin()->first);
+    }
+
+    /// The documents of which nothing has become.
+    std::vector<std::size_t> lost() const
+    {
+        std::vector<std::size_t> lost(documents.begin(), documents.end());
+        for (const auto& [document, output] : written) {
+            lost.push_back(document);
+        }
+        std::sort(lost.begin(), lost.end());
+        return lost;
+    }
+
+    void forget(std::size_t document)
+    {
+        written.erase(document);
+        documents.erase(std::remove(documents.begin(), documents.end(), document), documents.end());
+    }
+};
+
+std::string seconds(std::chrono::seconds time)
+{
+    return std::to_string(time.count()) + (time.count() == 1 ? " second" : " seconds");
+}
+
+// Whether the output that a worker announced is in its place. The name is not enough: another file
+// may have been there before, or somebody else's may have come.
+bool isPlaced(const WorkerWritten& written, const Target& target)
+{
+    const std::string& path = target.number ? written.report.output : target.path;
+    const auto identity = identityOf(path);
+    const auto state = stateOf(path);
+    return identity && state && *identity == written.output &&
+           state->size == written.report.bytesAfter &&
+           state->changed == written.report.outputModified;
+}
+
+class Pool {
+public:
+    Pool(const Batch& batch, const WorkerSettings& settings, RunObserver& observer)
+        : batch(batch), settings(settings), observer(observer), sizes(sizesOf(batch.inputs)),
+          plan(sizes, settings.count),
+          order([&](const DocumentReport& report) { observer.documentInTurn(report); })
+    {
+        WorkerSetup setup = settings.setup;
+        setup.job = batch.settings;
+        setupLine = setupMessage(setup);
+    }
+
+    Result<BatchResult> run()
+    {
+        reportRefused();
+        while (!failure && (plan.left() > 0 || !suspects.empty() || isBusy())) {
+            if (!stopping && observer.cancelled()) {
+                stop();
+            }
+            if (stopping && crew.empty()) {
+                break;
+            }
+            if (!stopping) {
+                startWorkers();
+                handOut();
+            }
+            wait();
+        }
+        return finish();
+    }
+
+private:
+    void reportRefused()
+    {
+        for (std::size_t i = 0; i < batch.targets.size(); ++i) {
+            if (!batch.targets[i]) {
+                plan.leaveOut(i);
+                arrived(i, failedReport(batch.inputs[i], batch.targets[i].error()));
+            }
+        }
+    }
+
+    void arrived(std::size_t document, DocumentReport report)
+    {
+        ++result.finished;
+        result.failed += report.status == DocumentStatus::Failed ? 1 : 0;
+        observer.documentArrived(report);
+        order.add(document, std::move(report));
+    }
+
+    bool isBusy() const
+    {
+        return std::any_of(crew.begin(), crew.end(),
+                           [](const Member& member) { return member.isBusy(); });
+    }
+
+    void startWorkers()
+    {
+        const auto busy = static_cast<std::size_t>(std::count_if(
+            crew.begin(), crew.end(), [](const Member& member) { return member.isBusy(); }));
+        const std::size_t wanted =
+            std::min(settings.count, busy + plan.workersWorthwhile() + suspects.size());
+        while (crew.size() < wanted && !failure) {
+            auto process = WorkerProcess::start(settings.program);
+            if (!process) {
+                // Those that are there go on; the system may be short of processes for a moment.
+                if (crew.empty()) {
+                    failure = process.error();
+                }
+                return;
+            }
+            Member member;
+            member.process = std::move(*process);
+            member.since = Clock::now();
+            member.process->send(setupLine);
+            crew.push_back(std::move(member));
+        }
+    }
+
+    // A document that a worker ended over is given alone to one that has done nothing yet, or to
+    // any where no such is to be had.
+    std::vector<std::size_t> nextGroup(const Member& member)
+    {
+        const bool freshOneComes = std::any_of(crew.begin(), crew.end(), [](const Member& other) {
+            return other.fresh && !other.closing;
+        });
+        if (!suspects.empty() && (member.fresh || !freshOneComes)) {
+            const std::size_t suspect = suspects.front();
+            suspects.pop_front();
+            return {suspect};
+        }
+        return order.bytesHeld() > mostBytesHeld ? plan.only(order.firstMissing()) : plan.next();
+    }
+
+    void handOut()
+    {
+        for (Member& member : crew) {
+            if (!member.ready || member.closing || member.isBusy()) {
+                continue;
+            }
+            const std::vector<std::size_t> group = nextGroup(member);
+            if (group.empty()) {
+                continue;
+            }
+            std::vector<WorkerTask> tasks;
+            for (const std::size_t document : group) {
+                tasks.push_back({document, batch.inputs[document], *batch.targets[document]});
+            }
+            member.documents.assign(group.begin(), group.end());
+            member.fresh = false;
+            member.since = Clock::now();
+            member.process->send(tasksMessage(tasks));
+        }
+    }
+
+    // Waits until a worker says something or something else is due, and handles it.
+    void wait()
+    {
+        std::vector<pollfd> descriptors;
+        for (const Member& member : crew) {
+            descriptors.push_back({member.process->answersToRead(), POLLIN, 0});
+            descriptors.push_back({member.process->ordersToWrite(), POLLOUT, 0});
+        }
+        const auto before = Clock::now();
+        ::poll(descriptors.data(), descriptors.size(), static_cast<int>(tick.count()));
+        excuseAbsence(Clock::now() - before);
+        for (std::size_t i = 0; i < crew.size(); ++i) {
+            if (descriptors[2 * i + 1].revents != 0) {
+                crew[i].process->writeOrders();
+            }
+            if (descriptors[2 * i].revents != 0) {
+                listenTo(crew[i]);
+            }
+        }
+        endLateOnes();
+        crew.erase(std::remove_if(crew.begin(), crew.end(),
+                                  [](const Member& member) { return member.gone; }),
+                   crew.end());
+    }
+
+    // When this process was stopped for a while, its workers were, too.
+    void excuseAbsence(Clock::duration waited)
+    {
+        if (waited > tick + 1s) {
+            for (Member& member : crew) {
+                member.since += waited;
+            }
+        }
+    }
+
+    void listenTo(Member& member)
+    {
+        const Heard heard = hear(member);
+        if (member.senseless || heard == Heard::End) {
+            bury(member);
+        }
+    }
+
+    Heard hear(Member& member)
+    {
+        std::vector<std::string> lines;
+        const Heard heard = member.process->readAnswers(lines);
+        member.senseless = member.senseless || heard == Heard::Nonsense;
+        for (const std::string& line : lines) {
+            member.since = Clock::now();
+            const auto answer = answerOf(line);
+            member.senseless = member.senseless || !answer || !take(member, *answer);
+            if (member.senseless) {
+                break;
+            }
+        }
+        return heard;
+    }
+
+    // Returns false for an answer that makes no sense.
+    bool take(Member& member, const WorkerAnswer& answer)
+    {
+        if (std::holds_alternative<WorkerReady>(answer)) {
+            member.ready = begun = true;
+            failedStarts = 0;
+        } else if (const auto* refusal = std::get_if<WorkerRefusal>(&answer)) {
+            failure = refusal->error;
+        } else if (const auto* end = std::get_if<WorkerEnd>(&answer)) {
+            member.orderly = member.closing = true;
+            member.asked = end->asked;
+            if (end->complaint && !result.ending) {
+                result.ending = end->complaint;
+            }
+        } else if (const auto* written = std::get_if<WorkerWritten>(&answer)) {
+            if (!isAt(member, written->number)) {
+                return false;
+            }
+            member.documents.pop_front();
+            member.written.emplace(written->number, *written);
+        } else if (std::holds_alternative<WorkerNaming>(answer)) {
+            return letName(member);
+        } else if (const auto* placed = std::get_if<WorkerPlaced>(&answer)) {
+            return std::all_of(placed->numbers.begin(), placed->numbers.end(),
+                               [&](std::size_t document) { return placedBy(member, document); });
+        } else {
+            const auto& done = std::get<WorkerReport>(answer);
+            if (isAt(member, done.number)) {
+                member.documents.pop_front();
+            } else if (member.written.erase(done.number) == 0) {
+                return false;
+            }
+            arrived(done.number, done.report);
+        }
+        return true;
+    }
+
+    // Returns false when it has no reason to ask.
+    bool letName(Member& member)
+    {
+        if (!batch.settings.reportFirst) {
+            return false;
+        }
+        if (member.closing) {
+            return true; // its orders have an end, which is no leave
+        }
+        std::vector<DocumentReport> reports;
+        for (const auto& [document, written] : member.written) {
+            reports.push_back(written.report);
+        }
+        observer.outputsGetNames(reports);
+        member.process->send(namingMessage());
+        return true;
+    }
+
+    static bool isAt(const Member& member, std::size_t document)
+    {
+        return !member.documents.empty() && member.documents.front() == document;
+    }
+
+    // Returns false when it was not written.
+    bool placedBy(Member& member, std::size_t document)
+    {
+        auto written = member.written.extract(document);
+        if (!written.empty()) {
+            arrived(document, std::move(written.mapped().report));
+        }
+        return !written.empty();
+    }
+
+    // A worker has closed its side, or is not going to be waited for any longer.
+    void bury(Member& member)
+    {
+        if (member.senseless || member.timedOut) {
+            member.process->signal(SIGKILL);
+        }
+        const ProcessEnd end = member.process->end();
+        member.gone = true;
+        const auto document = member.current();
+        if (!member.senseless) {
+            hear(member); // its last words
+        }
+        settleWritten(member);
+        // One that has been too slow may have been done with it in the last moment.
+        const bool ended = stopping || (member.orderly && !member.asked);
+        const bool toBlame =
+            member.timedOut ? member.current() == document : !ended && member.current();
+        if (!member.ready && !member.orderly) {
+            failedStart(member, end);
+        } else if (toBlame && member.current()) {
+            judge(*member.current(), member, end);
+            member.forget(*member.current());
+        }
+        plan.giveBack(member.lost());
+        member.documents.clear();
+        member.written.clear();
+    }
+
+    void failedStart(const Member& member, const ProcessEnd& end)
+    {
+        ++failedStarts;
+        const bool hopeless = failedStarts >= hopelessStarts || (member.timedOut && !begun);
+        if (failure || stopping || !hopeless) {
+            return;
+        }
+        const std::string what =
+            member.timedOut ? "worker processes don't begin within " + seconds(settings.timeToBegin)
+            : member.senseless ? "worker processes answer with what makes no sense"
+                               : "worker processes end before they begin: " + end.text();
+        failure = Error{Reason::WorkerFailed, {}, what};
+    }
+
+    // A worker that is gone may have given some of its outputs their names.
+    void settleWritten(Member& member)
+    {
+        std::set<std::string> folders;
+        const auto note = [&](std::size_t document) {
+            const Target& target = *batch.targets[document];
+            if (!target.path.empty() && !batch.settings.dryRun) {
+                folders.insert(karvel::io::folderOf(target.path));
+            }
+        };
+        if (!member.documents.empty()) {
+            note(member.documents.front());
+        }
+        std::vector<std::size_t> placed;
+        for (const auto& [document, written] : member.written) {
+            note(document);
+            if (isPlaced(written, *batch.targets[document])) {
+                placed.push_back(document);
+            }
+        }
+        for (const std::string& folder : folders) {
+            karvel::io::removeAbandoned(folder);
+            settleAbandonedBackups(folder);
+            karvel::io::syncFolder(folder);
+        }
+        for (const std::size_t document : placed) {
+            placedBy(member, document);
+        }
+    }
+
+    // The worker ended over this document.
+    void judge(std::size_t document, const Member& member, const ProcessEnd& end)
+    {
+        const std::string at = "the worker process that was at it ";
+        if (member.timedOut) {
+            breakOff(document, member,
+                     {Reason::TimedOut, {}, "it took longer than " + seconds(settings.timeout)});
+        } else if (member.senseless) {
+            breakOff(document, member,
+                     {Reason::Crashed, {}, at + "gave an answer that makes no sense"});
+        } else if (end.signal == 0 && !member.asked) {
+            breakOff(document, member, {Reason::Crashed, {}, at + "ended: " + end.text()});
+        } else {
+            const ProcessEnd how = member.asked ? ProcessEnd{SIGTERM, 0} : end;
+            const auto [earlier, isFirst] = firstEnds.emplace(document, how);
+            if (isFirst) {
+                suspects.push_back(document);
+                return;
+            }
+            const bool crash = earlier->second.isCrash() || how.isCrash();
+            breakOff(document, member,
+                     {crash ? Reason::Crashed : Reason::Killed,
+                      {},
+                      at + "ended: " + earlier->second.text() +
+                          "; so did a fresh one that had nothing else: " + how.text()});
+        }
+    }
+
+    void breakOff(std::size_t document, const Member& member, Error error)
+    {
+        error.file = batch.inputs[document];
+        DocumentReport report = failedReport(batch.inputs[document], std::move(error));
+        report.seconds = std::chrono::duration<double>(Clock::now() - member.since).count();
+        arrived(document, std::move(report));
+    }
+
+    void endLateOnes()
+    {
+        const auto now = Clock::now();
+        for (Member& member : crew) {
+            const bool atWork = member.isBusy() || !member.ready || member.closing;
+            const auto limit = member.ready ? settings.timeout : settings.timeToBegin;
+            const bool late = limit > 0s && atWork && now - member.since > limit;
+            const bool obstinate = stopping && now - stoppedAt > timeToStop;
+            if (!member.gone && (late || obstinate)) {
+                member.timedOut = late && (member.isBusy() || !member.ready);
+                member.process->signal(SIGKILL);
+                bury(member);
+            }
+        }
+    }
+
+    void closeAll()
+    {
+        for (Member& member : crew) {
+            member.closing = true;
+            member.process->closeOrders();
+        }
+    }
+
+    void stop()
+    {
+        stopping = true;
+        result.interrupted = true;
+        stoppedAt = Clock::now();
+        closeAll();
+        for (const Member& member : crew) {
+            member.process->signal(SIGTERM);
+        }
+    }
+
+    Result<BatchResult> finish()
+    {
+        if (failure && !begun) {
+            return tl::unexpected<Error>(std::move(*failure));
+        }
+        closeAll();
+        while (!crew.empty()) {
+            wait();
+        }
+        if (failure) {
+            for (auto group = plan.next(); !group.empty(); group = plan.next()) {
+                suspects.insert(suspects.end(), group.begin(), group.end());
+            }
+            for (const std::size_t document : suspects) {
+                arrived(document,
+                        failedReport(batch.inputs[document],
+                                     {failure->reason, batch.inputs[document], failure->sentence}));
+            }
+        }
+        order.finish();
+        return std::move(result);
+    }
+
+    const Batch& batch;
+    const WorkerSettings& settings;
+    RunObserver& observer;
+    const std::vector<std::uint64_t> sizes;
+    BatchPlan plan;
+    ReportOrder order;
+    std::string setupLine;
+    std::vector<Member> crew;
+    BatchResult result;
+    std::optional<Error> failure;
+    std::map<std::size_t, ProcessEnd> firstEnds; ///< of workers, by the document they were at
+    std::deque<std::size_t> suspects;            ///< of these, those to be tried once more
+    int failedStarts = 0;
+    bool begun = false; ///< whether any worker has
+    bool stopping = false;
+    Clock::time_point stoppedAt;
+};
+
+} // namespace
+
+Result<BatchResult> runInWorkers(const Batch& batch, const WorkerSettings& settings,
+                                 RunObserver& observer)
+{
+    return Pool(batch, settings, observer).run();
+}
+
+} // namespace vantora

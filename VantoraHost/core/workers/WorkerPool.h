@@ -1,0 +1,29 @@
+#pragma once
+
+#include "VantoraHost/core/documents/Batch.h"
+#include "VantoraHost/core/workers/WorkerMessages.h"
+
+#include <chrono>
+#include <filesystem>
+
+namespace vantora {
+
+/// How a run is spread over worker processes.
+struct WorkerSettings {
+    std::filesystem::path program;   ///< which is started with the argument "worker"
+    std::size_t count = 1;           ///< at most so many at a time, at least 1
+    std::chrono::seconds timeout{0}; ///< the longest that one document may take; 0 for no limit
+    std::chrono::seconds timeToBegin{30}; ///< the longest that a worker may take to be ready
+    WorkerSetup setup;                    ///< `job` is taken from the batch
+};
+
+/// Runs a batch in worker processes. One that crashes, takes too long or wants too much memory
+/// costs the document that it was at, which is reported with the reason, and a fresh one takes
+/// over. A document whose worker was ended by a signal, be it a crash or somebody's doing, gets a
+/// second chance with a fresh worker that has nothing else. Documents whose target is a reason are
+/// reported without a worker. The error is that no worker could begin; no document was touched
+/// then.
+Result<BatchResult> runInWorkers(const Batch& batch, const WorkerSettings& settings,
+                                 RunObserver& observer);
+
+} // namespace vantora

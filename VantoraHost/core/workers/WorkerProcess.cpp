@@ -1,0 +1,214 @@
+#include "VantoraHost/core/workers/WorkerProcess.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <string.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+extern char** environ;
+
+namespace vantora {
+
+using karvel::io::FileDescriptor;
+
+namespace {
+
+struct Pipe {
+    FileDescriptor read;
+    FileDescriptor write;
+};
+
+Result<Pipe> makePipe()
+{
+    int ends[2];
+    if (::pipe2(ends, O_CLOEXEC) != 0) {
+        return fail(Reason::WorkerFailed, {},
+                    "a worker process can't be started: " + systemMessage(errno));
+    }
+    return Pipe{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
+}
+
+void neverWait(const FileDescriptor& descriptor)
+{
+    ::fcntl(descriptor.get(), F_SETFL, ::fcntl(descriptor.get(), F_GETFL) | O_NONBLOCK);
+}
+
+/// How a worker is started.
+class Spawning {
+public:
+    Spawning(const Pipe& orders, const Pipe& answers)
+    {
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_adddup2(&actions, orders.read.get(), STDIN_FILENO);
+        posix_spawn_file_actions_adddup2(&actions, answers.write.get(), STDOUT_FILENO);
+        // Ctrl-C reaches every process of the terminal, but it is the run that stops its workers.
+        sigset_t blocked;
+        sigemptyset(&blocked);
+        for (const int number : {SIGINT, SIGHUP, SIGQUIT}) {
+            sigaddset(&blocked, number);
+        }
+        posix_spawnattr_init(&attributes);
+        posix_spawnattr_setsigmask(&attributes, &blocked);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
+    }
+    ~Spawning()
+    {
+        posix_spawn_file_actions_destroy(&actions);
+        posix_spawnattr_destroy(&attributes);
+    }
+    Spawning(const Spawning&) = delete;
+    Spawning& operator=(const Spawning&) = delete;
+
+    // Returns 0 or an errno value.
+    int start(const std::filesystem::path& program, pid_t& process)
+    {
+        char name[] = "vantora";
+        std::string command = workerCommand;
+        char* arguments[] = {name, command.data(), nullptr};
+        return ::posix_spawn(&process, program.c_str(), &actions, &attributes, arguments, environ);
+    }
+
+private:
+    posix_spawn_file_actions_t actions;
+    posix_spawnattr_t attributes;
+};
+
+} // namespace
+
+Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::filesystem::path& program)
+{
+    auto orders = makePipe();
+    auto answers = orders ? makePipe() : tl::unexpected<Error>(orders.error());
+    if (!answers) {
+        return tl::unexpected<Error>(std::move(answers.error()));
+    }
+    pid_t process = 0;
+    if (const int failed = Spawning(*orders, *answers).start(program, process); failed != 0) {
+        return fail(Reason::WorkerFailed, program,
+                    "a worker process can't be started: " + systemMessage(failed));
+    }
+    neverWait(orders->write);
+    neverWait(answers->read);
+    return std::unique_ptr<WorkerProcess>(
+        new WorkerProcess(process, std::move(orders->write), std::move(answers->read)));
+}
+
+WorkerProcess::~WorkerProcess()
+{
+    signal(SIGKILL);
+    end();
+}
+
+void WorkerProcess::send(const std::string& line)
+{
+    unsent += line;
+    unsent += '\n';
+    writeOrders();
+}
+
+void WorkerProcess::closeOrders()
+{
+    closing = true;
+    writeOrders();
+}
+
+void WorkerProcess::writeOrders()
+{
+    while (!unsent.empty()) {
+        const ssize_t count = ::write(orders.get(), unsent.data(), unsent.size());
+        if (count > 0) {
+            unsent.erase(0, static_cast<std::size_t>(count));
+        } else if (errno == EAGAIN) {
+            return;
+        } else if (errno != EINTR) {
+            unsent.clear(); // nobody reads it any more, as the end of the answers will tell
+        }
+    }
+    if (closing) {
+        orders = FileDescriptor();
+    }
+}
+
+Heard WorkerProcess::readAnswers(std::vector<std::string>& lines)
+{
+    // A worker that never stops talking is not to keep the run from everything else.
+    constexpr std::size_t mostAtATime = 1024 * 1024;
+    // The report of a million pages takes less than a tenth.
+    constexpr std::size_t longestLine = 64 * 1024 * 1024;
+    for (std::size_t read = 0; read < mostAtATime;) {
+        char piece[65536];
+        const ssize_t got = ::read(answers.get(), piece, sizeof piece);
+        if (got < 0 && errno == EINTR) {
+            continue;
+        }
+        if (got <= 0) {
+            return got < 0 && errno == EAGAIN ? Heard::Lines : Heard::End;
+        }
+        read += static_cast<std::size_t>(got);
+        std::size_t searched = received.size();
+        received.append(piece, static_cast<std::size_t>(got));
+        std::size_t start = 0;
+        for (std::size_t end = 0; (end = received.find('\n', searched)) != std::string::npos;) {
+            lines.push_back(received.substr(start, end - start));
+            start = searched = end + 1;
+        }
+        received.erase(0, start);
+        if (received.size() > longestLine) {
+            return Heard::Nonsense;
+        }
+    }
+    return Heard::Lines;
+}
+
+void WorkerProcess::signal(int number) const
+{
+    if (process > 0) {
+        ::kill(process, number);
+    }
+}
+
+ProcessEnd WorkerProcess::end()
+{
+    if (process <= 0) {
+        return {};
+    }
+    // One may close its answers a moment before it ends by itself, with a status worth telling.
+    int status = 0;
+    constexpr int moments = 100;
+    for (int moment = 0; ::waitpid(process, &status, WNOHANG) == 0; ++moment) {
+        if (moment == moments) {
+            ::kill(process, SIGKILL);
+        }
+        ::usleep(1000);
+    }
+    process = 0;
+    return WIFSIGNALED(status) ? ProcessEnd{WTERMSIG(status), 0}
+                               : ProcessEnd{0, WEXITSTATUS(status)};
+}
+
+std::string ProcessEnd::text() const
+{
+    return signal != 0 ? ::strsignal(signal) : "exit status " + std::to_string(status);
+}
+
+bool ProcessEnd::isCrash() const
+{
+    switch (signal) {
+    case SIGSEGV:
+    case SIGABRT:
+    case SIGBUS:
+    case SIGILL:
+    case SIGFPE:
+    case SIGSYS:
+    case SIGTRAP:
+        return true;
+    default:
+        return signal == 0;
+    }
+}
+
+} // namespace vantora

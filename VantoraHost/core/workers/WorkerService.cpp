@@ -1,0 +1,217 @@
+#include "VantoraHost/core/workers/WorkerService.h"
+
+#include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/core/documents/PdfLibrary.h"
+#include "VantoraHost/core/outputs/OutputGroup.h"
+#include "VantoraHost/core/workers/Confinement.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <memory>
+
+namespace vantora {
+
+namespace {
+
+/// Lines in both directions; whether they still go through.
+class Lines {
+public:
+    Lines(const WorkerChannel& channel, const std::function<bool()>& stopped)
+        : channel(channel), stopped(stopped)
+    {
+    }
+
+    /// The next line; none at the end of the orders, or when it is time to stop.
+    std::optional<std::string> next() { return nextUnless(stopped); }
+
+    /// The next line, also when it is time to stop; none at the end of the orders.
+    std::optional<std::string> nextInAnyCase()
+    {
+        return nextUnless([] { return false; });
+    }
+
+    bool answer(const WorkerAnswer& answer)
+    {
+        const std::string line = answerMessage(answer) + '\n';
+        for (std::size_t written = 0; written < line.size();) {
+            const ssize_t count =
+                ::write(channel.answers, line.data() + written, line.size() - written);
+            if (count < 0 && errno != EINTR) {
+                return false;
+            }
+            written += count > 0 ? static_cast<std::size_t>(count) : 0;
+        }
+        return true;
+    }
+
+private:
+    std::optional<std::string> nextUnless(const std::function<bool()>& given)
+    {
+        std::size_t end = 0;
+        while ((end = buffer.find('\n', searched)) == std::string::npos) {
+            searched = buffer.size();
+            char piece[65536];
+            const ssize_t got = ::read(channel.orders, piece, sizeof piece);
+            if (got > 0) {
+                buffer.append(piece, static_cast<std::size_t>(got));
+            } else if (got == 0 || errno != EINTR || given()) {
+                return std::nullopt;
+            }
+        }
+        std::string line = buffer.substr(0, end);
+        buffer.erase(0, end + 1);
+        searched = 0;
+        return line;
+    }
+
+    const WorkerChannel channel;
+    const std::function<bool()>& stopped;
+    std::string buffer;
+    std::size_t searched = 0;
+};
+
+std::string megabytes(std::uint64_t bytes)
+{
+    return std::to_string(bytes / 1000000) + " MB";
+}
+
+class Service {
+public:
+    Service(Lines& lines, WorkerSetup setup, const std::function<bool()>& stopped)
+        : lines(lines), setup(std::move(setup)), stopped(stopped)
+    {
+        this->setup.job.cancelled = stopped;
+    }
+
+    /// Loads what is needed and begins the run.
+    Outcome begin()
+    {
+        auto loaded = loadPdfLibrary(setup.library);
+        if (!loaded) {
+            return tl::unexpected<Error>(std::move(loaded.error()));
+        }
+        library = std::move(*loaded);
+        auto made = Sequence::of(setup.steps, ActionCatalog::of(setup.actionFolders));
+        if (!made) {
+            return tl::unexpected<Error>(std::move(made.error()));
+        }
+        sequence = std::make_unique<Sequence>(std::move(*made));
+        confine(setup.memoryLimit);
+        return sequence->begin(*library);
+    }
+
+    void doDocuments()
+    {
+        DocumentJob job(*library, *sequence, setup.job);
+        while (const auto line = lines.next()) {
+            const auto tasks = tasksOf(*line);
+            if (!tasks || !doGroup(job, *tasks)) {
+                return;
+            }
+        }
+    }
+
+    WorkerEnd end()
+    {
+        const Outcome ended = sequence->end(*library);
+        return {ended ? std::nullopt : std::optional(ended.error()), stopped()};
+    }
+
+private:
+    // Returns whether there may be another group.
+    bool doGroup(DocumentJob& job, const std::vector<WorkerTask>& tasks)
+    {
+        for (const WorkerTask& task : tasks) {
+            if (stopped() || !doDocument(job, task)) {
+                placeOutputs();
+                return false;
+            }
+        }
+        return placeOutputs();
+    }
+
+    // Returns whether there may be another document.
+    bool doDocument(DocumentJob& job, const WorkerTask& task)
+    {
+        ProcessedDocument done = job.run(task.input, task.target);
+        if (done.output) {
+            const bool announced =
+                lines.answer(WorkerWritten{task.number, done.report, done.output->identity});
+            outputs.add(task.number, std::move(done.report), std::move(*done.output));
+            return announced && (!outputs.isFull() || placeOutputs());
+        }
+        const Reason reason = done.report.error ? done.report.error->reason : Reason::NotPdf;
+        if (reason == Reason::Interrupted) {
+            return false;
+        }
+        const bool exhausted = reason == Reason::OutOfMemory;
+        if (exhausted && setup.memoryLimit > 0) {
+            done.report.error->sentence =
+                "it needs more memory than its worker may use, " + megabytes(setup.memoryLimit);
+        }
+        // Memory that was wanted for one document may be in pieces now; the next document had
+        // better get a fresh worker.
+        return lines.answer(WorkerReport{task.number, std::move(done.report)}) && !exhausted;
+    }
+
+    bool mayName()
+    {
+        const auto leave = lines.answer(WorkerNaming{}) ? lines.nextInAnyCase() : std::nullopt;
+        return leave && *leave == namingMessage();
+    }
+
+    // Returns whether the run has heard of it. Without its leave outputs don't get their names.
+    bool placeOutputs()
+    {
+        if (setup.job.reportFirst && !outputs.empty() && !mayName()) {
+            return false;
+        }
+        WorkerPlaced placed;
+        bool heard = true;
+        for (OutputGroup::Entry& entry : outputs.place()) {
+            if (entry.asWritten) {
+                placed.numbers.push_back(entry.number);
+            } else {
+                heard = lines.answer(WorkerReport{entry.number, std::move(entry.report)}) && heard;
+            }
+        }
+        return (placed.numbers.empty() || lines.answer(placed)) && heard;
+    }
+
+    Lines& lines;
+    WorkerSetup setup;
+    const std::function<bool()>& stopped;
+    std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library;
+    std::unique_ptr<Sequence> sequence;
+    OutputGroup outputs;
+};
+
+} // namespace
+
+bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored,
+                   const std::function<bool()>& stopped)
+{
+    giveUpPrivileges();
+    Lines lines(channel, stopped);
+    const auto first = lines.next();
+    if (!first) {
+        return false;
+    }
+    Result<WorkerSetup> setup = setupOf(*first, stored);
+    if (!setup) {
+        lines.answer(WorkerRefusal{setup.error()});
+        return false;
+    }
+    Service service(lines, std::move(*setup), stopped);
+    if (const Outcome begun = service.begin(); !begun) {
+        lines.answer(WorkerRefusal{begun.error()});
+        return false;
+    }
+    lines.answer(WorkerReady{});
+    service.doDocuments();
+    lines.answer(service.end());
+    return true;
+}
+
+} // namespace vantora

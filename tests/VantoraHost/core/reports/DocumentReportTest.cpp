@@ -1,0 +1,78 @@
+#include "VantoraHost/core/reports/DocumentReport.h"
+
+#include "VantoraHost/core/reports/Json.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+using namespace vantora;
+
+TEST(Report, OfADoneDocumentHasEveryFigure)
+{
+    DocumentReport report;
+    report.input = "a.pdf";
+    report.output = "b.pdf";
+    report.status = DocumentStatus::Done;
+    report.pagesBefore = 5;
+    report.pagesAfter = 3;
+    report.pagesRemoved = std::vector<int>{2, 4};
+    report.bytesBefore = 5000000000;
+    report.bytesAfter = 12;
+    report.warnings = {"one"};
+    report.repairs = {"two"};
+    report.seconds = 0.25;
+    EXPECT_EQ(
+        toJson(report),
+        R"({"schema":1,"input":"a.pdf","output":"b.pdf","pages_before":5,"pages_after":3,)"
+        R"("pages_removed":[2,4],"bytes_before":5000000000,"bytes_after":12,)"
+        R"("output_modified":null,"status":"done","warnings":["one","repaired: two"],"errors":[],"seconds":0.25})");
+}
+
+TEST(Report, OfAFailedDocumentSaysNullForWhatIsNotKnown)
+{
+    DocumentReport report;
+    report.input = "a.pdf";
+    report.error = Error{Reason::PasswordWrong, "a.pdf", "no"};
+    EXPECT_EQ(toJson(report),
+              R"({"schema":1,"input":"a.pdf","output":null,"pages_before":null,)"
+              R"("pages_after":null,"pages_removed":null,"bytes_before":null,)"
+              R"("bytes_after":null,"output_modified":null,"status":"failed","warnings":[],)"
+              R"("errors":[{"reason":"password-wrong","text":"no"}],"seconds":0})");
+}
+
+struct Case {
+    const char* name;
+    std::string text;
+    const char* json;
+};
+
+class JsonText : public testing::TestWithParam<Case> {};
+
+TEST_P(JsonText, IsEscaped)
+{
+    EXPECT_EQ(JsonObject().add("t", GetParam().text).text(),
+              std::string("{\"t\":\"") + GetParam().json + "\"}");
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, JsonText,
+                         testing::Values(Case{"quotes_and_backslashes", "a\"b\\c", "a\\\"b\\\\c"},
+                                         Case{"control_characters", std::string("\n\x1b\x7f\0", 4),
+                                              "\\u000a\\u001b\\u007f\\u0000"},
+                                         Case{"accents", "\xc3\xa9", "\\u00e9"},
+                                         Case{"beyond_the_basic_plane", "\xf0\x9f\x93\x84",
+                                              "\\ud83d\\udcc4"},
+                                         Case{"bytes_that_are_not_utf8", "caf\xe9", "caf\\udce9"}),
+                         [](const auto& info) { return info.param.name; });
+
+TEST(Json, OfNothingIsAnEmptyObject)
+{
+    EXPECT_EQ(JsonObject().text(), "{}");
+    EXPECT_EQ(JsonObject().add("l", std::vector<std::string>()).text(), R"({"l":[]})");
+    EXPECT_EQ(JsonObject().add("n", std::numeric_limits<double>::quiet_NaN()).text(),
+              R"({"n":null})");
+}
+
+} // namespace

@@ -1,0 +1,160 @@
+#include "VantoraHost/core/workers/WorkerMessages.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace vantora;
+using testing::ElementsAre;
+
+std::optional<PreferencesMap> sameOptions(const QByteArray& bytes)
+{
+    return PreferencesMap{{"bytes", bytes}};
+}
+
+TEST(WorkerSetup, ArrivesAsItWasSent)
+{
+    WorkerSetup setup;
+    setup.library = "/lib/caf\xe9.dylib";
+    setup.actionFolders = {"/a", "/b"};
+    setup.steps = {{"Delete Pages", {{"byPageRangeTextEdit", "1,\"2\"\n"}, {"x", "y"}}},
+                   {"Other", {}, {{"colour", 7}}, "list.xqq"}};
+    setup.job.passwords = {"pass\xffword", "ü"};
+    setup.job.keepSigned = setup.job.reportFirst = true;
+    setup.memoryLimit = 1ULL << 40;
+    const std::string message = setupMessage(setup);
+    EXPECT_EQ(message.find('\n'), std::string::npos);
+
+    const auto got = setupOf(message, sameOptions);
+    ASSERT_TRUE(got) << got.error().sentence;
+    EXPECT_EQ(got->library, setup.library);
+    EXPECT_EQ(got->actionFolders, setup.actionFolders);
+    ASSERT_EQ(got->steps.size(), 2U);
+    EXPECT_EQ(got->steps[0].options, setup.steps[0].options);
+    EXPECT_TRUE(got->steps[0].stored.isEmpty());
+    EXPECT_EQ(got->steps[1].file, "list.xqq");
+    EXPECT_FALSE(got->steps[1].stored["bytes"].toByteArray().isEmpty());
+    EXPECT_EQ(got->job.passwords, setup.job.passwords);
+    EXPECT_TRUE(got->job.keepSigned && got->job.reportFirst && !got->job.dryRun);
+    EXPECT_EQ(got->memoryLimit, setup.memoryLimit);
+}
+
+TEST(WorkerSetup, IsRefusedWhenItIsNoneOrOfAnotherVersion)
+{
+    const auto nothing = [](const QByteArray&) { return std::optional<PreferencesMap>(); };
+    std::string later = setupMessage({});
+    const std::string version = "\"version\":" + std::to_string(workerProtocol);
+    later.replace(later.find(version), version.size(), "\"version\":99");
+    for (const std::string& line :
+         {std::string(), std::string("{}"), std::string("[1]"), later,
+          "{" + version + R"(,"steps":[{"action":"A","stored":"AAAA"}]})"}) {
+        EXPECT_FALSE(setupOf(line, nothing)) << line;
+    }
+}
+
+TEST(WorkerTasks, ArriveAsTheyWereSent)
+{
+    Target plain;
+    plain.name = plain.path = "out/caf\xe9.pdf";
+    Target replaced;
+    replaced.name = "link.pdf";
+    replaced.path = "/real.pdf";
+    replaced.backup = "/real.pdf.bak";
+    replaced.replace = replaced.replaceBackup = true;
+    const auto got =
+        tasksOf(tasksMessage({{7, "a\n.pdf", plain}, {5'000'000'000, "b.pdf", replaced}}));
+    ASSERT_TRUE(got);
+    ASSERT_EQ(got->size(), 2U);
+    EXPECT_EQ(got->front().number, 7U);
+    EXPECT_EQ(got->front().input, "a\n.pdf");
+    EXPECT_EQ(got->front().target.path, plain.path);
+    EXPECT_FALSE(got->front().target.replace);
+    EXPECT_EQ(got->back().number, 5'000'000'000U);
+    EXPECT_EQ(got->back().target.name, "link.pdf");
+    EXPECT_EQ(got->back().target.path, "/real.pdf");
+    EXPECT_EQ(got->back().target.backup, "/real.pdf.bak");
+    EXPECT_TRUE(got->back().target.replace && got->back().target.replaceBackup);
+}
+
+TEST(WorkerTasks, AreNothingWhenTheyMakeNoSense)
+{
+    for (const char* line :
+         {"", "[]", "{}", R"({"documents":1})", R"({"documents":[7]})",
+          R"({"documents":[{"input":"a"}]})", R"({"documents":[{"number":"7","input":"a"}]})",
+          R"({"documents":[{"number":7,"input":"a"},{"number":-8,"input":"b"}]})"}) {
+        EXPECT_FALSE(tasksOf(line)) << line;
+    }
+}
+
+TEST(WorkerAnswers, ArriveAsTheyWereSent)
+{
+    EXPECT_TRUE(std::holds_alternative<WorkerReady>(*answerOf(answerMessage(WorkerReady{}))));
+    EXPECT_FALSE(std::get<WorkerEnd>(*answerOf(answerMessage(WorkerEnd{}))).complaint);
+    const Error error{Reason::ActionFailed, "f", "it broke"};
+    const auto end = answerOf(answerMessage(WorkerEnd{error}));
+    EXPECT_EQ(std::get<WorkerEnd>(*end).complaint->sentence, "it broke");
+    const auto refusal = answerOf(answerMessage(WorkerRefusal{error}));
+    EXPECT_EQ(std::get<WorkerRefusal>(*refusal).error.reason, Reason::ActionFailed);
+    EXPECT_EQ(std::get<WorkerRefusal>(*refusal).error.file, "f");
+}
+
+TEST(WorkerAnswers, HoldWholeReports)
+{
+    DocumentReport report;
+    report.input = "a.pdf";
+    report.output = "caf\xe9.pdf";
+    report.status = DocumentStatus::Done;
+    report.pagesBefore = 10;
+    report.pagesAfter = 8;
+    report.pagesRemoved = {9, 10};
+    report.bytesBefore = 5'000'000'000;
+    report.bytesAfter = 4'000'000'000;
+    report.outputModified = "1700000000123456789";
+    report.warnings = {"ouch"};
+    report.repairs = {"the table"};
+    const auto got = answerOf(answerMessage(WorkerReport{12, report}));
+    ASSERT_TRUE(got);
+    EXPECT_EQ(std::get<WorkerReport>(*got).number, 12U);
+    EXPECT_EQ(toJson(std::get<WorkerReport>(*got).report), toJson(report));
+    EXPECT_THAT(std::get<WorkerReport>(*got).report.repairs, ElementsAre("the table"));
+
+    report.status = DocumentStatus::Failed;
+    report.error = {Reason::NotPdf, "a.pdf", "no PDF"};
+    const auto failed = answerOf(answerMessage(WorkerReport{0, report}));
+    EXPECT_EQ(std::get<WorkerReport>(*failed).report.error->reason, Reason::NotPdf);
+}
+
+TEST(WorkerAnswers, TellWhichFileIsAboutToGetItsName)
+{
+    DocumentReport report;
+    report.input = "a.pdf";
+    report.status = DocumentStatus::Done;
+    const FileIdentity output = {66305, 18'446'744'073'709'551'615U};
+    const auto got = answerOf(answerMessage(WorkerWritten{3, report, output}));
+    ASSERT_TRUE(got);
+    EXPECT_EQ(std::get<WorkerWritten>(*got).number, 3U);
+    EXPECT_TRUE(std::get<WorkerWritten>(*got).output == output);
+    EXPECT_EQ(toJson(std::get<WorkerWritten>(*got).report), toJson(report));
+    EXPECT_TRUE(std::holds_alternative<WorkerNaming>(*answerOf(answerMessage(WorkerNaming{}))));
+    const auto placed = answerOf(answerMessage(WorkerPlaced{{3, 5'000'000'000}}));
+    EXPECT_THAT(std::get<WorkerPlaced>(*placed).numbers, ElementsAre(3U, 5'000'000'000U));
+    EXPECT_TRUE(std::get<WorkerEnd>(*answerOf(answerMessage(WorkerEnd{{}, true}))).asked);
+}
+
+TEST(WorkerAnswers, AreNothingWhenTheyMakeNoSense)
+{
+    for (
+        const char* line :
+        {"", "nonsense", "{}", "[]", "{\"ready\":99}", "{\"number\":1,\"report\":{}}",
+         "{\"number\":-1,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"done\"}}",
+         "{\"number\":1e300,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"done\"}}",
+         "{\"number\":1,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"lost\"}}",
+         "{\"placed\":7}", "{\"placed\":[\"a\"]}", "{\"placed\":[-1]}",
+         R"({"number":1,"written":["1"],"report":{"schema":1,"input":"a","status":"done"}})",
+         R"({"number":1,"written":["1","x"],"report":{"schema":1,"input":"a","status":"done"}})"}) {
+        EXPECT_FALSE(answerOf(line)) << line;
+    }
+}
+
+} // namespace

@@ -1,0 +1,176 @@
+#include "VantoraHost/core/workers/WorkerPool.h"
+
+#include "tests/support/Inspect.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+
+// How a run takes workers that don't do what they should; a script stands in for them.
+namespace {
+
+namespace fs = std::filesystem;
+using namespace vantora;
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+
+class Listener : public RunObserver {
+public:
+    void outputsGetNames(const std::vector<DocumentReport>& written) override
+    {
+        for (const DocumentReport& report : written) {
+            EXPECT_FALSE(fs::exists(report.output)) << "it has its name already";
+            reportedFirst.push_back(report.input);
+        }
+    }
+    void documentArrived(const DocumentReport&) override {}
+    void documentInTurn(const DocumentReport& report) override { reports[report.input] = report; }
+    bool cancelled() const override { return false; }
+
+    std::map<std::string, DocumentReport> reports;
+    std::vector<std::string> reportedFirst;
+};
+
+class RunWithABadWorker : public testing::Test {
+protected:
+    Result<BatchResult> run(const char* how, std::size_t documents = 2)
+    {
+        ::setenv("FAKE_WORKER", how, 1);
+        WorkerSettings settings;
+        settings.program = FAKE_WORKER_PROGRAM;
+        settings.timeout = 1s;
+        settings.timeToBegin = 1s;
+        // A worker gets a quarter of what is to be done at a time.
+        for (std::size_t i = 0; i < documents * 4; ++i) {
+            const std::string number = std::to_string(i);
+            Target target;
+            target.name = target.path = outputOf(i);
+            target.replace = true;
+            batch.inputs.push_back(scratch.write("in" + number + ".pdf", "input " + number));
+            batch.targets.emplace_back(target);
+        }
+        return runInWorkers(batch, settings, listener);
+    }
+
+    // Workers that never begin: the error that the run ends with.
+    std::string failureOf(const char* how)
+    {
+        const auto start = std::chrono::steady_clock::now();
+        const auto result = run(how);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
+        EXPECT_FALSE(result);
+        EXPECT_TRUE(listener.reports.empty());
+        return result ? "" : result.error().sentence;
+    }
+
+    std::string outputOf(std::size_t number) const
+    {
+        return scratch.path("out" + std::to_string(number) + ".pdf");
+    }
+
+    const DocumentReport& reportOf(std::size_t number)
+    {
+        return listener.reports[batch.inputs[number]];
+    }
+
+    support::ScratchFolder scratch;
+    Batch batch;
+    Listener listener;
+};
+
+TEST_F(RunWithABadWorker, EndsSoonWhenItNeverSaysThatItIsReady)
+{
+    EXPECT_EQ(failureOf("sleeps"), "worker processes don't begin within 1 second");
+}
+
+TEST_F(RunWithABadWorker, EndsSoonAlsoWhenSomebodyElseHoldsItsAnswers)
+{
+    EXPECT_EQ(failureOf("leaves a process that holds its answers"),
+              "worker processes don't begin within 1 second");
+}
+
+TEST_F(RunWithABadWorker, EndsWhenItSaysWhatMakesNoSense)
+{
+    EXPECT_EQ(failureOf("prints garbage"), "worker processes answer with what makes no sense");
+}
+
+TEST_F(RunWithABadWorker, EndsWhenItNeverStopsTalking)
+{
+    EXPECT_EQ(failureOf("prints without an end"),
+              "worker processes answer with what makes no sense");
+}
+
+TEST_F(RunWithABadWorker, KnowsWhichOutputsAreFinishedWhenItDiesOverItsReport)
+{
+    const auto result = run("dies after it gave names");
+    ASSERT_TRUE(result) << result.error().sentence;
+    EXPECT_EQ(result->finished, batch.inputs.size());
+    EXPECT_EQ(result->failed, 0U);
+    for (std::size_t i = 0; i < batch.inputs.size(); ++i) {
+        EXPECT_EQ(reportOf(i).status, DocumentStatus::Done);
+        EXPECT_EQ(reportOf(i).pagesAfter, 1);
+        EXPECT_EQ(support::readFile(outputOf(i)), "the output of " + batch.inputs[i]);
+    }
+}
+
+TEST_F(RunWithABadWorker, KnowsItAlsoWhenItHasToEndIt)
+{
+    const auto result = run("hangs after it gave names", 1);
+    ASSERT_TRUE(result) << result.error().sentence;
+    EXPECT_EQ(result->failed, 0U);
+    EXPECT_EQ(reportOf(0).status, DocumentStatus::Done);
+}
+
+TEST_F(RunWithABadWorker, TakesAnOldFileForNoOutput)
+{
+    scratch.write("out0.pdf", "an older file");
+    const auto result = run("dies before it gives names", 1);
+    ASSERT_TRUE(result) << result.error().sentence;
+    EXPECT_EQ(result->failed, batch.inputs.size());
+    ASSERT_TRUE(reportOf(0).error);
+    EXPECT_EQ(reportOf(0).error->reason, Reason::Killed);
+    EXPECT_EQ(
+        reportOf(0).error->sentence,
+        "the worker process that was at it ended: Killed; so did a fresh one that had nothing "
+        "else: Killed");
+    EXPECT_EQ(support::readFile(outputOf(0)), "an older file");
+}
+
+TEST_F(RunWithABadWorker, DoesWhatWasLeftWhenItDiesBetweenTwoOutputs)
+{
+    const auto result = run("dies between two names");
+    ASSERT_TRUE(result) << result.error().sentence;
+    EXPECT_EQ(result->finished, batch.inputs.size());
+    EXPECT_EQ(result->failed, 0U);
+}
+
+TEST_F(RunWithABadWorker, HearsOfOutputsBeforeTheyGetTheirNames)
+{
+    batch.settings.reportFirst = true;
+    const auto result = run("asks for leave to give names");
+    ASSERT_TRUE(result) << result.error().sentence;
+    EXPECT_EQ(result->failed, 0U);
+    EXPECT_THAT(listener.reportedFirst, testing::UnorderedElementsAreArray(batch.inputs));
+}
+
+TEST_F(RunWithABadWorker, GivesNoLeaveThatNobodyNeeds)
+{
+    const auto result = run("asks for leave to give names", 1);
+    ASSERT_TRUE(result) << result.error().sentence;
+    EXPECT_EQ(result->failed, batch.inputs.size());
+    EXPECT_TRUE(listener.reportedFirst.empty());
+}
+
+TEST_F(RunWithABadWorker, BelievesNoReportOfADocumentThatItWasNotGiven)
+{
+    const auto result = run("names what it was not given", 1);
+    ASSERT_TRUE(result) << result.error().sentence;
+    // The output of the first is there, so that it is done, whatever else was said.
+    EXPECT_EQ(result->failed, 0U);
+    EXPECT_EQ(result->finished, batch.inputs.size());
+}
+
+} // namespace
