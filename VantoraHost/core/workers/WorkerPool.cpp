@@ -1,21 +1,17 @@
 #include "VantoraHost/core/workers/WorkerPool.h"
 
-#include "KarvelPDFLibrary/io/Durability.h"
-#include "KarvelPDFLibrary/io/TemporaryFile.h"
 #include "VantoraHost/core/FileIdentity.h"
-#include "VantoraHost/core/outputs/Backup.h"
 #include "VantoraHost/core/reports/ReportOrder.h"
 #include "VantoraHost/core/workers/BatchPlan.h"
-#include "VantoraHost/core/workers/WorkerProcess.h"
+#include "VantoraHost/core/workers/CrewMember.h"
+#include "VantoraHost/core/workers/Settlement.h"
+#include "VantoraHost/core/workers/Verdicts.h"
 
 #include <poll.h>
 #include <signal.h>
 
 #include <algorithm>
 #include <deque>
-#include <map>
-#include <memory>
-#include <set>
 
 namespace vantora {
 
@@ -28,8 +24,10 @@ using namespace std::chrono_literals;
 constexpr auto tick = 200ms;
 // How long workers may take to finish what they are saving when a run is interrupted.
 constexpr auto timeToStop = 10s;
-// Workers that end in a row before they are ready: then none is going to be.
+// Workers that end in a row before they are ready: then none is going to be. Once one has been
+// ready, somebody who ends them at random may be the reason.
 constexpr int hopelessStarts = 3;
+constexpr int hopelessStartsLater = 20;
 // Reports that wait for their turn; with more, the document that they wait for comes first.
 constexpr std::size_t mostBytesHeld = 64 * 1024 * 1024;
 
@@ -44,73 +42,13 @@ std::vector<std::uint64_t> sizesOf(const std::vector<std::string>& inputs)
     return sizes;
 }
 
-/// A worker with what it has been given.
-struct Member {
-    std::unique_ptr<WorkerProcess> process;
-    std::deque<std::size_t> documents; ///< neither written nor reported yet; it is at the first
-    std::map<std::size_t, WorkerWritten> written; ///< about to get their names
-    Clock::time_point since;                      ///< when it was last heard of or given something
-    bool ready = false;
-    bool fresh = true;    ///< hasn't been given anything
-    bool closing = false; ///< gets no more documents
-    bool orderly = false; ///< has said that it ends
-    bool asked = false;   ///< it ends because somebody sent it a signal
-    bool timedOut = false;
-    bool senseless = false; ///< has said what is no answer
-    bool gone = false;
-
-    bool isBusy() const { return !documents.empty() || !written.empty(); }
-
-    /// The document that it is at, or the first of those that it gives names to.
-    std::optional<std::size_t> current() const
-    {
-        if (!documents.empty()) {
-            return documents.front();
-        }
-        return written.empty() ? std::nullopt : std::optional(written.begin()->first);
-    }
-
-    /// The documents of which nothing has become.
-    std::vector<std::size_t> lost() const
-    {
-        std::vector<std::size_t> lost(documents.begin(), documents.end());
-        for (const auto& [document, output] : written) {
-            lost.push_back(document);
-        }
-        std::sort(lost.begin(), lost.end());
-        return lost;
-    }
-
-    void forget(std::size_t document)
-    {
-        written.erase(document);
-        documents.erase(std::remove(documents.begin(), documents.end(), document), documents.end());
-    }
-};
-
-std::string seconds(std::chrono::seconds time)
-{
-    return std::to_string(time.count()) + (time.count() == 1 ? " second" : " seconds");
-}
-
-// Whether the output that a worker announced is in its place. The name is not enough: another file
-// may have been there before, or somebody else's may have come.
-bool isPlaced(const WorkerWritten& written, const Target& target)
-{
-    const std::string& path = target.number ? written.report.output : target.path;
-    const auto identity = identityOf(path);
-    const auto state = stateOf(path);
-    return identity && state && *identity == written.output &&
-           state->size == written.report.bytesAfter &&
-           state->changed == written.report.outputModified;
-}
-
 class Pool {
 public:
     Pool(const Batch& batch, const WorkerSettings& settings, RunObserver& observer)
         : batch(batch), settings(settings), observer(observer), sizes(sizesOf(batch.inputs)),
           plan(sizes, settings.count),
-          order([&](const DocumentReport& report) { observer.documentInTurn(report); })
+          order([&](const DocumentReport& report) { observer.documentInTurn(report); }),
+          verdicts(settings.timeout)
     {
         WorkerSetup setup = settings.setup;
         setup.job = batch.settings;
@@ -158,13 +96,13 @@ private:
     bool isBusy() const
     {
         return std::any_of(crew.begin(), crew.end(),
-                           [](const Member& member) { return member.isBusy(); });
+                           [](const CrewMember& member) { return member.isBusy(); });
     }
 
     void startWorkers()
     {
         const auto busy = static_cast<std::size_t>(std::count_if(
-            crew.begin(), crew.end(), [](const Member& member) { return member.isBusy(); }));
+            crew.begin(), crew.end(), [](const CrewMember& member) { return member.isBusy(); }));
         const std::size_t wanted =
             std::min(settings.count, busy + plan.workersWorthwhile() + suspects.size());
         while (crew.size() < wanted && !failure) {
@@ -176,7 +114,7 @@ private:
                 }
                 return;
             }
-            Member member;
+            CrewMember member;
             member.process = std::move(*process);
             member.since = Clock::now();
             member.process->send(setupLine);
@@ -186,11 +124,11 @@ private:
 
     // A document that a worker ended over is given alone to one that has done nothing yet, or to
     // any where no such is to be had.
-    std::vector<std::size_t> nextGroup(const Member& member)
+    std::vector<std::size_t> nextGroup(const CrewMember& member)
     {
-        const bool freshOneComes = std::any_of(crew.begin(), crew.end(), [](const Member& other) {
-            return other.fresh && !other.closing;
-        });
+        const bool freshOneComes =
+            std::any_of(crew.begin(), crew.end(),
+                        [](const CrewMember& other) { return other.fresh && !other.closing; });
         if (!suspects.empty() && (member.fresh || !freshOneComes)) {
             const std::size_t suspect = suspects.front();
             suspects.pop_front();
@@ -201,7 +139,7 @@ private:
 
     void handOut()
     {
-        for (Member& member : crew) {
+        for (CrewMember& member : crew) {
             if (!member.ready || member.closing || member.isBusy()) {
                 continue;
             }
@@ -224,7 +162,7 @@ private:
     void wait()
     {
         std::vector<pollfd> descriptors;
-        for (const Member& member : crew) {
+        for (const CrewMember& member : crew) {
             descriptors.push_back({member.process->answersToRead(), POLLIN, 0});
             descriptors.push_back({member.process->ordersToWrite(), POLLOUT, 0});
         }
@@ -241,7 +179,7 @@ private:
         }
         endLateOnes();
         crew.erase(std::remove_if(crew.begin(), crew.end(),
-                                  [](const Member& member) { return member.gone; }),
+                                  [](const CrewMember& member) { return member.gone; }),
                    crew.end());
     }
 
@@ -249,13 +187,13 @@ private:
     void excuseAbsence(Clock::duration waited)
     {
         if (waited > tick + 1s) {
-            for (Member& member : crew) {
+            for (CrewMember& member : crew) {
                 member.since += waited;
             }
         }
     }
 
-    void listenTo(Member& member)
+    void listenTo(CrewMember& member)
     {
         const Heard heard = hear(member);
         if (member.senseless || heard == Heard::End) {
@@ -263,7 +201,7 @@ private:
         }
     }
 
-    Heard hear(Member& member)
+    Heard hear(CrewMember& member)
     {
         std::vector<std::string> lines;
         const Heard heard = member.process->readAnswers(lines);
@@ -280,7 +218,7 @@ private:
     }
 
     // Returns false for an answer that makes no sense.
-    bool take(Member& member, const WorkerAnswer& answer)
+    bool take(CrewMember& member, const WorkerAnswer& answer)
     {
         if (std::holds_alternative<WorkerReady>(answer)) {
             member.ready = begun = true;
@@ -294,7 +232,7 @@ private:
                 result.ending = end->complaint;
             }
         } else if (const auto* written = std::get_if<WorkerWritten>(&answer)) {
-            if (!isAt(member, written->number)) {
+            if (!member.isAt(written->number)) {
                 return false;
             }
             member.documents.pop_front();
@@ -306,7 +244,7 @@ private:
                                [&](std::size_t document) { return placedBy(member, document); });
         } else {
             const auto& done = std::get<WorkerReport>(answer);
-            if (isAt(member, done.number)) {
+            if (member.isAt(done.number)) {
                 member.documents.pop_front();
             } else if (member.written.erase(done.number) == 0) {
                 return false;
@@ -317,7 +255,7 @@ private:
     }
 
     // Returns false when it has no reason to ask.
-    bool letName(Member& member)
+    bool letName(CrewMember& member)
     {
         if (!batch.settings.reportFirst) {
             return false;
@@ -334,13 +272,8 @@ private:
         return true;
     }
 
-    static bool isAt(const Member& member, std::size_t document)
-    {
-        return !member.documents.empty() && member.documents.front() == document;
-    }
-
     // Returns false when it was not written.
-    bool placedBy(Member& member, std::size_t document)
+    bool placedBy(CrewMember& member, std::size_t document)
     {
         auto written = member.written.extract(document);
         if (!written.empty()) {
@@ -350,7 +283,7 @@ private:
     }
 
     // A worker has closed its side, or is not going to be waited for any longer.
-    void bury(Member& member)
+    void bury(CrewMember& member)
     {
         if (member.senseless || member.timedOut) {
             member.process->signal(SIGKILL);
@@ -361,7 +294,9 @@ private:
         if (!member.senseless) {
             hear(member); // its last words
         }
-        settleWritten(member);
+        for (const std::size_t document : settleOutputsOf(member, batch)) {
+            placedBy(member, document);
+        }
         // One that has been too slow may have been done with it in the last moment.
         const bool ended = stopping || (member.orderly && !member.asked);
         const bool toBlame =
@@ -377,79 +312,34 @@ private:
         member.written.clear();
     }
 
-    void failedStart(const Member& member, const ProcessEnd& end)
+    void failedStart(const CrewMember& member, const ProcessEnd& end)
     {
         ++failedStarts;
-        const bool hopeless = failedStarts >= hopelessStarts || (member.timedOut && !begun);
+        const bool hopeless = failedStarts >= (begun ? hopelessStartsLater : hopelessStarts) ||
+                              (member.timedOut && !begun);
         if (failure || stopping || !hopeless) {
             return;
         }
         const std::string what =
-            member.timedOut ? "worker processes don't begin within " + seconds(settings.timeToBegin)
+            member.timedOut
+                ? "worker processes don't begin within " + secondsText(settings.timeToBegin)
             : member.senseless ? "worker processes answer with what makes no sense"
                                : "worker processes end before they begin: " + end.text();
         failure = Error{Reason::WorkerFailed, {}, what};
     }
 
-    // A worker that is gone may have given some of its outputs their names.
-    void settleWritten(Member& member)
-    {
-        std::set<std::string> folders;
-        const auto note = [&](std::size_t document) {
-            const Target& target = *batch.targets[document];
-            if (!target.path.empty() && !batch.settings.dryRun) {
-                folders.insert(karvel::io::folderOf(target.path));
-            }
-        };
-        if (!member.documents.empty()) {
-            note(member.documents.front());
-        }
-        std::vector<std::size_t> placed;
-        for (const auto& [document, written] : member.written) {
-            note(document);
-            if (isPlaced(written, *batch.targets[document])) {
-                placed.push_back(document);
-            }
-        }
-        for (const std::string& folder : folders) {
-            karvel::io::removeAbandoned(folder);
-            settleAbandonedBackups(folder);
-            karvel::io::syncFolder(folder);
-        }
-        for (const std::size_t document : placed) {
-            placedBy(member, document);
-        }
-    }
-
     // The worker ended over this document.
-    void judge(std::size_t document, const Member& member, const ProcessEnd& end)
+    void judge(std::size_t document, const CrewMember& member, const ProcessEnd& end)
     {
-        const std::string at = "the worker process that was at it ";
-        if (member.timedOut) {
-            breakOff(document, member,
-                     {Reason::TimedOut, {}, "it took longer than " + seconds(settings.timeout)});
-        } else if (member.senseless) {
-            breakOff(document, member,
-                     {Reason::Crashed, {}, at + "gave an answer that makes no sense"});
-        } else if (end.signal == 0 && !member.asked) {
-            breakOff(document, member, {Reason::Crashed, {}, at + "ended: " + end.text()});
+        auto error = verdicts.of(document, {end, member.timedOut, member.senseless, member.asked});
+        if (error) {
+            breakOff(document, member, std::move(*error));
         } else {
-            const ProcessEnd how = member.asked ? ProcessEnd{SIGTERM, 0} : end;
-            const auto [earlier, isFirst] = firstEnds.emplace(document, how);
-            if (isFirst) {
-                suspects.push_back(document);
-                return;
-            }
-            const bool crash = earlier->second.isCrash() || how.isCrash();
-            breakOff(document, member,
-                     {crash ? Reason::Crashed : Reason::Killed,
-                      {},
-                      at + "ended: " + earlier->second.text() +
-                          "; so did a fresh one that had nothing else: " + how.text()});
+            suspects.push_back(document);
         }
     }
 
-    void breakOff(std::size_t document, const Member& member, Error error)
+    void breakOff(std::size_t document, const CrewMember& member, Error error)
     {
         error.file = batch.inputs[document];
         DocumentReport report = failedReport(batch.inputs[document], std::move(error));
@@ -460,7 +350,7 @@ private:
     void endLateOnes()
     {
         const auto now = Clock::now();
-        for (Member& member : crew) {
+        for (CrewMember& member : crew) {
             const bool atWork = member.isBusy() || !member.ready || member.closing;
             const auto limit = member.ready ? settings.timeout : settings.timeToBegin;
             const bool late = limit > 0s && atWork && now - member.since > limit;
@@ -475,7 +365,7 @@ private:
 
     void closeAll()
     {
-        for (Member& member : crew) {
+        for (CrewMember& member : crew) {
             member.closing = true;
             member.process->closeOrders();
         }
@@ -487,7 +377,7 @@ private:
         result.interrupted = true;
         stoppedAt = Clock::now();
         closeAll();
-        for (const Member& member : crew) {
+        for (const CrewMember& member : crew) {
             member.process->signal(SIGTERM);
         }
     }
@@ -522,11 +412,11 @@ private:
     BatchPlan plan;
     ReportOrder order;
     std::string setupLine;
-    std::vector<Member> crew;
+    std::vector<CrewMember> crew;
     BatchResult result;
     std::optional<Error> failure;
-    std::map<std::size_t, ProcessEnd> firstEnds; ///< of workers, by the document they were at
-    std::deque<std::size_t> suspects;            ///< of these, those to be tried once more
+    Verdicts verdicts;
+    std::deque<std::size_t> suspects; ///< documents to be tried once more, each alone
     int failedStarts = 0;
     bool begun = false; ///< whether any worker has
     bool stopping = false;

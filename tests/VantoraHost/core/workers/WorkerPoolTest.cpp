@@ -147,6 +147,16 @@ TEST_F(RunWithABadWorker, DoesWhatWasLeftWhenItDiesBetweenTwoOutputs)
     EXPECT_EQ(result->failed, 0U);
 }
 
+TEST_F(RunWithABadWorker, GoesOnWhenSomeAreKilledBeforeTheyAreReady)
+{
+    ::setenv("FAKE_WORKER_STARTS", scratch.path("starts").c_str(), 1);
+    const auto result = run("dies after its first document and while it begins");
+    ASSERT_TRUE(result) << result.error().sentence;
+    EXPECT_EQ(result->finished, batch.inputs.size());
+    EXPECT_EQ(result->failed, 0U);
+    EXPECT_EQ(support::readFile(scratch.path("starts")).size(), 8U);
+}
+
 TEST_F(RunWithABadWorker, HearsOfOutputsBeforeTheyGetTheirNames)
 {
     batch.settings.reportFirst = true;

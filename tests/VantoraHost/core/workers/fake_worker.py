@@ -39,7 +39,7 @@ def work(tasks):
         os.kill(os.getpid(), signal.SIGKILL)
     for task, temporary in zip(tasks[1:], temporaries[1:]):
         os.rename(temporary, task["name"])
-    if HOW == "dies after it gave names":
+    if HOW == "dies after it gave names" or HOW.startswith("dies after its first") and starts == 1:
         os.kill(os.getpid(), signal.SIGKILL)
     if HOW == "hangs after it gave names":
         time.sleep(1000)
@@ -61,6 +61,14 @@ if HOW == "prints garbage":
     time.sleep(1000)
 while HOW == "prints without an end":
     os.write(1, b"x" * 65536)
+if HOW == "dies after its first document and while it begins":
+    with open(os.environ["FAKE_WORKER_STARTS"], "a+") as file:
+        file.write("x")
+        file.flush()
+        file.seek(0)
+        starts = len(file.read())
+    if 1 < starts < 8:
+        os.kill(os.getpid(), signal.SIGKILL)
 sys.stdin.readline()
 answer(ready=2)
 while line := sys.stdin.readline():
