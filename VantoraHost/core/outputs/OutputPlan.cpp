@@ -9,9 +9,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
-#include <set>
 #include <system_error>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace vantora {
 
@@ -22,7 +22,21 @@ namespace {
 
 using Planned = std::vector<Result<Target>>;
 
-Target fileTarget(const fs::path& name, const fs::path& path, bool replace)
+// One text for paths that differ only in needless parts. Few have any, and taking a path to its
+// parts costs several times what looking for them does.
+std::string normal(const std::string& path)
+{
+    const bool hasNeedlessParts =
+        path.rfind('.', 0) == 0 || path.find("/.") != path.npos || path.find("//") != path.npos;
+    return hasNeedlessParts ? fs::path(path).lexically_normal().string() : path;
+}
+
+std::string nameIn(const std::string& path)
+{
+    return path.substr(path.rfind('/') + 1);
+}
+
+Target fileTarget(const std::string& name, const std::string& path, bool replace)
 {
     Target target;
     target.name = name;
@@ -32,13 +46,14 @@ Target fileTarget(const fs::path& name, const fs::path& path, bool replace)
 }
 
 /// The path, or the first copy of it that isn't taken: only its last part is numbered.
-fs::path freeName(const fs::path& path, const std::function<bool(const fs::path&)>& isTaken,
-                  qint64 first = 1)
+std::string freeName(const std::string& path,
+                     const std::function<bool(const std::string&)>& isTaken, qint64 first = 1)
 {
-    const auto candidate = [&](const QString& name) {
-        return path.parent_path() / name.toLatin1().toStdString(); // each character is one byte
+    const std::string name = nameIn(path);
+    const std::string folder = path.substr(0, path.size() - name.size());
+    const auto candidate = [&](const QString& copy) {
+        return folder + copy.toLatin1().toStdString(); // each character is one byte
     };
-    const std::string name = path.filename();
     return candidate(FirstFreeCopyName(
         QString::fromLatin1(name.data(), static_cast<int>(name.size())),
         [&](const QString& tried) { return isTaken(candidate(tried)); }, first));
@@ -61,21 +76,21 @@ public:
 
     /// `outputOf` says where an input's output is to be; `root` is a folder below which folders may
     /// be made, empty for none.
-    Planned toPaths(const std::function<fs::path(std::size_t)>& outputOf, const fs::path& root)
+    Planned toPaths(const std::function<std::string(std::size_t)>& outputOf,
+                    const std::string& root)
     {
         Planned planned;
         planned.reserve(inputs.size());
         for (std::size_t i = 0; i < inputs.size(); ++i) {
-            const fs::path output =
+            const std::string output =
                 taken == TakenName::Number ? numbered(outputOf(i)) : outputOf(i);
             planned.push_back(inputs[i].leftAlone ? Result<Target>(Target())
                                                   : targetFor(inputs[i].path, output, root));
             const bool known = planned[i] && !inputs[i].leftAlone;
-            const fs::path file = known ? fs::path(planned[i]->path) : output;
-            const auto [first, isNew] = writerOf.emplace(file.lexically_normal(), i);
+            const auto [first, isNew] =
+                writerOf.emplace(normal(known ? planned[i]->path : output), i);
             if (!isNew) {
-                refuseBoth(planned, first->second, i,
-                           "would be written to " + output.string() + ", too");
+                refuseBoth(planned, first->second, i, "would be written to " + output + ", too");
             }
         }
         return planned;
@@ -98,35 +113,34 @@ public:
 
 private:
     /// A name that neither a file nor an earlier input of this run has.
-    fs::path numbered(const fs::path& output)
+    std::string numbered(const std::string& output)
     {
-        qint64& number = copiesOf[output.lexically_normal()];
+        qint64& number = copiesOf[normal(output)];
         return freeName(
             output,
-            [&](const fs::path& path) {
-                const bool isTaken = isThere(path) || writerOf.count(path.lexically_normal()) != 0;
+            [&](const std::string& path) {
+                const bool isTaken = isThere(path) || writerOf.count(normal(path)) != 0;
                 number += isTaken ? 1 : 0;
                 return isTaken;
             },
             std::max<qint64>(1, number));
     }
 
-    Result<Target> targetFor(const std::string& input, const fs::path& output,
-                             const fs::path& root) const
+    Result<Target> targetFor(const std::string& input, const std::string& output,
+                             const std::string& root)
     {
-        const std::string name = output.filename();
+        const std::string name = nameIn(output);
         const auto folderInTheWay = [&] {
-            return fail(Reason::OutputNotAFile, input,
-                        "the output " + output.string() + " is a folder");
+            return fail(Reason::OutputNotAFile, input, "the output " + output + " is a folder");
         };
         if (name.empty() || name == "." || name == "..") {
             return folderInTheWay();
         }
-        const fs::path folder = folderOf(output);
+        const std::string folder = folderOf(output);
         const bool mayBeMade = !root.empty() && folder != root;
-        if (!isFolder(folder) && !(mayBeMade && !isThere(folder))) {
+        if (!isKnownFolder(folder) && !(mayBeMade && !isThere(folder))) {
             return fail(Reason::OutputFolderMissing, input,
-                        "the output folder " + folder.string() + " is not there");
+                        "the output folder " + folder + " is not there");
         }
         if (!isThere(output)) {
             Target target = fileTarget(output, output, false);
@@ -140,7 +154,7 @@ private:
         const auto source = identity ? inputOf.find(*identity) : inputOf.end();
         if (source != inputOf.end()) {
             return fail(Reason::OutputIsInput, input,
-                        "the output " + output.string() + " is " +
+                        "the output " + output + " is " +
                             (inputs[source->second].path == input
                                  ? "the input itself"
                                  : "the input " + inputs[source->second].path));
@@ -148,14 +162,18 @@ private:
         std::error_code failed;
         if (identity && !fs::is_regular_file(output, failed)) {
             return fail(Reason::OutputNotAFile, input,
-                        "the output " + output.string() + " is a device or pipe, not a file");
+                        "the output " + output + " is a device or pipe, not a file");
         }
         if (taken != TakenName::Replace) {
-            return fail(Reason::OutputExists, input,
-                        "the output " + output.string() + " exists already");
+            return fail(Reason::OutputExists, input, "the output " + output + " exists already");
         }
         const fs::path behindLinks = fs::canonical(output, failed);
-        return fileTarget(output, failed ? output : behindLinks, true);
+        return fileTarget(output, failed ? output : behindLinks.string(), true);
+    }
+
+    bool isKnownFolder(const std::string& folder)
+    {
+        return folders.count(folder) != 0 || (isFolder(folder) && folders.insert(folder).second);
     }
 
     Result<Target> replacementOf(const std::string& input, bool backup) const
@@ -163,7 +181,7 @@ private:
         std::error_code failed;
         const fs::path file = fs::canonical(input, failed);
         // Opening the input will say what is wrong with one that isn't there.
-        Target target = fileTarget(input, failed ? fs::path(input) : file, true);
+        Target target = fileTarget(input, failed ? input : file.string(), true);
         target.replaceBackup = taken == TakenName::Replace;
         if (backup) {
             target.backup = target.path + ".bak";
@@ -198,6 +216,7 @@ private:
     std::unordered_map<FileIdentity, std::size_t, FileIdentityHash> inputOf;
     std::unordered_map<std::string, std::size_t> writerOf; ///< by output
     std::unordered_map<std::string, qint64> copiesOf;      ///< taken names tried, by the first one
+    std::unordered_set<std::string> folders;               ///< that are there
 };
 
 } // namespace
@@ -216,23 +235,21 @@ Result<Planned> planOutputs(const std::vector<Input>& inputs, const Destination&
         return planner.inPlace(replaced->backup);
     }
     if (const auto* file = std::get_if<ToFile>(&destination)) {
-        return planner.toPaths([&](std::size_t) { return fs::path(file->path); }, {});
+        return planner.toPaths([&](std::size_t) { return file->path; }, {});
     }
     const auto& named = std::get<ToFolder>(destination);
-    const fs::path folder = named.path;
-    if (!isFolder(folder)) {
-        return fail(Reason::OutputFolderMissing, folder,
-                    isThere(folder) ? "is not a folder" : "is not there");
+    if (!isFolder(named.path)) {
+        return fail(Reason::OutputFolderMissing, named.path,
+                    isThere(named.path) ? "is not a folder" : "is not there");
     }
-    // Paths are made one at a time: with their parts they take several times what texts do.
+    const std::string folder = named.path + (named.path.back() == '/' ? "" : "/");
     const auto outputOf = [&](std::size_t i) {
-        fs::path place = inputs[i].place();
-        if (named.name) {
-            place.replace_filename(named.name->of(place.filename().string(), i + 1, inputs.size()));
-        }
-        return folder / place;
+        const std::string place(inputs[i].place());
+        const std::string name = nameIn(place);
+        return folder + place.substr(0, place.size() - name.size()) +
+               (named.name ? named.name->of(name, i + 1, inputs.size()) : name);
     };
-    return planner.toPaths(outputOf, folder);
+    return planner.toPaths(outputOf, folderOf(folder + "x"));
 }
 
 void makeFolders(const std::vector<std::string>& inputs, std::vector<Result<Target>>& targets)
@@ -242,15 +259,15 @@ void makeFolders(const std::vector<std::string>& inputs, std::vector<Result<Targ
         if (!targets[i] || targets[i]->standardOutput || targets[i]->path.empty()) {
             continue;
         }
-        const fs::path folder = folderOf(targets[i]->path);
+        const std::string folder = folderOf(targets[i]->path);
         const auto [found, isNew] = made.emplace(folder, std::error_code());
         if (isNew) {
             fs::create_directories(folder, found->second);
         }
         if (found->second) {
-            targets[i] = fail(Reason::OutputNotWritable, inputs[i],
-                              "the output folder " + folder.string() +
-                                  " can't be made: " + found->second.message());
+            targets[i] =
+                fail(Reason::OutputNotWritable, inputs[i],
+                     "the output folder " + folder + " can't be made: " + found->second.message());
         }
     }
 }
@@ -264,13 +281,13 @@ Target underFreeName(Target target)
 
 void removeAbandonedFiles(const std::vector<Result<Target>>& targets)
 {
-    std::set<fs::path> folders;
+    std::unordered_set<std::string> folders;
     for (const Result<Target>& target : targets) {
         if (target && !target->path.empty()) {
             folders.insert(folderOf(target->path));
         }
     }
-    for (const fs::path& folder : folders) {
+    for (const std::string& folder : folders) {
         karvel::io::removeAbandoned(folder);
         settleAbandonedBackups(folder);
     }
