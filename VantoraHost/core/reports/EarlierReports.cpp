@@ -66,10 +66,20 @@ Outcome EarlierReports::readOne(const std::string& path)
                 std::move(report->output),
                 {*report->bytesAfter, std::move(report->outputModified)}};
         } else {
-            done.erase(report->input);
+            noteFailure(report->input);
         }
     }
     return {};
+}
+
+void EarlierReports::noteFailure(const std::string& input)
+{
+    // A document that was replaced by its own output is that output, as long as its state says so:
+    // it was done when its worker died or its folder was moved away, and nobody could tell.
+    const auto before = done.find(input);
+    if (before != done.end() && before->second.output != input) {
+        done.erase(before);
+    }
 }
 
 bool EarlierReports::stillDone(const std::string& input) const

@@ -15,7 +15,8 @@ bool beginsAsAReport(const std::string& path);
 /// What the reports of earlier runs say is done.
 class EarlierReports {
 public:
-    /// Reads reports as ReportFile writes them; the later line counts where two name one input.
+    /// Reads reports as ReportFile writes them. The later line counts where two name one input,
+    /// but for documents done in place: the state of their file tells better.
     /// An incomplete line at the end, which a stopped machine leaves, is passed over; anything else
     /// that is no report of a document is an error.
     static Result<EarlierReports> read(const std::vector<std::string>& paths);
@@ -30,6 +31,7 @@ private:
     };
 
     Outcome readOne(const std::string& path);
+    void noteFailure(const std::string& input);
 
     std::unordered_map<std::string, Written> done;
 };

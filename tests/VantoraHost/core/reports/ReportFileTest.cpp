@@ -87,6 +87,16 @@ TEST_F(Reports, CountTheLaterLine)
     EXPECT_EQ(stillDone(), "b");
 }
 
+TEST_F(Reports, BelieveTheFileWhereItWasDoneInPlaceAndThenCalledFailed)
+{
+    DocumentReport inPlace = doneReport("a", "one");
+    inPlace.input = inPlace.output;
+    ASSERT_TRUE(write({inPlace, failedReport(inPlace.input)}, ExistingReport::Refuse));
+    EXPECT_TRUE(EarlierReports::read({path})->stillDone(inPlace.input));
+    scratch.write("out-a", "another");
+    EXPECT_FALSE(EarlierReports::read({path})->stillDone(inPlace.input));
+}
+
 TEST_F(Reports, AreGoneOnWithAfterAnIncompleteLine)
 {
     ASSERT_TRUE(write({doneReport("a", "one"), doneReport("b", "two")}, ExistingReport::Refuse));
