@@ -11,7 +11,6 @@
 #include <fcntl.h>
 #include <string_view>
 #include <unistd.h>
-#include <utility>
 
 namespace vantora {
 
@@ -75,19 +74,6 @@ Result<ReportFile> ReportFile::open(const std::string& path, ExistingReport exis
     return report;
 }
 
-ReportFile::ReportFile(ReportFile&& other) noexcept
-    : path(std::move(other.path)), descriptor(std::exchange(other.descriptor, -1)),
-      failure(other.failure)
-{
-}
-
-ReportFile::~ReportFile()
-{
-    if (descriptor >= 0) {
-        ::close(descriptor);
-    }
-}
-
 void ReportFile::add(const DocumentReport& report)
 {
     append(toJson(report) + '\n');
@@ -98,7 +84,7 @@ void ReportFile::append(const std::string& text)
 {
     std::size_t written = 0;
     while (failure == 0 && written < text.size()) {
-        const ssize_t count = ::write(descriptor, text.data() + written, text.size() - written);
+        const ssize_t count = ::write(file.get(), text.data() + written, text.size() - written);
         if (count > 0) {
             written += static_cast<std::size_t>(count);
         } else if (count < 0 && errno != EINTR) {
@@ -106,17 +92,17 @@ void ReportFile::append(const std::string& text)
         }
     }
     struct stat status = {};
-    if (failure != 0 && written > 0 && ::fstat(descriptor, &status) == 0 &&
+    if (failure != 0 && written > 0 && ::fstat(file.get(), &status) == 0 &&
         S_ISREG(status.st_mode)) {
         // Takes back what a full disk left of the line.
         [[maybe_unused]] const int cut =
-            ::ftruncate(descriptor, status.st_size - static_cast<off_t>(written));
+            ::ftruncate(file.get(), status.st_size - static_cast<off_t>(written));
     }
 }
 
 Outcome ReportFile::sync()
 {
-    if (failure == 0 && ::fdatasync(descriptor) != 0 && errno != EINVAL && errno != EROFS) {
+    if (failure == 0 && ::fdatasync(file.get()) != 0 && errno != EINVAL && errno != EROFS) {
         failure = errno;
     }
     return failure == 0 ? Outcome() : unwritable(path, failure);

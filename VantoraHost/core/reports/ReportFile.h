@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KarvelPDFLibrary/io/FileDescriptor.h"
 #include "VantoraHost/core/reports/DocumentReport.h"
 
 #include <string>
@@ -21,10 +22,6 @@ public:
     /// document is ever lost to a slip of the keyboard, and when no other run is writing to it.
     static Result<ReportFile> open(const std::string& path, ExistingReport existing);
 
-    ReportFile(ReportFile&& other) noexcept;
-    ReportFile& operator=(ReportFile&&) = delete;
-    ~ReportFile();
-
     /// Adds a line. After a failure nothing more is written, and sync() says so.
     void add(const DocumentReport& report);
 
@@ -32,12 +29,12 @@ public:
     Outcome sync();
 
 private:
-    ReportFile(std::string path, int descriptor) : path(std::move(path)), descriptor(descriptor) {}
+    ReportFile(std::string path, int descriptor) : path(std::move(path)), file(descriptor) {}
 
     void append(const std::string& text);
 
     std::string path;
-    int descriptor = -1;
+    karvel::io::FileDescriptor file;
     int failure = 0; ///< an errno value
 };
 

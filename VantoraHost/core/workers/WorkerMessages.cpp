@@ -121,6 +121,13 @@ std::optional<FileIdentity> identityOf(const QJsonArray& texts)
     return hasDevice && hasInode ? std::optional<FileIdentity>(identity) : std::nullopt;
 }
 
+JsonObject documentJson(std::size_t number, const DocumentReport& report)
+{
+    JsonObject json;
+    json.add("number", number).addJson("report", toJson(report));
+    return json;
+}
+
 struct AnswerWriter {
     JsonObject operator()(const WorkerReady&) const
     {
@@ -130,11 +137,8 @@ struct AnswerWriter {
     }
     JsonObject operator()(const WorkerWritten& written) const
     {
-        JsonObject json;
-        json.add("number", written.number)
-            .add("written", identityTexts(written.output))
-            .addJson("report", toJson(written.report));
-        return json;
+        return documentJson(written.number, written.report)
+            .add("written", identityTexts(written.output));
     }
     JsonObject operator()(const WorkerNaming&) const
     {
@@ -150,9 +154,7 @@ struct AnswerWriter {
     }
     JsonObject operator()(const WorkerReport& done) const
     {
-        JsonObject json;
-        json.add("number", done.number).addJson("report", toJson(done.report));
-        return json;
+        return documentJson(done.number, done.report);
     }
     JsonObject operator()(const WorkerEnd& end) const
     {
