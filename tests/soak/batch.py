@@ -66,7 +66,7 @@ class Round:
         self.output.mkdir()
         self.changed = {}  # input -> contents that it had at some time in the run
         self.process = None
-        self.workers = set()
+        self.workers = {}  # process -> when it started
         self.killed = False  # the run itself
         self.nothing_removable = False  # at the end of the run, so that temporary files stay
 
@@ -81,7 +81,8 @@ class Round:
             found = [int(child) for child in Path(f"/proc/{pid}/task/{pid}/children").read_text().split()]
         except OSError:
             return []
-        self.workers.update(found)
+        for child in found:
+            self.workers.setdefault(child, state_of(child)[1])
         return found
 
     def finished(self):
@@ -170,7 +171,7 @@ class Round:
 
     def check_workers(self):
         deadline = Deadline(10)
-        while living := [pid for pid in self.workers if is_worker(pid)]:
+        while living := [pid for pid, started in self.workers.items() if is_alive(pid, started)]:
             deadline.check(f"workers outlive the run: {living}")
 
     def temporary_files(self):
@@ -193,11 +194,19 @@ class Round:
         self.report.unlink()
 
 
-def is_worker(pid):
+def state_of(pid):
+    """A process's state, a letter, and when it started; none when there is no such process."""
     try:
-        return b"worker" in Path(f"/proc/{pid}/cmdline").read_bytes()
+        fields = Path(f"/proc/{pid}/stat").read_text().rsplit(") ", 1)[1].split()
     except OSError:
-        return False
+        return None, None
+    return fields[0], fields[19]
+
+
+def is_alive(pid, started):
+    """Also while it dies: a process loses its memory before it lets go of its files."""
+    state, since = state_of(pid)
+    return state is not None and since == started and state not in "ZX"
 
 
 class Deadline:
