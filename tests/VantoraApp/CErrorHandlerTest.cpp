@@ -4,41 +4,24 @@
 
 namespace {
 
-TEST(CErrorHandler, HasNoMessageAtFirst)
+TEST(CErrorHandler, KeepsMessagesInTheOrderOfStoringAndKnowsNoOthers)
 {
     CErrorHandler handler;
-    EXPECT_EQ(handler.GetCount(), 0);
     EXPECT_EQ(handler.GetLast(), "Unknown error");
-    EXPECT_EQ(handler.GetAt(0), "Unknown error");
-}
-
-TEST(CErrorHandler, KeepsMessagesInTheOrderOfStoring)
-{
-    CErrorHandler handler;
-    handler.StoreError("Delete pages error");
-    EXPECT_EQ(handler.GetCount(), 1);
-    EXPECT_EQ(handler.GetAt(0), "Delete pages error");
+    handler.StoreError("first");
     handler.StoreError("second");
-    EXPECT_EQ(handler.GetAt(0), "Delete pages error");
-    EXPECT_EQ(handler.GetAt(1), "second");
+    EXPECT_EQ(handler.GetCount(), 2);
+    EXPECT_EQ(handler.GetAt(0), "first");
     EXPECT_EQ(handler.GetLast(), "second");
-}
-
-TEST(CErrorHandler, AnswersUnknownErrorOutsideTheList)
-{
-    CErrorHandler handler;
-    handler.StoreError("only");
-    for (const long index : {1L, -1L, 1L << 32, -(1L << 32)})
+    for (const long index : {2L, -1L, 1L << 32, -(1L << 32)})
         EXPECT_EQ(handler.GetAt(index), "Unknown error") << index;
 }
 
 TEST(CErrorHandler, FormatsPrintfStyle)
 {
     CErrorHandler handler;
-    handler.StoreError("pages %d of %d", 3, 7);
-    EXPECT_EQ(handler.GetLast(), "pages 3 of 7");
-    handler.StoreError(QStringLiteral("Größe %s"), "100 % größer");
-    EXPECT_EQ(handler.GetLast(), QStringLiteral("Größe 100 % größer"));
+    handler.StoreError(QStringLiteral("Größe %s von %d"), "100 % größer", 7);
+    EXPECT_EQ(handler.GetLast(), QStringLiteral("Größe 100 % größer von 7"));
 }
 
 TEST(CErrorHandler, AppendsToTheExtraListAsWell)

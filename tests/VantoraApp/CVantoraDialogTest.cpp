@@ -10,7 +10,6 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <vector>
@@ -80,17 +79,16 @@ struct SettingRow {
     const char* previewHost;
 };
 
+const char* const preview = "VantoraPreviewClass";
+
 const SettingRow settings[] = {
     {"no parent", {}, false, nullptr},
     {"other parents", {"vantoraclass", "Other"}, false, nullptr},
     {"the main window", {"VantoraClass"}, true, nullptr},
     {"inside the main window", {"VantoraClass", "Other"}, true, nullptr},
-    {"the preview", {"VantoraPreviewClass"}, false, "VantoraPreviewClass"},
-    {"the preview inside the main window",
-     {"VantoraClass", "VantoraPreviewClass", "Other"},
-     false,
-     "VantoraPreviewClass"},
-    {"the main window inside the preview", {"VantoraPreviewClass", "VantoraClass"}, true, nullptr},
+    {"the preview", {preview}, false, preview},
+    {"a preview inside it", {"VantoraClass", preview, "Other"}, false, preview},
+    {"the main window inside the preview", {preview, "VantoraClass"}, true, nullptr},
 };
 
 TEST_F(CVantoraDialogTest, LooksAsItsSettingWants)
@@ -119,26 +117,9 @@ TEST_F(CVantoraDialogTest, LooksAsItsSettingWants)
     }
 }
 
-struct FrameRow {
-    const char* name;
-    int row;
-    int column;
-    QSize minimum;
-    QSize maximum;
-    bool hidden;
-};
-
-const FrameRow frames[] = {
-    {"VDshadowTopLeft", 0, 0, {8, 8}, {8, 8}, true},
-    {"VDshadowTop", 0, 1, {0, 8}, {16777215, 8}, true},
-    {"VDshadowTopRight", 0, 2, {8, 8}, {8, 8}, true},
-    {"VDshadowLeft", 1, 0, {8, 0}, {8, 16777215}, true},
-    {"VDmainFrame", 1, 1, {40, 40}, {16777215, 16777215}, false},
-    {"VDshadowRight", 1, 2, {8, 0}, {8, 16777215}, true},
-    {"VDshadowBtmLeft", 2, 0, {8, 8}, {8, 8}, true},
-    {"VDshadowBtm", 2, 1, {0, 8}, {16777215, 8}, true},
-    {"VDshadowBtmRight", 2, 2, {8, 8}, {8, 8}, true},
-};
+const char* const frames[3][3] = {{"VDshadowTopLeft", "VDshadowTop", "VDshadowTopRight"},
+                                  {"VDshadowLeft", "VDmainFrame", "VDshadowRight"},
+                                  {"VDshadowBtmLeft", "VDshadowBtm", "VDshadowBtmRight"}};
 
 TEST_F(CVantoraDialogTest, HasAFrameOfHiddenShadowsAroundTheMainFrame)
 {
@@ -146,17 +127,18 @@ TEST_F(CVantoraDialogTest, HasAFrameOfHiddenShadowsAroundTheMainFrame)
     dialog.show();
     auto* grid = qobject_cast<QGridLayout*>(dialog.layout());
     ASSERT_NE(grid, nullptr);
-    EXPECT_EQ(grid->objectName(), "VDgridLayout");
-    for (const FrameRow& row : frames) {
-        SCOPED_TRACE(row.name);
-        auto& frame = dialog.child<QFrame>(row.name);
-        EXPECT_EQ(grid->itemAtPosition(row.row, row.column)->widget(), &frame);
-        EXPECT_EQ(frame.minimumSize(), row.minimum);
-        EXPECT_EQ(frame.maximumSize(), row.maximum);
-        EXPECT_EQ(frame.isHidden(), row.hidden);
-        EXPECT_EQ(frame.frameShape(), QFrame::StyledPanel);
-        EXPECT_EQ(frame.frameShadow(), QFrame::Raised);
-        EXPECT_TRUE(frame.styleSheet().contains(QString("QFrame#") + row.name + " {"));
+    for (int row = 0; row < 3; ++row) {
+        for (int column = 0; column < 3; ++column) {
+            const char* name = frames[row][column];
+            SCOPED_TRACE(name);
+            const bool isMain = row == 1 && column == 1;
+            auto& frame = dialog.child<QFrame>(name);
+            EXPECT_EQ(grid->itemAtPosition(row, column)->widget(), &frame);
+            EXPECT_EQ(frame.isHidden(), !isMain);
+            EXPECT_EQ(frame.minimumWidth(), isMain ? 40 : column == 1 ? 0 : 8);
+            EXPECT_EQ(frame.maximumHeight(), row == 1 ? QWIDGETSIZE_MAX : 8);
+            EXPECT_TRUE(frame.styleSheet().contains(QString("QFrame#") + name + " {"));
+        }
     }
     EXPECT_EQ(dialog.child("VDmainFrame").size(), dialog.size());
 }
@@ -172,7 +154,6 @@ TEST_F(CVantoraDialogTest, HasAHeaderOfThirtyPixelsAboveTheContent)
     EXPECT_EQ(content->parentWidget()->objectName(), "VDcontentWidget");
     EXPECT_GT(content->mapTo(&dialog, QPoint(0, 0)).y(), 30);
     EXPECT_EQ(dialog.windowFlags() & Qt::FramelessWindowHint, Qt::FramelessWindowHint);
-    EXPECT_EQ(dialog.property("iconSize").toSize(), QSize(24, 24));
 }
 
 struct SizeRow {
@@ -256,7 +237,6 @@ TEST_F(CVantoraDialogTest, HasTheHeaderButtonsInTheOrderInWhichTheyWereAdded)
     dialog.VDaddTopButtons();
     dialog.VDaddCloseButton();
     QLayout* header = dialog.child("VDheaderWidget").layout();
-    EXPECT_EQ(header->objectName(), "VDHeaderHorizontalLayout");
     QStringList names;
     for (int i = 0; i < header->count(); ++i)
         names << header->itemAt(i)->widget()->objectName();
@@ -264,14 +244,9 @@ TEST_F(CVantoraDialogTest, HasTheHeaderButtonsInTheOrderInWhichTheyWereAdded)
                                   "VDtoolbarAddToCollectionsButton", "vantoraHeaderCloseBtn"}))
         << names.join(' ').toStdString();
     for (auto* button : dialog.findChildren<CVantoraHeaderButton*>()) {
-        EXPECT_EQ(button->minimumSize(), QSize(24, 24));
-        EXPECT_EQ(button->maximumSize(), QSize(24, 24));
         EXPECT_EQ(button->focusPolicy(), Qt::NoFocus);
         EXPECT_FALSE(button->accessibleName().isEmpty());
     }
-    EXPECT_EQ(dialog.child("VDtoolbarAddToActionListButton").toolTip(), "Add to/Create new Action");
-    EXPECT_EQ(dialog.child("VDtoolbarAddToCollectionsButton").toolTip(),
-              "Add to Favorites/Save settings");
 }
 
 TEST_F(CVantoraDialogTest, CallsTheSubclassByMouseAndByKeyboard)
@@ -320,31 +295,15 @@ TEST_F(CVantoraDialogTest, HidesTheActionListButtonWhenItIsThere)
     EXPECT_FALSE(dialog.child("VDtoolbarAddToCollectionsButton").isHidden());
 }
 
-struct EndRow {
-    const char* name;
-    std::function<void(Dialog&)> end;
-    int result;
-};
-
-TEST_F(CVantoraDialogTest, IsRejectedByItsCloseButtonAndByEscape)
+TEST_F(CVantoraDialogTest, IsRejectedByItsCloseButton)
 {
-    const EndRow rows[] = {
-        {"the close button",
-         [](Dialog& shown) {
-             QTest::mouseClick(&shown.child("vantoraHeaderCloseBtn"), Qt::LeftButton);
-         },
-         QDialog::Rejected},
-        {"Escape", [](Dialog& shown) { QTest::keyClick(&shown, Qt::Key_Escape); },
-         QDialog::Rejected},
-        {"the subclass", [](Dialog& shown) { shown.accept(); }, QDialog::Accepted},
-    };
-    for (const EndRow& row : rows) {
-        Dialog dialog;
-        dialog.addContent({400, 300}, false);
-        dialog.VDaddCloseButton();
-        OnModal<Dialog> run(row.end);
-        EXPECT_EQ(dialog.exec(), row.result) << row.name;
-    }
+    Dialog dialog;
+    dialog.addContent({400, 300}, false);
+    dialog.VDaddCloseButton();
+    OnModal<Dialog> run([](Dialog& shown) {
+        QTest::mouseClick(&shown.child("vantoraHeaderCloseBtn"), Qt::LeftButton);
+    });
+    EXPECT_EQ(dialog.exec(), QDialog::Rejected);
 }
 
 TEST_F(CVantoraDialogTest, WritesInBlackOnTheWhiteOfAForm)
@@ -385,24 +344,20 @@ TEST_F(CVantoraDialogTest, ShowsLargeFontsWholeInItsHeader)
     const QFont before = QApplication::font();
     Dialog dialog;
     dialog.TitleLabel()->setText("Title");
-    const auto fits = [&dialog] {
-        QLabel* label = dialog.TitleLabel();
-        return label->fontMetrics().height() <= label->height();
-    };
+    QLabel* const label = dialog.TitleLabel();
     dialog.show();
-    const int usual = dialog.TitleLabel()->fontInfo().pixelSize();
-    EXPECT_TRUE(fits());
+    const int usual = label->fontInfo().pixelSize();
     for (const int points : {20, 40}) {
         QFont large = before;
         large.setPointSize(points);
         QApplication::setFont(large);
         QCoreApplication::processEvents();
-        EXPECT_TRUE(fits()) << points;
-        EXPECT_GE(dialog.TitleLabel()->fontInfo().pixelSize(), usual) << points;
+        EXPECT_LE(label->fontMetrics().height(), label->height()) << points;
+        EXPECT_GE(label->fontInfo().pixelSize(), usual) << points;
     }
     QApplication::setFont(before);
     QCoreApplication::processEvents();
-    EXPECT_EQ(dialog.TitleLabel()->fontInfo().pixelSize(), usual);
+    EXPECT_EQ(label->fontInfo().pixelSize(), usual);
 }
 
 } // namespace

@@ -178,25 +178,6 @@ TEST_F(FileSearch, PassesOverNamesThatAreNotText)
     rmdir(raw("b\xFF").constData());
 }
 
-TEST_F(FileSearch, FindsAHundredThousandFilesInOrder)
-{
-    // Links of one file a folder: names are all that counts, and they are made faster.
-    QStringList expected;
-    const QByteArray bytes = QFile::encodeName(root());
-    for (int folder = 0; folder < 10; ++folder) {
-        const QString name = QString::number(folder);
-        create({name + "/0.txt"});
-        const int below = open((bytes + "/" + name.toLatin1()).constData(), O_RDONLY | O_DIRECTORY);
-        for (int file = 10000; file < 20000; ++file) {
-            const QByteArray fileName = QByteArray::number(file) + ".pdf";
-            expected << name + "/" + fileName;
-            ASSERT_EQ(linkat(below, "0.txt", below, fileName.constData(), 0), 0);
-        }
-        close(below);
-    }
-    EXPECT_EQ(found({"pdf"}), expected);
-}
-
 /// Folders inside one another, called "dddddddddd" each, built and removed one level at a time: the
 /// path of the last is longer than any call of the system takes.
 class DeepTree {

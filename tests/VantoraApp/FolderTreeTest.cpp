@@ -46,48 +46,31 @@ struct NameRow {
     QString belowData;
 };
 
-class FolderName : public testing::TestWithParam<NameRow> {};
-
-TEST_P(FolderName, IsBelowTheGenericDataFolder)
+TEST_F(FolderTree, LiesBelowTheGenericDataFolderWhateverTheApplicationIsCalled)
 {
-    const ScratchHome scratch;
-    EXPECT_EQ(GetParam().operation(), scratch.data() + GetParam().belowData);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    , FolderName,
-    testing::Values(
-        NameRow{"data", CUtils::GetAppDataFolder, ""},
-        NameRow{"tools", CUtils::GetAppDataToolsFolder, "/orvex software/Tollera/"},
-        NameRow{"action_lists", CUtils::GetSequenceFolder, "/orvex software/Tollera/Actions"},
-        NameRow{"WF", CUtils::GetWFFolder, "/orvex software/Tollera/WF"},
-        NameRow{"reports", CUtils::GetReportsFolder,
-                "/orvex software/Tollera//Reports/Action Reports"},
-        NameRow{"log", CUtils::GetAppLogFolder, "/orvex software/Tollera//Reports/App Log"},
-        NameRow{"settings", CUtils::GetSettingsFolder, "/orvex software/Tollera//Settings"},
-        NameRow{"favourites", CUtils::GetCollectionsFolder,
-                "/orvex software/Tollera//Settings/Favorites"},
-        NameRow{"split_templates", CUtils::GetAdvSplitTemplatesFolder,
-                "/orvex software/Tollera//Settings/AdvSplitTemplates"},
-        NameRow{"settings_for_actions", CActionUtils::GetSettingsFolder,
-                "/orvex software/Tollera//Settings"},
-        NameRow{"favourites_for_actions", CActionUtils::GetCollectionsFolder,
-                "/orvex software/Tollera//Settings/Favorites"},
-        NameRow{"action_lists_for_actions", CActionUtils::GetSequenceFolder,
-                "/orvex software/Tollera/Actions"},
-        NameRow{"tools_for_actions", CActionUtils::GetVantoraAppDataFolder,
-                "/orvex software/Tollera/"}),
-    [](const auto& info) { return std::string(info.param.sentence); });
-
-TEST_F(FolderTree, DoesNotFollowTheApplicationName)
-{
+    const NameRow rows[] = {
+        {"data", CUtils::GetAppDataFolder, ""},
+        {"tools", CUtils::GetAppDataToolsFolder, "/orvex software/Tollera/"},
+        {"action lists", CUtils::GetSequenceFolder, "/orvex software/Tollera/Actions"},
+        {"WF", CUtils::GetWFFolder, "/orvex software/Tollera/WF"},
+        {"reports", CUtils::GetReportsFolder, "/orvex software/Tollera//Reports/Action Reports"},
+        {"log", CUtils::GetAppLogFolder, "/orvex software/Tollera//Reports/App Log"},
+        {"settings", CUtils::GetSettingsFolder, "/orvex software/Tollera//Settings"},
+        {"favourites", CUtils::GetCollectionsFolder, "/orvex software/Tollera//Settings/Favorites"},
+        {"split templates", CUtils::GetAdvSplitTemplatesFolder,
+         "/orvex software/Tollera//Settings/AdvSplitTemplates"},
+        {"settings for actions", CActionUtils::GetSettingsFolder,
+         "/orvex software/Tollera//Settings"},
+        {"favourites for actions", CActionUtils::GetCollectionsFolder,
+         "/orvex software/Tollera//Settings/Favorites"},
+        {"action lists for actions", CActionUtils::GetSequenceFolder,
+         "/orvex software/Tollera/Actions"},
+        {"tools for actions", CActionUtils::GetVantoraAppDataFolder, "/orvex software/Tollera/"},
+    };
     CUtils::SetAppName("Another");
-    EXPECT_EQ(CUtils::GetSequenceFolder(), scratch.data() + "/orvex software/Tollera/Actions");
+    for (const NameRow& row : rows)
+        EXPECT_EQ(row.operation(), scratch.data() + row.belowData) << row.sentence;
     CUtils::SetAppName({});
-}
-
-TEST_F(FolderTree, HasTheActionsBesideTheWorkingDirectory)
-{
     EXPECT_EQ(CUtils::GetActionFolder(), "./Tools");
 }
 
@@ -111,26 +94,18 @@ TEST_F(FolderTree, IsCreatedWholeAndNothingBesideIt)
     EXPECT_EQ(below(scratch.documents()), QStringList({"Host", "Host/Input", "Host/Output"}));
 }
 
-TEST_F(FolderTree, IsLeftAsItIsWhenItExists)
+TEST_F(FolderTree, IsCompletedAroundWhatIsThereAndWhatCannotBeCreated)
 {
     CUtils::SetupFolders();
-    const QString file = CUtils::GetSettingsFolder() + "/kept.ini";
-    ScratchHome::touch(file);
-    const QStringList before = below(scratch.data());
-    CUtils::SetupFolders();
-    EXPECT_EQ(below(scratch.data()), before);
-    EXPECT_TRUE(QFile::exists(file));
-}
-
-TEST_F(FolderTree, IsCompletedAroundAFolderThatCannotBeCreated)
-{
-    CUtils::SetupFolders();
+    const QString kept = CUtils::GetSettingsFolder() + "/kept.ini";
+    ScratchHome::touch(kept);
     QDir(CUtils::GetAppDataToolsFolder() + "/Reports").removeRecursively();
     QDir(CUtils::GetWFFolder()).removeRecursively();
     ScratchHome::touch(CUtils::GetAppDataToolsFolder() + "/Reports");
     CUtils::SetupFolders();
     EXPECT_FALSE(QDir(CUtils::GetReportsFolder()).exists());
     EXPECT_TRUE(QDir(CUtils::GetWFFolder()).exists());
+    EXPECT_TRUE(QFile::exists(kept));
 }
 
 } // namespace

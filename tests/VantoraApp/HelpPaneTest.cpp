@@ -31,13 +31,10 @@ TEST_F(HelpPane, MovesToOtherWidgets)
 {
     QLabel otherSection;
     QTextEdit otherPane;
-    CActionUtils::SetCurrentSection("before");
     CActionUtils::SetTargetLabels(&otherSection, &otherPane);
-    EXPECT_EQ(CActionUtils::mNavBarLabel, &otherSection);
-    EXPECT_EQ(CActionUtils::mInfoLabel, &otherPane);
     CActionUtils::SetCurrentSection("after");
     CActionUtils::SetHelpHtml("after");
-    EXPECT_EQ(section.text(), "before");
+    EXPECT_EQ(section.text(), "");
     EXPECT_EQ(otherSection.text(), "after");
     EXPECT_EQ(otherPane.toPlainText(), "after");
 }

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 #include <limits>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -31,104 +30,6 @@ QList<int> Ascending(int first, int last)
     return pages;
 }
 
-// The definitions of the operations, character by character and page by page. They grow with the
-// square of their input, which is why the operations are written otherwise.
-namespace definition {
-
-bool IsDigit(QChar c)
-{
-    return (c >= '0' && c <= '9') || c.isNumber();
-}
-
-QString ItemUpTo(const QString& text, int position)
-{
-    const QString before = text.left(position);
-    return before.mid(before.lastIndexOf(',') + 1);
-}
-
-bool DigitMayBeFollowed(const QString& text, int i)
-{
-    const QChar next = text.at(i + 1);
-    if (next != '-')
-        return IsDigit(next) || next == ',';
-    return i + 1 != text.size() - 1 && !ItemUpTo(text, i + 1).contains('-');
-}
-
-bool DashMayStand(const QString& text, int i, bool allowDescending)
-{
-    if (ItemUpTo(text, i).contains('-') || !IsDigit(text.at(i + 1)) || text.at(i + 1) == '0')
-        return false;
-    const QString rest = text.mid(i + 1);
-    const int left = ItemUpTo(text, i).toInt();
-    const int right = rest.left(rest.indexOf(',')).toInt();
-    return allowDescending || left < right;
-}
-
-bool Validate(QString text, bool allowDescending)
-{
-    text.remove(' ');
-    if (text.isEmpty() || !IsDigit(text.at(0)) || text.at(0) == '0')
-        return false;
-    for (int i = 0; i + 1 < text.size(); ++i) {
-        const QChar c = text.at(i);
-        const QChar next = text.at(i + 1);
-        if (IsDigit(c) && !DigitMayBeFollowed(text, i))
-            return false;
-        if (c == ',' && (!IsDigit(next) || next == '0'))
-            return false;
-        if (c == '-' && !DashMayStand(text, i, allowDescending))
-            return false;
-    }
-    return true;
-}
-
-void Offer(int page, bool leaveOutOdd, bool leaveOutEven, QList<int>* pages)
-{
-    const bool odd = page % 2 != 0;
-    if (!pages->contains(page) && !(odd && leaveOutOdd) && !(!odd && leaveOutEven))
-        pages->append(page);
-}
-
-QList<int> PageList(const QString& text, int pageCount, bool leaveOutOdd, bool leaveOutEven,
-                    QList<int> pages)
-{
-    for (const QString& item : text.split(',')) {
-        const int dash = item.indexOf('-');
-        if (dash >= 0) {
-            const int left = item.left(dash).toInt();
-            const int right = item.mid(dash + 1).toInt();
-            if (left <= pageCount && left <= right)
-                for (int page = left; page <= std::min(right, pageCount); ++page)
-                    Offer(page, leaveOutOdd, leaveOutEven, &pages);
-        } else if (item.toInt() <= pageCount) {
-            Offer(item.toInt(), leaveOutOdd, leaveOutEven, &pages);
-        }
-    }
-    std::sort(pages.begin(), pages.end());
-    return pages;
-}
-
-} // namespace definition
-
-class RandomTexts {
-public:
-    explicit RandomTexts(const QString& alphabet) : mAlphabet(alphabet) {}
-
-    int Number(int below) { return std::uniform_int_distribution<>(0, below - 1)(mSource); }
-
-    QString Next(int longest)
-    {
-        QString text;
-        for (int length = Number(longest + 1); length > 0; --length)
-            text.append(mAlphabet.at(Number(mAlphabet.size())));
-        return text;
-    }
-
-private:
-    std::mt19937 mSource{20240521};
-    QString mAlphabet;
-};
-
 struct Verdict {
     const char* name;
     QString text;
@@ -139,36 +40,23 @@ struct Verdict {
 const Verdict verdicts[] = {
     {"numbers and ranges", "1,4-6,9-15,21", true, true},
     {"one digit", "7", true, true},
-    {"longer numbers", "10-20,30", true, true},
     {"spaces anywhere", " 1, 4 - 6 ", true, true},
-    {"spaces inside a number", "1 0-1 2", true, true},
     {"a trailing comma", "1,2,", true, true},
-    {"a trailing comma after one page", "1,", true, true},
     {"two trailing commas", "1,,", false, false},
     {"nothing", "", false, false},
-    {"only spaces", "   ", false, false},
     {"only a comma", ",", false, false},
-    {"only a dash", "-", false, false},
     {"page 0", "0", false, false},
     {"a leading zero", "01", false, false},
-    {"a leading zero in a later item", "1,05", false, false},
     {"a leading zero right of the dash", "3-07", false, false},
     {"no number left of the dash", "-1", false, false},
-    {"an empty first item", ",1", false, false},
     {"an empty item", "1,,2", false, false},
     {"no number right of the dash", "1-", false, false},
-    {"no number right of the dash before a comma", "1-,2", false, false},
     {"two dashes", "1-2-3", false, false},
-    {"two dashes in a row", "1--2", false, false},
     {"equal pages", "4-4", false, true},
     {"descending pages", "6-4", false, true},
-    {"descending pages in a later item", "1,6-4,9", false, true},
     {"a semicolon", "1;2", false, false},
     {"a letter", "a", false, false},
-    {"a letter after a digit", "1a", false, false},
-    {"a tab", "1,\t2", false, false},
     {"a full-width digit", QString(QChar(0xff11)), true, true},
-    {"an Arabic zero at the start", QString(QChar(0x0660)), true, true},
     {"a Roman numeral", QString(QChar(0x2163)), true, true},
     {"Arabic digits, which read as 0", QString("1-") + QChar(0x0665), false, true},
     {"beyond 32 bits on the left, which reads as 0", "99999999999-5", true, true},
@@ -182,23 +70,6 @@ TEST(ValidatePageRange, AcceptsExactlyTheSyntax)
         EXPECT_EQ(CActionUtils::ValidatePageRange(row.text, false), row.ascendingOnly);
         EXPECT_EQ(CActionUtils::ValidatePageRange(row.text, true), row.anyOrder);
     }
-}
-
-TEST(ValidatePageRange, AgreesWithItsDefinitionOnRandomTexts)
-{
-    RandomTexts texts(QString("0123456789,,,,---- ;a") + QChar(0x0665) + QChar(0x2163));
-    RandomTexts almostValid("123456789012345678901,,,--");
-    int valid = 0;
-    for (int i = 0; i < 100000; ++i) {
-        const QString text = i % 2 != 0 ? texts.Next(8) : almostValid.Next(12);
-        for (const bool anyOrder : {false, true}) {
-            const bool expected = definition::Validate(text, anyOrder);
-            valid += expected;
-            ASSERT_EQ(CActionUtils::ValidatePageRange(text, anyOrder), expected)
-                << text.toStdString() << (anyOrder ? " in any order" : "");
-        }
-    }
-    EXPECT_GT(valid, 10000);
 }
 
 TEST(ValidateSplitPageRange, AcceptsWhenEveryPartIsValid)
@@ -221,12 +92,6 @@ struct PageRow {
 };
 
 const PageRow pageRows[] = {
-    {"numbers and ranges",
-     "1,4-6,9-15,21",
-     30,
-     false,
-     false,
-     {1, 4, 5, 6, 9, 10, 11, 12, 13, 14, 15, 21}},
     {"cut at the page count", "1,4-6,9-15,21", 12, false, false, {1, 4, 5, 6, 9, 10, 11, 12}},
     {"sorted without repeats", "6,2,6,3-4", 10, false, false, {2, 3, 4, 6}},
     {"overlapping ranges", "3-5,4-7,1-3", 10, false, false, {1, 2, 3, 4, 5, 6, 7}},
@@ -234,7 +99,6 @@ const PageRow pageRows[] = {
     {"equal pages", "5-5", 10, false, false, {5}},
     {"an empty item", "1,,3", 10, false, false, {0, 1, 3}},
     {"a trailing comma", "1,", 10, false, false, {0, 1}},
-    {"only spaces", " ", 10, false, false, {0}},
     {"spaces around numbers", " 2 , 4 - 5 ", 10, false, false, {2, 4, 5}},
     {"a space inside a number", "1 0", 10, false, false, {0}},
     {"without odd pages", "1-10", 10, true, false, {2, 4, 6, 8, 10}},
@@ -244,12 +108,7 @@ const PageRow pageRows[] = {
     {"page 0 is even", "-1", 10, false, true, {1}},
     {"no number left of the dash", "-3", 10, false, false, {0, 1, 2, 3}},
     {"no number right of the dash", "0-,1-", 10, false, false, {0}},
-    {"a second dash makes the right number unreadable or negative",
-     "--5,1--5,0-5-6",
-     10,
-     false,
-     false,
-     {0}},
+    {"a second dash spoils the right number", "--5,1--5,0-5-6", 10, false, false, {0}},
     {"all pages from far below 32 bits", "-2147483647", 2, false, false, {0, 1, 2}},
     {"the last page number of 32 bits", "1-2147483647", 3, false, false, {1, 2, 3}},
     {"beyond 32 bits", "2147483648,1-2147483648,99999999999", 3, false, false, {0}},
@@ -290,23 +149,6 @@ TEST(GetPageList, ReadsTheMinusSignOfQtAsASign)
     EXPECT_EQ(PagesOf(minus + "3-" + minus + "2", 10), Ascending(-3, -2));
     EXPECT_EQ(PagesOf(minus + "2147483648-2147483647", 10), Ascending(-10, 10));
     EXPECT_EQ(PagesOf(minus + "9-5", -4), Ascending(-4, -4));
-}
-
-TEST(GetPageList, AgreesWithItsDefinitionOnRandomTexts)
-{
-    RandomTexts texts(QString("0123456789,,,,,---- \t+a") + QChar(0x0665));
-    for (int i = 0; i < 40000; ++i) {
-        const QString text = texts.Next(14) + '1';
-        const int pageCount = texts.Number(40);
-        const bool leaveOutOdd = texts.Number(4) == 0;
-        const bool leaveOutEven = texts.Number(4) == 0;
-        QList<int> before;
-        for (int count = texts.Number(4); count > 0; --count)
-            before.append(texts.Number(45) - 2);
-        ASSERT_EQ(PagesOf(text, pageCount, leaveOutOdd, leaveOutEven, before),
-                  definition::PageList(text, pageCount, leaveOutOdd, leaveOutEven, before))
-            << text.toStdString() << " of " << pageCount;
-    }
 }
 
 struct HostileText {
@@ -372,9 +214,7 @@ TEST(CollectPageList, ListsMaximalRunsFromTheLastPageToTheFirst)
         {"one page", {7}, {7, 1}},
         {"one run", {1, 2, 3}, {1, 3}},
         {"single pages", {2, 5}, {5, 1, 2, 1}},
-        {"runs and single pages",
-         {1, 4, 5, 6, 9, 10, 11, 12, 13, 14, 15, 21},
-         {21, 1, 9, 7, 4, 3, 1, 1}},
+        {"runs and single pages", {1, 4, 5, 6, 9, 21}, {21, 1, 9, 1, 4, 3, 1, 1}},
         {"from page 0", {0, 1, 3}, {3, 1, 0, 2}},
         {"the limits of 32 bits",
          {std::numeric_limits<int>::min(), std::numeric_limits<int>::max()},

@@ -17,23 +17,12 @@ protected:
     void put(const QByteArray& text) const
     {
         QDir().mkpath(QFileInfo(path()).path());
-        QFile file(path());
-        file.open(QIODevice::WriteOnly);
-        file.write(text);
+        ScratchHome::touch(path(), text);
     }
 
-    QByteArray text() const
-    {
-        QFile file(path());
-        file.open(QIODevice::ReadOnly);
-        return file.readAll();
-    }
+    QByteArray text() const { return ScratchHome::bytesOf(path()); }
 
-    QStringList entries() const
-    {
-        return QDir(QFileInfo(path()).path())
-            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
+    QStringList entries() const { return ScratchHome::entriesOf(QFileInfo(path()).path()); }
 
     std::optional<QVariant> read(const QString& key) const
     {

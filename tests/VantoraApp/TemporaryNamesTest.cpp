@@ -35,20 +35,10 @@ TEST_F(TemporaryNames, OfFoldersAreCountedFromZeroWhenTheNameIsTaken)
     EXPECT_EQ(newFolder("job"), path("job_0"));
 }
 
-TEST_F(TemporaryNames, OfFoldersPassOverFilesOfTheSameName)
+TEST_F(TemporaryNames, OfFoldersAreTakenAsTheyStandAndPassOverFiles)
 {
-    ScratchHome::touch(path("job"));
-    EXPECT_EQ(newFolder("job"), path("job_0"));
-}
-
-TEST_F(TemporaryNames, OfFoldersAreTakenAsTheyStand)
-{
-    EXPECT_EQ(newFolder("100%s %1 %d"), path("100%s %1 %d"));
+    ScratchHome::touch(path("100%s %1 %d"));
     EXPECT_EQ(newFolder("100%s %1 %d"), path("100%s %1 %d_0"));
-}
-
-TEST_F(TemporaryNames, OfFoldersMayLieDeeper)
-{
     EXPECT_EQ(newFolder("a/b/c"), path("a/b/c"));
 }
 
@@ -92,19 +82,11 @@ TEST_F(TemporaryNames, OfFilesAreTheFirstFreeOneAndNotCreated)
     EXPECT_EQ(newFile("x"), path("x_3.pdf"));
 }
 
-TEST_F(TemporaryNames, OfFilesHaveSlashesOnly)
+TEST_F(TemporaryNames, OfFilesTakeTheBaseNameAsUtf8WithSlashesAndWithoutFormatting)
 {
     QDir(scratch.temporary()).mkdir("a");
-    ScratchHome::touch(path("a/x_1.pdf"));
-    EXPECT_EQ(newFile("a\\x"), path("a/x_2.pdf"));
-}
-
-TEST_F(TemporaryNames, OfFilesTakeTheBaseNameAsUtf8WithoutFormatting)
-{
-    EXPECT_EQ(newFile("Gr\xC3\xB6\xC3\x9F"
-                      "e %d %s"),
-              path(QString::fromUtf8("Gr\xC3\xB6\xC3\x9F"
-                                     "e %d %s_1.pdf")));
+    ScratchHome::touch(path(QString::fromUtf8("a/\u00DF %d %s_1.pdf")));
+    EXPECT_EQ(newFile("a\\\xC3\x9F %d %s"), path(QString::fromUtf8("a/\u00DF %d %s_2.pdf")));
 }
 
 TEST_F(TemporaryNames, OfFilesAreEmptyWhenAllAreTaken)

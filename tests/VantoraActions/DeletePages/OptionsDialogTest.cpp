@@ -151,36 +151,29 @@ TEST_F(OptionsDialog, LeavesTheOptionsAloneWhenItIsNotAccepted)
 
 TEST_F(OptionsDialog, StartsWithTheOptionsAndKeepsOthers)
 {
-    prefs = {{"byPageRangeTextEdit", "1-2"}, {"ActionName", "x"}, {"other", 2}};
-    EXPECT_EQ(open([this] {
-                  EXPECT_EQ(edit().toPlainText(), "1-2");
-                  press("okButton");
-              }),
-              1);
-    EXPECT_EQ(prefs,
-              (PreferencesMap{
-                  {"byPageRangeTextEdit", "1-2"}, {"ActionName", "Delete Pages"}, {"other", 2}}));
-    prefs = {{"other", 2}};
-    open([this] {
-        EXPECT_EQ(edit().toPlainText(), "");
-        press("cancelButton");
-    });
-    prefs = {{"byPageRangeTextEdit", 5}};
-    open([this] {
-        EXPECT_EQ(edit().toPlainText(), "5");
-        press("cancelButton");
-    });
+    for (const QVariant& range : {QVariant("1-2"), QVariant(5)}) {
+        prefs = {{"byPageRangeTextEdit", range}, {"ActionName", "x"}, {"other", 2}};
+        EXPECT_EQ(open([&] {
+                      EXPECT_EQ(edit().toPlainText(), range.toString());
+                      press("okButton");
+                  }),
+                  1);
+        EXPECT_EQ(prefs, (PreferencesMap{{"byPageRangeTextEdit", range.toString()},
+                                         {"ActionName", "Delete Pages"},
+                                         {"other", 2}}));
+    }
 }
 
 TEST_F(OptionsDialog, HidesTheActionListButtonWhenTheHostAsksForIt)
 {
-    for (const unsigned char hide : {0, 1, 2, 255}) {
+    for (const unsigned char hide : {0, 1, 255}) {
         hideAddToActionListButton = hide;
         open([this, hide] {
             EXPECT_EQ(child("VDtoolbarAddToActionListButton").isVisible(), hide == 0);
             EXPECT_TRUE(child("VDtoolbarAddToCollectionsButton").isVisible());
             EXPECT_TRUE(child("vantoraHeaderCloseBtn").isVisible());
             EXPECT_EQ(child<QLabel>("VDtitleLabel").text(), "Delete Pages");
+            EXPECT_FALSE(dialog->windowIcon().isNull());
             press("cancelButton");
         });
     }
@@ -235,67 +228,29 @@ TEST_F(OptionsDialog, ClosesOnceAFavouriteIsSaved)
     EXPECT_EQ(favourite.value("ActionIcon").value<QImage>().pixelColor(20, 20), QColor(Qt::red));
 }
 
-TEST_F(OptionsDialog, ClosesWhenTheFavouriteIsCancelled)
-{
-    EXPECT_EQ(open([this] {
-                  OnModal<QDialog> favourite("saveAsCollectionDialog", [](QDialog& shown) {
-                      QTest::keyClick(&shown, Qt::Key_Escape);
-                  });
-                  press("VDtoolbarAddToCollectionsButton");
-              }),
-              0);
-}
+/// The dialog in the preview, which remembers its place.
+class OptionsDialogInPreview : public OptionsDialog {
+protected:
+    OptionsDialogInPreview()
+    {
+        preview.setObjectName("VantoraPreviewClass");
+        preview.setGeometry(100, 100, 500, 400);
+        parent = &preview;
+    }
 
-TEST_F(OptionsDialog, HasTheIconsOfTheAction)
-{
-    open([this] {
-        EXPECT_EQ(dialog->windowFlags() & Qt::WindowContextHelpButtonHint, 0);
-        EXPECT_EQ(dialog->windowFlags() & Qt::FramelessWindowHint, Qt::FramelessWindowHint);
-        EXPECT_FALSE(dialog->windowIcon().isNull());
-        press("cancelButton");
-    });
-}
+    static QString file() { return CUtils::GetSettingsFolder() + "/VantoraViewerSettings.vsf"; }
 
-QString geometryFile()
-{
-    return CUtils::GetSettingsFolder() + "/VantoraViewerSettings.vsf";
-}
-
-TEST_F(OptionsDialog, ComesBackInThePreviewWhereItWas)
-{
     QWidget preview;
-    preview.setObjectName("VantoraPreviewClass");
-    preview.setGeometry(100, 100, 500, 400);
-    parent = &preview;
+};
+
+TEST_F(OptionsDialogInPreview, ComesBackWhereItWasAndNeitherReadsNorKeepsItsPlaceElsewhere)
+{
     const QRect place(30, 40, 500, 400);
     open([this, place] {
         dialog->setGeometry(place);
         press("cancelButton");
     });
-    const QSettings settings(geometryFile(), QSettings::IniFormat);
-    EXPECT_EQ(settings.allKeys(), QStringList{"DeletePagesPrefsDialoggeometry"});
-    open([this, place] {
-        EXPECT_EQ(dialog->geometry(), place);
-        press("cancelButton");
-    });
-}
-
-TEST_F(OptionsDialog, NeitherReadsNorKeepsItsPlaceElsewhere)
-{
-    QWidget preview;
-    preview.setObjectName("VantoraPreviewClass");
-    preview.setGeometry(100, 100, 500, 400);
-    parent = &preview;
-    open([this] {
-        dialog->setGeometry(30, 40, 500, 400);
-        press("cancelButton");
-    });
-    const auto text = [] {
-        QFile file(geometryFile());
-        file.open(QIODevice::ReadOnly);
-        return file.readAll();
-    };
-    const QByteArray before = text();
+    const QByteArray before = ScratchHome::bytesOf(file());
     QWidget mainWindow;
     mainWindow.setObjectName("VantoraClass");
     for (QWidget* elsewhere : {static_cast<QWidget*>(nullptr), &mainWindow}) {
@@ -306,28 +261,24 @@ TEST_F(OptionsDialog, NeitherReadsNorKeepsItsPlaceElsewhere)
             dialog->setGeometry(10, 10, 600, 500);
             press("cancelButton");
         });
-        EXPECT_EQ(text(), before);
+        EXPECT_EQ(ScratchHome::bytesOf(file()), before);
     }
+    parent = &preview;
+    open([this, place] {
+        EXPECT_EQ(dialog->geometry(), place);
+        press("cancelButton");
+    });
 }
 
-TEST_F(OptionsDialog, KeepsWhatTheHostHasInTheFileForPlaces)
+TEST_F(OptionsDialogInPreview, KeepsWhatTheHostHasInTheFileForPlaces)
 {
     QDir().mkpath(CUtils::GetSettingsFolder());
     const QByteArray foreign = "[General]\nOther=@Variant(\\0\\0\\0\\x7f\\0\\0\\0\\bUnknown\\0)\n"
                                "DeletePagesPrefsDialoggeometry=@ByteArray(\\xff\\0 no place)\n"
                                "[Viewer]\nzoom=1\n";
-    QFile file(geometryFile());
-    file.open(QIODevice::WriteOnly);
-    file.write(foreign);
-    file.close();
-
-    QWidget preview;
-    preview.setObjectName("VantoraPreviewClass");
-    preview.setGeometry(100, 100, 500, 400);
-    parent = &preview;
+    ScratchHome::touch(file(), foreign);
     open([this] { press("cancelButton"); });
-    file.open(QIODevice::ReadOnly);
-    const QByteArray text = file.readAll();
+    const QByteArray text = ScratchHome::bytesOf(file());
     EXPECT_TRUE(text.startsWith(foreign.left(foreign.indexOf("DeletePages")))) << text.data();
     EXPECT_TRUE(text.endsWith("[Viewer]\nzoom=1\n")) << text.data();
     EXPECT_EQ(text.count("DeletePagesPrefsDialoggeometry="), 1);
@@ -355,12 +306,8 @@ TEST_F(OptionsDialog, IsUsedByTheKeyboardAlone)
 
 TEST_F(OptionsDialog, ShowsAllOfItsTextsInAnyFontAndDirection)
 {
-    const QFont before = QApplication::font();
-    for (const int points : shownFontSizes()) {
-        for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
-            QFont font = before;
-            font.setPointSize(points);
-            QApplication::setFont(font);
+    inShownFonts([this] {
+        for (const Qt::LayoutDirection direction : {Qt::RightToLeft, Qt::LeftToRight}) {
             QApplication::setLayoutDirection(direction);
             open([this] {
                 EXPECT_EQ(cutTexts(*dialog), QStringList())
@@ -369,9 +316,7 @@ TEST_F(OptionsDialog, ShowsAllOfItsTextsInAnyFontAndDirection)
                 press("cancelButton");
             });
         }
-    }
-    QApplication::setLayoutDirection(Qt::LeftToRight);
-    QApplication::setFont(before);
+    });
 }
 
 TEST_F(OptionsDialog, HasTheSizeOfItsFormWithTheUsualFont)

@@ -44,12 +44,6 @@ TEST_F(DeletePagesPlugin, CarriesItsMetadata)
         EXPECT_TRUE(known.contains(key)) << key.toStdString();
 }
 
-TEST_F(DeletePagesPlugin, IsFoundWithoutRunningItsCode)
-{
-    loader.metaData();
-    EXPECT_FALSE(loader.isLoaded());
-}
-
 TEST_F(DeletePagesPlugin, AnswersCastsByItsThreeNames)
 {
     QObject* root = loader.instance();
@@ -65,14 +59,6 @@ TEST_F(DeletePagesPlugin, AnswersCastsByItsThreeNames)
     EXPECT_EQ(root->qt_metacast("QObject"), root);
     EXPECT_EQ(root->qt_metacast("AnotherAction"), nullptr);
     EXPECT_EQ(root->qt_metacast(nullptr), nullptr);
-}
-
-TEST_F(DeletePagesPlugin, HasNoMembersForTheMetaObjectSystem)
-{
-    const QMetaObject* meta = loader.instance()->metaObject();
-    EXPECT_EQ(meta->superClass(), &QObject::staticMetaObject);
-    EXPECT_EQ(meta->methodCount(), meta->methodOffset());
-    EXPECT_EQ(meta->propertyCount(), meta->propertyOffset());
 }
 
 TEST_F(DeletePagesPlugin, HasOneRootObjectUntilThatIsDeleted)

@@ -69,58 +69,37 @@ struct Row {
     const char* name;
     PreferencesMap options;
     std::list<int> pageCounts;
-    Calls calls;
+    Calls calls; ///< after the two that there always are
 };
 
 TEST_F(WorkProc, DeletesTheRunsFromTheLastToTheFirst)
 {
     const Row rows[] = {
-        {"no option", {}, {3}, {count, unshare}},
-        {"an empty text", pageRange(""), {3}, {count, unshare}},
-        {"the option of another name",
-         {{"ActionName", "Delete Pages"}, {"pages", "1"}},
-         {3},
-         {count, unshare}},
-        {"a number instead of a text",
-         {{"byPageRangeTextEdit", 2}},
-         {3, 3},
-         {count, unshare, count, deletion(2, 1)}},
-        {"every page", pageRange("1-3"), {3, 3}, {count, unshare, count, newPage, deletion(1, 3)}},
-        {"ten pages of ten",
-         pageRange("1-10"),
-         {10, 10},
-         {count, unshare, count, newPage, deletion(1, 10)}},
-        {"two single pages",
-         pageRange("2,4"),
-         {5, 5, 4},
-         {count, unshare, count, deletion(4, 1), count, deletion(2, 1)}},
+        {"an empty text", pageRange(""), {3}, {}},
+        {"the option of another name", {{"pages", "1"}}, {3}, {}},
+        {"a number, not a text", {{"byPageRangeTextEdit", 2}}, {3, 3}, {count, deletion(2, 1)}},
+        {"every page", pageRange("1-3"), {3, 3}, {count, newPage, deletion(1, 3)}},
         {"two runs, one page left",
          pageRange("1,2,4-5"),
          {5, 5, 3},
-         {count, unshare, count, deletion(4, 2), count, deletion(1, 2)}},
-        {"a run of one and a run of two",
-         pageRange("2-3,5"),
-         {5, 5, 4},
-         {count, unshare, count, deletion(5, 1), count, deletion(2, 2)}},
-        {"a page above the page count", pageRange("11"), {10}, {count, unshare}},
-        {"a range above the page count", pageRange("11-20"), {10}, {count, unshare}},
-        {"a range across the page count",
-         pageRange("8-12"),
-         {10, 10},
-         {count, unshare, count, deletion(8, 3)}},
+         {count, deletion(4, 2), count, deletion(1, 2)}},
+        {"a range above the page count", pageRange("11-20"), {10}, {}},
+        {"a range across it", pageRange("8-12"), {10, 10}, {count, deletion(8, 3)}},
         {"page 0 of an unchecked text",
          pageRange("3,"),
          {5, 5, 4},
-         {count, unshare, count, deletion(3, 1), count, deletion(0, 1)}},
+         {count, deletion(3, 1), count, deletion(0, 1)}},
         {"a document that a run empties later",
          pageRange("1,3"),
          {3, 3, 1},
-         {count, unshare, count, deletion(3, 1), count, newPage, deletion(1, 1)}},
+         {count, deletion(3, 1), count, newPage, deletion(1, 1)}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(run(row.options, row.pageCounts), 0);
-        EXPECT_EQ(calls, row.calls);
+        Calls expected{count, unshare};
+        expected.insert(expected.end(), row.calls.begin(), row.calls.end());
+        EXPECT_EQ(calls, expected);
         EXPECT_EQ(errors.GetCount(), 0);
     }
 }
