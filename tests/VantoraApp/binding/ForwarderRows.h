@@ -34,7 +34,6 @@ struct ArgumentValues {
 /// One forwarder of the binding and a call of it.
 struct ForwarderRow {
     std::string name;
-    std::string family;
     Kind result;
     std::vector<Kind> arguments;
     Outcome (*call)(KarvelPDFLibraryCPDylibCPP1311&, const ArgumentValues&);

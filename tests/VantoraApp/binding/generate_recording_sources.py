@@ -34,7 +34,7 @@ def rows(functions):
         values = ", ".join(f"a.{VALUE[argument.kind]}({position})"
                            for position, argument in enumerate(function.arguments, 1))
         unused = " a" if values else ""
-        lines += [f'        {{"{function.name}", "{function.family}", Kind::{VALUE[function.result]}, {{{kinds}}},',
+        lines += [f'        {{"{function.name}", Kind::{VALUE[function.result]}, {{{kinds}}},',
                   f"         [](Binding& b, const ArgumentValues&{unused}) -> Outcome "
                   f"{{ return b.{function.name}({values}); }}}},"]
     return "\n".join(lines + ["    };", "    return rows;", "}", ""])
