@@ -14,7 +14,7 @@ using testing::HasSubstr;
 
 TEST(Actions, AreListed)
 {
-    const auto answer = terminal::run({"actions"});
+    const auto answer = terminal::run("actions");
     EXPECT_EQ(answer.status, 0);
     EXPECT_EQ(answer.err, "");
     EXPECT_THAT(terminal::lines(answer.out),
@@ -24,7 +24,7 @@ TEST(Actions, AreListed)
 
 TEST(Actions, AreJsonObjectsWhenAsked)
 {
-    const auto answer = terminal::run({"actions", "--json"});
+    const auto answer = terminal::run("actions --json");
     const auto lines = terminal::lines(answer.out);
     ASSERT_EQ(lines.size(), 2U);
     const QJsonObject action =
@@ -42,7 +42,7 @@ TEST(Actions, ThatAreNoneAreNamedWithTheReason)
     folder.write("odd.so", "not a plug-in");
     terminal::Setting setting;
     setting.actionFolders = {folder.path("")};
-    const auto answer = terminal::run({"actions"}, setting);
+    const auto answer = terminal::run("actions", setting);
     EXPECT_EQ(answer.status, 1);
     EXPECT_THAT(terminal::lines(answer.err),
                 testing::ElementsAre(HasSubstr("odd.so: left out: not a plug-in"),

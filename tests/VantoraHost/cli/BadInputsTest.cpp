@@ -49,11 +49,11 @@ public:
 
 struct Case {
     const char* name;
-    std::vector<std::string> arguments; ///< after "run"
-    int status;
-    const char* file;     ///< what the line names
-    const char* sentence; ///< a part of it
-    const char* remedy;   ///< a part of it
+    const char* arguments; ///< after "run"
+    const char* file;      ///< what the line names
+    const char* sentence;  ///< a part of it
+    const char* remedy;    ///< a part of it
+    int status = 1;
 };
 
 class BadInput : public testing::TestWithParam<Case> {};
@@ -62,11 +62,7 @@ TEST_P(BadInput, GetsOneClearLineAndLeavesEverythingAsItWas)
 {
     const Desk desk;
     const auto before = terminal::contents(".");
-    std::vector<std::string> arguments = {"run"};
-    arguments.insert(arguments.end(), GetParam().arguments.begin(), GetParam().arguments.end());
-
-    const auto answer = terminal::run(arguments);
-
+    const auto answer = terminal::run(std::string("run ") + GetParam().arguments);
     EXPECT_EQ(answer.status, GetParam().status);
     EXPECT_EQ(answer.out, "");
     EXPECT_EQ(terminal::lines(answer.err).size(), 1U) << answer.err;
@@ -77,195 +73,54 @@ TEST_P(BadInput, GetsOneClearLineAndLeavesEverythingAsItWas)
 }
 
 const std::vector<Case> cases = {
-    {"a_missing_file",
-     {"-p", "1", "gone.pdf", "-o", "out.pdf"},
-     1,
-     "gone.pdf",
-     "no such file",
-     "check the name"},
-    {"a_dangling_link",
-     {"-p", "1", "dangling.pdf", "-o", "out.pdf"},
-     1,
-     "dangling.pdf",
-     "no such file",
-     "check the name"},
-    {"a_folder",
-     {"-p", "1", "folder.pdf", "-o", "out.pdf"},
-     1,
-     "folder.pdf",
-     "is a folder",
-     "name a PDF file"},
-    {"a_pipe",
-     {"-p", "1", "pipe.pdf", "-o", "out.pdf"},
-     1,
-     "pipe.pdf",
-     "pipe",
-     "- for standard input"},
-    {"an_empty_file",
-     {"-p", "1", "empty.pdf", "-o", "out.pdf"},
-     1,
-     "empty.pdf",
-     "is empty",
+    {"a_missing_file", "-p 1 gone.pdf -o out.pdf", "gone.pdf", "no such file", "check the name"},
+    {"a_folder", "-p 1 folder.pdf -o out.pdf", "folder.pdf", "is a folder", "name a PDF file"},
+    {"a_pipe", "-p 1 pipe.pdf -o out.pdf", "pipe.pdf", "pipe", "- for standard input"},
+    {"an_empty_file", "-p 1 empty.pdf -o out.pdf", "empty.pdf", "is empty", "undamaged copy"},
+    {"nothing_on_standard_input", "-p 1 - -o out.pdf", "standard input: ", "is empty",
      "undamaged copy"},
-    {"nothing_on_standard_input",
-     {"-p", "1", "-", "-o", "out.pdf"},
-     1,
-     "standard input: ",
-     "is empty",
-     "undamaged copy"},
-    {"another_kind_of_file",
-     {"-p", "1", "text.pdf", "-o", "out.pdf"},
-     1,
-     "text.pdf",
-     "PDF",
-     "undamaged copy"},
-    {"a_header_and_nothing_else",
-     {"-p", "1", "header.pdf", "-o", "out.pdf"},
-     1,
-     "header.pdf",
-     "",
-     "undamaged copy"},
-    {"damage_that_cannot_be_repaired",
-     {"-p", "1", "cut.pdf", "-o", "out.pdf"},
-     1,
-     "cut.pdf",
-     "",
-     "undamaged copy"},
-    {"a_missing_password",
-     {"-p", "1", "locked.pdf", "-o", "out.pdf"},
-     1,
-     "locked.pdf",
-     "needs a password",
+    {"another_kind_of_file", "-p 1 text.pdf -o out.pdf", "text.pdf", "PDF", "undamaged copy"},
+    {"a_header_and_nothing_else", "-p 1 header.pdf -o out.pdf", "header.pdf", "", "undamaged copy"},
+    {"damage_that_cannot_be_repaired", "-p 1 cut.pdf -o out.pdf", "cut.pdf", "", "undamaged copy"},
+    {"a_missing_password", "-p 1 locked.pdf -o out.pdf", "locked.pdf", "needs a password",
      "--password-file"},
-    {"a_wrong_password",
-     {"-p", "1", "locked.pdf", "-o", "out.pdf", "--password-file", "wrong-password"},
-     1,
-     "locked.pdf",
-     "the password given does not open it",
-     "check the password file"},
-    {"several_wrong_passwords",
-     {"-p", "1", "locked.pdf", "-o", "out.pdf", "--password-file", "wrong-passwords"},
-     1,
-     "locked.pdf",
-     "none of the 2 passwords",
-     "check the password file"},
-    {"a_missing_password_file",
-     {"-p", "1", "locked.pdf", "-o", "out.pdf", "--password-file", "gone"},
-     1,
-     "gone",
-     "password file",
-     "check the name"},
-    {"a_folder_as_password_file",
-     {"-p", "1", "locked.pdf", "-o", "out.pdf", "--password-file", "folder"},
-     1,
-     "folder",
-     "Is a directory",
-     ""},
-    {"no_permission",
-     {"-p", "1", "limited.pdf", "-o", "out.pdf"},
-     1,
-     "limited.pdf",
-     "does not permit",
+    {"a_wrong_password", "-p 1 locked.pdf -o out.pdf --password-file wrong-password", "locked.pdf",
+     "the password given does not open it", "check the password file"},
+    {"several_wrong_passwords", "-p 1 locked.pdf -o out.pdf --password-file wrong-passwords",
+     "locked.pdf", "none of the 2 passwords", "check the password file"},
+    {"a_missing_password_file", "-p 1 locked.pdf -o out.pdf --password-file gone", "gone",
+     "password file", "check the name"},
+    {"a_folder_as_password_file", "-p 1 locked.pdf -o out.pdf --password-file folder", "folder",
+     "Is a directory", ""},
+    {"no_permission", "-p 1 limited.pdf -o out.pdf", "limited.pdf", "does not permit",
      "owner's password"},
-
-    {"an_output_that_exists",
-     {"-p", "1", "in.pdf", "-o", "exists.pdf"},
-     1,
-     "exists.pdf",
-     "exists",
+    {"an_output_that_exists", "-p 1 in.pdf -o exists.pdf", "exists.pdf", "exists", "--overwrite"},
+    {"an_output_that_is_a_dangling_link", "-p 1 in.pdf -o dangling.pdf", "dangling.pdf", "exists",
      "--overwrite"},
-    {"an_output_that_is_a_dangling_link",
-     {"-p", "1", "in.pdf", "-o", "dangling.pdf"},
-     1,
-     "dangling.pdf",
-     "exists",
-     "--overwrite"},
-    {"an_output_that_is_the_input",
-     {"-p", "1", "in.pdf", "-o", "./in.pdf", "--overwrite"},
-     1,
-     "in.pdf",
-     "the input itself",
-     "--in-place"},
-    {"an_output_that_leads_to_the_input",
-     {"-p", "1", "in.pdf", "-o", "link.pdf", "--overwrite"},
-     1,
-     "link.pdf",
-     "the input itself",
-     "--in-place"},
-    {"a_folder_as_output", {"-p", "1", "in.pdf", "-o", "folder"}, 1, "folder", "is a folder", "-d"},
-    {"a_device_as_output",
-     {"-p", "1", "in.pdf", "-o", "/dev/null", "--overwrite"},
-     1,
-     "/dev/null",
-     "device",
+    {"an_output_that_is_the_input", "-p 1 in.pdf -o ./in.pdf --overwrite", "in.pdf",
+     "the input itself", "--in-place"},
+    {"an_output_that_leads_to_the_input", "-p 1 in.pdf -o link.pdf --overwrite", "link.pdf",
+     "the input itself", "--in-place"},
+    {"a_folder_as_output", "-p 1 in.pdf -o folder", "folder", "is a folder", "-d"},
+    {"a_device_as_output", "-p 1 in.pdf -o /dev/null --overwrite", "/dev/null", "device",
      "- for standard output"},
-    {"an_output_in_a_missing_folder",
-     {"-p", "1", "in.pdf", "-o", "gone/out.pdf"},
-     1,
-     "gone",
-     "not there",
+    {"an_output_in_a_missing_folder", "-p 1 in.pdf -o gone/out.pdf", "gone", "not there",
      "mkdir -p"},
-    {"a_missing_output_folder",
-     {"-p", "1", "in.pdf", "second.pdf", "-d", "gone"},
-     1,
-     "gone",
-     "not there",
-     "mkdir -p"},
-    {"a_file_as_output_folder",
-     {"-p", "1", "in.pdf", "-d", "exists.pdf"},
-     1,
-     "exists.pdf",
-     "not a folder",
+    {"a_missing_output_folder", "-p 1 in.pdf second.pdf -d gone", "gone", "not there", "mkdir -p"},
+    {"a_file_as_output_folder", "-p 1 in.pdf -d exists.pdf", "exists.pdf", "not a folder",
      "name another"},
-    {"an_output_where_nothing_can_be_written",
-     {"-p", "1", "in.pdf", "-o", "/sys/out.pdf"},
-     1,
-     "/sys/out.pdf",
-     "Permission denied",
-     "another place"},
-    {"a_backup_that_exists",
-     {"-p", "1", "in.pdf", "-i", "--backup"},
-     1,
-     "in.pdf.bak",
-     "exists",
-     "--overwrite"},
-
-    {"a_descending_range",
-     {"-p", "6-4", "in.pdf", "-o", "out.pdf"},
-     2,
-     "6-4",
-     "not a page range",
-     "1,4-6,9-15,21"},
-    {"an_empty_range",
-     {"-p", "", "in.pdf", "-o", "out.pdf"},
-     2,
-     "\"\"",
-     "not a page range",
-     "1,4-6,9-15,21"},
-    {"a_range_of_words",
-     {"-p", "all", "in.pdf", "-o", "out.pdf"},
-     2,
-     "all",
-     "not a page range",
-     "1,4-6,9-15,21"},
-    {"a_range_that_looks_like_an_option",
-     {"-p", "-3", "in.pdf", "-o", "out.pdf"},
-     2,
-     "-3",
-     "not a page range",
-     "1,4-6,9-15,21"},
-    {"an_action_without_its_range",
-     {"--action", "Delete Pages", "in.pdf", "-o", "out.pdf"},
-     2,
-     "\"\"",
-     "not a page range",
-     "1,4-6,9-15,21"},
-    {"an_unknown_action",
-     {"--action", "Add Pages", "in.pdf", "-o", "out.pdf"},
-     2,
-     "Add Pages",
-     "Delete Pages",
-     "vantora actions"},
+    {"an_output_where_nothing_can_be_written", "-p 1 in.pdf -o /sys/out.pdf", "/sys/out.pdf",
+     "Permission denied", "another place"},
+    {"a_backup_that_exists", "-p 1 in.pdf -i --backup", "in.pdf.bak", "exists", "--overwrite"},
+    {"a_descending_range", "-p 6-4 in.pdf -o out.pdf", "6-4", "not a page range", "1,4-6,9-15,21",
+     2},
+    {"an_empty_range", "-p '' in.pdf -o out.pdf", "\"\"", "not a page range", "1,4-6,9-15,21", 2},
+    {"a_range_that_looks_like_an_option", "-p -3 in.pdf -o out.pdf", "-3", "not a page range",
+     "1,4-6,9-15,21", 2},
+    {"an_action_without_its_range", "--action 'Delete Pages' in.pdf -o out.pdf", "\"\"",
+     "not a page range", "1,4-6,9-15,21", 2},
+    {"an_unknown_action", "--action 'Add Pages' in.pdf -o out.pdf", "Add Pages", "Delete Pages",
+     "vantora actions", 2},
 };
 
 INSTANTIATE_TEST_SUITE_P(Table, BadInput, testing::ValuesIn(cases),
@@ -276,8 +131,7 @@ TEST(TwoInputsForOneOutput, AreBothRefusedAndTheOthersDone)
     const Desk desk;
     desk.scratch.write("folder/in.pdf", support::documentOfPages(3));
     fs::create_directory("out");
-    const auto answer =
-        terminal::run({"run", "-p", "1", "in.pdf", "second.pdf", "folder/in.pdf", "-d", "out"});
+    const auto answer = terminal::run("run -p 1 in.pdf second.pdf folder/in.pdf -d out");
     EXPECT_EQ(answer.status, 1);
     EXPECT_THAT(terminal::lines(answer.err),
                 testing::ElementsAre(
@@ -293,16 +147,14 @@ TEST(AnIncompleteInstallation, IsSaidToBeOne)
     const Desk desk;
     terminal::Setting setting;
     setting.actionFolders = {"nowhere"};
-    const auto withoutActions =
-        terminal::run({"run", "-p", "1", "in.pdf", "-o", "out.pdf"}, setting);
+    const auto withoutActions = terminal::run("run -p 1 in.pdf -o out.pdf", setting);
     EXPECT_EQ(withoutActions.status, 1);
     EXPECT_THAT(withoutActions.err,
                 HasSubstr("no action is installed; the installation is incomplete"));
 
     terminal::Setting without;
     without.library = desk.scratch.path("nowhere.dylib");
-    const auto withoutLibrary =
-        terminal::run({"run", "-p", "1", "in.pdf", "-o", "out.pdf"}, without);
+    const auto withoutLibrary = terminal::run("run -p 1 in.pdf -o out.pdf", without);
     EXPECT_EQ(withoutLibrary.status, 1);
     EXPECT_THAT(withoutLibrary.err, HasSubstr("nowhere.dylib: the PDF library can't be loaded"));
 }

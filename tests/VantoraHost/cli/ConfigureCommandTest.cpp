@@ -25,14 +25,11 @@ using testing::HasSubstr;
 class Configure : public testing::Test {
 protected:
     /// Opens the options of Delete Pages and lets `use` use the dialog.
-    terminal::Answer open(const std::vector<std::string>& more,
-                          const std::function<void(QDialog&)>& use,
-                          const terminal::Setting& setting = {})
+    static terminal::Answer open(const std::string& more, const std::function<void(QDialog&)>& use,
+                                 const terminal::Setting& setting = {})
     {
         const OnModal<QDialog> run("DeletePagesPrefsDialog", use);
-        std::vector<std::string> arguments = {"configure", "Delete Pages"};
-        arguments.insert(arguments.end(), more.begin(), more.end());
-        return terminal::run(arguments, setting);
+        return terminal::run("configure 'Delete Pages' " + more, setting);
     }
 
     static QPlainTextEdit& edit(QDialog& dialog)
@@ -50,7 +47,7 @@ protected:
 
 TEST_F(Configure, PrintsWhatIsAccepted)
 {
-    const auto answer = open({}, [](QDialog& dialog) {
+    const auto answer = open("", [](QDialog& dialog) {
         EXPECT_EQ(edit(dialog).toPlainText(), "");
         QTest::keyClicks(&edit(dialog), "1,4-6,");
         press(dialog, "okButton");
@@ -62,19 +59,18 @@ TEST_F(Configure, PrintsWhatIsAccepted)
 
 TEST_F(Configure, StartsFromTheOptionsGivenAndKeepsThoseThatTheDialogDoesNotKnow)
 {
-    const auto answer =
-        open({"--set", "byPageRangeTextEdit=7", "--set", "other=a=b"}, [](QDialog& dialog) {
-            EXPECT_EQ(edit(dialog).toPlainText(), "7");
-            press(dialog, "okButton");
-        });
+    const auto answer = open("--set byPageRangeTextEdit=7 --set other=a=b", [](QDialog& dialog) {
+        EXPECT_EQ(edit(dialog).toPlainText(), "7");
+        press(dialog, "okButton");
+    });
     EXPECT_EQ(answer.status, 0);
     EXPECT_THAT(answer.out, HasSubstr("\"byPageRangeTextEdit\":\"7\",\"other\":\"a=b\""));
 }
 
 TEST_F(Configure, FailsWithNothingPrintedWhenNotAccepted)
 {
-    const auto answer = open({"--set", "byPageRangeTextEdit=7"},
-                             [](QDialog& dialog) { press(dialog, "cancelButton"); });
+    const auto answer =
+        open("--set byPageRangeTextEdit=7", [](QDialog& dialog) { press(dialog, "cancelButton"); });
     EXPECT_EQ(answer.status, 1);
     EXPECT_EQ(answer.out, "");
     EXPECT_EQ(answer.err, "vantora: the options were not accepted\n");
@@ -83,19 +79,17 @@ TEST_F(Configure, FailsWithNothingPrintedWhenNotAccepted)
 TEST_F(Configure, LeavesOutTheButtonForActionListsWhenAsked)
 {
     for (const bool hidden : {true, false}) {
-        open(hidden ? std::vector<std::string>{"--hide-add-to-action-list"}
-                    : std::vector<std::string>{},
-             [hidden](QDialog& dialog) {
-                 const auto* button = dialog.findChild<QWidget*>("VDtoolbarAddToActionListButton");
-                 EXPECT_EQ(button->isVisible(), !hidden);
-                 press(dialog, "cancelButton");
-             });
+        open(hidden ? "--hide-add-to-action-list" : "", [hidden](QDialog& dialog) {
+            const auto* button = dialog.findChild<QWidget*>("VDtoolbarAddToActionListButton");
+            EXPECT_EQ(button->isVisible(), !hidden);
+            press(dialog, "cancelButton");
+        });
     }
 }
 
 struct Place {
     const char* name;
-    std::vector<std::string> arguments;
+    std::string arguments;
     bool blue;   ///< the frame, as inside the main window
     bool prefix; ///< whether the header names the product
     bool keepsGeometry;
@@ -104,9 +98,9 @@ struct Place {
 TEST_F(Configure, ShowsTheDialogInsideTheWindowAskedFor)
 {
     const Place places[] = {
-        {"alone", {}, false, true, false},
-        {"main window", {"--inside", "main-window"}, true, false, false},
-        {"preview", {"--inside", "preview"}, false, false, true},
+        {"alone", "", false, true, false},
+        {"main window", "--inside main-window", true, false, false},
+        {"preview", "--inside preview", false, false, true},
     };
     for (const Place& place : places) {
         SCOPED_TRACE(place.name);
@@ -130,14 +124,14 @@ TEST_F(Configure, EndsWhenInterrupted)
     terminal::Setting setting;
     setting.interrupted = [&stop] { return stop; };
     const auto answer = open(
-        {}, [&stop](QDialog&) { stop = true; }, setting);
+        "", [&stop](QDialog&) { stop = true; }, setting);
     EXPECT_EQ(answer.status, 130);
     EXPECT_EQ(answer.out, "");
 }
 
 TEST_F(Configure, NamesTheActionsThatThereAre)
 {
-    const auto answer = terminal::run({"configure", "Rotate Pages"});
+    const auto answer = terminal::run("configure 'Rotate Pages'");
     EXPECT_EQ(answer.status, 2);
     EXPECT_THAT(answer.err, HasSubstr("no action \"Rotate Pages\" is installed, only: "));
 }
@@ -158,7 +152,7 @@ TEST_F(Configure, SavesWhatRunThenRuns)
     const terminal::WorkingFolder working{scratch.path("")};
     scratch.write("in.pdf", support::documentOfPages(5));
 
-    open({}, [](QDialog& dialog) {
+    open("", [](QDialog& dialog) {
         QTest::keyClicks(&edit(dialog), "2-4");
         saveBy(dialog, "VDtoolbarAddToActionListButton", "saveAsActionlistDialog",
                "actionListNameLineEdit");
@@ -166,13 +160,13 @@ TEST_F(Configure, SavesWhatRunThenRuns)
                "collectionNameLineEdit");
     });
     for (const char* option : {"--list", "--favourite"}) {
-        const auto answer = terminal::run(
-            {"run", option, "Middle pages", "in.pdf", "-o", "out.pdf", "--overwrite"});
+        const auto answer = terminal::run(std::string("run in.pdf -o out.pdf --overwrite ") +
+                                          option + " 'Middle pages'");
         EXPECT_EQ(answer.status, 0) << option << answer.err;
         EXPECT_EQ(support::pageTexts(support::readFile("out.pdf")), support::pagesNamed({1, 5}));
     }
-    EXPECT_THAT(terminal::run({"lists"}).out, HasSubstr("Middle pages  (Default, Delete Pages"));
-    EXPECT_THAT(terminal::run({"favourites"}).out, HasSubstr("Middle pages  (Delete Pages"));
+    EXPECT_THAT(terminal::run("lists").out, HasSubstr("Middle pages  (Default, Delete Pages"));
+    EXPECT_THAT(terminal::run("favourites").out, HasSubstr("Middle pages  (Delete Pages"));
 }
 
 } // namespace

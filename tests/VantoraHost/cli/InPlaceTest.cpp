@@ -32,20 +32,26 @@ protected:
     const std::string input = scratch.write("in.pdf", original);
 };
 
-TEST_F(InPlace, ReplacesTheFileAndLeavesNothingElse)
-{
-    const auto answer = terminal::run({"run", "-p", "2", "in.pdf", "--in-place"});
-    EXPECT_EQ(answer.status, 0) << answer.err;
-    EXPECT_EQ(support::problems(readFile("in.pdf")), "");
-    EXPECT_EQ(pageTexts(readFile("in.pdf")), pagesNamed({1, 3}));
-    EXPECT_EQ(terminal::contents(".").size(), 1U);
-}
-
 TEST_F(InPlace, ReplacesByRenamingSoThatAReaderOfTheOldFileKeepsIt)
 {
     fs::create_hard_link("in.pdf", "other-name.pdf");
-    EXPECT_EQ(terminal::run({"run", "-p", "2", "in.pdf", "--in-place"}).status, 0);
+    EXPECT_EQ(terminal::run("run -p 2 in.pdf --in-place").status, 0);
     EXPECT_EQ(readFile("other-name.pdf"), original);
+    EXPECT_EQ(support::problems(readFile("in.pdf")), "");
+    EXPECT_EQ(pageTexts(readFile("in.pdf")), pagesNamed({1, 3}));
+    EXPECT_EQ(terminal::contents(".").size(), 2U) << "nothing else is left";
+}
+
+TEST_F(InPlace, FollowsALinkToItsTargetAndKeepsTheOriginalAsBackup)
+{
+    fs::create_directory("elsewhere");
+    fs::create_symlink("../in.pdf", "elsewhere/link.pdf");
+    const auto answer = terminal::run("run -p 2 elsewhere/link.pdf --in-place --backup");
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    EXPECT_EQ(fs::read_symlink("elsewhere/link.pdf"), "../in.pdf");
+    EXPECT_EQ(pageTexts(readFile("in.pdf")), pagesNamed({1, 3}));
+    EXPECT_EQ(readFile("in.pdf.bak"), original);
+    EXPECT_EQ(terminal::contents(".").size(), 4U) << "nothing else is left";
 }
 
 TEST_F(InPlace, KeepsModeAndOwner)
@@ -57,59 +63,30 @@ TEST_F(InPlace, KeepsModeAndOwner)
         ASSERT_EQ(::chmod("in.pdf", 0640), 0);
     }
     const struct stat before = statusOf("in.pdf");
-    EXPECT_EQ(terminal::run({"run", "-p", "2", "in.pdf", "--in-place"}).status, 0);
+    EXPECT_EQ(terminal::run("run -p 2 in.pdf --in-place").status, 0);
     const struct stat after = statusOf("in.pdf");
     EXPECT_EQ(after.st_mode, before.st_mode);
     EXPECT_EQ(after.st_uid, before.st_uid);
     EXPECT_EQ(after.st_gid, before.st_gid);
 }
 
-TEST_F(InPlace, FollowsALinkToItsTarget)
-{
-    fs::create_directory("elsewhere");
-    fs::create_symlink("../in.pdf", "elsewhere/link.pdf");
-    const auto answer =
-        terminal::run({"run", "-p", "2", "elsewhere/link.pdf", "--in-place", "--backup"});
-    EXPECT_EQ(answer.status, 0) << answer.err;
-    EXPECT_EQ(fs::read_symlink("elsewhere/link.pdf"), "../in.pdf");
-    EXPECT_EQ(pageTexts(readFile("in.pdf")), pagesNamed({1, 3}));
-    EXPECT_EQ(readFile("in.pdf.bak"), original);
-}
-
-TEST_F(InPlace, KeepsTheOriginalAsBackup)
-{
-    const auto answer = terminal::run({"run", "-p", "2", "in.pdf", "--in-place", "--backup"});
-    EXPECT_EQ(answer.status, 0) << answer.err;
-    EXPECT_EQ(readFile("in.pdf.bak"), original);
-    EXPECT_EQ(pageTexts(readFile("in.pdf")), pagesNamed({1, 3}));
-    EXPECT_EQ(terminal::contents(".").size(), 2U);
-}
-
 TEST_F(InPlace, ReplacesAnOlderBackupOnlyWhenAsked)
 {
     scratch.write("in.pdf.bak", "older");
-    EXPECT_EQ(
-        terminal::run({"run", "-p", "2", "in.pdf", "--in-place", "--backup", "--overwrite"}).status,
-        0);
+    EXPECT_EQ(terminal::run("run -p 2 in.pdf --in-place --backup --overwrite").status, 0);
     EXPECT_EQ(readFile("in.pdf.bak"), original);
     EXPECT_EQ(terminal::contents(".").size(), 2U);
 }
 
-TEST_F(InPlace, LeavesFileAndFolderAsTheyWereWhenAnActionFails)
+TEST_F(InPlace, LeavesFileAndFolderAsTheyWereWhenAnActionFailsOrTheFileIsNamedTwice)
 {
     const auto before = terminal::contents(".");
-    const auto answer = terminal::run({"run", "-p", "2", "--action", "Scripted", "--set",
-                                       "work=fail", "in.pdf", "--in-place", "--backup"});
-    EXPECT_EQ(answer.status, 1);
-    EXPECT_EQ(terminal::contents("."), before);
-}
-
-TEST_F(InPlace, DoesNotTouchAFileNamedTwice)
-{
-    const auto before = terminal::contents(".");
-    const auto answer = terminal::run({"run", "-p", "2", "in.pdf", "./in.pdf", "--in-place"});
-    EXPECT_EQ(answer.status, 1);
-    EXPECT_EQ(terminal::contents("."), before);
+    for (const char* line :
+         {"run -p 2 --action Scripted --set work=fail in.pdf --in-place --backup",
+          "run -p 2 in.pdf ./in.pdf --in-place"}) {
+        EXPECT_EQ(terminal::run(line).status, 1);
+        EXPECT_EQ(terminal::contents("."), before);
+    }
 }
 
 } // namespace

@@ -35,11 +35,9 @@ void addToList(const char* list, QVariantMap step)
 class SavedStepsCommand : public testing::Test {
 protected:
     /// Runs these steps over a document of ten pages and returns the pages left.
-    std::vector<std::string> pagesAfter(const std::vector<std::string>& steps)
+    static std::vector<std::string> pagesAfter(const std::string& steps)
     {
-        std::vector<std::string> arguments = {"run", "in.pdf", "-o", "out.pdf", "--overwrite"};
-        arguments.insert(arguments.end(), steps.begin(), steps.end());
-        const auto answer = terminal::run(arguments);
+        const auto answer = terminal::run("run in.pdf -o out.pdf --overwrite " + steps);
         EXPECT_EQ(answer.status, 0);
         EXPECT_EQ(answer.err, "");
         return support::pageTexts(support::readFile("out.pdf"));
@@ -55,8 +53,8 @@ TEST_F(SavedStepsCommand, RunsAnActionListByItsNameAndItsFile)
 {
     addToList("My list", optionsWith("1-3"));
     addToList("My list", optionsWith("1"));
-    EXPECT_EQ(pagesAfter({"--list", "My list"}), pagesNamed({5, 6, 7, 8, 9, 10}));
-    EXPECT_EQ(pagesAfter({"--list", ActionListPath("My list").toStdString()}),
+    EXPECT_EQ(pagesAfter("--list 'My list'"), pagesNamed({5, 6, 7, 8, 9, 10}));
+    EXPECT_EQ(pagesAfter("--list '" + ActionListPath("My list").toStdString() + "'"),
               pagesNamed({5, 6, 7, 8, 9, 10}));
 }
 
@@ -64,31 +62,26 @@ TEST_F(SavedStepsCommand, RunsFavouritesAndToolSettingsAmongOtherSteps)
 {
     ASSERT_TRUE(WriteSettingsFile(FavouritePath("Start"), {{"ActionPrefs", optionsWith("1-2")}}));
     ASSERT_TRUE(WriteSettingsFile("end.tsf", {{"ToolSettings", optionsWith("6")}}));
-    EXPECT_EQ(pagesAfter({"--favourite", "Start", "--pages", "1", "--settings", "end.tsf"}),
+    EXPECT_EQ(pagesAfter("--favourite Start --pages 1 --settings end.tsf"),
               pagesNamed({4, 5, 6, 7, 8, 10}));
-    EXPECT_EQ(pagesAfter({"--favourite", "Start", "--set", "byPageRangeTextEdit=3-10"}),
-              pagesNamed({1, 2}));
+    EXPECT_EQ(pagesAfter("--favourite Start --set byPageRangeTextEdit=3-10"), pagesNamed({1, 2}));
 }
 
 TEST_F(SavedStepsCommand, ListsActionLists)
 {
-    EXPECT_THAT(terminal::run({"lists"}).err, HasSubstr("no action list is saved"));
+    EXPECT_THAT(terminal::run("lists").err, HasSubstr("no action list is saved"));
     addToList("My list", optionsWith("1-3"));
     addToList("My list", optionsWith("1"));
     ScratchHome::touch(CActionUtils::GetSequenceFolder() + "/odd.xqq");
-    const auto answer = terminal::run({"lists"});
+    const auto answer = terminal::run("lists");
     EXPECT_EQ(answer.status, 0);
     EXPECT_THAT(terminal::lines(answer.out),
                 ElementsAre(testing::StartsWith("My list  (Work, 2 steps, /")));
     EXPECT_THAT(terminal::lines(answer.err),
                 ElementsAre(HasSubstr("odd.xqq: left out: not an action list")));
-}
 
-TEST_F(SavedStepsCommand, ListsAsJsonWhenAsked)
-{
-    addToList("My list", optionsWith("1-3"));
-    const auto answer = terminal::run({"lists", "--json"});
-    const auto list = QJsonDocument::fromJson(QByteArray::fromStdString(answer.out)).object();
+    const std::string json = terminal::run("lists --json").out;
+    const auto list = QJsonDocument::fromJson(QByteArray::fromStdString(json)).object();
     EXPECT_EQ(list["name"].toString(), "My list");
     EXPECT_EQ(list["category"].toString(), "Work");
     const QJsonObject step = list["steps"].toArray().at(0).toObject();
@@ -98,15 +91,15 @@ TEST_F(SavedStepsCommand, ListsAsJsonWhenAsked)
 
 TEST_F(SavedStepsCommand, ListsFavourites)
 {
-    EXPECT_THAT(terminal::run({"favourites"}).err, HasSubstr("no favourite is saved"));
+    EXPECT_THAT(terminal::run("favourites").err, HasSubstr("no favourite is saved"));
     ASSERT_TRUE(WriteSettingsFile(FavouritePath("Start"), {{"ActionPrefs", optionsWith("1")}}));
-    EXPECT_THAT(terminal::run({"favourites"}).out, testing::StartsWith("Start  (Delete Pages, /"));
-    EXPECT_THAT(terminal::run({"favourites", "--json"}).out, HasSubstr(R"("name":"Start")"));
+    EXPECT_THAT(terminal::run("favourites").out, testing::StartsWith("Start  (Delete Pages, /"));
+    EXPECT_THAT(terminal::run("favourites --json").out, HasSubstr(R"("name":"Start")"));
 }
 
 struct Case {
     const char* name;
-    std::vector<std::string> steps;
+    const char* steps;
     int status;
     const char* says; ///< a part of it
 };
@@ -120,29 +113,21 @@ TEST_F(SavedStepsCommand, SaysInOneLineWhatIsWrongWithSavedSteps)
     scratch.write("empty.xqq", "[General]\nSequenceName=a\n");
     scratch.write("text.tsf", "only text");
     const std::vector<Case> rows = {
-        {"an action that is not installed",
-         {"--list", "Unknown"},
-         2,
+        {"an action that is not installed", "--list Unknown", 2,
          "Unknown.xqq: no action \"Rotate Pages\" is installed"},
-        {"a range that is none",
-         {"--list", "Bad range"},
-         2,
+        {"a range that is none", "--list 'Bad range'", 2,
          "Bad_range.xqq: \"6-4\" is not a page range"},
-        {"a stored range that names a file",
-         {"--list", "Range in a file"},
-         2,
+        {"a stored range that names a file", "--list 'Range in a file'", 2,
          "\"@secret\" is not a page range"},
-        {"no list of the name", {"--list", "gone"}, 2, "vantora lists shows"},
-        {"no favourite of the name", {"--favourite", "gone"}, 2, "vantora favourites shows"},
-        {"a list without steps", {"--list", "empty.xqq"}, 1, "empty.xqq: the action list holds no"},
-        {"another kind of file", {"--settings", "text.tsf"}, 1, "text.tsf: not a tool-settings"},
-        {"no file", {"--settings", "gone.tsf"}, 1, "gone.tsf: there is no such file"},
+        {"no list of the name", "--list gone", 2, "vantora lists shows"},
+        {"no favourite of the name", "--favourite gone", 2, "vantora favourites shows"},
+        {"a list without steps", "--list empty.xqq", 1, "empty.xqq: the action list holds no"},
+        {"another kind of file", "--settings text.tsf", 1, "text.tsf: not a tool-settings"},
+        {"no file", "--settings gone.tsf", 1, "gone.tsf: there is no such file"},
     };
     for (const Case& row : rows) {
         SCOPED_TRACE(row.name);
-        std::vector<std::string> arguments = {"run", "in.pdf", "-o", "out.pdf"};
-        arguments.insert(arguments.end(), row.steps.begin(), row.steps.end());
-        const auto answer = terminal::run(arguments);
+        const auto answer = terminal::run(std::string("run in.pdf -o out.pdf ") + row.steps);
         EXPECT_EQ(answer.status, row.status);
         EXPECT_EQ(answer.out, "");
         EXPECT_EQ(terminal::lines(answer.err).size(), 1U) << answer.err;

@@ -3,6 +3,7 @@
 #include "VantoraHost/cli/Program.h"
 #include "tests/support/Inspect.h"
 
+#include <iomanip>
 #include <sstream>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -38,6 +39,21 @@ Answer run(const std::vector<std::string>& arguments, const Setting& setting)
         arguments, installation, [] { return &vantora::cli::thisGuiPart(); }, streams);
     ::close(in);
     return {status, out.str(), err.str()};
+}
+
+Answer run(const std::string& line, const Setting& setting)
+{
+    return run(words(line), setting);
+}
+
+std::vector<std::string> words(const std::string& line)
+{
+    std::vector<std::string> found;
+    std::istringstream stream(line);
+    for (std::string word; stream >> std::quoted(word, '\'');) {
+        found.push_back(word);
+    }
+    return found;
 }
 
 std::vector<std::string> lines(const std::string& text)

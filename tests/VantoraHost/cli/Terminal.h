@@ -32,6 +32,10 @@ struct Setting {
 
 Answer run(const std::vector<std::string>& arguments, const Setting& setting = {});
 
+/// The same for the words of a line; what is 'between quotes' is one of them.
+Answer run(const std::string& line, const Setting& setting = {});
+std::vector<std::string> words(const std::string& line);
+
 /// The lines of a text, without their ends.
 std::vector<std::string> lines(const std::string& text);
 

@@ -34,20 +34,19 @@ protected:
         }
     }
 
-    terminal::Answer run(std::vector<std::string> arguments,
-                         const terminal::Setting& setting = {}) const
+    terminal::Answer run(const std::string& options, const terminal::Setting& setting = {}) const
     {
-        arguments.insert(arguments.begin(), "run");
-        arguments.insert(arguments.end(), names.begin(), names.end());
-        arguments.insert(arguments.end(), {"-d", "out"});
-        return terminal::run(arguments, setting);
+        std::string line = "run -d out " + options;
+        for (const std::string& name : names) {
+            line += " " + name;
+        }
+        return terminal::run(line, setting);
     }
 
-    terminal::Answer runScripted(const std::string& work, std::vector<std::string> more = {}) const
+    terminal::Answer runScripted(const std::string& work, const std::string& more = {}) const
     {
-        more.insert(more.end(), {"--action", "Scripted", "--set", "log=log", "--set",
-                                 "work=" + work + " at a document of 2 pages"});
-        return run(more);
+        return run(more + " --action Scripted --set log=log --set 'work=" + work +
+                   " at a document of 2 pages'");
     }
 
     void expectAllDoneBut(const std::string& missing) const
@@ -72,7 +71,7 @@ protected:
 TEST_F(Workers, DoDocumentsAndReportThemInTheOrderOfTheInputs)
 {
     for (const char* jobs : {"1", "3"}) {
-        const auto answer = run({"-p", "2", "-j", jobs, "--overwrite"});
+        const auto answer = run(std::string("-p 2 --overwrite -j ") + jobs);
         EXPECT_EQ(answer.status, 0) << answer.err;
         const auto lines = terminal::lines(answer.out);
         ASSERT_EQ(lines.size(), names.size());
@@ -88,7 +87,7 @@ TEST_F(Workers, GetTheirPasswordsAndSettings)
 {
     scratch.write(names[0], support::rewritten(documentOfPages(4), "--encrypt user owner 256 --"));
     scratch.write("passwords", "owner\n");
-    const auto answer = run({"-p", "2", "--password-file", "passwords", "-n"});
+    const auto answer = run("-p 2 --password-file passwords -n");
     EXPECT_EQ(answer.status, 0) << answer.err;
     EXPECT_THAT(terminal::lines(answer.out),
                 Contains(names[0] + ": 1 of 4 pages would go (2), 3 left"));
@@ -98,7 +97,7 @@ TEST_F(Workers, GetTheirPasswordsAndSettings)
 struct Mishap {
     const char* name;
     const char* work;
-    std::vector<std::string> options;
+    const char* options;
     const char* says;
 };
 
@@ -116,16 +115,14 @@ TEST_P(MishapOfAWorker, CostsOnlyItsOwnDocument)
 }
 
 const std::vector<Mishap> mishaps = {
-    {"it_crashes", "crash", {}, "at it ended: Aborted; so did a fresh one"},
-    {"it_is_killed", "be killed", {"-j", "1"}, "at it ended: Killed; so did a fresh one"},
-    {"it_leaves", "leave", {}, "at it ended: exit status 3"},
-    {"it_is_asked_to_end", "be asked to end", {"-j", "1"}, "ended: Terminated; so did a fresh"},
-    {"it_hangs", "hang", {"--timeout", "1"}, "longer than 1 second;"},
-    {"it_is_stopped", "be stopped", {"--timeout", "1"}, "longer than 1 second;"},
+    {"it_crashes", "crash", "", "at it ended: Aborted; so did a fresh one"},
+    {"it_is_killed", "be killed", "-j 1", "at it ended: Killed; so did a fresh one"},
+    {"it_leaves", "leave", "", "at it ended: exit status 3"},
+    {"it_is_asked_to_end", "be asked to end", "-j 1", "ended: Terminated; so did a fresh"},
+    {"it_hangs", "hang", "--timeout 1", "longer than 1 second;"},
+    {"it_is_stopped", "be stopped", "--timeout 1", "longer than 1 second;"},
 #ifndef __SANITIZE_ADDRESS__
-    {"it_eats_memory",
-     "eat memory",
-     {"--memory-limit", "200M"},
+    {"it_eats_memory", "eat memory", "--memory-limit 200M",
      "more memory than its worker may use, 209 MB"},
 #endif
 };
@@ -136,7 +133,7 @@ INSTANTIATE_TEST_SUITE_P(Faults, MishapOfAWorker, testing::ValuesIn(mishaps),
 TEST_F(Workers, GetADocumentOnceMoreWhenOneWasEndedByASignal)
 {
     for (const char* work : {"crash once", "be killed once", "be asked to end once"}) {
-        const auto answer = runScripted(work, {"--overwrite"});
+        const auto answer = runScripted(work, "--overwrite");
         EXPECT_EQ(answer.status, 0) << work << ": " << answer.err;
         EXPECT_TRUE(fs::remove("log.once")) << work;
         expectAllDoneBut("");
@@ -159,7 +156,7 @@ TEST_F(Workers, ReachNeitherTheNetworkNorOtherProcesses)
 
 TEST_F(Workers, SayOnceThatAnActionRefusesToBegin)
 {
-    const auto answer = run({"--action", "Scripted", "--set", "begin=fail", "-j", "2"});
+    const auto answer = run("--action Scripted --set begin=fail -j 2");
     EXPECT_EQ(answer.status, 1);
     EXPECT_EQ(terminal::lines(answer.err).size(), 1U) << answer.err;
     EXPECT_TRUE(fs::is_empty("out"));
@@ -167,7 +164,7 @@ TEST_F(Workers, SayOnceThatAnActionRefusesToBegin)
 
 TEST_F(Workers, SayThatAnActionFailsAtTheEnd)
 {
-    const auto answer = run({"--action", "Scripted", "--set", "end=complain"});
+    const auto answer = run("--action Scripted --set end=complain");
     EXPECT_EQ(answer.status, 1);
     EXPECT_THAT(answer.err, HasSubstr("Scripted error"));
     expectAllDoneBut("");
@@ -177,11 +174,11 @@ TEST_F(Workers, ThatCannotBeStartedEndTheRun)
 {
     terminal::Setting setting;
     setting.program = "/nowhere/vantora";
-    const auto missing = run({"-p", "1"}, setting);
+    const auto missing = run("-p 1", setting);
     EXPECT_EQ(missing.status, 1);
     EXPECT_THAT(missing.err, HasSubstr("a worker process can't be started: No such file"));
     setting.program = "/bin/false";
-    const auto useless = run({"-p", "1"}, setting);
+    const auto useless = run("-p 1", setting);
     EXPECT_EQ(useless.status, 1);
     EXPECT_THAT(terminal::lines(useless.err),
                 ElementsAre(HasSubstr("end before they begin: exit status 1; -j 0 does without")));
@@ -190,9 +187,9 @@ TEST_F(Workers, ThatCannotBeStartedEndTheRun)
 TEST_F(Workers, RemoveWhatAKilledRunLeft)
 {
     scratch.write("out/.karvel-save-1-00ff00ff00ff00ff.tmp", "half a document");
-    ASSERT_EQ(run({"-p", "1", "-n"}).status, 0);
+    ASSERT_EQ(run("-p 1 -n").status, 0);
     EXPECT_EQ(terminal::contents("out").size(), 1U);
-    ASSERT_EQ(run({"-p", "1"}).status, 0);
+    ASSERT_EQ(run("-p 1").status, 0);
     expectAllDoneBut("");
 }
 
@@ -201,8 +198,7 @@ TEST_F(Workers, StopWhenTheRunIsInterrupted)
     terminal::Setting setting;
     setting.interrupted = [] { return fs::exists("out/d101.pdf"); };
     const auto answer =
-        run({"--action", "Scripted", "--set", "work=hang at a document of 2 pages", "-j", "1"},
-            setting);
+        run("--action Scripted --set 'work=hang at a document of 2 pages' -j 1", setting);
     EXPECT_EQ(answer.status, 130);
     const std::size_t done = terminal::contents("out").size();
     EXPECT_LT(done, static_cast<std::size_t>(victim));
