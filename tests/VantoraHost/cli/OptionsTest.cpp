@@ -132,64 +132,67 @@ struct Mistake {
     const char* says; ///< a part of it
 };
 
-class WrongUsageOf : public testing::TestWithParam<Mistake> {};
-
-TEST_P(WrongUsageOf, IsOneLineWithStatus2)
+TEST(WrongUsageOf, IsOneLineWithStatus2)
 {
-    const auto command = parsed(GetParam().line);
-    ASSERT_FALSE(command);
-    EXPECT_EQ(command.error().status, 2);
-    EXPECT_THAT(command.error().text, HasSubstr(GetParam().says));
-    EXPECT_THAT(command.error().text, HasSubstr("--help"));
-    EXPECT_EQ(command.error().text.find('\n'), std::string::npos);
+    const Mistake rows[] = {
+        {"an empty folder", "run -p 1 a -d ''", "empty"},
+        {"standard input into a folder", "run -p 1 - -d c", "no name"},
+        {"a share of unknown size", "run -p 1 a -n --shard 1", "not 1"},
+        {"an option without key", "run --action A --set =x a -n", "KEY=VALUE"},
+        {"configure with no setting", "configure A --set x", "KEY=VALUE"},
+        {"no command", "", "name what to do"},
+        {"an unknown command", "walk", "walk"},
+        {"an unknown option", "run -p 1 a -o b --wat", "--wat"},
+        {"no input", "run -p 1 -o b", "INPUT"},
+        {"nothing to do", "run a -o b", "--pages RANGE"},
+        {"a missing range", "run a -o b --pages", "--pages"},
+        {"no destination", "run -p 1 a", "-o FILE, -d DIR or --in-place"},
+        {"two destinations", "run -p 1 a -o b -i", "exclude each other"},
+        {"the output twice", "run -p 1 a -o b -o c", "--output"},
+        {"one output for two inputs", "run -p 1 a b -o c", "-d DIR"},
+        {"one output for a list", "run -p 1 --files-from a -o c", "-d DIR"},
+        {"standard input beside a list", "run -p 1 - --files-from a -n", "the one input"},
+        {"a list without file", "run -p 1 --files-from '' -n", "name of the list"},
+        {"names of no list", "run -p 1 a -n -0", "--files-from"},
+        {"an empty output", "run -p 1 a -o ''", "empty"},
+        {"standard input in place", "run -p 1 - -i", "no name"},
+        {"standard input among others", "run -p 1 - a -n", "the one input"},
+        {"a backup of nothing", "run -p 1 a -o b --backup", "--in-place"},
+        {"two things on standard output", "run -p 1 a -o - --json", "standard output"},
+        {"too many workers", "run -p 1 a -n -j 5000", "0 to 4096"},
+        {"half a worker", "run -p 1 a -n -j 1.5", "not 1.5"},
+        {"a time without number", "run -p 1 a -n --timeout m", "--timeout takes"},
+        {"a size of another unit", "run -p 1 a -n --memory-limit 5q", "512M"},
+        {"a worker for standard input", "run -p 1 - -n -j 2", "not for worker processes"},
+        {"a limit on no worker", "run -p 1 a -n -j 0 --timeout 5", "-j 0 has none"},
+        {"a name for no folder", "run -p 1 a -n --name b", "-d DIR"},
+        {"a name of unknown parts", "run -p 1 a -d b --name {date}",
+         "--name {date}: the name takes {name}"},
+        {"copy names in place", "run -p 1 a -i --rename", "--rename keeps"},
+        {"one output for a folder", "run -p 1 -r a -o c", "-d DIR"},
+        {"a report without name", "run -p 1 a -n --resume ''", "empty"},
+        {"the share 0", "run -p 1 a -n --shard 0/8", "1/8 to 8/8"},
+        {"a share too many", "run -p 1 a -n --shard 9/8", "not 9/8"},
+        {"an option without value", "run --action A --set x a -n", "KEY=VALUE"},
+        {"an option of no action", "run --set x=1 --action A a -n", "before any --action"},
+        {"an option of a list", "run --list A --set x=1 a -n", "after a --list"},
+        {"an option of pages", "run -p 1 --set x=1 a -n", "before any --action"},
+        {"a list without a name", "run a -n --list", "--list"},
+        {"configure nothing", "configure", "ACTION"},
+        {"configure two actions", "configure A B", "B"},
+        {"configure inside nothing", "configure A --inside out", "main-window or preview"},
+        {"info of nothing", "info", "FILE"},
+        {"actions with arguments", "actions a", "a"}};
+    for (const Mistake& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto command = parsed(row.line);
+        ASSERT_FALSE(command);
+        EXPECT_EQ(command.error().status, 2);
+        EXPECT_THAT(command.error().text, HasSubstr(row.says));
+        EXPECT_THAT(command.error().text, HasSubstr("--help"));
+        EXPECT_EQ(command.error().text.find('\n'), std::string::npos);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Options, WrongUsageOf,
-    testing::Values(
-        Mistake{"no_command", "", "name what to do"}, Mistake{"an_unknown_command", "walk", "walk"},
-        Mistake{"an_unknown_option", "run -p 1 a -o b --wat", "--wat"},
-        Mistake{"no_input", "run -p 1 -o b", "INPUT"},
-        Mistake{"nothing_to_do", "run a -o b", "--pages RANGE"},
-        Mistake{"a_missing_range", "run a -o b --pages", "--pages"},
-        Mistake{"no_destination", "run -p 1 a", "-o FILE, -d DIR or --in-place"},
-        Mistake{"two_destinations", "run -p 1 a -o b -i", "exclude each other"},
-        Mistake{"the_output_twice", "run -p 1 a -o b -o c", "--output"},
-        Mistake{"one_output_for_two_inputs", "run -p 1 a b -o c", "-d DIR"},
-        Mistake{"one_output_for_a_list", "run -p 1 --files-from a -o c", "-d DIR"},
-        Mistake{"standard_input_beside_a_list", "run -p 1 - --files-from a -n", "the one input"},
-        Mistake{"a_list_without_file", "run -p 1 --files-from '' -n", "name of the list"},
-        Mistake{"names_of_no_list", "run -p 1 a -n -0", "--files-from"},
-        Mistake{"an_empty_output", "run -p 1 a -o ''", "empty"},
-        Mistake{"standard_input_in_place", "run -p 1 - -i", "no name"},
-        Mistake{"standard_input_among_others", "run -p 1 - a -n", "the one input"},
-        Mistake{"a_backup_of_nothing", "run -p 1 a -o b --backup", "--in-place"},
-        Mistake{"two_things_on_standard_output", "run -p 1 a -o - --json", "standard output"},
-        Mistake{"too_many_workers", "run -p 1 a -n -j 5000", "0 to 4096"},
-        Mistake{"half_a_worker", "run -p 1 a -n -j 1.5", "not 1.5"},
-        Mistake{"a_time_without_number", "run -p 1 a -n --timeout m", "--timeout takes"},
-        Mistake{"a_size_of_another_unit", "run -p 1 a -n --memory-limit 5q", "512M"},
-        Mistake{"a_worker_for_standard_input", "run -p 1 - -n -j 2", "not for worker processes"},
-        Mistake{"a_limit_on_no_worker", "run -p 1 a -n -j 0 --timeout 5", "-j 0 has none"},
-        Mistake{"a_name_for_no_folder", "run -p 1 a -n --name b", "-d DIR"},
-        Mistake{"a_name_of_unknown_parts", "run -p 1 a -d b --name {date}",
-                "--name {date}: the name takes {name}"},
-        Mistake{"copy_names_in_place", "run -p 1 a -i --rename", "--rename keeps"},
-        Mistake{"one_output_for_a_folder", "run -p 1 -r a -o c", "-d DIR"},
-        Mistake{"a_report_without_name", "run -p 1 a -n --resume ''", "empty"},
-        Mistake{"the_share_0", "run -p 1 a -n --shard 0/8", "1/8 to 8/8"},
-        Mistake{"a_share_too_many", "run -p 1 a -n --shard 9/8", "not 9/8"},
-        Mistake{"an_option_without_value", "run --action A --set x a -n", "KEY=VALUE"},
-        Mistake{"an_option_of_no_action", "run --set x=1 --action A a -n", "before any --action"},
-        Mistake{"an_option_of_a_list", "run --list A --set x=1 a -n", "after a --list"},
-        Mistake{"an_option_of_pages", "run -p 1 --set x=1 a -n", "before any --action"},
-        Mistake{"a_list_without_a_name", "run a -n --list", "--list"},
-        Mistake{"configure_nothing", "configure", "ACTION"},
-        Mistake{"configure_two_actions", "configure A B", "B"},
-        Mistake{"configure_inside_nothing", "configure A --inside out", "main-window or preview"},
-        Mistake{"info_of_nothing", "info", "FILE"},
-        Mistake{"actions_with_arguments", "actions a", "a"}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Help, IsThereForEveryCommandWithExamples)
 {

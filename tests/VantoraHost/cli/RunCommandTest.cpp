@@ -244,7 +244,7 @@ TEST_F(Run, TriesPasswordsInTheirOrderUntilOneOpensAndPermits)
     scratch.write("passwords", "wrong\r\n\nowner\nuser");
     fs::create_directory("out");
     const auto answer =
-        terminal::run("run -p 1 locked.pdf limited.pdf -d out --password-file passwords");
+        terminal::run("run -j 0 -p 1 locked.pdf limited.pdf -d out --password-file passwords");
     EXPECT_EQ(answer.status, 0) << answer.err;
     EXPECT_EQ(pageTexts(support::readFile("out/locked.pdf"), "user").size(), 9U);
     EXPECT_EQ(problems(support::readFile("out/locked.pdf"), "user"), "");
