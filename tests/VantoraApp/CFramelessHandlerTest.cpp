@@ -238,6 +238,11 @@ TEST_F(CFramelessHandlerTest, ChecksTheBorderWidthButNotTheMoveBarHeight)
     EXPECT_EQ(window.geometry(), QRect(100, 100, 400, 300));
 }
 
+TEST(CFramelessHandler, DoesNothingWithoutAWidget)
+{
+    CFramelessHandler().activateOn(nullptr);
+}
+
 } // namespace
 
 #include "CFramelessHandlerTest.moc"

@@ -13,12 +13,17 @@ struct NumberRow {
     const char* text;
 };
 
-class LeadingZeroes : public testing::TestWithParam<NumberRow> {};
-
-TEST_P(LeadingZeroes, FillUpToTheWidth)
+TEST(LeadingZeroes, FillUpToTheWidth)
 {
-    const NumberRow& row = GetParam();
-    EXPECT_EQ(CActionUtils::GetStringWithLeadingZeroesFromNumber(row.number, row.width), row.text);
+    const NumberRow rows[] = {
+        {"shorter", 7, 3, "007"},       {"longer", 1234, 3, "1234"},
+        {"as long", 123, 3, "123"},     {"negative", -5, 4, "00-5"},
+        {"zero", 0, 2, "00"},           {"no width", 7, 0, "7"},
+        {"negative width", 7, -3, "7"}, {"lowest number", -2147483647 - 1, 13, "00-2147483648"}};
+    for (const NumberRow& row : rows)
+        EXPECT_EQ(CActionUtils::GetStringWithLeadingZeroesFromNumber(row.number, row.width),
+                  row.text)
+            << row.sentence;
 }
 
 TEST(LeadingZeroesOfTexts, CountCharactersNotBytes)
@@ -27,15 +32,6 @@ TEST(LeadingZeroesOfTexts, CountCharactersNotBytes)
               QString::fromUtf8("00\u00E9"));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    , LeadingZeroes,
-    testing::Values(NumberRow{"shorter", 7, 3, "007"}, NumberRow{"longer", 1234, 3, "1234"},
-                    NumberRow{"as_long", 123, 3, "123"}, NumberRow{"negative", -5, 4, "00-5"},
-                    NumberRow{"zero", 0, 2, "00"}, NumberRow{"no_width", 7, 0, "7"},
-                    NumberRow{"negative_width", 7, -3, "7"},
-                    NumberRow{"lowest_number", -2147483647 - 1, 13, "00-2147483648"}),
-    [](const auto& info) { return std::string(info.param.sentence); });
-
 struct CopyRow {
     const char* sentence;
     QStringList existing;
@@ -43,36 +39,34 @@ struct CopyRow {
     const char* result;
 };
 
-class CopyNumber : public testing::TestWithParam<CopyRow> {};
-
-TEST_P(CopyNumber, GivesTheFirstFreeName)
+TEST(CopyNumber, GivesTheFirstFreeName)
 {
-    const ScratchHome scratch;
-    const QString folder = scratch.home() + "/";
-    for (const QString& file : GetParam().existing) {
-        QDir().mkpath(QFileInfo(folder + file).path());
-        ScratchHome::touch(folder + file);
+    const CopyRow rows[] = {
+        {"the path itself when free", {"other.pdf"}, "report.pdf", "report.pdf"},
+        {"one when taken", {"report.pdf"}, "report.pdf", "report (1).pdf"},
+        {"two when one is taken too",
+         {"report.pdf", "report (1).pdf"},
+         "report.pdf",
+         "report (2).pdf"},
+        {"before the last dot", {"a.tar.gz"}, "a.tar.gz", "a.tar (1).gz"},
+        {"before a dot at the end", {"report."}, "report.", "report (1)."},
+        {"in the name of the folder when the file has no dot",
+         {"v1.0/report"},
+         "v1.0/report",
+         "v1 (1).0/report"}};
+    for (const CopyRow& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        const ScratchHome scratch;
+        const QString folder = scratch.home() + "/";
+        for (const QString& file : row.existing) {
+            QDir().mkpath(QFileInfo(folder + file).path());
+            ScratchHome::touch(folder + file);
+        }
+        const QString result = CActionUtils::AppendCopyNumberToFilename(folder + row.path);
+        EXPECT_EQ(result, folder + row.result);
+        EXPECT_FALSE(QFile::exists(result));
     }
-    const QString result = CActionUtils::AppendCopyNumberToFilename(folder + GetParam().path);
-    EXPECT_EQ(result, folder + GetParam().result);
-    EXPECT_FALSE(QFile::exists(result));
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    , CopyNumber,
-    testing::Values(CopyRow{"the_path_itself_when_free", {"other.pdf"}, "report.pdf", "report.pdf"},
-                    CopyRow{"one_when_taken", {"report.pdf"}, "report.pdf", "report (1).pdf"},
-                    CopyRow{"two_when_one_is_taken_too",
-                            {"report.pdf", "report (1).pdf"},
-                            "report.pdf",
-                            "report (2).pdf"},
-                    CopyRow{"before_the_last_dot", {"a.tar.gz"}, "a.tar.gz", "a.tar (1).gz"},
-                    CopyRow{"before_a_dot_at_the_end", {"report."}, "report.", "report (1)."},
-                    CopyRow{"in_the_name_of_the_folder_when_the_file_has_no_dot",
-                            {"v1.0/report"},
-                            "v1.0/report",
-                            "v1 (1).0/report"}),
-    [](const auto& info) { return std::string(info.param.sentence); });
 
 TEST(CopyNumberWithoutDot, StandsAtTheEnd)
 {
@@ -91,24 +85,21 @@ struct NameRow {
     const char* fixed;
 };
 
-class FixedName : public testing::TestWithParam<NameRow> {};
-
-TEST_P(FixedName, HasNoCharacterThatFileNamesRefuse)
+TEST(FixedName, HasNoCharacterThatFileNamesRefuse)
 {
-    QString text = QString::fromUtf8(GetParam().text);
-    CActionUtils::FixStringForFilename(&text);
-    EXPECT_EQ(text, QString::fromUtf8(GetParam().fixed));
+    const NameRow rows[] = {{"trimmed and cleaned", "  a:b?.pdf \n", "ab.pdf"},
+                            {"every refused character", "<a>b:c\"d/e\\f|g?h*i", "abcdefghi"},
+                            {"line ends and tabs inside", "a\tb\nc\rd", "abcd"},
+                            {"a blank before a removed end stays", "name ?", "name "},
+                            {"other languages stay", "\u00FCber \u4E2D", "\u00FCber \u4E2D"},
+                            {"nothing may be left", " ?* ", ""}};
+    for (const NameRow& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        QString text = QString::fromUtf8(row.text);
+        CActionUtils::FixStringForFilename(&text);
+        EXPECT_EQ(text, QString::fromUtf8(row.fixed));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    , FixedName,
-    testing::Values(NameRow{"trimmed_and_cleaned", "  a:b?.pdf \n", "ab.pdf"},
-                    NameRow{"every_refused_character", "<a>b:c\"d/e\\f|g?h*i", "abcdefghi"},
-                    NameRow{"line_ends_and_tabs_inside", "a\tb\nc\rd", "abcd"},
-                    NameRow{"a_blank_before_a_removed_end_stays", "name ?", "name "},
-                    NameRow{"other_languages_stay", "\u00FCber \u4E2D", "\u00FCber \u4E2D"},
-                    NameRow{"nothing_may_be_left", " ?* ", ""}),
-    [](const auto& info) { return std::string(info.param.sentence); });
 
 struct EnvironmentRow {
     const char* sentence;
@@ -117,28 +108,22 @@ struct EnvironmentRow {
     const char* result;
 };
 
-class EnvironmentPath : public testing::TestWithParam<EnvironmentRow> {};
-
-TEST_P(EnvironmentPath, HasItsPlaceholderExpanded)
+TEST(EnvironmentPath, HasItsPlaceholderExpanded)
 {
-    ScratchHome scratch;
-    scratch.set("HOME", GetParam().home);
-    EXPECT_EQ(CActionUtils::ReplaceEnvironmentPaths(GetParam().path), GetParam().result);
+    const EnvironmentRow rows[] = {
+        {"at the start", "/Users/ann", "%ALLUSERSPROFILE%/Data", "/Users/All Users//Data"},
+        {"everywhere", "/Users/ann", "%ALLUSERSPROFILE%|%ALLUSERSPROFILE%",
+         "/Users/All Users/|/Users/All Users/"},
+        {"in an old profile tree", "/C/Documents and Settings/ann", "%ALLUSERSPROFILE%x",
+         "/C/Documents and Settings/All Users/Application Data/x"},
+        {"with a home at the top", "/root", "%ALLUSERSPROFILE%", "/All Users/"},
+        {"not in another case", "/Users/ann", "%AllUsersProfile%/Data", "%AllUsersProfile%/Data"}};
+    for (const EnvironmentRow& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        ScratchHome scratch;
+        scratch.set("HOME", row.home);
+        EXPECT_EQ(CActionUtils::ReplaceEnvironmentPaths(row.path), row.result);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    , EnvironmentPath,
-    testing::Values(
-        EnvironmentRow{"at_the_start", "/Users/ann", "%ALLUSERSPROFILE%/Data",
-                       "/Users/All Users//Data"},
-        EnvironmentRow{"everywhere", "/Users/ann", "%ALLUSERSPROFILE%|%ALLUSERSPROFILE%",
-                       "/Users/All Users/|/Users/All Users/"},
-        EnvironmentRow{"in_an_old_profile_tree", "/C/Documents and Settings/ann",
-                       "%ALLUSERSPROFILE%x",
-                       "/C/Documents and Settings/All Users/Application Data/x"},
-        EnvironmentRow{"with_a_home_at_the_top", "/root", "%ALLUSERSPROFILE%", "/All Users/"},
-        EnvironmentRow{"not_in_another_case", "/Users/ann", "%AllUsersProfile%/Data",
-                       "%AllUsersProfile%/Data"}),
-    [](const auto& info) { return std::string(info.param.sentence); });
 
 } // namespace

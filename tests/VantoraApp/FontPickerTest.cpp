@@ -23,30 +23,28 @@ struct FontsRow {
     QStringList fonts;
 };
 
-class SystemFontsOf : public testing::TestWithParam<FontsRow> {};
-
-TEST_P(SystemFontsOf, TheLibraryAreListed)
+TEST(SystemFontsOf, TheLibraryAreListed)
 {
-    const LoadedLibrary library(RECORDING_LIBRARY);
-    recording(library).texts["GetInstalledFontsByCharset"] = {GetParam().answer};
-    EXPECT_EQ(pickedFonts(), GetParam().fonts);
+    const FontsRow rows[] = {
+        {"none", L"", {}},
+        {"only a line end", L"\r\n", {}},
+        {"one", L"Arial", {"Arial"}},
+        {"in the order of the library",
+         L"Symbola\r\nArial\r\nArial",
+         {"Symbola", "Arial", "Arial"}},
+        {"with line ends at the end", L"A\r\nB\r\n\r\n\r\n", {"A", "B"}},
+        {"with an empty one in the middle", L"\r\nA\r\n\r\nB", {"", "A", "", "B"}},
+        {"with single line end characters", L"A\nB\rC\r\nD", {"A\nB\rC", "D"}},
+        {"with characters of two code units",
+         L"\U0001D4D0\u00E4\r\nB",
+         {QString::fromUtf8("\U0001D4D0\u00E4"), "B"}}};
+    for (const FontsRow& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        const LoadedLibrary library(RECORDING_LIBRARY);
+        recording(library).texts["GetInstalledFontsByCharset"] = {row.answer};
+        EXPECT_EQ(pickedFonts(), row.fonts);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    , SystemFontsOf,
-    testing::Values(FontsRow{"none", L"", {}}, FontsRow{"only_a_line_end", L"\r\n", {}},
-                    FontsRow{"one", L"Arial", {"Arial"}},
-                    FontsRow{"in_the_order_of_the_library",
-                             L"Symbola\r\nArial\r\nArial",
-                             {"Symbola", "Arial", "Arial"}},
-                    FontsRow{"with_line_ends_at_the_end", L"A\r\nB\r\n\r\n\r\n", {"A", "B"}},
-                    FontsRow{
-                        "with_an_empty_one_in_the_middle", L"\r\nA\r\n\r\nB", {"", "A", "", "B"}},
-                    FontsRow{"with_single_line_end_characters", L"A\nB\rC\r\nD", {"A\nB\rC", "D"}},
-                    FontsRow{"with_characters_of_two_code_units",
-                             L"\U0001D4D0\u00E4\r\nB",
-                             {QString::fromUtf8("\U0001D4D0\u00E4"), "B"}}),
-    [](const auto& info) { return std::string(info.param.sentence); });
 
 TEST(SystemFonts, AreAskedForOnceByALibraryOfTheirOwn)
 {

@@ -14,51 +14,38 @@ struct PlacementRow {
     QMatrix matrix;
 };
 
-class Placement : public testing::TestWithParam<PlacementRow> {};
-
-TEST_P(Placement, OfAnObjectOf100By50OnALetterPage)
+TEST(Placement, OfAnObjectOf100By50OnALetterPage)
 {
-    Options options = GetParam().options;
-    const QMatrix matrix = CActionUtils::Prefs2Matrix(&options, 100, 50, 612, 792);
-    const QMatrix& expected = GetParam().matrix;
-    EXPECT_EQ(matrix.m11(), expected.m11());
-    EXPECT_EQ(matrix.m12(), expected.m12());
-    EXPECT_EQ(matrix.m21(), expected.m21());
-    EXPECT_EQ(matrix.m22(), expected.m22());
-    EXPECT_EQ(matrix.dx(), expected.dx());
-    EXPECT_EQ(matrix.dy(), expected.dy());
-    EXPECT_EQ(options, GetParam().options);
+    const PlacementRow rows[] = {
+        {"without options at the top left", {}, {100, 0, 0, 50, 0, 742}},
+        {"half the width", {{"sizeSpinBox", 50}}, {50, 0, 0, 50, 0, 742}},
+        {"twice the height", {{"sizeSpinBoxY", "200"}}, {100, 0, 0, 100, 0, 692}},
+        {"a quarter turn clockwise", {{"rotationSpinBox", 90}}, {0, -100, 50, 0, 0, 792}},
+        {"upside down", {{"rotationSpinBox", 180}}, {-100, 0, 0, -50, 100, 792}},
+        {"in inches from the right and bottom",
+         {{"unitsComboBox", 0},
+          {"horiznotalSpinBox", 1},
+          {"verticalSpinBox", 0.5},
+          {"horizontalFromCombo", 1},
+          {"verticalFromCombo", 1}},
+         {100, 0, 0, 50, 440, 36}},
+        {"an unknown edge leaves the offset",
+         {{"horiznotalSpinBox", 10},
+          {"verticalSpinBox", 20},
+          {"horizontalFromCombo", 3},
+          {"verticalFromCombo", -1}},
+         {100, 0, 0, 50, 10, 20}},
+        {"an unknown unit counts as points",
+         {{"unitsComboBox", 9}, {"horiznotalSpinBox", 10}},
+         {100, 0, 0, 50, 10, 742}},
+        {"the well spelt key means nothing", {{"horizontalSpinBox", 10}}, {100, 0, 0, 50, 0, 742}}};
+    for (const PlacementRow& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        Options options = row.options;
+        EXPECT_EQ(CActionUtils::Prefs2Matrix(&options, 100, 50, 612, 792), row.matrix);
+        EXPECT_EQ(options, row.options);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    , Placement,
-    testing::Values(
-        PlacementRow{"without_options_at_the_top_left", {}, {100, 0, 0, 50, 0, 742}},
-        PlacementRow{"half_the_width", {{"sizeSpinBox", 50}}, {50, 0, 0, 50, 0, 742}},
-        PlacementRow{"twice_the_height", {{"sizeSpinBoxY", "200"}}, {100, 0, 0, 100, 0, 692}},
-        PlacementRow{
-            "a_quarter_turn_clockwise", {{"rotationSpinBox", 90}}, {0, -100, 50, 0, 0, 792}},
-        PlacementRow{"upside_down", {{"rotationSpinBox", 180}}, {-100, 0, 0, -50, 100, 792}},
-        PlacementRow{"in_inches_from_the_right_and_bottom",
-                     {{"unitsComboBox", 0},
-                      {"horiznotalSpinBox", 1},
-                      {"verticalSpinBox", 0.5},
-                      {"horizontalFromCombo", 1},
-                      {"verticalFromCombo", 1}},
-                     {100, 0, 0, 50, 440, 36}},
-        PlacementRow{"an_unknown_edge_leaves_the_offset",
-                     {{"horiznotalSpinBox", 10},
-                      {"verticalSpinBox", 20},
-                      {"horizontalFromCombo", 3},
-                      {"verticalFromCombo", -1}},
-                     {100, 0, 0, 50, 10, 20}},
-        PlacementRow{"an_unknown_unit_counts_as_points",
-                     {{"unitsComboBox", 9}, {"horiznotalSpinBox", 10}},
-                     {100, 0, 0, 50, 10, 742}},
-        PlacementRow{"the_well_spelt_key_means_nothing",
-                     {{"horizontalSpinBox", 10}},
-                     {100, 0, 0, 50, 0, 742}}),
-    [](const auto& info) { return std::string(info.param.sentence); });
 
 TEST(PlacementLaw, TheBoundingBoxKeepsItsDistancesWhateverSizeAndRotation)
 {
