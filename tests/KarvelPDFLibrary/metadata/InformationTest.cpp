@@ -108,22 +108,19 @@ struct TrappedRow {
     Trapped state;
 };
 
-class TrappedStates : public testing::TestWithParam<TrappedRow> {};
-
-TEST_P(TrappedStates, AreRead)
+TEST(TrappedStates, AreRead)
 {
-    auto document = withTrailer(std::string("/Info << ") + GetParam().entry + " >>");
-    EXPECT_EQ(trapped(*document), GetParam().state);
+    const TrappedRow rows[] = {{"absent", "", Trapped::Unknown},
+                               {"yes", "/Trapped /True", Trapped::True},
+                               {"no", "/Trapped /False", Trapped::False},
+                               {"unknown", "/Trapped /Unknown", Trapped::Unknown},
+                               {"boolean", "/Trapped true", Trapped::True}};
+    for (const TrappedRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = withTrailer(std::string("/Info << ") + row.entry + " >>");
+        EXPECT_EQ(trapped(*document), row.state);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Information, TrappedStates,
-                         testing::Values(TrappedRow{"absent", "", Trapped::Unknown},
-                                         TrappedRow{"yes", "/Trapped /True", Trapped::True},
-                                         TrappedRow{"no", "/Trapped /False", Trapped::False},
-                                         TrappedRow{"unknown", "/Trapped /Unknown",
-                                                    Trapped::Unknown},
-                                         TrappedRow{"boolean", "/Trapped true", Trapped::True}),
-                         [](const auto& info) { return info.param.name; });
 
 TEST(Identifier, HasTwoHalves)
 {

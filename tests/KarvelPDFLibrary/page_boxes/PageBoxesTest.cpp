@@ -43,47 +43,39 @@ struct BoxRow {
     BoxOrigin origin;
 };
 
-class Boxes : public testing::TestWithParam<BoxRow> {};
-
-TEST_P(Boxes, AreRead)
+TEST(Boxes, AreRead)
 {
-    const BoxRow& row = GetParam();
-    auto document = pageWith(row.entries, row.inherited);
-    EXPECT_EQ(print(box(*document, 1, row.box)), row.rectangle);
-    EXPECT_EQ(boxOrigin(*document, 1, row.box), row.origin);
+    const BoxRow rows[] = {
+        {"own", "/MediaBox [1 2 3 4]", "", Box::Media, "1 2 3 4", BoxOrigin::Own},
+        {"inherited", "", "/MediaBox [1 2 3 4]", Box::Media, "1 2 3 4", BoxOrigin::Inherited},
+        {"own before inherited", "/MediaBox [1 2 3 4]", "/MediaBox [5 6 7 8]", Box::Media,
+         "1 2 3 4", BoxOrigin::Own},
+        {"inverted", "/MediaBox [3 4 1 2]", "", Box::Media, "1 2 3 4", BoxOrigin::Own},
+        {"no media box", "", "", Box::Media, "0 0 612 792", BoxOrigin::Default},
+        {"empty media box", "/MediaBox [0 0 0 9]", "", Box::Media, "0 0 612 792",
+         BoxOrigin::Default},
+        {"wrong type above a right one", "/MediaBox (A4)", "/MediaBox [1 2 3 4]", Box::Media,
+         "1 2 3 4", BoxOrigin::Inherited},
+        {"wrong items", "/MediaBox [0 0 /A 9]", "", Box::Media, "0 0 612 792", BoxOrigin::Default},
+        {"too few items", "/MediaBox [0 0 9]", "", Box::Media, "0 0 612 792", BoxOrigin::Default},
+        {"beyond all measure", "/MediaBox [0 0 99999999999999999999999999999999999999999999999 9]",
+         "", Box::Media, "0 0 612 792", BoxOrigin::Default},
+        {"crop from media", "/MediaBox [1 2 3 4]", "", Box::Crop, "1 2 3 4", BoxOrigin::Default},
+        {"crop inherited", "/MediaBox [0 0 9 9]", "/CropBox [1 1 8 8]", Box::Crop, "1 1 8 8",
+         BoxOrigin::Inherited},
+        {"trim from crop", "/MediaBox [0 0 9 9]", "/CropBox [1 1 8 8]", Box::Trim, "1 1 8 8",
+         BoxOrigin::Default},
+        {"trim is not inherited", "/MediaBox [0 0 9 9]", "/TrimBox [1 1 8 8]", Box::Trim, "0 0 9 9",
+         BoxOrigin::Default},
+        {"art", "/MediaBox [0 0 9 9] /ArtBox [.5 1 2 3]", "", Box::Art, "0.5 1 2 3",
+         BoxOrigin::Own}};
+    for (const BoxRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = pageWith(row.entries, row.inherited);
+        EXPECT_EQ(print(box(*document, 1, row.box)), row.rectangle);
+        EXPECT_EQ(boxOrigin(*document, 1, row.box), row.origin);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    PageBoxes, Boxes,
-    testing::Values(
-        BoxRow{"own", "/MediaBox [1 2 3 4]", "", Box::Media, "1 2 3 4", BoxOrigin::Own},
-        BoxRow{"inherited", "", "/MediaBox [1 2 3 4]", Box::Media, "1 2 3 4", BoxOrigin::Inherited},
-        BoxRow{"own_before_inherited", "/MediaBox [1 2 3 4]", "/MediaBox [5 6 7 8]", Box::Media,
-               "1 2 3 4", BoxOrigin::Own},
-        BoxRow{"inverted", "/MediaBox [3 4 1 2]", "", Box::Media, "1 2 3 4", BoxOrigin::Own},
-        BoxRow{"no_media_box", "", "", Box::Media, "0 0 612 792", BoxOrigin::Default},
-        BoxRow{"empty_media_box", "/MediaBox [0 0 0 9]", "", Box::Media, "0 0 612 792",
-               BoxOrigin::Default},
-        BoxRow{"wrong_type_above_a_right_one", "/MediaBox (A4)", "/MediaBox [1 2 3 4]", Box::Media,
-               "1 2 3 4", BoxOrigin::Inherited},
-        BoxRow{"wrong_items", "/MediaBox [0 0 /A 9]", "", Box::Media, "0 0 612 792",
-               BoxOrigin::Default},
-        BoxRow{"too_few_items", "/MediaBox [0 0 9]", "", Box::Media, "0 0 612 792",
-               BoxOrigin::Default},
-        BoxRow{"beyond_all_measure",
-               "/MediaBox [0 0 99999999999999999999999999999999999999999999999 9]", "", Box::Media,
-               "0 0 612 792", BoxOrigin::Default},
-        BoxRow{"crop_from_media", "/MediaBox [1 2 3 4]", "", Box::Crop, "1 2 3 4",
-               BoxOrigin::Default},
-        BoxRow{"crop_inherited", "/MediaBox [0 0 9 9]", "/CropBox [1 1 8 8]", Box::Crop, "1 1 8 8",
-               BoxOrigin::Inherited},
-        BoxRow{"trim_from_crop", "/MediaBox [0 0 9 9]", "/CropBox [1 1 8 8]", Box::Trim, "1 1 8 8",
-               BoxOrigin::Default},
-        BoxRow{"trim_is_not_inherited", "/MediaBox [0 0 9 9]", "/TrimBox [1 1 8 8]", Box::Trim,
-               "0 0 9 9", BoxOrigin::Default},
-        BoxRow{"art", "/MediaBox [0 0 9 9] /ArtBox [.5 1 2 3]", "", Box::Art, "0.5 1 2 3",
-               BoxOrigin::Own}),
-    [](const auto& info) { return info.param.name; });
 
 struct SizeRow {
     const char* name;
@@ -93,32 +85,26 @@ struct SizeRow {
     Orientation orientation;
 };
 
-class Sizes : public testing::TestWithParam<SizeRow> {};
-
-TEST_P(Sizes, AreThoseShown)
+TEST(Sizes, AreThoseShown)
 {
-    const SizeRow& row = GetParam();
-    auto document = pageWith(row.entries);
-    EXPECT_DOUBLE_EQ(shownSize(*document, 1).width, row.width);
-    EXPECT_DOUBLE_EQ(shownSize(*document, 1).height, row.height);
-    EXPECT_EQ(orientation(*document, 1), row.orientation);
+    const SizeRow rows[] = {
+        {"upright", "/MediaBox [10 20 110 220]", 100, 200, Orientation::Portrait},
+        {"turned", "/MediaBox [0 0 100 200] /Rotate 90", 200, 100, Orientation::Landscape},
+        {"square", "/MediaBox [0 0 100 100]", 100, 100, Orientation::Square},
+        {"cropped", "/MediaBox [0 0 100 200] /CropBox [50 50 90 500]", 40, 150,
+         Orientation::Portrait},
+        {"cropped outside", "/MediaBox [0 0 100 200] /CropBox [300 0 400 90]", 100, 200,
+         Orientation::Portrait},
+        {"larger unit", "/MediaBox [0 0 100 200] /UserUnit 2.5", 250, 500, Orientation::Portrait},
+        {"nonsense unit", "/MediaBox [0 0 100 200] /UserUnit -1", 100, 200, Orientation::Portrait}};
+    for (const SizeRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = pageWith(row.entries);
+        EXPECT_DOUBLE_EQ(shownSize(*document, 1).width, row.width);
+        EXPECT_DOUBLE_EQ(shownSize(*document, 1).height, row.height);
+        EXPECT_EQ(orientation(*document, 1), row.orientation);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    PageBoxes, Sizes,
-    testing::Values(
-        SizeRow{"upright", "/MediaBox [10 20 110 220]", 100, 200, Orientation::Portrait},
-        SizeRow{"turned", "/MediaBox [0 0 100 200] /Rotate 90", 200, 100, Orientation::Landscape},
-        SizeRow{"square", "/MediaBox [0 0 100 100]", 100, 100, Orientation::Square},
-        SizeRow{"cropped", "/MediaBox [0 0 100 200] /CropBox [50 50 90 500]", 40, 150,
-                Orientation::Portrait},
-        SizeRow{"cropped_outside", "/MediaBox [0 0 100 200] /CropBox [300 0 400 90]", 100, 200,
-                Orientation::Portrait},
-        SizeRow{"larger_unit", "/MediaBox [0 0 100 200] /UserUnit 2.5", 250, 500,
-                Orientation::Portrait},
-        SizeRow{"nonsense_unit", "/MediaBox [0 0 100 200] /UserUnit -1", 100, 200,
-                Orientation::Portrait}),
-    [](const auto& info) { return info.param.name; });
 
 struct RotationRow {
     const char* name;
@@ -126,23 +112,19 @@ struct RotationRow {
     int degrees;
 };
 
-class Rotations : public testing::TestWithParam<RotationRow> {};
-
-TEST_P(Rotations, AreRead)
+TEST(Rotations, AreRead)
 {
-    EXPECT_EQ(rotation(*pageWith(GetParam().entries), 1), GetParam().degrees);
+    const RotationRow rows[] = {{"absent", "", 0},
+                                {"quarter", "/Rotate 90", 90},
+                                {"backwards", "/Rotate -90", 270},
+                                {"real", "/Rotate 180.0", 180},
+                                {"many turns", "/Rotate 36270", 270},
+                                {"askew", "/Rotate 45", 0},
+                                {"text", "/Rotate (90)", 0},
+                                {"huge", "/Rotate 99999999999999999999", 0}};
+    for (const RotationRow& row : rows)
+        EXPECT_EQ(rotation(*pageWith(row.entries), 1), row.degrees) << row.name;
 }
-
-INSTANTIATE_TEST_SUITE_P(PageBoxes, Rotations,
-                         testing::Values(RotationRow{"absent", "", 0},
-                                         RotationRow{"quarter", "/Rotate 90", 90},
-                                         RotationRow{"backwards", "/Rotate -90", 270},
-                                         RotationRow{"real", "/Rotate 180.0", 180},
-                                         RotationRow{"many_turns", "/Rotate 36270", 270},
-                                         RotationRow{"askew", "/Rotate 45", 0},
-                                         RotationRow{"text", "/Rotate (90)", 0},
-                                         RotationRow{"huge", "/Rotate 99999999999999999999", 0}),
-                         [](const auto& info) { return info.param.name; });
 
 TEST(PageBoxes, RotatingAddsToWhatIsThere)
 {

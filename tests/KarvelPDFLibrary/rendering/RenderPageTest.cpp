@@ -5,6 +5,7 @@
 #include "tests/support/Images.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
+#include "tests/support/Sketch.h"
 
 #include <climits>
 #include <cmath>
@@ -18,16 +19,11 @@ using namespace karvel::rendering;
 /// One page with a content of its own: 100 by 50 points unless the entries say otherwise.
 std::string page(const std::string& content, const std::string& entries = {})
 {
-    support::PdfBuilder builder;
-    const int catalog = builder.reserve();
-    const int root = builder.reserve();
-    const int stream = builder.addStream(content);
-    const int page = builder.add("<< /Type /Page /Parent " + builder.reference(root) +
-                                 " /MediaBox [0 0 100 50] /Contents " + builder.reference(stream) +
-                                 " /Resources << >> " + entries + " >>");
-    builder.set(root, "<< /Type /Pages /Count 1 /Kids [" + builder.reference(page) + "] >>");
-    builder.set(catalog, "<< /Type /Catalog /Pages " + builder.reference(root) + " >>");
-    return builder.build(catalog);
+    return support::Sketch{
+        {"/MediaBox [0 0 100 50] /Contents @content /Resources << >> " + entries},
+        "",
+        {{"content", "|" + content}}}
+        .built();
 }
 
 /// Red in the left half, nothing in the right one.
@@ -43,6 +39,10 @@ support::Image rendered(const std::string& pdf, double dpi, int options)
     return support::decoded(bytes.value_or(""));
 }
 
+constexpr std::array<int, 4> red = {255, 0, 0, 255};
+constexpr std::array<int, 4> grey = {76, 76, 76, 255};
+constexpr std::array<int, 4> white = {255, 255, 255, 255};
+
 struct FormatRow {
     const char* name;
     int options;
@@ -51,40 +51,33 @@ struct FormatRow {
     std::array<int, 4> right;
 };
 
-class Formats : public testing::TestWithParam<FormatRow> {};
-
-TEST_P(Formats, HoldThePage)
+TEST(Formats, HoldThePage)
 {
-    const FormatRow& row = GetParam();
-    const support::Image image = rendered(page(redHalf), 144, row.options);
-    EXPECT_EQ(image.format, row.format);
-    ASSERT_EQ(image.width, 200);
-    ASSERT_EQ(image.height, 100);
-    for (int c = 0; c < 4; ++c) {
-        const auto index = static_cast<std::size_t>(c);
-        EXPECT_NEAR(image.at(50, 90)[index], row.left[index], 3) << "component " << c;
-        EXPECT_NEAR(image.at(150, 10)[index], row.right[index], 3) << "component " << c;
+    const FormatRow rows[] = {{"png", 1, "PNG", red, white},
+                              {"jpeg", 2, "JPEG", red, white},
+                              {"tiff", 3, "TIFF", red, white},
+                              {"bmp", 4, "BMP", red, white},
+                              {"ppm", 5, "PPM", red, white},
+                              {"grey png", 17, "PNG", grey, white},
+                              {"grey jpeg", 18, "JPEG", grey, white},
+                              {"grey tiff", 19, "TIFF", grey, white},
+                              {"grey bmp", 20, "BMP", grey, white},
+                              {"grey ppm", 21, "PPM", grey, white},
+                              {"transparent png", 65, "PNG", red, {0, 0, 0, 0}},
+                              {"transparent grey png", 81, "PNG", grey, {0, 0, 0, 0}}};
+    for (const FormatRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const support::Image image = rendered(page(redHalf), 144, row.options);
+        EXPECT_EQ(image.format, row.format);
+        ASSERT_EQ(image.width, 200);
+        ASSERT_EQ(image.height, 100);
+        for (int c = 0; c < 4; ++c) {
+            const auto index = static_cast<std::size_t>(c);
+            EXPECT_NEAR(image.at(50, 90)[index], row.left[index], 3) << "component " << c;
+            EXPECT_NEAR(image.at(150, 10)[index], row.right[index], 3) << "component " << c;
+        }
     }
 }
-
-constexpr std::array<int, 4> red = {255, 0, 0, 255};
-constexpr std::array<int, 4> grey = {76, 76, 76, 255};
-constexpr std::array<int, 4> white = {255, 255, 255, 255};
-
-INSTANTIATE_TEST_SUITE_P(
-    Rendering, Formats,
-    testing::Values(FormatRow{"png", 1, "PNG", red, white},
-                    FormatRow{"jpeg", 2, "JPEG", red, white},
-                    FormatRow{"tiff", 3, "TIFF", red, white},
-                    FormatRow{"bmp", 4, "BMP", red, white}, FormatRow{"ppm", 5, "PPM", red, white},
-                    FormatRow{"grey_png", 17, "PNG", grey, white},
-                    FormatRow{"grey_jpeg", 18, "JPEG", grey, white},
-                    FormatRow{"grey_tiff", 19, "TIFF", grey, white},
-                    FormatRow{"grey_bmp", 20, "BMP", grey, white},
-                    FormatRow{"grey_ppm", 21, "PPM", grey, white},
-                    FormatRow{"transparent_png", 65, "PNG", red, {0, 0, 0, 0}},
-                    FormatRow{"transparent_grey_png", 81, "PNG", grey, {0, 0, 0, 0}}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Rendering, InBlackAndWhiteIsOnlyThat)
 {
@@ -117,25 +110,23 @@ struct SizeRow {
     int height;
 };
 
-class RenderedSizes : public testing::TestWithParam<SizeRow> {};
-
-TEST_P(RenderedSizes, AreThoseOfThePageAsShown)
+TEST(RenderedSizes, AreThoseOfThePageAsShown)
 {
-    const support::Image image = rendered(page(redHalf, GetParam().entries), GetParam().dpi, 1);
-    EXPECT_EQ(image.width, GetParam().width);
-    EXPECT_EQ(image.height, GetParam().height);
-    // Red is shown in the place that belongs to the lower left of the user space.
-    const bool turned = GetParam().width < GetParam().height;
-    EXPECT_EQ(turned ? image.at(image.width / 2, 1) : image.at(1, image.height / 2), red);
+    const SizeRow rows[] = {{"plain", "", 72, 100, 50},
+                            {"turned", "/Rotate 90", 72, 50, 100},
+                            {"cropped", "/CropBox [10 10 90 40]", 72, 80, 30},
+                            {"larger unit", "/UserUnit 2", 72, 200, 100},
+                            {"part of a pixel", "/CropBox [0 0 70.3 30]", 72, 71, 30}};
+    for (const SizeRow& row : rows) {
+        SCOPED_TRACE(row.name);
+        const support::Image image = rendered(page(redHalf, row.entries), row.dpi, 1);
+        EXPECT_EQ(image.width, row.width);
+        EXPECT_EQ(image.height, row.height);
+        // Red is shown in the place that belongs to the lower left of the user space.
+        const bool turned = row.width < row.height;
+        EXPECT_EQ(turned ? image.at(image.width / 2, 1) : image.at(1, image.height / 2), red);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rendering, RenderedSizes,
-    testing::Values(SizeRow{"plain", "", 72, 100, 50}, SizeRow{"turned", "/Rotate 90", 72, 50, 100},
-                    SizeRow{"cropped", "/CropBox [10 10 90 40]", 72, 80, 30},
-                    SizeRow{"larger_unit", "/UserUnit 2", 72, 200, 100},
-                    SizeRow{"part_of_a_pixel", "/CropBox [0 0 70.3 30]", 72, 71, 30}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Rendering, OfThumbnailsHasALongerSideOfThatManyPixels)
 {
@@ -175,28 +166,25 @@ struct Refusal {
     ErrorCode code;
 };
 
-class RefusedRenderings : public testing::TestWithParam<Refusal> {};
-
-TEST_P(RefusedRenderings, AreErrors)
+TEST(RefusedRenderings, AreErrors)
 {
-    auto document = support::opened(page(redHalf, GetParam().entries));
-    viewing::View view;
-    const auto bytes = pageImage(*document, view, GetParam().page, GetParam().dpi, {});
-    ASSERT_FALSE(bytes.has_value());
-    EXPECT_EQ(bytes.error().code, GetParam().code);
+    const Refusal rows[] = {
+        {"no such page", 2, 72, "", ErrorCode::BadPageList},
+        {"page zero", 0, 72, "", ErrorCode::BadPageList},
+        {"no resolution", 1, 0, "", ErrorCode::BadArgument},
+        {"resolution that is no number", 1, NAN, "", ErrorCode::BadArgument},
+        {"resolution beyond measure", 1, 1e300, "", ErrorCode::BadArgument},
+        {"too many pixels", 1, 9600, "/MediaBox [0 0 14400 14400]", ErrorCode::OutOfMemory},
+        {"hostile unit", 1, 72, "/UserUnit 1000000", ErrorCode::OutOfMemory}};
+    for (const Refusal& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = support::opened(page(redHalf, row.entries));
+        viewing::View view;
+        const auto bytes = pageImage(*document, view, row.page, row.dpi, {});
+        ASSERT_FALSE(bytes.has_value());
+        EXPECT_EQ(bytes.error().code, row.code);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rendering, RefusedRenderings,
-    testing::Values(Refusal{"no_such_page", 2, 72, "", ErrorCode::BadPageList},
-                    Refusal{"page_zero", 0, 72, "", ErrorCode::BadPageList},
-                    Refusal{"no_resolution", 1, 0, "", ErrorCode::BadArgument},
-                    Refusal{"resolution_that_is_no_number", 1, NAN, "", ErrorCode::BadArgument},
-                    Refusal{"resolution_beyond_measure", 1, 1e300, "", ErrorCode::BadArgument},
-                    Refusal{"too_many_pixels", 1, 9600, "/MediaBox [0 0 14400 14400]",
-                            ErrorCode::OutOfMemory},
-                    Refusal{"hostile_unit", 1, 72, "/UserUnit 1000000", ErrorCode::OutOfMemory}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Rendering, OptionsThatContradictEachOtherAreRefused)
 {
@@ -216,24 +204,22 @@ struct Marks {
     double coloured;
 };
 
-class PageMarks : public testing::TestWithParam<Marks> {};
-
-TEST_P(PageMarks, AreMeasured)
+TEST(PageMarks, AreMeasured)
 {
-    auto document = support::opened(page(GetParam().content));
-    viewing::View view;
-    EXPECT_NEAR(markedPercentage(*document, view, 1).value(), GetParam().marked, 0.1);
-    EXPECT_NEAR(colouredPercentage(*document, view, 1).value(), GetParam().coloured, 0.1);
+    const Marks rows[] = {{"none", "", 0, 0},
+                          {"white", "1 g 0 0 100 50 re f", 0, 0},
+                          {"red half", "1 0 0 rg 0 0 50 50 re f", 50, 50},
+                          {"grey half", "0.5 g 0 0 50 50 re f", 50, 0},
+                          {"grey of four inks", "0 0 0 0.5 k 0 0 50 50 re f", 50, 0},
+                          {"dot", "0 g 10 10 1 1 re f", 0.02, 0}};
+    for (const Marks& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = support::opened(page(row.content));
+        viewing::View view;
+        EXPECT_NEAR(markedPercentage(*document, view, 1).value(), row.marked, 0.1);
+        EXPECT_NEAR(colouredPercentage(*document, view, 1).value(), row.coloured, 0.1);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rendering, PageMarks,
-    testing::Values(Marks{"none", "", 0, 0}, Marks{"white", "1 g 0 0 100 50 re f", 0, 0},
-                    Marks{"red_half", "1 0 0 rg 0 0 50 50 re f", 50, 50},
-                    Marks{"grey_half", "0.5 g 0 0 50 50 re f", 50, 0},
-                    Marks{"grey_of_four_inks", "0 0 0 0.5 k 0 0 50 50 re f", 50, 0},
-                    Marks{"dot", "0 g 10 10 1 1 re f", 0.02, 0}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Rendering, FindsBlankPagesAndLeavesOne)
 {

@@ -34,33 +34,28 @@ struct Loaded {
     bool coversMetadata;
 };
 
-class LoadedEncryption : public testing::TestWithParam<Loaded> {};
-
-TEST_P(LoadedEncryption, IsReported)
+TEST(LoadedEncryption, IsReported)
 {
-    const Loaded& row = GetParam();
-    auto document = support::opened(encryptedBy(row.qpdfOptions), "u");
-    EXPECT_TRUE(isEncrypted(*document));
-    EXPECT_EQ(algorithm(*document), row.algorithm);
-    EXPECT_EQ(revision(*document), row.revision);
-    EXPECT_EQ(coversMetadata(*document), row.coversMetadata);
-    EXPECT_EQ(handlerName(*document), "Standard");
-    EXPECT_EQ(accessLevel(*document), AccessLevel::User);
+    const Loaded rows[] = {
+        {"rc4 40 bits", "u o 40", EncryptionAlgorithm::Rc4Bits40, 2, true},
+        {"rc4 128 bits", "u o 128", EncryptionAlgorithm::Rc4Bits128, 3, true},
+        {"rc4 crypt filters", "u o 128 --force-V4 --cleartext-metadata",
+         EncryptionAlgorithm::Rc4Bits128, 4, false},
+        {"aes 128 bits", "u o 128 --use-aes=y", EncryptionAlgorithm::AesBits128, 4, true},
+        {"aes 256 bits revision 5", "u o 256 --force-R5", EncryptionAlgorithm::AesBits256, 5, true},
+        {"aes 256 bits", "u o 256 --cleartext-metadata", EncryptionAlgorithm::AesBits256, 6,
+         false}};
+    for (const Loaded& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = support::opened(encryptedBy(row.qpdfOptions), "u");
+        EXPECT_TRUE(isEncrypted(*document));
+        EXPECT_EQ(algorithm(*document), row.algorithm);
+        EXPECT_EQ(revision(*document), row.revision);
+        EXPECT_EQ(coversMetadata(*document), row.coversMetadata);
+        EXPECT_EQ(handlerName(*document), "Standard");
+        EXPECT_EQ(accessLevel(*document), AccessLevel::User);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Security, LoadedEncryption,
-    testing::Values(Loaded{"rc4_40_bits", "u o 40", EncryptionAlgorithm::Rc4Bits40, 2, true},
-                    Loaded{"rc4_128_bits", "u o 128", EncryptionAlgorithm::Rc4Bits128, 3, true},
-                    Loaded{"rc4_crypt_filters", "u o 128 --force-V4 --cleartext-metadata",
-                           EncryptionAlgorithm::Rc4Bits128, 4, false},
-                    Loaded{"aes_128_bits", "u o 128 --use-aes=y", EncryptionAlgorithm::AesBits128,
-                           4, true},
-                    Loaded{"aes_256_bits_revision_5", "u o 256 --force-R5",
-                           EncryptionAlgorithm::AesBits256, 5, true},
-                    Loaded{"aes_256_bits", "u o 256 --cleartext-metadata",
-                           EncryptionAlgorithm::AesBits256, 6, false}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Security, OfADocumentThatIsNotEncrypted)
 {
@@ -82,25 +77,23 @@ struct Attempt {
     Opens opens;
 };
 
-class Passwords : public testing::TestWithParam<Attempt> {};
-
-TEST_P(Passwords, AreChecked)
+TEST(Passwords, AreChecked)
 {
-    auto document = support::opened(encryptedBy(GetParam().qpdfOptions), "u");
-    ASSERT_TRUE(document);
-    EXPECT_EQ(checkPassword(*document, GetParam().password).value(), GetParam().opens);
+    const Attempt rows[] = {
+        {"user", "u o 256", "u", Opens::AsUser},
+        {"owner", "u o 256", "o", Opens::AsOwner},
+        {"wrong", "u o 256", "x", Opens::Nothing},
+        {"wrong and not ascii", "u o 256", "x\xc3\xa9", Opens::Nothing},
+        {"empty", "u o 128", "", Opens::Nothing},
+        {"same for both", "u u 128", "u", Opens::AsBoth},
+        {"in another encoding", "u '\xc3\xa9' 128", "\xc3\xa9", Opens::AsOwner}};
+    for (const Attempt& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = support::opened(encryptedBy(row.qpdfOptions), "u");
+        ASSERT_TRUE(document);
+        EXPECT_EQ(checkPassword(*document, row.password).value(), row.opens);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Security, Passwords,
-    testing::Values(Attempt{"user", "u o 256", "u", Opens::AsUser},
-                    Attempt{"owner", "u o 256", "o", Opens::AsOwner},
-                    Attempt{"wrong", "u o 256", "x", Opens::Nothing},
-                    Attempt{"wrong_and_not_ascii", "u o 256", "x\xc3\xa9", Opens::Nothing},
-                    Attempt{"empty", "u o 128", "", Opens::Nothing},
-                    Attempt{"same_for_both", "u u 128", "u", Opens::AsBoth},
-                    Attempt{"in_another_encoding", "u '\xc3\xa9' 128", "\xc3\xa9", Opens::AsOwner}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Security, WrongPasswordsOpenNothingInAnyEncoding)
 {
@@ -131,34 +124,31 @@ struct Restriction {
     std::vector<int> permitted;
 };
 
-class Permissions : public testing::TestWithParam<Restriction> {};
-
-TEST_P(Permissions, AreThoseOfTheUserPassword)
+TEST(Permissions, AreThoseOfTheUserPassword)
 {
-    auto document = support::opened(encryptedBy(GetParam().qpdfOptions), "u");
-    std::vector<int> permitted;
-    for (int code = 1; code <= permissionCount; ++code) {
-        if (isPermitted(*document, static_cast<Permission>(code))) {
-            permitted.push_back(code);
+    const Restriction rows[] = {
+        {"everything", "u o 256", {1, 2, 3, 4, 5, 6, 7, 8}},
+        {"no printing", "u o 256 --print=none", {2, 3, 4, 5, 6, 7}},
+        {"low printing", "u o 256 --print=low", {1, 2, 3, 4, 5, 6, 7}},
+        {"no changes", "u o 256 --modify=none", {1, 3, 6, 8}},
+        {"forms only", "u o 256 --modify=form", {1, 3, 5, 6, 7, 8}},
+        {"no copying", "u o 256 --extract=n", {1, 2, 4, 5, 6, 7, 8}},
+        {"no accessibility", "u o 128 --accessibility=n", {1, 2, 3, 4, 5, 7, 8}},
+        {"early revision", "u o 40 --annotate=n --modify=n", {1, 3, 6, 8}}};
+    for (const Restriction& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = support::opened(encryptedBy(row.qpdfOptions), "u");
+        std::vector<int> permitted;
+        for (int code = 1; code <= permissionCount; ++code) {
+            if (isPermitted(*document, static_cast<Permission>(code))) {
+                permitted.push_back(code);
+            }
         }
+        EXPECT_EQ(permitted, row.permitted);
+        auto owner = support::opened(encryptedBy(row.qpdfOptions), "o");
+        EXPECT_TRUE(isPermitted(*owner, Permission::Modifying));
     }
-    EXPECT_EQ(permitted, GetParam().permitted);
-    auto owner = support::opened(encryptedBy(GetParam().qpdfOptions), "o");
-    EXPECT_TRUE(isPermitted(*owner, Permission::Modifying));
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Security, Permissions,
-    testing::Values(Restriction{"everything", "u o 256", {1, 2, 3, 4, 5, 6, 7, 8}},
-                    Restriction{"no_printing", "u o 256 --print=none", {2, 3, 4, 5, 6, 7}},
-                    Restriction{"low_printing", "u o 256 --print=low", {1, 2, 3, 4, 5, 6, 7}},
-                    Restriction{"no_changes", "u o 256 --modify=none", {1, 3, 6, 8}},
-                    Restriction{"forms_only", "u o 256 --modify=form", {1, 3, 5, 6, 7, 8}},
-                    Restriction{"no_copying", "u o 256 --extract=n", {1, 2, 4, 5, 6, 7, 8}},
-                    Restriction{
-                        "no_accessibility", "u o 128 --accessibility=n", {1, 2, 3, 4, 5, 7, 8}},
-                    Restriction{"early_revision", "u o 40 --annotate=n --modify=n", {1, 3, 6, 8}}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Security, ComposesWhatTheEncryptionDictionaryHolds)
 {
@@ -177,39 +167,36 @@ struct Choice {
     bool coversMetadata;
 };
 
-class NewEncryptions : public testing::TestWithParam<Choice> {};
-
-TEST_P(NewEncryptions, AreWritten)
+TEST(NewEncryptions, AreWritten)
 {
-    const Choice& row = GetParam();
-    auto document = support::opened(support::documentOfPages(2));
-    setMetadataEncryption(*document, row.coversMetadata);
-    const int bits = composePermissionBits({true, false, false, true, true, true, false, false});
-    ASSERT_TRUE(encrypt(*document, {"owner", "\xc3\xa9", row.algorithm, bits}).has_value());
-    EXPECT_TRUE(document->isModified());
-    EXPECT_EQ(algorithm(*document), row.algorithm);
-    const int reported = permissionBits(*document);
-    const auto bytes = saving::toString(*document, {});
-    ASSERT_TRUE(bytes.has_value());
+    const Choice rows[] = {
+        {"rc4", EncryptionAlgorithm::Rc4Bits128, "R = 3", true},
+        {"aes 128", EncryptionAlgorithm::AesBits128, "AESv2", false},
+        {"aes 256", EncryptionAlgorithm::AesBits256, "AESv3", true},
+        {"aes 256 clear metadata", EncryptionAlgorithm::AesBits256, "AESv3", false}};
+    for (const Choice& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = support::opened(support::documentOfPages(2));
+        setMetadataEncryption(*document, row.coversMetadata);
+        const int bits =
+            composePermissionBits({true, false, false, true, true, true, false, false});
+        ASSERT_TRUE(encrypt(*document, {"owner", "\xc3\xa9", row.algorithm, bits}).has_value());
+        EXPECT_TRUE(document->isModified());
+        EXPECT_EQ(algorithm(*document), row.algorithm);
+        const int reported = permissionBits(*document);
+        const auto bytes = saving::toString(*document, {});
+        ASSERT_TRUE(bytes.has_value());
 
-    const std::string told = shownEncryption(*bytes, "\xc3\xa9");
-    EXPECT_NE(told.find(row.sign), std::string::npos) << told;
-    EXPECT_NE(told.find("P = " + std::to_string(reported)), std::string::npos) << told;
-    EXPECT_EQ(support::pageTexts(*bytes, "owner"), support::pagesNamed({1, 2}));
-    EXPECT_EQ(support::pageTexts(*bytes, "wrong").front().substr(0, 7), "Command");
-    auto again = support::opened(*bytes, "\xc3\xa9");
-    EXPECT_EQ(coversMetadata(*again), coversMetadata(*document));
-    EXPECT_FALSE(isPermitted(*again, Permission::Copying));
+        const std::string told = shownEncryption(*bytes, "\xc3\xa9");
+        EXPECT_NE(told.find(row.sign), std::string::npos) << told;
+        EXPECT_NE(told.find("P = " + std::to_string(reported)), std::string::npos) << told;
+        EXPECT_EQ(support::pageTexts(*bytes, "owner"), support::pagesNamed({1, 2}));
+        EXPECT_EQ(support::pageTexts(*bytes, "wrong").front().substr(0, 7), "Command");
+        auto again = support::opened(*bytes, "\xc3\xa9");
+        EXPECT_EQ(coversMetadata(*again), coversMetadata(*document));
+        EXPECT_FALSE(isPermitted(*again, Permission::Copying));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Security, NewEncryptions,
-    testing::Values(Choice{"rc4", EncryptionAlgorithm::Rc4Bits128, "R = 3", true},
-                    Choice{"aes_128", EncryptionAlgorithm::AesBits128, "AESv2", false},
-                    Choice{"aes_256", EncryptionAlgorithm::AesBits256, "AESv3", true},
-                    Choice{"aes_256_clear_metadata", EncryptionAlgorithm::AesBits256, "AESv3",
-                           false}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Security, PasswordsMustFitTheAlgorithm)
 {

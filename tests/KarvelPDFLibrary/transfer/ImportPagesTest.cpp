@@ -44,32 +44,29 @@ struct Row {
     std::vector<int> order;
 };
 
-class Imported : public testing::TestWithParam<Row> {};
-
-TEST_P(Imported, PagesStandWhereTheyShall)
+TEST(Imported, PagesStandWhereTheyShall)
 {
-    for (const char* qpdfOptions : {"", "--object-streams=generate --encrypt u o 256 --"}) {
-        const std::string pdf = support::rewritten(support::documentOfPages(4), qpdfOptions);
-        auto document = support::opened(pdf, "u");
-        Imports imports;
-        ASSERT_TRUE(importPages(*document, imports, source(pdf, "u"), GetParam().list,
-                                GetParam().before, WithOutline::No)
-                        .has_value());
-        for (const auto way : {saving::Way::CopyUnchanged, saving::Way::Rewrite}) {
-            const std::string saved = support::savedIn(*document, way);
-            EXPECT_EQ(support::problems(saved, "u"), "");
-            EXPECT_EQ(support::pageTexts(saved, "u"), support::pagesNamed(GetParam().order));
+    const Row rows[] = {{"at the front", {2}, 1, {2, 1, 2, 3, 4}},
+                        {"in between", {4, 3}, 2, {1, 4, 3, 2, 3, 4}},
+                        {"at the end", {1, 2, 3, 4}, 5, {1, 2, 3, 4, 1, 2, 3, 4}},
+                        {"again and again", {2, 2, 3, 2}, 5, {1, 2, 3, 4, 2, 2, 3, 2}}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        for (const char* qpdfOptions : {"", "--object-streams=generate --encrypt u o 256 --"}) {
+            const std::string pdf = support::rewritten(support::documentOfPages(4), qpdfOptions);
+            auto document = support::opened(pdf, "u");
+            Imports imports;
+            ASSERT_TRUE(importPages(*document, imports, source(pdf, "u"), row.list, row.before,
+                                    WithOutline::No)
+                            .has_value());
+            for (const auto way : {saving::Way::CopyUnchanged, saving::Way::Rewrite}) {
+                const std::string saved = support::savedIn(*document, way);
+                EXPECT_EQ(support::problems(saved, "u"), "");
+                EXPECT_EQ(support::pageTexts(saved, "u"), support::pagesNamed(row.order));
+            }
         }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Transfer, Imported,
-    testing::Values(Row{"at_the_front", {2}, 1, {2, 1, 2, 3, 4}},
-                    Row{"in_between", {4, 3}, 2, {1, 4, 3, 2, 3, 4}},
-                    Row{"at_the_end", {1, 2, 3, 4}, 5, {1, 2, 3, 4, 1, 2, 3, 4}},
-                    Row{"again_and_again", {2, 2, 3, 2}, 5, {1, 2, 3, 4, 2, 2, 3, 2}}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Transfer, FieldsComeAlongUnderFreeNames)
 {
@@ -277,44 +274,40 @@ struct Refusal {
     ErrorCode code;
 };
 
-class RefusedImports : public testing::TestWithParam<Refusal> {};
-
-TEST_P(RefusedImports, ChangeNothing)
-{
-    auto document = support::opened(support::documentOfPages(2));
-    Imports imports;
-    const Status status = importPages(*document, imports, source(GetParam().make()),
-                                      GetParam().list, GetParam().before, WithOutline::Yes);
-    ASSERT_FALSE(status.has_value());
-    EXPECT_EQ(status.error().code, GetParam().code);
-    EXPECT_FALSE(document->isModified());
-    EXPECT_EQ(document->pageCount(), 2);
-}
-
 std::string threePages()
 {
     return support::documentOfPages(3);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Transfer, RefusedImports,
-    testing::Values(
-        Refusal{"page_that_is_not_there", threePages, {1, 4}, 1, ErrorCode::BadPageList},
-        Refusal{"place_that_is_not_there", threePages, {1}, 4, ErrorCode::BadPageList},
-        Refusal{"place_zero", threePages, {1}, 0, ErrorCode::BadPageList},
-        Refusal{"no_page", threePages, {}, 1, ErrorCode::OutOfMemory},
-        Refusal{"one_page_too_often", threePages, std::vector<int>(1001, 1), 1,
-                ErrorCode::OutOfMemory},
-        Refusal{"content_lost_to_damage",
-                [] {
-                    std::string file = support::documentOfPages(3);
-                    const auto at = file.find("4 0 obj");
-                    return file.replace(at, 7, "4 0 xxx");
-                },
-                {1},
-                1,
-                ErrorCode::NotPdf}),
-    [](const auto& info) { return info.param.name; });
+TEST(RefusedImports, ChangeNothing)
+{
+    const Refusal rows[] = {
+        {"page that is not there", threePages, {1, 4}, 1, ErrorCode::BadPageList},
+        {"place that is not there", threePages, {1}, 4, ErrorCode::BadPageList},
+        {"place zero", threePages, {1}, 0, ErrorCode::BadPageList},
+        {"no page", threePages, {}, 1, ErrorCode::OutOfMemory},
+        {"one page too often", threePages, std::vector<int>(1001, 1), 1, ErrorCode::OutOfMemory},
+        {"content lost to damage",
+         [] {
+             std::string file = support::documentOfPages(3);
+             const auto at = file.find("4 0 obj");
+             return file.replace(at, 7, "4 0 xxx");
+         },
+         {1},
+         1,
+         ErrorCode::NotPdf}};
+    for (const Refusal& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = support::opened(support::documentOfPages(2));
+        Imports imports;
+        const Status status = importPages(*document, imports, source(row.make()), row.list,
+                                          row.before, WithOutline::Yes);
+        ASSERT_FALSE(status.has_value());
+        EXPECT_EQ(status.error().code, row.code);
+        EXPECT_FALSE(document->isModified());
+        EXPECT_EQ(document->pageCount(), 2);
+    }
+}
 
 TEST(Transfer, TakesHostileDocumentsWithoutLoopingOrRecursion)
 {
