@@ -2,6 +2,7 @@
 
 #include "tests/support/ScratchHome.h"
 
+#include <QtCore/QProcess>
 #include <QtCore/QTextCodec>
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -178,66 +179,24 @@ TEST_F(FileSearch, PassesOverNamesThatAreNotText)
     rmdir(raw("b\xFF").constData());
 }
 
-/// Folders inside one another, called "dddddddddd" each, built and removed one level at a time: the
-/// path of the last is longer than any call of the system takes.
-class DeepTree {
-public:
-    DeepTree(const QString& root, int depth) : root_(QFile::encodeName(root)), depth_(depth)
-    {
-        int at = open(root_.constData(), O_RDONLY | O_DIRECTORY);
-        for (int level = 1; level <= depth_; ++level) {
-            mkdirat(at, name, 0700);
-            at = replace(at, name);
-            if (isMarked(level)) {
-                mkdirat(at, "z", 0700);
-                close(openat(at, "z/x.pdf", O_CREAT | O_WRONLY, 0600));
-            }
-        }
-        close(at);
-    }
-
-    ~DeepTree()
-    {
-        int at = open(root_.constData(), O_RDONLY | O_DIRECTORY);
-        for (int level = 1; level <= depth_; ++level) {
-            at = replace(at, name);
-        }
-        for (int level = depth_; level >= 1; --level) {
-            unlinkat(at, "z/x.pdf", 0);
-            unlinkat(at, "z", AT_REMOVEDIR);
-            at = replace(at, "..");
-            unlinkat(at, name, AT_REMOVEDIR);
-        }
-        close(at);
-    }
-
-    /// A level with a second folder, to which the search comes when it returns from below.
-    static bool isMarked(int level) { return level % 100 == 0; }
-
-    static constexpr const char* name = "dddddddddd";
-
-private:
-    static int replace(int at, const char* path)
-    {
-        const int next = openat(at, path, O_RDONLY | O_DIRECTORY);
-        close(at);
-        return next;
-    }
-
-    QByteArray root_;
-    int depth_;
-};
+// Folders inside one another, called "dddddddddd" each, every hundredth beside a second folder, to
+// which the search comes when it returns from below. The path of the last is longer than any call
+// of the system takes, so they are made and removed one level at a time.
+const char* const deepTree = "import os, sys\n"
+                             "os.chdir(sys.argv[1])\n"
+                             "for level in range(1, 5001):\n"
+                             "    os.mkdir('dddddddddd')\n"
+                             "    os.chdir('dddddddddd')\n"
+                             "    if level % 100 == 0:\n"
+                             "        os.mkdir('z')\n"
+                             "        open('z/x.pdf', 'w').close()\n";
 
 TEST_F(FileSearch, GoesDownAVeryDeepTreeAndComesBackWithFewDescriptors)
 {
-    constexpr int depth = 5000;
-    const DeepTree tree(root(), depth);
+    ASSERT_EQ(QProcess::execute("python3", {"-c", deepTree, root()}), 0);
     QStringList expected;
-    for (int level = depth; level >= 1; --level) {
-        if (DeepTree::isMarked(level)) {
-            expected << QString(DeepTree::name + QString("/")).repeated(level) + "z/x.pdf";
-        }
-    }
+    for (int level = 5000; level >= 1; level -= 100)
+        expected << QString("dddddddddd/").repeated(level) + "z/x.pdf";
     const int before = openDescriptors();
     rlimit limit = {};
     getrlimit(RLIMIT_NOFILE, &limit);
@@ -246,6 +205,7 @@ TEST_F(FileSearch, GoesDownAVeryDeepTreeAndComesBackWithFewDescriptors)
     EXPECT_EQ(found({"pdf"}), expected);
     setrlimit(RLIMIT_NOFILE, &limit);
     EXPECT_EQ(openDescriptors(), before);
+    EXPECT_EQ(QProcess::execute("rm", {"-r", root() + "/dddddddddd"}), 0);
 }
 
 } // namespace

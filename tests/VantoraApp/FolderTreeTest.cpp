@@ -59,19 +59,16 @@ TEST_F(FolderTree, LiesBelowTheGenericDataFolderWhateverTheApplicationIsCalled)
         {"favourites", CUtils::GetCollectionsFolder, "/orvex software/Tollera//Settings/Favorites"},
         {"split templates", CUtils::GetAdvSplitTemplatesFolder,
          "/orvex software/Tollera//Settings/AdvSplitTemplates"},
-        {"settings for actions", CActionUtils::GetSettingsFolder,
-         "/orvex software/Tollera//Settings"},
-        {"favourites for actions", CActionUtils::GetCollectionsFolder,
-         "/orvex software/Tollera//Settings/Favorites"},
-        {"action lists for actions", CActionUtils::GetSequenceFolder,
-         "/orvex software/Tollera/Actions"},
-        {"tools for actions", CActionUtils::GetVantoraAppDataFolder, "/orvex software/Tollera/"},
     };
     CUtils::SetAppName("Another");
     for (const NameRow& row : rows)
         EXPECT_EQ(row.operation(), scratch.data() + row.belowData) << row.sentence;
     CUtils::SetAppName({});
     EXPECT_EQ(CUtils::GetActionFolder(), "./Tools");
+    EXPECT_EQ(CActionUtils::GetSettingsFolder(), CUtils::GetSettingsFolder());
+    EXPECT_EQ(CActionUtils::GetCollectionsFolder(), CUtils::GetCollectionsFolder());
+    EXPECT_EQ(CActionUtils::GetSequenceFolder(), CUtils::GetSequenceFolder());
+    EXPECT_EQ(CActionUtils::GetVantoraAppDataFolder(), CUtils::GetAppDataToolsFolder());
 }
 
 TEST_F(FolderTree, IsCreatedWholeAndNothingBesideIt)

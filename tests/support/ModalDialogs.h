@@ -2,6 +2,7 @@
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
+#include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
 
@@ -55,3 +56,14 @@ private:
     QElapsedTimer waiting_;
     bool used_ = false;
 };
+
+/// The names of what has the keyboard in a dialog when Tab is pressed again and again.
+inline QStringList tabOrder(const QWidget& dialog, int count)
+{
+    QStringList names;
+    for (int i = 0; i < count; ++i) {
+        names << dialog.focusWidget()->objectName();
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+    }
+    return names;
+}

@@ -187,22 +187,14 @@ TEST(Transfer, FontsOfFieldsKeepTheirMeaning)
 
 TEST(Transfer, PagesBringWhatTheyInherit)
 {
-    support::PdfBuilder builder;
-    const int catalog = builder.reserve();
-    const int root = builder.reserve();
-    const int font = builder.add("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>");
-    const int content = builder.addStream(support::showText("Inherited"));
-    const int page = builder.add("<< /Type /Page /Parent " + builder.reference(root) +
-                                 " /Contents " + builder.reference(content) + " >>");
-    builder.set(root, "<< /Type /Pages /Count 1 /MediaBox [0 0 700 800] /Rotate 90 /Resources << "
-                      "/Font << /F1 " +
-                          builder.reference(font) + " >> >> /Kids [" + builder.reference(page) +
-                          "] >>");
-    builder.set(catalog, "<< /Type /Catalog /Pages " + builder.reference(root) + " >>");
+    support::Sketch sketch;
+    sketch.pages = {""};
+    sketch.tree = "/Rotate 90 /Resources << /Font << /F1 @font >> >>";
+    sketch.objects = {{"font", "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>"}};
     auto document = support::opened(support::documentOfPages(1));
-    ASSERT_TRUE(append(*document, source(builder.build(catalog)), {1}).has_value());
+    ASSERT_TRUE(append(*document, source(sketch.built()), {1}).has_value());
     const std::string pdf = told::saved(*document);
-    EXPECT_EQ(support::pageTexts(pdf), (Names{"Page 1", "Inherited"}));
+    EXPECT_EQ(support::pageTexts(pdf), (Names{"Page 1", "Page 1"}));
     EXPECT_EQ(support::valueAt(pdf, "p2/Rotate"), "90");
     EXPECT_EQ(support::valueAt(pdf, "p1/Rotate"), "nothing");
 }

@@ -290,13 +290,8 @@ TEST_F(OptionsDialog, IsUsedByTheKeyboardAlone)
     EXPECT_EQ(open([this] {
                   EXPECT_EQ(dialog->focusWidget(), &edit());
                   type("1,3");
-                  QStringList order;
-                  for (int i = 0; i < 3; ++i) {
-                      order << dialog->focusWidget()->objectName();
-                      QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
-                  }
-                  EXPECT_EQ(order, (QStringList{"byPageRangeTextEdit", "okButton", "cancelButton"}))
-                      << order.join(' ').toStdString();
+                  EXPECT_EQ(tabOrder(*dialog, 3),
+                            (QStringList{"byPageRangeTextEdit", "okButton", "cancelButton"}));
                   QTest::keyClick(&edit(), Qt::Key_Tab);
                   QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
               }),

@@ -47,15 +47,6 @@ private:
 
 inline Outcome emptyOutcome(Kind kind)
 {
-    switch (kind) {
-    case Kind::integer:
-        return 0;
-    case Kind::real:
-        return 0.0;
-    case Kind::wide:
-        return std::wstring();
-    case Kind::bytes:
-        return std::string();
-    }
-    return 0;
+    const Outcome empty[] = {0, 0.0, std::wstring(), std::string()};
+    return empty[static_cast<int>(kind)];
 }

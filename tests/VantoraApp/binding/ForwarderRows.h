@@ -8,6 +8,7 @@
 
 enum class Kind { integer, real, wide, bytes };
 
+/// In the order of the kinds.
 using Outcome = std::variant<int, double, std::wstring, std::string>;
 
 /// Argument values that are different at every position and in every kind.

@@ -10,17 +10,9 @@ namespace {
 
 Outcome expectedOutcome(const ForwarderRow& row)
 {
-    switch (row.result) {
-    case Kind::integer:
-        return integerResultOf(row.name);
-    case Kind::real:
-        return realResultOf(row.name);
-    case Kind::wide:
-        return wideResultOf(row.name);
-    case Kind::bytes:
-        return byteResultOf(row.name);
-    }
-    return 0;
+    const Outcome results[] = {integerResultOf(row.name), realResultOf(row.name),
+                               wideResultOf(row.name), byteResultOf(row.name)};
+    return results[static_cast<int>(row.result)];
 }
 
 /// The calls that one forwarder makes: buffers for its arguments from left to right, itself, the
