@@ -132,6 +132,7 @@ TEST(Permissions, AreThoseOfTheUserPassword)
         {"low printing", "u o 256 --print=low", {1, 2, 3, 4, 5, 6, 7}},
         {"no changes", "u o 256 --modify=none", {1, 3, 6, 8}},
         {"forms only", "u o 256 --modify=form", {1, 3, 5, 6, 7, 8}},
+        {"filling in by the bit for annotating", "u o 128 --form=n", {1, 2, 3, 4, 5, 6, 7, 8}},
         {"no copying", "u o 256 --extract=n", {1, 2, 4, 5, 6, 7, 8}},
         {"no accessibility", "u o 128 --accessibility=n", {1, 2, 3, 4, 5, 7, 8}},
         {"early revision", "u o 40 --annotate=n --modify=n", {1, 3, 6, 8}}};
