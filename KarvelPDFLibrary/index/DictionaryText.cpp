@@ -48,19 +48,27 @@ std::string DictionaryText::with(const std::vector<Entry>& changes) const
 {
     std::string text = "<<";
     std::size_t done = text.size();
+    std::size_t endOfLast = done;
     for (const Entry& change : changes) {
-        if (value(change.key).data() == nullptr) {
+        if (value(change.key).data() == nullptr && !change.value.empty()) {
             text.append(" /").append(change.key).append(" ").append(change.value);
         }
     }
     for (const Place& place : places_) {
+        const auto at = static_cast<std::size_t>(place.value.data() - text_.data());
+        const std::size_t end = at + place.value.size();
         for (const Entry& change : changes) {
-            if (place.key == change.key) {
-                const auto at = static_cast<std::size_t>(place.value.data() - text_.data());
-                text.append(text_, done, at - done).append(" ").append(change.value);
-                done = at + place.value.size();
+            if (place.key != change.key) {
+                continue;
             }
+            if (change.value.empty()) {
+                text.append(text_, done, endOfLast - done);
+            } else {
+                text.append(text_, done, at - done).append(" ").append(change.value);
+            }
+            done = end;
         }
+        endOfLast = end;
     }
     return text.append(text_.substr(done));
 }

@@ -17,7 +17,8 @@ public:
     /// The text of a key's value; empty when there is none. The key is without its slash.
     std::string_view value(std::string_view key) const;
 
-    /// The whole text with other values for some keys, which may be new ones.
+    /// The whole text with other values for some keys, which may be new ones. An empty value takes
+    /// the key out.
     struct Entry {
         std::string_view key;
         std::string value;

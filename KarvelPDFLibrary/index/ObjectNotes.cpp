@@ -139,6 +139,9 @@ void ObjectNotes::begin(const char* text)
     parentReference_ = noReference;
     pageReference_ = noReference;
     hasStructureType_ = false;
+    hasTitle_ = false;
+    hasParent_ = false;
+    isAction_ = false;
     linkName_.clear();
     countValue_ = {};
     flags_ = 0;
@@ -181,7 +184,14 @@ void ObjectNotes::afterEntry(std::string_view key, std::string_view value)
     } else if (key == "StructParents" || key == "StructParent") {
         flags_ |= HasStructure;
         structureKey_ = plainNumber(value);
+    } else if (key == "Title") {
+        hasTitle_ = mayHoldStrings(value);
+    } else if (key == "Parent") {
+        hasParent_ = true;
+    } else if (key == "D") {
+        isAction_ = true;
     } else if (key == "S") {
+        isAction_ = true;
         hasStructureType_ = trimmed(value).substr(0, 1) == "/";
     } else if (key == "P") {
         flags_ |= HasPlace;
@@ -312,6 +322,8 @@ void ObjectNotes::keepKind(IndexedObject& object, std::uint32_t number)
             object.kind = Kind::ObjectStream;
         } else if (type_ == "/XRef") {
             object.kind = Kind::CrossReferenceStream;
+        } else if (hasTitle_ && hasParent_ && !isAction_ && (flags_ & HasSubtype) == 0) {
+            object.kind = Kind::OutlineEntry;
         }
     }
 }
@@ -348,9 +360,7 @@ void ObjectNotes::resolveReferences()
     index_.highestNumber_ = index_.size() - 1;
     for (std::size_t i = 0; i < all.size(); ++i) {
         index_.highestNumber_ = std::max(index_.highestNumber_, all[i]);
-        if (!index_.contains(all[i]) || index_.objects_[all[i]].generation != generations_[i]) {
-            all[i] = 0;
-        }
+        all[i] = index_.targetOf({all[i], generations_[i]});
     }
     // These were noted with the places of their references; now it is known what they mean.
     for (PlainElement& element : index_.plainElements_) {

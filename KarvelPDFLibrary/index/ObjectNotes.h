@@ -92,6 +92,9 @@ private:
     std::size_t parentReference_ = noReference;
     std::size_t pageReference_ = noReference;
     bool hasStructureType_ = false;
+    bool hasTitle_ = false;
+    bool hasParent_ = false;
+    bool isAction_ = false; // or a destination, or a structure element
     std::string linkName_;
     std::vector<std::uint64_t> destinations_;
     const char* scanned_ = nullptr;

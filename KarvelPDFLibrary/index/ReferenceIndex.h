@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KarvelPDFLibrary/index/ValueScanner.h"
 #include "KarvelPDFLibrary/io/ByteSource.h"
 
 #include <cstdint>
@@ -17,7 +18,8 @@ enum class Kind : std::uint8_t {
     Missing, // not in the file
     Other,
     Page,
-    PageNode, // a node of the page tree: it has /Kids and is no form field
+    PageNode,     // a node of the page tree: it has /Kids and is no form field
+    OutlineEntry, // it has a /Title and a /Parent, but neither /S nor /D nor /Subtype
     ObjectStream,
     CrossReferenceStream,
 };
@@ -148,8 +150,16 @@ public:
         return number < objects_.size() && objects_[number].kind != Kind::Missing;
     }
 
-    /// Object numbers of all references, object by object. A reference to an object that is not in
-    /// the file, or has another generation there, means null and stands here as 0.
+    /// The number of the object that a reference leads to; 0 when that is not in the file, or has
+    /// another generation there, which means null.
+    std::uint32_t targetOf(Reference reference) const
+    {
+        const bool isThere = contains(reference.object) &&
+                             objects_[reference.object].generation == reference.generation;
+        return isThere ? reference.object : 0;
+    }
+
+    /// Object numbers of all references, object by object. One that means null stands here as 0.
     const std::vector<std::uint32_t>& references() const { return references_; }
 
     /// A page tree node's kids; null when its /Kids is not an array of references only.

@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 
 #include <array>
+#include <utility>
 
 namespace karvel::index {
 
@@ -81,6 +82,42 @@ bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value)
         ++at;
     }
     return at > start && at - start < 11;
+}
+
+std::optional<Reference> readReference(std::string_view text)
+{
+    std::size_t at = skipSpace(text, 0);
+    std::uint64_t object = 0;
+    std::uint64_t generation = 0;
+    if (!readUnsigned(text, at, object)) {
+        return std::nullopt;
+    }
+    at = skipSpace(text, at);
+    if (!readUnsigned(text, at, generation)) {
+        return std::nullopt;
+    }
+    at = skipSpace(text, at);
+    const bool ends = at + 1 >= text.size() || classOf(text[at + 1]) != Regular;
+    if (at >= text.size() || text[at] != 'R' || !ends || object > 0xFFFFFFFFU ||
+        generation > 0xFFFFU) {
+        return std::nullopt;
+    }
+    return Reference{static_cast<std::uint32_t>(object), static_cast<std::uint32_t>(generation)};
+}
+
+std::vector<std::uint32_t> referencesIn(const std::string& text)
+{
+    class Collector final : public ScanSink {
+    public:
+        void reference(std::uint32_t object, std::uint32_t) override { found.push_back(object); }
+        void beforeEntry(std::string_view) override {}
+        void afterEntry(std::string_view, std::string_view) override {}
+        std::vector<std::uint32_t> found;
+    };
+    Collector collector;
+    const std::string ended = text + " endobj ";
+    ValueScanner(ended, collector).scan(0);
+    return std::move(collector.found);
 }
 
 bool mayHoldStrings(std::string_view text)

@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace karvel::index {
 
@@ -111,6 +113,18 @@ std::size_t skipSpace(std::string_view text, std::size_t at);
 
 /// Reads an unsigned decimal number of at most ten digits; false when there is none at `at`.
 bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value);
+
+/// "12 0 R" as it is written.
+struct Reference {
+    std::uint32_t object = 0;
+    std::uint32_t generation = 0;
+};
+
+/// Reads a reference after white space; nothing when something else is there.
+std::optional<Reference> readReference(std::string_view text);
+
+/// The numbers of the objects that a value refers to, in the order of its text.
+std::vector<std::uint32_t> referencesIn(const std::string& text);
 
 /// Whether there may be strings in a value's text.
 bool mayHoldStrings(std::string_view text);

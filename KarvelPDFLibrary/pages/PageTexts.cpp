@@ -34,14 +34,12 @@ bool PageTexts::place(QPDFObjGen page, QPDFObjGen parent, const InheritedSet& in
 
 bool PageTexts::mayBeNull(std::string_view value) const
 {
-    if (value.back() != 'R') {
+    const auto reference = index::readReference(value);
+    if (!reference) {
         return value.find("null") != std::string_view::npos;
     }
-    std::size_t at = index::skipSpace(value, 0);
-    std::uint64_t number = 0;
-    index::readUnsigned(value, at, number);
-    const auto object = static_cast<std::uint32_t>(number);
-    return !index_.contains(object) || (index_.object(object).flags & index::IsDictionary) == 0;
+    const std::uint32_t object = index_.targetOf(*reference);
+    return object == 0 || (index_.object(object).flags & index::IsDictionary) == 0;
 }
 
 } // namespace karvel::pageTree

@@ -44,7 +44,9 @@ void Liveness::makeRoomFor(std::uint32_t object)
 void Liveness::enter(std::uint32_t object)
 {
     if (const std::string* text = document_.changes().text(static_cast<int>(object))) {
-        reachFromText(*text);
+        for (const std::uint32_t target : index::referencesIn(*text)) {
+            reach(target);
+        }
     } else if (index_ == nullptr) {
         reachFrom(document_.file().getObject(static_cast<int>(object), generations_[object]));
     } else if (changes_[object] >= 0) {
@@ -72,27 +74,6 @@ void Liveness::reach(std::uint32_t object)
     if (there) {
         live_[object] = true;
         pending_.push_back(object);
-    }
-}
-
-void Liveness::reachFromText(const std::string& text)
-{
-    class Collector final : public index::ScanSink {
-    public:
-        explicit Collector(std::vector<std::uint32_t>& found) : found_(found) {}
-        void reference(std::uint32_t object, std::uint32_t) override { found_.push_back(object); }
-        void beforeEntry(std::string_view) override {}
-        void afterEntry(std::string_view, std::string_view) override {}
-
-    private:
-        std::vector<std::uint32_t>& found_;
-    };
-    std::vector<std::uint32_t> found;
-    Collector collector(found);
-    const std::string ended = text + " endobj ";
-    index::ValueScanner(ended, collector).scan(0);
-    for (const std::uint32_t object : found) {
-        reach(object);
     }
 }
 

@@ -38,7 +38,6 @@ private:
     void makeRoomFor(std::uint32_t object);
     void enter(std::uint32_t object);
     void reach(std::uint32_t object);
-    void reachFromText(const std::string& text);
     void reachFrom(const QPDFObjectHandle& value);
 
     Document& document_;

@@ -94,4 +94,34 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"nested_beyond_reason", std::string(300, '[') + std::string(300, ']'), bad, {}, {}}),
     [](const auto& info) { return info.param.name; });
 
+struct ReferenceCase {
+    const char* name;
+    std::string text;
+    std::string expected; // "" for none
+};
+
+class Reading : public testing::TestWithParam<ReferenceCase> {};
+
+TEST_P(Reading, AReferenceTakesNothingElseForOne)
+{
+    const auto reference = readReference(GetParam().text);
+    EXPECT_EQ(reference
+                  ? std::to_string(reference->object) + "." + std::to_string(reference->generation)
+                  : "",
+              GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    ValueScanner, Reading,
+    testing::Values(ReferenceCase{"alone", "12 3 R", "12.3"},
+                    ReferenceCase{"after_space_and_a_comment", " % 5\n12 0\nR/A", "12.0"},
+                    ReferenceCase{"first_of_many", "1 0 R 2 0 R", "1.0"},
+                    ReferenceCase{"a_number", "12", ""}, ReferenceCase{"numbers", "12 0 3", ""},
+                    ReferenceCase{"a_longer_word", "12 0 Rx", ""},
+                    ReferenceCase{"a_real_number", "12 0.5 R", ""},
+                    ReferenceCase{"a_name", "/A 12 0 R", ""},
+                    ReferenceCase{"beyond_numbers_of_objects", "5000000000 0 R", ""},
+                    ReferenceCase{"nothing", "", ""}),
+    [](const auto& info) { return info.param.name; });
+
 } // namespace
