@@ -59,6 +59,12 @@ bool Removal::isTreeNode(int object) const
            index->object(number).kind == index::Kind::PageNode;
 }
 
+bool Removal::isOutlineEntry(int object) const
+{
+    const index::IndexedObject* indexed = unchanged(object);
+    return indexed != nullptr && indexed->kind == index::Kind::OutlineEntry;
+}
+
 std::vector<QPDFObjectHandle> Removal::formerObjectsWith(int flag)
 {
     std::vector<QPDFObjectHandle> objects;
@@ -70,12 +76,14 @@ std::vector<QPDFObjectHandle> Removal::formerObjectsWith(int flag)
     return objects;
 }
 
-std::vector<QPDFObjectHandle> Removal::objectsWith(int flag)
+std::vector<int> Removal::objectsWith(int flag)
 {
-    std::vector<QPDFObjectHandle> objects = formerObjectsWith(flag);
-    objects.erase(std::remove_if(objects.begin(), objects.end(),
-                                 [this](const QPDFObjectHandle& object) { return isGone(object); }),
-                  objects.end());
+    std::vector<int> objects;
+    for (const QPDFObjGen& id : referrers().objects()) {
+        if (may(id.getObj(), flag) && !isGone(id.getObj())) {
+            objects.push_back(id.getObj());
+        }
+    }
     return objects;
 }
 
@@ -119,9 +127,9 @@ const index::IndexedObject* Removal::unchanged(int object) const
     return known ? &index->object(number) : nullptr;
 }
 
-bool Removal::mayBeArray(const QPDFObjectHandle& object) const
+bool Removal::mayBeArray(int object) const
 {
-    const index::IndexedObject* indexed = unchanged(object.getObjectID());
+    const index::IndexedObject* indexed = unchanged(object);
     return indexed == nullptr || (indexed->flags & index::IsDictionary) == 0;
 }
 
@@ -182,20 +190,24 @@ bool Removal::judgePlainLink(int object)
     return true;
 }
 
-std::vector<QPDFObjectHandle> Removal::referrersOf(int object)
+std::vector<int> Removal::referrerNumbersOf(int object)
 {
-    std::vector<std::uint32_t> numbers;
+    std::vector<int> numbers;
     for (const std::uint32_t referrer : referrers().of(object)) {
         if (!isGone(static_cast<int>(referrer))) {
-            numbers.push_back(referrer);
+            numbers.push_back(static_cast<int>(referrer));
         }
     }
     std::sort(numbers.begin(), numbers.end());
     numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    return numbers;
+}
+
+std::vector<QPDFObjectHandle> Removal::referrersOf(int object)
+{
     std::vector<QPDFObjectHandle> found;
-    found.reserve(numbers.size());
-    for (const std::uint32_t number : numbers) {
-        found.push_back(file().getObject(referrers().idOf(number)));
+    for (const int number : referrerNumbersOf(object)) {
+        found.push_back(this->object(number));
     }
     return found;
 }
@@ -224,7 +236,7 @@ std::vector<int> Removal::pageReferrers()
     return found;
 }
 
-void Removal::climbFromPages(const std::function<bool(QPDFObjectHandle)>& visit)
+void Removal::climbFromPages(const std::function<bool(int)>& visit)
 {
     std::vector<int> pages;
     for (const PageEntry& page : document_.removedPages()) {
@@ -233,31 +245,28 @@ void Removal::climbFromPages(const std::function<bool(QPDFObjectHandle)>& visit)
     climb(std::move(pages), {}, visit);
 }
 
-void Removal::climbFrom(const std::vector<QPDFObjectHandle>& objects,
-                        const std::function<bool(QPDFObjectHandle)>& visit)
+void Removal::climbFrom(const std::vector<int>& objects, const std::function<bool(int)>& visit)
 {
     std::vector<int> open;
-    std::unordered_set<std::uint32_t> seen;
-    for (const QPDFObjectHandle& object : objects) {
-        if (seen.insert(static_cast<std::uint32_t>(object.getObjectID())).second && visit(object)) {
-            open.push_back(object.getObjectID());
+    std::unordered_set<int> seen;
+    for (const int object : objects) {
+        if (seen.insert(object).second && visit(object)) {
+            open.push_back(object);
         }
     }
     climb(std::move(open), std::move(seen), visit);
 }
 
-void Removal::climb(std::vector<int> open, std::unordered_set<std::uint32_t> seen,
-                    const std::function<bool(QPDFObjectHandle)>& visit)
+void Removal::climb(std::vector<int> open, std::unordered_set<int> seen,
+                    const std::function<bool(int)>& visit)
 {
     while (!open.empty()) {
         const int target = open.back();
         open.pop_back();
         for (const std::uint32_t referrer : referrers().of(target)) {
             const auto number = static_cast<int>(referrer);
-            if (isGone(number) || isTreeNode(number) || !seen.insert(referrer).second) {
-                continue;
-            }
-            if (visit(file().getObject(referrers().idOf(referrer)))) {
+            const bool isNew = !isGone(number) && !isTreeNode(number) && seen.insert(number).second;
+            if (isNew && visit(number)) {
                 open.push_back(number);
             }
         }
@@ -281,7 +290,7 @@ int Removal::presentNumberOf(int original)
     return known ? presentNumbers_[static_cast<std::size_t>(original)] : original;
 }
 
-std::vector<QPDFObjectHandle> Removal::objectsThatNameGoneDestinations()
+std::vector<int> Removal::objectsThatNameGoneDestinations()
 {
     const index::ReferenceIndex* index = document_.index();
     if (goneNames.empty()) {
@@ -290,44 +299,38 @@ std::vector<QPDFObjectHandle> Removal::objectsThatNameGoneDestinations()
     if (index == nullptr || file().isEncrypted()) {
         return objectsWith(index::HasDestination); // enciphered strings cannot be compared
     }
-    std::unordered_set<std::uint32_t> numbers;
+    std::vector<int> objects;
     const auto& named = index->namedDestinations();
     for (const std::string& name : goneNames) {
         const std::uint64_t hash = index::destinationHash(name);
         auto entry = std::lower_bound(named.begin(), named.end(), hash,
                                       [](const auto& a, std::uint64_t b) { return a.hash < b; });
         for (; entry != named.end() && entry->hash == hash; ++entry) {
-            numbers.insert(entry->object);
-        }
-    }
-    std::vector<QPDFObjectHandle> objects;
-    for (const std::uint32_t number : numbers) {
-        QPDFObjectHandle object =
-            file().getObject(static_cast<int>(number), index->object(number).generation);
-        if (!isGone(object)) {
-            objects.push_back(object);
+            if (!isGone(static_cast<int>(entry->object))) {
+                objects.push_back(static_cast<int>(entry->object));
+            }
         }
     }
     for (const auto& [number, kind] : changes().objects()) {
         if (kind == Changes::Kind::Added) {
-            objects.push_back(file().getObject(number, 0));
+            objects.push_back(number);
         }
     }
+    std::sort(objects.begin(), objects.end());
+    objects.erase(std::unique(objects.begin(), objects.end()), objects.end());
     return objects;
 }
 
-std::vector<QPDFObjectHandle> Removal::objectsWithNumberedDestinations()
+std::vector<int> Removal::objectsWithNumberedDestinations()
 {
     const index::ReferenceIndex* index = document_.index();
-    std::vector<QPDFObjectHandle> objects;
     if (index == nullptr) {
         return objectsWith(index::HasDestination);
     }
+    std::vector<int> objects;
     for (const std::uint32_t number : index->withNumberedDestinations()) {
-        QPDFObjectHandle object =
-            file().getObject(static_cast<int>(number), index->object(number).generation);
-        if (!isGone(object)) {
-            objects.push_back(object);
+        if (!isGone(static_cast<int>(number))) {
+            objects.push_back(static_cast<int>(number));
         }
     }
     return objects;
@@ -436,6 +439,15 @@ void Removal::keepWhatPagesNeed()
     droppedIds_.erase(kept, droppedIds_.end());
 }
 
+/// Whether the text of an object that was changed by it refers to any of some objects.
+bool Removal::isInText(int object, const NumberSet& gone) const
+{
+    const std::vector<std::uint32_t> references =
+        index::referencesIn(*document_.changes().text(object));
+    return std::any_of(references.begin(), references.end(),
+                       [&](std::uint32_t target) { return gone.has(static_cast<int>(target)); });
+}
+
 void Removal::takeOutDropped()
 {
     keepWhatPagesNeed();
@@ -450,7 +462,9 @@ void Removal::takeOutDropped()
     }
     AnnotationLists lists(*this);
     for (const int holder : holders) {
-        if (!lists.shorten(holder)) {
+        const bool isRight = lists.shorten(holder) ||
+                             (changes().text(holder) != nullptr && !isInText(holder, dropped_));
+        if (!isRight) {
             unlist(object(holder));
         }
     }
@@ -497,38 +511,19 @@ void Removal::cutReferencesToPages(QPDFObjectHandle holder)
     }
 }
 
-/// Whether a page tree node refers to a removed page elsewhere than among its kids. Nodes are
-/// pruned by their text, without being built, and know nothing of removed pages then.
-bool Removal::leadsElsewhere(int node) const
-{
-    const index::ReferenceIndex& index = *document_.index();
-    const auto number = static_cast<std::uint32_t>(node);
-    const index::IndexedObject& object = index.object(number);
-    const index::KidsOfNode* kids = index.kidsOf(number);
-    for (std::uint32_t i = 0; i < object.referenceCount; ++i) {
-        const std::uint32_t at = object.firstReference + i;
-        const bool isKid = kids != nullptr && at >= kids->firstReference &&
-                           at - kids->firstReference < kids->count;
-        if (!isKid && pages_.has(static_cast<int>(index.references()[at]))) {
-            return true;
-        }
-    }
-    return false;
-}
-
 void Removal::cutLeftovers()
 {
     std::unordered_set<std::uint32_t> seen;
     for (const int page : removedNumbers_) {
         for (const std::uint32_t referrer : referrers().of(page)) {
             const auto number = static_cast<int>(referrer);
-            const bool isPruned = changes().text(number) != nullptr;
-            if (isGone(number) || !seen.insert(referrer).second ||
-                (isPruned && !leadsElsewhere(number))) {
+            if (isGone(number) || !seen.insert(referrer).second) {
                 continue;
             }
-            const QPDFObjectHandle holder = file().getObject(referrers().idOf(referrer));
-            cutReferencesToPages(isPruned ? changes().edit(holder) : holder);
+            const bool isRight = changes().text(number) != nullptr && !isInText(number, pages_);
+            if (!isRight) {
+                cutReferencesToPages(object(number));
+            }
         }
     }
     for (const auto& [key, value] : file().getTrailer().getDictAsMap()) {

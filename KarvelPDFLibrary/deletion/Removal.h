@@ -31,14 +31,11 @@ public:
     /// The numbers of the pages that remain that may have it, in the present order.
     std::vector<int> remainingPagesWith(int flag);
 
-    /// All objects, but removed pages and what was dropped, that may have it.
-    std::vector<QPDFObjectHandle> objectsWith(int flag);
-
-    /// The same with removed pages and what was dropped.
+    /// All objects that may have it, with removed pages and what was dropped.
     std::vector<QPDFObjectHandle> formerObjectsWith(int flag);
 
     /// An object of the document by its number.
-    QPDFObjectHandle object(int number) { return file().getObject(idOf(number)); }
+    QPDFObjectHandle object(int number) { return changes().present(idOf(number)); }
 
     /// An object's number with the generation under which it is in use.
     QPDFObjGen idOf(int number) { return referrers().idOf(static_cast<std::uint32_t>(number)); }
@@ -69,7 +66,11 @@ public:
     bool mayHave(int object, int flag) const { return may(object, flag); }
 
     /// Whether an object may be an array, as far as is known without building it.
-    bool mayBeArray(const QPDFObjectHandle& object) const;
+    bool mayBeArray(int object) const;
+    bool mayBeArray(const QPDFObjectHandle& object) const
+    {
+        return mayBeArray(object.getObjectID());
+    }
 
     /// An object goes with the pages: it is gone for the modules from now on, and when all are done
     /// it is taken out of every array and dictionary that still refers to it. What refers to it in
@@ -95,12 +96,18 @@ public:
     }
     bool isGone(int object) const { return pages_.has(object) || dropped_.has(object); }
 
+    /// What the index knows of an object; null when that is nothing, or of a former value.
+    const index::IndexedObject* unchanged(int object) const;
+
     /// The numbers of the objects that an object refers to, 0 for those that are not in the file,
     /// when they are known without building it.
     std::optional<Referrers::Range> indexedReferencesOf(int object) const;
 
     /// Whether the index shows an object to be a node of the page tree.
     bool isTreeNode(int object) const;
+
+    /// Whether it shows an object to be an entry of the outline.
+    bool isOutlineEntry(int object) const;
 
     /// Whether an object may refer to something that is gone, as far as is known without building
     /// it.
@@ -116,6 +123,9 @@ public:
     /// began; each once.
     std::vector<QPDFObjectHandle> referrersOf(int object);
 
+    /// The same as numbers.
+    std::vector<int> referrerNumbersOf(int object);
+
     /// The numbers of the objects, not gone themselves, that refer to removed pages, each once.
     /// Page tree nodes and plain links are left out.
     std::vector<int> pageReferrers();
@@ -123,11 +133,10 @@ public:
     /// Goes upwards from the removed pages: calls `visit` with every object, not gone itself, that
     /// refers to one, and where that says yes, with the objects that refer to that one, and so on,
     /// each once. Page tree nodes are left out.
-    void climbFromPages(const std::function<bool(QPDFObjectHandle)>& visit);
+    void climbFromPages(const std::function<bool(int)>& visit);
 
     /// The same from other objects, which are visited too.
-    void climbFrom(const std::vector<QPDFObjectHandle>& objects,
-                   const std::function<bool(QPDFObjectHandle)>& visit);
+    void climbFrom(const std::vector<int>& objects, const std::function<bool(int)>& visit);
 
     /// Named destinations that are gone: names of the old dictionary with their slash, names of the
     /// tree without.
@@ -135,17 +144,17 @@ public:
 
     /// Objects that may be thread actions, or hold such, that lead to threads or beads that are
     /// gone.
-    std::vector<QPDFObjectHandle> threadActions;
+    std::vector<int> threadActions;
 
     /// The present number of the page that had a number, from 1, before the removal; 0 when it
     /// went, and the number itself when there never was such a page.
     int presentNumberOf(int original);
 
     /// All objects, not gone, in which a page is the target of a destination by its number.
-    std::vector<QPDFObjectHandle> objectsWithNumberedDestinations();
+    std::vector<int> objectsWithNumberedDestinations();
 
     /// All objects, not gone, that name a destination that is gone.
-    std::vector<QPDFObjectHandle> objectsThatNameGoneDestinations();
+    std::vector<int> objectsThatNameGoneDestinations();
 
     /// Whether a destination (ISO 32000-2, 12.3.2: an array, a name, a string, or a dictionary with
     /// /D) leads to a removed page.
@@ -162,17 +171,16 @@ public:
 
 private:
     bool may(int object, int flag) const;
+    std::vector<int> objectsWith(int flag);
+    bool isInText(int object, const NumberSet& gone) const;
 
-    /// What the index knows of an object; null when that is nothing, or of a former value.
-    const index::IndexedObject* unchanged(int object) const;
     std::optional<bool> indexedVerdict(const QPDFObjectHandle& destination) const;
     Referrers& referrers();
-    void climb(std::vector<int> open, std::unordered_set<std::uint32_t> seen,
-               const std::function<bool(QPDFObjectHandle)>& visit);
+    void climb(std::vector<int> open, std::unordered_set<int> seen,
+               const std::function<bool(int)>& visit);
     const index::ReferenceIndex::PlainLink* plainLink(int object) const;
     void unlist(QPDFObjectHandle holder);
     void keepWhatPagesNeed();
-    bool leadsElsewhere(int node) const;
     void cutReferencesToPages(QPDFObjectHandle holder);
 
     Document& document_;

@@ -86,7 +86,7 @@ bool carries(QPDFObjectHandle object)
 }
 
 /// What the index shows to be a structure element without attributes, or a bead.
-bool isOfStructure(Removal& removal, const QPDFObjectHandle& object)
+bool isOfStructure(Removal& removal, int object)
 {
     return !removal.mayBeArray(object) && removal.mayHave(object, index::HasPlace) &&
            !removal.mayHave(object, index::HasDestination | index::HasSubtype);
@@ -145,10 +145,12 @@ void removeActions(Removal& removal)
 
     // Outline entries have a file of their own.
     std::vector<QPDFObjectHandle> holders;
-    const auto collect = [&](QPDFObjectHandle object) {
-        if (removal.judgePlainLink(object.getObjectID()) || isOfStructure(removal, object)) {
+    const auto collect = [&](int number) {
+        if (removal.judgePlainLink(number) || removal.isOutlineEntry(number) ||
+            isOfStructure(removal, number)) {
             return false;
         }
+        QPDFObjectHandle object = removal.object(number);
         if (!(object.isDictionary() && object.hasKey("/Title"))) {
             holders.push_back(object);
         }
@@ -168,8 +170,8 @@ void removeActions(Removal& removal)
 
 void renumberDestinations(Removal& removal)
 {
-    for (const QPDFObjectHandle& object : removal.objectsWithNumberedDestinations()) {
-        renumber(removal, object);
+    for (const int object : removal.objectsWithNumberedDestinations()) {
+        renumber(removal, removal.object(object));
     }
 }
 

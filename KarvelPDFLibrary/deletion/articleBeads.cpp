@@ -123,7 +123,7 @@ private:
     /// Actions that lead to what goes are put right with the others.
     void noteActionsFor(const QPDFObjectHandle& gone)
     {
-        for (const QPDFObjectHandle& referrer : removal_.referrersOf(gone.getObjectID())) {
+        for (const int referrer : removal_.referrerNumbersOf(gone.getObjectID())) {
             removal_.threadActions.push_back(referrer);
         }
     }

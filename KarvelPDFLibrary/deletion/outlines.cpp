@@ -1,4 +1,5 @@
 #include "KarvelPDFLibrary/deletion/ActionChain.h"
+#include "KarvelPDFLibrary/deletion/OutlineEntries.h"
 #include "KarvelPDFLibrary/deletion/modules.h"
 
 #include <algorithm>
@@ -8,29 +9,43 @@ namespace karvel::deletion {
 namespace {
 
 struct Entry {
-    QPDFObjectHandle dictionary;
-    int parent; // position; 0 is the outline dictionary itself
+    OutlineEntry present;
+    int parent;         // position; 0 is the outline dictionary itself
+    OutlinePlace place; // when all is done
     std::vector<int> children;
     bool lostTarget = false;
     bool goes = false;
     bool changed = false; // its list of children
     long long shown = 0;  // descendants that show when it is open
+
+    Entry(const OutlineEntry& entry, int parentPosition)
+        : present(entry), parent(parentPosition), place(entry.place),
+          lostTarget(entry.lostTarget != nullptr)
+    {
+    }
+
+    /// ISO 32000-2, table 151: the count of a closed entry is negative.
+    bool isOpen() const { return present.place.count.value_or(0) > 0; }
 };
 
 /// The outline as a list, parents before their children; entry 0 is the outline dictionary.
 class Outline {
 public:
-    Outline(Removal& removal, const QPDFObjectHandle& root) : removal_(removal)
+    Outline(Removal& removal, const QPDFObjectHandle& root) : removal_(removal), objects_(removal)
     {
-        entries_.push_back({root, -1, {}});
-        std::unordered_set<int> seen = {root.getObjectID()};
+        NumberSet seen;
+        seen.insert(root.getObjectID());
+        entries_.emplace_back(*objects_.read(root.getObjectID()), -1);
         for (std::size_t i = 0; i < entries_.size(); ++i) {
-            QPDFObjectHandle child = entries_[i].dictionary.getKey("/First");
-            while (child.isDictionary() && child.isIndirect() &&
-                   seen.insert(child.getObjectID()).second) {
+            int child = entries_[i].place.links[First];
+            while (child > 0 && seen.insert(child)) {
+                const std::optional<OutlineEntry> entry = objects_.read(child);
+                if (!entry) {
+                    break;
+                }
                 entries_[i].children.push_back(static_cast<int>(entries_.size()));
-                entries_.push_back({child, static_cast<int>(i), {}});
-                child = child.getKey("/Next");
+                entries_.emplace_back(*entry, static_cast<int>(i));
+                child = entry->place.links[Next];
             }
         }
     }
@@ -39,7 +54,10 @@ public:
     {
         for (std::size_t i = 1; i < entries_.size(); ++i) {
             Entry& entry = entries_[i];
-            QPDFObjectHandle& dictionary = entry.dictionary;
+            if (entry.present.isPlain) {
+                continue;
+            }
+            QPDFObjectHandle dictionary = removal_.object(entry.present.object);
             bool changed = pruneActions(removal_, dictionary, dictionary, "/Dest");
             changed = pruneActions(removal_, dictionary, dictionary, "/A") || changed;
             entry.lostTarget = changed && !dictionary.hasKey("/Dest") && !dictionary.hasKey("/A");
@@ -51,12 +69,11 @@ public:
     {
         for (std::size_t i = entries_.size(); i-- > 1;) {
             Entry& entry = entries_[i];
-            std::vector<int>& children = entry.children;
             dropGone(entry);
-            entry.goes = entry.lostTarget && children.empty();
+            entry.goes = entry.lostTarget && entry.children.empty();
             if (entry.goes) {
                 at(entry.parent).changed = true;
-                removal_.drop(entry.dictionary);
+                removal_.drop(entry.present.object);
             }
         }
         dropGone(entries_.front());
@@ -70,7 +87,7 @@ public:
                 continue;
             }
             for (const int child : entry.children) {
-                entry.shown += 1 + (isOpen(at(child)) ? at(child).shown : 0);
+                entry.shown += 1 + (at(child).isOpen() ? at(child).shown : 0);
             }
             if (entry.changed) {
                 linkChildren(entry);
@@ -78,6 +95,15 @@ public:
             // A change below shows in the counts of everything above.
             if (entry.changed && entry.parent >= 0) {
                 at(entry.parent).changed = true;
+            }
+        }
+    }
+
+    void write()
+    {
+        for (const Entry& entry : entries_) {
+            if (!entry.goes) {
+                objects_.write(entry.present, entry.place);
             }
         }
     }
@@ -94,60 +120,31 @@ private:
                              entry.children.end());
     }
 
-    /// ISO 32000-2, table 151: the count of a closed entry is negative.
-    static bool isOpen(Entry& entry)
-    {
-        QPDFObjectHandle count = entry.dictionary.getKey("/Count");
-        return count.isInteger() && count.getIntValue() > 0;
-    }
-
     void linkChildren(Entry& entry)
     {
-        QPDFObjectHandle parent = removal_.changes().edit(entry.dictionary);
-        if (entry.children.empty()) {
-            for (const char* key : {"/First", "/Last", "/Count"}) {
-                parent.removeKey(key);
-            }
+        const std::vector<int>& children = entry.children;
+        if (children.empty()) {
+            entry.place.links[First] = entry.place.links[Last] = 0;
+            entry.place.count.reset();
             return;
         }
-        setLink(parent, "/First", at(entry.children.front()).dictionary);
-        setLink(parent, "/Last", at(entry.children.back()).dictionary);
-        const bool hadCount = parent.hasKey("/Count");
-        const bool open = entry.parent < 0 || isOpen(entry);
-        if (hadCount) {
-            parent.replaceKey("/Count",
-                              QPDFObjectHandle::newInteger(open ? entry.shown : -entry.shown));
+        const auto numberOf = [&](std::size_t child) {
+            return child < children.size() ? at(children[child]).present.object : 0;
+        };
+        entry.place.links[First] = numberOf(0);
+        entry.place.links[Last] = numberOf(children.size() - 1);
+        if (entry.place.count) {
+            const bool open = entry.parent < 0 || entry.isOpen();
+            entry.place.count = open ? entry.shown : -entry.shown;
         }
-        for (std::size_t i = 0; i < entry.children.size(); ++i) {
-            const QPDFObjectHandle none;
-            const QPDFObjectHandle before = i > 0 ? at(entry.children[i - 1]).dictionary : none;
-            const QPDFObjectHandle after =
-                i + 1 < entry.children.size() ? at(entry.children[i + 1]).dictionary : none;
-            setLink(at(entry.children[i]).dictionary, "/Prev", before);
-            setLink(at(entry.children[i]).dictionary, "/Next", after);
-        }
-    }
-
-    /// Changes an entry only where it is not right already.
-    void setLink(QPDFObjectHandle dictionary, const char* key, const QPDFObjectHandle& target)
-    {
-        // The reference is compared, not what it leads to, which may be gone.
-        const auto entries = dictionary.getDictAsMap();
-        const auto present = entries.find(key);
-        const int number = present == entries.end() ? 0 : present->second.getObjectID();
-        const int wanted = target.isInitialized() ? target.getObjectID() : 0;
-        if (number == wanted) {
-            return;
-        }
-        removal_.changes().edit(dictionary);
-        if (wanted == 0) {
-            dictionary.removeKey(key);
-        } else {
-            dictionary.replaceKey(key, target);
+        for (std::size_t i = 0; i < children.size(); ++i) {
+            at(children[i]).place.links[Prev] = i > 0 ? numberOf(i - 1) : 0;
+            at(children[i]).place.links[Next] = numberOf(i + 1);
         }
     }
 
     Removal& removal_;
+    OutlineEntries objects_;
     std::vector<Entry> entries_;
 };
 
@@ -166,6 +163,7 @@ void removeOutlineEntries(Removal& removal)
     outline.removeTargets();
     outline.removeEntries();
     outline.link();
+    outline.write();
     if (outline.isEmpty()) {
         QPDFObjectHandle catalog = removal.changes().edit(removal.catalog());
         catalog.removeKey("/Outlines");

@@ -48,7 +48,7 @@ public:
     {
         for (const int number : removal_.pageReferrers()) {
             if (!takePlainElement(number)) {
-                touchHoldersOf(removal_.object(number));
+                touchHoldersOf(number);
             }
         }
         for (const QPDFObjectHandle& element : parents_.elements()) {
@@ -56,7 +56,7 @@ public:
         }
         const std::vector<QPDFObjGen> dropped = removal_.dropped();
         for (const QPDFObjGen& object : dropped) {
-            for (const QPDFObjectHandle& holder : removal_.referrersOf(object.getObj())) {
+            for (const int holder : removal_.referrerNumbersOf(object.getObj())) {
                 touchHoldersOf(holder);
             }
         }
@@ -101,25 +101,26 @@ private:
     }
 
     /// Finds the elements that hold something which refers to what goes.
-    void touchHoldersOf(const QPDFObjectHandle& object)
+    void touchHoldersOf(int object)
     {
-        std::vector<QPDFObjectHandle> open = {object};
+        std::vector<int> open = {object};
         std::unordered_set<int> seen;
         while (!open.empty()) {
-            QPDFObjectHandle at = open.back();
+            const int number = open.back();
             open.pop_back();
-            if (!seen.insert(at.getObjectID()).second || at.getObjectID() == root_.getObjectID()) {
-                continue;
-            }
-            if (!removal_.mayBeArray(at) && !removal_.mayHave(at, index::HasPlace)) {
+            const bool mayBeArray = removal_.mayBeArray(number);
+            if (!mayBeArray && !removal_.mayHave(number, index::HasPlace)) {
                 continue; // neither an element nor a reference to content
             }
-            const bool array = removal_.mayBeArray(at) && at.isArray();
+            if (number == root_.getObjectID() || !seen.insert(number).second) {
+                continue;
+            }
+            QPDFObjectHandle at = removal_.object(number);
+            const bool array = mayBeArray && at.isArray();
             if (!array && isElement(at)) {
                 touchElement(at);
             } else if (array || isReference(at)) {
-                const std::vector<QPDFObjectHandle> holders =
-                    removal_.referrersOf(at.getObjectID());
+                const std::vector<int> holders = removal_.referrerNumbersOf(number);
                 open.insert(open.end(), holders.begin(), holders.end());
             }
         }

@@ -31,4 +31,14 @@ inline std::string withoutPages(const std::string& pdf, const std::vector<int>& 
     return saved[0];
 }
 
+/// A document from which pages were removed comes out the same when it is not fit for an index.
+inline void expectSameWithoutIndex(const std::string& pdf, const std::vector<int>& pages,
+                                   const std::string& saved)
+{
+    const std::string unfit = " " + pdf;
+    EXPECT_NE(opened(pdf)->index(), nullptr);
+    EXPECT_EQ(opened(unfit)->index(), nullptr);
+    EXPECT_EQ(firstDifference(saved, withoutPages(unfit, pages)), "");
+}
+
 } // namespace support

@@ -1,19 +1,39 @@
 #include "DeletionCase.h"
 
+#include <random>
+
 namespace {
 
 using namespace karvel;
 using support::PagedDocument;
 using support::PdfBuilder;
 
-/// An outline entry: its title, whether it is open, its target as PDF text with %1 to %4 for pages,
-/// and its level below the outline.
+/// An outline entry: its title, whether it is open, its target as PDF text with %1 to %4 for pages
+/// and %array1 to %array4 for destinations that are objects, and its level below the outline.
 struct Line {
     std::string title;
     int level;
     std::string target;
     bool open = true;
 };
+
+/// A text with what "%1" and "%array1" and so on stand for.
+std::string withReferences(PagedDocument& file, std::string text)
+{
+    const auto put = [&](const std::string& mark, int object) {
+        for (std::size_t at; (at = text.find(mark)) != std::string::npos;) {
+            text.replace(at, mark.size(), PdfBuilder::reference(object));
+        }
+    };
+    for (std::size_t page = 0; page < file.pages.size(); ++page) {
+        const std::string mark = std::to_string(page + 1);
+        put("%" + mark, file.pages[page]);
+        if (text.find("%array" + mark) != std::string::npos) {
+            put("%array" + mark, file.builder.add(withReferences(file, "[%" + mark + " /Fit]")));
+        }
+    }
+    return text;
+}
 
 /// Adds an outline to a document; the entries refer to each other by numbers given in advance.
 void addOutline(PagedDocument& file, const std::vector<Line>& lines)
@@ -59,13 +79,7 @@ void addOutline(PagedDocument& file, const std::vector<Line>& lines)
         }
     }
     for (std::size_t i = 0; i < lines.size(); ++i) {
-        std::string target = lines[i].target;
-        for (std::size_t page = 0; page < file.pages.size(); ++page) {
-            const std::string mark = "%" + std::to_string(page + 1);
-            if (const std::size_t at = target.find(mark); at != std::string::npos) {
-                target.replace(at, mark.size(), PdfBuilder::reference(file.pages[page]));
-            }
-        }
+        const std::string target = withReferences(file, lines[i].target);
         builder.set(numbers[i], "<< /Title (" + lines[i].title + ") " + target + links[i] + " >>");
     }
     builder.set(root, "<< /Type /Outlines" + links[lines.size()] + " >>");
@@ -115,7 +129,12 @@ TEST_P(Outlines, KeepWhatStillLeadsSomewhere)
 {
     PagedDocument file(4);
     addOutline(file, GetParam().lines);
-    EXPECT_EQ(told(support::withoutPages(file.build(), GetParam().deleted)), GetParam().expected);
+    file.catalogEntries +=
+        withReferences(file, "/Names << /Dests << /Names [(one) [%1 /Fit] (two) [%2 /Fit]] >> >>");
+    const std::string pdf = file.build();
+    const std::string left = support::withoutPages(pdf, GetParam().deleted);
+    EXPECT_EQ(told(left), GetParam().expected);
+    support::expectSameWithoutIndex(pdf, GetParam().deleted, left);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -174,11 +193,65 @@ INSTANTIATE_TEST_SUITE_P(
               {"Old3", 0, "/Dest [2 /XYZ 0 0 0]"}},
              {2},
              {"Old1!", "Old3!"}},
+        Case{"destinations_by_name_go_with_what_they_name",
+             {{"Kept", 0, "/Dest (one)"},
+              {"Hex", 0, "/Dest <74776f>"},
+              {"Chapter", 0, "/A << /S /GoTo /D (two) >>"},
+              {"Under", 1, "/A << /S /GoTo /D (one) >>"}},
+             {2},
+             {"Kept!", "Chapter(1)", "-Under!"}},
+        Case{"what_is_unusual_is_read_as_well",
+             {{"Indirect", 0, "/Dest %array2"},
+              {"Kept", 0, "/Dest %array1"},
+              {"Both", 0, "/Dest [%2 /Fit] /A << /S /GoTo /D [%2 /Fit] >>"},
+              {"Null", 0, "/Dest null /A << /S /GoTo /D [%2 /Fit] >>"},
+              {"Nowhere", 0, "/Dest [999 0 R /Fit]"}},
+             {2},
+             {"Kept!", "Nowhere!"}},
         Case{"nothing_is_left",
              {{"Two", 0, "/Dest [%2 /Fit]"}, {"Under", 1, "/Dest [%2 /Fit]"}},
              {2},
              {}}),
     [](const auto& info) { return info.param.name; });
+
+/// Any outline comes out the same by its entries' texts and when every entry is built.
+TEST(Outlines, AreTheSameHoweverTheyAreRead)
+{
+    const std::vector<std::string> targets = {"",
+                                              "/Dest [%1 /Fit]",
+                                              "/Dest [%2 /Fit]",
+                                              "/Dest[ %3 /XYZ 0 0 0 ]/SE %1",
+                                              "/Dest %array2",
+                                              "/Dest (two)",
+                                              "/Dest /old",
+                                              "/Dest [1 /Fit]",
+                                              "/A << /S /GoTo /D [%2 /Fit] >>",
+                                              "/A <</S/GoTo/D(one)>>",
+                                              "/A << /S /GoTo /D [%2 /Fit] /Next << /S /GoTo "
+                                              "/D [%3 /Fit] >> >>",
+                                              "/A << /S /URI /URI (x) >> /SE %2"};
+    std::mt19937 random(7);
+    for (int round = 0; round < 25; ++round) {
+        PagedDocument file(4);
+        std::vector<Line> lines;
+        for (std::uint32_t i = 0; i < 30; ++i) {
+            const int deepest = lines.empty() ? 0 : lines.back().level + 1;
+            lines.push_back({"E" + std::to_string(i),
+                             static_cast<int>(random() % static_cast<std::uint32_t>(deepest + 1)),
+                             targets[random() % targets.size()], random() % 2 == 0});
+        }
+        addOutline(file, lines);
+        file.catalogEntries += withReferences(
+            file, "/Names << /Dests << /Names [(one) [%1 /Fit] (two) [%2 /Fit]] >> >> "
+                  "/Dests << /old [%2 /Fit] >>");
+        const std::vector<int> deleted =
+            round % 2 == 0 ? std::vector<int>{2} : std::vector<int>{4, 1};
+        const std::string pdf = file.build();
+        const std::string left = support::withoutPages(pdf, deleted);
+        told(left); // looks at how entries hang together
+        support::expectSameWithoutIndex(pdf, deleted, left);
+    }
+}
 
 TEST(Outlines, AreNotTouchedWhenNothingInThemWent)
 {
@@ -190,6 +263,21 @@ TEST(Outlines, AreNotTouchedWhenNothingInThemWent)
     QPDFObjectHandle outlines = document->catalog().getKey("/Outlines");
     EXPECT_EQ(document->changes().objects().count(outlines.getObjectID()), 0U);
     EXPECT_EQ(document->changes().objects().count(outlines.getKey("/First").getObjectID()), 0U);
+}
+
+TEST(Outlines, AreChangedByTheirTextsWhereTheseTellAll)
+{
+    PagedDocument file(4);
+    addOutline(file, {{"One", 0, "/Dest [%1 /Fit]"}, {"Two", 0, "/Dest [%2 /Fit]"}});
+    auto document = support::opened(file.build());
+    ASSERT_TRUE(pages::deletePages(*document, {2, 1}).has_value());
+    ASSERT_TRUE(deletion::synchronize(*document, deletion::Degree::Recorded).has_value());
+    QPDFObjectHandle outlines = document->catalog().getKey("/Outlines");
+    for (const QPDFObjectHandle& changed : {outlines, outlines.getKey("/First")}) {
+        const std::string* text = document->changes().text(changed.getObjectID());
+        ASSERT_NE(text, nullptr);
+        EXPECT_EQ(text->find("/Next"), std::string::npos);
+    }
 }
 
 TEST(Outlines, LoseTheirPageModeWithTheirLastEntry)
