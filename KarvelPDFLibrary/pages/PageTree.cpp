@@ -168,10 +168,10 @@ public:
     std::optional<ReadPages> run()
     {
         QPDFObjectHandle root = file_.getRoot().getKey("/Pages");
-        const auto number = static_cast<std::uint32_t>(root.getObjectID());
-        const bool isThere = root.isIndirect() && index_.contains(number) &&
-                             index_.object(number).generation == root.getObjGen().getGen();
-        if (!isThere || !enter(number, 0, -1)) {
+        const std::uint32_t number =
+            index_.targetOf({static_cast<std::uint32_t>(root.getObjectID()),
+                             static_cast<std::uint32_t>(root.getGeneration())});
+        if (!index_.contains(number) || !enter(number, 0, -1)) {
             return std::nullopt;
         }
         while (!path_.empty()) {
