@@ -42,7 +42,7 @@ protected:
         WorkerSettings settings;
         settings.program = FAKE_WORKER_PROGRAM;
         settings.timeout = 1s;
-        settings.timeToBegin = 1s;
+        settings.timeToBegin = timeToBegin;
         // A worker gets a quarter of what is to be done at a time.
         for (std::size_t i = 0; i < documents * 4; ++i) {
             const std::string number = std::to_string(i);
@@ -76,6 +76,7 @@ protected:
         return listener.reports[batch.inputs[number]];
     }
 
+    std::chrono::seconds timeToBegin = 1s;
     support::ScratchFolder scratch;
     Batch batch;
     Listener listener;
@@ -99,6 +100,7 @@ TEST_F(RunWithABadWorker, EndsWhenItSaysWhatMakesNoSense)
 
 TEST_F(RunWithABadWorker, EndsWhenItNeverStopsTalking)
 {
+    timeToBegin = 15s; // what a busy machine may take to hear the longest line
     EXPECT_EQ(failureOf("prints without an end"),
               "worker processes answer with what makes no sense");
 }
