@@ -14,6 +14,9 @@ constexpr std::uint64_t costOfStart = 32 * costOfAny;
 constexpr std::size_t largestGroup = 64;
 constexpr std::uint64_t costliestGroup = 64 * costOfAny;
 
+// The disk is waited for after each group, about as long as so many small documents take.
+constexpr std::uint64_t smallestGroup = 8 * costOfAny;
+
 // Below this size, waiting for a document at the end of a run isn't noticed.
 constexpr std::uint64_t smallestLarge = 8 * 1024 * 1024;
 
@@ -86,7 +89,7 @@ std::vector<std::size_t> BatchPlan::next()
             return only(large.back());
         }
     }
-    const std::uint64_t share = std::min(costliestGroup, costLeft / (workers * 4));
+    const std::uint64_t share = std::clamp(costLeft / (workers * 4), smallestGroup, costliestGroup);
     std::vector<std::size_t> group;
     std::uint64_t groupCost = 0;
     const auto fits = [&](std::size_t document) {

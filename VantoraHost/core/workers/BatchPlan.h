@@ -9,7 +9,8 @@ namespace vantora {
 /// The order in which the documents of a run are handed to workers, by their numbers from 0: those
 /// first that take so long that the run would wait for them at its end, then the others in their
 /// order, in groups that make the exchange with the worker cost nothing beside the work. Towards
-/// the end the groups become smaller, so that all workers end at about the same time.
+/// the end the groups become smaller, so that all workers end at about the same time, but not so
+/// small that the exchange would cost more than that saves.
 class BatchPlan {
 public:
     /// Takes the documents' sizes in bytes and the number of workers, at least 1.

@@ -10,8 +10,12 @@ namespace {
 
 using vantora::BatchPlan;
 using Documents = std::vector<std::size_t>;
+using testing::AllOf;
+using testing::Each;
 using testing::ElementsAre;
+using testing::Ge;
 using testing::IsEmpty;
+using testing::Le;
 
 constexpr std::uint64_t megabyte = 1024 * 1024;
 
@@ -31,7 +35,7 @@ TEST(BatchPlan, HandsOutEveryDocumentOnceInGroupsThatShrink)
     EXPECT_EQ(plan.left(), 0U);
     EXPECT_LT(groups.size(), 300U);
     EXPECT_GT(groups.front(), 32U);
-    EXPECT_EQ(groups.back(), 1U);
+    EXPECT_THAT(Documents(groups.end() - 6, groups.end() - 1), Each(AllOf(Ge(4U), Le(8U))));
     EXPECT_TRUE(std::is_sorted(groups.rbegin(), groups.rend()));
 }
 
@@ -41,7 +45,7 @@ TEST(BatchPlan, HandsOutLargeDocumentsFirstAndAlone)
     BatchPlan plan(sizes, 2);
     EXPECT_THAT(plan.next(), ElementsAre(3));
     EXPECT_THAT(plan.next(), ElementsAre(1));
-    EXPECT_THAT(plan.next(), ElementsAre(0));
+    EXPECT_THAT(plan.next(), ElementsAre(0, 2, 4));
 }
 
 TEST(BatchPlan, KeepsTheOrderWhereNoDocumentStandsOut)
@@ -54,7 +58,9 @@ TEST(BatchPlan, KeepsTheOrderWhereNoDocumentStandsOut)
 
 TEST(BatchPlan, HandsOutAgainWhatItIsGivenBack)
 {
-    const std::vector<std::uint64_t> sizes = {1, 1, 30 * megabyte, 1, 1, 1, 1, 1};
+    const std::vector<std::uint64_t> sizes = {5 * megabyte, 5 * megabyte, 30 * megabyte,
+                                              5 * megabyte, 5 * megabyte, 5 * megabyte,
+                                              5 * megabyte, 5 * megabyte};
     BatchPlan plan(sizes, 1);
     EXPECT_THAT(plan.next(), ElementsAre(2));
     const Documents group = plan.next();
@@ -74,8 +80,7 @@ TEST(BatchPlan, HandsOutASingleDocumentOnDemandButNotTwice)
     EXPECT_THAT(plan.only(1), IsEmpty());
     plan.leaveOut(0);
     plan.leaveOut(3);
-    EXPECT_THAT(plan.next(), ElementsAre(2));
-    EXPECT_THAT(plan.next(), ElementsAre(4));
+    EXPECT_THAT(plan.next(), ElementsAre(2, 4));
     EXPECT_THAT(plan.next(), IsEmpty());
 }
 
