@@ -32,17 +32,6 @@ std::vector<QPDFObjectHandle> Removal::removedPagesWith(int flag)
     return pages;
 }
 
-std::vector<int> Removal::remainingPagesWith(int flag)
-{
-    std::vector<int> numbers;
-    for (int number = 1; number <= document_.pageCount(); ++number) {
-        if (may(document_.order().at(number).object, flag)) {
-            numbers.push_back(number);
-        }
-    }
-    return numbers;
-}
-
 Referrers& Removal::referrers()
 {
     if (!referrers_) {
@@ -529,33 +518,6 @@ void Removal::cutLeftovers()
     for (const auto& [key, value] : file().getTrailer().getDictAsMap()) {
         if (isRemovedPage(value)) {
             changes().editTrailer().removeKey(key);
-        }
-    }
-}
-
-void forEachDictionary(const QPDFObjectHandle& value,
-                       const std::function<void(QPDFObjectHandle)>& visit)
-{
-    std::vector<QPDFObjectHandle> open = {value};
-    bool outermost = true;
-    while (!open.empty()) {
-        QPDFObjectHandle part = open.back();
-        open.pop_back();
-        if (part.isIndirect() && !outermost) {
-            continue;
-        }
-        outermost = false;
-        if (part.isStream()) {
-            part = part.getDict();
-        }
-        if (part.isArray()) {
-            const std::vector<QPDFObjectHandle> items = part.getArrayAsVector();
-            open.insert(open.end(), items.begin(), items.end());
-        } else if (part.isDictionary()) {
-            visit(part);
-            for (const auto& [key, entry] : part.getDictAsMap()) {
-                open.push_back(entry);
-            }
         }
     }
 }

@@ -28,9 +28,6 @@ public:
     /// for. Without an index all of them.
     std::vector<QPDFObjectHandle> removedPagesWith(int flag);
 
-    /// The numbers of the pages that remain that may have it, in the present order.
-    std::vector<int> remainingPagesWith(int flag);
-
     /// All objects that may have it, with removed pages and what was dropped.
     std::vector<QPDFObjectHandle> formerObjectsWith(int flag);
 
@@ -192,11 +189,6 @@ private:
     std::optional<Referrers> referrers_;
     std::vector<int> presentNumbers_; // by original number
 };
-
-/// Calls `visit` for every dictionary that stands in a value: the value itself when it is one, and
-/// direct dictionaries at any depth below it; references are not followed.
-void forEachDictionary(const QPDFObjectHandle& value,
-                       const std::function<void(QPDFObjectHandle)>& visit);
 
 /// Walks a tree of dictionaries from `root` over the references and dictionaries in each node's
 /// array `kidsKey`, every node once and without recursion, however deep or looped it is.

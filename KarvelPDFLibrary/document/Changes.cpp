@@ -40,7 +40,6 @@ QPDFObjectHandle Changes::edit(const QPDFObjectHandle& object)
 QPDFObjectHandle Changes::editTrailer()
 {
     ++revision_;
-    trailerChanged_ = true;
     return file_.getTrailer();
 }
 

@@ -61,16 +61,8 @@ public:
     /// Records that the document is to be written otherwise (encryption, version).
     void recordSetting() { ++revision_; }
 
-    /// Records changes that a library made by itself, when it cannot be told which.
-    void recordForeign() { ++revision_, foreign_ = true; }
-
     /// Grows with every change; equal numbers mean an equal document.
     std::uint64_t revision() const { return revision_; }
-
-    bool trailerChanged() const { return trailerChanged_; }
-
-    /// Whether objects changed that are not in the record.
-    bool hasForeign() const { return foreign_; }
 
     /// The changed, added and removed objects by number.
     const std::unordered_map<int, Kind>& objects() const { return objects_; }
@@ -88,8 +80,6 @@ private:
     std::vector<QPDFObjGen> removed_;                            // not settled yet
     std::unordered_map<int, std::pair<int, std::string>> texts_; // generation and text, likewise
     std::uint64_t revision_ = 0;
-    bool trailerChanged_ = false;
-    bool foreign_ = false;
 };
 
 } // namespace karvel

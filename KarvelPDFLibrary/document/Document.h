@@ -103,8 +103,6 @@ public:
     /// The object numbers of all pages that were cut so far. Nothing in the document leads to them.
     const std::vector<std::int32_t>& cutPages() const { return cutPages_; }
 
-    bool treeIsStale() const { return treeIsStale_; }
-
     /// Where the loaded file's objects lie and what refers to what; null for a file that is not fit
     /// for it, whose reason is indexRefusal().
     const index::ReferenceIndex* index() const { return index_.get(); }
@@ -127,7 +125,6 @@ public:
 
     /// The password that opened the document, in the encoding that fitted.
     const std::string& password() const { return password_; }
-    void setPassword(std::string password) { password_ = std::move(password); }
 
     /// Whether the owner password was proved after opening with the user password.
     bool raisedToOwner = false;

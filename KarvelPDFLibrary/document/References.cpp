@@ -4,8 +4,10 @@
 
 namespace karvel {
 
-void forEachReference(const QPDFObjectHandle& value,
-                      const std::function<void(const QPDFObjectHandle&)>& found)
+namespace {
+
+template <class Visit, class Found>
+void walk(const QPDFObjectHandle& value, const Visit& visit, const Found& found)
 {
     std::vector<QPDFObjectHandle> open = {value};
     bool outermost = true;
@@ -20,6 +22,7 @@ void forEachReference(const QPDFObjectHandle& value,
         if (part.isStream()) {
             part = part.getDict();
         }
+        visit(part);
         if (part.isArray()) {
             const std::vector<QPDFObjectHandle> items = part.getArrayAsVector();
             open.insert(open.end(), items.begin(), items.end());
@@ -29,6 +32,21 @@ void forEachReference(const QPDFObjectHandle& value,
             }
         }
     }
+}
+
+} // namespace
+
+void forEachDirectPart(const QPDFObjectHandle& value,
+                       const std::function<void(QPDFObjectHandle)>& visit)
+{
+    walk(value, visit, [](const QPDFObjectHandle& /*reference*/) {});
+}
+
+void forEachReference(const QPDFObjectHandle& value,
+                      const std::function<void(const QPDFObjectHandle&)>& found)
+{
+    walk(
+        value, [](const QPDFObjectHandle& /*part*/) {}, found);
 }
 
 } // namespace karvel

@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/saving/EscapedNames.h"
 
+#include "KarvelPDFLibrary/document/References.h"
+
 namespace karvel::saving {
 
 namespace {
@@ -64,38 +66,25 @@ void EscapedNames::undo()
     undo_.clear();
 }
 
-/// Goes through an object and the direct ones in it.
 void EscapedNames::escapeIn(const QPDFObjectHandle& object)
 {
-    std::vector<QPDFObjectHandle> open = {object};
-    bool outermost = true;
-    while (!open.empty()) {
-        QPDFObjectHandle part = open.back();
-        open.pop_back();
-        if (part.isIndirect() && !outermost) {
-            continue;
-        }
-        outermost = false;
-        if (part.isStream()) {
-            part = part.getDict();
-        }
+    forEachDirectPart(object, [this](QPDFObjectHandle part) {
         if (part.isArray()) {
-            const int count = part.getArrayNItems();
-            for (int i = 0; i < count; ++i) {
-                const QPDFObjectHandle item = part.getArrayItem(i);
-                if (needsEscape(item)) {
-                    undo_.emplace_back([part, i, item]() mutable { part.setArrayItem(i, item); });
-                    part.setArrayItem(
-                        i, QPDFObjectHandle::newName(escaped(QPDFObjectHandle(item).getName())));
-                } else {
-                    open.push_back(item);
-                }
-            }
+            escapeItems(part);
         } else if (part.isDictionary()) {
             escapeKeys(part);
-            for (const auto& [key, value] : part.getDictAsMap()) {
-                open.push_back(value);
-            }
+        }
+    });
+}
+
+void EscapedNames::escapeItems(QPDFObjectHandle array)
+{
+    for (int i = 0; i < array.getArrayNItems(); ++i) {
+        const QPDFObjectHandle item = array.getArrayItem(i);
+        if (needsEscape(item)) {
+            undo_.emplace_back([array, i, item]() mutable { array.setArrayItem(i, item); });
+            array.setArrayItem(
+                i, QPDFObjectHandle::newName(escaped(QPDFObjectHandle(item).getName())));
         }
     }
 }

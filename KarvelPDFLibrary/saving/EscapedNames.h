@@ -22,6 +22,7 @@ public:
 
 private:
     void escapeIn(const QPDFObjectHandle& object);
+    void escapeItems(QPDFObjectHandle array);
     void escapeKeys(QPDFObjectHandle dictionary);
     void undo();
 

@@ -8,8 +8,7 @@
 
 namespace karvel::saving {
 
-Liveness::Liveness(Document& document)
-    : document_(document), index_(document.changes().hasForeign() ? nullptr : document.index())
+Liveness::Liveness(Document& document) : document_(document), index_(document.index())
 {
     const auto& changed = document.changes().objects();
     std::uint32_t highest = index_ != nullptr ? index_->size() - 1 : 0;

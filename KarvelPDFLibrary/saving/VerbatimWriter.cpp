@@ -289,9 +289,6 @@ std::string whyNotVerbatim(Document& document, const SaveOptions& options)
     if (document.encryption.kind != EncryptionPlan::Kind::Keep) {
         return "the encryption is to be changed";
     }
-    if (document.changes().hasForeign()) {
-        return "objects were changed by a library";
-    }
     if (options.encrypting == Encrypting::Never && document.file().isEncrypted()) {
         return "the encryption is to be left out";
     }
