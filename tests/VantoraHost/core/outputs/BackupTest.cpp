@@ -17,10 +17,16 @@ using vantora::Reason;
 class BackupOfAFile : public testing::Test {
 protected:
     // What the library does when it saves: a finished file takes the name.
-    void replaceFile()
+    void expectTheOriginalKept(bool replaceOlder)
     {
+        auto backup = Backup::of(file, name, replaceOlder);
+        ASSERT_TRUE(backup);
         scratch.write("new", "new");
         fs::rename(scratch.path("new"), file);
+        ASSERT_TRUE(backup->keep());
+        EXPECT_EQ(support::readFile(name), "original");
+        EXPECT_EQ(support::readFile(file), "new");
+        EXPECT_EQ(files(), 2U);
     }
 
     std::size_t files() const
@@ -36,13 +42,7 @@ protected:
 
 TEST_F(BackupOfAFile, KeepsTheOriginalWhenTheFileIsReplaced)
 {
-    auto backup = Backup::of(file, name, false);
-    ASSERT_TRUE(backup);
-    replaceFile();
-    ASSERT_TRUE(backup->keep());
-    EXPECT_EQ(support::readFile(name), "original");
-    EXPECT_EQ(support::readFile(file), "new");
-    EXPECT_EQ(files(), 2U);
+    expectTheOriginalKept(false);
 }
 
 TEST_F(BackupOfAFile, GoesAwayWhenTheFileWasNotReplaced)
@@ -73,24 +73,13 @@ TEST_F(BackupOfAFile, ReplacesAnOlderOneOnlyOnceTheFileIsReplaced)
         ASSERT_TRUE(given_up);
     }
     EXPECT_EQ(support::readFile(name), "older");
-
-    auto backup = Backup::of(file, name, true);
-    ASSERT_TRUE(backup);
-    replaceFile();
-    ASSERT_TRUE(backup->keep());
-    EXPECT_EQ(support::readFile(name), "original");
-    EXPECT_EQ(files(), 2U);
+    expectTheOriginalKept(true);
 }
 
 TEST_F(BackupOfAFile, LeavesNoThirdNameWhenTheOlderOneIsTheOriginalItself)
 {
     fs::create_hard_link(file, name);
-    auto backup = Backup::of(file, name, true);
-    ASSERT_TRUE(backup);
-    replaceFile();
-    ASSERT_TRUE(backup->keep());
-    EXPECT_EQ(support::readFile(name), "original");
-    EXPECT_EQ(files(), 2U);
+    expectTheOriginalKept(true);
 }
 
 TEST_F(BackupOfAFile, NamesTheSystemsReasonWhenItCannotBeMade)
@@ -158,12 +147,7 @@ TEST_F(BackupOfAFile, IsLeftAloneWhileItIsBeingMade)
 TEST_F(BackupOfAFile, CanBeMadeAfterAProcessOfTheSameNumberWasKilled)
 {
     fs::create_hard_link(file, name + ".vantora-first-" + std::to_string(::getpid()));
-    auto backup = Backup::of(file, name, false);
-    ASSERT_TRUE(backup);
-    replaceFile();
-    ASSERT_TRUE(backup->keep());
-    EXPECT_EQ(support::readFile(name), "original");
-    EXPECT_EQ(files(), 2U);
+    expectTheOriginalKept(false);
 }
 
 } // namespace
