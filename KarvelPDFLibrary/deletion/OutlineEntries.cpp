@@ -12,14 +12,9 @@ namespace {
 /// By OutlineLink.
 constexpr std::array<const char*, 4> linkKeys = {"First", "Last", "Prev", "Next"};
 
-std::string_view withoutSpace(std::string_view value)
-{
-    return value.substr(index::skipSpace(value, 0));
-}
-
 std::optional<long long> integerIn(std::string_view value)
 {
-    const std::string_view text = withoutSpace(value);
+    const std::string_view text = index::trimmed(value);
     long long number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size()
@@ -117,7 +112,7 @@ std::optional<bool> OutlineEntries::actionLeads(std::string_view action) const
     if (!text || !text->value("Next").empty()) {
         return std::nullopt;
     }
-    const std::string_view kind = withoutSpace(text->value("S"));
+    const std::string_view kind = index::trimmed(text->value("S"));
     if (kind == "/GoTo") {
         return destinationLeads(text->value("D"));
     }
@@ -129,7 +124,7 @@ std::optional<bool> OutlineEntries::actionLeads(std::string_view action) const
 /// The same for a destination, or none.
 std::optional<bool> OutlineEntries::destinationLeads(std::string_view destination) const
 {
-    const std::string_view text = withoutSpace(destination);
+    const std::string_view text = index::trimmed(destination);
     if (text.empty()) {
         return false;
     }

@@ -428,13 +428,16 @@ void Removal::keepWhatPagesNeed()
     droppedIds_.erase(kept, droppedIds_.end());
 }
 
-/// Whether the text of an object that was changed by it refers to any of some objects.
-bool Removal::isInText(int object, const NumberSet& gone) const
+/// Whether an object was changed by its text, and that refers to none of some objects.
+bool Removal::isRightByText(int object, const NumberSet& gone) const
 {
-    const std::vector<std::uint32_t> references =
-        index::referencesIn(*document_.changes().text(object));
-    return std::any_of(references.begin(), references.end(),
-                       [&](std::uint32_t target) { return gone.has(static_cast<int>(target)); });
+    const std::string* text = document_.changes().text(object);
+    if (text == nullptr) {
+        return false;
+    }
+    const std::vector<std::uint32_t> references = index::referencesIn(*text);
+    return std::none_of(references.begin(), references.end(),
+                        [&](std::uint32_t target) { return gone.has(static_cast<int>(target)); });
 }
 
 void Removal::takeOutDropped()
@@ -451,9 +454,7 @@ void Removal::takeOutDropped()
     }
     AnnotationLists lists(*this);
     for (const int holder : holders) {
-        const bool isRight = lists.shorten(holder) ||
-                             (changes().text(holder) != nullptr && !isInText(holder, dropped_));
-        if (!isRight) {
+        if (!lists.shorten(holder) && !isRightByText(holder, dropped_)) {
             unlist(object(holder));
         }
     }
@@ -509,8 +510,7 @@ void Removal::cutLeftovers()
             if (isGone(number) || !seen.insert(referrer).second) {
                 continue;
             }
-            const bool isRight = changes().text(number) != nullptr && !isInText(number, pages_);
-            if (!isRight) {
+            if (!isRightByText(number, pages_)) {
                 cutReferencesToPages(object(number));
             }
         }

@@ -169,7 +169,7 @@ public:
 private:
     bool may(int object, int flag) const;
     std::vector<int> objectsWith(int flag);
-    bool isInText(int object, const NumberSet& gone) const;
+    bool isRightByText(int object, const NumberSet& gone) const;
 
     std::optional<bool> indexedVerdict(const QPDFObjectHandle& destination) const;
     Referrers& referrers();

@@ -11,15 +11,6 @@ bool isInheritable(std::string_view key)
     return key == "Resources" || key == "MediaBox" || key == "CropBox" || key == "Rotate";
 }
 
-std::string_view trimmed(std::string_view text)
-{
-    text.remove_prefix(std::min(skipSpace(text, 0), text.size()));
-    while (!text.empty() && isWhiteSpace(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
 /// What names say of an object wherever they stand in it. Every name of a file is looked up here.
 struct TellingName {
     std::string_view name;

@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -82,6 +83,15 @@ bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value)
         ++at;
     }
     return at > start && at - start < 11;
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    text.remove_prefix(std::min(skipSpace(text, 0), text.size()));
+    while (!text.empty() && isWhiteSpace(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 std::optional<Reference> readReference(std::string_view text)

@@ -111,6 +111,9 @@ bool isDelimiter(char ch);
 /// Skips white space and comments.
 std::size_t skipSpace(std::string_view text, std::size_t at);
 
+/// A value's text without the white space and comments before it and the white space after it.
+std::string_view trimmed(std::string_view text);
+
 /// Reads an unsigned decimal number of at most ten digits; false when there is none at `at`.
 bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value);
 
