@@ -2,9 +2,6 @@
 
 #include <sys/stat.h>
 
-#include <filesystem>
-#include <system_error>
-
 namespace vantora {
 
 namespace {
@@ -52,8 +49,8 @@ bool isSameFile(const std::string& one, const std::string& other)
 
 bool isThere(const std::string& path)
 {
-    std::error_code failed;
-    return std::filesystem::exists(std::filesystem::symlink_status(path, failed));
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0;
 }
 
 std::optional<FileIdentity> identityOf(int descriptor)
