@@ -29,23 +29,29 @@ class Fault:
 
 
 class WorkersAreKilled(Fault):
+    """One before anything is done, and one each time that something more is: where no worker lives long enough to begin,
+    a run is right to give up."""
     signals = (signal.SIGKILL, signal.SIGSEGV, signal.SIGTERM, signal.SIGABRT)
 
+    def prepare(self):
+        self.threshold = 0
+
     def disturb(self):
-        children = self.round.children()
-        if children and self.rnd.random() < 0.05:
+        workers = self.round.living_workers()
+        if workers and self.round.finished() >= self.threshold and self.rnd.random() < 0.2:
             try:
-                os.kill(self.rnd.choice(children), self.rnd.choice(self.signals))
-                self.injected += 1
+                os.kill(self.rnd.choice(workers), self.rnd.choice(self.signals))
             except ProcessLookupError:
-                pass
+                return
+            self.injected += 1
+            self.threshold = self.round.finished() + self.rnd.randrange(1, 10)
 
 
 class AWorkerIsStopped(Fault):
     needs_timeout = True
 
     def disturb(self):
-        if self.is_due() and (children := self.round.children()):
+        if self.is_due() and (children := self.round.living_workers()):
             try:
                 os.kill(self.rnd.choice(children), signal.SIGSTOP)
                 self.injected += 1
