@@ -3,8 +3,10 @@
 #include "VantoraApp/CActionUtils.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QTextCodec>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <filesystem>
@@ -16,11 +18,50 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// While it lives, Qt takes the names of files for texts of which each character is one byte, so
-/// that every name comes through, whatever the locale makes of it.
+/// Takes every byte of a file's name for one character, so that every name comes through, whatever
+/// the locale makes of it; a backslash, which the search for files takes for a separator, for one
+/// that it does not know.
+class BytesOfNames : public QTextCodec {
+public:
+    static constexpr ushort backslash = 0xe05c; // in the private use area
+
+    static char byteOf(QChar character)
+    {
+        return character == QChar(backslash) ? '\\' : character.toLatin1();
+    }
+    static std::string bytesOf(const QString& name)
+    {
+        std::string bytes;
+        bytes.reserve(static_cast<std::size_t>(name.size()));
+        std::transform(name.begin(), name.end(), std::back_inserter(bytes), byteOf);
+        return bytes;
+    }
+
+    QByteArray name() const override { return "vantora-bytes-of-names"; }
+    int mibEnum() const override { return -1; } // registered nowhere
+
+protected:
+    QString convertToUnicode(const char* bytes, int length, ConverterState*) const override
+    {
+        return QString::fromLatin1(bytes, length).replace('\\', QChar(backslash));
+    }
+    QByteArray convertFromUnicode(const QChar* characters, int length,
+                                  ConverterState*) const override
+    {
+        QByteArray bytes(length, '\0');
+        std::transform(characters, characters + length, bytes.begin(), byteOf);
+        return bytes;
+    }
+};
+
+/// While it lives, Qt reads and writes the names of files as above.
 class NamesAreBytes {
 public:
-    NamesAreBytes() { QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1")); }
+    NamesAreBytes()
+    {
+        static QTextCodec* const codec = new BytesOfNames; // Qt owns every codec
+        QTextCodec::setCodecForLocale(codec);
+    }
     ~NamesAreBytes() { QTextCodec::setCodecForLocale(before); }
     NamesAreBytes(const NamesAreBytes&) = delete;
     NamesAreBytes& operator=(const NamesAreBytes&) = delete;
@@ -69,11 +110,15 @@ Result<std::vector<Input>> inputsBelow(const std::string& folder, const std::str
     const std::string beginning = withSlash(folder);
     const std::string leftOut = prefixOf(outputs, folder);
     const NamesAreBytes scope;
-    const QDir searched(QString::fromLatin1(folder.data(), static_cast<int>(folder.size())));
+    // An absolute path, as Qt takes a relative one that begins with a colon for one of its
+    // resources.
+    std::error_code failed;
+    const std::string absolute = fs::absolute(folder, failed).string();
+    const QDir searched(QFile::decodeName(absolute.c_str()));
     const int above = searched.absolutePath().size();
     std::vector<Input> found;
     for (const QString& file : CActionUtils::SearchFilesInDir(searched, {"pdf"}, true)) {
-        std::string below = file.mid(above).toLatin1().toStdString();
+        std::string below = BytesOfNames::bytesOf(file.mid(above));
         below.erase(0, below.find_first_not_of('/'));
         if (leftOut.empty() || below.compare(0, leftOut.size(), leftOut) != 0) {
             found.push_back({beginning + below, beginning.size()});

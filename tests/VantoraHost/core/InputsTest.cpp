@@ -29,12 +29,12 @@ TEST(Inputs, AreFoundBelowAFolderUnderTheNameGiven)
     fs::create_directories(folder + "x/y");
     fs::create_directory(folder + "cut");
     for (const char* name : {"b.pdf", "A.PDF", "x/y/c.pdf", "x/caf\xe9.pdf", "x/\xc3\xa9.pdf",
-                             "x/.hidden.pdf", "x/plain.txt", "cut/b.pdf"}) {
+                             "x/a\\b.pdf", "x/.hidden.pdf", "x/plain.txt", "cut/b.pdf"}) {
         scratch.write(name, name);
     }
     const auto found = inputsBelow(folder + "x/..", folder + "cut");
-    EXPECT_THAT(placesOf(found),
-                ElementsAre("A.PDF", "b.pdf", "x/caf\xe9.pdf", "x/y/c.pdf", "x/\xc3\xa9.pdf"));
+    EXPECT_THAT(placesOf(found), ElementsAre("A.PDF", "b.pdf", "x/a\\b.pdf", "x/caf\xe9.pdf",
+                                             "x/y/c.pdf", "x/\xc3\xa9.pdf"));
     for (const Input& input : *found) {
         EXPECT_EQ(input.path, folder + "x/../" + std::string(input.place()));
         EXPECT_EQ(support::readFile(input.path), std::string(input.place()));
@@ -42,6 +42,17 @@ TEST(Inputs, AreFoundBelowAFolderUnderTheNameGiven)
     EXPECT_EQ(placesOf(inputsBelow(folder + "cut/", folder + "cut")).size(), 1U);
     EXPECT_EQ(placesOf(inputsBelow(folder + "cut", folder)).size(), 1U);
     EXPECT_FALSE(inputsBelow(folder + "nowhere", ""));
+}
+
+TEST(Inputs, AreFoundInAFolderWhoseNameBeginsWithAColon)
+{
+    const support::ScratchFolder scratch;
+    fs::create_directory(scratch.path(":"));
+    scratch.write(":/a.pdf", "a");
+    const fs::path before = fs::current_path();
+    fs::current_path(scratch.path(""));
+    EXPECT_THAT(placesOf(inputsBelow(":", "")), ElementsAre("a.pdf"));
+    fs::current_path(before);
 }
 
 // Runs of different versions and machines must agree on them.
