@@ -104,6 +104,10 @@ public:
     /// links of either kind, folders that cannot be read, and names that are not text.
     static QStringList SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive);
 
+    /// The same; folders that cannot be read, or not to their end, are added to `unreadable`.
+    static QStringList SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive,
+                                        QStringList& unreadable);
+
     // Action lists: named sequences of actions that users put together. (CustomActionLists.cpp)
 
     /// Writes the options as a step of the action list that they name: "ActionListName" (a missing

@@ -2,6 +2,7 @@
 
 #include <QtCore/QFile>
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <dirent.h>
 #include <fcntl.h>
@@ -43,6 +44,7 @@ Folder openPath(QByteArray path)
     while (path.size() >= PATH_MAX) {
         const int piece = path.lastIndexOf('/', PATH_MAX - 1);
         if (piece <= 0) {
+            errno = ENAMETOOLONG;
             return nullptr;
         }
         folder = openFolder(from, path.left(piece).constData(), 0);
@@ -78,17 +80,15 @@ bool takesAll(const QStringList& nameFilters)
 
 class FileSearch {
 public:
-    FileSearch(QStringList suffixes, bool recursive)
-        : suffixes_(std::move(suffixes)), recursive_(recursive)
+    FileSearch(QStringList suffixes, bool recursive, QStringList& unreadable)
+        : suffixes_(std::move(suffixes)), recursive_(recursive), unreadable_(unreadable)
     {
     }
 
     QStringList below(const QDir& start)
     {
         path_ = start.absolutePath();
-        if (Folder folder = openPath(QFile::encodeName(path_))) {
-            enter(std::move(folder), start.nameFilters());
-        }
+        enter(openPath(QFile::encodeName(path_)), start.nameFilters());
         while (!levels_.empty()) {
             visitNext();
         }
@@ -126,19 +126,21 @@ private:
             found_ << QString(path_ + '/' + entry.name).replace('\\', '/');
             return;
         }
-        if (!reopen(level)) {
-            return;
-        }
-        Folder folder = openFolder(dirfd(level.folder.get()),
-                                   QFile::encodeName(entry.name).constData(), O_NOFOLLOW);
-        if (folder) {
-            path_ = (path_ == "/" ? path_ : path_ + '/') + entry.name;
-            enter(std::move(folder), {});
-        }
+        Folder folder = reopen(level)
+                            ? openFolder(dirfd(level.folder.get()),
+                                         QFile::encodeName(entry.name).constData(), O_NOFOLLOW)
+                            : nullptr;
+        path_ = (path_ == "/" ? path_ : path_ + '/') + entry.name;
+        enter(std::move(folder), {});
     }
 
+    /// Goes into the folder at `path_`; null when it could not be opened.
     void enter(Folder folder, const QStringList& nameFilters)
     {
+        if (!folder) {
+            missed(errno);
+            return;
+        }
         Level level;
         level.identity = identityOf(folder.get());
         level.pathLength = path_.size();
@@ -157,9 +159,19 @@ private:
             level.folder = openPath(QFile::encodeName(path_));
             if (level.folder && identityOf(level.folder.get()) != level.identity) {
                 level.folder.reset();
+                errno = ENOENT;
             }
         }
         return level.folder != nullptr;
+    }
+
+    /// The folder at `path_` could not be read, or not to its end; one that went or was replaced
+    /// meanwhile is none to be searched.
+    void missed(int error)
+    {
+        if (error != ENOENT && error != ENOTDIR && error != ELOOP) {
+            unreadable_ << path_;
+        }
     }
 
     static std::pair<dev_t, ino_t> identityOf(DIR* folder)
@@ -169,10 +181,10 @@ private:
         return {status.st_dev, status.st_ino};
     }
 
-    std::vector<Entry> wanted(DIR* folder, const QStringList& nameFilters) const
+    std::vector<Entry> wanted(DIR* folder, const QStringList& nameFilters)
     {
         std::vector<Entry> entries;
-        while (const dirent* entry = readdir(folder)) {
+        while (const dirent* entry = nextIn(folder)) {
             const bool hidden = entry->d_name[0] == '.';
             const mode_t kind = hidden ? 0 : kindOf(folder, *entry);
             if (kind != S_IFREG && !(kind == S_IFDIR && recursive_)) {
@@ -193,8 +205,19 @@ private:
         return entries;
     }
 
+    const dirent* nextIn(DIR* folder)
+    {
+        errno = 0;
+        const dirent* entry = readdir(folder);
+        if (!entry && errno != 0) {
+            missed(errno);
+        }
+        return entry;
+    }
+
     const QStringList suffixes_;
     const bool recursive_;
+    QStringList& unreadable_;
     QString path_; ///< of the last of the levels
     std::vector<Level> levels_;
     QStringList found_;
@@ -204,5 +227,12 @@ private:
 
 QStringList CActionUtils::SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive)
 {
-    return FileSearch(std::move(suffixes), recursive).below(folder);
+    QStringList unreadable;
+    return SearchFilesInDir(folder, std::move(suffixes), recursive, unreadable);
+}
+
+QStringList CActionUtils::SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive,
+                                           QStringList& unreadable)
+{
+    return FileSearch(std::move(suffixes), recursive, unreadable).below(folder);
 }

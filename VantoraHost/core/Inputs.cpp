@@ -101,11 +101,19 @@ bool isFolder(const std::string& path)
     return fs::is_directory(path, failed);
 }
 
-Result<std::vector<Input>> inputsBelow(const std::string& folder, const std::string& outputs)
+Outcome folderIsReadable(const std::string& folder)
 {
-    if (::access(folder.c_str(), R_OK | X_OK) != 0) {
+    if (::eaccess(folder.c_str(), R_OK | X_OK) != 0) {
         return fail(Reason::InputUnreadable, folder,
                     "the folder can't be read: " + systemMessage(errno));
+    }
+    return {};
+}
+
+Result<std::vector<Input>> inputsBelow(const std::string& folder, const std::string& outputs)
+{
+    if (const Outcome readable = folderIsReadable(folder); !readable) {
+        return tl::unexpected<Error>(readable.error());
     }
     const std::string beginning = withSlash(folder);
     const std::string leftOut = prefixOf(outputs, folder);
@@ -117,12 +125,20 @@ Result<std::vector<Input>> inputsBelow(const std::string& folder, const std::str
     const QDir searched(QFile::decodeName(absolute.c_str()));
     const int above = searched.absolutePath().size();
     std::vector<Input> found;
-    for (const QString& file : CActionUtils::SearchFilesInDir(searched, {"pdf"}, true)) {
-        std::string below = BytesOfNames::bytesOf(file.mid(above));
+    const auto add = [&](const QString& path) {
+        std::string below = BytesOfNames::bytesOf(path.mid(above));
         below.erase(0, below.find_first_not_of('/'));
         if (leftOut.empty() || below.compare(0, leftOut.size(), leftOut) != 0) {
             found.push_back({beginning + below, beginning.size()});
         }
+    };
+    QStringList unreadable;
+    for (const QString& file :
+         CActionUtils::SearchFilesInDir(searched, {"pdf"}, true, unreadable)) {
+        add(file);
+    }
+    for (const QString& inner : unreadable) {
+        add(inner);
     }
     return found;
 }

@@ -23,11 +23,15 @@ Input inputNamed(std::string path);
 
 bool isFolder(const std::string& path);
 
+/// Whether the contents of a folder can be listed and opened; the error is that they can't.
+Outcome folderIsReadable(const std::string& folder);
+
 /// The PDF files in a folder and its subfolders, in the order and by the rules of
 /// CActionUtils::SearchFilesInDir: neither hidden ones nor links. Their paths begin with the folder
-/// as it is named here, and their places are what follows. Files in the folder `outputs` are left
-/// out when it lies below the folder, since they come from an earlier run; empty for none. The
-/// error is that the folder can't be read.
+/// as it is named here, and their places are what follows. Subfolders that can't be read come last,
+/// so that the run names them among what it can't read. What is in the folder `outputs` is left out
+/// when it lies below the folder, since it comes from an earlier run; empty for none. The error is
+/// that the folder itself can't be read.
 Result<std::vector<Input>> inputsBelow(const std::string& folder, const std::string& outputs);
 
 /// One of several shares of the inputs, so that a run can be spread over machines.

@@ -139,7 +139,7 @@ TEST_F(FileSearch, LeavesTheCallersFolderAsItIsAndHonoursItsNameFilters)
     EXPECT_EQ(folder.filter(), QDir::Hidden);
 }
 
-TEST_F(FileSearch, PassesOverFoldersThatCannotBeRead)
+TEST_F(FileSearch, PassesOverFoldersThatCannotBeReadAndNamesThemWhenAsked)
 {
     create({"a/x.pdf", "listed/d/x.pdf", "locked/x.pdf", "z.pdf"});
     const auto mode = [&](const char* folder, mode_t bits) {
@@ -153,6 +153,12 @@ TEST_F(FileSearch, PassesOverFoldersThatCannotBeRead)
     ASSERT_TRUE(!asRoot || seteuid(65534) == 0);
     const int before = openDescriptors();
     EXPECT_EQ(found({"pdf"}), QStringList({"a/x.pdf", "z.pdf"}));
+    QStringList unreadable;
+    CActionUtils::SearchFilesInDir(root(), {"pdf"}, true, unreadable);
+    CActionUtils::SearchFilesInDir(root() + "/locked", {"pdf"}, false, unreadable);
+    CActionUtils::SearchFilesInDir(root() + "/nowhere", {"pdf"}, false, unreadable);
+    EXPECT_EQ(unreadable,
+              QStringList({root() + "/listed/d", root() + "/locked", root() + "/locked"}));
     EXPECT_EQ(openDescriptors(), before);
     ASSERT_TRUE(!asRoot || seteuid(0) == 0);
     mode("/locked", 0700);

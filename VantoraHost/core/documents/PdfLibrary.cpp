@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/base/Text.h"
 #include "KarvelPDFLibrary/base/WarningKinds.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/core/Inputs.h"
 #include "VantoraHost/core/LibraryFailure.h"
 #include "VantoraHost/core/Target.h"
 
@@ -43,7 +44,8 @@ Outcome checkInput(const std::string& input, const std::string& standardInput)
                     missing ? "there is no such file" : systemMessage(errno));
     }
     if (S_ISDIR(status.st_mode)) {
-        return fail(Reason::InputNotAFile, input, "is a folder, not a file");
+        const Outcome readable = folderIsReadable(input); // a search leaves those that are not
+        return readable ? fail(Reason::InputNotAFile, input, "is a folder, not a file") : readable;
     }
     if (!S_ISREG(status.st_mode)) {
         return fail(Reason::InputNotAFile, input, "is a device or pipe, not a file");

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <unistd.h>
 
 namespace {
 
@@ -53,6 +54,24 @@ TEST(Inputs, AreFoundInAFolderWhoseNameBeginsWithAColon)
     fs::current_path(scratch.path(""));
     EXPECT_THAT(placesOf(inputsBelow(":", "")), ElementsAre("a.pdf"));
     fs::current_path(before);
+}
+
+TEST(Inputs, NameTheSubfoldersThatCannotBeRead)
+{
+    const support::ScratchFolder scratch;
+    const std::string folder = scratch.path("in");
+    fs::create_directories(folder + "/locked");
+    scratch.write("in/z.pdf", "z");
+    fs::permissions(folder + "/locked", fs::perms::none);
+    fs::permissions(scratch.path(""), fs::perms(0755));
+    const bool asRoot = ::geteuid() == 0; // whom permissions do not hold back
+    ASSERT_TRUE(!asRoot || ::seteuid(65534) == 0);
+    const auto found = inputsBelow(folder, "");
+    const Outcome readable = folderIsReadable(folder + "/locked");
+    ASSERT_TRUE(!asRoot || ::seteuid(0) == 0);
+    fs::permissions(folder + "/locked", fs::perms::owner_all);
+    EXPECT_THAT(placesOf(found), ElementsAre("z.pdf", "locked"));
+    EXPECT_FALSE(readable);
 }
 
 // Runs of different versions and machines must agree on them.
