@@ -29,11 +29,6 @@ std::string points(double length)
     return text;
 }
 
-std::string counted(std::uint64_t number, const char* one, const char* several)
-{
-    return grouped(number) + ' ' + (number == 1 ? one : several);
-}
-
 std::string sizeLine(const PageSize& size)
 {
     std::string line = points(size.width) + " x " + points(size.height) + " pt";

@@ -57,7 +57,7 @@ std::string remedy(Reason reason)
     case Reason::OutputIsInput:
         return "use --in-place to replace an input, or name another output";
     case Reason::OutputClash:
-        return "neither is written; --rename gives them different names";
+        return "neither is written; leave one out, or let -d with --rename name them differently";
     case Reason::OutputFolderMissing:
         return "create it first (mkdir -p), or name another";
     case Reason::OutputNotAFile:
@@ -89,13 +89,12 @@ std::string remedy(Reason reason)
         return "the document may be damaged; vantora info shows what can be read of it";
     case Reason::Killed:
         return "something else ended them, such as the system when memory is short; run it again, "
-               "with "
-               "fewer workers (-j)";
+               "with fewer workers (-j)";
     case Reason::WorkerFailed:
         return "-j 0 does without worker processes";
     case Reason::ReportExists:
-        return "go on with it (--resume and --report with its name), replace it (--overwrite), or "
-               "name another";
+        return "go on with it (--resume and --report with its name), replace it (--overwrite), "
+               "or name another";
     case Reason::NotAReport:
         return "name what an earlier run wrote with --report";
     case Reason::ActionFailed:
@@ -146,11 +145,16 @@ std::string grouped(std::uint64_t number)
     return digits;
 }
 
+std::string counted(std::uint64_t number, const char* one, const char* several)
+{
+    return grouped(number) + ' ' + (number == 1 ? one : several);
+}
+
 std::string sizeText(std::uint64_t bytes)
 {
     constexpr const char* units[] = {"kB", "MB", "GB", "TB"};
     if (bytes < 1000) {
-        return std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes");
+        return counted(bytes, "byte", "bytes");
     }
     // In tenths, so that rounding up to 1000 kB can go on to 1.0 MB.
     std::uint64_t tenths = bytes / 100 + (bytes % 100 >= 50 ? 1 : 0);

@@ -33,6 +33,9 @@ void printNote(const Streams& streams, const std::string& sentence);
 /// 12345 as "12,345".
 std::string grouped(std::uint64_t number);
 
+/// "1 page" or "12,345 pages".
+std::string counted(std::uint64_t number, const char* one, const char* several);
+
 /// A size such as "1 byte", "812 bytes", "10.1 kB" or "2.5 MB" (powers of 1000).
 std::string sizeText(std::uint64_t bytes);
 

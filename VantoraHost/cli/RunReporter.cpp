@@ -13,7 +13,7 @@ namespace {
 std::string pagesText(const DocumentReport& report)
 {
     const bool planned = report.status == DocumentStatus::Planned;
-    const std::string before = grouped(report.pagesBefore.value_or(0)) + " pages";
+    const std::string before = counted(report.pagesBefore.value_or(0), "page", "pages");
     const std::string left = ", " + grouped(report.pagesAfter.value_or(0)) + " left";
     if (!report.pagesRemoved) {
         return planned ? before + ", only the action itself knows which would go" : before + left;

@@ -48,7 +48,7 @@ std::string RunSummary::workText(double seconds) const
     if (done == 0) {
         return {};
     }
-    std::string text = grouped(pagesRemoved) + " pages removed";
+    std::string text = counted(pagesRemoved, "page", "pages") + " removed";
     if (bytesAfter > 0) {
         text += "; " + sizeText(bytesBefore) + " before, " + sizeText(bytesAfter) + " after";
     }
