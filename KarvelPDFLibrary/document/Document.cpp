@@ -110,6 +110,7 @@ Status Document::open(const LoadOptions& options)
     try {
         file_->setAttemptRecovery(options.reconstruct);
         file_->processInputSource(std::make_shared<io::WindowedInput>(source_), password_.c_str());
+        keepWhatTheKeyWasMadeFrom();
         if (Status status = readPages(); !status) {
             return status;
         }
@@ -123,6 +124,20 @@ Status Document::open(const LoadOptions& options)
     savedRevision_ = changes_.revision();
     loadedRevision_ = revision();
     return {};
+}
+
+/// The file identifier goes into the key of an encrypted document (ISO 32000-2, 7.6.4.3.2). Where
+/// there is no proper one, libqpdf made the key without, and that must not change.
+void Document::keepWhatTheKeyWasMadeFrom()
+{
+    QPDFObjectHandle trailer = file_->getTrailer();
+    QPDFObjectHandle identifier = trailer.getKey("/ID");
+    const bool proper = identifier.isArray() && identifier.getArrayNItems() == 2 &&
+                        identifier.getArrayItem(0).isString();
+    if (file_->isEncrypted() && !proper) {
+        const QPDFObjectHandle empty = QPDFObjectHandle::newString("");
+        trailer.replaceKey("/ID", QPDFObjectHandle::newArray({empty, empty}));
+    }
 }
 
 /// Where there is an index, it has seen to that.

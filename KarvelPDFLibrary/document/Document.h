@@ -163,6 +163,7 @@ private:
     Status open(const LoadOptions& options);
     static std::unique_ptr<Document>
     loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source);
+    void keepWhatTheKeyWasMadeFrom();
     Status hasPossibleNumbers() const;
     Status readPages();
 

@@ -1,11 +1,13 @@
 #include "KarvelPDFLibrary/security/Encryption.h"
 
+#include "KarvelPDFLibrary/pages/DeletePages.h"
 #include "KarvelPDFLibrary/saving/Save.h"
 #include "KarvelPDFLibrary/security/Permissions.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
 
 #include <gtest/gtest.h>
+#include <qpdf/QPDF.hh>
 
 namespace {
 
@@ -116,6 +118,43 @@ TEST(Security, RaisingTheAccessLevelNeedsTheOwnerPassword)
     EXPECT_EQ(accessLevel(*document), AccessLevel::Owner);
     EXPECT_TRUE(isPermitted(*document, Permission::Modifying));
     EXPECT_TRUE(removeEncryption(*document).has_value());
+}
+
+/// A document whose passwords were made without a file identifier, with another entry for it. No
+/// string and no stream is enciphered, so that only the passwords tell.
+std::string protectedWithoutIdentifier(const std::string& entry)
+{
+    constexpr int permissions = -4;
+    std::string owner;
+    std::string user;
+    QPDF::compute_encryption_O_U("u", "o", 4, 4, 16, permissions, true, "", owner, user);
+    support::PagedDocument file(2);
+    const int encryption = file.builder.add(
+        "<< /Filter /Standard /V 4 /R 4 /Length 128 /P " + std::to_string(permissions) +
+        " /CF << >> /StmF /Identity /StrF /Identity /O " +
+        QPDFObjectHandle::newString(owner).unparseBinary() + " /U " +
+        QPDFObjectHandle::newString(user).unparseBinary() + " >>");
+    file.builder.setTrailerEntries("/Encrypt " + support::PdfBuilder::reference(encryption) + " " +
+                                   entry);
+    return file.build();
+}
+
+TEST(Security, PasswordsHoldWithoutAProperFileIdentifier)
+{
+    for (const char* entry : {"", "/ID [<61>]", "/ID [1 2]", "/ID [<> <61>]"}) {
+        SCOPED_TRACE(entry);
+        const std::string pdf = protectedWithoutIdentifier(entry);
+        for (const auto way : {saving::Way::CopyUnchanged, saving::Way::Rewrite}) {
+            auto document = support::opened(pdf, "u");
+            ASSERT_TRUE(document);
+            ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
+            const std::string left = support::savedIn(*document, way);
+            for (const char* password : {"u", "o"}) {
+                EXPECT_EQ(support::problems(left, password), "");
+                EXPECT_EQ(support::pageTexts(left, password), std::vector<std::string>{"Page 2"});
+            }
+        }
+    }
 }
 
 struct Restriction {
