@@ -185,8 +185,8 @@ void ParentTree::prune(bool elementsWent)
     forEachNode(tree_, "/Kids", [this](const QPDFObjectHandle& node) { emptyPlacesIn(node); });
     pruneTree(removal_, tree_, owner_, "/Nums",
               [this](QPDFObjectHandle key, const QPDFObjectHandle& value) {
-                  return (key.isInteger() && goneKeys_.count(key.getIntValue()) > 0) ||
-                         lossOf(value) == Loss::All;
+                  return goesIf((key.isInteger() && goneKeys_.count(key.getIntValue()) > 0) ||
+                                lossOf(value) == Loss::All);
               });
 }
 

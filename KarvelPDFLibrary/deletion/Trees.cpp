@@ -43,7 +43,7 @@ void touch(Removal& removal, const QPDFObjectHandle& owner)
     }
 }
 
-void pruneItems(Removal& removal, Node& node, const char* itemsKey, const EntryGoes& goes)
+void pruneItems(Removal& removal, Node& node, const char* itemsKey, const EntryJudge& judge)
 {
     QPDFObjectHandle items = node.dictionary.getKey(itemsKey);
     if (!items.isArray()) {
@@ -52,9 +52,9 @@ void pruneItems(Removal& removal, Node& node, const char* itemsKey, const EntryG
     std::vector<QPDFObjectHandle> kept;
     const std::vector<QPDFObjectHandle> all = items.getArrayAsVector();
     for (std::size_t i = 0; i + 1 < all.size(); i += 2) {
-        if (goes(all[i], all[i + 1])) {
-            node.changed = true;
-        } else {
+        const EntryFate fate = judge(all[i], all[i + 1]);
+        node.changed = node.changed || fate != EntryFate::Stays;
+        if (fate != EntryFate::Goes) {
             kept.push_back(all[i]);
             kept.push_back(all[i + 1]);
         }
@@ -103,14 +103,14 @@ void pruneKids(Removal& removal, Node& node, const std::vector<QPDFObjectHandle>
 } // namespace
 
 bool pruneTree(Removal& removal, QPDFObjectHandle root, const QPDFObjectHandle& owner,
-               const char* itemsKey, const EntryGoes& goes)
+               const char* itemsKey, const EntryJudge& judge)
 {
     std::vector<Node> nodes = nodesOf(root, owner);
     std::vector<std::vector<QPDFObjectHandle>> keptKids(nodes.size());
     std::vector<bool> lostKid(nodes.size());
     for (std::size_t i = nodes.size(); i-- > 0;) {
         Node& node = nodes[i];
-        pruneItems(removal, node, itemsKey, goes);
+        pruneItems(removal, node, itemsKey, judge);
         const bool inner = node.dictionary.getKey("/Kids").isArray();
         if (inner && lostKid[i]) {
             std::reverse(keptKids[i].begin(), keptKids[i].end());

@@ -17,12 +17,12 @@ public:
             const QPDFObjectHandle owner = names.isIndirect() ? names : removal_.catalog();
             for (const char* key : {"/Pages", "/Templates"}) {
                 pruneNames(names, owner, key, [this](auto, const QPDFObjectHandle& page) {
-                    return removal_.isRemovedPage(page);
+                    return goesIf(removal_.isRemovedPage(page));
                 });
             }
             for (const char* key : {"/IDS", "/URLS"}) {
                 pruneNames(names, owner, key, [this](auto, const QPDFObjectHandle& value) {
-                    return capturedGoes(value);
+                    return capturedFate(value);
                 });
             }
             removePresentations(names, owner);
@@ -46,7 +46,7 @@ private:
     }
 
     void pruneNames(QPDFObjectHandle names, const QPDFObjectHandle& owner, const char* key,
-                    const EntryGoes& goes)
+                    const EntryJudge& judge)
     {
         QPDFObjectHandle tree = names.getKey(key);
         if (!tree.isDictionary()) {
@@ -55,9 +55,9 @@ private:
         bool any = false;
         const bool empty = pruneTree(removal_, tree, owner, "/Names",
                                      [&](QPDFObjectHandle name, QPDFObjectHandle value) {
-                                         const bool gone = goes(name, value);
-                                         any = any || gone;
-                                         return gone;
+                                         const EntryFate fate = judge(name, value);
+                                         any = any || fate == EntryFate::Goes;
+                                         return fate;
                                      });
         if (any && empty) {
             removal_.changes().edit(owner);
@@ -67,29 +67,39 @@ private:
 
     /// Web capture (ISO 32000-2, 14.10): content sets lose their removed pages, and images that
     /// only those showed; a set goes with the last of what it has.
-    bool capturedGoes(QPDFObjectHandle value)
+    EntryFate capturedFate(QPDFObjectHandle value)
     {
         if (!value.isArray()) {
-            return setGoes(value);
+            return setFate(value);
         }
         std::vector<QPDFObjectHandle> kept;
+        bool changed = false;
         for (const QPDFObjectHandle& set : value.getArrayAsVector()) {
-            if (!setGoes(set)) {
+            const EntryFate fate = setFate(set);
+            changed = changed || fate != EntryFate::Stays;
+            if (fate != EntryFate::Goes) {
                 kept.push_back(set);
             }
         }
-        return kept.empty() && value.getArrayNItems() > 0;
+        if (!changed) {
+            return EntryFate::Stays;
+        }
+        if (kept.empty()) {
+            return EntryFate::Goes;
+        }
+        value.setArrayFromVector(kept);
+        return recorded(value);
     }
 
-    bool setGoes(QPDFObjectHandle set)
+    EntryFate setFate(QPDFObjectHandle set)
     {
         if (removal_.isGone(set)) {
-            return true;
+            return EntryFate::Goes;
         }
         QPDFObjectHandle objects =
             set.isDictionary() ? set.getKey("/O") : QPDFObjectHandle::newNull();
-        if (!objects.isArray() || !set.isIndirect()) {
-            return removal_.isGone(objects) || usage_.ended(objects);
+        if (!objects.isArray()) {
+            return goesIf(removal_.isGone(objects) || usage_.ended(objects));
         }
         std::vector<QPDFObjectHandle> kept;
         for (const QPDFObjectHandle& object : objects.getArrayAsVector()) {
@@ -98,14 +108,23 @@ private:
             }
         }
         if (static_cast<int>(kept.size()) == objects.getArrayNItems()) {
-            return false;
+            return EntryFate::Stays;
         }
         if (kept.empty()) {
             removal_.drop(set);
-            return true;
+            return EntryFate::Goes;
         }
-        removal_.changes().edit(set).replaceKey("/O", QPDFObjectHandle::newArray(kept));
-        return false;
+        set.replaceKey("/O", QPDFObjectHandle::newArray(kept));
+        return recorded(set);
+    }
+
+    EntryFate recorded(const QPDFObjectHandle& value)
+    {
+        if (!value.isIndirect()) {
+            return EntryFate::Changes;
+        }
+        removal_.changes().edit(value);
+        return EntryFate::Stays;
     }
 
     /// Alternate presentations (ISO 32000-1, 13.5) show the document as it was.

@@ -39,7 +39,7 @@ void pruneNameTree(Removal& removal)
                                      if (goes && name.isString()) {
                                          removal.goneNames.insert(name.getStringValue());
                                      }
-                                     return goes;
+                                     return goesIf(goes);
                                  });
     if (empty && !removal.goneNames.empty()) {
         removal.changes().edit(owner);

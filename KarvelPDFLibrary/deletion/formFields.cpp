@@ -88,7 +88,8 @@ private:
             } else if (kid.isIndirect()) {
                 field.kids.insert(kid.getObjectID());
             } else {
-                field.hasDirectKids = field.hasDirectKids || kid.isDictionary();
+                // A widget that no page can list is none.
+                field.hasDirectKids = field.hasDirectKids || isFieldOrOnPage(kid);
             }
         }
         return field;
@@ -132,11 +133,16 @@ private:
         dropEmptyFields();
     }
 
-    bool isFieldOrPlaced(QPDFObjectHandle kid)
+    bool isFieldOrOnPage(QPDFObjectHandle kid)
     {
         return kid.isDictionary() && (kid.hasKey("/T") || kid.hasKey("/Kids") ||
-                                      removal_.isRemainingPage(kid.getKey("/P")) ||
-                                      !places_.remainingPageOf(kid).isNull());
+                                      removal_.isRemainingPage(kid.getKey("/P")));
+    }
+
+    bool isFieldOrPlaced(QPDFObjectHandle kid)
+    {
+        return isFieldOrOnPage(kid) ||
+               (kid.isDictionary() && !places_.remainingPageOf(kid).isNull());
     }
 
     Removal& removal_;

@@ -153,8 +153,12 @@ private:
 void removeOutlineEntries(Removal& removal)
 {
     QPDFObjectHandle root = removal.catalog().getKey("/Outlines");
-    if (!root.isDictionary() || !root.isIndirect()) {
+    if (!root.isDictionary()) {
         return;
+    }
+    if (!root.isIndirect()) {
+        root = removal.changes().add(root); // which ISO 32000-2, table 29, wants it to be
+        removal.changes().edit(removal.catalog()).replaceKey("/Outlines", root);
     }
     Outline outline(removal, root);
     if (outline.isEmpty()) {

@@ -435,7 +435,7 @@ private:
         if (identifiers.isDictionary() &&
             pruneTree(removal_, identifiers, owner_, "/Names",
                       [this](const QPDFObjectHandle&, const QPDFObjectHandle& element) {
-                          return removal_.isGone(element);
+                          return goesIf(removal_.isGone(element));
                       })) {
             removal_.changes().edit(owner_);
             root_.removeKey("/IDTree");

@@ -1,4 +1,5 @@
 #include "DeletionCase.h"
+#include "Directness.h"
 #include "ResidueDocument.h"
 
 #include <algorithm>
@@ -137,6 +138,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"incremental_update", nullptr,
              [](const std::string& pdf) { return support::withLaterRevision(pdf, pageCount); }, ""},
         Case{"hybrid_references", nullptr, support::asHybridFile, ""},
+        Case{"direct_objects", nullptr, support::withDirectObjects, ""},
+        Case{"indirect_objects", nullptr, support::withIndirectObjects, ""},
         Case{"object_streams", "--object-streams=generate", nullptr, ""},
         Case{"linearized", "--linearize", nullptr, ""},
         Case{"linearized_object_streams", "--linearize --object-streams=generate", nullptr, ""},

@@ -1,4 +1,5 @@
 #include "DeletionCase.h"
+#include "tests/support/Sketch.h"
 
 #include <random>
 
@@ -287,6 +288,28 @@ TEST(Outlines, LoseTheirPageModeWithTheirLastEntry)
     auto document = support::opened(support::withoutPages(file.build(), {2}));
     EXPECT_FALSE(document->catalog().hasKey("/Outlines"));
     EXPECT_FALSE(document->catalog().hasKey("/PageMode"));
+}
+
+TEST(Outlines, AreReadWhereTheCatalogHoldsThem)
+{
+    PagedDocument file(3);
+    const int one = file.builder.reserve();
+    const int two = file.builder.reserve();
+    const std::string toOne = PdfBuilder::reference(one);
+    const std::string toTwo = PdfBuilder::reference(two);
+    file.builder.set(one, withReferences(file, "<< /Title (One) /Dest [%1 /Fit] /Next " + toTwo) +
+                              " >>");
+    file.builder.set(two, withReferences(file, "<< /Title (Two) /Dest [%2 /Fit] /Prev " + toOne) +
+                              " >>");
+    file.catalogEntries = "/Outlines << /First " + toOne + " /Last " + toTwo + " /Count 2 >>";
+    const std::string left = support::withoutPages(file.build(), {2});
+    support::expectSameWithoutIndex(file.build(), {2}, left);
+    auto document = support::opened(left);
+    QPDFObjectHandle outlines = document->catalog().getKey("/Outlines");
+    EXPECT_EQ(outlines.getKey("/Count").unparse(), "1");
+    EXPECT_EQ(outlines.getKey("/Last").unparse(), toOne);
+    EXPECT_FALSE(outlines.getKey("/First").hasKey("/Next"));
+    EXPECT_EQ(support::everythingIn(left).find("Two"), std::string::npos);
 }
 
 TEST(Outlines, OfAnyShapeAreRead)
