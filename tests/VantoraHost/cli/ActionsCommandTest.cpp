@@ -2,9 +2,6 @@
 
 #include "tests/support/Inspect.h"
 
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -25,10 +22,9 @@ TEST(Actions, AreListed)
 TEST(Actions, AreJsonObjectsWhenAsked)
 {
     const auto answer = terminal::run("actions --json");
-    const auto lines = terminal::lines(answer.out);
-    ASSERT_EQ(lines.size(), 2U);
-    const QJsonObject action =
-        QJsonDocument::fromJson(QByteArray::fromStdString(lines[0])).object();
+    const auto actions = terminal::objects(answer.out);
+    ASSERT_EQ(actions.size(), 2U);
+    const QJsonObject& action = actions.front();
     EXPECT_EQ(action["name"].toString(), "Delete Pages");
     EXPECT_EQ(action["group"].toString(), "Pages");
     EXPECT_EQ(action["help"].toString(), "Action_DeletePages.html");

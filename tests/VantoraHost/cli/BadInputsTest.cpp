@@ -1,6 +1,6 @@
 #include "Terminal.h"
 
-#include "tests/support/Inspect.h"
+#include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 
 #include <gmock/gmock.h>
@@ -15,36 +15,30 @@ namespace fs = std::filesystem;
 using testing::HasSubstr;
 
 /// A folder with a document and with everything that can be wrong with one.
-class Desk {
-public:
+class Desk : public InOwnFolder {
+protected:
     Desk()
     {
         const std::string document = support::documentOfPages(10);
-        const auto make = [&](const char* name, const std::string& bytes) {
-            scratch.write(name, bytes);
-        };
-        make("in.pdf", document);
-        make("second.pdf", document);
-        make("exists.pdf", "somebody's work");
-        make("in.pdf.bak", "an older original");
-        make("empty.pdf", "");
-        make("text.pdf", "Dear reader,\nthis is not what you think.\n");
-        make("header.pdf", "%PDF-1.7\n");
-        make("cut.pdf", document.substr(0, 40));
-        make("locked.pdf", support::rewritten(document, "--encrypt user owner 256 --"));
-        make("limited.pdf",
-             support::rewritten(document, "--encrypt '' owner 256 --modify=none --"));
-        make("wrong-password", "guess\n");
-        make("wrong-passwords", "guess\nsecond guess\n");
+        scratch.write("in.pdf", document);
+        scratch.write("second.pdf", document);
+        scratch.write("exists.pdf", "somebody's work");
+        scratch.write("in.pdf.bak", "an older original");
+        scratch.write("empty.pdf", "");
+        scratch.write("text.pdf", "Dear reader,\nthis is not what you think.\n");
+        scratch.write("header.pdf", "%PDF-1.7\n");
+        scratch.write("cut.pdf", document.substr(0, 40));
+        scratch.write("locked.pdf", support::rewritten(document, "--encrypt user owner 256 --"));
+        scratch.write("limited.pdf",
+                      support::rewritten(document, "--encrypt '' owner 256 --modify=none --"));
+        scratch.write("wrong-password", "guess\n");
+        scratch.write("wrong-passwords", "guess\nsecond guess\n");
         fs::create_directory("folder");
         fs::create_directory("folder.pdf");
         fs::create_symlink("in.pdf", "link.pdf");
         fs::create_symlink("nowhere.pdf", "dangling.pdf");
         ::mkfifo("pipe.pdf", 0600);
     }
-
-    support::ScratchFolder scratch;
-    const terminal::WorkingFolder working{scratch.path("")};
 };
 
 struct Case {
@@ -56,11 +50,10 @@ struct Case {
     int status = 1;
 };
 
-class BadInput : public testing::TestWithParam<Case> {};
+class BadInput : public Desk, public testing::WithParamInterface<Case> {};
 
 TEST_P(BadInput, GetsOneClearLineAndLeavesEverythingAsItWas)
 {
-    const Desk desk;
     const auto before = terminal::contents(".");
     const auto answer = terminal::run(std::string("run ") + GetParam().arguments);
     EXPECT_EQ(answer.status, GetParam().status);
@@ -126,10 +119,11 @@ const std::vector<Case> cases = {
 INSTANTIATE_TEST_SUITE_P(Table, BadInput, testing::ValuesIn(cases),
                          [](const auto& info) { return info.param.name; });
 
-TEST(TwoInputsForOneOutput, AreBothRefusedAndTheOthersDone)
+class TwoInputsForOneOutput : public Desk {};
+
+TEST_F(TwoInputsForOneOutput, AreBothRefusedAndTheOthersDone)
 {
-    const Desk desk;
-    desk.scratch.write("folder/in.pdf", support::documentOfPages(3));
+    scratch.write("folder/in.pdf", support::documentOfPages(3));
     fs::create_directory("out");
     const auto answer = terminal::run("run -p 1 in.pdf second.pdf folder/in.pdf -d out");
     EXPECT_EQ(answer.status, 1);
@@ -142,9 +136,10 @@ TEST(TwoInputsForOneOutput, AreBothRefusedAndTheOthersDone)
     EXPECT_TRUE(fs::exists("out/second.pdf"));
 }
 
-TEST(AnIncompleteInstallation, IsSaidToBeOne)
+class AnIncompleteInstallation : public Desk {};
+
+TEST_F(AnIncompleteInstallation, IsSaidToBeOne)
 {
-    const Desk desk;
     terminal::Setting setting;
     setting.actionFolders = {"nowhere"};
     const auto withoutActions = terminal::run("run -p 1 in.pdf -o out.pdf", setting);
@@ -153,7 +148,7 @@ TEST(AnIncompleteInstallation, IsSaidToBeOne)
                 HasSubstr("no action is installed; the installation is incomplete"));
 
     terminal::Setting without;
-    without.library = desk.scratch.path("nowhere.dylib");
+    without.library = scratch.path("nowhere.dylib");
     const auto withoutLibrary = terminal::run("run -p 1 in.pdf -o out.pdf", without);
     EXPECT_EQ(withoutLibrary.status, 1);
     EXPECT_THAT(withoutLibrary.err, HasSubstr("nowhere.dylib: the PDF library can't be loaded"));

@@ -1,7 +1,7 @@
 #include "Terminal.h"
 
 #include "VantoraApp/CUtils.h"
-#include "tests/support/Inspect.h"
+#include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/ModalDialogs.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/ScratchHome.h"
@@ -22,7 +22,7 @@ namespace {
 
 using testing::HasSubstr;
 
-class Configure : public testing::Test {
+class Configure : public InOwnFolder {
 protected:
     /// Opens the options of Delete Pages and lets `use` use the dialog.
     static terminal::Answer open(const std::string& more, const std::function<void(QDialog&)>& use,
@@ -148,8 +148,6 @@ void saveBy(QDialog& dialog, const char* button, const char* saver, const char* 
 
 TEST_F(Configure, SavesWhatRunThenRuns)
 {
-    const support::ScratchFolder scratch;
-    const terminal::WorkingFolder working{scratch.path("")};
     scratch.write("in.pdf", support::documentOfPages(5));
 
     open("", [](QDialog& dialog) {

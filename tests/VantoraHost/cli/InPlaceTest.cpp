@@ -1,6 +1,6 @@
 #include "Terminal.h"
 
-#include "tests/support/Inspect.h"
+#include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 
 #include <gmock/gmock.h>
@@ -17,7 +17,7 @@ using support::pagesNamed;
 using support::pageTexts;
 using support::readFile;
 
-class InPlace : public testing::Test {
+class InPlace : public InOwnFolder {
 protected:
     static struct stat statusOf(const std::string& path)
     {
@@ -26,8 +26,6 @@ protected:
         return status;
     }
 
-    support::ScratchFolder scratch;
-    const terminal::WorkingFolder working{scratch.path("")};
     const std::string original = support::documentOfPages(3);
     const std::string input = scratch.write("in.pdf", original);
 };

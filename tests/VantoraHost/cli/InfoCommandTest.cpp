@@ -1,11 +1,10 @@
 #include "Terminal.h"
 
-#include "tests/support/Inspect.h"
+#include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/Sketch.h"
 
 #include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
 #include <gmock/gmock.h>
@@ -19,14 +18,10 @@ QJsonObject infoOf(const std::string& file)
 {
     const auto answer = terminal::run("info --json " + file);
     EXPECT_EQ(terminal::lines(answer.out).size(), 1U) << answer.err;
-    return QJsonDocument::fromJson(QByteArray::fromStdString(answer.out)).object();
+    return terminal::objects(answer.out).at(0);
 }
 
-class Info : public testing::Test {
-protected:
-    support::ScratchFolder scratch;
-    const terminal::WorkingFolder working{scratch.path("")};
-};
+class Info : public InOwnFolder {};
 
 TEST_F(Info, OfAPlainDocumentSaysWhatItHasNot)
 {

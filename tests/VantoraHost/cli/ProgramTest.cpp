@@ -1,6 +1,6 @@
 #include "Terminal.h"
 
-#include "tests/support/Inspect.h"
+#include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 
 #include <gmock/gmock.h>
@@ -18,10 +18,8 @@ using testing::HasSubstr;
 
 const std::string program = BUILT_PROGRAM;
 
-class Program : public testing::Test {
+class Program : public InOwnFolder {
 protected:
-    support::ScratchFolder scratch;
-    const terminal::WorkingFolder working{scratch.path("")};
     const std::string tenPages = support::documentOfPages(10);
     const std::string input = scratch.write("in.pdf", tenPages);
 };

@@ -1,12 +1,10 @@
 #include "Terminal.h"
 
-#include "tests/support/Inspect.h"
+#include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/Sketch.h"
 
 #include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -26,16 +24,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-std::vector<QJsonObject> objects(const std::string& jsonLines)
-{
-    std::vector<QJsonObject> found;
-    for (const std::string& line : terminal::lines(jsonLines)) {
-        found.push_back(QJsonDocument::fromJson(QByteArray::fromStdString(line)).object());
-    }
-    return found;
-}
-
-class Run : public testing::Test {
+class Run : public InOwnFolder {
 protected:
     std::vector<std::string> pagesOf(const std::string& name) const
     {
@@ -44,8 +33,6 @@ protected:
         return pageTexts(file);
     }
 
-    support::ScratchFolder scratch;
-    const terminal::WorkingFolder working{scratch.path("")};
     const std::string tenPages = documentOfPages(10);
     const std::string input = scratch.write("in.pdf", tenPages);
 };
@@ -193,7 +180,7 @@ TEST_F(Run, PrintsJsonPerDocument)
     fs::create_directory("out");
     const auto answer = terminal::run("run --json -p 9-12 in.pdf missing.pdf -d out");
     EXPECT_EQ(answer.status, 1);
-    const auto reports = objects(answer.out);
+    const auto reports = terminal::objects(answer.out);
     ASSERT_EQ(reports.size(), 2U);
     EXPECT_EQ(reports[0]["schema"].toInt(), 1);
     EXPECT_EQ(reports[0]["input"].toString(), "in.pdf");
@@ -222,7 +209,7 @@ TEST_F(Run, InADryRunNamesThePagesAndWhatIsInTheWayAndWritesNothing)
     EXPECT_EQ(terminal::run("run -n -p 2 in.pdf -i --backup").status, 0);
     EXPECT_THAT(terminal::run("run -n -p 2 in.pdf -o in.pdf").err,
                 HasSubstr("is the input itself"));
-    const QJsonObject report = objects(terminal::run("run -n --json -p 2 in.pdf").out)[0];
+    const QJsonObject report = terminal::objects(terminal::run("run -n --json -p 2 in.pdf").out)[0];
     EXPECT_EQ(report["status"].toString(), "planned");
     EXPECT_EQ(report["pages_removed"].toArray(), (QJsonArray{2}));
     EXPECT_EQ(terminal::contents("."), before);
@@ -291,7 +278,7 @@ TEST_F(Run, RemovesSignaturesWithAWarningThatNamesTheirFieldOrRefusesWhereAsked)
     const auto answer = terminal::run("run -p 1 signed.pdf -o out.pdf --json");
     EXPECT_EQ(answer.status, 0);
     EXPECT_THAT(terminal::lines(answer.err), ElementsAre(EndsWith("warning: signed.pdf: " + said)));
-    EXPECT_EQ(objects(answer.out).front()["warnings"].toArray(),
+    EXPECT_EQ(terminal::objects(answer.out).front()["warnings"].toArray(),
               QJsonArray{QString::fromStdString(said)});
 }
 
@@ -309,7 +296,7 @@ TEST_F(Run, ReportsPageCountsOfActionsItKnowsNothingOf)
     const auto answer =
         terminal::run("run --json --action Scripted --set 'work=lose a page' in.pdf -o out.pdf");
     EXPECT_EQ(answer.status, 0) << answer.err;
-    const QJsonObject report = objects(answer.out).front();
+    const QJsonObject report = terminal::objects(answer.out).front();
     EXPECT_EQ(report["pages_after"].toInt(), 9);
     EXPECT_TRUE(report["pages_removed"].isNull());
 }

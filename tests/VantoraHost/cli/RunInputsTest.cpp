@@ -1,6 +1,6 @@
 #include "Terminal.h"
 
-#include "tests/support/Inspect.h"
+#include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 
 #include <gmock/gmock.h>
@@ -18,7 +18,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
-class ManyInputs : public testing::Test {
+class ManyInputs : public InOwnFolder {
 protected:
     ManyInputs()
     {
@@ -46,9 +46,6 @@ protected:
         }
         return names;
     }
-
-    support::ScratchFolder scratch;
-    const terminal::WorkingFolder working{scratch.path("")};
 };
 
 TEST_F(ManyInputs, AreMirrored)

@@ -3,13 +3,9 @@
 #include "VantoraApp/CActionUtils.h"
 #include "VantoraApp/SettingsFile.h"
 #include "VantoraApp/StoredName.h"
-#include "tests/support/Inspect.h"
+#include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/ScratchHome.h"
-
-#include <QtCore/QJsonArray>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -32,7 +28,7 @@ void addToList(const char* list, QVariantMap step)
     CActionUtils::SaveAsCustomActionList(&step);
 }
 
-class SavedStepsCommand : public testing::Test {
+class SavedStepsCommand : public InOwnFolder {
 protected:
     /// Runs these steps over a document of ten pages and returns the pages left.
     static std::vector<std::string> pagesAfter(const std::string& steps)
@@ -44,8 +40,6 @@ protected:
     }
 
     ScratchHome home;
-    support::ScratchFolder scratch;
-    const terminal::WorkingFolder working{scratch.path("")};
     const std::string input = scratch.write("in.pdf", support::documentOfPages(10));
 };
 
@@ -80,13 +74,11 @@ TEST_F(SavedStepsCommand, ListsActionLists)
     EXPECT_THAT(terminal::lines(answer.err),
                 ElementsAre(HasSubstr("odd.xqq: left out: not an action list")));
 
-    const std::string json = terminal::run("lists --json").out;
-    const auto list = QJsonDocument::fromJson(QByteArray::fromStdString(json)).object();
+    const QJsonObject list = terminal::objects(terminal::run("lists --json").out).at(0);
     EXPECT_EQ(list["name"].toString(), "My list");
     EXPECT_EQ(list["category"].toString(), "Work");
-    const QJsonObject step = list["steps"].toArray().at(0).toObject();
-    EXPECT_EQ(step["action"].toString(), "Delete Pages");
-    EXPECT_EQ(step["options"].toObject()["byPageRangeTextEdit"].toString(), "1-3");
+    EXPECT_EQ(list["steps"][0]["action"].toString(), "Delete Pages");
+    EXPECT_EQ(list["steps"][0]["options"]["byPageRangeTextEdit"].toString(), "1-3");
 }
 
 TEST_F(SavedStepsCommand, ListsFavourites)

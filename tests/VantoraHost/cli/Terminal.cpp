@@ -3,6 +3,8 @@
 #include "VantoraHost/cli/Program.h"
 #include "tests/support/Inspect.h"
 
+#include <QtCore/QJsonDocument>
+
 #include <iomanip>
 #include <sstream>
 #include <sys/mman.h>
@@ -62,6 +64,15 @@ std::vector<std::string> lines(const std::string& text)
     std::istringstream stream(text);
     for (std::string line; std::getline(stream, line);) {
         found.push_back(line);
+    }
+    return found;
+}
+
+std::vector<QJsonObject> objects(const std::string& jsonLines)
+{
+    std::vector<QJsonObject> found;
+    for (const std::string& line : lines(jsonLines)) {
+        found.push_back(QJsonDocument::fromJson(QByteArray::fromStdString(line)).object());
     }
     return found;
 }

@@ -2,6 +2,8 @@
 
 #include "VantoraHost/core/Installation.h"
 
+#include <QtCore/QJsonObject>
+
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -39,22 +41,10 @@ std::vector<std::string> words(const std::string& line);
 /// The lines of a text, without their ends.
 std::vector<std::string> lines(const std::string& text);
 
+/// The objects of a text with one on each line.
+std::vector<QJsonObject> objects(const std::string& jsonLines);
+
 /// Every file below a folder with its content, and every link with its target.
 std::map<std::string, std::string> contents(const std::string& folder);
-
-/// Makes a folder the current one for a while, so that commands name files as people do.
-class WorkingFolder {
-public:
-    explicit WorkingFolder(const std::string& folder) : before(std::filesystem::current_path())
-    {
-        std::filesystem::current_path(folder);
-    }
-    ~WorkingFolder() { std::filesystem::current_path(before); }
-    WorkingFolder(const WorkingFolder&) = delete;
-    WorkingFolder& operator=(const WorkingFolder&) = delete;
-
-private:
-    std::filesystem::path before;
-};
 
 } // namespace terminal

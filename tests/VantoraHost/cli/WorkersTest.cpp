@@ -1,6 +1,6 @@
 #include "Terminal.h"
 
-#include "tests/support/Inspect.h"
+#include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 
 #include <gmock/gmock.h>
@@ -21,7 +21,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-class Workers : public testing::Test {
+class Workers : public InOwnFolder {
 protected:
     Workers()
     {
@@ -64,8 +64,6 @@ protected:
     // Eight at a time go to a worker; the victim is in the second group.
     static constexpr int documents = 20;
     static constexpr int victim = 12;
-    support::ScratchFolder scratch;
-    const terminal::WorkingFolder working{scratch.path("")};
     std::vector<std::string> names;
 };
 
