@@ -1,6 +1,6 @@
 #include "VantoraHost/core/Inputs.h"
 
-#include "tests/support/Inspect.h"
+#include "tests/VantoraHost/InOwnFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,9 +23,10 @@ std::vector<std::string> placesOf(const Result<std::vector<Input>>& inputs)
     return places;
 }
 
-TEST(Inputs, AreFoundBelowAFolderUnderTheNameGiven)
+class Inputs : public InOwnFolder {};
+
+TEST_F(Inputs, AreFoundBelowAFolderUnderTheNameGiven)
 {
-    const support::ScratchFolder scratch;
     const std::string folder = scratch.path("");
     fs::create_directories(folder + "x/y");
     fs::create_directory(folder + "cut");
@@ -45,20 +46,15 @@ TEST(Inputs, AreFoundBelowAFolderUnderTheNameGiven)
     EXPECT_FALSE(inputsBelow(folder + "nowhere", ""));
 }
 
-TEST(Inputs, AreFoundInAFolderWhoseNameBeginsWithAColon)
+TEST_F(Inputs, AreFoundInAFolderWhoseNameBeginsWithAColon)
 {
-    const support::ScratchFolder scratch;
-    fs::create_directory(scratch.path(":"));
+    fs::create_directory(":");
     scratch.write(":/a.pdf", "a");
-    const fs::path before = fs::current_path();
-    fs::current_path(scratch.path(""));
     EXPECT_THAT(placesOf(inputsBelow(":", "")), ElementsAre("a.pdf"));
-    fs::current_path(before);
 }
 
-TEST(Inputs, NameTheSubfoldersThatCannotBeRead)
+TEST_F(Inputs, NameTheSubfoldersThatCannotBeRead)
 {
-    const support::ScratchFolder scratch;
     const std::string folder = scratch.path("in");
     fs::create_directories(folder + "/locked");
     scratch.write("in/z.pdf", "z");
