@@ -1,7 +1,6 @@
 #include "VantoraHost/core/actions/Sequence.h"
 
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
-#include "VantoraHost/core/actions/DeletePagesOptions.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
@@ -21,8 +20,7 @@ StepRequest scripted(std::vector<std::pair<std::string, std::string>> options)
 
 Sequence sequenceOf(const std::vector<StepRequest>& requests)
 {
-    auto sequence =
-        Sequence::of(requests, ActionCatalog::of({SCRIPTED_ACTION_FOLDER, ACTION_FOLDER}));
+    auto sequence = Sequence::of(requests, ActionCatalog::of({SCRIPTED_ACTION_FOLDER}));
     EXPECT_TRUE(sequence) << sequence.error().sentence;
     return sequence.value();
 }
@@ -109,23 +107,6 @@ TEST_F(RunningASequence, ForgetsWhatWentWrongBefore)
     ASSERT_NE(library->LastErrorCode(), 0);
     Sequence sequence = sequenceOf({scripted({})});
     EXPECT_TRUE(sequence.process(*library));
-}
-
-TEST_F(RunningASequence, DeletesPages)
-{
-    Sequence sequence = sequenceOf({{deletepages::actionName, {{deletepages::rangeKey, "1,3"}}}});
-    const Outcome outcome = sequence.process(*library);
-    ASSERT_TRUE(outcome) << outcome.error().sentence;
-    EXPECT_EQ(library->PageCount(), 1);
-}
-
-TEST(SequenceRequest, WithABadRangeIsRefusedBeforeTheRun)
-{
-    const auto sequence =
-        Sequence::of({{deletepages::actionName, {{deletepages::rangeKey, "4-2"}}}},
-                     ActionCatalog::of({ACTION_FOLDER}));
-    ASSERT_FALSE(sequence);
-    EXPECT_EQ(sequence.error().reason, Reason::BadPageRange);
 }
 
 } // namespace
