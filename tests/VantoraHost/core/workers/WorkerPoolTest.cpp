@@ -43,6 +43,8 @@ protected:
         settings.program = FAKE_WORKER_PROGRAM;
         settings.timeout = 1s;
         settings.timeToBegin = timeToBegin;
+        batch.inputs.clear();
+        batch.targets.clear();
         // A worker gets a quarter of what is to be done at a time.
         for (std::size_t i = 0; i < documents * 4; ++i) {
             const std::string number = std::to_string(i);
@@ -56,15 +58,19 @@ protected:
         return runInWorkers(batch, settings, listener);
     }
 
-    // Workers that never begin: the error that the run ends with.
-    std::string failureOf(const char* how)
+    /// The end of a run that goes on whatever its worker does.
+    BatchResult endOf(const char* how, std::size_t documents = 2)
     {
-        const auto start = std::chrono::steady_clock::now();
-        const auto result = run(how);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
-        EXPECT_FALSE(result);
-        EXPECT_TRUE(listener.reports.empty());
-        return result ? "" : result.error().sentence;
+        const auto result = run(how, documents);
+        EXPECT_TRUE(result) << result.error().sentence;
+        return result.value_or(BatchResult());
+    }
+
+    void expectAllDoneThough(const char* how, std::size_t documents = 2)
+    {
+        const BatchResult result = endOf(how, documents);
+        EXPECT_EQ(result.finished, batch.inputs.size());
+        EXPECT_EQ(result.failed, 0U);
     }
 
     std::string outputOf(std::size_t number) const
@@ -83,35 +89,36 @@ protected:
     Listener listener;
 };
 
-TEST_F(RunWithABadWorker, EndsSoonWhenItNeverSaysThatItIsReady)
+TEST_F(RunWithABadWorker, EndsSoonWhenItNeverBegins)
 {
-    EXPECT_EQ(failureOf("sleeps"), "worker processes don't begin within 1 second");
-}
-
-TEST_F(RunWithABadWorker, EndsSoonAlsoWhenSomebodyElseHoldsItsAnswers)
-{
-    EXPECT_EQ(failureOf("leaves a process that holds its answers"),
-              "worker processes don't begin within 1 second");
-}
-
-TEST_F(RunWithABadWorker, EndsWhenItSaysWhatMakesNoSense)
-{
-    EXPECT_EQ(failureOf("prints garbage"), "worker processes answer with what makes no sense");
-}
-
-TEST_F(RunWithABadWorker, EndsWhenItNeverStopsTalking)
-{
-    timeToBegin = 15s; // what a busy machine may take to hear the longest line
-    EXPECT_EQ(failureOf("prints without an end"),
-              "worker processes answer with what makes no sense");
+    const char* const late = "worker processes don't begin within 1 second";
+    const char* const nonsense = "worker processes answer with what makes no sense";
+    const std::chrono::seconds busy = 15s; // what a busy machine may take to hear the longest line
+    const struct {
+        const char* how;
+        std::chrono::seconds timeToBegin;
+        const char* says;
+    } rows[] = {
+        {"sleeps", 1s, late},
+        {"leaves a process that holds its answers", 1s, late},
+        {"prints garbage", 1s, nonsense},
+        {"prints without an end", busy, nonsense},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.how);
+        const auto start = std::chrono::steady_clock::now();
+        timeToBegin = row.timeToBegin;
+        const auto result = run(row.how);
+        EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
+        ASSERT_FALSE(result);
+        EXPECT_EQ(result.error().sentence, row.says);
+        EXPECT_TRUE(listener.reports.empty());
+    }
 }
 
 TEST_F(RunWithABadWorker, KnowsWhichOutputsAreFinishedWhenItDiesOverItsReport)
 {
-    const auto result = run("dies after it gave names");
-    ASSERT_TRUE(result) << result.error().sentence;
-    EXPECT_EQ(result->finished, batch.inputs.size());
-    EXPECT_EQ(result->failed, 0U);
+    expectAllDoneThough("dies after it gave names");
     for (std::size_t i = 0; i < batch.inputs.size(); ++i) {
         EXPECT_EQ(reportOf(i).status, DocumentStatus::Done);
         EXPECT_EQ(reportOf(i).pagesAfter, 1);
@@ -121,18 +128,15 @@ TEST_F(RunWithABadWorker, KnowsWhichOutputsAreFinishedWhenItDiesOverItsReport)
 
 TEST_F(RunWithABadWorker, KnowsItAlsoWhenItHasToEndIt)
 {
-    const auto result = run("hangs after it gave names", 1);
-    ASSERT_TRUE(result) << result.error().sentence;
-    EXPECT_EQ(result->failed, 0U);
+    expectAllDoneThough("hangs after it gave names", 1);
     EXPECT_EQ(reportOf(0).status, DocumentStatus::Done);
 }
 
 TEST_F(RunWithABadWorker, TakesAnOldFileForNoOutput)
 {
     scratch.write("out0.pdf", "an older file");
-    const auto result = run("dies before it gives names", 1);
-    ASSERT_TRUE(result) << result.error().sentence;
-    EXPECT_EQ(result->failed, batch.inputs.size());
+    const BatchResult result = endOf("dies before it gives names", 1);
+    EXPECT_EQ(result.failed, batch.inputs.size());
     ASSERT_TRUE(reportOf(0).error);
     EXPECT_EQ(reportOf(0).error->reason, Reason::Killed);
     EXPECT_EQ(
@@ -144,46 +148,34 @@ TEST_F(RunWithABadWorker, TakesAnOldFileForNoOutput)
 
 TEST_F(RunWithABadWorker, DoesWhatWasLeftWhenItDiesBetweenTwoOutputs)
 {
-    const auto result = run("dies between two names");
-    ASSERT_TRUE(result) << result.error().sentence;
-    EXPECT_EQ(result->finished, batch.inputs.size());
-    EXPECT_EQ(result->failed, 0U);
+    expectAllDoneThough("dies between two names");
 }
 
 TEST_F(RunWithABadWorker, GoesOnWhenSomeAreKilledBeforeTheyAreReady)
 {
     ::setenv("FAKE_WORKER_STARTS", scratch.path("starts").c_str(), 1);
-    const auto result = run("dies after its first document and while it begins");
-    ASSERT_TRUE(result) << result.error().sentence;
-    EXPECT_EQ(result->finished, batch.inputs.size());
-    EXPECT_EQ(result->failed, 0U);
+    expectAllDoneThough("dies after its first document and while it begins");
     EXPECT_EQ(support::readFile(scratch.path("starts")).size(), 8U);
 }
 
 TEST_F(RunWithABadWorker, HearsOfOutputsBeforeTheyGetTheirNames)
 {
     batch.settings.reportFirst = true;
-    const auto result = run("asks for leave to give names");
-    ASSERT_TRUE(result) << result.error().sentence;
-    EXPECT_EQ(result->failed, 0U);
+    expectAllDoneThough("asks for leave to give names");
     EXPECT_THAT(listener.reportedFirst, testing::UnorderedElementsAreArray(batch.inputs));
 }
 
 TEST_F(RunWithABadWorker, GivesNoLeaveThatNobodyNeeds)
 {
-    const auto result = run("asks for leave to give names", 1);
-    ASSERT_TRUE(result) << result.error().sentence;
-    EXPECT_EQ(result->failed, batch.inputs.size());
+    const BatchResult result = endOf("asks for leave to give names", 1);
+    EXPECT_EQ(result.failed, batch.inputs.size());
     EXPECT_TRUE(listener.reportedFirst.empty());
 }
 
 TEST_F(RunWithABadWorker, BelievesNoReportOfADocumentThatItWasNotGiven)
 {
-    const auto result = run("names what it was not given", 1);
-    ASSERT_TRUE(result) << result.error().sentence;
     // The output of the first is there, so that it is done, whatever else was said.
-    EXPECT_EQ(result->failed, 0U);
-    EXPECT_EQ(result->finished, batch.inputs.size());
+    expectAllDoneThough("names what it was not given", 1);
 }
 
 } // namespace
