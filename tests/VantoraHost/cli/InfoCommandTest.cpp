@@ -4,9 +4,6 @@
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/Sketch.h"
 
-#include <QtCore/QJsonArray>
-#include <QtCore/QJsonObject>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -14,11 +11,11 @@ namespace {
 
 using testing::HasSubstr;
 
-QJsonObject infoOf(const std::string& file)
+std::string infoOf(const std::string& file)
 {
     const auto answer = terminal::run("info --json " + file);
     EXPECT_EQ(terminal::lines(answer.out).size(), 1U) << answer.err;
-    return terminal::objects(answer.out).at(0);
+    return answer.out;
 }
 
 class Info : public InOwnFolder {};
@@ -29,20 +26,15 @@ TEST_F(Info, OfAPlainDocumentSaysWhatItHasNot)
     pages.builder.setTrailerEntries("/Info << /Title (\xfe\xff\x20\xac) >>");
     const std::string document = pages.build();
     scratch.write("plain.pdf", document);
-    const QJsonObject info = infoOf("plain.pdf");
-    EXPECT_EQ(info["status"].toString(), "done");
-    EXPECT_EQ(info["bytes"].toInt(), static_cast<int>(document.size()));
-    EXPECT_EQ(info["pages"].toInt(), 3);
-    EXPECT_EQ(info["version"].toString(), "1.7");
-    EXPECT_EQ(info["encryption"].toString(), "none");
-    EXPECT_EQ(info["permitted"].toArray().size(), 8);
-    EXPECT_EQ(info["title"].toString(), QString(QChar(0x20AC)));
-    for (const char* key :
-         {"outline_entries", "form_fields", "signatures", "attachments", "layers"}) {
-        EXPECT_EQ(info[key].toInt(-1), 0) << key;
-    }
-    EXPECT_FALSE(info["tagged"].toBool(true));
-    EXPECT_FALSE(info["linearised"].toBool(true));
+    const std::string info = infoOf("plain.pdf");
+    EXPECT_THAT(info, HasSubstr("\"status\":\"done\",\"bytes\":" + std::to_string(document.size()) +
+                                ",\"pages\":3,"));
+    EXPECT_THAT(info, HasSubstr(R"("version":"1.7","encryption":"none","permitted":["printing",)"
+                                R"("modifying","copying","annotating","form filling",)"
+                                R"("accessibility","assembling","full-quality printing"])"));
+    EXPECT_THAT(info,
+                HasSubstr(R"("title":"\u20ac","outline_entries":0,"form_fields":0,"tagged":false,)"
+                          R"("signatures":0,"attachments":0,"layers":0,"linearised":false)"));
 }
 
 TEST_F(Info, CountsWhatADocumentHas)
@@ -57,36 +49,27 @@ TEST_F(Info, CountsWhatADocumentHas)
                          {"layer", "<< /Type /OCG /Name (Layer) >>"}}}
             .built();
     scratch.write("rich.pdf", support::rewritten(document, "--linearize"));
-    const QJsonObject info = infoOf("rich.pdf");
-    EXPECT_EQ(info["outline_entries"].toInt(), 1);
-    EXPECT_EQ(info["form_fields"].toInt(), 2);
-    EXPECT_EQ(info["signatures"].toInt(), 1);
-    EXPECT_EQ(info["layers"].toInt(), 1);
-    EXPECT_TRUE(info["tagged"].toBool());
-    EXPECT_TRUE(info["linearised"].toBool());
+    EXPECT_THAT(infoOf("rich.pdf"),
+                HasSubstr(R"("outline_entries":1,"form_fields":2,"tagged":true,"signatures":1,)"
+                          R"("attachments":0,"layers":1,"linearised":true)"));
 }
 
 TEST_F(Info, GroupsPagesBySizeAsTheyAreShown)
 {
     scratch.write("mixed.pdf", support::rewritten(support::documentOfPages(3), "--rotate=90:2"));
-    const QJsonArray sizes = infoOf("mixed.pdf")["page_sizes"].toArray();
-    ASSERT_EQ(sizes.size(), 2);
-    EXPECT_EQ(sizes[0]["width"].toDouble(), 612);
-    EXPECT_EQ(sizes[0]["height"].toDouble(), 792);
-    EXPECT_EQ(sizes[0]["pages"].toInt(), 2);
-    EXPECT_EQ(sizes[0]["paper"].toString(), "Letter");
-    EXPECT_EQ(sizes[1]["width"].toDouble(), 792);
-    EXPECT_EQ(sizes[1]["first_page"].toInt(), 2);
+    EXPECT_THAT(
+        infoOf("mixed.pdf"),
+        HasSubstr(R"([{"width":612,"height":792,"paper":"Letter","first_page":1,"pages":2},)"
+                  R"({"width":792,"height":612,"paper":"Letter","first_page":2,"pages":1}])"));
 }
 
 TEST_F(Info, TellsEncryptionAndWhatIsPermitted)
 {
     scratch.write("limited.pdf", support::rewritten(support::documentOfPages(1),
                                                     "--encrypt '' owner 256 --modify=none --"));
-    const QJsonObject info = infoOf("limited.pdf");
-    EXPECT_EQ(info["encryption"].toString(), "AES 256 bits");
-    EXPECT_TRUE(info["permitted"].toArray().contains("printing"));
-    EXPECT_FALSE(info["permitted"].toArray().contains("assembling"));
+    EXPECT_THAT(infoOf("limited.pdf"),
+                HasSubstr(R"("encryption":"AES 256 bits","permitted":["printing","copying",)"
+                          R"("accessibility","full-quality printing"])"));
     EXPECT_THAT(terminal::run("info limited.pdf").out, HasSubstr("not permitted"));
 }
 
