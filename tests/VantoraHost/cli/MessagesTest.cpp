@@ -1,6 +1,5 @@
 #include "VantoraHost/cli/Messages.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -10,30 +9,21 @@ namespace {
 using namespace vantora;
 using namespace vantora::cli;
 
-std::string printed(const Error& error, bool colour)
+std::string printed(const Error& error)
 {
     std::ostringstream out;
     std::ostringstream err;
-    Streams streams = {0, out, err};
-    streams.colour = colour;
-    printError(streams, error);
+    printError({0, out, err}, error);
     EXPECT_EQ(out.str(), "");
     return err.str();
 }
 
 TEST(ErrorMessage, NamesFileAndRemedyOnOneLine)
 {
-    EXPECT_EQ(printed({Reason::InputMissing, "a\nb.pdf", "there is no such file"}, false),
+    EXPECT_EQ(printed({Reason::InputMissing, "a\nb.pdf", "there is no such file"}),
               "vantora: error: a\\nb.pdf: there is no such file; check the name\n");
-    EXPECT_EQ(printed({Reason::LibraryFailed, "", "it failed\nbadly"}, false),
+    EXPECT_EQ(printed({Reason::LibraryFailed, "", "it failed\nbadly"}),
               "vantora: error: it failed\\nbadly\n");
-}
-
-TEST(ErrorMessage, IsColouredOnlyWhereAsked)
-{
-    EXPECT_THAT(printed({Reason::NotPdf, "a", "b"}, true), testing::HasSubstr("\033[31merror:"));
-    EXPECT_THAT(printed({Reason::NotPdf, "a", "b"}, false),
-                testing::Not(testing::HasSubstr("\033")));
 }
 
 TEST(Sizes, AreRoundedInTheirUnit)

@@ -81,14 +81,6 @@ TEST_F(Program, SaysInOneLineThatNoDisplayCanBeReached)
     }
 }
 
-TEST_F(Program, LooksForActionsWhereItIsTold)
-{
-    const auto result =
-        runCommand("VANTORA_ACTIONS_PATH=" SCRIPTED_ACTION_FOLDER " " + program + " actions");
-    EXPECT_THAT(result.output, HasSubstr("Scripted"));
-    EXPECT_THAT(result.output, testing::Not(HasSubstr("Delete Pages")));
-}
-
 TEST_F(Program, AnswersWithItsExitStatus)
 {
     EXPECT_EQ(runCommand(program + " --version").status, 0);
@@ -100,9 +92,12 @@ TEST_F(Program, AnswersWithItsExitStatus)
 TEST_F(Program, PassesDocumentsThroughPipes)
 {
     const auto result =
-        runCommand("cat in.pdf | " + program + " run -p 2-9 - -o - 2>messages > out.pdf");
+        runCommand("( cat in.pdf | " + program + " run -p 2-9 - -o - 2>messages >out.pdf )");
     EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(support::problems(support::readFile("out.pdf")), "");
     EXPECT_EQ(support::pageTexts(support::readFile("out.pdf")), support::pagesNamed({1, 10}));
+    EXPECT_THAT(support::readFile("messages"),
+                HasSubstr("standard input -> standard output: 8 of 10 pages removed"));
 }
 
 TEST_F(Program, StopsCleanlyWhenInterrupted)
@@ -173,10 +168,15 @@ TEST_F(Program, SaysSoWhenAFileCannotKeepItsOwner)
 
 TEST_F(Program, NoticesAStandardOutputThatTakesNothing)
 {
-    for (const char* output : {">/dev/full", ">&-"}) {
-        const auto result = runCommand("( " + program + " info in.pdf " + output + " )");
-        EXPECT_EQ(result.status, 1) << output;
-        EXPECT_THAT(result.output, HasSubstr("standard output can't be written")) << output;
+    const std::pair<const char*, const char*> rows[] = {
+        {"info in.pdf >/dev/full", "error: standard output can't be written"},
+        {"info in.pdf >&-", "error: standard output can't be written"},
+        {"run -p 1 in.pdf -o - >/dev/full", "error: in.pdf: standard output can't be written"},
+    };
+    for (const auto& [arguments, says] : rows) {
+        const auto result = runCommand("( " + program + " " + arguments + " )");
+        EXPECT_EQ(result.status, 1) << arguments;
+        EXPECT_THAT(result.output, HasSubstr(says)) << arguments;
     }
 }
 

@@ -48,14 +48,4 @@ TEST(Progress, ComesBackAtOnceAfterOtherLines)
     EXPECT_THAT(terminal.str(), testing::EndsWith("2 of 9 documents"));
 }
 
-TEST(Progress, IsSilentWhereItIsNotWanted)
-{
-    std::ostringstream terminal;
-    {
-        ProgressLine line(terminal, false);
-        line.show(1, 0, 9, start);
-    }
-    EXPECT_EQ(terminal.str(), "");
-}
-
 } // namespace

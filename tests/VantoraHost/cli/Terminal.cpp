@@ -25,16 +25,8 @@ Answer run(const std::vector<std::string>& arguments, const Setting& setting)
 
     std::ostringstream out;
     std::ostringstream err;
-    if (setting.outIsBroken) {
-        out.setstate(std::ios::badbit);
-    }
-    const vantora::cli::Streams streams = {in,
-                                           out,
-                                           err,
-                                           setting.outIsTerminal,
-                                           setting.errIsTerminal,
-                                           setting.colour,
-                                           setting.interrupted};
+    const vantora::cli::Streams streams = {
+        in, out, err, setting.outIsTerminal, setting.errIsTerminal, false, setting.interrupted};
     const vantora::Installation installation = {
         setting.library, setting.actionFolders, {}, setting.program};
     const int status = vantora::cli::runProgram(

@@ -24,8 +24,6 @@ struct Setting {
     std::string standardInput;
     bool outIsTerminal = false;
     bool errIsTerminal = false;
-    bool colour = false;
-    bool outIsBroken = false; ///< standard output takes nothing
     std::function<bool()> interrupted = [] { return false; };
     std::filesystem::path library = PDF_LIBRARY;
     std::filesystem::path program = BUILT_PROGRAM; ///< for workers

@@ -27,10 +27,4 @@ TEST(Installation, TakesOtherActionFoldersInTheirPlace)
                 ElementsAre("/v/lib/vantora/actions"));
 }
 
-TEST(Installation, OfTheBuildTreeHasTheSameLayout)
-{
-    EXPECT_EQ(installationOf(BUILT_PROGRAM, nullptr).library, PDF_LIBRARY);
-    EXPECT_THAT(installationOf(BUILT_PROGRAM, nullptr).actionFolders, ElementsAre(ACTION_FOLDER));
-}
-
 } // namespace
