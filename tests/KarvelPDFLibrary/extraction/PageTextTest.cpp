@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/pages/DeletePages.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
+#include "tests/support/Sketch.h"
 
 #include <gtest/gtest.h>
 
@@ -13,9 +14,9 @@ using namespace karvel::extraction;
 
 std::unique_ptr<Document> withContent(const std::string& content, const std::string& entries = {})
 {
-    support::PagedDocument file(1, entries);
-    file.builder.setStream(file.pages[0] - 1, content);
-    return support::opened(file.build());
+    return support::opened(
+        support::Sketch{{"/Contents @content " + entries}, "", {{"content", "|" + content}}}
+            .built());
 }
 
 std::string text(Document& document, TextLayout layout, int page = 1)
@@ -45,27 +46,27 @@ struct Row {
     const char* entries;
 };
 
-class PagesInEveryPosition : public testing::TestWithParam<Row> {};
-
-TEST_P(PagesInEveryPosition, ShowAllTheirText)
+TEST(PagesInEveryPosition, ShowAllTheirText)
 {
-    auto document = withContent("BT /F1 12 Tf 10 785 Td (top) Tj ET BT /F1 12 Tf 580 5 Td (end) Tj "
-                                "ET",
-                                GetParam().entries);
-    for (const TextLayout layout :
-         {TextLayout::ReadingOrder, TextLayout::Physical, TextLayout::ContentStream}) {
-        const std::string found = text(*document, layout);
-        EXPECT_NE(found.find("top"), std::string::npos) << found;
-        EXPECT_NE(found.find("end"), std::string::npos) << found;
+    const Row rows[] = {{"upright", ""},
+                        {"turned", "/Rotate 90"},
+                        {"upside down", "/Rotate 180"},
+                        {"turned back", "/Rotate 270"},
+                        {"moved", "/CropBox [5 2 612 800]"}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document =
+            withContent("BT /F1 12 Tf 10 785 Td (top) Tj ET BT /F1 12 Tf 580 5 Td (end) Tj "
+                        "ET",
+                        row.entries);
+        for (const TextLayout layout :
+             {TextLayout::ReadingOrder, TextLayout::Physical, TextLayout::ContentStream}) {
+            const std::string found = text(*document, layout);
+            EXPECT_NE(found.find("top"), std::string::npos) << found;
+            EXPECT_NE(found.find("end"), std::string::npos) << found;
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(Extraction, PagesInEveryPosition,
-                         testing::Values(Row{"upright", ""}, Row{"turned", "/Rotate 90"},
-                                         Row{"upside_down", "/Rotate 180"},
-                                         Row{"turned_back", "/Rotate 270"},
-                                         Row{"moved", "/CropBox [5 2 612 800]"}),
-                         [](const auto& info) { return info.param.name; });
 
 TEST(PageText, IsThatOfTheDocumentAsItIsNow)
 {
@@ -88,6 +89,7 @@ TEST(PageText, IsThatOfTheDocumentAsItIsNow)
         }
         ASSERT_TRUE(pages::deletePages(*document, PageRun{1, 1}).has_value());
         EXPECT_EQ(second(), "Page 3");
+        EXPECT_TRUE(document->isModified()) << "looking is no saving";
         EXPECT_EQ(pageText(*document, view, 3, TextLayout::Physical).error().code,
                   ErrorCode::BadPageList);
     }

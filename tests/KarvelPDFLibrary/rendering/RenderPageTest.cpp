@@ -1,6 +1,5 @@
 #include "KarvelPDFLibrary/rendering/RenderPage.h"
 
-#include "KarvelPDFLibrary/pages/DeletePages.h"
 #include "KarvelPDFLibrary/rendering/PageMarks.h"
 #include "tests/support/Images.h"
 #include "tests/support/Inspect.h"
@@ -62,7 +61,7 @@ TEST(Formats, HoldThePage)
                               {"grey jpeg", 18, "JPEG", grey, white},
                               {"grey tiff", 19, "TIFF", grey, white},
                               {"grey bmp", 20, "BMP", grey, white},
-                              {"grey ppm", 21, "PPM", grey, white},
+                              {"grey ppm", 21, "PGM", grey, white},
                               {"transparent png", 65, "PNG", red, {0, 0, 0, 0}},
                               {"transparent grey png", 81, "PNG", grey, {0, 0, 0, 0}}};
     for (const FormatRow& row : rows) {
@@ -137,24 +136,6 @@ TEST(Rendering, OfThumbnailsHasALongerSideOfThatManyPixels)
         const support::Image image = support::decoded(bytes.value_or(""));
         EXPECT_EQ(image.width, side);
         EXPECT_EQ(image.height, std::max(1, static_cast<int>(std::lround(side / 2.0))));
-    }
-}
-
-TEST(Rendering, ShowsTheDocumentAsItIsNow)
-{
-    support::PagedDocument file(2);
-    file.builder.setStream(file.pages[0] - 1, "1 0 0 rg 0 0 612 792 re f");
-    file.builder.setStream(file.pages[1] - 1, "0 1 0 rg 0 0 612 792 re f");
-    for (const char* qpdfOptions : {"", "--encrypt '' owner 256 --"}) {
-        auto document = support::opened(support::rewritten(file.build(), qpdfOptions));
-        viewing::View view;
-        const auto first = [&] {
-            return support::decoded(pageImage(*document, view, 1, 10, {}).value_or("")).at(5, 5);
-        };
-        EXPECT_EQ(first(), red);
-        ASSERT_TRUE(pages::deletePages(*document, PageRun{1, 1}).has_value());
-        EXPECT_EQ(first(), (std::array<int, 4>{0, 255, 0, 255}));
-        EXPECT_TRUE(document->isModified()) << "rendering is no saving";
     }
 }
 
