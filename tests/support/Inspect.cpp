@@ -41,6 +41,13 @@ std::string readFile(const std::string& path)
     return text.str();
 }
 
+std::string replaced(std::string text, const std::string& from, const std::string& to)
+{
+    const std::size_t at = text.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    return text.replace(at, from.size(), to);
+}
+
 CommandResult runCommand(const std::string& command)
 {
     CommandResult result;
@@ -125,6 +132,14 @@ std::string savedIn(karvel::Document& document, karvel::saving::Way way)
 {
     const auto bytes = karvel::saving::toString(document, keeping(way));
     EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
+    return bytes.value_or("");
+}
+
+std::string saved(karvel::Document& document)
+{
+    const auto bytes = karvel::saving::toString(document, {});
+    EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
+    EXPECT_EQ(problems(bytes.value_or("")), "");
     return bytes.value_or("");
 }
 

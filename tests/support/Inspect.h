@@ -28,6 +28,9 @@ private:
 
 std::string readFile(const std::string& path);
 
+/// A text with something else in the place of its first `from`; none fails the test.
+std::string replaced(std::string text, const std::string& from, const std::string& to);
+
 /// Runs a shell command; its exit status and everything that it printed.
 struct CommandResult {
     int status = -1;
@@ -53,6 +56,9 @@ karvel::saving::SaveOptions keeping(karvel::saving::Way way = karvel::saving::Wa
 /// What is saved so; a failure fails the test.
 std::string savedIn(karvel::Document& document,
                     karvel::saving::Way way = karvel::saving::Way::CopyUnchanged);
+
+/// What is saved with the library's defaults, which qpdf must find nothing wrong with.
+std::string saved(karvel::Document& document);
 
 /// Opens bytes in our library; a failure fails the test.
 std::unique_ptr<karvel::Document> opened(const std::string& pdf, const std::string& password = {});

@@ -46,14 +46,18 @@ std::string PdfBuilder::build(int catalog) const
     file += "xref\n0 " + std::to_string(last_ + 1) + "\n0000000000 65535 f \n";
     for (int number = 1; number <= last_; ++number) {
         const std::size_t offset = offsets[static_cast<std::size_t>(number)];
-        char row[32];
-        std::snprintf(row, sizeof row, "%010zu %05d %c \n", offset, offset == 0 ? 65535 : 0,
-                      offset == 0 ? 'f' : 'n');
-        file += row;
+        file += offset == 0 ? "0000000000 65535 f \n" : tableRow(offset);
     }
     file += "trailer\n<< /Size " + std::to_string(last_ + 1) + " /Root " + reference(catalog) +
             " " + trailerEntries_ + " >>\nstartxref\n" + std::to_string(start) + "\n%%EOF\n";
     return file;
+}
+
+std::string PdfBuilder::tableRow(std::size_t offset)
+{
+    char row[32];
+    std::snprintf(row, sizeof row, "%010zu 00000 n \n", offset);
+    return row;
 }
 
 std::string showText(const std::string& text)

@@ -28,6 +28,9 @@ public:
     /// The file with a cross-reference table.
     std::string build(int catalog) const;
 
+    /// The row of a cross-reference table for an object at an offset.
+    static std::string tableRow(std::size_t offset);
+
     /// "12 0 R"
     static std::string reference(int number) { return std::to_string(number) + " 0 R"; }
 

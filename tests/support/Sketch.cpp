@@ -106,7 +106,10 @@ std::string Sketch::built() const
     std::map<std::string, int> numbers;
     const int catalogNumber = builder.reserve();
     const int root = builder.reserve();
+    numbers["pages"] = root;
     const int font = builder.add("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>");
+    const std::string fonts =
+        "/Resources << /Font << /F1 " + PdfBuilder::reference(font) + " >> >>";
     std::string kids;
     for (std::size_t i = 1; i <= pages.size(); ++i) {
         const int page = builder.reserve();
@@ -118,18 +121,26 @@ std::string Sketch::built() const
     }
     for (std::size_t i = 1; i <= pages.size(); ++i) {
         const std::string name = std::to_string(i);
-        std::string entries = filledIn(pages[i - 1], numbers);
-        if (pages[i - 1].find("/Contents @") == std::string::npos &&
-            pages[i - 1].find("/Contents [@") == std::string::npos) {
+        const auto has = [&](const char* entry) {
+            return pages[i - 1].find(entry) != std::string::npos;
+        };
+        std::string entries = "/Type /Page " + filledIn(pages[i - 1], numbers);
+        if (!has("/Contents @") && !has("/Contents [@")) {
             const int content = builder.addStream(showText("Page " + name));
             entries += " /Contents " + PdfBuilder::reference(content);
         }
-        if (entries.find("/Resources") == std::string::npos &&
-            tree.find("/Resources") == std::string::npos) {
-            entries += " /Resources << /Font << /F1 " + PdfBuilder::reference(font) + " >> >>";
+        const bool inherits = has("/Parent @");
+        if (!inherits) {
+            entries += " /Parent " + PdfBuilder::reference(root);
         }
-        builder.set(numbers["p" + name], "<< /Type /Page /Parent " + PdfBuilder::reference(root) +
-                                             " /MediaBox [0 0 612 792] " + entries + " >>");
+        for (const auto& [key, entry] :
+             {std::pair("/MediaBox", std::string("/MediaBox [0 0 612 792]")),
+              std::pair("/Resources", fonts)}) {
+            if (!inherits && !has(key) && tree.find(key) == std::string::npos) {
+                entries += " " + entry;
+            }
+        }
+        builder.set(numbers["p" + name], "<< " + entries + " >>");
     }
     for (const auto& [name, text] : objects) {
         const std::size_t bar = text.find('|');
@@ -140,8 +151,12 @@ std::string Sketch::built() const
                               filledIn(text.substr(0, bar), numbers));
         }
     }
-    builder.set(root, "<< /Type /Pages /Count " + std::to_string(pages.size()) + " /Kids [" + kids +
-                          "] " + filledIn(tree, numbers) + " >>");
+    const bool isWhole = tree.find("/Kids") != std::string::npos;
+    builder.set(root, "<< " +
+                          (isWhole ? ""
+                                   : "/Type /Pages /Count " + std::to_string(pages.size()) +
+                                         " /Kids [" + kids + "] ") +
+                          filledIn(tree, numbers) + " >>");
     builder.set(catalogNumber, "<< /Type /Catalog /Pages " + PdfBuilder::reference(root) + " " +
                                    filledIn(catalog, numbers) + " >>");
     return builder.build(catalogNumber);

@@ -7,10 +7,10 @@
 namespace support {
 
 /// A document in shorthand. In all texts "@name" is a reference to an object: to one of `objects`,
-/// or to page N with "@pN". Page N shows the text "Page N".
+/// to page N with "@pN", or to the page tree's root with "@pages". Page N shows the text "Page N".
 struct Sketch {
-    /// Entries of each page. /Contents and /Resources are added where a page hasn't got its own,
-    /// and has no resources from `tree`.
+    /// Entries of each page. /Contents, /Parent, /MediaBox and /Resources are added where a page
+    /// hasn't got its own, the last two unless `tree` or a /Parent of its own gives them.
     std::vector<std::string> pages;
 
     /// Entries of the catalog besides /Pages.
@@ -20,7 +20,7 @@ struct Sketch {
     /// before and its data after it.
     std::vector<std::pair<std::string, std::string>> objects;
 
-    /// Entries of the page tree's root besides what it must have.
+    /// Entries of the page tree's root besides what it must have; all of them when there is /Kids.
     std::string tree = {};
 
     /// The file with a cross-reference table.

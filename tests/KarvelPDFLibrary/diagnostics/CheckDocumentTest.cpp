@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/pages/DeletePages.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
+#include "tests/support/Sketch.h"
 
 #include <gtest/gtest.h>
 
@@ -14,10 +15,8 @@ using namespace karvel::diagnostics;
 /// Two pages; the second has what the row says in place of its content.
 std::string withContent(const std::string& data, const std::string& entries = {})
 {
-    support::PagedDocument file(2);
-    const int content = file.pages[1] - 1;
-    file.builder.setStream(content, data, entries);
-    return file.build();
+    return support::Sketch{{"", "/Contents @content"}, "", {{"content", entries + "|" + data}}}
+        .built();
 }
 
 struct Row {
@@ -26,51 +25,44 @@ struct Row {
     int lowestLevel; // that finds a problem; 4: none does
 };
 
-class Checks : public testing::TestWithParam<Row> {};
-
-TEST_P(Checks, FindProblemsFromTheirLevelOn)
+TEST(Checks, FindProblemsFromTheirLevelOn)
 {
-    auto document = support::opened(GetParam().make());
-    ASSERT_TRUE(document);
-    for (int level = 1; level <= 3; ++level) {
-        const std::size_t before = document->warnings().size();
-        const int problems = checkDocument(*document, static_cast<CheckLevel>(level)).value();
-        EXPECT_EQ(problems > 0, level >= GetParam().lowestLevel) << "level " << level;
-        EXPECT_EQ(document->warnings().size() - before, static_cast<std::size_t>(problems));
+    const Row rows[] = {
+        {"intact", [] { return support::documentOfPages(3); }, 4},
+        {"encrypted and linearized",
+         [] {
+             return support::rewritten(support::documentOfPages(3),
+                                       "--linearize --encrypt '' o 256 --");
+         },
+         4},
+        {"table with a wrong offset",
+         [] {
+             std::string file = support::documentOfPages(2);
+             const auto row = file.find(" 00000 n", file.rfind("xref\n0"));
+             return file.replace(row - 2, 2, "99");
+         },
+         1},
+        {"kids with a loop",
+         [] {
+             return support::Sketch{{"", ""}, "", {}, "/Type /Pages /Count 2 /Kids [@p1 @pages]"}
+                 .built();
+         },
+         1},
+        {"flate data that is none", [] { return withContent("x", "/Filter /FlateDecode"); }, 2},
+        {"content with a bad token", [] { return withContent("BT <zz> Tj ET"); }, 3}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = support::opened(row.make());
+        ASSERT_TRUE(document);
+        for (int level = 1; level <= 3; ++level) {
+            const std::size_t before = document->warnings().size();
+            const int problems = checkDocument(*document, static_cast<CheckLevel>(level)).value();
+            EXPECT_EQ(problems > 0, level >= row.lowestLevel) << "level " << level;
+            EXPECT_EQ(document->warnings().size() - before, static_cast<std::size_t>(problems));
+        }
+        EXPECT_FALSE(document->isModified());
     }
-    EXPECT_FALSE(document->isModified());
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Diagnostics, Checks,
-    testing::Values(
-        Row{"intact", [] { return support::documentOfPages(3); }, 4},
-        Row{"encrypted_and_linearized",
-            [] {
-                return support::rewritten(support::documentOfPages(3),
-                                          "--linearize --encrypt '' o 256 --");
-            },
-            4},
-        Row{"table_with_a_wrong_offset",
-            [] {
-                std::string file = support::documentOfPages(2);
-                const auto row = file.find(" 00000 n", file.rfind("xref\n0"));
-                return file.replace(row - 2, 2, "99");
-            },
-            1},
-        Row{"kids_with_a_loop",
-            [] {
-                support::PagedDocument file(2);
-                file.builder.set(file.root, "<< /Type /Pages /Count 2 /Kids [" +
-                                                support::PdfBuilder::reference(file.pages[0]) +
-                                                " " + support::PdfBuilder::reference(file.root) +
-                                                "] >>");
-                return file.build();
-            },
-            1},
-        Row{"flate_data_that_is_none", [] { return withContent("x", "/Filter /FlateDecode"); }, 2},
-        Row{"content_with_a_bad_token", [] { return withContent("BT <zz> Tj ET"); }, 3}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Diagnostics, ChecksTheDocumentAsItIsNow)
 {

@@ -1,7 +1,7 @@
 #include "KarvelPDFLibrary/pages/DeletePages.h"
 #include "KarvelPDFLibrary/saving/Save.h"
 #include "tests/support/Inspect.h"
-#include "tests/support/PdfBuilder.h"
+#include "tests/support/Sketch.h"
 
 #include <gmock/gmock.h>
 
@@ -25,53 +25,42 @@ struct Numbers {
     const char* error;
 };
 
-void PrintTo(const Numbers& value, std::ostream* out)
+TEST(ObjectNumbers, NeverCostMoreThanTheDocument)
 {
-    *out << value.name;
+    const Numbers rows[] = {
+        {"high reference", "/X 99999999 0 R", false, nullptr, nullptr},
+        {"high reference where an object is added", "/X 99999999 0 R", true, nullptr,
+         "it refers to object 99999999"},
+        {"high reference without a table", "/X 99999999 0 R", false, "",
+         "it speaks of object 99999999"},
+        {"high object without a table", "", false, "99999999 0 obj\n(x)\nendobj\n",
+         "it speaks of object 99999999"},
+        {"gap in the numbers", "", false, "8000000 0 obj\n(x)\nendobj\n", nullptr}};
+    for (const Numbers& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::string pdf =
+            support::Sketch{{"", ""},
+                            row.inCatalog,
+                            {},
+                            row.needsNewObject ? "/Type /Pages /Count 3 /Kids [@p1 @p2 @p1]" : ""}
+                .built();
+        if (row.insteadOfTable != nullptr) {
+            const std::size_t table = pdf.find("xref\n");
+            pdf.replace(table, pdf.find("trailer", table) - table, row.insteadOfTable);
+        }
+        const auto document = Document::load(io::fromMemory(pdf), {});
+        if (row.error != nullptr) {
+            ASSERT_FALSE(document.has_value());
+            EXPECT_THAT(document.error().text, testing::HasSubstr(row.error));
+            EXPECT_EQ(document.error().code, ErrorCode::NotPdf);
+            continue;
+        }
+        ASSERT_TRUE(document.has_value()) << document.error().text;
+        ASSERT_TRUE(pages::deletePages(**document, {1, 1}).has_value());
+        const auto saved = saving::toString(**document, {});
+        ASSERT_TRUE(saved.has_value()) << saved.error().text;
+        EXPECT_EQ(support::pageTexts(*saved), support::pagesNamed({2}));
+    }
 }
-
-class ObjectNumbers : public testing::TestWithParam<Numbers> {};
-
-TEST_P(ObjectNumbers, NeverCostMoreThanTheDocument)
-{
-    support::PagedDocument file(2);
-    file.catalogEntries = GetParam().inCatalog;
-    const std::string first = support::PdfBuilder::reference(file.pages[0]);
-    if (GetParam().needsNewObject) {
-        file.builder.set(file.root, "<< /Type /Pages /Count 3 /Kids [" + first + " " +
-                                        support::PdfBuilder::reference(file.pages[1]) + " " +
-                                        first + "] >>");
-    }
-    std::string pdf = file.build();
-    if (GetParam().insteadOfTable != nullptr) {
-        const std::size_t table = pdf.find("xref\n");
-        pdf.replace(table, pdf.find("trailer", table) - table, GetParam().insteadOfTable);
-    }
-    const auto document = Document::load(io::fromMemory(pdf), {});
-    if (GetParam().error != nullptr) {
-        ASSERT_FALSE(document.has_value());
-        EXPECT_THAT(document.error().text, testing::HasSubstr(GetParam().error));
-        EXPECT_EQ(document.error().code, ErrorCode::NotPdf);
-        return;
-    }
-    ASSERT_TRUE(document.has_value()) << document.error().text;
-    ASSERT_TRUE(pages::deletePages(**document, {1, 1}).has_value());
-    const auto saved = saving::toString(**document, {});
-    ASSERT_TRUE(saved.has_value()) << saved.error().text;
-    EXPECT_EQ(support::pageTexts(*saved), support::pagesNamed({2}));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Document, ObjectNumbers,
-    testing::Values(Numbers{"high_reference", "/X 99999999 0 R", false, nullptr, nullptr},
-                                Numbers{"high_reference_where_an_object_is_added", "/X 99999999 0 R", true,
-                            nullptr, "it refers to object 99999999"},
-                    Numbers{"high_reference_without_a_table", "/X 99999999 0 R", false, "",
-                            "it speaks of object 99999999"},
-                    Numbers{"high_object_without_a_table", "", false,
-                            "99999999 0 obj\n(x)\nendobj\n", "it speaks of object 99999999"},
-                    Numbers{"gap_in_the_numbers", "", false, "8000000 0 obj\n(x)\nendobj\n",
-                            nullptr}),
-    [](const auto& info) { return info.param.name; });
 
 } // namespace

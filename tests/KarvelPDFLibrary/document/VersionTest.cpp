@@ -4,6 +4,7 @@
 #include "KarvelPDFLibrary/security/Encryption.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
+#include "tests/support/Sketch.h"
 
 #include <gtest/gtest.h>
 
@@ -18,26 +19,21 @@ struct Present {
     const char* version;
 };
 
-class PresentVersion : public testing::TestWithParam<Present> {};
-
-TEST_P(PresentVersion, IsTheHigherOne)
+TEST(PresentVersion, IsTheHigherOne)
 {
-    support::PagedDocument file(1);
-    file.catalogEntries = GetParam().catalogEntry;
-    std::string bytes = file.build();
-    bytes.replace(0, 8, GetParam().header);
-    EXPECT_EQ(version(*support::opened(bytes)), GetParam().version);
+    const Present rows[] = {{"header only", "%PDF-1.4", "", "1.4"},
+                            {"catalog higher", "%PDF-1.4", "/Version /1.6", "1.6"},
+                            {"catalog lower", "%PDF-1.7", "/Version /1.4", "1.7"},
+                            {"catalog second", "%PDF-1.7", "/Version /2.0", "2.0"},
+                            {"catalog nonsense", "%PDF-1.7", "/Version /9.9.9.9", "1.7"},
+                            {"catalog number", "%PDF-1.7", "/Version 2.0", "1.7"}};
+    for (const Present& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string pdf = support::Sketch{{""}, row.catalogEntry, {}}.built();
+        const std::string bytes = support::replaced(pdf, "%PDF-1.7", row.header);
+        EXPECT_EQ(version(*support::opened(bytes)), row.version);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Version, PresentVersion,
-    testing::Values(Present{"header_only", "%PDF-1.4", "", "1.4"},
-                    Present{"catalog_higher", "%PDF-1.4", "/Version /1.6", "1.6"},
-                    Present{"catalog_lower", "%PDF-1.7", "/Version /1.4", "1.7"},
-                    Present{"catalog_second", "%PDF-1.7", "/Version /2.0", "2.0"},
-                    Present{"catalog_nonsense", "%PDF-1.7", "/Version /9.9.9.9", "1.7"},
-                    Present{"catalog_number", "%PDF-1.7", "/Version 2.0", "1.7"}),
-    [](const auto& info) { return info.param.name; });
 
 std::string saved(Document& document, saving::ObjectStreams objectStreams)
 {
@@ -48,9 +44,7 @@ std::string saved(Document& document, saving::ObjectStreams objectStreams)
 
 TEST(Version, IsWrittenThoughThePresentOneIsHigher)
 {
-    support::PagedDocument file(1);
-    file.catalogEntries = "/Version /2.0";
-    auto document = support::opened(file.build());
+    auto document = support::opened(support::Sketch{{""}, "/Version /2.0", {}}.built());
     ASSERT_TRUE(setVersion(*document, 1, 4).has_value());
     EXPECT_EQ(version(*document), "1.4");
     EXPECT_TRUE(document->isModified());

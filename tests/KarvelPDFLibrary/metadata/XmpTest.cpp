@@ -2,6 +2,7 @@
 
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
+#include "tests/support/Sketch.h"
 
 #include <gtest/gtest.h>
 #include <qpdf/QUtil.hh>
@@ -16,10 +17,9 @@ constexpr const char* xmp = "http://ns.adobe.com/xap/1.0/";
 
 std::unique_ptr<Document> withPacket(const std::string& packet)
 {
-    support::PagedDocument file(1);
-    const int stream = file.builder.addStream(packet, "/Type /Metadata /Subtype /XML");
-    file.catalogEntries = "/Metadata " + support::PdfBuilder::reference(stream);
-    return support::opened(file.build());
+    return support::opened(support::Sketch{
+        {""}, "/Metadata @xmp", {{"xmp", "/Type /Metadata /Subtype /XML|" + packet}}}
+                               .built());
 }
 
 std::string packetOf(const std::string& descriptions)

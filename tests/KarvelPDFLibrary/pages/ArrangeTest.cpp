@@ -2,7 +2,6 @@
 
 #include "KarvelPDFLibrary/page_boxes/PageBoxes.h"
 #include "KarvelPDFLibrary/pages/TabOrder.h"
-#include "KarvelPDFLibrary/saving/Save.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
 
@@ -14,15 +13,6 @@ namespace {
 
 using namespace karvel;
 using namespace karvel::pages;
-
-std::string saved(Document& document)
-{
-    const auto bytes = saving::toString(document, {});
-    EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
-    const std::string pdf = bytes.value_or("");
-    EXPECT_EQ(support::problems(pdf), "");
-    return pdf;
-}
 
 using Act = std::function<Status(Document&)>;
 
@@ -66,29 +56,26 @@ struct Row {
     std::vector<int> order; // of pages 1 to 6
 };
 
-class Arrangements : public testing::TestWithParam<Row> {};
-
-TEST_P(Arrangements, AreWritten)
+TEST(Arrangements, AreWritten)
 {
-    auto document = support::opened(support::documentOfPages(6));
-    ASSERT_TRUE(GetParam().arrange(*document).has_value());
-    EXPECT_TRUE(document->isModified());
-    EXPECT_EQ(support::pageTexts(saved(*document)), support::pagesNamed(GetParam().order));
+    const Row rows[] = {{"move forward", moving({2, 2}, 6), {1, 4, 5, 2, 3, 6}},
+                        {"move back", moving({4, 2}, 1), {4, 5, 1, 2, 3, 6}},
+                        {"move to the end", moving({1, 1}, 7), {2, 3, 4, 5, 6, 1}},
+                        {"move nowhere", moving({2, 2}, 4), {1, 2, 3, 4, 5, 6}},
+                        {"reverse", reversing({2, 3}), {1, 4, 3, 2, 5, 6}},
+                        {"reorder", reordering({6, 1, 5, 2, 4, 3}), {6, 1, 5, 2, 4, 3}},
+                        {"delete listed", deleting({6, 1, 3, 1}), {2, 4, 5}},
+                        {"delete after reversing",
+                         oneAfterTheOther(reversing({1, 6}), deleting({1, 2})),
+                         {4, 3, 2, 1}}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = support::opened(support::documentOfPages(6));
+        ASSERT_TRUE(row.arrange(*document).has_value());
+        EXPECT_TRUE(document->isModified());
+        EXPECT_EQ(support::pageTexts(support::saved(*document)), support::pagesNamed(row.order));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Arrange, Arrangements,
-    testing::Values(Row{"move_forward", moving({2, 2}, 6), {1, 4, 5, 2, 3, 6}},
-                    Row{"move_back", moving({4, 2}, 1), {4, 5, 1, 2, 3, 6}},
-                    Row{"move_to_the_end", moving({1, 1}, 7), {2, 3, 4, 5, 6, 1}},
-                    Row{"move_nowhere", moving({2, 2}, 4), {1, 2, 3, 4, 5, 6}},
-                    Row{"reverse", reversing({2, 3}), {1, 4, 3, 2, 5, 6}},
-                    Row{"reorder", reordering({6, 1, 5, 2, 4, 3}), {6, 1, 5, 2, 4, 3}},
-                    Row{"delete_listed", deleting({6, 1, 3, 1}), {2, 4, 5}},
-                    Row{"delete_after_reversing",
-                        oneAfterTheOther(reversing({1, 6}), deleting({1, 2})),
-                        {4, 3, 2, 1}}),
-    [](const auto& info) { return info.param.name; });
 
 struct Refusal {
     const char* name;
@@ -96,34 +83,31 @@ struct Refusal {
     ErrorCode code;
 };
 
-class RefusedArrangements : public testing::TestWithParam<Refusal> {};
-
-TEST_P(RefusedArrangements, ChangeNothing)
+TEST(RefusedArrangements, ChangeNothing)
 {
-    auto document = support::opened(support::documentOfPages(6));
-    const Status status = GetParam().arrange(*document);
-    ASSERT_FALSE(status.has_value());
-    EXPECT_EQ(status.error().code, GetParam().code);
-    EXPECT_FALSE(document->isModified());
-    EXPECT_EQ(document->pageCount(), 6);
+    const Refusal rows[] = {
+        {"move into itself", moving({2, 3}, 3), ErrorCode::BadArgument},
+        {"move before nothing", moving({2, 3}, 8), ErrorCode::BadPageList},
+        {"move what is not there", moving({5, 3}, 1), ErrorCode::BadPageList},
+        {"reverse all integers", reversing({1, INT_MAX}), ErrorCode::BadPageList},
+        {"reverse nothing", reversing({1, 0}), ErrorCode::BadPageList},
+        {"reorder some", reordering({1, 2, 3}), ErrorCode::BadPageList},
+        {"reorder with a repeat", reordering({1, 2, 3, 4, 5, 5}), ErrorCode::BadPageList},
+        {"delete all", deleting({1, 2, 3, 4, 5, 6}), ErrorCode::BadPageList},
+        {"delete what is not there", deleting({1, 7}), ErrorCode::BadPageList},
+        {"insert none", inserting(1, 0), ErrorCode::BadArgument},
+        {"insert too many", inserting(1, INT_MAX), ErrorCode::BadArgument},
+        {"insert nowhere", inserting(8, 1), ErrorCode::BadPageList}};
+    for (const Refusal& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = support::opened(support::documentOfPages(6));
+        const Status status = row.arrange(*document);
+        ASSERT_FALSE(status.has_value());
+        EXPECT_EQ(status.error().code, row.code);
+        EXPECT_FALSE(document->isModified());
+        EXPECT_EQ(document->pageCount(), 6);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Arrange, RefusedArrangements,
-    testing::Values(
-        Refusal{"move_into_itself", moving({2, 3}, 3), ErrorCode::BadArgument},
-        Refusal{"move_before_nothing", moving({2, 3}, 8), ErrorCode::BadPageList},
-        Refusal{"move_what_is_not_there", moving({5, 3}, 1), ErrorCode::BadPageList},
-        Refusal{"reverse_all_integers", reversing({1, INT_MAX}), ErrorCode::BadPageList},
-        Refusal{"reverse_nothing", reversing({1, 0}), ErrorCode::BadPageList},
-        Refusal{"reorder_some", reordering({1, 2, 3}), ErrorCode::BadPageList},
-        Refusal{"reorder_with_a_repeat", reordering({1, 2, 3, 4, 5, 5}), ErrorCode::BadPageList},
-        Refusal{"delete_all", deleting({1, 2, 3, 4, 5, 6}), ErrorCode::BadPageList},
-        Refusal{"delete_what_is_not_there", deleting({1, 7}), ErrorCode::BadPageList},
-        Refusal{"insert_none", inserting(1, 0), ErrorCode::BadArgument},
-        Refusal{"insert_too_many", inserting(1, INT_MAX), ErrorCode::BadArgument},
-        Refusal{"insert_nowhere", inserting(8, 1), ErrorCode::BadPageList}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Arrange, BlankPagesLookAsLargeAsTheirNeighbour)
 {
@@ -131,7 +115,7 @@ TEST(Arrange, BlankPagesLookAsLargeAsTheirNeighbour)
     auto document = support::opened(file.build());
     ASSERT_TRUE(insertBlankPages(*document, 2, 2).has_value());
     ASSERT_TRUE(insertBlankPages(*document, 5, 1).has_value());
-    const std::string pdf = saved(*document);
+    const std::string pdf = support::saved(*document);
     EXPECT_EQ(support::pageTexts(pdf), (std::vector<std::string>{"Page 1", "", "", "Page 2", ""}));
     auto again = support::opened(pdf);
     for (int page = 1; page <= 5; ++page) {

@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/saving/Save.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
+#include "tests/support/Sketch.h"
 
 #include <gtest/gtest.h>
 
@@ -10,135 +11,96 @@ namespace {
 
 using namespace karvel;
 using support::PagedDocument;
-using support::PdfBuilder;
+using support::Sketch;
 
-/// A three-page document whose root node is replaced by `root`, with %1, %2, %3 for the pages and
-/// %R for the root itself, and extra objects added first as %A and %B.
+/// A three-page document with entries of its own in the tree's root, and further objects.
 struct OddTree {
     const char* name;
     const char* root;
-    const char* extraA;
-    const char* extraB;
+    std::vector<std::pair<std::string, std::string>> objects;
     std::vector<int> expectedPages;
 };
 
-std::string filledIn(std::string text, const PagedDocument& document, int a, int b)
-{
-    const std::pair<std::string, int> places[] = {{"%1", document.pages[0]},
-                                                  {"%2", document.pages[1]},
-                                                  {"%3", document.pages[2]},
-                                                  {"%R", document.root},
-                                                  {"%A", a},
-                                                  {"%B", b}};
-    for (const auto& [mark, number] : places) {
-        for (std::size_t at = 0; (at = text.find(mark, at)) != std::string::npos;) {
-            text.replace(at, mark.size(), PdfBuilder::reference(number));
-        }
-    }
-    return text;
-}
-
-class OddTrees : public testing::TestWithParam<OddTree> {
-protected:
-    static std::unique_ptr<Document> document()
-    {
-        PagedDocument file(3);
-        const int a = file.builder.reserve();
-        const int b = file.builder.reserve();
-        file.builder.set(a, filledIn(GetParam().extraA, file, a, b));
-        file.builder.set(b, filledIn(GetParam().extraB, file, a, b));
-        file.builder.set(file.root, filledIn(GetParam().root, file, a, b));
-        return support::opened(file.build());
-    }
+const OddTree oddTrees[] = {
+    {"plain", "/Type /Pages /Count 3 /Kids [@p1 @p2 @p3]", {}, {1, 2, 3}},
+    {"nested",
+     "/Type /Pages /Count 3 /Kids [@p1 @a]",
+     {{"a", "<< /Type /Pages /Count 2 /Parent @pages /Kids [@b @p3] >>"},
+      {"b", "<< /Type /Pages /Count 1 /Kids [@p2] >>"}},
+     {1, 2, 3}},
+    {"wrong count", "/Type /Pages /Count 77 /Kids [@p1 @p2 @p3]", {}, {1, 2, 3}},
+    {"no count and no type", "/Kids [@p1 @p2 @p3]", {}, {1, 2, 3}},
+    {"node called page",
+     "/Type /Pages /Count 3 /Kids [@p1 @a]",
+     {{"a", "<< /Type /Page /Kids [@p2 @p3] >>"}},
+     {1, 2, 3}},
+    {"node that holds its ancestor",
+     "/Type /Pages /Count 3 /Kids [@p1 @a]",
+     {{"a", "<< /Type /Pages /Count 2 /Kids [@p2 @pages @p3] >>"}},
+     {1, 2, 3}},
+    {"node used twice",
+     "/Type /Pages /Count 3 /Kids [@a @p1 @a]",
+     {{"a", "<< /Type /Pages /Count 2 /Kids [@p2 @p3] >>"}},
+     {2, 3, 1}},
+    {"page used twice", "/Type /Pages /Count 4 /Kids [@p1 @p2 @p1 @p3]", {}, {1, 2, 1, 3}},
+    {"kids array with a number",
+     "/Type /Pages /Count 3 /Kids @a",
+     {{"a", "[@p1 @p2 @p3]"}},
+     {1, 2, 3}},
+    {"entries that are no pages",
+     "/Type /Pages /Count 3 /Kids [null @p1 42 @p2 (page) 999 0 R @p3]",
+     {},
+     {1, 2, 3}},
+    {"node without children",
+     "/Type /Pages /Count 3 /Kids [@a @p1 @b @p2 @p3]",
+     {{"a", "<< /Type /Pages /Count 0 /Kids [] >>"}, {"b", "<< /Type /Pages /Count 0 >>"}},
+     {1, 2, 3}},
 };
 
-TEST_P(OddTrees, AreReadAsViewersReadThem)
+std::unique_ptr<Document> documentOf(const OddTree& tree)
 {
-    const auto document = this->document();
-    ASSERT_NE(document, nullptr);
-    EXPECT_EQ(document->pageCount(), static_cast<int>(GetParam().expectedPages.size()));
-
-    // Adding a page makes the tree be written anew.
-    QPDFObjectHandle blank =
-        QPDFObjectHandle::parse("<< /Type /Page /MediaBox [0 0 9 9] /Resources << >> >>");
-    document->insertPages(document->pageCount() + 1, {document->changes().add(blank)});
-    const std::string bytes = support::savedIn(*document);
-    std::vector<std::string> expected = support::pagesNamed(GetParam().expectedPages);
-    expected.emplace_back();
-    EXPECT_EQ(support::pageTexts(bytes), expected);
-    EXPECT_EQ(support::problems(bytes), "");
+    return support::opened(Sketch{{"", "", ""}, "", tree.objects, tree.root}.built());
 }
 
-TEST_P(OddTrees, AreRightWhenAPageHasGone)
+TEST(OddTrees, AreReadAsViewersReadThem)
 {
-    const auto document = this->document();
-    ASSERT_NE(document, nullptr);
-    ASSERT_TRUE(pages::deletePages(*document, {document->pageCount(), 1}).has_value());
-    std::vector<int> left = GetParam().expectedPages;
-    left.pop_back();
-    const std::string bytes = support::savedIn(*document);
-    EXPECT_EQ(support::pageTexts(bytes), support::pagesNamed(left));
-    EXPECT_EQ(support::problems(bytes), "");
+    for (const OddTree& tree : oddTrees) {
+        SCOPED_TRACE(tree.name);
+        const auto document = documentOf(tree);
+        ASSERT_NE(document, nullptr);
+        EXPECT_EQ(document->pageCount(), static_cast<int>(tree.expectedPages.size()));
+
+        // Adding a page makes the tree be written anew.
+        QPDFObjectHandle blank =
+            QPDFObjectHandle::parse("<< /Type /Page /MediaBox [0 0 9 9] /Resources << >> >>");
+        document->insertPages(document->pageCount() + 1, {document->changes().add(blank)});
+        const std::string bytes = support::savedIn(*document);
+        std::vector<std::string> expected = support::pagesNamed(tree.expectedPages);
+        expected.emplace_back();
+        EXPECT_EQ(support::pageTexts(bytes), expected);
+        EXPECT_EQ(support::problems(bytes), "");
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    PageTree, OddTrees,
-    testing::Values(
-        OddTree{"plain", "<< /Type /Pages /Count 3 /Kids [%1 %2 %3] >>", "null", "null", {1, 2, 3}},
-        OddTree{"nested",
-                "<< /Type /Pages /Count 3 /Kids [%1 %A] >>",
-                "<< /Type /Pages /Count 2 /Parent %R /Kids [%B %3] >>",
-                "<< /Type /Pages /Count 1 /Kids [%2] >>",
-                {1, 2, 3}},
-        OddTree{"wrong_count",
-                "<< /Type /Pages /Count 77 /Kids [%1 %2 %3] >>",
-                "null",
-                "null",
-                {1, 2, 3}},
-        OddTree{"no_count_and_no_type", "<< /Kids [%1 %2 %3] >>", "null", "null", {1, 2, 3}},
-        OddTree{"node_called_page",
-                "<< /Type /Pages /Count 3 /Kids [%1 %A] >>",
-                "<< /Type /Page /Kids [%2 %3] >>",
-                "null",
-                {1, 2, 3}},
-        OddTree{"node_that_holds_its_ancestor",
-                "<< /Type /Pages /Count 3 /Kids [%1 %A] >>",
-                "<< /Type /Pages /Count 2 /Kids [%2 %R %3] >>",
-                "null",
-                {1, 2, 3}},
-        OddTree{"node_used_twice",
-                "<< /Type /Pages /Count 3 /Kids [%A %1 %A] >>",
-                "<< /Type /Pages /Count 2 /Kids [%2 %3] >>",
-                "null",
-                {2, 3, 1}},
-        OddTree{"page_used_twice",
-                "<< /Type /Pages /Count 4 /Kids [%1 %2 %1 %3] >>",
-                "null",
-                "null",
-                {1, 2, 1, 3}},
-        OddTree{"kids_array_with_a_number",
-                "<< /Type /Pages /Count 3 /Kids %A >>",
-                "[%1 %2 %3]",
-                "null",
-                {1, 2, 3}},
-        OddTree{"entries_that_are_no_pages",
-                "<< /Type /Pages /Count 3 /Kids [null %1 42 %2 (page) 999 0 R %3] >>",
-                "null",
-                "null",
-                {1, 2, 3}},
-        OddTree{"node_without_children",
-                "<< /Type /Pages /Count 3 /Kids [%A %1 %B %2 %3] >>",
-                "<< /Type /Pages /Count 0 /Kids [] >>",
-                "<< /Type /Pages /Count 0 >>",
-                {1, 2, 3}}),
-    [](const auto& info) { return info.param.name; });
+TEST(OddTrees, AreRightWhenAPageHasGone)
+{
+    for (const OddTree& tree : oddTrees) {
+        SCOPED_TRACE(tree.name);
+        const auto document = documentOf(tree);
+        ASSERT_NE(document, nullptr);
+        ASSERT_TRUE(pages::deletePages(*document, {document->pageCount(), 1}).has_value());
+        std::vector<int> left = tree.expectedPages;
+        left.pop_back();
+        const std::string bytes = support::savedIn(*document);
+        EXPECT_EQ(support::pageTexts(bytes), support::pagesNamed(left));
+        EXPECT_EQ(support::problems(bytes), "");
+    }
+}
 
 TEST(PageTree, KeepsThePageWhoseTwinIsDeleted)
 {
-    PagedDocument file(2);
-    file.builder.set(file.root, filledIn("<< /Type /Pages /Count 3 /Kids [%1 %2 %1] >>",
-                                         PagedDocument(3), 0, 0));
-    auto document = support::opened(file.build());
+    const Sketch sketch = {{"", ""}, "", {}, "/Type /Pages /Count 3 /Kids [@p1 @p2 @p1]"};
+    auto document = support::opened(sketch.built());
     ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
     EXPECT_EQ(support::pageTexts(support::savedIn(*document)), support::pagesNamed({2, 1}));
 }
@@ -156,69 +118,25 @@ TEST(PageTree, FailsWhenAPageIsLost)
 
 TEST(PageTree, IsNotThereUnderAnotherGenerationThanItsOwn)
 {
-    PagedDocument file(2);
-    std::string pdf = file.build();
-    const std::string catalog = "/Pages " + PdfBuilder::reference(file.root);
-    ASSERT_NE(pdf.find(catalog), std::string::npos);
-    pdf.replace(pdf.find(catalog) + catalog.size() - 3, 1, "1");
+    const std::string pdf =
+        support::replaced(support::documentOfPages(2), "/Pages 2 0 R", "/Pages 2 1 R");
     const auto document = Document::load(io::fromMemory(pdf), {});
     ASSERT_FALSE(document.has_value());
     EXPECT_EQ(document.error().text, "data in memory: the document has no page tree");
 }
 
-TEST(PageTree, IsReadAtAnyDepth)
-{
-    PagedDocument file(1);
-    const int deep = 20000;
-    std::vector<int> nodes;
-    for (int i = 0; i < deep; ++i) {
-        nodes.push_back(file.builder.reserve());
-    }
-    for (int i = 0; i < deep; ++i) {
-        const int kid = i + 1 < deep ? nodes[static_cast<std::size_t>(i) + 1] : file.pages[0];
-        file.builder.set(nodes[static_cast<std::size_t>(i)],
-                         "<< /Type /Pages /Count 1 /Kids [" + PdfBuilder::reference(kid) + "] >>");
-    }
-    file.builder.set(file.root,
-                     "<< /Type /Pages /Count 1 /Kids [" + PdfBuilder::reference(nodes[0]) + "] >>");
-    auto document = support::opened(file.build());
-    ASSERT_NE(document, nullptr);
-    EXPECT_EQ(document->pageCount(), 1);
-}
-
-/// Two halves of a document that inherit different attributes.
-std::string documentThatInherits()
-{
-    PagedDocument file(4);
-    PdfBuilder& builder = file.builder;
-    const int font = builder.add("<< /Type /Font /Subtype /Type1 /BaseFont /Courier >>");
-    const std::string fonts =
-        " /Resources << /Font << /F1 " + PdfBuilder::reference(font) + " >> >> ";
-    const int left = builder.reserve();
-    const int right = builder.reserve();
-    for (std::size_t i = 0; i < 4; ++i) {
-        const int contents = builder.addStream(support::showText("Page " + std::to_string(i + 1)));
-        builder.set(file.pages[i], "<< /Type /Page /Parent " +
-                                       PdfBuilder::reference(i < 2 ? left : right) +
-                                       (i == 3 ? " /Rotate 0" : "") + " /Contents " +
-                                       PdfBuilder::reference(contents) + " >>");
-    }
-    builder.set(left, "<< /Type /Pages /Count 2 /Parent " + PdfBuilder::reference(file.root) +
-                          fonts + "/Kids [" + PdfBuilder::reference(file.pages[0]) + " " +
-                          PdfBuilder::reference(file.pages[1]) + "] >>");
-    builder.set(right, "<< /Type /Pages /Count 2 /Parent " + PdfBuilder::reference(file.root) +
-                           fonts + "/Rotate 90 /MediaBox [0 0 300 800] /Kids [" +
-                           PdfBuilder::reference(file.pages[2]) + " " +
-                           PdfBuilder::reference(file.pages[3]) + "] >>");
-    builder.set(file.root, "<< /Type /Pages /Count 4 /MediaBox [0 0 500 800] /Kids [" +
-                               PdfBuilder::reference(left) + " " + PdfBuilder::reference(right) +
-                               "] >>");
-    return file.build();
-}
-
 TEST(PageTree, KeepsWhatPagesInherit)
 {
-    auto document = support::opened(documentThatInherits());
+    // Two halves inherit different attributes.
+    const Sketch sketch = {
+        {"/Parent @left", "/Parent @left", "/Parent @right", "/Parent @right /Rotate 0"},
+        "",
+        {{"left", "<< /Type /Pages /Count 2 /Parent @pages /Resources @fonts /Kids [@p1 @p2] >>"},
+         {"right", "<< /Type /Pages /Count 2 /Parent @pages /Resources @fonts /Kids [@p3 @p4] "
+                   "/Rotate 90 /MediaBox [0 0 300 800] >>"},
+         {"fonts", "<< /Font << /F1 << /Type /Font /Subtype /Type1 /BaseFont /Courier >> >> >>"}},
+        "/Type /Pages /Count 4 /MediaBox [0 0 500 800] /Kids [@left @right]"};
+    auto document = support::opened(sketch.built());
     ASSERT_TRUE(pages::deletePages(*document, {2, 1}).has_value());
     const std::string bytes = support::savedIn(*document);
     EXPECT_EQ(support::pageTexts(bytes), support::pagesNamed({1, 3, 4}));
@@ -235,18 +153,18 @@ TEST(PageTree, KeepsWhatPagesInherit)
     }
 }
 
-/// The entries of pages below a node that rotates them by 90 degrees, with "%P" for the node and
-/// "%N" for an object that is null, and how the pages are rotated.
+/// The entries of pages below a node, "@n50", that rotates them by 90 degrees, and how the pages
+/// are rotated.
 constexpr std::pair<const char*, int> deepPages[] = {
-    {"/Parent %P", 90},
-    {"/Parent %P", 90},
-    {"/Parent %P /Rotate 180", 180},
-    {"/Parent %P /Rotate null", 90},
-    {"/Parent %P /Rotate %N", 90},
-    {"/Parent %P /Parent null", 90},
-    {"/Par#65nt %P", 90},
-    {"/Parent 1 0 R /PieceInfo << /Parent %P >>", 90},
-    {"/PieceInfo <</A(/Parent)/B<00>>>/Parent %P", 90},
+    {"/Parent @n50", 90},
+    {"/Parent @n50", 90},
+    {"/Parent @n50 /Rotate 180", 180},
+    {"/Parent @n50 /Rotate null", 90},
+    {"/Parent @n50 /Rotate @nothing", 90},
+    {"/Parent @n50 /Parent null", 90},
+    {"/Par#65nt @n50", 90},
+    {"/Parent 1 0 R /PieceInfo << /Parent @n50 >>", 90},
+    {"/PieceInfo <</A(/Parent)/B<00>>>/Parent @n50", 90},
     {"", 90},
 };
 constexpr int deepPageCount = std::size(deepPages);
@@ -254,37 +172,32 @@ constexpr int deepPageCount = std::size(deepPages);
 /// These pages below a row of nodes that is too long to be kept, and a page at the root.
 std::string tooDeepTree()
 {
-    PagedDocument file(deepPageCount + 1);
-    PdfBuilder& builder = file.builder;
-    std::string parent = PdfBuilder::reference(file.root);
-    std::string node = PdfBuilder::reference(builder.reserve());
-    builder.set(file.root, "<< /Type /Pages /Count 11 /Kids [" + node + " " +
-                               PdfBuilder::reference(file.pages.back()) + "] >>");
+    const auto content = [](int page) {
+        return "|" + support::showText("Page " + std::to_string(page));
+    };
+    Sketch sketch = {{"/Contents @last"},
+                     "",
+                     {{"last", content(deepPageCount + 1)}, {"nothing", "null"}},
+                     "/Type /Pages /Count 11 /Kids [@n0 @p1]"};
     for (int depth = 0; depth < 50; ++depth) {
-        const std::string next = PdfBuilder::reference(builder.reserve());
-        builder.set(std::stoi(node),
-                    "<< /Type /Pages /Count 10 /Parent " + parent + " /Kids [" + next + "] >>");
-        parent = std::exchange(node, next);
+        const std::string parent = depth == 0 ? "pages" : "n" + std::to_string(depth - 1);
+        sketch.objects.emplace_back("n" + std::to_string(depth),
+                                    "<< /Type /Pages /Count 10 /Parent @" + parent + " /Kids [@n" +
+                                        std::to_string(depth + 1) + "] >>");
     }
-    const std::string nothing = PdfBuilder::reference(builder.add("null"));
     std::string kids;
-    for (std::size_t i = 0; i < deepPageCount; ++i) {
-        const int page = file.pages[i];
-        std::string entries = deepPages[i].first;
-        for (const auto& [mark, reference] : {std::pair{"%P", node}, std::pair{"%N", nothing}}) {
-            if (const std::size_t at = entries.find(mark); at != std::string::npos) {
-                entries.replace(at, 2, reference);
-            }
-        }
-        builder.set(page,
-                    "<</Type/Page /Contents " + PdfBuilder::reference(page - 1) + entries + ">>");
-        kids += PdfBuilder::reference(page) + " ";
+    for (int page = 1; page <= deepPageCount; ++page) {
+        const std::string number = std::to_string(page);
+        sketch.objects.emplace_back("content" + number, content(page));
+        sketch.objects.emplace_back("deep" + number, "<</Type/Page /Contents @content" + number +
+                                                         deepPages[page - 1].first + ">>");
+        kids += "@deep" + number + " ";
     }
-    builder.set(std::stoi(node), "<< /Type /Pages /Parent " + parent + " /Count 10 /Kids [" + kids +
-                                     "] /Rotate 90 /MediaBox [0 0 612 792] /Resources << /Font << "
-                                     "/F1 << /Type /Font /Subtype /Type1 /BaseFont /Helvetica >> "
-                                     ">> >> >>");
-    return file.build();
+    sketch.objects.emplace_back(
+        "n50", "<< /Type /Pages /Parent @n49 /Count 10 /Kids [" + kids +
+                   "] /Rotate 90 /MediaBox [0 0 612 792] /Resources << /Font << /F1 << /Type "
+                   "/Font /Subtype /Type1 /BaseFont /Helvetica >> >> >> >>");
+    return sketch.built();
 }
 
 /// Expects what tooDeepTree() gave without its first pages, each page where its parent says.
@@ -342,23 +255,18 @@ TEST(PageTree, IsWrittenAnewWhenItIsTooDeep)
 
 TEST(PageTree, DoesNotGrowWhenPagesInheritALargeDictionary)
 {
-    PagedDocument file(60);
-    PdfBuilder& builder = file.builder;
-    const std::string large =
-        "/ColorSpace << /C [/Indexed /DeviceRGB 255 <" + std::string(1536, '0') + ">] >>";
+    Sketch sketch = {{}, "", {}, "/Type /Pages /Count 60 /Kids [@even @odd]"};
     std::string kids[2];
-    const int nodes[2] = {builder.reserve(), builder.reserve()};
-    for (std::size_t i = 0; i < 60; ++i) {
-        builder.set(file.pages[i], "<< /Type /Page /MediaBox [0 0 9 9] >>");
-        kids[i % 2] += PdfBuilder::reference(file.pages[i]) + " ";
+    for (int page = 1; page <= 60; ++page) {
+        sketch.pages.emplace_back(page % 2 == 0 ? "/Parent @even" : "/Parent @odd");
+        kids[page % 2] += "@p" + std::to_string(page) + " ";
     }
-    for (int i = 0; i < 2; ++i) {
-        builder.set(nodes[i], "<< /Type /Pages /Count 30 /Resources << " + large + " >> /Kids [" +
-                                  kids[i] + "] >>");
-    }
-    builder.set(file.root, "<< /Type /Pages /Count 60 /Kids [" + PdfBuilder::reference(nodes[0]) +
-                               " " + PdfBuilder::reference(nodes[1]) + "] >>");
-    const std::string before = file.build();
+    const std::string large = "/Type /Pages /Count 30 /Resources << /ColorSpace << /C [/Indexed "
+                              "/DeviceRGB 255 <" +
+                              std::string(1536, '0') + ">] >> >>";
+    sketch.objects = {{"even", "<< " + large + " /Kids [" + kids[0] + "] >>"},
+                      {"odd", "<< " + large + " /Kids [" + kids[1] + "] >>"}};
+    const std::string before = sketch.built();
     auto document = support::opened(before);
     ASSERT_TRUE(pages::deletePages(*document, {1, 2}).has_value());
     EXPECT_LT(support::savedIn(*document).size(), before.size());

@@ -39,40 +39,37 @@ struct Form {
     const char* sign; // a word that `qpdf --show-encryption --check` prints for input and output
 };
 
-class EveryForm : public testing::TestWithParam<Form> {};
-
-TEST_P(EveryForm, IsKept)
+TEST(Save, KeepsEveryForm)
 {
-    const auto& [name, options, password, sign] = GetParam();
-    const std::string before = support::rewritten(support::documentOfPages(3), options);
-    const std::string after = withoutPageTwo(before, password);
-    EXPECT_EQ(support::pageTexts(after, password), support::pagesNamed({1, 3}));
-    EXPECT_EQ(support::problems(after, password), "");
-    const support::ScratchFolder scratch;
-    for (const std::string& pdf : {before, after}) {
-        const std::string told =
-            support::runCommand("qpdf --show-encryption --check '--password=" +
-                                std::string(password) + "' " + scratch.write("a.pdf", pdf))
-                .output;
-        EXPECT_NE(told.find(sign), std::string::npos) << told;
+    const Form rows[] = {{"plain", "--object-streams=disable", "", "not encrypted"},
+                         {"object streams", "--object-streams=generate", "", "not encrypted"},
+                         {"linearized", "--linearize", "", "File is linearized"},
+                         {"rc4", "--allow-weak-crypto --encrypt u o 128 --print=low --", "u",
+                          "print low resolution: allowed"},
+                         {"aes128", "--encrypt u o 128 --use-aes=y --modify=none --", "o", "AESv2"},
+                         {"aes256", "--encrypt u o 256 --extract=n --", "u", "AESv3"},
+                         {"aes256 with object streams",
+                          "--object-streams=generate --encrypt '' o 256 --", "", "AESv3"}};
+    for (const Form& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto& [name, options, password, sign] = row;
+        const std::string before = support::rewritten(support::documentOfPages(3), options);
+        const std::string after = withoutPageTwo(before, password);
+        EXPECT_EQ(support::pageTexts(after, password), support::pagesNamed({1, 3}));
+        EXPECT_EQ(support::problems(after, password), "");
+        const support::ScratchFolder scratch;
+        for (const std::string& pdf : {before, after}) {
+            const std::string told =
+                support::runCommand("qpdf --show-encryption --check '--password=" +
+                                    std::string(password) + "' " + scratch.write("a.pdf", pdf))
+                    .output;
+            EXPECT_NE(told.find(sign), std::string::npos) << told;
+        }
+        EXPECT_EQ(before.find("/ObjStm") != std::string::npos,
+                  after.find("/ObjStm") != std::string::npos);
+        EXPECT_EQ(before.substr(0, 8), after.substr(0, 8)) << "the version";
     }
-    EXPECT_EQ(before.find("/ObjStm") != std::string::npos,
-              after.find("/ObjStm") != std::string::npos);
-    EXPECT_EQ(before.substr(0, 8), after.substr(0, 8)) << "the version";
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Save, EveryForm,
-    testing::Values(Form{"plain", "--object-streams=disable", "", "not encrypted"},
-                    Form{"object_streams", "--object-streams=generate", "", "not encrypted"},
-                    Form{"linearized", "--linearize", "", "File is linearized"},
-                    Form{"rc4", "--allow-weak-crypto --encrypt u o 128 --print=low --", "u",
-                         "print low resolution: allowed"},
-                    Form{"aes128", "--encrypt u o 128 --use-aes=y --modify=none --", "o", "AESv2"},
-                    Form{"aes256", "--encrypt u o 256 --extract=n --", "u", "AESv3"},
-                    Form{"aes256_with_object_streams",
-                         "--object-streams=generate --encrypt '' o 256 --", "", "AESv3"}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Save, KeepsEncryptionHoweverStreamsAreTreated)
 {
@@ -146,74 +143,44 @@ TEST_F(SavingToFile, FailsWhenTheInputChangedMeanwhile)
 
 struct Damage {
     const char* name;
-    std::string (*make)();
+    std::string bytes;
     bool repairable;
 };
 
-std::string intactFile()
+TEST(DamagedFiles, AreRepairedOrRefusedButNeverBlanked)
 {
-    return support::documentOfPages(3);
-}
-
-std::string cutAt(const char* text)
-{
-    const std::string file = intactFile();
-    return file.substr(0, file.find(text));
-}
-
-class DamagedFiles : public testing::TestWithParam<Damage> {};
-
-TEST_P(DamagedFiles, AreRepairedOrRefusedButNeverBlanked)
-{
-    auto document = Document::load(io::fromMemory(GetParam().make()), {});
-    Status status;
-    std::string bytes;
-    if (document) {
-        ASSERT_TRUE(pages::deletePages(**document, {2, 1}).has_value());
-        auto written = toString(**document, keepingEverything());
-        status = written ? Status() : Status(tl::unexpected<Error>(written.error()));
-        bytes = written.value_or("");
-    } else {
-        status = tl::unexpected<Error>(document.error());
+    const std::string intact = support::documentOfPages(3);
+    const std::size_t table = intact.find("xref\n");
+    const Damage rows[] = {
+        {"without cross-reference table", intact.substr(0, table), true},
+        {"table cut but trailer there", std::string(intact).erase(table, 60), true},
+        {"wrong startxref", support::replaced(intact, "startxref\n", "startxref\n99"), true},
+        {"content stream lost", support::replaced(intact, "4 0 obj", "4 0 xxx"), false},
+        {"empty", "", false},
+        {"text", "Dear Sir or Madam,\n", false},
+        {"zeros", std::string(5000, '\0'), false}};
+    for (const Damage& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto document = Document::load(io::fromMemory(row.bytes), {});
+        Status status;
+        std::string bytes;
+        if (document) {
+            ASSERT_TRUE(pages::deletePages(**document, {2, 1}).has_value());
+            auto written = toString(**document, keepingEverything());
+            status = written ? Status() : Status(tl::unexpected<Error>(written.error()));
+            bytes = written.value_or("");
+        } else {
+            status = tl::unexpected<Error>(document.error());
+        }
+        EXPECT_EQ(status.has_value(), row.repairable) << (status ? bytes : status.error().text);
+        if (status) {
+            EXPECT_EQ(support::pageTexts(bytes), support::pagesNamed({1, 3}));
+            EXPECT_EQ(support::problems(bytes), "");
+            EXPECT_FALSE((*document)->warnings().empty());
+        } else {
+            EXPECT_EQ(status.error().code, ErrorCode::NotPdf);
+        }
     }
-    EXPECT_EQ(status.has_value(), GetParam().repairable) << (status ? bytes : status.error().text);
-    if (status) {
-        EXPECT_EQ(support::pageTexts(bytes), support::pagesNamed({1, 3}));
-        EXPECT_EQ(support::problems(bytes), "");
-        EXPECT_FALSE((*document)->warnings().empty());
-    } else {
-        EXPECT_EQ(status.error().code, ErrorCode::NotPdf);
-    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Save, DamagedFiles,
-    testing::Values(Damage{"without_cross_reference_table", [] { return cutAt("xref\n"); }, true},
-                    Damage{"table_cut_but_trailer_there",
-                           [] {
-                               std::string file = intactFile();
-                               file.erase(file.find("xref\n"), 60);
-                               return file;
-                           },
-                           true},
-                    Damage{"wrong_startxref",
-                           [] {
-                               std::string file = intactFile();
-                               file.replace(file.find("startxref\n") + 10, 2, "99");
-                               return file;
-                           },
-                           true},
-                    Damage{"content_stream_lost",
-                           [] {
-                               std::string file = intactFile();
-                               const auto at = file.find("4 0 obj");
-                               file.replace(at, 7, "4 0 xxx");
-                               return file;
-                           },
-                           false},
-                    Damage{"empty", [] { return std::string(); }, false},
-                    Damage{"text", [] { return std::string("Dear Sir or Madam,\n"); }, false},
-                    Damage{"zeros", [] { return std::string(5000, '\0'); }, false}),
-    [](const auto& info) { return info.param.name; });
 
 } // namespace

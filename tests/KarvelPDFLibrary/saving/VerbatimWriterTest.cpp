@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/pages/DeletePages.h"
 #include "KarvelPDFLibrary/saving/Save.h"
+#include "tests/KarvelPDFLibrary/deletion/ResidueDocument.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/SameDocument.h"
@@ -14,6 +15,7 @@ namespace {
 using namespace karvel;
 using namespace karvel::saving;
 using support::PdfBuilder;
+using support::Sketch;
 
 std::string savedWithout(const std::string& pdf, const std::vector<PageRun>& runs, Way way,
                          const std::string& password = {})
@@ -111,198 +113,104 @@ TEST(VerbatimWriter, EnciphersChangedObjects)
     }
 }
 
-TEST(VerbatimWriter, KeepsEveryByteOfObjectsThatStay)
-{
-    support::PagedDocument file(3);
-    const std::string odd =
-        "<< /Odd   (spacing \\050 kept) % and comments\n /Real 1.500000 /Name /A#42 >>";
-    const int object = file.builder.add(odd);
-    file.catalogEntries = "/Odd " + PdfBuilder::reference(object);
-    EXPECT_NE(savedWithout(file.build(), {{2, 1}}, Way::CopyUnchanged).find(odd),
-              std::string::npos);
-}
-
 // --- files that are fit for copying, and files that are not ---
 
-struct Oddity {
-    const char* name;
-    std::string (*make)();
-    bool copied;
-};
-
-std::string replaced(std::string text, const std::string& from, const std::string& to)
-{
-    const std::size_t at = text.find(from);
-    EXPECT_NE(at, std::string::npos) << from;
-    return text.replace(at, from.size(), to);
-}
-
-/// A document with an object of a text in its catalog. Same-length replacements keep offsets right.
+/// A document with an object of a text, number 7, in its catalog.
 std::string withObject(const std::string& body)
 {
-    support::PagedDocument file(3);
-    const int object = file.builder.add(body);
-    file.catalogEntries = "/Odd " + PdfBuilder::reference(object);
-    return file.build();
+    return Sketch{{"", "", ""}, "/Odd @odd", {{"odd", body}}}.built();
+}
+
+TEST(VerbatimWriter, KeepsEveryByteOfObjectsThatStay)
+{
+    const std::string odd =
+        "<< /Odd   (spacing \\050 kept) % and comments\n /Real 1.500000 /Name /A#42 >>";
+    EXPECT_NE(savedWithout(withObject(odd), {{2, 1}}, Way::CopyUnchanged).find(odd),
+              std::string::npos);
 }
 
 /// An incremental update in which page 1 gets a new content stream.
 std::string updated()
 {
-    std::string file = support::documentOfPages(3);
+    const std::string file = support::documentOfPages(3);
     const std::string old = file.substr(file.find("startxref\n") + 10);
-    const std::size_t object = file.size();
     const std::string content = support::showText("Page 1");
-    file += "4 0 obj\n<< /Length " + std::to_string(content.size()) + " >>\nstream\n" + content +
-            "\nendstream\nendobj\n";
-    const std::size_t start = file.size();
-    char row[32];
-    std::snprintf(row, sizeof row, "%010zu 00000 n \n", object);
-    return file + "xref\n4 1\n" + row + "trailer\n<< /Size 10 /Root 1 0 R /Prev " +
-           old.substr(0, old.find('\n')) + " >>\nstartxref\n" + std::to_string(start) + "\n%%EOF\n";
+    const std::string longer = file + "4 0 obj\n<< /Length " + std::to_string(content.size()) +
+                               " >>\nstream\n" + content + "\nendstream\nendobj\n";
+    return longer + "xref\n4 1\n" + PdfBuilder::tableRow(file.size()) +
+           "trailer\n<< /Size 10 /Root 1 0 R /Prev " + old.substr(0, old.find('\n')) +
+           " >>\nstartxref\n" + std::to_string(longer.size()) + "\n%%EOF\n";
 }
 
-/// A cross-reference table in which the entry of one object says where another one is.
-std::string withEntryOf(int number, std::size_t offset, const std::string& pdf)
+/// A document whose table has another offset for an object: that of a text in the file.
+std::string withOffset(int number, const std::string& ofText, std::string pdf)
 {
-    char row[32];
-    std::snprintf(row, sizeof row, "%010zu 00000 n \n", offset);
     const std::size_t table = pdf.find("xref\n0 ");
     const std::size_t rows = pdf.find('\n', table + 5) + 1;
-    std::string changed = pdf;
-    return changed.replace(rows + 20 * static_cast<std::size_t>(number), 20, row);
+    return pdf.replace(rows + 20 * static_cast<std::size_t>(number), 20,
+                       PdfBuilder::tableRow(pdf.find(ofText)));
 }
 
-/// A file of the hybrid kind: the table is for old readers, and a stream that the trailer names
-/// says where one more object is, inside an object stream.
-std::string hybridFile()
+std::string withGenerationAboveZero()
 {
-    support::PagedDocument file(3);
-    const int members = file.builder.addStream("12 0 (in a stream)", "/Type /ObjStm /N 1 /First 5");
-    const int references = file.builder.reserve();
-    EXPECT_EQ(references, 11);
-    const int hidden = file.builder.reserve();
-    file.catalogEntries = "/Odd " + PdfBuilder::reference(hidden);
-    std::string row;
-    for (const int byte : {2, 0, members, 0}) {
-        row += static_cast<char>(byte);
+    std::string pdf = support::replaced(support::documentOfPages(3), "4 0 obj", "4 7 obj");
+    const std::size_t row = pdf.find("xref\n0 ") + 11 + 20 * 4;
+    pdf.replace(pdf.find("00000 n", row), 5, "00007");
+    return support::replaced(pdf, "/Contents 4 0 R", "/Contents 4 7 R");
+}
+
+struct Oddity {
+    const char* name;
+    std::string pdf;
+    bool copied;
+};
+
+TEST(Oddities, AreCopiedOrRewrittenButNeverWrong)
+{
+    const std::string plain = support::documentOfPages(3);
+    const std::string content = support::showText("Page 1");
+    const Oddity rows[] = {
+        {"endobj in a string", withObject("(endobj 9 0 obj)"), true},
+        {"endobj in a comment", withObject("<< /A 1 % endobj\n>>"), true},
+        {"number as object", withObject("5"), true},
+        {"entry for an object that is not there",
+         support::replaced(withObject("5"), "7 0 obj\n5\nendobj", "% nothing here  "), false},
+        {"reference to nothing", withObject("[99 0 R 3 7 R]"), true},
+        {"generation above zero", withGenerationAboveZero(), true},
+        {"offset off by one", withOffset(5, "\n5 0 obj", plain), false},
+        {"indirect length",
+         Sketch{{"/Contents @content", "", ""},
+                "",
+                {{"content", "<< /Length @length >>\nstream\n" + content + "\nendstream"},
+                 {"length", std::to_string(content.size())}}}
+             .built(),
+         true},
+        {"wrong length", support::replaced(plain, "<< /Length 37", "<< /Length 31"), false},
+        {"stream data that says endstream", withObject("|endstream endobj 4 0 obj"), true},
+        {"junk before the header", "HTTP/1.1 200 OK\r\n\r\n" + plain, false},
+        {"junk after the end", plain + std::string(300, '\n') + "<html>", true},
+        {"incremental update", updated(), true},
+        {"two objects at one offset", withOffset(7, "3 0 obj", withObject("(text)")), false},
+        {"object inside another one",
+         withOffset(8, "8 0 obj (inner)",
+                    Sketch{{"", "", ""},
+                           "/Odd [@outer @inner]",
+                           {{"outer", "|xx 8 0 obj (inner) endobj xx"}, {"inner", "(inner)"}}}
+                        .built()),
+         false},
+        {"hybrid references", support::asHybridFile(plain), false},
+        {"missing endobj", support::replaced(plain, "endobj\n5 0 obj", "      \n5 0 obj"), false}};
+    for (const Oddity& row : rows) {
+        SCOPED_TRACE(row.name);
+        const std::string why = refusal(row.pdf);
+        EXPECT_EQ(why.empty(), row.copied) << why;
+        const std::string bytes = savedWithout(row.pdf, {{2, 1}}, Way::CopyUnchanged);
+        EXPECT_EQ(support::pageTexts(bytes), support::pagesNamed({1, 3}));
+        EXPECT_EQ(support::problems(bytes), "");
+        EXPECT_EQ(bytes.find("/Prev"), std::string::npos) << "an earlier revision";
+        EXPECT_EQ(support::firstDifference(bytes, savedWithout(row.pdf, {{2, 1}}, Way::Rewrite)),
+                  "");
     }
-    file.builder.setStream(references, row, "/Type /XRef /Size 13 /W [1 2 1] /Index [12 1]");
-    file.builder.setTrailerEntries("/XRefStm 0000000000");
-    std::string pdf = file.build();
-    char offset[32];
-    std::snprintf(offset, sizeof offset, "%010zu", pdf.find("11 0 obj"));
-    return replaced(pdf, "/XRefStm 0000000000", std::string("/XRefStm ") + offset);
-}
-
-class Oddities : public testing::TestWithParam<Oddity> {};
-
-TEST_P(Oddities, AreCopiedOrRewrittenButNeverWrong)
-{
-    const std::string pdf = GetParam().make();
-    const std::string why = refusal(pdf);
-    EXPECT_EQ(why.empty(), GetParam().copied) << why;
-    const std::string bytes = savedWithout(pdf, {{2, 1}}, Way::CopyUnchanged);
-    EXPECT_EQ(support::pageTexts(bytes), support::pagesNamed({1, 3}));
-    EXPECT_EQ(support::problems(bytes), "");
-    EXPECT_EQ(support::firstDifference(bytes, savedWithout(pdf, {{2, 1}}, Way::Rewrite)), "");
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    VerbatimWriter, Oddities,
-    testing::Values(
-        Oddity{"endobj_in_a_string", [] { return withObject("(endobj 9 0 obj)"); }, true},
-        Oddity{"endobj_in_a_comment", [] { return withObject("<< /A 1 % endobj\n>>"); }, true},
-        Oddity{"number_as_object", [] { return withObject("5"); }, true},
-        Oddity{"entry_for_an_object_that_is_not_there",
-               [] { return replaced(withObject("5"), "10 0 obj\n5\nendobj", "% nothing here   "); },
-               false},
-        Oddity{"reference_to_nothing", [] { return withObject("[99 0 R 3 7 R]"); }, true},
-        Oddity{"generation_above_zero",
-               [] {
-                   support::PagedDocument file(3);
-                   std::string pdf = file.build();
-                   pdf = replaced(pdf, "4 0 obj", "4 7 obj");
-                   const std::size_t row = pdf.find("xref\n0 ") + 11 + 20 * 4;
-                   pdf.replace(pdf.find("00000 n", row), 5, "00007");
-                   return replaced(pdf, "/Contents 4 0 R", "/Contents 4 7 R");
-               },
-               true},
-        Oddity{"offset_off_by_one",
-               [] {
-                   const std::string pdf = support::documentOfPages(3);
-                   const auto at = static_cast<long>(pdf.find("\n5 0 obj")) + 1;
-                   char right[32];
-                   char wrong[32];
-                   std::snprintf(right, sizeof right, "%010ld", at);
-                   std::snprintf(wrong, sizeof wrong, "%010ld", at - 1);
-                   return replaced(pdf, right, wrong);
-               },
-               false},
-        Oddity{"indirect_length",
-               [] {
-                   support::PagedDocument file(3);
-                   const std::string content = support::showText("Page 1");
-                   const int length = file.builder.add(std::to_string(content.size()));
-                   file.builder.set(4, "<< /Length " + PdfBuilder::reference(length) +
-                                           " >>\nstream\n" + content + "\nendstream");
-                   return file.build();
-               },
-               true},
-        Oddity{
-            "wrong_length",
-            [] { return replaced(support::documentOfPages(3), "<< /Length 37", "<< /Length 31"); },
-            false},
-        Oddity{"stream_data_that_says_endstream",
-               [] {
-                   support::PagedDocument file(3);
-                   const int stream =
-                       file.builder.addStream("endstream endobj 4 0 obj", "/Odd true");
-                   file.catalogEntries = "/Odd " + PdfBuilder::reference(stream);
-                   return file.build();
-               },
-               true},
-        Oddity{"junk_before_the_header",
-               [] { return "HTTP/1.1 200 OK\r\n\r\n" + support::documentOfPages(3); }, false},
-        Oddity{"junk_after_the_end",
-               [] { return support::documentOfPages(3) + std::string(300, '\n') + "<html>"; },
-               true},
-        Oddity{"incremental_update", updated, true},
-        Oddity{"two_objects_at_one_offset",
-               [] {
-                   const std::string pdf = withObject("(text)");
-                   return withEntryOf(10, pdf.find("\n3 0 obj") + 1, pdf);
-               },
-               false},
-        Oddity{"object_inside_another_one",
-               [] {
-                   support::PagedDocument file(3);
-                   const int outer = file.builder.addStream("xx 11 0 obj (inner) endobj xx");
-                   const int inner = file.builder.add("(inner)");
-                   file.catalogEntries = "/Odd [" + PdfBuilder::reference(outer) + " " +
-                                         PdfBuilder::reference(inner) + "]";
-                   const std::string pdf = file.build();
-                   return withEntryOf(inner, pdf.find("11 0 obj (inner)"), pdf);
-               },
-               false},
-        Oddity{"hybrid_references", hybridFile, false},
-        Oddity{"missing_endobj",
-               [] {
-                   return replaced(support::documentOfPages(3), "endobj\n5 0 obj",
-                                   "      \n5 0 obj");
-               },
-               false}),
-    [](const auto& info) { return info.param.name; });
-
-TEST(VerbatimWriter, DropsEarlierRevisions)
-{
-    const std::string bytes = savedWithout(updated(), {{2, 1}}, Way::CopyUnchanged);
-    std::size_t contents = 0;
-    for (std::size_t at = 0; (at = bytes.find("(Page 1)", at)) != std::string::npos; ++at) {
-        ++contents;
-    }
-    EXPECT_EQ(contents, 1U);
-    EXPECT_EQ(bytes.find("/Prev"), std::string::npos);
 }
 
 } // namespace

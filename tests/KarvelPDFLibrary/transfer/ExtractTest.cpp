@@ -22,7 +22,7 @@ TEST(Extract, HoldsTheListedPagesInTheirOrder)
              {3}, {5, 1}, {1, 2, 3, 4, 5}, {2, 2, 4, 2}, {5, 4, 3, 2, 1, 1}}) {
         auto part = extract(*document, list);
         ASSERT_TRUE(part.has_value()) << part.error().text;
-        EXPECT_EQ(support::pageTexts(told::saved(**part)), support::pagesNamed(list));
+        EXPECT_EQ(support::pageTexts(support::saved(**part)), support::pagesNamed(list));
     }
     EXPECT_FALSE(document->isModified());
     EXPECT_EQ(extract(*document, {6}).error().code, ErrorCode::BadPageList);
@@ -34,8 +34,8 @@ TEST(Extract, TakesTheDocumentAsItIsNow)
     auto document = support::opened(support::documentOfPages(5));
     ASSERT_TRUE(pages::deletePages(*document, {1}).has_value());
     auto part = extract(*document, {1, 2});
-    EXPECT_EQ(support::pageTexts(told::saved(**part)), support::pagesNamed({2, 3}));
-    EXPECT_EQ(support::pageTexts(told::saved(*document)), support::pagesNamed({2, 3, 4, 5}));
+    EXPECT_EQ(support::pageTexts(support::saved(**part)), support::pagesNamed({2, 3}));
+    EXPECT_EQ(support::pageTexts(support::saved(*document)), support::pagesNamed({2, 3, 4, 5}));
 }
 
 TEST(Duplicate, SavesAsTheDocumentWould)

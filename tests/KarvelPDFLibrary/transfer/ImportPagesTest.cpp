@@ -29,12 +29,18 @@ Status append(Document& target, const std::shared_ptr<Document>& pages, std::vec
     return importPages(target, imports, pages, list, target.pageCount() + 1, WithOutline::Yes);
 }
 
+/// What is saved when pages of one document have come behind those of another.
+std::string appended(const std::string& target, const std::string& pages, std::vector<int> list)
+{
+    auto document = support::opened(target);
+    EXPECT_TRUE(append(*document, source(pages), std::move(list)).has_value());
+    return support::saved(*document);
+}
+
 /// A rich document with all pages of another one behind its own.
 std::string twice()
 {
-    auto document = support::opened(told::richDocument());
-    EXPECT_TRUE(append(*document, source(told::richDocument()), {1, 2, 3}).has_value());
-    return told::saved(*document);
+    return appended(told::richDocument(), told::richDocument(), {1, 2, 3});
 }
 
 struct Row {
@@ -82,9 +88,7 @@ TEST(Transfer, FieldsComeAlongUnderFreeNames)
 
 TEST(Transfer, FieldsOfPagesLeftBehindStayBehind)
 {
-    auto document = support::opened(support::documentOfPages(1));
-    ASSERT_TRUE(append(*document, source(told::richDocument()), {2}).has_value());
-    const std::string pdf = told::saved(*document);
+    const std::string pdf = appended(support::documentOfPages(1), told::richDocument(), {2});
     EXPECT_EQ(told::fields(pdf), Names{"name@2"});
     EXPECT_EQ(support::valueAt(pdf, "Root/AcroForm/Fields/0/Kids"), "array 1");
     EXPECT_EQ(support::valueAt(pdf, "Root/AcroForm/CO"), "nothing");
@@ -101,9 +105,7 @@ TEST(Transfer, DestinationsAndLinksLeadToThePagesThatCame)
 
 TEST(Transfer, LinksToPagesLeftBehindStayBehind)
 {
-    auto document = support::opened(told::richDocument());
-    ASSERT_TRUE(append(*document, source(told::richDocument()), {1}).has_value());
-    const std::string pdf = told::saved(*document);
+    const std::string pdf = appended(told::richDocument(), told::richDocument(), {1});
     EXPECT_EQ(told::destinations(pdf), (Names{"one>1", "two>2"}))
         << "names that nothing uses do not come with single pages";
     EXPECT_EQ(told::links(pdf, 4), Names{});
@@ -112,16 +114,13 @@ TEST(Transfer, LinksToPagesLeftBehindStayBehind)
 
 TEST(Transfer, ActionsThatWouldLeadNowhereStayBehind)
 {
-    support::Sketch sketch;
-    sketch.pages = {"/AA << /O << /S /GoTo /D [@p2 /Fit] >> /C << /S /URI /URI (x) >> >> "
-                    "/Annots [@button]",
-                    ""};
-    sketch.objects = {
-        {"button", "<< /Subtype /Widget /FT /Btn /T (b) /Rect [0 0 9 9] /A @action >>"},
-        {"action", "<< /S /GoTo /D [@p2 /Fit] >>"}};
-    auto document = support::opened(support::documentOfPages(1));
-    ASSERT_TRUE(append(*document, source(sketch.built()), {1}).has_value());
-    const std::string pdf = told::saved(*document);
+    const support::Sketch sketch = {
+        {"/AA << /O << /S /GoTo /D [@p2 /Fit] >> /C << /S /URI /URI (x) >> >> /Annots [@button]",
+         ""},
+        "",
+        {{"button", "<< /Subtype /Widget /FT /Btn /T (b) /Rect [0 0 9 9] /A @action >>"},
+         {"action", "<< /S /GoTo /D [@p2 /Fit] >>"}}};
+    const std::string pdf = appended(support::documentOfPages(1), sketch.built(), {1});
     EXPECT_EQ(support::valueAt(pdf, "p2/AA/O"), "nothing");
     EXPECT_EQ(support::valueAt(pdf, "p2/AA/C/S"), "/URI");
     EXPECT_EQ(support::valueAt(pdf, "p2/Annots/0/A"), "nothing");
@@ -129,15 +128,13 @@ TEST(Transfer, ActionsThatWouldLeadNowhereStayBehind)
 
 TEST(Transfer, DestinationsByPageNumberAndOldNamesAreUnderstood)
 {
-    support::Sketch sketch;
-    sketch.pages = {
-        "/Annots [<< /Subtype /Link /Rect [0 0 9 9] /Dest [1 /Fit] >> << /Subtype /Link "
-        "/Rect [0 0 9 9] /Dest /old >>]",
-        ""};
-    sketch.catalog = "/Dests << /old [@p2 /Fit] >>";
-    auto document = support::opened(support::documentOfPages(3));
-    ASSERT_TRUE(append(*document, source(sketch.built()), {1, 2}).has_value());
-    const std::string pdf = told::saved(*document);
+    const support::Sketch sketch = {
+        {"/Annots [<< /Subtype /Link /Rect [0 0 9 9] /Dest [1 /Fit] >> << /Subtype /Link /Rect [0 "
+         "0 9 9] /Dest /old >>]",
+         ""},
+        "/Dests << /old [@p2 /Fit] >>",
+        {}};
+    const std::string pdf = appended(support::documentOfPages(3), sketch.built(), {1, 2});
     EXPECT_EQ(told::links(pdf, 4), (Names{"page 5", "(old)"}));
     EXPECT_EQ(told::destinations(pdf), Names{"old>5"});
 }
@@ -148,9 +145,8 @@ TEST(Transfer, OutlineEntriesComeBehindTheOthers)
     EXPECT_EQ(told::outline(pdf), "One>1 (Two>2 Three>3) One>4 (Two>5 Three>6)");
     EXPECT_EQ(support::valueAt(pdf, "Root/Outlines/Count"), "6");
 
-    auto part = support::opened(support::documentOfPages(1));
-    ASSERT_TRUE(append(*part, source(told::richDocument()), {3}).has_value());
-    EXPECT_EQ(told::outline(told::saved(*part)), "One> (Three>2)")
+    EXPECT_EQ(told::outline(appended(support::documentOfPages(1), told::richDocument(), {3})),
+              "One> (Three>2)")
         << "the entry above stays without its target";
 }
 
@@ -163,23 +159,19 @@ TEST(Transfer, LayersStayShownOrHidden)
     EXPECT_EQ(support::valueAt(pdf, "Root/OCProperties/D/Order"), "array 4");
     EXPECT_EQ(support::valueAt(pdf, "Root/OCProperties/D/RBGroups"), "array 2");
 
-    auto part = support::opened(support::documentOfPages(1));
-    ASSERT_TRUE(append(*part, source(told::richDocument()), {2}).has_value());
-    const std::string second = told::saved(*part);
+    const std::string second = appended(support::documentOfPages(1), told::richDocument(), {2});
     EXPECT_EQ(support::valueAt(second, "Root/OCProperties/OCGs"), "array 1");
     EXPECT_EQ(support::valueAt(second, "Root/OCProperties/D/OFF/0/Name"), "(hidden)");
 }
 
 TEST(Transfer, FontsOfFieldsKeepTheirMeaning)
 {
-    support::Sketch sketch;
-    sketch.pages = {"/Annots [@f]"};
-    sketch.catalog = "/AcroForm << /Fields [@f] /DA (/Helv 9 Tf) /DR << /Font << /Helv << /Type "
-                     "/Font /Subtype /Type1 /BaseFont /Courier >> >> >> >>";
-    sketch.objects = {{"f", "<< /Subtype /Widget /Rect [0 0 9 9] /T (f) /FT /Tx >>"}};
-    auto document = support::opened(told::richDocument());
-    ASSERT_TRUE(append(*document, source(sketch.built()), {1}).has_value());
-    const std::string pdf = told::saved(*document);
+    const support::Sketch sketch = {
+        {"/Annots [@f]"},
+        "/AcroForm << /Fields [@f] /DA (/Helv 9 Tf) /DR << /Font << /Helv << /Type /Font /Subtype "
+        "/Type1 /BaseFont /Courier >> >> >> >>",
+        {{"f", "<< /Subtype /Widget /Rect [0 0 9 9] /T (f) /FT /Tx >>"}}};
+    const std::string pdf = appended(told::richDocument(), sketch.built(), {1});
     EXPECT_EQ(support::valueAt(pdf, "p4/Annots/0/DA"), "(/Helv-2 9 Tf)");
     EXPECT_EQ(support::valueAt(pdf, "Root/AcroForm/DR/Font/Helv-2/BaseFont"), "/Courier");
     EXPECT_EQ(support::valueAt(pdf, "Root/AcroForm/DR/Font/Helv/BaseFont"), "/Helvetica");
@@ -187,13 +179,12 @@ TEST(Transfer, FontsOfFieldsKeepTheirMeaning)
 
 TEST(Transfer, PagesBringWhatTheyInherit)
 {
-    support::Sketch sketch;
-    sketch.pages = {""};
-    sketch.tree = "/Rotate 90 /Resources << /Font << /F1 @font >> >>";
-    sketch.objects = {{"font", "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>"}};
-    auto document = support::opened(support::documentOfPages(1));
-    ASSERT_TRUE(append(*document, source(sketch.built()), {1}).has_value());
-    const std::string pdf = told::saved(*document);
+    const support::Sketch sketch = {
+        {""},
+        "",
+        {{"font", "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>"}},
+        "/Rotate 90 /Resources << /Font << /F1 @font >> >>"};
+    const std::string pdf = appended(support::documentOfPages(1), sketch.built(), {1});
     EXPECT_EQ(support::pageTexts(pdf), (Names{"Page 1", "Page 1"}));
     EXPECT_EQ(support::valueAt(pdf, "p2/Rotate"), "90");
     EXPECT_EQ(support::valueAt(pdf, "p1/Rotate"), "nothing");
@@ -244,7 +235,7 @@ TEST(Transfer, ComesFromTheSourceAsItWas)
             .has_value());
     ASSERT_TRUE(pages::deletePages(*pages, {1}).has_value());
     EXPECT_EQ(frozen.of(*pages).value()->pageCount(), 1);
-    EXPECT_EQ(support::pageTexts(told::saved(*document)), support::pagesNamed({2, 4, 1}));
+    EXPECT_EQ(support::pageTexts(support::saved(*document)), support::pagesNamed({2, 4, 1}));
 }
 
 TEST(Transfer, PagesThatCameCanGoAgain)
@@ -252,7 +243,7 @@ TEST(Transfer, PagesThatCameCanGoAgain)
     auto document = support::opened(told::richDocument());
     ASSERT_TRUE(append(*document, source(told::richDocument()), {1, 2, 3}).has_value());
     ASSERT_TRUE(pages::deletePages(*document, {4, 5, 6}).has_value());
-    const std::string pdf = told::saved(*document);
+    const std::string pdf = support::saved(*document);
     EXPECT_EQ(support::pageTexts(pdf), support::pagesNamed({1, 2, 3}));
     EXPECT_EQ(told::destinations(pdf), (Names{"one>1", "two>2"}));
     EXPECT_EQ(told::outline(pdf), "One>1 (Two>2 Three>3)");
@@ -260,31 +251,23 @@ TEST(Transfer, PagesThatCameCanGoAgain)
 
 struct Refusal {
     const char* name;
-    std::string (*make)();
+    std::string pages;
     std::vector<int> list;
     int before;
     ErrorCode code;
 };
 
-std::string threePages()
-{
-    return support::documentOfPages(3);
-}
-
 TEST(RefusedImports, ChangeNothing)
 {
+    const std::string three = support::documentOfPages(3);
     const Refusal rows[] = {
-        {"page that is not there", threePages, {1, 4}, 1, ErrorCode::BadPageList},
-        {"place that is not there", threePages, {1}, 4, ErrorCode::BadPageList},
-        {"place zero", threePages, {1}, 0, ErrorCode::BadPageList},
-        {"no page", threePages, {}, 1, ErrorCode::OutOfMemory},
-        {"one page too often", threePages, std::vector<int>(1001, 1), 1, ErrorCode::OutOfMemory},
+        {"page that is not there", three, {1, 4}, 1, ErrorCode::BadPageList},
+        {"place that is not there", three, {1}, 4, ErrorCode::BadPageList},
+        {"place zero", three, {1}, 0, ErrorCode::BadPageList},
+        {"no page", three, {}, 1, ErrorCode::OutOfMemory},
+        {"one page too often", three, std::vector<int>(1001, 1), 1, ErrorCode::OutOfMemory},
         {"content lost to damage",
-         [] {
-             std::string file = support::documentOfPages(3);
-             const auto at = file.find("4 0 obj");
-             return file.replace(at, 7, "4 0 xxx");
-         },
+         support::replaced(three, "4 0 obj", "4 0 xxx"),
          {1},
          1,
          ErrorCode::NotPdf}};
@@ -292,7 +275,7 @@ TEST(RefusedImports, ChangeNothing)
         SCOPED_TRACE(row.name);
         auto document = support::opened(support::documentOfPages(2));
         Imports imports;
-        const Status status = importPages(*document, imports, source(row.make()), row.list,
+        const Status status = importPages(*document, imports, source(row.pages), row.list,
                                           row.before, WithOutline::Yes);
         ASSERT_FALSE(status.has_value());
         EXPECT_EQ(status.error().code, row.code);
@@ -324,7 +307,7 @@ TEST(Transfer, TakesHostileDocumentsWithoutLoopingOrRecursion)
     auto document = support::opened(support::documentOfPages(1));
     ASSERT_TRUE(append(*document, source(sketch.built()), {1}).has_value());
     EXPECT_EQ(document->pageCount(), 2);
-    told::saved(*document);
+    support::saved(*document);
 }
 
 TEST(Transfer, InterleavesFrontsAndBacks)
@@ -346,7 +329,7 @@ TEST(Transfer, InterleavesFrontsAndBacks)
                              row.reversed)
                       .value(),
                   row.backs);
-        EXPECT_EQ(support::pageTexts(told::saved(*document)), row.texts);
+        EXPECT_EQ(support::pageTexts(support::saved(*document)), row.texts);
     }
 }
 
@@ -355,7 +338,7 @@ TEST(Transfer, CopiedPagesHaveFieldsOfTheirOwn)
     const std::string before = told::richDocument();
     auto document = support::opened(before);
     ASSERT_TRUE(copyPages(*document, {1, 2}, 4).has_value());
-    const std::string pdf = told::saved(*document);
+    const std::string pdf = support::saved(*document);
     EXPECT_EQ(support::pageTexts(pdf), support::pagesNamed({1, 2, 3, 1, 2}));
     EXPECT_EQ(told::fields(pdf),
               (Names{"name@1", "name@2", "group.last@3", "name-2@4", "name-2@5"}));
@@ -376,7 +359,7 @@ TEST(Transfer, CopiesAreOfPagesAsTheyWereLastSeen)
     document->removePages({2, 1});
     ASSERT_TRUE(saving::snapshot(*document, saving::Encrypting::AsLoaded).has_value());
     ASSERT_TRUE(copyPages(*document, {1, 1}, 1).has_value());
-    EXPECT_EQ(support::everythingIn(told::saved(*document)).find("LOST"), std::string::npos);
+    EXPECT_EQ(support::everythingIn(support::saved(*document)).find("LOST"), std::string::npos);
 }
 
 TEST(Transfer, CopiesShareWhatPagesUse)
@@ -397,7 +380,7 @@ TEST(Transfer, AReplacedPageKeepsWhatLeadsToIt)
     const auto other = source(support::PagedDocument(7, "/Rotate 90").build());
     ASSERT_TRUE(replacePage(*document, imports, 2, other, 7).has_value());
     EXPECT_EQ(document->order().at(2).object, object);
-    const std::string pdf = told::saved(*document);
+    const std::string pdf = support::saved(*document);
     EXPECT_EQ(support::pageTexts(pdf), support::pagesNamed({1, 7, 3}));
     EXPECT_EQ(support::valueAt(pdf, "p2/Rotate"), "90");
     EXPECT_EQ(told::outline(pdf), "One>1 (Two>2 Three>3)");
@@ -412,7 +395,7 @@ TEST(Transfer, AReplacingPageBringsItsFields)
     auto document = support::opened(support::documentOfPages(3));
     Imports imports;
     ASSERT_TRUE(replacePage(*document, imports, 2, source(told::richDocument()), 3).has_value());
-    const std::string pdf = told::saved(*document);
+    const std::string pdf = support::saved(*document);
     EXPECT_EQ(support::pageTexts(pdf), support::pagesNamed({1, 3, 3}));
     EXPECT_EQ(told::fields(pdf), Names{"group.last@2"});
     EXPECT_EQ(support::valueAt(pdf, "p2/Annots/0/P"), "page 2");

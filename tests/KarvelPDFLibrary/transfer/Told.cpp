@@ -1,6 +1,5 @@
 #include "tests/KarvelPDFLibrary/transfer/Told.h"
 
-#include "KarvelPDFLibrary/saving/Save.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/Sketch.h"
 
@@ -14,21 +13,6 @@ namespace told {
 
 namespace {
 
-JSON jsonOf(const std::string& pdf, const std::string& part)
-{
-    const support::ScratchFolder scratch;
-    const std::string all =
-        support::runCommand("qpdf --json=2 --json-key=" + part + " " + scratch.write("a.pdf", pdf))
-            .output;
-    JSON found = JSON::makeNull();
-    JSON::parse(all).forEachDictItem([&](const std::string& key, JSON value) {
-        if (key == part) {
-            found = value;
-        }
-    });
-    return found;
-}
-
 JSON item(const JSON& dictionary, const std::string& wanted)
 {
     JSON found = JSON::makeNull();
@@ -38,6 +22,15 @@ JSON item(const JSON& dictionary, const std::string& wanted)
         }
     });
     return found;
+}
+
+JSON jsonOf(const std::string& pdf, const std::string& part)
+{
+    const support::ScratchFolder scratch;
+    const std::string all =
+        support::runCommand("qpdf --json=2 --json-key=" + part + " " + scratch.write("a.pdf", pdf))
+            .output;
+    return item(JSON::parse(all), part);
 }
 
 std::string text(const JSON& value)
@@ -95,15 +88,6 @@ std::string richDocument()
         {"hidden", "<< /Type /OCG /Name (hidden) >>"},
     };
     return sketch.built();
-}
-
-std::string saved(karvel::Document& document)
-{
-    const auto bytes = karvel::saving::toString(document, {});
-    EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
-    const std::string pdf = bytes.value_or("");
-    EXPECT_EQ(support::problems(pdf), "");
-    return pdf;
 }
 
 std::vector<std::string> fields(const std::string& pdf)

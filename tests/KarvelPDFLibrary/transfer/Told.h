@@ -1,7 +1,5 @@
 #pragma once
 
-#include "KarvelPDFLibrary/document/Document.h"
-
 #include <string>
 #include <vector>
 
@@ -14,9 +12,6 @@ namespace told {
 ///  - an outline: "One" for page 1 and, below it and shown, "Two" (by name) and "Three",
 ///  - layers "shown", on page 1, and "hidden", on page 2.
 std::string richDocument();
-
-/// The document saved with the library's defaults, which qpdf must find nothing wrong with.
-std::string saved(karvel::Document& document);
 
 /// "name@2" for a widget of the field "name" on page 2, in page order, as qpdf tells.
 std::vector<std::string> fields(const std::string& pdf);
