@@ -117,43 +117,36 @@ struct PageSources {
     std::vector<int> order; // of the selected document's three pages and the source's two
 };
 
-class TakingPages : public testing::TestWithParam<PageSources> {};
-
-TEST_P(TakingPages, OutlivesTheirDocument)
+TEST(TakingPages, OutlivesTheirDocument)
 {
-    Caller caller;
-    const int self = caller.instance;
-    support::PagedDocument file(5);
-    const int source = caller.load(file.build());
-    ASSERT_EQ(KPLDeletePages(self, 1, 3), 1);
-    const int target = caller.load(support::documentOfPages(3));
-    ASSERT_GT(GetParam().call(caller, source), 0) << KPLLastErrorCode(self);
-    ASSERT_EQ(KPLSelectDocument(self, source), 1);
-    ASSERT_EQ(KPLCloseDocument(self), 1);
-    ASSERT_EQ(KPLSelectDocument(self, target), 1);
-    EXPECT_EQ(support::pageTexts(caller.bytes(KPLSaveToString(self))),
-              support::pagesNamed(GetParam().order));
+    const PageSources rows[] = {
+        {"append",
+         [](Caller& c, int source) { return KPLAppendDocument(c.instance, source); },
+         {1, 2, 3, 4, 5}},
+        {"insert",
+         [](Caller& c, int source) { return KPLInsertDocumentPages(c.instance, source, 2, 1, 1); },
+         {5, 1, 2, 3}},
+        {"replace",
+         [](Caller& c, int source) { return KPLReplacePage(c.instance, 2, source, 1); },
+         {1, 4, 3}},
+        {"interleave",
+         [](Caller& c, int source) { return KPLInterleaveDocument(c.instance, source, 1); },
+         {1, 5, 2, 4, 3}}};
+    for (const PageSources& row : rows) {
+        SCOPED_TRACE(row.name);
+        Caller caller;
+        const int self = caller.instance;
+        const int source = caller.load(support::documentOfPages(5));
+        ASSERT_EQ(KPLDeletePages(self, 1, 3), 1);
+        const int target = caller.load(support::documentOfPages(3));
+        ASSERT_GT(row.call(caller, source), 0) << KPLLastErrorCode(self);
+        ASSERT_EQ(KPLSelectDocument(self, source), 1);
+        ASSERT_EQ(KPLCloseDocument(self), 1);
+        ASSERT_EQ(KPLSelectDocument(self, target), 1);
+        EXPECT_EQ(support::pageTexts(caller.bytes(KPLSaveToString(self))),
+                  support::pagesNamed(row.order));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Exports, TakingPages,
-    testing::Values(
-        PageSources{"append",
-                    [](Caller& c, int source) { return KPLAppendDocument(c.instance, source); },
-                    {1, 2, 3, 4, 5}},
-        PageSources{"insert",
-                    [](Caller& c, int source) {
-                        return KPLInsertDocumentPages(c.instance, source, 2, 1, 1);
-                    },
-                    {5, 1, 2, 3}},
-        PageSources{"replace",
-                    [](Caller& c, int source) { return KPLReplacePage(c.instance, 2, source, 1); },
-                    {1, 4, 3}},
-        PageSources{
-            "interleave",
-            [](Caller& c, int source) { return KPLInterleaveDocument(c.instance, source, 1); },
-            {1, 5, 2, 4, 3}}),
-    [](const auto& info) { return info.param.name; });
 
 TEST(Exports, FilesAndStringsGiveTheirPages)
 {
@@ -208,24 +201,22 @@ struct Selection {
     int afterwards;
 };
 
-class SelectedPages : public testing::TestWithParam<Selection> {};
-
-TEST_P(SelectedPages, StayWithTheirPageOrMoveToTheNext)
+TEST(SelectedPages, StayWithTheirPageOrMoveToTheNext)
 {
-    Caller caller;
-    ASSERT_GT(caller.load(support::documentOfPages(8)), 0);
-    ASSERT_EQ(KPLSelectPage(caller.instance, GetParam().selected), 1);
-    ASSERT_GT(KPLDeletePageRanges(caller.instance, caller.wide(GetParam().deleted)), 0);
-    EXPECT_EQ(KPLSelectedPage(caller.instance), GetParam().afterwards);
+    const Selection rows[] = {{"before", 5, L"1,3", 3},
+                              {"after", 2, L"5-8", 2},
+                              {"itself", 5, L"4-6", 4},
+                              {"itself at the end", 8, L"7,8,7", 6},
+                              {"repeats", 5, L"1,1,1-2", 3}};
+    for (const Selection& row : rows) {
+        SCOPED_TRACE(row.name);
+        Caller caller;
+        ASSERT_GT(caller.load(support::documentOfPages(8)), 0);
+        ASSERT_EQ(KPLSelectPage(caller.instance, row.selected), 1);
+        ASSERT_GT(KPLDeletePageRanges(caller.instance, caller.wide(row.deleted)), 0);
+        EXPECT_EQ(KPLSelectedPage(caller.instance), row.afterwards);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(Exports, SelectedPages,
-                         testing::Values(Selection{"before", 5, L"1,3", 3},
-                                         Selection{"after", 2, L"5-8", 2},
-                                         Selection{"itself", 5, L"4-6", 4},
-                                         Selection{"itself_at_the_end", 8, L"7,8,7", 6},
-                                         Selection{"repeats", 5, L"1,1,1-2", 3}),
-                         [](const auto& info) { return info.param.name; });
 
 TEST(Exports, MovingPagesTakesTheSelectionAlong)
 {
@@ -243,8 +234,9 @@ TEST(Exports, MovingPagesTakesTheSelectionAlong)
 
 TEST(Exports, ForgottenWarningsStillKeepLostPagesFromBeingSaved)
 {
-    std::string damaged = support::documentOfPages(3);
-    damaged.replace(damaged.find("4 0 obj"), 7, "4 0 xxx"); // the content of page 1
+    // The content of page 1 is lost.
+    const std::string damaged =
+        support::replaced(support::documentOfPages(3), "4 0 obj", "4 0 xxx");
     Caller caller;
     const int self = caller.instance;
     ASSERT_GT(caller.load(damaged), 0);
@@ -263,8 +255,8 @@ TEST(Exports, ForgottenWarningsStillKeepLostPagesFromBeingSaved)
 
 TEST(Exports, ReconstructionCanBeRefused)
 {
-    std::string damaged = support::documentOfPages(3);
-    damaged.replace(damaged.find("startxref\n") + 10, 2, "99");
+    const std::string damaged =
+        support::replaced(support::documentOfPages(3), "startxref\n", "startxref\n99");
     Caller caller;
     const int self = caller.instance;
     EXPECT_EQ(KPLSetReconstruction(self, 2), 0);

@@ -29,70 +29,66 @@ struct Case {
     std::vector<std::string> entries;
 };
 
-class Scanning : public testing::TestWithParam<Case> {};
+constexpr ScanResult good = ScanResult::Complete;
+constexpr ScanResult bad = ScanResult::Malformed;
 
-TEST_P(Scanning, FindsReferencesAndOutermostEntries)
-{
-    const std::string text = GetParam().text + " endobj ";
-    Recorder found;
-    ValueScanner scanner(text, found);
-    ASSERT_EQ(scanner.scan(0), GetParam().result);
-    if (GetParam().result == ScanResult::Complete) {
-        EXPECT_EQ(scanner.position(), GetParam().text.size());
-        EXPECT_EQ(found.references, GetParam().references);
-        EXPECT_EQ(found.entries, GetParam().entries);
-    }
-}
+const Case cases[] = {
+    {"number", "42", good, {}, {}},
+    {"reference", "12 3 R", good, {"12.3"}, {}},
+    {"dictionary",
+     "<</A 1/B [2 0 R]/C<</D 3 0 R>>>>",
+     good,
+     {"2.0", "3.0"},
+     {"A= 1", "B= [2 0 R]", "C=<</D 3 0 R>>"}},
+    {"numbers that are no reference", "[1 2 3 R5 0 R]", bad, {}, {}},
+    {"numbers before a reference", "[1 2 3 0 R 4]", good, {"3.0"}, {}},
+    {"negative and real numbers", "[-1 0 +2 .5 4. 6 0 R]", good, {"6.0"}, {}},
+    {"reference over lines and comments", "[7\r\n0 % 8 0 R\n R]", good, {"7.0"}, {}},
+    {"strings with anything in them", "[(5 0 R (nested) \\) >> endobj) <0A 0B>]", good, {}, {}},
+    {"comment with a delimiter", "<< % >>\n/A 1 >>", good, {}, {"A= 1"}},
+    {"escaped name", "<< /T#79pe /X >>", good, {}, {"Type= /X"}},
+    {"keywords", "<< /A true /B false /C null >>", good, {}, {"A= true", "B= false", "C= null"}},
+    {"key without value", "<< /A >>", bad, {}, {}},
+    {"value without key", "<< 1 /A >>", bad, {}, {}},
+    {"wrong closing", "[ >>", bad, {}, {}},
+    {"lonely brace", "[ } ]", bad, {}, {}},
+    {"unknown word", "<< /A yes >>", bad, {}, {}},
+    {"letters in hexadecimal", "<0g>", bad, {}, {}},
+    {"nested beyond reason", std::string(300, '[') + std::string(300, ']'), bad, {}, {}},
+};
 
-TEST_P(Scanning, AsksForMoreWhereverTheTextIsCut)
+TEST(Scanning, FindsReferencesAndOutermostEntries)
 {
-    for (std::size_t length = 0; length < GetParam().text.size(); ++length) {
-        Recorder ignored;
-        const ScanResult result =
-            ValueScanner(std::string_view(GetParam().text).substr(0, length), ignored).scan(0);
-        if (GetParam().result == ScanResult::Complete) {
-            EXPECT_EQ(result, ScanResult::NeedsMore) << "cut at " << length;
-        } else {
-            EXPECT_NE(result, ScanResult::Complete) << "cut at " << length;
+    for (const Case& given : cases) {
+        SCOPED_TRACE(given.name);
+        const std::string text = given.text + " endobj ";
+        Recorder found;
+        ValueScanner scanner(text, found);
+        ASSERT_EQ(scanner.scan(0), given.result);
+        if (given.result == ScanResult::Complete) {
+            EXPECT_EQ(scanner.position(), given.text.size());
+            EXPECT_EQ(found.references, given.references);
+            EXPECT_EQ(found.entries, given.entries);
         }
     }
 }
 
-constexpr ScanResult good = ScanResult::Complete;
-constexpr ScanResult bad = ScanResult::Malformed;
-
-INSTANTIATE_TEST_SUITE_P(
-    ValueScanner, Scanning,
-    testing::Values(
-        Case{"number", "42", good, {}, {}}, Case{"reference", "12 3 R", good, {"12.3"}, {}},
-        Case{"dictionary",
-             "<</A 1/B [2 0 R]/C<</D 3 0 R>>>>",
-             good,
-             {"2.0", "3.0"},
-             {"A= 1", "B= [2 0 R]", "C=<</D 3 0 R>>"}},
-        Case{"numbers_that_are_no_reference", "[1 2 3 R5 0 R]", bad, {}, {}},
-        Case{"numbers_before_a_reference", "[1 2 3 0 R 4]", good, {"3.0"}, {}},
-        Case{"negative_and_real_numbers", "[-1 0 +2 .5 4. 6 0 R]", good, {"6.0"}, {}},
-        Case{"reference_over_lines_and_comments", "[7\r\n0 % 8 0 R\n R]", good, {"7.0"}, {}},
-        Case{"strings_with_anything_in_them",
-             "[(5 0 R (nested) \\) >> endobj) <0A 0B>]",
-             good,
-             {},
-             {}},
-        Case{"comment_with_a_delimiter", "<< % >>\n/A 1 >>", good, {}, {"A= 1"}},
-        Case{"escaped_name", "<< /T#79pe /X >>", good, {}, {"Type= /X"}},
-        Case{"keywords",
-             "<< /A true /B false /C null >>",
-             good,
-             {},
-             {"A= true", "B= false", "C= null"}},
-        Case{"key_without_value", "<< /A >>", bad, {}, {}},
-        Case{"value_without_key", "<< 1 /A >>", bad, {}, {}},
-        Case{"wrong_closing", "[ >>", bad, {}, {}}, Case{"lonely_brace", "[ } ]", bad, {}, {}},
-        Case{"unknown_word", "<< /A yes >>", bad, {}, {}},
-        Case{"letters_in_hexadecimal", "<0g>", bad, {}, {}},
-        Case{"nested_beyond_reason", std::string(300, '[') + std::string(300, ']'), bad, {}, {}}),
-    [](const auto& info) { return info.param.name; });
+TEST(Scanning, AsksForMoreWhereverTheTextIsCut)
+{
+    for (const Case& given : cases) {
+        SCOPED_TRACE(given.name);
+        for (std::size_t length = 0; length < given.text.size(); ++length) {
+            Recorder ignored;
+            const ScanResult result =
+                ValueScanner(std::string_view(given.text).substr(0, length), ignored).scan(0);
+            if (given.result == ScanResult::Complete) {
+                EXPECT_EQ(result, ScanResult::NeedsMore) << "cut at " << length;
+            } else {
+                EXPECT_NE(result, ScanResult::Complete) << "cut at " << length;
+            }
+        }
+    }
+}
 
 struct ReferenceCase {
     const char* name;
@@ -100,28 +96,26 @@ struct ReferenceCase {
     std::string expected; // "" for none
 };
 
-class Reading : public testing::TestWithParam<ReferenceCase> {};
-
-TEST_P(Reading, AReferenceTakesNothingElseForOne)
+TEST(Reading, AReferenceTakesNothingElseForOne)
 {
-    const auto reference = readReference(GetParam().text);
-    EXPECT_EQ(reference
-                  ? std::to_string(reference->object) + "." + std::to_string(reference->generation)
-                  : "",
-              GetParam().expected);
+    const ReferenceCase rows[] = {{"alone", "12 3 R", "12.3"},
+                                  {"after space and a comment", " % 5\n12 0\nR/A", "12.0"},
+                                  {"first of many", "1 0 R 2 0 R", "1.0"},
+                                  {"a number", "12", ""},
+                                  {"numbers", "12 0 3", ""},
+                                  {"a longer word", "12 0 Rx", ""},
+                                  {"a real number", "12 0.5 R", ""},
+                                  {"a name", "/A 12 0 R", ""},
+                                  {"beyond numbers of objects", "5000000000 0 R", ""},
+                                  {"nothing", "", ""}};
+    for (const ReferenceCase& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto reference = readReference(row.text);
+        EXPECT_EQ(reference ? std::to_string(reference->object) + "." +
+                                  std::to_string(reference->generation)
+                            : "",
+                  row.expected);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    ValueScanner, Reading,
-    testing::Values(ReferenceCase{"alone", "12 3 R", "12.3"},
-                    ReferenceCase{"after_space_and_a_comment", " % 5\n12 0\nR/A", "12.0"},
-                    ReferenceCase{"first_of_many", "1 0 R 2 0 R", "1.0"},
-                    ReferenceCase{"a_number", "12", ""}, ReferenceCase{"numbers", "12 0 3", ""},
-                    ReferenceCase{"a_longer_word", "12 0 Rx", ""},
-                    ReferenceCase{"a_real_number", "12 0.5 R", ""},
-                    ReferenceCase{"a_name", "/A 12 0 R", ""},
-                    ReferenceCase{"beyond_numbers_of_objects", "5000000000 0 R", ""},
-                    ReferenceCase{"nothing", "", ""}),
-    [](const auto& info) { return info.param.name; });
 
 } // namespace
