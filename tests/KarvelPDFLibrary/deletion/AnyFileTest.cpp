@@ -22,11 +22,6 @@ struct AnyFile {
     bool isSmall;
 };
 
-void PrintTo(const AnyFile& value, std::ostream* out)
-{
-    *out << value.name;
-}
-
 std::string ref(int number)
 {
     return PdfBuilder::reference(number);
@@ -100,32 +95,35 @@ std::string loopedThreads()
 /// Every value that may stand in an object of its own does.
 std::string indirectEverything()
 {
-    support::PagedDocument file(3);
-    PdfBuilder& builder = file.builder;
-    const int font = builder.add("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>");
-    const int fonts = builder.add("<< /F1 " + ref(font) + " >>");
-    const int resources = builder.add("<< /Font " + ref(fonts) + " >>");
-    const int box = builder.add("[0 0 612 792]");
-    const int count = builder.add("3");
-    const int type = builder.add("/Pages");
-    const int pageType = builder.add("/Page");
-    const int kids = builder.add("[" + ref(file.pages[0]) + " " + ref(file.pages[1]) + " " +
-                                 ref(file.pages[2]) + "]");
-    builder.set(file.root, "<< /Type " + ref(type) + " /Count " + ref(count) + " /Kids " +
-                               ref(kids) + " /MediaBox " + ref(box) + " >>");
-    const int fit = builder.add("/Fit");
-    for (std::size_t i = 0; i < 3; ++i) {
-        const int content = builder.addStream(support::showText("Page " + std::to_string(i + 1)));
-        const int contents = builder.add("[" + ref(content) + "]");
-        const int target = builder.add("[" + ref(file.pages[(i + 1) % 3]) + " " + ref(fit) + "]");
-        const int link = builder.add("<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /Dest " +
-                                     ref(target) + " >>");
-        const int annotations = builder.add("[" + ref(link) + "]");
-        builder.set(file.pages[i], "<< /Type " + ref(pageType) + " /Parent " + ref(file.root) +
-                                       " /Contents " + ref(contents) + " /Resources " +
-                                       ref(resources) + " /Annots " + ref(annotations) + " >>");
+    Sketch sketch = {{},
+                     "",
+                     {{"font", "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>"},
+                      {"fonts", "<< /F1 @font >>"},
+                      {"resources", "<< /Font @fonts >>"},
+                      {"box", "[0 0 612 792]"},
+                      {"count", "3"},
+                      {"type", "/Pages"},
+                      {"pagetype", "/Page"},
+                      {"kids", "[@page1 @page2 @page3]"},
+                      {"fit", "/Fit"}},
+                     "/Type @type /Count @count /Kids @kids /MediaBox @box"};
+    for (int page = 1; page <= 3; ++page) {
+        const std::string number = std::to_string(page);
+        const std::string next = std::to_string(page % 3 + 1);
+        const std::pair<const char*, std::string> objects[] = {
+            {"content", "|" + support::showText("Page " + number)},
+            {"contents", "[@content" + number + "]"},
+            {"target", "[@page" + next + " @fit]"},
+            {"link",
+             "<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /Dest @target" + number + " >>"},
+            {"links", "[@link" + number + "]"},
+            {"page", "<< /Type @pagetype /Parent @pages /Contents @contents" + number +
+                         " /Resources @resources /Annots @links" + number + " >>"}};
+        for (const auto& [name, text] : objects) {
+            sketch.objects.emplace_back(name + number, text);
+        }
     }
-    return file.build();
+    return sketch.built();
 }
 
 // --- size ---
@@ -154,20 +152,8 @@ std::string chainOfPages()
 
 std::string flatPages()
 {
-    constexpr int count = 200000;
-    PdfBuilder builder;
-    const int catalog = builder.reserve();
-    const int root = builder.reserve();
-    std::string kids;
-    for (int i = 0; i < count; ++i) {
-        kids +=
-            ref(builder.add("<< /Type /Page /Parent " + ref(root) + " /MediaBox [0 0 9 9] >>")) +
-            " ";
-    }
-    builder.set(root,
-                "<< /Type /Pages /Count " + std::to_string(count) + " /Kids [" + kids + "] >>");
-    builder.set(catalog, "<< /Type /Catalog /Pages " + ref(root) + " >>");
-    return builder.build(catalog);
+    const std::vector<std::string> pages(200000, "/Contents @content");
+    return Sketch{pages, "", {{"content", "|"}}, "/MediaBox [0 0 9 9] /Resources << >>"}.built();
 }
 
 std::string longOutline()

@@ -132,18 +132,12 @@ void addDestinations(Writer& writer)
     writer.forEveryPage("where%", "[@p% /XYZ 0 0 0]");
     writer.object("olddests", "<< " + writer.all("/own%-old [@p% /Fit]") + ">>");
     writer.object("open", "<< /S /GoTo /D (own1-a) /X (own1-open) >>");
-    writer.inCatalog("/PageLabels << /Nums [" + [&] {
-        std::string labels;
-        std::string all = writer.all("% << /P (own%-label) /S /D >>");
-        // Keys count from 0.
-        std::size_t page = 0;
-        for (std::size_t at = 0; at < all.size(); ++page) {
-            const std::size_t end = all.find(">> ", at) + 3;
-            labels += std::to_string(page) + all.substr(at + 1, end - at - 1);
-            at = end;
-        }
-        return labels;
-    }() + "] >>");
+    std::string labels; // whose keys count from 0
+    for (int page = 1; page <= writer.pages(); ++page) {
+        const std::string number = std::to_string(page);
+        labels += std::to_string(page - 1) + " << /P (own" + number + "-label) /S /D >> ";
+    }
+    writer.inCatalog("/PageLabels << /Nums [" + labels + "] >>");
 }
 
 void addOutline(Writer& writer)
@@ -152,23 +146,20 @@ void addOutline(Writer& writer)
     writer.object("outlines", "<< /Type /Outlines /First @heading /Last @heading /Count 1 >>");
     writer.object("heading", "<< /Title (All pages) /Parent @outlines /First @entrya1 /Last "
                              "@lastentry >>");
-    const std::string targets[] = {"/Dest [@p% /Fit] /SE @paragraph%", "/Dest (own%-b)",
-                                   "/A << /S /GoTo /D /own%-old >>"};
     for (int page = 1; page <= writer.pages(); ++page) {
-        for (int i = 0; i < 3; ++i) {
-            const char kind = static_cast<char>('a' + i);
-            const auto entry = [&](int position) {
-                const int of = position / 3 + 1;
-                return of > writer.pages()
-                           ? std::string("@lastentry")
-                           : std::string("@entry") + "abc"[position % 3] + std::to_string(of);
-            };
-            const int position = 3 * (page - 1) + i;
-            writer.objectOf(page, std::string("entry") + kind + "%",
-                            std::string("<< /Title (own%-entry-") + kind + ") /Parent @heading " +
-                                targets[i] + " /Next " + entry(position + 1) +
-                                (position > 0 ? " /Prev " + entry(position - 1) : "") + " >>");
-        }
+        const std::string before = page == 1 ? "" : " /Prev @entryc^";
+        const std::string after = page == writer.pages() ? "@lastentry" : "@entrya~";
+        writer.objectOf(page, "entrya%",
+                        "<< /Title (own%-entry-a) /Parent @heading /Dest [@p% "
+                        "/Fit] /SE @paragraph% /Next @entryb%" +
+                            before + " >>");
+        writer.objectOf(page, "entryb%",
+                        "<< /Title (own%-entry-b) /Parent @heading /Dest (own%-b) "
+                        "/Next @entryc% /Prev @entrya% >>");
+        writer.objectOf(page, "entryc%",
+                        "<< /Title (own%-entry-c) /Parent @heading /A << /S /GoTo "
+                        "/D /own%-old >> /Prev @entryb% /Next " +
+                            after + " >>");
     }
     writer.object("lastentry", "<< /Title (A site) /Parent @heading /A << /S /URI /URI (x:y) >> "
                                "/Prev @entryc" +
@@ -337,9 +328,7 @@ std::string withLaterRevision(const std::string& pdf, int pages)
         number = std::stoi(pdf.substr(line));
         // Both have the same length; the former is hidden behind the new one.
         std::string text = pdf.substr(line, pdf.find("endobj\n", content) + 7 - line);
-        char row[32];
-        std::snprintf(row, sizeof row, "%d 1\n%010zu 00000 n \n", number, file.size());
-        rows += row;
+        rows += std::to_string(number) + " 1\n" + PdfBuilder::tableRow(file.size());
         file += text;
         file.replace(content, 4, "old" + std::to_string(page));
     }
@@ -383,9 +372,7 @@ std::string asHybridFile(const std::string& pdf)
     }
     std::string file = pdf.substr(0, table);
     const auto add = [&](int number, const std::string& dictionary, const std::string& data) {
-        char row[32];
-        std::snprintf(row, sizeof row, "%010zu 00000 n \n", file.size());
-        rows += row;
+        rows += PdfBuilder::tableRow(file.size());
         file += std::to_string(number) + " 0 obj\n<< " + dictionary + " /Length " +
                 std::to_string(data.size()) + " >>\nstream\n" + data + "\nendstream\nendobj\n";
     };

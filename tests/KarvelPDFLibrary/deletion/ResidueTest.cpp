@@ -23,11 +23,6 @@ struct Case {
     const char* password;
 };
 
-void PrintTo(const Case& value, std::ostream* out)
-{
-    *out << value.name;
-}
-
 class Residue : public testing::TestWithParam<Case> {
 protected:
     static std::string document()

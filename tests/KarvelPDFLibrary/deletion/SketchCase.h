@@ -5,37 +5,32 @@
 
 #include <gmock/gmock.h>
 
-/// A case of the deletion modules: a document, the pages that go (from the highest down), and what
-/// is to be found then.
 namespace support {
 
+/// A case of the deletion modules: a document, and what is to be found when pages have gone.
 struct SketchCase {
     const char* name;
     Sketch document;
-    std::vector<int> removed;
 
     /// Paths for valueAt() with what is found there.
     std::vector<std::pair<std::string, std::string>> found;
 
     /// Texts that are nowhere in the file.
     std::vector<std::string> nowhere = {};
+
+    /// The pages that go, from the highest down; empty for those of the module's other cases.
+    std::vector<int> removed = {};
 };
 
-inline void PrintTo(const SketchCase& value, std::ostream* out)
+/// Removes pages in every way of saving and looks at the paths.
+inline void expectFound(const SketchCase& given, const std::vector<int>& usuallyRemoved = {1})
 {
-    *out << value.name;
-}
-
-class DeletedFrom : public testing::TestWithParam<SketchCase> {};
-
-/// Removes the pages in every way of saving and looks at the paths.
-inline void expectFound(const SketchCase& given)
-{
+    const std::vector<int>& removed = given.removed.empty() ? usuallyRemoved : given.removed;
     const std::string pdf = given.document.built();
     for (const std::string& text : given.nowhere) {
         EXPECT_NE(everythingIn(pdf).find(text), std::string::npos) << text;
     }
-    const std::string saved = withoutPages(pdf, given.removed);
+    const std::string saved = withoutPages(pdf, removed);
     for (const auto& [path, value] : given.found) {
         EXPECT_EQ(valueAt(saved, path), value) << path;
     }
@@ -43,7 +38,16 @@ inline void expectFound(const SketchCase& given)
     for (const std::string& text : given.nowhere) {
         EXPECT_EQ(everything.find(text), std::string::npos) << text;
     }
-    expectSameWithoutIndex(pdf, given.removed, saved);
+    expectSameWithoutIndex(pdf, removed, saved);
+}
+
+template <std::size_t count>
+void expectFound(const SketchCase (&cases)[count], const std::vector<int>& usuallyRemoved = {1})
+{
+    for (const SketchCase& given : cases) {
+        SCOPED_TRACE(given.name);
+        expectFound(given, usuallyRemoved);
+    }
 }
 
 } // namespace support

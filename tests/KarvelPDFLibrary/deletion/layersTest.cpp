@@ -4,13 +4,6 @@ namespace {
 
 using support::SketchCase;
 
-class Layers : public support::DeletedFrom {};
-
-TEST_P(Layers, GoWithWhatUsedThem)
-{
-    support::expectFound(GetParam());
-}
-
 std::string group(const std::string& name)
 {
     return "<< /Type /OCG /Name (" + name + ") >>";
@@ -22,7 +15,7 @@ std::string onPage(const std::string& groups)
 }
 
 const SketchCase cases[] = {
-    {"used_by_one_page_each",
+    {"used by one page each",
      {{onPage("/A @a"), onPage("/B @b")},
       "/OCProperties << /OCGs [@a @b @unused] /D << /Order [@a @b @unused] /ON [@a @b] /OFF [@a] "
       "/Locked [@a] /RBGroups [[@a @b] [@a]] /AS [<< /Event /View /OCGs [@a] >> << /Event /Print "
@@ -32,7 +25,6 @@ const SketchCase cases[] = {
        {"unused", group("Never used")},
        {"config", "<< /Name (Other) /Order [@b [@a]] /ON @on >>"},
        {"on", "[@a @b]"}}},
-     {1},
      {{"Root/OCProperties/OCGs", "array 2"},
       {"Root/OCProperties/OCGs/0/Name", "(Kept)"},
       {"Root/OCProperties/OCGs/1/Name", "(Never used)"},
@@ -47,20 +39,19 @@ const SketchCase cases[] = {
       {"Root/OCProperties/Configs/0/Order", "array 1"},
       {"Root/OCProperties/Configs/0/ON", "array 1"}},
      {"SECRET"}},
-    {"nested_order",
+    {"nested order",
      {{onPage("/A @a"), onPage("/B @b /C @c")},
-      "/OCProperties << /OCGs [@a @b @c] /D << /Order [@a [@b [@c]] [(Label) @a @b] "
+      "/OCProperties << /OCGs [@a @b @c] /D << /Order [@a [@b [@c]] @a [(Label) @a @b] "
       "[(SECRET-LABEL) "
       "@a]] >> >>",
       {{"a", group("SECRET")}, {"b", group("B")}, {"c", group("C")}}},
-     {1},
      {{"Root/OCProperties/D/Order", "array 3"},
       {"Root/OCProperties/D/Order/0/Name", "(B)"},
       {"Root/OCProperties/D/Order/1/0/Name", "(C)"},
       {"Root/OCProperties/D/Order/2/0", "(Label)"},
       {"Root/OCProperties/D/Order/2", "array 2"}},
      {"SECRET"}},
-    {"used_in_other_ways_too",
+    {"used in other ways too",
      {{onPage("/A @a /M @member"), "/Annots [<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /OC @a "
                                    ">>]"},
       "/OCProperties @properties",
@@ -68,19 +59,19 @@ const SketchCase cases[] = {
        {"a", group("Kept")},
        {"b", group("SECRET")},
        {"member", "<< /Type /OCMD /OCGs [@b] >>"}}},
-     {1},
      {{"Root/OCProperties/OCGs", "array 1"}, {"Root/OCProperties/OCGs/0/Name", "(Kept)"}},
      {"SECRET"}},
-    {"last_group",
+    {"last group",
      {{onPage("/A @a"), ""},
       "/OCProperties << /OCGs [@a] /D << /Order [@a] /BaseState /ON >> >>",
       {{"a", group("SECRET")}}},
-     {1},
      {{"Root/OCProperties/OCGs", "array 0"}, {"Root/OCProperties/D/BaseState", "/ON"}},
      {"SECRET"}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Deletion, Layers, testing::ValuesIn(cases),
-                         [](const auto& info) { return info.param.name; });
+TEST(Layers, GoWithWhatUsedThem)
+{
+    support::expectFound(cases);
+}
 
 } // namespace

@@ -12,18 +12,11 @@ std::pair<std::string, std::string> form(const std::string& name, const std::str
     return {name, "/Type /XObject /Subtype /Form /BBox [0 0 9 9] " + rest + "|" + content};
 }
 
-class SharedResources : public support::DeletedFrom {};
-
-TEST_P(SharedResources, AreLeftToThoseWhoUseThem)
-{
-    support::expectFound(GetParam());
-}
-
 const std::vector<std::string> sharing = {"/Contents @c1 /Resources @res",
                                           "/Contents @c2 /Resources @res"};
 
 const SketchCase cases[] = {
-    {"one_dictionary_for_all_pages",
+    {"one dictionary for all pages",
      {sharing,
       "",
       {{"res", "<< /XObject << /A @a /B @b /Both @both /Nobody @nobody >> >>"},
@@ -33,13 +26,12 @@ const SketchCase cases[] = {
        form("b", "(Kept) Tj"),
        form("both", "(Kept) Tj"),
        form("nobody", "(Kept) Tj")}},
-     {1},
      {{"p1/Resources/XObject/A", "nothing"},
       {"p1/Resources/XObject/B", "stream"},
       {"p1/Resources/XObject/Both", "stream"},
       {"p1/Resources/XObject/Nobody", "stream"}},
      {"SECRET"}},
-    {"inherited_from_the_page_tree",
+    {"inherited from the page tree",
      {{"/Contents @c1", "/Contents [@c2a @c2b]"},
       "",
       {{"c1", "|/A Do"},
@@ -48,10 +40,9 @@ const SketchCase cases[] = {
        form("a", "(SECRET) Tj"),
        form("b", "(Kept) Tj")},
       "/Resources << /XObject << /A @a /B @b >> >>"},
-     {1},
      {{"Root/Pages/Resources/XObject/A", "nothing"}, {"Root/Pages/Resources/XObject/B", "stream"}},
      {"SECRET"}},
-    {"inherited_dictionary_with_a_number",
+    {"inherited dictionary with a number",
      {{"/Contents @c1", "/Contents @c2"},
       "",
       {{"res", "<< /XObject @x >>"},
@@ -61,10 +52,9 @@ const SketchCase cases[] = {
        form("a", "(SECRET) Tj"),
        form("b", "(Kept) Tj")},
       "/Resources @res"},
-     {1},
      {{"Root/Pages/Resources/XObject/A", "nothing"}, {"Root/Pages/Resources/XObject/B", "stream"}},
      {"SECRET"}},
-    {"only_a_category_is_shared",
+    {"only a category is shared",
      {{"/Contents @c1 /Resources << /XObject @x >>", "/Contents @c2 /Resources @res"},
       "",
       {{"res", "<< /XObject @x >>"},
@@ -73,10 +63,9 @@ const SketchCase cases[] = {
        {"c2", "|/B Do"},
        form("a", "(SECRET) Tj"),
        form("b", "(Kept) Tj")}},
-     {1},
      {{"p1/Resources/XObject/A", "nothing"}, {"p1/Resources/XObject/B", "stream"}},
      {"SECRET"}},
-    {"every_category_that_can_hold_content",
+    {"every category that can hold content",
      {sharing,
       "",
       {{"res", "<< /Pattern << /P1 @p1a /P2 @p2a >> /Shading << /S1 << /X (SECRET-S) >> /S2 << /X "
@@ -91,14 +80,13 @@ const SketchCase cases[] = {
        form("mask", "(SECRET-G) Tj"),
        {"t1", "<< /Type /Font /Subtype /Type3 /CharProcs << /a @glyph >> >>"},
        {"glyph", "|(SECRET-T) Tj"}}},
-     {1},
      {{"p1/Resources/Pattern/P2", "stream"},
       {"p1/Resources/Shading/S2/X", "(Kept)"},
       {"p1/Resources/Properties/M2/Text", "(Kept)"},
       {"p1/Resources/ExtGState/G2", "dictionary"},
       {"p1/Resources/Font/F1", "dictionary"}},
      {"SECRET"}},
-    {"forms_that_draw_with_the_page_s_resources",
+    {"forms that draw with the page's resources",
      {sharing,
       "",
       {{"res", "<< /XObject << /A @a /A2 @a2 /B @b /B2 @b2 >> >>"},
@@ -108,10 +96,9 @@ const SketchCase cases[] = {
        form("a2", "(SECRET) Tj"),
        form("b", "/B2 Do"),
        form("b2", "(Kept) Tj")}},
-     {1},
      {{"p1/Resources/XObject/A2", "nothing"}, {"p1/Resources/XObject/B2", "stream"}},
      {"SECRET"}},
-    {"forms_that_share_the_dictionary_they_stand_in",
+    {"forms that share the dictionary they stand in",
      {sharing,
       "",
       {{"res", "<< /XObject << /A @a /A2 @a2 /B @b /B2 @b2 >> >>"},
@@ -121,12 +108,11 @@ const SketchCase cases[] = {
        form("a2", "(SECRET) Tj"),
        form("b", "/B2 Do", "/Resources @res"),
        form("b2", "(Kept) Tj")}},
-     {1},
      {{"p1/Resources/XObject/A", "nothing"},
       {"p1/Resources/XObject/A2", "nothing"},
       {"p1/Resources/XObject/B2", "stream"}},
      {"SECRET"}},
-    {"form_of_a_page_that_has_other_resources",
+    {"form of a page that has other resources",
      {{"/Contents @c1 /Resources @res", "/Contents @c2 /Resources << /XObject << /F @f >> >>"},
       "",
       {{"res", "<< /XObject << /A @a /B @b >> >>"},
@@ -135,11 +121,10 @@ const SketchCase cases[] = {
        form("f", "/B Do", "/Resources @res"),
        form("a", "(SECRET) Tj"),
        form("b", "(Kept) Tj")}},
-     {1},
      {{"p1/Resources/XObject/F/Resources/XObject/A", "nothing"},
       {"p1/Resources/XObject/F/Resources/XObject/B", "stream"}},
      {"SECRET"}},
-    {"appearance_without_resources",
+    {"appearance without resources",
      {{"/Contents @c1 /Resources @res",
        "/Contents @c2 /Resources @res /Annots [<< /Type /Annot /Subtype /Stamp /Rect [0 0 9 9] /AP "
        "<< /N << /On @look >> >> >>]"},
@@ -150,10 +135,9 @@ const SketchCase cases[] = {
        form("look", "/B Do"),
        form("a", "(SECRET) Tj"),
        form("b", "(Kept) Tj")}},
-     {1},
      {{"p1/Resources/XObject/A", "nothing"}, {"p1/Resources/XObject/B", "stream"}},
      {"SECRET"}},
-    {"name_that_is_written_in_another_way",
+    {"name that is written in another way",
      {sharing,
       "",
       {{"res", "<< /XObject << /A @a /B#20C @b >> >>"},
@@ -161,72 +145,53 @@ const SketchCase cases[] = {
        {"c2", "|/#42#20#43 Do"},
        form("a", "(SECRET) Tj"),
        form("b", "(Kept) Tj")}},
-     {1},
      {{"p1/Resources/XObject/A", "nothing"}},
      {"SECRET"}},
-    {"removed_pages_share_among_themselves",
+    {"removed pages share among themselves",
      {{"/Contents @c1 /Resources @res", "/Contents @c1 /Resources @res", ""},
       "",
       {{"res", "<< /XObject << /A @a >> >>"}, {"c1", "|/A Do"}, form("a", "(SECRET) Tj")}},
-     {2, 1},
      {},
-     {"SECRET"}},
+     {"SECRET"},
+     {2, 1}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Deletion, SharedResources, testing::ValuesIn(cases),
-                         [](const auto& info) { return info.param.name; });
+TEST(SharedResources, AreLeftToThoseWhoUseThem)
+{
+    support::expectFound(cases);
+}
 
+/// Two pages that share a dictionary: their content streams, and the catalog's entries.
 struct Unclear {
     const char* name;
-    Sketch document;
+    const char* removed;
+    const char* staying;
+    const char* catalog;
 };
 
-void PrintTo(const Unclear& value, std::ostream* out)
+TEST(SharedResources, StayAndEarnAWarningWhereTheirUseIsUnclear)
 {
-    *out << value.name;
+    const Unclear rows[] = {
+        {"content that cannot be decoded", "|/A Do", "/Filter /FlateDecode|no deflated data", ""},
+        {"content that can be decoded in part", "|/A Do",
+         "/Filter /ASCIIHexDecode|71205120 ZZ 2F4120446F>", ""},
+        {"removed content with an unknown filter", "/Filter /Unheard|/A Do", "|q Q", ""},
+        {"dictionary that something else refers to", "|/A Do", "|q Q",
+         "/Something << /Resources @res >>"}};
+    for (const Unclear& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Sketch sketch = {sharing,
+                               row.catalog,
+                               {{"res", "<< /XObject << /A @a >> >>"},
+                                {"c1", row.removed},
+                                {"c2", row.staying},
+                                form("a", "(Kept) Tj")}};
+        auto document = support::opened(sketch.built());
+        ASSERT_TRUE(karvel::pages::deletePages(*document, {1, 1}).has_value());
+        const std::string saved = support::savedIn(*document);
+        EXPECT_EQ(support::valueAt(saved, "p1/Resources/XObject/A"), "stream");
+        EXPECT_THAT(document->warnings(), testing::Contains(testing::HasSubstr("were kept")));
+    }
 }
-
-class UnclearResources : public testing::TestWithParam<Unclear> {};
-
-TEST_P(UnclearResources, StayAndEarnAWarning)
-{
-    auto document = support::opened(GetParam().document.built());
-    ASSERT_TRUE(karvel::pages::deletePages(*document, {1, 1}).has_value());
-    const std::string saved = support::savedIn(*document, karvel::saving::Way::CopyUnchanged);
-    EXPECT_EQ(support::valueAt(saved, "p1/Resources/XObject/A"), "stream");
-    EXPECT_THAT(document->warnings(), testing::Contains(testing::HasSubstr("were kept")));
-}
-
-INSTANTIATE_TEST_SUITE_P(Deletion, UnclearResources,
-                         testing::Values(Unclear{"content_that_cannot_be_decoded",
-                                                 {sharing,
-                                                  "",
-                                                  {{"res", "<< /XObject << /A @a >> >>"},
-                                                   {"c1", "|/A Do"},
-                                                   {"c2", "/Filter /FlateDecode|no deflated data"},
-                                                   form("a", "(Kept) Tj")}}},
-                                         Unclear{"content_that_can_be_decoded_in_part",
-                                                 {sharing,
-                                                  "",
-                                                  {{"res", "<< /XObject << /A @a >> >>"},
-                                                   {"c1", "|/A Do"},
-                                                   {"c2", "/Filter /ASCIIHexDecode|71205120 ZZ "
-                                                          "2F4120446F>"},
-                                                   form("a", "(Kept) Tj")}}},
-                                         Unclear{"removed_content_with_an_unknown_filter",
-                                                 {sharing,
-                                                  "",
-                                                  {{"res", "<< /XObject << /A @a >> >>"},
-                                                   {"c1", "/Filter /Unheard|/A Do"},
-                                                   {"c2", "|q Q"},
-                                                   form("a", "(Kept) Tj")}}},
-                                         Unclear{"dictionary_that_something_else_refers_to",
-                                                 {sharing,
-                                                  "/Something << /Resources @res >>",
-                                                  {{"res", "<< /XObject << /A @a >> >>"},
-                                                   {"c1", "|/A Do"},
-                                                   {"c2", "|q Q"},
-                                                   form("a", "(Kept) Tj")}}}),
-                         [](const auto& info) { return info.param.name; });
 
 } // namespace

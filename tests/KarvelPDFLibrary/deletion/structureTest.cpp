@@ -2,16 +2,8 @@
 
 namespace {
 
-using support::PdfBuilder;
 using support::Sketch;
 using support::SketchCase;
-
-class Structure : public support::DeletedFrom {};
-
-TEST_P(Structure, LosesTheContentOfRemovedPages)
-{
-    support::expectFound(GetParam());
-}
 
 const std::string tagged = "/MarkInfo << /Marked true >> /StructTreeRoot @root";
 const std::vector<std::string> twoPages = {"/StructParents 0", "/StructParents 1"};
@@ -22,7 +14,7 @@ std::string element(const std::string& type, const std::string& parent, const st
 }
 
 const SketchCase cases[] = {
-    {"elements_of_two_pages",
+    {"elements of two pages",
      {twoPages,
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K @doc /ParentTree @tree /RoleMap << /X /P >> >>"},
@@ -31,7 +23,6 @@ const SketchCase cases[] = {
        {"one", element("P", "doc", "/Pg @p1 /K 0 /ActualText (SECRET-1) /Alt (SECRET-2)")},
        {"two", element("P", "doc", "/Pg @p2 /K 0 /ActualText (Kept) /Alt (Kept)")},
        {"three", element("Span", "doc", "/Pg @p2 /K [1] /E (Kept)")}}},
-     {1},
      {{"Root/StructTreeRoot/K/K", "array 2"},
       {"Root/StructTreeRoot/K/K/0/ActualText", "(Kept)"},
       {"Root/StructTreeRoot/K/K/1/E", "(Kept)"},
@@ -41,7 +32,7 @@ const SketchCase cases[] = {
       {"Root/StructTreeRoot/RoleMap/X", "/P"},
       {"Root/MarkInfo/Marked", "true"}},
      {"SECRET"}},
-    {"element_that_runs_over_two_pages",
+    {"element that runs over two pages",
      {twoPages,
       tagged,
       {{"root",
@@ -50,23 +41,23 @@ const SketchCase cases[] = {
        {"one", element("P", "doc",
                        "/Pg @p1 /K [0 << /Type /MCR /Pg @p2 /MCID 0 >>] /ActualText (SECRET-2) "
                        "/Alt (Kept)")}}},
-     {1},
      {{"Root/StructTreeRoot/K/0/K/0/K", "array 1"},
       {"Root/StructTreeRoot/K/0/K/0/K/0/Pg", "page 1"},
       {"Root/StructTreeRoot/K/0/K/0/Pg", "nothing"},
       {"Root/StructTreeRoot/K/0/K/0/Alt", "(Kept)"}},
      {"SECRET"}},
-    {"element_whose_other_page_goes",
+    {"element whose other page goes",
      {twoPages,
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K @one /ParentTree << /Nums [0 [@one] 1 [@one]] >> >>"},
        {"one", element("P", "root", "/Pg @p1 /K [0 << /Type /MCR /Pg @p2 /MCID 0 >>]")}}},
-     {2},
      {{"Root/StructTreeRoot/K/K", "array 1"},
       {"Root/StructTreeRoot/K/K/0", "0"},
       {"Root/StructTreeRoot/K/Pg", "page 1"},
-      {"Root/StructTreeRoot/ParentTree/Nums", "array 2"}}},
-    {"parents_left_empty_and_their_empty_cells",
+      {"Root/StructTreeRoot/ParentTree/Nums", "array 2"}},
+     {},
+     {2}},
+    {"parents left empty and their empty cells",
      {twoPages,
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K @doc /ParentTree << /Nums [0 [@c1] 1 [@p]] >> >>"},
@@ -77,12 +68,11 @@ const SketchCase cases[] = {
        {"c2", element("TD", "row", "/Alt (SECRET-CELL) /ID (SECRET-ID)")},
        {"p", element("P", "doc", "/Pg @p2 /K 0")},
        {"blank", element("P", "doc", "/Alt (Kept)")}}},
-     {1},
      {{"Root/StructTreeRoot/K/K", "array 2"},
       {"Root/StructTreeRoot/K/K/0/S", "/P"},
       {"Root/StructTreeRoot/K/K/1/Alt", "(Kept)"}},
      {"SECRET"}},
-    {"annotation_of_a_removed_page",
+    {"annotation of a removed page",
      {{"/Annots [@link] /StructParents 0", "/StructParents 1"},
       tagged,
       {{"link", "<< /Type /Annot /Subtype /Link /Rect [0 0 9 9] /StructParent 2 /A << /S /URI /URI "
@@ -95,13 +85,12 @@ const SketchCase cases[] = {
        {"doc", element("Document", "root", "/K [@one @two]")},
        {"one", element("Link", "doc", "/Pg @p1 /K [0 << /Type /OBJR /Obj @link >>] /Alt (SECRET)")},
        {"two", element("P", "doc", "/Pg @p2 /K 0")}}},
-     {1},
      {{"Root/StructTreeRoot/K/K", "array 1"},
       {"Root/StructTreeRoot/ParentTree/Kids", "array 1"},
       {"Root/StructTreeRoot/ParentTree/Kids/0/Nums/0", "1"},
       {"Root/StructTreeRoot/ParentTree/Kids/0/Limits/0", "1"}},
      {"SECRET"}},
-    {"link_that_goes_from_a_page_that_stays",
+    {"link that goes from a page that stays",
      {{"/StructParents 0", "/Annots [@link] /StructParents 1"},
       tagged,
       {{"link",
@@ -109,12 +98,11 @@ const SketchCase cases[] = {
        {"root", "<< /Type /StructTreeRoot /K @two /ParentTree << /Nums [1 [@two] 2 @two] >> >>"},
        {"two", element("Link", "root", "/Pg @p2 /K [0 @objr]")},
        {"objr", "<< /Type /OBJR /Pg @p2 /Obj @link >>"}}},
-     {1},
      {{"p1/Annots", "array 0"},
       {"Root/StructTreeRoot/K/K", "array 1"},
       {"Root/StructTreeRoot/K/K/0", "0"},
       {"Root/StructTreeRoot/ParentTree/Nums", "array 2"}}},
-    {"names_and_references_of_elements",
+    {"names and references of elements",
      {twoPages,
       tagged + " /Outlines @outlines",
       {{"root", "<< /Type /StructTreeRoot /K @doc /IDTree @ids /ParentTree << /Nums [0 [@one] 1 "
@@ -126,13 +114,12 @@ const SketchCase cases[] = {
        {"two", element("P", "doc", "/Pg @p2 /K 0 /ID (kept) /Ref [@one]")},
        {"outlines", "<< /First @entry /Last @entry /Count 1 >>"},
        {"entry", "<< /Title (Kept) /Parent @outlines /Dest [@p2 /Fit] /SE @one >>"}}},
-     {1},
      {{"Root/StructTreeRoot/IDTree/Kids/0/Names", "array 2"},
       {"Root/StructTreeRoot/IDTree/Kids/0/Limits/0", "(kept)"},
       {"Root/StructTreeRoot/K/K/0/Ref", "array 0"},
       {"Root/Outlines/First/SE", "nothing"}},
      {"SECRET"}},
-    {"page_named_only_above",
+    {"page named only above",
      {twoPages,
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K @doc /ParentTree << /Nums [0 [@a @b] 1 [@two]] >> >>"},
@@ -141,10 +128,9 @@ const SketchCase cases[] = {
        {"a", element("P", "sect", "/K 0 /Alt (SECRET-A)")},
        {"b", element("P", "sect", "/K 1 /Alt (SECRET-B)")},
        {"two", element("P", "doc", "/Pg @p2 /K 0")}}},
-     {1},
      {{"Root/StructTreeRoot/K/K", "array 1"}, {"Root/StructTreeRoot/K/Pg", "nothing"}},
      {"SECRET"}},
-    {"page_named_only_above_without_a_parent_tree",
+    {"page named only above without a parent tree",
      {{"", ""},
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K @doc >>"},
@@ -153,20 +139,18 @@ const SketchCase cases[] = {
        {"a", element("P", "sect", "/K 0 /Alt (SECRET-A)")},
        {"b", element("P", "sect", "/K << /Type /MCR /MCID 1 >> /Alt (SECRET-B)")},
        {"two", element("P", "doc", "/Pg @p2 /K 0")}}},
-     {1},
      {{"Root/StructTreeRoot/K/K", "array 1"}, {"Root/StructTreeRoot/K/K/0/Pg", "page 1"}},
      {"SECRET"}},
-    {"page_known_from_the_parent_tree_alone",
+    {"page known from the parent tree alone",
      {twoPages,
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K @doc /ParentTree << /Nums [0 [@one] 1 [@two]] >> >>"},
        {"doc", element("Document", "root", "/K [@one @two]")},
        {"one", element("P", "doc", "/K 0 /Alt (SECRET)")},
        {"two", element("P", "doc", "/K 0 /Alt (Kept)")}}},
-     {1},
      {{"Root/StructTreeRoot/K/K", "array 1"}, {"Root/StructTreeRoot/K/K/0/Alt", "(Kept)"}},
      {"SECRET"}},
-    {"everything_indirect_and_untyped",
+    {"everything indirect and untyped",
      {twoPages,
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K @kids0 /ParentTree @tree >>"},
@@ -183,13 +167,12 @@ const SketchCase cases[] = {
        {"mcr1", "<< /Type /MCR /Pg @p2 /MCID 0 >>"},
        {"two", "<< /S /P /P @doc /K @mcr2 >>"},
        {"mcr2", "<< /MCID 1 /Pg @p2 >>"}}},
-     {1},
      {{"Root/StructTreeRoot/K/0/K", "array 2"},
       {"Root/StructTreeRoot/K/0/K/0/K", "array 1"},
       {"Root/StructTreeRoot/K/0/K/0/K/0/Pg", "page 1"},
       {"Root/StructTreeRoot/ParentTree/Nums", "array 2"}},
      {"SECRET"}},
-    {"form_in_a_page_with_content_of_its_own",
+    {"form in a page with content of its own",
      {{"/StructParents 0", "/StructParents 1"},
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K @doc /ParentTree << /Nums [0 [] 1 [@two] 2 [@one]] >> "
@@ -199,11 +182,10 @@ const SketchCase cases[] = {
                        "/K [<< /Type /MCR /Pg @p1 /Stm @form /MCID 0 >>] /Alt (SECRET-ALT)")},
        {"form", "/Type /XObject /Subtype /Form /BBox [0 0 1 1] /StructParents 2|SECRET-FORM"},
        {"two", element("P", "doc", "/Pg @p2 /K 0")}}},
-     {1},
      {{"Root/StructTreeRoot/ParentTree/Nums", "array 2"},
       {"Root/StructTreeRoot/ParentTree/Nums/0", "1"}},
      {"SECRET"}},
-    {"parent_tree_that_names_what_goes_for_a_page_that_stays",
+    {"parent tree that names what goes for a page that stays",
      {twoPages,
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K @doc /ParentTree << /Nums [0 [@one] 1 [@one @two]] >> "
@@ -211,42 +193,38 @@ const SketchCase cases[] = {
        {"doc", element("Document", "root", "/K [@one @two]")},
        {"one", element("P", "doc", "/Pg @p1 /K 0 /Alt (SECRET)")},
        {"two", element("P", "doc", "/Pg @p2 /K 1")}}},
-     {1},
      {{"Root/StructTreeRoot/ParentTree/Nums/1", "array 2"},
       {"Root/StructTreeRoot/ParentTree/Nums/1/0", "nothing"},
       {"Root/StructTreeRoot/ParentTree/Nums/1/1/S", "/P"}},
      {"SECRET"}},
-    {"key_that_a_page_which_stays_has_too",
+    {"key that a page which stays has too",
      {{"/StructParents 0", "/StructParents 0"},
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K @doc /ParentTree << /Nums [0 [@two]] >> >>"},
        {"doc", element("Document", "root", "/K [@one @two]")},
        {"one", element("P", "doc", "/Pg @p1 /K 0 /Alt (SECRET)")},
        {"two", element("P", "doc", "/Pg @p2 /K 0")}}},
-     {1},
      {{"Root/StructTreeRoot/ParentTree/Nums", "array 2"},
       {"Root/StructTreeRoot/ParentTree/Nums/1/0/Pg", "page 1"}},
      {"SECRET"}},
-    {"annotation_that_a_page_which_stays_shows_too",
+    {"annotation that a page which stays shows too",
      {{"/Annots [@note]", "/Annots [@note]"},
       tagged,
       {{"note", "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /StructParent 0 /P @p1 >>"},
        {"root", "<< /Type /StructTreeRoot /K @one /ParentTree << /Nums [0 @one] >> >>"},
        {"one", element("Annot", "root", "/Pg @p1 /K << /Type /OBJR /Obj @note >>")}}},
-     {1},
      {{"Root/StructTreeRoot/K/K/Obj/Subtype", "/Text"},
       {"Root/StructTreeRoot/K/K/Pg", "page 1"},
       {"Root/StructTreeRoot/ParentTree/Nums", "array 2"}}},
-    {"nothing_left",
+    {"nothing left",
      {{"/StructParents 0", ""},
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K [@doc] /ParentTree << /Nums [0 [@one]] >> >>"},
        {"doc", element("Document", "root", "/K [@one]")},
        {"one", element("P", "doc", "/Pg @p1 /K 0 /Alt (SECRET)")}}},
-     {1},
      {{"Root/StructTreeRoot", "nothing"}, {"Root/MarkInfo", "nothing"}},
      {"SECRET"}},
-    {"elements_in_a_ring",
+    {"elements in a ring",
      {twoPages,
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K [@a] /ParentTree << /Nums [0 [@one] 1 [@two]] >> >>"},
@@ -254,10 +232,9 @@ const SketchCase cases[] = {
        {"b", element("Sect", "a", "/K [@a @two]")},
        {"one", element("P", "a", "/Pg @p1 /K 0 /Alt (SECRET)")},
        {"two", element("P", "b", "/Pg @p2 /K 0")}}},
-     {1},
      {{"Root/StructTreeRoot/K/0/K", "array 1"}, {"Root/StructTreeRoot/K/0/K/0/K", "array 2"}},
      {"SECRET"}},
-    {"element_that_does_not_name_its_parent",
+    {"element that does not name its parent",
      {twoPages,
       tagged,
       {{"root", "<< /Type /StructTreeRoot /K [@a @two] /ParentTree << /Nums [0 [@one] 1 [@two]] >> "
@@ -265,35 +242,30 @@ const SketchCase cases[] = {
        {"a", element("Sect", "root", "/K [@one] /T (SECRET-SECTION)")},
        {"one", "<< /Type /StructElem /S /P /Pg @p1 /K 0 /Alt (SECRET) >>"},
        {"two", element("P", "root", "/Pg @p2 /K 0")}}},
-     {1},
      {{"Root/StructTreeRoot/K", "array 1"}},
      {"SECRET"}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Deletion, Structure, testing::ValuesIn(cases),
-                         [](const auto& info) { return info.param.name; });
+TEST(Structure, LosesTheContentOfRemovedPages)
+{
+    support::expectFound(cases);
+}
 
 TEST(Structure, StaysWithAPageThatWasUsedTwice)
 {
     // Page 1 stands in the tree again as page 3; what leads to it leads to the use that stays.
-    Sketch sketch = {
+    const Sketch sketch = {
         {"/StructParents 0 /Annots [@note]", "/StructParents 1"},
         tagged + " /Outlines @outlines",
         {{"note", "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /P @p1 >>"},
-         {"root",
-          "<< /Type /StructTreeRoot /K [@one @two] /ParentTree << /Nums [0 [@one] 1 [@two]] "
-          ">> >>"},
+         {"root", "<< /Type /StructTreeRoot /K [@one @two] /ParentTree << /Nums [0 [@one] 1 "
+                  "[@two]] >> >>"},
          {"one", element("P", "root", "/Pg @p1 /K 0")},
          {"two", element("P", "root", "/Pg @p2 /K 0")},
          {"outlines", "<< /First @entry /Last @entry /Count 1 >>"},
-         {"entry", "<< /Title (Kept) /Parent @outlines /Dest [@p1 /Fit] >>"}}};
-    std::string pdf = sketch.built();
-    const std::size_t kids = pdf.find("/Kids [");
-    const std::string first = pdf.substr(kids + 7, pdf.find("R ", kids) + 2 - kids - 7);
-    const std::size_t close = pdf.find("] ", kids);
-    // The offsets are wrong then; qpdf puts them right.
-    pdf.replace(kids, close - kids, pdf.substr(kids, close - kids) + first);
-    pdf = support::rewritten(pdf, "--warning-exit-0 --object-streams=disable");
+         {"entry", "<< /Title (Kept) /Parent @outlines /Dest [@p1 /Fit] >>"}},
+        "/Type /Pages /Count 3 /Kids [@p1 @p2 @p1]"};
+    const std::string pdf = sketch.built();
     auto document = support::opened(pdf);
     ASSERT_EQ(document->pageCount(), 3);
     for (const int removed : {1, 3}) {
