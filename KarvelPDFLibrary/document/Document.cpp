@@ -27,7 +27,8 @@ Error openingError(const std::string& name)
     Error error = currentExceptionAsError(name);
     if (error.code == ErrorCode::WrongPassword) {
         error.text = name + ": the password is missing or wrong";
-    } else if (error.code == ErrorCode::NotPdf) {
+    } else if (error.code == ErrorCode::NotPdf || error.code == ErrorCode::LibraryFailed) {
+        error.code = ErrorCode::NotPdf; // libqpdf stumbles over numbers that are too large, too
         error.text = name + ": not a PDF, or damaged beyond repair (" +
                      error.text.substr(std::min(error.text.size(), name.size() + 2)) + ")";
     }

@@ -128,6 +128,14 @@ private:
         pages_.canBePruned = false;
     }
 
+    static bool isSomethingElse(QPDFObjectHandle page)
+    {
+        QPDFObjectHandle type = page.getKey("/Type");
+        QPDFObjectHandle contents = page.getKey("/Contents");
+        return type.isName() && type.getName() != "/Page" && !page.hasKey("/MediaBox") &&
+               !contents.isStream() && !contents.isArray();
+    }
+
     void addPage(QPDFObjectHandle page, int index)
     {
         if (!page.isIndirect()) {
@@ -139,6 +147,11 @@ private:
             const QPDFObjectHandle copy = changes_.add(page.shallowCopy());
             pages_.copies.emplace_back(copy.getObjectID(), page.getObjectID());
             page = copy;
+            pages_.differsFromTree = true;
+        } else if (isSomethingElse(page)) {
+            // Readers show an empty page; the object itself is not to go with it.
+            leaveOut("the page tree lists an object that is something else as a page");
+            page = changes_.add(QPDFObjectHandle::parse("<< /Type /Page >>"));
             pages_.differsFromTree = true;
         }
         const QPDFObjGen id = page.getObjGen();

@@ -35,6 +35,8 @@ TEST(ObjectNumbers, NeverCostMoreThanTheDocument)
          "it speaks of object 99999999"},
         {"high object without a table", "", false, "99999999 0 obj\n(x)\nendobj\n",
          "it speaks of object 99999999"},
+        {"number beyond 64 bits", "", false, "3 18446744073709551616 obj\n(x)\nendobj\n",
+         "damaged beyond repair"},
         {"gap in the numbers", "", false, "8000000 0 obj\n(x)\nendobj\n", nullptr}};
     for (const Numbers& row : rows) {
         SCOPED_TRACE(row.name);

@@ -105,6 +105,25 @@ TEST(PageTree, KeepsThePageWhoseTwinIsDeleted)
     EXPECT_EQ(support::pageTexts(support::savedIn(*document)), support::pagesNamed({2, 1}));
 }
 
+TEST(PageTree, KeepsWhatElseItListsAsAPage)
+{
+    const std::string resources = "/Resources << /Font << /F1 @font >> >>";
+    const Sketch sketch = {{resources, resources},
+                           "",
+                           {{"font", "<< /Type /Font /Subtype /Type1 /BaseFont /Courier >>"}},
+                           "/Type /Pages /Count 3 /Kids [@p1 @font @p2]"};
+    for (const int removed : {1, 2, 3}) {
+        auto document = support::opened(sketch.built());
+        ASSERT_EQ(document->pageCount(), 3);
+        ASSERT_TRUE(pages::deletePages(*document, {removed, 1}).has_value());
+        std::vector<std::string> left = {"Page 1", "", "Page 2"};
+        left.erase(left.begin() + removed - 1);
+        const std::string bytes = support::savedIn(*document);
+        EXPECT_EQ(support::pageTexts(bytes), left);
+        EXPECT_EQ(support::problems(bytes), "");
+    }
+}
+
 TEST(PageTree, FailsWhenAPageIsLost)
 {
     PagedDocument file(3);
