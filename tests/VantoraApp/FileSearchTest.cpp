@@ -1,5 +1,6 @@
 #include "VantoraApp/CActionUtils.h"
 
+#include "tests/support/AsNobody.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QtCore/QProcess>
@@ -147,20 +148,20 @@ TEST_F(FileSearch, PassesOverFoldersThatCannotBeReadAndNamesThemWhenAsked)
     };
     mode("/locked", 0);
     mode("/listed", 0444);
-    // Permissions do not hold back a user who is root.
     mode("/..", 0755);
-    const bool asRoot = geteuid() == 0;
-    ASSERT_TRUE(!asRoot || seteuid(65534) == 0);
-    const int before = openDescriptors();
-    EXPECT_EQ(found({"pdf"}), QStringList({"a/x.pdf", "z.pdf"}));
-    QStringList unreadable;
-    CActionUtils::SearchFilesInDir(root(), {"pdf"}, true, unreadable);
-    CActionUtils::SearchFilesInDir(root() + "/locked", {"pdf"}, false, unreadable);
-    CActionUtils::SearchFilesInDir(root() + "/nowhere", {"pdf"}, false, unreadable);
-    EXPECT_EQ(unreadable,
-              QStringList({root() + "/listed/d", root() + "/locked", root() + "/locked"}));
-    EXPECT_EQ(openDescriptors(), before);
-    ASSERT_TRUE(!asRoot || seteuid(0) == 0);
+    {
+        const support::AsNobody nobody;
+        ASSERT_TRUE(nobody);
+        const int before = openDescriptors();
+        EXPECT_EQ(found({"pdf"}), QStringList({"a/x.pdf", "z.pdf"}));
+        QStringList unreadable;
+        CActionUtils::SearchFilesInDir(root(), {"pdf"}, true, unreadable);
+        CActionUtils::SearchFilesInDir(root() + "/locked", {"pdf"}, false, unreadable);
+        CActionUtils::SearchFilesInDir(root() + "/nowhere", {"pdf"}, false, unreadable);
+        EXPECT_EQ(unreadable,
+                  QStringList({root() + "/listed/d", root() + "/locked", root() + "/locked"}));
+        EXPECT_EQ(openDescriptors(), before);
+    }
     mode("/locked", 0700);
     mode("/listed", 0700);
 }
