@@ -165,7 +165,8 @@ TEST_F(SaveAsCollection, OffersPicturesToChooseFrom)
                     names << view->model()->index(row, 0, view->rootIndex()).data().toString();
                 return names;
             };
-            EXPECT_TRUE(QTest::qWaitFor([&shown] { return shown().contains("b.BMP"); }));
+            EXPECT_TRUE(
+                QTest::qWaitFor([&shown] { return shown().contains("b.BMP"); }, longestWait));
             EXPECT_TRUE(shown().contains("a.png"));
             EXPECT_FALSE(shown().contains("c.txt")) << shown().join(' ').toStdString();
             files.reject();

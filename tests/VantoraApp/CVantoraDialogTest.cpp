@@ -256,7 +256,7 @@ TEST_F(CVantoraDialogTest, CallsTheSubclassByMouseAndByKeyboard)
     dialog.VDaddTopButtons();
     dialog.show();
     dialog.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, longestWait));
     QTest::mouseClick(&dialog.child("VDtoolbarAddToActionListButton"), Qt::LeftButton);
     EXPECT_EQ(dialog.listShown, 1);
     QTest::mouseClick(&dialog.child("VDtoolbarAddToCollectionsButton"), Qt::LeftButton);
@@ -264,7 +264,7 @@ TEST_F(CVantoraDialogTest, CallsTheSubclassByMouseAndByKeyboard)
     QTest::keyClick(&dialog, Qt::Key_A, Qt::AltModifier);
     QTest::keyClick(&dialog, Qt::Key_F, Qt::AltModifier);
     EXPECT_TRUE(QTest::qWaitFor(
-        [&dialog] { return dialog.listShown == 2 && dialog.collectionShown == 2; }));
+        [&dialog] { return dialog.listShown == 2 && dialog.collectionShown == 2; }, longestWait));
 }
 
 TEST_F(CVantoraDialogTest, TakesADoubleClickOnAHeaderButtonForOneClick)

@@ -200,7 +200,7 @@ const char* const deepTree = "import os, sys\n"
 
 TEST_F(FileSearch, GoesDownAVeryDeepTreeAndComesBackWithFewDescriptors)
 {
-    ASSERT_EQ(QProcess::execute("python3", {"-c", deepTree, root()}), 0);
+    ASSERT_EQ(QProcess::execute(PYTHON, {"-c", deepTree, root()}), 0);
     QStringList expected;
     for (int level = 5000; level >= 1; level -= 100)
         expected << QString("dddddddddd/").repeated(level) + "z/x.pdf";

@@ -10,7 +10,7 @@ TEST(SystemFonts, AreTheFamiliesThatFontconfigListsSortedAndOnceEach)
 {
     QProcess list;
     list.start("fc-list", {"--format", "%{family[0]}\\n"});
-    ASSERT_TRUE(list.waitForFinished());
+    ASSERT_TRUE(list.waitForFinished(-1));
     QStringList families =
         QString::fromUtf8(list.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
     families.removeDuplicates();

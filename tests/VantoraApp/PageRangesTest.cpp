@@ -1,6 +1,5 @@
 #include "VantoraApp/CActionUtils.h"
 
-#include <QtCore/QElapsedTimer>
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -164,8 +163,8 @@ QString Repeated(const char* text, int times)
     return QString(text).repeated(times);
 }
 
-// The bound is far above what these take (milliseconds) and far below what work that grows with
-// the square, or with the range asked for, would take (minutes).
+// These take milliseconds. Work that grows with the square, or with the range asked for, would take
+// hours, which no test is given.
 TEST(PageRanges, TakeHostileTextsInTheirStride)
 {
     const HostileText rows[] = {
@@ -182,23 +181,17 @@ TEST(PageRanges, TakeHostileTextsInTheirStride)
     };
     for (const HostileText& row : rows) {
         SCOPED_TRACE(row.name);
-        QElapsedTimer timer;
-        timer.start();
         EXPECT_TRUE(PagesOf(row.text, row.pageCount) == Ascending(row.firstPage, row.lastPage));
         CActionUtils::ValidatePageRange(row.text, false);
-        EXPECT_LT(timer.elapsed(), 10000);
     }
 }
 
 TEST(ValidatePageRange, IsLinearInTheText)
 {
-    QElapsedTimer timer;
-    timer.start();
     EXPECT_TRUE(CActionUtils::ValidatePageRange(Repeated("1-22,3,", 500000), false));
     EXPECT_TRUE(CActionUtils::ValidatePageRange(Repeated("1", 4000000), false));
     EXPECT_FALSE(CActionUtils::ValidatePageRange("1" + Repeated("-", 4000000), true));
     EXPECT_TRUE(CActionUtils::ValidateSplitPageRange(Repeated("1-22;", 500000) + "1"));
-    EXPECT_LT(timer.elapsed(), 10000);
 }
 
 struct RunRow {

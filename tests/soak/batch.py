@@ -98,7 +98,7 @@ class Round:
         self.changed.setdefault(path, {self.batch.originals[path]}).add(content)
         write(path, content)
 
-    def run(self, faults, time_limit=120):
+    def run(self, faults, time_limit=1200):
         """Starts the run and lets the faults at it until it ends."""
         if self.in_place:
             shutil.copytree(self.batch.folder / "in", self.output, dirs_exist_ok=True)
@@ -171,7 +171,7 @@ class Round:
                 raise Lost(f"the input {path} was changed")
 
     def check_workers(self):
-        deadline = Deadline(10)
+        deadline = Deadline(300)
         while living := [pid for pid, started in self.workers.items() if is_alive(pid, started)]:
             deadline.check(f"workers outlive the run: {living}")
 
@@ -181,7 +181,7 @@ class Round:
     def finish(self):
         """Goes on with the run, now that all is well, and checks that nothing is missing then."""
         # What a killed run left half said is either done and found to be, or done now: never twice.
-        result = subprocess.run(self.command("-q"), cwd=self.batch.folder, capture_output=True, text=True, timeout=120)
+        result = subprocess.run(self.command("-q"), cwd=self.batch.folder, capture_output=True, text=True, timeout=1200)
         if result.returncode != 0:
             raise Lost(f"going on fails: {result.stderr}")
         for path, content in self.batch.originals.items():

@@ -9,6 +9,10 @@
 #include <gtest/gtest.h>
 #include <memory>
 
+/// What no machine is slow enough to take for an answer to an event, in milliseconds: a test that
+/// waits so long has found a fault.
+inline constexpr int longestWait = 600000;
+
 /// Lets `use` loose on the next modal dialog of a type, once that has the keyboard. Made before the
 /// call that runs the dialog. When no such dialog comes, or `use` leaves it open, all are closed
 /// and the test fails, instead of waiting for ever.
@@ -33,7 +37,7 @@ public:
             if (isMeant && !used_) {
                 used_ = true;
                 use(*dialog);
-            } else if (waiting_.hasExpired(20000)) {
+            } else if (waiting_.hasExpired(longestWait)) {
                 ADD_FAILURE() << (used_ ? "a dialog was left open" : "no dialog came");
                 closeAll();
             }

@@ -117,7 +117,7 @@ private:
             }
             CrewMember member;
             member.process = std::move(*process);
-            member.since = Clock::now();
+            member.since = settings.now();
             member.process->send(setupLine);
             crew.push_back(std::move(member));
         }
@@ -154,7 +154,7 @@ private:
             }
             member.documents.assign(group.begin(), group.end());
             member.fresh = false;
-            member.since = Clock::now();
+            member.since = settings.now();
             member.process->send(tasksMessage(tasks));
         }
     }
@@ -167,12 +167,12 @@ private:
             descriptors.push_back({member.process->answersToRead(), POLLIN, 0});
             descriptors.push_back({member.process->ordersToWrite(), POLLOUT, 0});
         }
-        const auto before = Clock::now();
+        const auto before = settings.now();
         if (everyoneHasEnoughToDo()) {
             std::this_thread::sleep_for(1ms); // waking up for each line costs more than the lines
         }
         ::poll(descriptors.data(), descriptors.size(), static_cast<int>(tick.count()));
-        excuseAbsence(Clock::now() - before);
+        excuseAbsence(settings.now() - before);
         for (std::size_t i = 0; i < crew.size(); ++i) {
             if (descriptors[2 * i + 1].revents != 0) {
                 crew[i].process->writeOrders();
@@ -219,7 +219,7 @@ private:
         const Heard heard = member.process->readAnswers(lines);
         member.senseless = member.senseless || heard == Heard::Nonsense;
         for (const std::string& line : lines) {
-            member.since = Clock::now();
+            member.since = settings.now();
             const auto answer = answerOf(line);
             member.senseless = member.senseless || !answer || !take(member, *answer);
             if (member.senseless) {
@@ -355,13 +355,13 @@ private:
     {
         error.file = batch.inputs[document];
         DocumentReport report = failedReport(batch.inputs[document], std::move(error));
-        report.seconds = std::chrono::duration<double>(Clock::now() - member.since).count();
+        report.seconds = std::chrono::duration<double>(settings.now() - member.since).count();
         arrived(document, std::move(report));
     }
 
     void endLateOnes()
     {
-        const auto now = Clock::now();
+        const auto now = settings.now();
         for (CrewMember& member : crew) {
             const bool atWork = member.isBusy() || !member.ready || member.closing;
             const auto limit = member.ready ? settings.timeout : settings.timeToBegin;
@@ -387,7 +387,7 @@ private:
     {
         stopping = true;
         result.interrupted = true;
-        stoppedAt = Clock::now();
+        stoppedAt = settings.now();
         closeAll();
         for (const CrewMember& member : crew) {
             member.process->signal(SIGTERM);

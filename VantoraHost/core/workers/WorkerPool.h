@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 
 namespace vantora {
 
@@ -13,8 +14,10 @@ struct WorkerSettings {
     std::filesystem::path program;   ///< which is started with the argument "worker"
     std::size_t count = 1;           ///< at most so many at a time, at least 1
     std::chrono::seconds timeout{0}; ///< the longest that one document may take; 0 for no limit
-    std::chrono::seconds timeToBegin{30}; ///< the longest that a worker may take to be ready
-    WorkerSetup setup;                    ///< `job` is taken from the batch
+    std::chrono::seconds timeToBegin{120}; ///< the longest that a worker may take to be ready
+    std::function<std::chrono::steady_clock::time_point()> now =
+        std::chrono::steady_clock::now; ///< the time that the limits go by
+    WorkerSetup setup;                  ///< `job` is taken from the batch
 };
 
 /// Runs a batch in worker processes. One that crashes, takes too long or wants too much memory

@@ -115,7 +115,7 @@ TEST(DeletePagesModule, ExportsOnlyTheEntryPointsOfAPlugin)
 {
     QProcess nm;
     nm.start(NM, {"--dynamic", "--defined-only", "--format=posix", DELETE_PAGES_PLUGIN});
-    ASSERT_TRUE(nm.waitForFinished());
+    ASSERT_TRUE(nm.waitForFinished(-1));
     ASSERT_EQ(nm.exitCode(), 0) << nm.readAllStandardError().toStdString();
 
     QStringList names;

@@ -118,8 +118,6 @@ const std::vector<Mishap> mishaps = {
     {"it_is_killed", "be killed", "-j 1", "at it ended: Killed; so did a fresh one"},
     {"it_leaves", "leave", "", "at it ended: exit status 3"},
     {"it_is_asked_to_end", "be asked to end", "-j 1", "ended: Terminated; so did a fresh"},
-    {"it_hangs", "hang", "--timeout 1", "longer than 1 second;"},
-    {"it_is_stopped", "be stopped", "--timeout 1", "longer than 1 second;"},
 #ifndef __SANITIZE_ADDRESS__
     {"it_eats_memory", "eat memory", "--memory-limit 200M",
      "more memory than its worker may use, 209 MB"},
@@ -128,6 +126,22 @@ const std::vector<Mishap> mishaps = {
 
 INSTANTIATE_TEST_SUITE_P(Faults, MishapOfAWorker, testing::ValuesIn(mishaps),
                          [](const auto& info) { return info.param.name; });
+
+TEST_F(Workers, GiveUpEachDocumentThatTakesTooLong)
+{
+    names = {names[0], names[1]};
+    for (const char* work : {"hang", "be stopped"}) {
+        const auto answer =
+            run(std::string("--timeout 1 --action Scripted --set 'work=") + work + "'");
+        EXPECT_EQ(answer.status, 1);
+        for (const std::string& name : names) {
+            EXPECT_THAT(terminal::lines(answer.err),
+                        Contains(testing::AllOf(HasSubstr("error: " + name + ": "),
+                                                HasSubstr("longer than 1 second;"))));
+        }
+        EXPECT_TRUE(fs::is_empty("out"));
+    }
+}
 
 TEST_F(Workers, GetADocumentOnceMoreWhenOneWasEndedByASignal)
 {

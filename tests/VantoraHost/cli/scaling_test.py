@@ -47,7 +47,7 @@ class Shares(unittest.TestCase):
     def run_shares(self):
         environment = {**os.environ, "PATH": f"{Path(PROGRAM).parent}:{os.environ['PATH']}", "HOME": str(self.folder)}
         return subprocess.run(["bash", "-c", shown_command(3)], cwd=self.folder, env=environment, capture_output=True,
-                              text=True, timeout=120)
+                              text=True)
 
     def reports(self):
         lines = [line for file in self.folder.glob("cut-*.jsonl") for line in file.read_text().splitlines()]

@@ -1,5 +1,5 @@
-#!/usr/bin/env python3
-"""Stands in for a worker process, and is a bad one as the environment variable FAKE_WORKER says."""
+"""Stands in for a worker process, and is a bad one as the environment variable FAKE_WORKER says. While it only waits, there
+is a file at FAKE_WORKER_WAITS."""
 import json
 import os
 import signal
@@ -7,6 +7,13 @@ import sys
 import time
 
 HOW = os.environ["FAKE_WORKER"]
+WAITS = os.environ["FAKE_WORKER_WAITS"]
+
+
+def wait():
+    with open(WAITS, "w"):
+        pass
+    time.sleep(10000)
 
 
 def answer(**message):
@@ -42,23 +49,26 @@ def work(tasks):
     if HOW == "dies after it gave names" or HOW.startswith("dies after its first") and starts == 1:
         os.kill(os.getpid(), signal.SIGKILL)
     if HOW == "hangs after it gave names":
-        time.sleep(1000)
+        wait()
     if HOW == "names what it was not given":
         answer(placed=[999])
     answer(placed=[task["number"] for task in tasks])
 
 
+if os.path.exists(WAITS):
+    os.remove(WAITS)
 if HOW == "sleeps":
-    time.sleep(1000)
+    wait()
 if HOW == "leaves a process that holds its answers":
     if os.fork() == 0:
         os.close(2)  # which is the test's own
-        time.sleep(20)
+        while os.path.exists(os.path.dirname(WAITS)):  # until the test is over, which is not to wait for it
+            time.sleep(0.1)
         os._exit(0)
-    time.sleep(1000)
+    wait()
 if HOW == "prints garbage":
     print("Hello, I am no worker", flush=True)
-    time.sleep(1000)
+    time.sleep(10000)
 while HOW == "prints without an end":
     os.write(1, b"x" * 65536)
 if HOW == "dies after its first document and while it begins":
