@@ -49,7 +49,7 @@ std::string remedy(Reason reason)
     case Reason::NotPermitted:
         return "the owner's password in --password-file FILE lifts that";
     case Reason::Signed:
-        return "leave out --keep-signed to remove the signature with the pages";
+        return "leave out --keep-signed to go on without the signature";
     case Reason::EncryptionUnsupported:
         return "decrypt it with the program that encrypted it";
     case Reason::OutputExists:
@@ -80,7 +80,9 @@ std::string remedy(Reason reason)
     case Reason::LibraryMissing:
         return "the installation is incomplete; install it again";
     case Reason::BadPageRange:
-        return "a valid one is 1,4-6,9-15,21: ascending page numbers from 1, dashes and commas";
+        return "a valid one is 1,4-6,9-15,21";
+    case Reason::OptionUnknown:
+        return "vantora configure shows an action's options";
     case Reason::OutOfMemory:
         return "allow more (--memory-limit), use fewer workers (-j), or divide the document first";
     case Reason::TimedOut:
@@ -92,6 +94,8 @@ std::string remedy(Reason reason)
                "with fewer workers (-j)";
     case Reason::WorkerFailed:
         return "-j 0 does without worker processes";
+    case Reason::NotReached:
+        return "leave out the document over which it ended, and run all of it again";
     case Reason::ReportExists:
         return "go on with it (--resume and --report with its name), replace it (--overwrite), "
                "or name another";

@@ -6,11 +6,11 @@
 #include "VantoraHost/cli/RunInputs.h"
 #include "VantoraHost/cli/RunReporter.h"
 #include "VantoraHost/core/FileIdentity.h"
-#include "VantoraHost/core/actions/DeletePagesOptions.h"
+#include "VantoraHost/core/actions/KnownAction.h"
 #include "VantoraHost/core/documents/Batch.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/workers/Confinement.h"
-#include "VantoraHost/core/workers/WorkerPool.h"
+#include "VantoraHost/core/workers/SpreadRun.h"
 
 #include <algorithm>
 #include <ostream>
@@ -25,6 +25,7 @@ int failedWith(const Streams& streams, const Error& error)
     printError(streams, error);
     switch (error.reason) {
     case Reason::BadPageRange:
+    case Reason::OptionUnknown:
     case Reason::ActionMissing:
     case Reason::ActionListMissing:
     case Reason::FavouriteMissing:
@@ -112,12 +113,14 @@ Result<std::vector<StepRequest>> stepsNamed(const std::vector<NamedStep>& named,
     return steps;
 }
 
-// The steps with ranges that stand in files read from them.
-Result<std::vector<StepRequest>> stepsWithRanges(std::vector<StepRequest> steps)
+// The steps with those values read that stand in files.
+Result<std::vector<StepRequest>> stepsWithFileContents(std::vector<StepRequest> steps)
 {
     for (StepRequest& step : steps) {
+        const KnownAction* known = knownAction(step.action);
         for (auto& [key, value] : step.options) {
-            if (step.action == deletepages::actionName && key == deletepages::rangeKey) {
+            const KnownOption* option = known ? known->option(key) : nullptr;
+            if (option && option->mayStandInFile) {
                 Result<std::string> range = valueOrFileContent(value);
                 if (!range) {
                     return tl::unexpected<Error>(std::move(range.error()));
@@ -199,6 +202,29 @@ void sayWhatIsLeftAlone(const RunOptions& options, const RunInputs& inputs, cons
     }
 }
 
+// What a person who gave the options may not expect of these steps.
+void sayWhatStepsMean(const RunOptions& options, const Sequence& sequence, const Streams& streams)
+{
+    if (options.quiet) {
+        return;
+    }
+    for (const OptionDoubt& doubt : sequence.doubts()) {
+        std::string keys;
+        for (const std::string& key : doubt.keys) {
+            keys += (keys.empty() ? "" : ", ") + key;
+        }
+        printWarning(streams, {},
+                     "action \"" + doubt.action + "\" may not know what was set: " + keys +
+                         "; a misspelt option does nothing");
+    }
+    const Action* oneByOne = sequence.firstThatSeesTheRun();
+    if (oneByOne && options.jobs.value_or(1) > 1) {
+        printNote(streams,
+                  "one worker process does all documents in their order, because action \"" +
+                      oneByOne->name + "\" may have to see them so");
+    }
+}
+
 } // namespace
 
 int run(const RunOptions& options, const Installation& installation, const GuiPartSource& guiPart,
@@ -209,7 +235,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     }
     const ActionCatalog catalog = ActionCatalog::of(installation.actionFolders);
     const Result<std::vector<StepRequest>> steps =
-        stepsNamed(options.steps, guiPart).and_then(stepsWithRanges);
+        stepsNamed(options.steps, guiPart).and_then(stepsWithFileContents);
     if (!steps) {
         return failedWith(streams, steps.error());
     }
@@ -229,6 +255,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     if (!report) {
         return failedWith(streams, report.error());
     }
+    sayWhatStepsMean(options, *sequence, streams);
     sayWhatIsLeftAlone(options, *inputs, streams);
     if (!options.dryRun) {
         makeFolders(batch->inputs, batch->targets);
@@ -237,7 +264,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     RunReporter reporter(options, batch->inputs.size(), std::move(*report), streams);
     const Result<BatchResult> result =
         usesWorkers(options, batch->inputs.size())
-            ? runInWorkers(*batch, workersFor(options, installation, *steps), reporter)
+            ? spreadRun(*sequence, *batch, workersFor(options, installation, *steps), reporter)
             : runHere(*batch, installation, *sequence, reporter);
     if (!result) {
         return failedWith(streams, result.error());

@@ -14,10 +14,15 @@ std::string pagesText(const DocumentReport& report)
 {
     const bool planned = report.status == DocumentStatus::Planned;
     const std::string before = counted(report.pagesBefore.value_or(0), "page", "pages");
-    const std::string left = ", " + grouped(report.pagesAfter.value_or(0)) + " left";
-    if (!report.pagesRemoved) {
-        return planned ? before + ", only the action itself knows which would go" : before + left;
+    if (!report.pagesRemoved && planned) {
+        return before + "; what would become of them, only the action itself knows";
     }
+    if (!report.pagesRemoved) {
+        return report.pagesAfter == report.pagesBefore
+                   ? before
+                   : before + " before, " + grouped(report.pagesAfter.value_or(0)) + " after";
+    }
+    const std::string left = ", " + grouped(report.pagesAfter.value_or(0)) + " left";
     const std::size_t removed = report.pagesRemoved->size();
     return (removed == 0 ? "none" : grouped(removed)) + " of " + before +
            (planned ? " would go" : " removed") +

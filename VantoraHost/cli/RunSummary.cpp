@@ -18,7 +18,9 @@ void RunSummary::add(const DocumentReport& report)
     }
     ++done;
     withWarnings += report.warnings.empty() && report.repairs.empty() ? 0 : 1;
-    pagesRemoved += report.pagesRemoved ? report.pagesRemoved->size() : 0;
+    if (report.pagesRemoved) {
+        pagesRemoved = pagesRemoved.value_or(0) + report.pagesRemoved->size();
+    }
     if (report.bytesAfter) {
         bytesBefore += report.bytesBefore.value_or(0);
         bytesAfter += *report.bytesAfter;
@@ -48,11 +50,14 @@ std::string RunSummary::workText(double seconds) const
     if (done == 0) {
         return {};
     }
-    std::string text = counted(pagesRemoved, "page", "pages") + " removed";
-    if (bytesAfter > 0) {
-        text += "; " + sizeText(bytesBefore) + " before, " + sizeText(bytesAfter) + " after";
+    std::string text;
+    if (pagesRemoved) {
+        text = counted(*pagesRemoved, "page", "pages") + " removed; ";
     }
-    return text + "; " + rateText(finished(), seconds) + " documents a second";
+    if (bytesAfter > 0) {
+        text += sizeText(bytesBefore) + " before, " + sizeText(bytesAfter) + " after; ";
+    }
+    return text + rateText(finished(), seconds) + " documents a second";
 }
 
 std::string durationText(double seconds)

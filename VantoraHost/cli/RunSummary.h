@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace vantora::cli {
@@ -29,8 +30,8 @@ private:
     std::size_t failed_ = 0;
     std::size_t withWarnings = 0;
     std::map<Reason, std::size_t> reasons;
-    std::uint64_t pagesRemoved = 0;
-    std::uint64_t bytesBefore = 0; ///< of documents with an output, as bytesAfter
+    std::optional<std::uint64_t> pagesRemoved; ///< none where no report tells
+    std::uint64_t bytesBefore = 0;             ///< of documents with an output, as bytesAfter
     std::uint64_t bytesAfter = 0;
 };
 

@@ -49,6 +49,8 @@ const char* reasonName(Reason reason)
         return "action-failed";
     case Reason::BadPageRange:
         return "bad-page-range";
+    case Reason::OptionUnknown:
+        return "option-unknown";
     case Reason::SavedStepsUnusable:
         return "saved-steps-unusable";
     case Reason::ActionListMissing:
@@ -71,6 +73,8 @@ const char* reasonName(Reason reason)
         return "killed";
     case Reason::WorkerFailed:
         return "worker-failed";
+    case Reason::NotReached:
+        return "not-reached";
     case Reason::ReportExists:
         return "report-exists";
     case Reason::NotAReport:

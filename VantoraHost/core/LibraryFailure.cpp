@@ -29,15 +29,18 @@ Reason reasonOf(LibraryCode code)
     }
 }
 
-// The library's sentences name the file themselves.
+} // namespace
+
 std::string withoutFile(std::string sentence, const std::string& file)
 {
-    const std::string prefix = file + ": ";
-    return !file.empty() && sentence.rfind(prefix, 0) == 0 ? sentence.substr(prefix.size())
-                                                           : sentence;
+    const std::string name = file + ": ";
+    for (auto at = sentence.find(name); !file.empty() && at != std::string::npos;
+         at = sentence.find(name, at)) {
+        const bool isClause = at == 0 || (at >= 2 && sentence.compare(at - 2, 2, ": ") == 0);
+        isClause ? static_cast<void>(sentence.erase(at, name.size())) : static_cast<void>(++at);
+    }
+    return sentence;
 }
-
-} // namespace
 
 LibraryCode lastLibraryCode(KarvelPDFLibraryCPDylibCPP1311& library)
 {

@@ -26,6 +26,10 @@ enum class LibraryCode : int {
 /// The code of the library's most recent failure since ClearLastError.
 LibraryCode lastLibraryCode(KarvelPDFLibraryCPDylibCPP1311& library);
 
+/// A sentence of the library's, or one made of it, without the name of the file that it is about:
+/// whoever shows an error names its file.
+std::string withoutFile(std::string sentence, const std::string& file);
+
 /// The library's most recent failure since ClearLastError as an error of the file; none when
 /// there was no failure.
 std::optional<Error> lastLibraryFailure(KarvelPDFLibraryCPDylibCPP1311& library,

@@ -70,6 +70,12 @@ class Round:
         self.killed = False  # the run itself
         self.nothing_removable = False  # at the end of the run, so that temporary files stay
 
+    def environment(self, faults):
+        work = "".join(fault.work for fault in faults)
+        if not work:
+            return None
+        return {**os.environ, "VANTORA_ACTIONS_PATH": self.batch.actions, "SCRIPTED_WORK": work}
+
     def command(self, *more):
         where = ["-r", self.output.name, "-i"] if self.in_place else ["-r", "in", "-d", self.output.name, "--overwrite"]
         return [self.batch.program, "run", *where, "-j", "2", "--report", self.report.name, "--resume", self.report.name,
@@ -107,6 +113,7 @@ class Round:
             arguments += ["--timeout", "1"]
         with open(self.batch.folder / "messages", "wb") as messages:
             self.process = subprocess.Popen(self.command(*arguments), cwd=self.batch.folder, stderr=messages,
+                                            env=self.environment(faults),
                                             stdout=subprocess.PIPE if any(f.needs_output for f in faults)
                                             else subprocess.DEVNULL)
         try:

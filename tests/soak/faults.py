@@ -6,6 +6,7 @@ import subprocess
 
 class Fault:
     arguments = ()
+    work = ""  # what the action for tests, which then takes the place of the real one, does over each document
     needs_timeout = False  # whether documents must be given up after a second
     needs_output = False  # whether the run's standard output is a pipe that the fault reads
 
@@ -218,7 +219,7 @@ class StandardOutputCloses(Fault):
 
 class DocumentsHang(Fault):
     needs_timeout = True
-    arguments = ("--action", "Scripted", "--set", "work=hang at a document of 2 pages")
+    work = "hang at a document of 2 pages"
 
     def mend(self):
         self.injected = sum(report["status"] == "failed" and report["errors"][0]["reason"] == self.reason
@@ -229,7 +230,8 @@ class DocumentsHang(Fault):
 
 class DocumentsEatMemory(DocumentsHang):
     needs_timeout = False
-    arguments = ("--memory-limit", "300M", "--action", "Scripted", "--set", "work=eat memory at a document of 2 pages")
+    arguments = ("--memory-limit", "300M")
+    work = "eat memory at a document of 2 pages"
     reason = "out-of-memory"
 
 

@@ -4,7 +4,8 @@ soak.py PROGRAM [--seconds S] [--seed N] [--documents N] [--actions DIR] [--only
 
 Each round starts a run with one to three faults at random (faults.py), checks that inputs are what they were, that every
 output is whole and every document done or named, and that no process or temporary file is left; then it goes on with the
-run, after which nothing may be missing. --actions is the folder of the action for tests, which hangs and eats memory.
+run, after which nothing may be missing. --actions is the folder of an action for tests that goes by the name of the
+real one, and hangs and eats memory.
 The exit status is 1 when anything is lost; the seed and the number of the round tell how to see it again.
 """
 import argparse
@@ -88,12 +89,10 @@ def main():
     parser.add_argument("--actions", default="")
     parser.add_argument("--only", default="", help="faults with this word in their name")
     arguments = parser.parse_args()
-    if arguments.actions:
-        own = Path(arguments.program).parents[1] / "lib/vantora/actions"
-        os.environ["VANTORA_ACTIONS_PATH"] = f"{own}:{os.path.abspath(arguments.actions)}"
     usable = usable_faults(arguments)
     folder = Path(tempfile.mkdtemp(prefix="vantora-soak-"))
     batch = Batch(arguments.program, folder, arguments.documents, random.Random(arguments.seed))
+    batch.actions = os.path.abspath(arguments.actions)
     injected, rounds, named, number = collections.Counter(), collections.Counter(), 0, 0
     end = time.monotonic() + arguments.seconds
     print(f"seed {arguments.seed}, {arguments.documents} documents a round", flush=True)

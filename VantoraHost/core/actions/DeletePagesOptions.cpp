@@ -1,8 +1,9 @@
 #include "VantoraHost/core/actions/DeletePagesOptions.h"
 
 #include "VantoraApp/CActionUtils.h"
+#include "VantoraHost/core/actions/PageRangeFault.h"
 
-#include <QtCore/QRegularExpression>
+#include <QtCore/QString>
 
 #include <algorithm>
 
@@ -22,47 +23,57 @@ std::string shortened(const QString& range)
                                    : range.left(longest).toStdString() + "...";
 }
 
-} // namespace
-
-Outcome check(const PreferencesMap& preferences)
+Outcome accept(PreferencesMap& preferences)
 {
-    const QString text = rangeText(preferences);
-    if (!CActionUtils::ValidatePageRange(text, false)) {
-        return fail(Reason::BadPageRange, {}, "\"" + shortened(text) + "\" is not a page range");
-    }
-    // Checking leaves spaces out, reading only ignores them around numbers: "3-1 5" would be fine
-    // and take nothing.
-    static const QRegularExpression splitNumber("\\d +\\d");
-    if (text.contains(splitNumber)) {
+    const QString given = rangeText(preferences);
+    const QString range = withoutLooseEnd(given);
+    if (const auto fault = pageRangeFault(range)) {
         return fail(Reason::BadPageRange, {},
-                    "\"" + shortened(text) + "\" has a space inside a number");
+                    "the page range \"" + shortened(given) + "\" " + fault->toStdString());
     }
-    // A number that is too large, or not written in ASCII digits, reads as page 0, the only page
-    // that a document of no pages can yield.
-    QList<int> unreadable;
-    CActionUtils::GetPageList(text, 0, false, false, &unreadable);
-    if (!unreadable.isEmpty()) {
-        return fail(Reason::BadPageRange, {},
-                    "\"" + shortened(text) +
-                        "\" has a number that is no page number: they go from 1 to 2147483647");
-    }
+    preferences.insert(rangeKey, range);
     return {};
 }
 
-std::vector<int> pagesTaken(const PreferencesMap& preferences, int pageCount)
-{
-    QList<int> pages;
-    CActionUtils::GetPageList(rangeText(preferences), pageCount, false, false, &pages);
-    return {std::lower_bound(pages.cbegin(), pages.cend(), 1), pages.cend()};
-}
-
-int highestPageNamed(const PreferencesMap& preferences)
+int highestPageNamed(const QString& range)
 {
     int highest = 0;
-    for (const QString& item : rangeText(preferences).split(',')) {
+    for (const QString& item : range.split(',')) {
         highest = std::max(highest, item.section('-', -1).toInt());
     }
     return highest;
+}
+
+PageEffect effect(const PreferencesMap& preferences, int pageCount)
+{
+    const QString range = rangeText(preferences);
+    QList<int> pages;
+    CActionUtils::GetPageList(range, pageCount, false, false, &pages);
+    PageEffect effect;
+    effect.taken.assign(pages.cbegin(), pages.cend());
+    effect.emptied = pageCount > 0 && pages.size() == pageCount;
+    const int highest = highestPageNamed(range);
+    if (highest > pageCount) {
+        effect.unmet.push_back("the range " + shownRange(preferences) + " names pages up to " +
+                               std::to_string(highest) + ", but the document has " +
+                               std::to_string(pageCount) + (pageCount == 1 ? " page" : " pages") +
+                               (pages.isEmpty() ? "; none was taken out" : ""));
+    }
+    return effect;
+}
+
+std::string emptiedText(const PreferencesMap& preferences)
+{
+    return "the range " + shownRange(preferences) + " names every page; one blank page is left";
+}
+
+} // namespace
+
+const KnownAction& description()
+{
+    static const KnownAction known = {
+        actionName, {{rangeKey, true}}, true, Access::RemovePages, accept, effect, emptiedText};
+    return known;
 }
 
 std::string shownRange(const PreferencesMap& preferences)

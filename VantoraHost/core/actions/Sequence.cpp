@@ -3,8 +3,9 @@
 #include "VantoraApp/CErrorHandler.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/LibraryFailure.h"
-#include "VantoraHost/core/actions/DeletePagesOptions.h"
+#include "VantoraHost/core/NearestName.h"
 
+#include <algorithm>
 #include <exception>
 #include <new>
 
@@ -12,10 +13,9 @@ namespace vantora {
 
 namespace {
 
-using Operation = int (CActionInterface::*)(WorkProcInfoStruct*);
-
 constexpr int sequenceProcDone = 1;
 constexpr int workProcDone = 0;
+constexpr char actionNameKey[] = "ActionName";
 
 std::string messages(const CErrorHandler& handler)
 {
@@ -26,8 +26,120 @@ std::string messages(const CErrorHandler& handler)
     return text;
 }
 
-Outcome call(Step& step, Operation operation, int done, KarvelPDFLibraryCPDylibCPP1311& library)
+Outcome checkKeys(const KnownAction& known,
+                  const std::vector<std::pair<std::string, std::string>>& options)
 {
+    for (const auto& [key, value] : options) {
+        if (known.option(key) || key == actionNameKey) {
+            continue;
+        }
+        const std::string nearest = nearestName(key, known.keys());
+        std::string all;
+        for (const KnownOption& option : known.options) {
+            all += (all.empty() ? "" : ", ") + std::string(option.key);
+        }
+        return fail(Reason::OptionUnknown, {},
+                    "action \"" + std::string(known.name) + "\" has no option \"" + key + "\", " +
+                        (nearest.empty() ? "only: " + all : "but has " + nearest));
+    }
+    return {};
+}
+
+Result<Step> stepOf(const StepRequest& request, const ActionCatalog& catalog)
+{
+    Result<Action> action = catalog.find(request.action);
+    if (!action) {
+        return tl::unexpected<Error>(std::move(action.error()));
+    }
+    Step step{std::move(*action), request.stored};
+    for (const auto& [key, value] : request.options) {
+        step.preferences.insert(QString::fromStdString(key), QString::fromStdString(value));
+    }
+    // What every options dialog leaves in the map, too.
+    step.preferences.insert(actionNameKey, QString::fromStdString(step.action.name));
+    if (const KnownAction* known = knownAction(step.action.name)) {
+        if (const Outcome accepted = checkKeys(*known, request.options).and_then([&] {
+                return known->accept(step.preferences);
+            });
+            !accepted) {
+            return tl::unexpected<Error>(accepted.error());
+        }
+    }
+    return step;
+}
+
+// The options of a request of which nobody knows whether its action has them.
+std::optional<OptionDoubt> doubtOf(const StepRequest& request, const Action& action)
+{
+    OptionDoubt doubt{action.name, {}};
+    for (const auto& [key, value] : request.options) {
+        const bool repeated =
+            std::find(doubt.keys.begin(), doubt.keys.end(), key) != doubt.keys.end();
+        if (!repeated && !request.stored.contains(QString::fromStdString(key))) {
+            doubt.keys.push_back(key);
+        }
+    }
+    return knownAction(action.name) || doubt.keys.empty() ? std::nullopt : std::optional(doubt);
+}
+
+} // namespace
+
+Result<Sequence> Sequence::of(const std::vector<StepRequest>& requests,
+                              const ActionCatalog& catalog)
+{
+    std::vector<Step> steps;
+    std::vector<OptionDoubt> doubts;
+    for (const StepRequest& request : requests) {
+        Result<Step> step = stepOf(request, catalog);
+        if (!step) {
+            Error error = std::move(step.error());
+            if (error.file.empty()) {
+                error.file = request.file;
+            }
+            return tl::unexpected<Error>(std::move(error));
+        }
+        if (auto doubt = doubtOf(request, step->action)) {
+            doubts.push_back(std::move(*doubt));
+        }
+        steps.push_back(std::move(*step));
+    }
+    Sequence sequence(std::move(steps));
+    sequence.doubts_ = std::move(doubts);
+    return sequence;
+}
+
+Access Sequence::access() const
+{
+    Access needed = Access::Read;
+    for (const Step& step : steps_) {
+        const KnownAction* known = knownAction(step.action.name);
+        needed = std::max(needed, known ? known->access : Access::Change);
+    }
+    return needed;
+}
+
+const Action* Sequence::firstThatSeesTheRun() const
+{
+    for (const Step& step : steps_) {
+        const KnownAction* known = knownAction(step.action.name);
+        if (!known || !known->documentsAreIndependent) {
+            return &step.action;
+        }
+    }
+    return nullptr;
+}
+
+Outcome Sequence::failure(std::size_t step, const std::string& said) const
+{
+    const std::string where = steps_.size() == 1 ? "" : "step " + std::to_string(step + 1) + ", ";
+    return fail(Reason::ActionFailed, {},
+                where + "action \"" + steps_[step].action.name + "\": " + said);
+}
+
+Outcome Sequence::call(std::size_t number, int (CActionInterface::*operation)(WorkProcInfoStruct*),
+                       int done, KarvelPDFLibraryCPDylibCPP1311& library)
+{
+    Step& step = steps_[number];
     CErrorHandler handler;
     WorkProcInfoStruct info = {};
     info.pPDFLibrary = &library;
@@ -58,55 +170,15 @@ Outcome call(Step& step, Operation operation, int done, KarvelPDFLibraryCPDylibC
     } else if (said.empty()) {
         said = "it failed with result " + std::to_string(result) + " and no message";
     }
-    return fail(Reason::ActionFailed, {}, "action \"" + step.action.name + "\": " + said);
-}
-
-Result<Step> stepOf(const StepRequest& request, const ActionCatalog& catalog)
-{
-    Result<Action> action = catalog.find(request.action);
-    if (!action) {
-        return tl::unexpected<Error>(std::move(action.error()));
-    }
-    Step step{std::move(*action), request.stored};
-    for (const auto& [key, value] : request.options) {
-        step.preferences.insert(QString::fromStdString(key), QString::fromStdString(value));
-    }
-    // What every options dialog leaves in the map, too.
-    step.preferences.insert("ActionName", QString::fromStdString(step.action.name));
-    if (step.action.name == deletepages::actionName) {
-        if (const Outcome checked = deletepages::check(step.preferences); !checked) {
-            return tl::unexpected<Error>(checked.error());
-        }
-    }
-    return step;
-}
-
-} // namespace
-
-Result<Sequence> Sequence::of(const std::vector<StepRequest>& requests,
-                              const ActionCatalog& catalog)
-{
-    std::vector<Step> steps;
-    for (const StepRequest& request : requests) {
-        Result<Step> step = stepOf(request, catalog);
-        if (!step) {
-            Error error = std::move(step.error());
-            if (error.file.empty()) {
-                error.file = request.file;
-            }
-            return tl::unexpected<Error>(std::move(error));
-        }
-        steps.push_back(std::move(*step));
-    }
-    return Sequence(std::move(steps));
+    return failure(number, said);
 }
 
 Outcome Sequence::begin(KarvelPDFLibraryCPDylibCPP1311& library)
 {
-    for (Step& step : steps_) {
-        if (Outcome done =
-                call(step, &CActionInterface::PreSequenceProc, sequenceProcDone, library);
-            !done) {
+    for (std::size_t step = 0; step < steps_.size(); ++step) {
+        Outcome done = call(step, &CActionInterface::PreSequenceProc, sequenceProcDone, library);
+        if (!done) {
+            static_cast<void>(endFirst(step, library)); // what counts is why the run can't begin
             return done;
         }
     }
@@ -115,8 +187,9 @@ Outcome Sequence::begin(KarvelPDFLibraryCPDylibCPP1311& library)
 
 Outcome Sequence::process(KarvelPDFLibraryCPDylibCPP1311& library)
 {
-    for (Step& step : steps_) {
-        if (Outcome done = call(step, &CActionInterface::WorkProc, workProcDone, library); !done) {
+    for (std::size_t step = 0; step < steps_.size(); ++step) {
+        Outcome done = call(step, &CActionInterface::WorkProc, workProcDone, library);
+        if (!done) {
             return done;
         }
     }
@@ -125,8 +198,13 @@ Outcome Sequence::process(KarvelPDFLibraryCPDylibCPP1311& library)
 
 Outcome Sequence::end(KarvelPDFLibraryCPDylibCPP1311& library)
 {
+    return endFirst(steps_.size(), library);
+}
+
+Outcome Sequence::endFirst(std::size_t count, KarvelPDFLibraryCPDylibCPP1311& library)
+{
     Outcome first;
-    for (Step& step : steps_) {
+    for (std::size_t step = 0; step < count; ++step) {
         Outcome done = call(step, &CActionInterface::PostSequenceProc, sequenceProcDone, library);
         if (!done && first) {
             first = std::move(done);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/core/actions/ActionCatalog.h"
+#include "VantoraHost/core/actions/KnownAction.h"
 
 #include <string>
 #include <utility>
@@ -23,18 +24,36 @@ struct Step {
     PreferencesMap preferences;
 };
 
+/// What can only be guessed about a step: options that were set and may be none of its action.
+struct OptionDoubt {
+    std::string action;
+    std::vector<std::string> keys;
+};
+
 /// Actions that run one after the other over each document.
 class Sequence {
 public:
     explicit Sequence(std::vector<Step> steps) : steps_(std::move(steps)) {}
 
-    /// Loads the actions and checks their options as far as the host knows them.
+    /// Loads the actions, and accepts their options as far as the host knows them.
     static Result<Sequence> of(const std::vector<StepRequest>& requests,
                                const ActionCatalog& catalog);
 
     const std::vector<Step>& steps() const { return steps_; }
 
-    /// Tells every action that a run begins; to be called once, before any document.
+    /// What was set for actions that the host has no description of, unless saved options of the
+    /// same step have it, too: nobody can tell whether it is misspelt.
+    const std::vector<OptionDoubt>& doubts() const { return doubts_; }
+
+    /// What the owner of an encrypted document has to permit.
+    Access access() const;
+
+    /// The first action that may have to see all documents of a run, in their order, in one place;
+    /// null when every document can be done anywhere.
+    const Action* firstThatSeesTheRun() const;
+
+    /// Tells every action that a run begins; to be called once, before any document. Where one
+    /// refuses, those that have begun are told that the run is over.
     Outcome begin(KarvelPDFLibraryCPDylibCPP1311& library);
 
     /// Runs the steps over the document that is open and selected in the binding; the first step
@@ -46,7 +65,13 @@ public:
     Outcome end(KarvelPDFLibraryCPDylibCPP1311& library);
 
 private:
+    Outcome endFirst(std::size_t count, KarvelPDFLibraryCPDylibCPP1311& library);
+    Outcome failure(std::size_t step, const std::string& said) const;
+    Outcome call(std::size_t step, int (CActionInterface::*operation)(WorkProcInfoStruct*),
+                 int done, KarvelPDFLibraryCPDylibCPP1311& library);
+
     std::vector<Step> steps_;
+    std::vector<OptionDoubt> doubts_;
 };
 
 } // namespace vantora

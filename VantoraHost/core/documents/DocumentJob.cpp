@@ -55,6 +55,7 @@ ProcessedDocument DocumentJob::run(const std::string& input, const Result<Target
         target ? guardedProcess(document, *target) : tl::unexpected<Error>(target.error());
     if (!done) {
         document.output.reset();
+        done.error().sentence = withoutFile(std::move(done.error().sentence), input);
         turnIntoFailure(report, std::move(done.error()));
     }
     report.seconds =
@@ -78,7 +79,7 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
 {
     DocumentReport& report = processed.report;
     const Result<OpenDocument> document = OpenDocument::open(
-        library, report.input, settings.standardInput, settings.passwords, Access::RemovePages);
+        library, report.input, settings.standardInput, settings.passwords, sequence.access());
     if (!document) {
         return tl::unexpected<Error>(document.error());
     }
@@ -122,7 +123,9 @@ Outcome DocumentJob::changePages(DocumentReport& report)
     if (forecast) {
         report.pagesRemoved = std::move(forecast->removed);
         report.pagesAfter = forecast->pagesAfter;
-        report.warnings = std::move(forecast->warnings);
+        report.warnings = std::move(forecast->unmet);
+        report.warnings.insert(report.warnings.end(), forecast->emptied.begin(),
+                               forecast->emptied.end());
     }
     if (settings.dryRun) {
         return {};

@@ -1,6 +1,6 @@
 #include "VantoraHost/core/documents/PageForecast.h"
 
-#include "VantoraHost/core/actions/DeletePagesOptions.h"
+#include "VantoraHost/core/actions/KnownAction.h"
 
 #include <algorithm>
 #include <numeric>
@@ -11,24 +11,9 @@ namespace {
 
 constexpr int blankPage = 0; // a page that the input doesn't have
 
-std::string countOf(std::size_t pages)
-{
-    return std::to_string(pages) + (pages == 1 ? " page" : " pages");
-}
-
 // Takes the step's pages out of `remaining`, which holds the input's page numbers.
-void takePages(const PreferencesMap& preferences, std::vector<int>& remaining,
-               PageForecast& forecast)
+void takePages(const std::vector<int>& taken, std::vector<int>& remaining, PageForecast& forecast)
 {
-    const auto count = remaining.size();
-    const std::vector<int> taken = deletepages::pagesTaken(preferences, static_cast<int>(count));
-    const int highest = deletepages::highestPageNamed(preferences);
-    if (highest > static_cast<int>(count)) {
-        forecast.warnings.push_back("the range " + deletepages::shownRange(preferences) +
-                                    " names pages up to " + std::to_string(highest) +
-                                    ", but the document has " + countOf(count) +
-                                    (taken.empty() ? "; none was taken out" : ""));
-    }
     for (const int page : taken) {
         int& number = remaining[static_cast<std::size_t>(page) - 1];
         if (number != blankPage) {
@@ -37,11 +22,6 @@ void takePages(const PreferencesMap& preferences, std::vector<int>& remaining,
         number = -1;
     }
     remaining.erase(std::remove(remaining.begin(), remaining.end(), -1), remaining.end());
-    if (remaining.empty()) {
-        remaining.push_back(blankPage);
-        forecast.warnings.push_back("the range " + deletepages::shownRange(preferences) +
-                                    " names every page; one blank page is left");
-    }
 }
 
 } // namespace
@@ -51,11 +31,23 @@ std::optional<PageForecast> forecastPages(const Sequence& sequence, int pageCoun
     std::vector<int> remaining(static_cast<std::size_t>(std::max(pageCount, 0)));
     std::iota(remaining.begin(), remaining.end(), 1);
     PageForecast forecast;
-    for (const Step& step : sequence.steps()) {
-        if (step.action.name != deletepages::actionName) {
+    const std::vector<Step>& steps = sequence.steps();
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        const KnownAction* known = knownAction(steps[i].action.name);
+        if (!known) {
             return std::nullopt;
         }
-        takePages(step.preferences, remaining, forecast);
+        const std::string where =
+            steps.size() == 1 ? "" : "in step " + std::to_string(i + 1) + ", ";
+        const auto effect = known->effect(steps[i].preferences, static_cast<int>(remaining.size()));
+        for (const std::string& unmet : effect.unmet) {
+            forecast.unmet.push_back(where + unmet);
+        }
+        takePages(effect.taken, remaining, forecast);
+        if (effect.emptied) {
+            remaining.push_back(blankPage);
+            forecast.emptied.push_back(where + known->emptiedText(steps[i].preferences));
+        }
     }
     std::sort(forecast.removed.begin(), forecast.removed.end());
     forecast.pagesAfter = static_cast<int>(remaining.size());

@@ -60,7 +60,7 @@ Outcome checkInput(const std::string& input, const std::string& standardInput)
 bool permits(KarvelPDFLibraryCPDylibCPP1311& library, Access access)
 {
     return access == Access::Read || library.IsEncrypted() != 1 ||
-           library.HasPermission(assemblingPermission) == 1 ||
+           (access == Access::RemovePages && library.HasPermission(assemblingPermission) == 1) ||
            library.HasPermission(modifyingPermission) == 1;
 }
 
@@ -118,7 +118,8 @@ Result<OpenDocument> OpenDocument::open(KarvelPDFLibraryCPDylibCPP1311& library,
         }
     }
     if (opened) {
-        return fail(Reason::NotPermitted, input, "its owner does not permit removing pages");
+        return fail(Reason::NotPermitted, input,
+                    std::string("its owner does not permit ") + accessName(access));
     }
     return tl::unexpected<Error>(passwordError(input, passwords.size()));
 }
@@ -175,7 +176,7 @@ Outcome OpenDocument::checkUnsigned(const std::string& input) const
             const int field = library->GetSignatureField(signature);
             return fail(Reason::Signed, input,
                         "it is signed in field \"" + fromWide(library->GetFieldName(field)) +
-                            "\", and no signature holds once pages are removed");
+                            "\", and no signature holds once it is changed");
         }
     }
     if (const auto failure = lastLibraryFailure(*library, input)) {

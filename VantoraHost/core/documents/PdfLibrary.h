@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VantoraHost/core/Access.h"
 #include "VantoraHost/core/Error.h"
 
 #include <filesystem>
@@ -14,12 +15,6 @@ namespace vantora {
 /// Loads the PDF library once for a run. The error says which file could not be loaded.
 Result<std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311>>
 loadPdfLibrary(const std::filesystem::path& file);
-
-/// What a document needs to be allowed to.
-enum class Access {
-    Read,
-    RemovePages,
-};
 
 /// A document that is open and selected in the library, and closed at the end of this object.
 class OpenDocument {

@@ -22,11 +22,14 @@ constexpr std::uint64_t smallestLarge = 8 * 1024 * 1024;
 
 } // namespace
 
-BatchPlan::BatchPlan(const std::vector<std::uint64_t>& sizes, std::size_t workers)
+BatchPlan::BatchPlan(const std::vector<std::uint64_t>& sizes, std::size_t workers, HandingOut order)
     : sizes(sizes), workers(workers), waiting(sizes.size(), true), left_(sizes.size())
 {
     for (std::size_t i = 0; i < sizes.size(); ++i) {
         costLeft += cost(i);
+    }
+    if (order == HandingOut::InOrder) {
+        return;
     }
     const std::uint64_t worthFirst = std::max(smallestLarge, costLeft / (workers * 32));
     for (std::size_t i = sizes.size(); i-- > 0;) {

@@ -6,6 +6,11 @@
 
 namespace vantora {
 
+enum class HandingOut {
+    LongestFirst,
+    InOrder, ///< every document in its turn
+};
+
 /// The order in which the documents of a run are handed to workers, by their numbers from 0: those
 /// first that take so long that the run would wait for them at its end, then the others in their
 /// order, in groups that make the exchange with the worker cost nothing beside the work. Towards
@@ -14,7 +19,8 @@ namespace vantora {
 class BatchPlan {
 public:
     /// Takes the documents' sizes in bytes and the number of workers, at least 1.
-    BatchPlan(const std::vector<std::uint64_t>& sizes, std::size_t workers);
+    BatchPlan(const std::vector<std::uint64_t>& sizes, std::size_t workers,
+              HandingOut order = HandingOut::LongestFirst);
 
     /// The next group; none when every document is handed out.
     std::vector<std::size_t> next();

@@ -17,6 +17,10 @@ std::optional<Error> Verdicts::of(std::size_t document, const WorkerDeath& death
         return Error{Reason::Crashed, {}, at + "ended: " + death.end.text()};
     }
     const ProcessEnd end = death.asked ? ProcessEnd{SIGTERM, 0} : death.end;
+    if (!secondChance) {
+        return Error{
+            end.isCrash() ? Reason::Crashed : Reason::Killed, {}, at + "ended: " + end.text()};
+    }
     const auto [earlier, isFirst] = firstEnds.emplace(document, end);
     if (isFirst) {
         return std::nullopt;

@@ -21,8 +21,12 @@ struct WorkerDeath {
 /// Says what the deaths of workers mean for the documents that they were at.
 class Verdicts {
 public:
-    /// `timeout` is the longest that a document may take.
-    explicit Verdicts(std::chrono::seconds timeout) : timeout(timeout) {}
+    /// `timeout` is the longest that a document may take; `secondChance`, whether one may be tried
+    /// once more.
+    explicit Verdicts(std::chrono::seconds timeout, bool secondChance = true)
+        : timeout(timeout), secondChance(secondChance)
+    {
+    }
 
     /// Why the document failed. None when it is to be tried once more, alone: its worker was ended
     /// by a signal for the first time, be it a crash or somebody's doing.
@@ -30,6 +34,7 @@ public:
 
 private:
     const std::chrono::seconds timeout;
+    const bool secondChance;
     std::map<std::size_t, ProcessEnd> firstEnds; ///< by document
 };
 

@@ -218,7 +218,8 @@ std::string setupMessage(const WorkerSetup& setup)
         .add("dry_run", setup.job.dryRun)
         .add("keep_signed", setup.job.keepSigned)
         .add("report_first", setup.job.reportFirst)
-        .add("memory_limit", setup.memoryLimit);
+        .add("memory_limit", setup.memoryLimit)
+        .add("whole_run", setup.wholeRun);
     return json.text();
 }
 
@@ -245,6 +246,7 @@ Result<WorkerSetup> setupOf(std::string_view line, const StoredReader& stored)
     setup.job.keepSigned = (*json)["keep_signed"].toBool();
     setup.job.reportFirst = (*json)["report_first"].toBool();
     setup.memoryLimit = wholeNumber((*json)["memory_limit"]).value_or(0);
+    setup.wholeRun = (*json)["whole_run"].toBool();
     return setup;
 }
 

@@ -20,7 +20,7 @@
 namespace vantora {
 
 /// The version of the messages; a worker refuses the setup of another one.
-inline constexpr int workerProtocol = 2;
+inline constexpr int workerProtocol = 3;
 
 /// What a worker is told first.
 struct WorkerSetup {
@@ -29,6 +29,9 @@ struct WorkerSetup {
     std::vector<StepRequest> steps;
     JobSettings job;               ///< passwords, dryRun, keepSigned and reportFirst
     std::uint64_t memoryLimit = 0; ///< bytes; 0 for none
+    /// The worker sees the whole run and tells the actions of its beginning and its end; else
+    /// somebody else does.
+    bool wholeRun = false;
 };
 
 /// One document for a worker.
@@ -38,7 +41,7 @@ struct WorkerTask {
     Target target;
 };
 
-/// The worker has its actions and has begun the run.
+/// The worker has its actions, which know of the run.
 struct WorkerReady {};
 
 /// A document's output is written and is about to get its name, after which this is its report.

@@ -47,9 +47,10 @@ class Pool {
 public:
     Pool(const Batch& batch, const WorkerSettings& settings, RunObserver& observer)
         : batch(batch), settings(settings), observer(observer), sizes(sizesOf(batch.inputs)),
-          plan(sizes, settings.count),
+          wholeRun(settings.setup.wholeRun), workers(wholeRun ? 1 : settings.count),
+          plan(sizes, workers, wholeRun ? HandingOut::InOrder : HandingOut::LongestFirst),
           order([&](const DocumentReport& report) { observer.documentInTurn(report); }),
-          verdicts(settings.timeout)
+          verdicts(settings.timeout, !wholeRun)
     {
         WorkerSetup setup = settings.setup;
         setup.job = batch.settings;
@@ -105,7 +106,7 @@ private:
         const auto busy = static_cast<std::size_t>(std::count_if(
             crew.begin(), crew.end(), [](const CrewMember& member) { return member.isBusy(); }));
         const std::size_t wanted =
-            std::min(settings.count, busy + plan.workersWorthwhile() + suspects.size());
+            std::min(workers, busy + plan.workersWorthwhile() + suspects.size());
         while (crew.size() < wanted && !failure) {
             auto process = WorkerProcess::start(settings.program);
             if (!process) {
@@ -322,12 +323,37 @@ private:
         plan.giveBack(member.lost());
         member.documents.clear();
         member.written.clear();
+        if (wholeRun && member.ready && !stopping) {
+            endRun(member, end, document);
+        }
+    }
+
+    // The one worker that has seen all of the run so far is gone.
+    void endRun(const CrewMember& member, const ProcessEnd& end,
+                std::optional<std::size_t> document)
+    {
+        const std::string how = document ? " over " + batch.inputs[*document] : ": " + end.text();
+        if (plan.left() > 0) {
+            failure = Error{Reason::NotReached,
+                            {},
+                            "not done: the run ended with its one worker process" + how +
+                                "; its actions may have to see all of a run, which no other one "
+                                "can go on with"};
+        }
+        if (!member.orderly && !result.ending) {
+            result.ending = Error{Reason::WorkerFailed,
+                                  {},
+                                  "the actions were not told that the run is over: the worker "
+                                  "process ended" +
+                                      how};
+        }
     }
 
     void failedStart(const CrewMember& member, const ProcessEnd& end)
     {
         ++failedStarts;
-        const bool hopeless = failedStarts >= (begun ? hopelessStartsLater : hopelessStarts) ||
+        const bool hopeless = wholeRun || // a second one would begin the run once more
+                              failedStarts >= (begun ? hopelessStartsLater : hopelessStarts) ||
                               (member.timedOut && !begun);
         if (failure || stopping || !hopeless) {
             return;
@@ -421,6 +447,8 @@ private:
     const WorkerSettings& settings;
     RunObserver& observer;
     const std::vector<std::uint64_t> sizes;
+    const bool wholeRun;
+    const std::size_t workers; ///< at most so many at a time
     BatchPlan plan;
     ReportOrder order;
     std::string setupLine;

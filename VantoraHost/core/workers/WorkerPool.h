@@ -17,15 +17,17 @@ struct WorkerSettings {
     std::chrono::seconds timeToBegin{120}; ///< the longest that a worker may take to be ready
     std::function<std::chrono::steady_clock::time_point()> now =
         std::chrono::steady_clock::now; ///< the time that the limits go by
-    WorkerSetup setup;                  ///< `job` is taken from the batch
+    /// `job` is taken from the batch. With `wholeRun`, one worker does all documents in their
+    /// order, and what it leaves undone is done by nobody.
+    WorkerSetup setup;
 };
 
 /// Runs a batch in worker processes. One that crashes, takes too long or wants too much memory
 /// costs the document that it was at, which is reported with the reason, and a fresh one takes
 /// over. A document whose worker was ended by a signal, be it a crash or somebody's doing, gets a
 /// second chance with a fresh worker that has nothing else. Documents whose target is a reason are
-/// reported without a worker. The error is that no worker could begin; no document was touched
-/// then.
+/// reported without a worker. Actions are not told of the run but by a worker that sees all of it
+/// (SpreadRun does that). The error is that no worker could begin; no document was touched then.
 Result<BatchResult> runInWorkers(const Batch& batch, const WorkerSettings& settings,
                                  RunObserver& observer);
 

@@ -84,7 +84,7 @@ public:
         this->setup.job.cancelled = stopped;
     }
 
-    /// Loads what is needed and begins the run.
+    /// Loads what is needed, and begins the run if that is this worker's to do.
     Outcome begin()
     {
         auto loaded = loadPdfLibrary(setup.library);
@@ -98,7 +98,7 @@ public:
         }
         sequence = std::make_unique<Sequence>(std::move(*made));
         confine(setup.memoryLimit);
-        return sequence->begin(*library);
+        return setup.wholeRun ? sequence->begin(*library) : Outcome();
     }
 
     void doDocuments()
@@ -114,7 +114,7 @@ public:
 
     WorkerEnd end()
     {
-        const Outcome ended = sequence->end(*library);
+        const Outcome ended = setup.wholeRun ? sequence->end(*library) : Outcome();
         return {ended ? std::nullopt : std::optional(ended.error()), stopped()};
     }
 
@@ -151,8 +151,9 @@ private:
                 "it needs more memory than its worker may use, " + megabytes(setup.memoryLimit);
         }
         // Memory that was wanted for one document may be in pieces now; the next document had
-        // better get a fresh worker.
-        return lines.answer(WorkerReport{task.number, std::move(done.report)}) && !exhausted;
+        // better get a fresh worker, where there may be another one.
+        return lines.answer(WorkerReport{task.number, std::move(done.report)}) &&
+               (!exhausted || setup.wholeRun);
     }
 
     bool mayName()

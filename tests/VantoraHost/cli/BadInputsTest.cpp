@@ -105,19 +105,35 @@ const std::vector<Case> cases = {
     {"an_output_where_nothing_can_be_written", "-p 1 in.pdf -o /sys/out.pdf", "/sys/out.pdf",
      "Permission denied", "another place"},
     {"a_backup_that_exists", "-p 1 in.pdf -i --backup", "in.pdf.bak", "exists", "--overwrite"},
-    {"a_descending_range", "-p 6-4 in.pdf -o out.pdf", "6-4", "not a page range", "1,4-6,9-15,21",
-     2},
-    {"an_empty_range", "-p '' in.pdf -o out.pdf", "\"\"", "not a page range", "1,4-6,9-15,21", 2},
-    {"a_range_that_looks_like_an_option", "-p -3 in.pdf -o out.pdf", "-3", "not a page range",
+    {"a_descending_range", "-p 6-4 in.pdf -o out.pdf", "6-4", "goes down", "1,4-6,9-15,21", 2},
+    {"an_empty_range", "-p '' in.pdf -o out.pdf", "\"\"", "names no page", "1,4-6,9-15,21", 2},
+    {"a_range_that_looks_like_an_option", "-p -3 in.pdf -o out.pdf", "-3", "write 1-3",
      "1,4-6,9-15,21", 2},
     {"an_action_without_its_range", "--action 'Delete Pages' in.pdf -o out.pdf", "\"\"",
-     "not a page range", "1,4-6,9-15,21", 2},
+     "names no page", "1,4-6,9-15,21", 2},
+    {"a_misspelt_option", "--action 'Delete Pages' --set byPageRangTextEdit=1 in.pdf -o out.pdf",
+     "\"byPageRangTextEdit\"", "but has byPageRangeTextEdit", "vantora configure", 2},
     {"an_unknown_action", "--action 'Add Pages' in.pdf -o out.pdf", "Add Pages", "Delete Pages",
      "vantora actions", 2},
 };
 
 INSTANTIATE_TEST_SUITE_P(Table, BadInput, testing::ValuesIn(cases),
                          [](const auto& info) { return info.param.name; });
+
+class DamageThatShowsWhenSaving : public Desk {};
+
+TEST_F(DamageThatShowsWhenSaving, NamesTheFileOnce)
+{
+    std::string document = support::documentOfPages(10);
+    const auto content = document.rfind(" obj", document.find("\nstream"));
+    document.replace(content, 4, " xxx");
+    scratch.write("lost.pdf",
+                  document.substr(0, document.rfind("startxref")) + "startxref\n1\n%%EOF\n");
+    const auto answer = terminal::run("run -p 2 lost.pdf -o out.pdf");
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_THAT(terminal::lines(answer.err).back(),
+                testing::StartsWith("vantora: error: lost.pdf: damaged: the content of page 1 "));
+}
 
 class TwoInputsForOneOutput : public Desk {};
 

@@ -75,7 +75,7 @@ TEST_F(Run, RemovesPagesAndSaysSo)
 TEST_F(Run, SavesNothingWhenAnActionFailsOrRefusesToBegin)
 {
     for (const char* step : {"work=complain", "begin=fail"}) {
-        const auto answer = terminal::run(std::string("run -p 1 in.pdf -o out.pdf --action "
+        const auto answer = terminal::run(std::string("run -q -p 1 in.pdf -o out.pdf --action "
                                                       "Scripted --set ") +
                                           step);
         EXPECT_EQ(answer.status, 1) << step;
@@ -279,6 +279,46 @@ TEST_F(Run, ReportsPageCountsOfActionsItKnowsNothingOf)
     const QJsonObject report = terminal::objects(answer.out).front();
     EXPECT_EQ(report["pages_after"].toInt(), 9);
     EXPECT_TRUE(report["pages_removed"].isNull());
+}
+
+TEST_F(Run, SaysOfActionsItKnowsNothingOfOnlyWhatIsTrue)
+{
+    scratch.write("limited.pdf",
+                  support::rewritten(tenPages, "--encrypt '' owner 256 --modify=assembly --"));
+    scratch.write("second.pdf", tenPages);
+    fs::create_directory("out");
+    const struct {
+        const char* name;
+        const char* line;
+        const char* says;    ///< a part of what is printed
+        const char* doesNot; ///< say
+    } rows[] = {
+        {"pages that stay", "--action Scripted in.pdf -o out/a.pdf",
+         "in.pdf -> out/a.pdf: 10 pages; ", "left"},
+        {"pages that go", "--action Scripted --set 'work=lose a page' in.pdf -o out/b.pdf",
+         "out/b.pdf: 10 pages before, 9 after; ", "removed"},
+        {"a summary", "--action Scripted in.pdf second.pdf -d out", "2 of 2 documents done; ",
+         "removed"},
+        {"a dry run", "--action Scripted -n in.pdf", "only the action itself knows", "would go"},
+        {"a permission", "--action Scripted limited.pdf -o out/c.pdf",
+         "limited.pdf: its owner does not permit changing it", "removing"},
+        {"a permission for two steps", "-p 1 --action Scripted limited.pdf -o out/d.pdf",
+         "does not permit changing it", "removing"},
+        {"a permission that suffices", "-p 1 limited.pdf -o out/e.pdf", "1 of 10 pages removed",
+         "permit"},
+        {"the step that fails", "-p 1 --action Scripted --set work=complain in.pdf -o out/f.pdf",
+         "in.pdf: step 2, action \"Scripted\": Scripted error", "step 1"},
+        {"an option that it may not have", "--action Scripted --set lgo=x in.pdf -o out/g.pdf",
+         "warning: action \"Scripted\" may not know what was set: lgo; ", "error"},
+        {"several workers", "--action Scripted -j 2 in.pdf second.pdf -n",
+         "one worker process does all documents in their order", "error"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto answer = terminal::run(std::string("run ") + row.line);
+        EXPECT_THAT(answer.out + answer.err,
+                    AllOf(HasSubstr(row.says), Not(HasSubstr(row.doesNot))));
+    }
 }
 
 TEST_F(Run, KeepsFileNamesThatAreNotUtf8)

@@ -89,6 +89,13 @@ TEST_F(SavedStepsCommand, ListsFavourites)
     EXPECT_THAT(terminal::run("favourites --json").out, HasSubstr(R"("name":"No. 1")"));
 }
 
+TEST_F(SavedStepsCommand, TrimsRangesAsTheDialogDoes)
+{
+    ASSERT_TRUE(WriteSettingsFile("open.tsf", {{"ToolSettings", optionsWith("1,4-6, ")}}));
+    EXPECT_EQ(pagesAfter("--settings open.tsf"), pagesNamed({2, 3, 7, 8, 9, 10}));
+    EXPECT_EQ(pagesAfter("--pages 1,2,"), pagesNamed({3, 4, 5, 6, 7, 8, 9, 10}));
+}
+
 struct Case {
     const char* name;
     const char* steps;
@@ -102,16 +109,19 @@ TEST_F(SavedStepsCommand, SaysInOneLineWhatIsWrongWithSavedSteps)
     addToList("Bad range", optionsWith("6-4"));
     scratch.write("secret", "1");
     addToList("Range in a file", optionsWith("@secret"));
+    ASSERT_TRUE(WriteSettingsFile("good.tsf", {{"ToolSettings", optionsWith("1")}}));
     scratch.write("text.tsf", "only text");
     const std::vector<Case> rows = {
         {"an action that is not installed", "--list Unknown", 2,
          "Unknown.xqq: no action \"Rotate Pages\" is installed"},
         {"a range that is none", "--list 'Bad range'", 2,
-         "Bad_range.xqq: \"6-4\" is not a page range"},
+         "Bad_range.xqq: the page range \"6-4\" goes down"},
         {"a stored range that names a file", "--list 'Range in a file'", 2,
-         "\"@secret\" is not a page range"},
+         "the page range \"@secret\" has \"@secret\", and pages go by their numbers"},
         {"no list of the name", "--list gone", 2, "vantora lists shows"},
         {"no favourite of the name", "--favourite gone", 2, "vantora favourites shows"},
+        {"a misspelt option", "--settings good.tsf --set byPageRangTextEdit=2", 2,
+         "has no option \"byPageRangTextEdit\", but has byPageRangeTextEdit"},
         {"another kind of file", "--settings text.tsf", 1, "text.tsf: not a tool-settings"},
     };
     for (const Case& row : rows) {

@@ -1,5 +1,6 @@
 #include "Terminal.h"
 
+#include "VantoraApp/SettingsFile.h"
 #include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 
@@ -43,10 +44,23 @@ protected:
         return terminal::run(line, setting);
     }
 
+    /// A run of an action that the host knows, and that at one document does something unexpected.
     terminal::Answer runScripted(const std::string& work, const std::string& more = {}) const
     {
-        return run(more + " --action Scripted --set log=log --set 'work=" + work +
-                   " at a document of 2 pages'");
+        return runScriptedAtAll(work + " at a document of 2 pages", more);
+    }
+
+    terminal::Answer runScriptedAtAll(const std::string& work, const std::string& more) const
+    {
+        terminal::Setting setting;
+        setting.actionFolders = {SCRIPTED_KNOWN_ACTION_FOLDER};
+        const QString how = QString::fromStdString(work);
+        EXPECT_TRUE(WriteSettingsFile("scripted.tsf",
+                                      {{"ToolSettings", QVariantMap{{"ActionName", "Delete Pages"},
+                                                                    {"byPageRangeTextEdit", "1"},
+                                                                    {"log", "log"},
+                                                                    {"work", how}}}}));
+        return run(more + " --settings scripted.tsf", setting);
     }
 
     void expectAllDoneBut(const std::string& missing) const
@@ -131,8 +145,7 @@ TEST_F(Workers, GiveUpEachDocumentThatTakesTooLong)
 {
     names = {names[0], names[1]};
     for (const char* work : {"hang", "be stopped"}) {
-        const auto answer =
-            run(std::string("--timeout 1 --action Scripted --set 'work=") + work + "'");
+        const auto answer = runScriptedAtAll(work, "--timeout 1");
         EXPECT_EQ(answer.status, 1);
         for (const std::string& name : names) {
             EXPECT_THAT(terminal::lines(answer.err),
@@ -169,7 +182,7 @@ TEST_F(Workers, ReachNeitherTheNetworkNorOtherProcesses)
 
 TEST_F(Workers, SayOnceThatAnActionRefusesToBegin)
 {
-    const auto answer = run("--action Scripted --set begin=fail -j 2");
+    const auto answer = run("-q --action Scripted --set begin=fail -j 2");
     EXPECT_EQ(answer.status, 1);
     EXPECT_EQ(terminal::lines(answer.err).size(), 1U) << answer.err;
     EXPECT_TRUE(fs::is_empty("out"));

@@ -15,18 +15,41 @@
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
+#include <string>
 #include <thread>
 #include <vector>
 
+// The same source makes two plug-ins. One is an action that no host has heard of; the other goes by
+// the name of one that the host has a description of, and then removes the one page that its range
+// names as well.
+#ifdef SCRIPTED_AS_DELETE_PAGES
+#define SCRIPTED_IDENTIFIER "org.karvel.vantora.deletepages"
+constexpr char scriptedName[] = "Delete Pages";
+constexpr bool removesItsPage = true;
+#else
+#define SCRIPTED_IDENTIFIER "org.karvel.vantora.scripted"
+constexpr char scriptedName[] = "Scripted";
+constexpr bool removesItsPage = false;
+#endif
+
 /// An action for tests that does what its options say: "log" names a file to which each call adds
-/// a line; "begin", "work", "end" and "dialog" say how the call goes.
+/// its name as a line, as it adds its process to "processes" and, working, the pages to "pages";
+/// "begin", "work", "end" and "dialog" say how the call goes. Where there is no "work", the
+/// environment's SCRIPTED_WORK says it.
 class ScriptedAction : public QObject, public CActionInterface {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "org.karvel.vantora.scripted")
+    Q_PLUGIN_METADATA(IID SCRIPTED_IDENTIFIER)
     Q_INTERFACES(CActionInterface)
 
 public:
-    int WorkProc(WorkProcInfoStruct* info) override { return play(info, "work", 0, 1); }
+    int WorkProc(WorkProcInfoStruct* info) override
+    {
+        const int result = play(info, "work", 0, 1);
+        if (removesItsPage && result == 0) {
+            info->pPDFLibrary->DeletePages(info->pPrefs->value("byPageRangeTextEdit").toInt(), 1);
+        }
+        return result;
+    }
     int ShowDialogProc(QWidget* parent, DialogLoadStruct* load) override
     {
         load->pPrefs->insert("shown inside", parent ? parent->objectName() : "nothing");
@@ -34,7 +57,7 @@ public:
     }
     int PreSequenceProc(WorkProcInfoStruct* info) override { return play(info, "begin", 1, 0); }
     int PostSequenceProc(WorkProcInfoStruct* info) override { return play(info, "end", 1, 0); }
-    QString GetActionName() override { return "Scripted"; }
+    QString GetActionName() override { return scriptedName; }
     QString GetDisplayName() override { return "Scripted by tests"; }
     QString GetActionHelp() override { return {}; }
     QString GetGroupName() override { return "Tests"; }
@@ -45,7 +68,14 @@ private:
     static int play(WorkProcInfoStruct* info, const char* call, int done, int failed)
     {
         note(info->pPrefs->value("log").toString(), call);
-        QString how = info->pPrefs->value(call).toString();
+        note(info->pPrefs->value("processes").toString(), std::to_string(::getpid()).c_str());
+        if (call == QString("work")) { // no document is open when a run begins and ends
+            note(info->pPrefs->value("pages").toString(),
+                 std::to_string(info->pPDFLibrary->PageCount()).c_str());
+        }
+        const QString elsewhere =
+            call == QString("work") ? qEnvironmentVariable("SCRIPTED_WORK") : QString();
+        QString how = info->pPrefs->value(call, elsewhere).toString();
         const QString only = " at a document of 2 pages";
         if (how.endsWith(only)) {
             if (info->pPDFLibrary->PageCount() != 2) {

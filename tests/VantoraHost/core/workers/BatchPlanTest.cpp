@@ -95,4 +95,18 @@ TEST(BatchPlan, StartsNoWorkersThatWouldFindNothingToDo)
     EXPECT_EQ(BatchPlan({}, 8).workersWorthwhile(), 0U);
 }
 
+TEST(BatchPlan, KeepsTheOrderWhereAsked)
+{
+    std::vector<std::uint64_t> sizes(100, 9000);
+    sizes[70] = 500 * megabyte;
+    BatchPlan plan(sizes, 1, vantora::HandingOut::InOrder);
+    plan.leaveOut(3);
+    Documents all;
+    for (Documents group = plan.next(); !group.empty(); group = plan.next()) {
+        all.insert(all.end(), group.begin(), group.end());
+    }
+    EXPECT_EQ(all.size(), 99U);
+    EXPECT_TRUE(std::is_sorted(all.begin(), all.end()));
+}
+
 } // namespace

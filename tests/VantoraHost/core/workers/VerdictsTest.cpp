@@ -48,4 +48,11 @@ TEST(Verdicts, GiveADocumentASecondChanceWhereASignalEndedItsWorker)
     }
 }
 
+TEST(Verdicts, AreFinalWhereThereIsNoSecondChance)
+{
+    Verdicts verdicts(2s, false);
+    EXPECT_EQ(verdicts.of(7, crashed)->reason, Reason::Crashed);
+    EXPECT_EQ(verdicts.of(8, killed)->reason, Reason::Killed);
+}
+
 } // namespace

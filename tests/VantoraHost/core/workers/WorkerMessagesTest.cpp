@@ -23,6 +23,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     setup.job.passwords = {"pass\xffword", "ü"};
     setup.job.keepSigned = setup.job.reportFirst = true;
     setup.memoryLimit = 1ULL << 40;
+    setup.wholeRun = true;
     const std::string message = setupMessage(setup);
     EXPECT_EQ(message.find('\n'), std::string::npos);
 
@@ -38,6 +39,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     EXPECT_EQ(got->job.passwords, setup.job.passwords);
     EXPECT_TRUE(got->job.keepSigned && got->job.reportFirst && !got->job.dryRun);
     EXPECT_EQ(got->memoryLimit, setup.memoryLimit);
+    EXPECT_TRUE(got->wholeRun);
 }
 
 TEST(WorkerSetup, IsRefusedWhenItIsNoneOrOfAnotherVersion)
