@@ -1,8 +1,10 @@
 #include "VantoraHost/cli/Messages.h"
 
 #include "VantoraHost/core/Target.h"
+#include "VantoraHost/core/reports/Json.h"
 
 #include <iterator>
+#include <optional>
 #include <ostream>
 
 namespace vantora::cli {
@@ -40,6 +42,8 @@ std::string remedy(Reason reason)
     case Reason::InputUnreadable:
         return "check its permissions";
     case Reason::NotPdf:
+        return "name a PDF file, or get an undamaged copy of it";
+    case Reason::Damaged:
     case Reason::InputEmpty:
         return "get an undamaged copy of it";
     case Reason::PasswordNeeded:
@@ -103,6 +107,7 @@ std::string remedy(Reason reason)
         return "name what an earlier run wrote with --report";
     case Reason::ActionFailed:
     case Reason::LibraryFailed:
+    case Reason::WrongUsage:
     case Reason::Interrupted:
         break;
     }
@@ -115,6 +120,27 @@ void printError(const Streams& streams, const Error& error)
     streams.err << "vantora: " << label(streams, red, "error:") << ' ' << subject(error.file)
                 << shown(error.sentence) << (toDo.empty() ? "" : "; ") << toDo << '\n'
                 << std::flush;
+}
+
+std::string failureJson(const Error& error)
+{
+    JsonObject one;
+    one.add("reason", reasonName(error.reason)).add("text", error.sentence);
+    JsonObject object;
+    object.add("schema", 1)
+        .add("input",
+             error.file.empty() ? std::nullopt : std::optional<std::string_view>(error.file))
+        .add("status", "failed")
+        .add("errors", std::vector<JsonObject>{one});
+    return object.text();
+}
+
+void printFailure(const Streams& streams, bool json, const Error& error)
+{
+    printError(streams, error);
+    if (json) {
+        streams.out << failureJson(error) << '\n' << std::flush;
+    }
 }
 
 void printWarning(const Streams& streams, const std::string& file, const std::string& sentence)

@@ -21,7 +21,7 @@ constexpr char programExamples[] = R"(Examples:
   vantora info short.pdf
   vantora configure "Delete Pages"
 
-`vantora COMMAND --help` explains a command.)";
+`vantora COMMAND --help`, or `vantora help COMMAND`, explains a command.)";
 
 constexpr char infoExamples[] = R"(Examples:
   vantora info report.pdf
@@ -145,6 +145,17 @@ void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
     program.add_subcommand(workerCommand)->group(""); // no group: not in the help
 }
 
+// "help" and "help run" are "--help" and "run --help".
+std::vector<std::string> helpAsOption(const std::vector<std::string>& arguments)
+{
+    if (arguments.empty() || arguments.front() != "help") {
+        return arguments;
+    }
+    std::vector<std::string> asked(arguments.begin() + 1, arguments.end());
+    asked.emplace_back("--help");
+    return asked;
+}
+
 tl::expected<Command, Ending> finished(AllArguments& all, const std::string& chosen)
 {
     if (chosen == "run") {
@@ -167,8 +178,9 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
 
 } // namespace
 
-tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments)
+tl::expected<Command, Ending> parse(const std::vector<std::string>& given)
 {
+    const std::vector<std::string> arguments = helpAsOption(given);
     CLI::App program(programHelp, "vantora");
     program.footer(programExamples);
     program.set_version_flag("--version", "vantora " VANTORA_VERSION);
@@ -186,6 +198,9 @@ tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments)
     try {
         program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
+        if (chosen().empty() && arguments.front().rfind('-', 0) != 0) {
+            return tl::unexpected<Ending>(mistake(commandMistake(arguments), ""));
+        }
         return tl::unexpected<Ending>(Ending{AllDone, program.help()});
     } catch (const CLI::CallForVersion& version) {
         return tl::unexpected<Ending>(Ending{AllDone, version.what() + std::string("\n")});

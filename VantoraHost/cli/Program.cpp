@@ -7,6 +7,7 @@
 #include "VantoraHost/cli/RunCommand.h"
 #include "VantoraHost/cli/WorkerCommand.h"
 
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <ostream>
@@ -57,6 +58,9 @@ int statusOf(const std::vector<std::string>& arguments, const Installation& inst
         streams.out << command.error().text;
     } else {
         printNote(streams, command.error().text);
+        if (std::find(arguments.begin(), arguments.end(), "--json") != arguments.end()) {
+            streams.out << failureJson({Reason::WrongUsage, {}, command.error().text}) << '\n';
+        }
     }
     return command.error().status;
 }

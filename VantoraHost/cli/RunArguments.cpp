@@ -52,7 +52,8 @@ void declareSteps(CLI::App& command, RunArguments& run)
                            "Run this action list: one of yours, or a file that ends in .xqq"),
         "NAME|FILE");
     run.favouriteOption = oneEach(
-        command.add_option("--favourite", run.favourites, "Run this favourite of yours"), "NAME");
+        command.add_option("--favourite,--favorite", run.favourites, "Run this favourite of yours"),
+        "NAME");
     run.toolSettingsOption =
         oneEach(command.add_option("--settings", run.toolSettings,
                                    "Run the action of this tool-settings file (.tsf)"),

@@ -20,9 +20,9 @@ namespace vantora::cli {
 
 namespace {
 
-int failedWith(const Streams& streams, const Error& error)
+int failedWith(const RunOptions& options, const Streams& streams, const Error& error)
 {
-    printError(streams, error);
+    printFailure(streams, options.json, error);
     switch (error.reason) {
     case Reason::BadPageRange:
     case Reason::OptionUnknown:
@@ -35,6 +35,29 @@ int failedWith(const Streams& streams, const Error& error)
     default:
         return SomeFailed;
     }
+}
+
+// An action that isn't there may be the name of something that the person has saved.
+Error withNamesakes(Error error, const RunOptions& options, const ActionCatalog& catalog,
+                    const GuiPartSource& guiPart)
+{
+    for (const NamedStep& step : options.steps) {
+        const bool isMissing = error.reason == Reason::ActionMissing && !step.saved;
+        const auto part =
+            isMissing && !catalog.find(step.action) ? guiPart() : Result<const GuiPart*>(nullptr);
+        if (!part || !*part) {
+            continue;
+        }
+        if ((*part)->steps({SavedKind::ActionList, step.action})) {
+            error.sentence +=
+                "; there is an action list of that name: --list \"" + step.action + "\"";
+        }
+        if ((*part)->steps({SavedKind::Favourite, step.action})) {
+            error.sentence +=
+                "; there is a favourite of that name: --favourite \"" + step.action + "\"";
+        }
+    }
+    return error;
 }
 
 // Everything that a run needs beside its steps. Takes the names out of the inputs.
@@ -231,29 +254,31 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
         const Streams& streams)
 {
     if (streams.outIsTerminal && writesDocumentToOutput(options)) {
-        return failedWith(streams, {Reason::OutputNotAFile, {}, "a PDF is not for a terminal"});
+        return failedWith(options, streams,
+                          {Reason::OutputNotAFile, {}, "a PDF is not for a terminal"});
     }
     const ActionCatalog catalog = ActionCatalog::of(installation.actionFolders);
     const Result<std::vector<StepRequest>> steps =
         stepsNamed(options.steps, guiPart).and_then(stepsWithFileContents);
     if (!steps) {
-        return failedWith(streams, steps.error());
+        return failedWith(options, streams, steps.error());
     }
     Result<Sequence> sequence = Sequence::of(*steps, catalog);
     if (!sequence) {
-        return failedWith(streams, sequence.error());
+        return failedWith(options, streams,
+                          withNamesakes(sequence.error(), options, catalog, guiPart));
     }
     Result<RunInputs> inputs = inputsOf(options, streams);
     if (!inputs) {
-        return failedWith(streams, inputs.error());
+        return failedWith(options, streams, inputs.error());
     }
     Result<Batch> batch = prepare(options, inputs->all, streams);
     if (!batch) {
-        return failedWith(streams, batch.error());
+        return failedWith(options, streams, batch.error());
     }
     auto report = openReport(options);
     if (!report) {
-        return failedWith(streams, report.error());
+        return failedWith(options, streams, report.error());
     }
     sayWhatStepsMean(options, *sequence, streams);
     sayWhatIsLeftAlone(options, *inputs, streams);
@@ -267,7 +292,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
             ? spreadRun(*sequence, *batch, workersFor(options, installation, *steps), reporter)
             : runHere(*batch, installation, *sequence, reporter);
     if (!result) {
-        return failedWith(streams, result.error());
+        return failedWith(options, streams, result.error());
     }
     const Outcome reported = reporter.finish(result->interrupted);
     for (const auto& ending :

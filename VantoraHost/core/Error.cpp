@@ -17,6 +17,8 @@ const char* reasonName(Reason reason)
         return "input-unreadable";
     case Reason::NotPdf:
         return "not-pdf";
+    case Reason::Damaged:
+        return "damaged";
     case Reason::PasswordNeeded:
         return "password-needed";
     case Reason::PasswordWrong:
@@ -79,6 +81,8 @@ const char* reasonName(Reason reason)
         return "report-exists";
     case Reason::NotAReport:
         return "not-a-report";
+    case Reason::WrongUsage:
+        return "wrong-usage";
     case Reason::Interrupted:
         return "interrupted";
     }

@@ -16,6 +16,7 @@ enum class Reason {
     InputEmpty,
     InputUnreadable,
     NotPdf,
+    Damaged,
     PasswordNeeded,
     PasswordWrong,
     NotPermitted,
@@ -47,6 +48,7 @@ enum class Reason {
     NotReached,
     ReportExists,
     NotAReport,
+    WrongUsage,
     Interrupted,
 };
 

@@ -16,8 +16,8 @@ Reason reasonOf(LibraryCode code)
         return Reason::OutputNotWritable;
     case LibraryCode::FileExists:
         return Reason::OutputExists;
-    case LibraryCode::NotPdf:
-        return Reason::NotPdf;
+    case LibraryCode::NotPdf: // which of the two it is, only its first bytes tell
+        return Reason::Damaged;
     case LibraryCode::WrongPassword:
         return Reason::PasswordWrong;
     case LibraryCode::EncryptionUnsupported:

@@ -47,7 +47,7 @@ _vantora()
         mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -X '!*.xqq' -- "$current")
         return
         ;;
-    --favourite)
+    --favourite | --favorite)
         _vantora_names favourites "$current"
         return
         ;;
@@ -59,7 +59,7 @@ _vantora()
 
     case "$command" in
     run)
-        words="--pages --action --list --favourite --settings --set --output --directory --in-place --backup --overwrite --rename --name
+        words="--pages --action --list --favourite --favorite --settings --set --output --directory --in-place --backup --overwrite --rename --name
             --recursive --report --resume --shard --files-from --null --password-file --keep-signed --jobs --timeout --memory-limit --dry-run --json --quiet --help
             -p -o -d -i -j -n -q -r -h -0"
         ;;

@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <climits>
+#include <fstream>
 #include <string_view>
 #include <utility>
 
@@ -54,6 +55,40 @@ Outcome checkInput(const std::string& input, const std::string& standardInput)
         return fail(Reason::InputEmpty, input, "is empty (0 bytes)");
     }
     return {};
+}
+
+// Readers look for the header in the first 1024 bytes (ISO 32000-1, annex H, note 13).
+bool beginsAsPdf(const std::string& input, const std::string& standardInput)
+{
+    std::string start(1024, '\0');
+    if (input == standardStream) {
+        start = standardInput.substr(0, start.size());
+    } else {
+        std::ifstream file(input, std::ios::binary);
+        file.read(start.data(), static_cast<std::streamsize>(start.size()));
+        start.resize(static_cast<std::size_t>(file.gcount()));
+    }
+    return start.find("%PDF-") != std::string::npos;
+}
+
+// Why the library can't open a document: one that is damaged, or no PDF at all, is worth telling
+// apart, since other things help.
+Error openingError(KarvelPDFLibraryCPDylibCPP1311& library, const std::string& input,
+                   const std::string& standardInput)
+{
+    Error error = lastLibraryFailure(library, input)
+                      .value_or(Error{Reason::LibraryFailed, input, "can't be opened"});
+    if (error.reason != Reason::Damaged) {
+        return error;
+    }
+    if (!beginsAsPdf(input, standardInput)) {
+        return {Reason::NotPdf, input, "is no PDF: it does not begin with %PDF-"};
+    }
+    const std::string either = "not a PDF, or damaged beyond repair";
+    if (error.sentence.compare(0, either.size(), either) == 0) {
+        error.sentence.replace(0, either.size(), "damaged beyond repair");
+    }
+    return error;
 }
 
 // ISO 32000-2, table 22: bit 11 allows assembling "even if bit 4 is clear", so either will do.
@@ -112,9 +147,7 @@ Result<OpenDocument> OpenDocument::open(KarvelPDFLibraryCPDylibCPP1311& library,
             }
             opened = true;
         } else if (lastLibraryCode(library) != LibraryCode::WrongPassword) {
-            return tl::unexpected<Error>(
-                lastLibraryFailure(library, input)
-                    .value_or(Error{Reason::LibraryFailed, input, "can't be opened"}));
+            return tl::unexpected<Error>(openingError(library, input, standardInput));
         }
     }
     if (opened) {

@@ -180,7 +180,8 @@ TEST(WrongUsageOf, IsOneLineWithStatus2)
         {"configure two actions", "configure A B", "B"},
         {"configure inside nothing", "configure A --inside out", "main-window or preview"},
         {"info of nothing", "info", "FILE"},
-        {"actions with arguments", "actions a", "a"}};
+        {"actions with arguments", "actions a", "a"},
+        {"help for no command", "help frobnicate", "\"frobnicate\" is no command"}};
     for (const Mistake& row : rows) {
         SCOPED_TRACE(row.name);
         const auto command = parsed(row.line);
@@ -197,6 +198,8 @@ TEST(HelpAndVersion, AreNoMistakes)
     const std::pair<const char*, testing::Matcher<std::string>> rows[] = {
         {"--help", HasSubstr("vantora run")},
         {"run --help", HasSubstr("Examples:")},
+        {"help", HasSubstr("Commands")},
+        {"help run", HasSubstr("--pages")},
         {"--version", testing::MatchesRegex("vantora [0-9.]+\n")},
     };
     for (const auto& [line, says] : rows) {

@@ -321,6 +321,48 @@ TEST_F(Run, SaysOfActionsItKnowsNothingOfOnlyWhatIsTrue)
     }
 }
 
+TEST_F(Run, TellsProgramsWhyTheWholeCommandFailed)
+{
+    const struct {
+        const char* line;
+        const char* reason;
+        const char* input;
+        int status;
+    } rows[] = {
+        {"run --json --frobnicate", "wrong-usage", "", 2},
+        {"run --json -p 6-4 in.pdf -n", "bad-page-range", "", 2},
+        {"run --json -p 1 in.pdf -n --password-file gone", "input-missing", "gone", 1},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        const auto answer = terminal::run(row.line);
+        EXPECT_EQ(answer.status, row.status);
+        EXPECT_EQ(terminal::lines(answer.err).size(), 1U) << answer.err;
+        ASSERT_EQ(terminal::lines(answer.out).size(), 1U);
+        const QJsonObject object = terminal::objects(answer.out).front();
+        const QJsonObject error = object["errors"].toArray().first().toObject();
+        EXPECT_EQ(error["reason"].toString(), row.reason);
+        EXPECT_FALSE(error["text"].toString().isEmpty());
+        EXPECT_EQ(object["input"].toString(), row.input);
+        EXPECT_EQ(object["status"].toString(), "failed");
+    }
+}
+
+TEST_F(Run, TellsADamagedDocumentFromAnotherKindOfFile)
+{
+    scratch.write("cut.pdf", tenPages.substr(0, 40));
+    scratch.write("late.pdf", std::string(900, ' ') + "%PDF-1.7\n");
+    scratch.write("text.pdf", "no PDF at all");
+    const auto answer = terminal::run("run --json -n -j 0 -p 1 cut.pdf late.pdf text.pdf");
+    std::vector<std::string> reasons;
+    for (const QJsonObject& report : terminal::objects(answer.out)) {
+        const QJsonObject error = report["errors"].toArray().first().toObject();
+        reasons.push_back(error["reason"].toString().toStdString());
+    }
+    EXPECT_THAT(reasons, testing::IsSupersetOf({"damaged", "damaged", "not-pdf"}));
+    EXPECT_THAT(answer.err, HasSubstr("3 failed (1 not-pdf, 2 damaged)"));
+}
+
 TEST_F(Run, KeepsFileNamesThatAreNotUtf8)
 {
     fs::create_directory("out");

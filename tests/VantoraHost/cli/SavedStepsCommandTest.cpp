@@ -56,7 +56,7 @@ TEST_F(SavedStepsCommand, RunsFavouritesAndToolSettingsAmongOtherSteps)
 {
     ASSERT_TRUE(WriteSettingsFile(FavouritePath("Start"), {{"ActionPrefs", optionsWith("1-2")}}));
     ASSERT_TRUE(WriteSettingsFile("end.tsf", {{"ToolSettings", optionsWith("6")}}));
-    EXPECT_EQ(pagesAfter("--favourite Start --pages 1 --settings end.tsf"),
+    EXPECT_EQ(pagesAfter("--favorite Start --pages 1 --settings end.tsf"),
               pagesNamed({4, 5, 6, 7, 8, 10}));
     EXPECT_EQ(pagesAfter("--favourite Start --set byPageRangeTextEdit=3-10"), pagesNamed({1, 2}));
 }
@@ -118,6 +118,9 @@ TEST_F(SavedStepsCommand, SaysInOneLineWhatIsWrongWithSavedSteps)
          "Bad_range.xqq: the page range \"6-4\" goes down"},
         {"a stored range that names a file", "--list 'Range in a file'", 2,
          "the page range \"@secret\" has \"@secret\", and pages go by their numbers"},
+        {"a list that is called for as an action", "--action Unknown", 2,
+         "is installed, only: Delete Pages, Scripted; there is an action list of that name: --list "
+         "\"Unknown\""},
         {"no list of the name", "--list gone", 2, "vantora lists shows"},
         {"no favourite of the name", "--favourite gone", 2, "vantora favourites shows"},
         {"a misspelt option", "--settings good.tsf --set byPageRangTextEdit=2", 2,
