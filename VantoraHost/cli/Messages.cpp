@@ -46,6 +46,10 @@ std::string remedy(Reason reason)
     case Reason::Damaged:
     case Reason::InputEmpty:
         return "get an undamaged copy of it";
+    case Reason::Empty:
+        return "--if-empty blank leaves a blank page, --if-empty skip leaves the document out";
+    case Reason::InPart:
+        return "leave out --strict to take out what is there";
     case Reason::PasswordNeeded:
         return "put it into a file, one a line, for --password-file FILE";
     case Reason::PasswordWrong:

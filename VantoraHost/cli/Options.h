@@ -2,6 +2,7 @@
 
 #include "VantoraHost/core/actions/SavedSteps.h"
 #include "VantoraHost/core/actions/Sequence.h"
+#include "VantoraHost/core/documents/IfEmpty.h"
 #include "VantoraHost/core/outputs/OutputPlan.h"
 
 #include <cstddef>
@@ -33,6 +34,10 @@ struct RunOptions {
     std::string reportPath;           ///< empty: none
     std::vector<std::string> resumed; ///< reports of earlier runs
     bool keepSigned = false;
+    bool strict = false;
+    std::optional<IfEmpty> ifEmpty;       ///< none: as suits the destination
+    std::vector<Reason> acceptedFailures; ///< those that leave the exit status as it is
+    bool skipExisting = false;            ///< leave out inputs whose outputs are newer
     bool dryRun = false;
     bool quiet = false;
     bool json = false;

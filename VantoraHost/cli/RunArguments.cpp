@@ -1,6 +1,7 @@
 #include "VantoraHost/cli/RunArguments.h"
 
 #include "VantoraHost/cli/ArgumentParsing.h"
+#include "VantoraHost/core/NearestName.h"
 #include "VantoraHost/core/actions/DeletePagesOptions.h"
 
 #include <algorithm>
@@ -323,6 +324,65 @@ std::optional<std::string> readWorkers(RunArguments& run)
     return std::nullopt;
 }
 
+// What counts as done, and as a failure.
+void declareJudgement(CLI::App& command, RunArguments& run)
+{
+    command.add_flag("--keep-signed", run.options.keepSigned,
+                     "Refuse signed documents: no signature would hold any more");
+    command.add_flag("--strict", run.options.strict,
+                     "Refuse documents where not all that was asked for can\n"
+                     "be done, such as those that lack pages of the range");
+    run.ifEmptyOption =
+        command.add_option("--if-empty", run.ifEmpty,
+                           "Where every page would go: leave a \"blank\" one, \"skip\" the\n"
+                           "document or \"fail\" (blank; with --in-place or --strict, fail)");
+    run.ifEmptyOption->option_text("WAY");
+    oneEach(command.add_option("--accept-failures", run.acceptedFailures,
+                               "Failures that don't count for the exit status, such as\n"
+                               "empty,password-needed; the summary names their kinds"),
+            "KIND,...");
+}
+
+std::optional<std::string> readAcceptedFailures(RunArguments& run)
+{
+    for (const std::string& kinds : run.acceptedFailures) {
+        for (std::size_t start = 0; start <= kinds.size();) {
+            const std::size_t end = std::min(kinds.find(',', start), kinds.size());
+            const std::string kind = kinds.substr(start, end - start);
+            const auto reason = reasonNamed(kind);
+            if (!reason) {
+                const std::string nearest = nearestName(kind, reasonNames());
+                return "--accept-failures takes kinds such as empty,password-needed, not \"" +
+                       kind + "\"" + (nearest.empty() ? "" : "; did you mean " + nearest + "?");
+            }
+            run.options.acceptedFailures.push_back(*reason);
+            start = end + 1;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> readJudgement(RunArguments& run)
+{
+    const std::pair<const char*, IfEmpty> ways[] = {
+        {"blank", IfEmpty::Blank}, {"skip", IfEmpty::Skip}, {"fail", IfEmpty::Fail}};
+    for (const auto& [name, way] : ways) {
+        if (run.ifEmpty == name) {
+            run.options.ifEmpty = way;
+        }
+    }
+    if (run.ifEmptyOption->count() > 0 && !run.options.ifEmpty) {
+        return "--if-empty takes blank, skip or fail, not " + run.ifEmpty;
+    }
+    if (run.options.skipExisting &&
+        (run.inPlace || run.rename || !run.options.destination ||
+         std::holds_alternative<ToStandardOutput>(*run.options.destination))) {
+        return "--skip-existing looks for the outputs of -o FILE or -d DIR, which --rename would "
+               "name anew";
+    }
+    return readAcceptedFailures(run);
+}
+
 } // namespace
 
 void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
@@ -360,12 +420,13 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
     command.add_flag("--rename", run.rename,
                      "Where an output exists: write NAME (1).pdf, or the first\n"
                      "such name that is free");
+    command.add_flag("--skip-existing", run.options.skipExisting,
+                     "Leave out inputs whose output is there and no older");
     command
         .add_option("--password-file", run.options.passwordFile,
                     "Passwords, one a line, tried in order")
         ->option_text("FILE");
-    command.add_flag("--keep-signed", run.options.keepSigned,
-                     "Refuse signed documents: no signature would hold any more");
+    declareJudgement(command, run);
     declareWorkers(command, run);
     declareReports(command, run);
     command.add_flag("-n,--dry-run", run.options.dryRun,
@@ -381,8 +442,8 @@ tl::expected<Command, Ending> finished(RunArguments& run)
     if (!steps) {
         return tl::unexpected<Ending>(mistake(steps.error(), "run"));
     }
-    for (const auto& wrong :
-         {destinationMistake(run), readDestination(run), readWorkers(run), readReports(run)}) {
+    for (const auto& wrong : {destinationMistake(run), readDestination(run), readWorkers(run),
+                              readReports(run), readJudgement(run)}) {
         if (wrong) {
             return tl::unexpected<Ending>(mistake(*wrong, "run"));
         }

@@ -35,6 +35,9 @@ struct RunArguments {
     CLI::Option* jobsOption = nullptr;
     CLI::Option* timeoutOption = nullptr;
     CLI::Option* memoryOption = nullptr;
+    CLI::Option* ifEmptyOption = nullptr;
+    std::string ifEmpty;
+    std::vector<std::string> acceptedFailures;
     std::string jobs;
     std::string timeout;
     std::string memory;

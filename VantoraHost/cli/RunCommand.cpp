@@ -13,6 +13,7 @@
 #include "VantoraHost/core/workers/SpreadRun.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <ostream>
 #include <thread>
 
@@ -60,6 +61,35 @@ Error withNamesakes(Error error, const RunOptions& options, const ActionCatalog&
     return error;
 }
 
+bool isNoOlder(const std::string& output, const std::string& input)
+{
+    std::error_code failed;
+    const auto made = std::filesystem::last_write_time(output, failed);
+    const auto changed = failed ? made : std::filesystem::last_write_time(input, failed);
+    return !failed && made >= changed && std::filesystem::is_regular_file(output, failed);
+}
+
+// Leaves those inputs alone whose outputs are there already; returns how many.
+Result<std::size_t> leaveOutDone(const RunOptions& options, std::vector<Input>& inputs)
+{
+    std::size_t done = 0;
+    if (!options.skipExisting) {
+        return done;
+    }
+    const auto wanted = planOutputs(inputs, *options.destination, TakenName::Replace);
+    if (!wanted) {
+        return tl::unexpected<Error>(wanted.error());
+    }
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        const Result<Target>& target = (*wanted)[i];
+        if (!inputs[i].leftAlone && target && isNoOlder(target->path, inputs[i].path)) {
+            inputs[i].leftAlone = true;
+            ++done;
+        }
+    }
+    return done;
+}
+
 // Everything that a run needs beside its steps. Takes the names out of the inputs.
 Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, const Streams& streams)
 {
@@ -98,10 +128,14 @@ Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, con
     }
     batch.settings.dryRun = options.dryRun;
     batch.settings.keepSigned = options.keepSigned;
+    batch.settings.strict = options.strict;
+    const bool inPlace =
+        options.destination && std::holds_alternative<InPlace>(*options.destination);
+    batch.settings.ifEmpty =
+        options.ifEmpty.value_or(inPlace || options.strict ? IfEmpty::Fail : IfEmpty::Blank);
     // A run that is killed must not leave documents that are done and not reported: going on, the
     // next one would change them once more. Elsewhere it would only do them again.
-    batch.settings.reportFirst = !options.reportPath.empty() && options.destination &&
-                                 std::holds_alternative<InPlace>(*options.destination);
+    batch.settings.reportFirst = !options.reportPath.empty() && inPlace;
     batch.settings.cancelled = streams.interrupted;
     batch.settings.standardOutput = [&streams](std::string_view bytes) {
         streams.out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
@@ -223,6 +257,11 @@ void sayWhatIsLeftAlone(const RunOptions& options, const RunInputs& inputs, cons
                                grouped(inputs.all.size() - inputs.elsewhere) +
                                " documents are done by the report, and left as they are");
     }
+    if (inputs.outputThere > 0) {
+        printNote(streams,
+                  counted(inputs.outputThere, "document has an output", "documents have outputs") +
+                      " no older than the input, and left as they are");
+    }
 }
 
 // What a person who gave the options may not expect of these steps.
@@ -272,6 +311,11 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     if (!inputs) {
         return failedWith(options, streams, inputs.error());
     }
+    const Result<std::size_t> done = leaveOutDone(options, inputs->all);
+    if (!done) {
+        return failedWith(options, streams, done.error());
+    }
+    inputs->outputThere = *done;
     Result<Batch> batch = prepare(options, inputs->all, streams);
     if (!batch) {
         return failedWith(options, streams, batch.error());
@@ -304,7 +348,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     if (result->interrupted) {
         return InterruptedByUser;
     }
-    return result->failed > 0 || result->ending || !reported ? SomeFailed : AllDone;
+    return reporter.someFailed() || result->ending || !reported ? SomeFailed : AllDone;
 }
 
 } // namespace vantora::cli

@@ -41,7 +41,7 @@ Outcome add(std::vector<Input>& inputs, std::vector<std::string> names, const Ru
         if (!found) {
             return tl::unexpected<Error>(std::move(found.error()));
         }
-        if (found->empty()) {
+        if (found->empty() && !options.quiet) {
             printWarning(streams, name, "the folder holds no PDF file (a name that ends in .pdf)");
         }
         std::move(found->begin(), found->end(), std::back_inserter(inputs));

@@ -11,11 +11,12 @@ namespace vantora::cli {
 
 /// The documents that a run is about.
 struct RunInputs {
-    std::vector<Input> all;     ///< in their order; those left alone are among them
-    std::size_t doneBefore = 0; ///< left alone, because an earlier run did them
-    std::size_t elsewhere = 0;  ///< left alone, because they belong to other shares
+    std::vector<Input> all;      ///< in their order; those left alone are among them
+    std::size_t doneBefore = 0;  ///< left alone, because an earlier run did them
+    std::size_t outputThere = 0; ///< left alone, because their outputs are there already
+    std::size_t elsewhere = 0;   ///< left alone, because they belong to other shares
 
-    std::size_t toDo() const { return all.size() - doneBefore - elsewhere; }
+    std::size_t toDo() const { return all.size() - doneBefore - outputThere - elsewhere; }
 };
 
 /// Those that the options name: on the command line, in a list, in folders. Says on the error

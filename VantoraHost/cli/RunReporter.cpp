@@ -34,8 +34,13 @@ std::string resultLine(const DocumentReport& report)
     std::string line = inputName(report.input);
     if (report.output == standardStream) {
         line += " -> standard output";
-    } else if (report.status == DocumentStatus::Done && report.output != report.input) {
-        line += " -> " + shown(report.output);
+    } else if (!report.output.empty() && report.output != report.input) {
+        const bool replaces =
+            report.status == DocumentStatus::Planned && report.outputExisted.value_or(false);
+        line += " -> " + shown(report.output) + (replaces ? " (is there, and replaced)" : "");
+    }
+    if (report.status == DocumentStatus::Skipped) {
+        return line + ": left out; " + counted(report.pagesBefore.value_or(0), "page", "pages");
     }
     line += ": " + pagesText(report);
     if (report.bytesBefore && report.bytesAfter) {
@@ -126,7 +131,7 @@ Outcome RunReporter::finish(bool interrupted)
 
 void RunReporter::printSummary(bool interrupted) const
 {
-    const std::string documents = summary.documentsText(total);
+    const std::string documents = summary.documentsText(total, options.acceptedFailures);
     if (interrupted) {
         printNote(streams,
                   "interrupted: " + documents + "; nothing is half-written; " + howToGoOn(options));

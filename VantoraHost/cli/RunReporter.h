@@ -33,6 +33,9 @@ public:
     /// Prints how the run ended. The error is that the report isn't complete.
     Outcome finish(bool interrupted);
 
+    /// Whether a document failed for a reason that counts for the exit status.
+    bool someFailed() const { return summary.failedBut(options.acceptedFailures) > 0; }
+
 private:
     bool saysSomething(const DocumentReport& report) const;
     void printSummary(bool interrupted) const;

@@ -16,7 +16,12 @@ void RunSummary::add(const DocumentReport& report)
         }
         return;
     }
+    if (report.status == DocumentStatus::Skipped) {
+        ++skipped;
+        return;
+    }
     ++done;
+    inPart += report.inPart ? 1 : 0;
     withWarnings += report.warnings.empty() && report.repairs.empty() ? 0 : 1;
     if (report.pagesRemoved) {
         pagesRemoved = pagesRemoved.value_or(0) + report.pagesRemoved->size();
@@ -27,9 +32,26 @@ void RunSummary::add(const DocumentReport& report)
     }
 }
 
-std::string RunSummary::documentsText(std::size_t total) const
+std::size_t RunSummary::failedBut(const std::vector<Reason>& accepted) const
+{
+    std::size_t others = failed_;
+    for (const auto& [reason, count] : reasons) {
+        const bool isAccepted =
+            std::find(accepted.begin(), accepted.end(), reason) != accepted.end();
+        others -= isAccepted ? count : 0;
+    }
+    return others;
+}
+
+std::string RunSummary::documentsText(std::size_t total, const std::vector<Reason>& accepted) const
 {
     std::string text = grouped(done) + " of " + grouped(total) + " documents done";
+    if (inPart > 0) {
+        text += ", " + grouped(inPart) + " in part";
+    }
+    if (skipped > 0) {
+        text += ", " + grouped(skipped) + " left out";
+    }
     if (withWarnings > 0) {
         text += ", " + grouped(withWarnings) + " with warnings";
     }
@@ -41,6 +63,7 @@ std::string RunSummary::documentsText(std::size_t total) const
             separator = ", ";
         }
         text += reasons.empty() ? "" : ")";
+        text += failedBut(accepted) == 0 ? ", which was to be accepted" : "";
     }
     return text;
 }

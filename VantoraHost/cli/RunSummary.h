@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vantora::cli {
 
@@ -15,11 +16,15 @@ class RunSummary {
 public:
     void add(const DocumentReport& report);
 
-    std::size_t finished() const { return done + failed_; }
+    std::size_t finished() const { return done + skipped + failed_; }
     std::size_t failed() const { return failed_; }
 
-    /// How many of `total` documents are done, with warnings, and failed, by reason.
-    std::string documentsText(std::size_t total) const;
+    /// How many failed for other reasons than these.
+    std::size_t failedBut(const std::vector<Reason>& accepted) const;
+
+    /// How many of `total` documents are done, in part, with warnings, left out, and failed, by
+    /// reason; says so where all of these are accepted.
+    std::string documentsText(std::size_t total, const std::vector<Reason>& accepted = {}) const;
 
     /// Pages, bytes and documents a second, of what was done in so many seconds; empty when nothing
     /// was.
@@ -28,6 +33,8 @@ public:
 private:
     std::size_t done = 0; ///< or planned, in a dry run
     std::size_t failed_ = 0;
+    std::size_t inPart = 0; ///< of those done
+    std::size_t skipped = 0;
     std::size_t withWarnings = 0;
     std::map<Reason, std::size_t> reasons;
     std::optional<std::uint64_t> pagesRemoved; ///< none where no report tells

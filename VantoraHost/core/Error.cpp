@@ -19,6 +19,10 @@ const char* reasonName(Reason reason)
         return "not-pdf";
     case Reason::Damaged:
         return "damaged";
+    case Reason::Empty:
+        return "empty";
+    case Reason::InPart:
+        return "in-part";
     case Reason::PasswordNeeded:
         return "password-needed";
     case Reason::PasswordWrong:
@@ -87,6 +91,15 @@ const char* reasonName(Reason reason)
         return "interrupted";
     }
     return "unknown";
+}
+
+std::vector<std::string> reasonNames()
+{
+    std::vector<std::string> names;
+    for (int number = 0; number <= static_cast<int>(Reason::Interrupted); ++number) {
+        names.emplace_back(reasonName(static_cast<Reason>(number)));
+    }
+    return names;
 }
 
 std::optional<Reason> reasonNamed(std::string_view name)

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <tl/expected.hpp>
 #include <utility>
+#include <vector>
 
 namespace vantora {
 
@@ -17,6 +18,8 @@ enum class Reason {
     InputUnreadable,
     NotPdf,
     Damaged,
+    Empty,
+    InPart,
     PasswordNeeded,
     PasswordWrong,
     NotPermitted,
@@ -54,6 +57,9 @@ enum class Reason {
 
 /// A short lower-case name such as "output-exists".
 const char* reasonName(Reason reason);
+
+/// The names of all reasons.
+std::vector<std::string> reasonNames();
 
 /// The reason of that name; none when no reason is called so.
 std::optional<Reason> reasonNamed(std::string_view name);

@@ -34,7 +34,7 @@ _vantora()
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;
-    -p | --pages | --set | -j | --jobs | --timeout | --memory-limit | --name | --shard)
+    -p | --pages | --set | -j | --jobs | --timeout | --memory-limit | --name | --shard | --accept-failures)
         return
         ;;
     --action)
@@ -51,6 +51,10 @@ _vantora()
         _vantora_names favourites "$current"
         return
         ;;
+    --if-empty)
+        mapfile -t COMPREPLY < <(compgen -W "blank skip fail" -- "$current")
+        return
+        ;;
     --inside)
         mapfile -t COMPREPLY < <(compgen -W "main-window preview" -- "$current")
         return
@@ -60,7 +64,7 @@ _vantora()
     case "$command" in
     run)
         words="--pages --action --list --favourite --favorite --settings --set --output --directory --in-place --backup --overwrite --rename --name
-            --recursive --report --resume --shard --files-from --null --password-file --keep-signed --jobs --timeout --memory-limit --dry-run --json --quiet --help
+            --recursive --report --resume --shard --files-from --null --password-file --keep-signed --strict --if-empty --accept-failures --skip-existing --jobs --timeout --memory-limit --dry-run --json --quiet --help
             -p -o -d -i -j -n -q -r -h -0"
         ;;
     configure)

@@ -64,7 +64,7 @@ PageEffect effect(const PreferencesMap& preferences, int pageCount)
 
 std::string emptiedText(const PreferencesMap& preferences)
 {
-    return "the range " + shownRange(preferences) + " names every page; one blank page is left";
+    return "the range " + shownRange(preferences) + " names every page";
 }
 
 } // namespace

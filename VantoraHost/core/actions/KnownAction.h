@@ -12,7 +12,7 @@ namespace vantora {
 /// What a step is going to do to the pages of a document, worked out without touching it.
 struct PageEffect {
     std::vector<int> taken; ///< the pages that go, counted from 1 before the step; ascending
-    bool emptied = false;   ///< every page goes, and a blank one is left
+    bool emptied = false;   ///< every page goes, and a blank one takes their place
     std::vector<std::string> unmet; ///< what was asked for and this document can't give
 };
 
@@ -42,7 +42,7 @@ struct KnownAction {
     /// The effect of accepted options on a document of so many pages.
     PageEffect (*effect)(const PreferencesMap& preferences, int pageCount);
 
-    /// The warning for a document that such options leave without any page of its own.
+    /// What is to be said of a document that such options leave without any page of its own.
     std::string (*emptiedText)(const PreferencesMap& preferences);
 
     /// Its options by their keys.

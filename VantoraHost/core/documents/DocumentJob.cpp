@@ -4,7 +4,6 @@
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/LibraryFailure.h"
-#include "VantoraHost/core/documents/PageForecast.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/outputs/OutputPlan.h"
 
@@ -89,13 +88,16 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
         }
     }
     report.output = target.name;
+    if (!target.path.empty()) {
+        report.outputExisted = isThere(target.path);
+    }
     const Outcome done = [&]() -> Outcome {
-        if (const Outcome changed = changePages(report); !changed) {
+        const Outcome changed = changePages(report);
+        if (!changed || report.status == DocumentStatus::Skipped) {
             return changed;
         }
         if (settings.dryRun) {
-            report.status = DocumentStatus::Planned;
-            return {};
+            return rehearse(report);
         }
         if (settings.cancelled()) {
             return fail(Reason::Interrupted, report.input, "interrupted");
@@ -121,14 +123,12 @@ Outcome DocumentJob::changePages(DocumentReport& report)
     report.pagesBefore = pages;
     std::optional<PageForecast> forecast = forecastPages(sequence, pages);
     if (forecast) {
-        report.pagesRemoved = std::move(forecast->removed);
-        report.pagesAfter = forecast->pagesAfter;
-        report.warnings = std::move(forecast->unmet);
-        report.warnings.insert(report.warnings.end(), forecast->emptied.begin(),
-                               forecast->emptied.end());
-    }
-    if (settings.dryRun) {
-        return {};
+        const Outcome judged = judge(report, *forecast);
+        if (!judged || report.status == DocumentStatus::Skipped) {
+            return judged;
+        }
+    } else if (settings.dryRun) {
+        return {}; // what an unknown action does may reach further than the document
     }
     if (Outcome processed = sequence.process(library); !processed) {
         processed.error().file = report.input;
@@ -144,9 +144,74 @@ Outcome DocumentJob::changePages(DocumentReport& report)
     return {};
 }
 
+// Whether the document is to be done, by what is going to become of its pages.
+Outcome DocumentJob::judge(DocumentReport& report, PageForecast forecast)
+{
+    report.inPart = !forecast.unmet.empty();
+    if (settings.strict && report.inPart) {
+        return fail(Reason::InPart, {}, std::move(forecast.unmet.front()));
+    }
+    report.warnings = std::move(forecast.unmet);
+    if (!forecast.emptied.empty() && settings.ifEmpty == IfEmpty::Fail) {
+        return fail(Reason::Empty, {}, forecast.emptied.front() + ", so none would be left");
+    }
+    if (!forecast.emptied.empty() && settings.ifEmpty == IfEmpty::Skip) {
+        report.warnings.push_back(forecast.emptied.front() + "; the document is left out");
+        report.status = DocumentStatus::Skipped;
+        report.output.clear();
+        return {};
+    }
+    for (const std::string& emptied : forecast.emptied) {
+        report.warnings.push_back(emptied + "; one blank page is left");
+    }
+    report.pagesRemoved = std::move(forecast.removed);
+    report.pagesAfter = forecast.pagesAfter;
+    return {};
+}
+
+// Saves to nowhere, because much of what a document loses beside its pages, and what is damaged in
+// it, shows only then.
+Outcome DocumentJob::rehearse(DocumentReport& report)
+{
+    constexpr std::uint64_t largestInMemory = 256 * 1024 * 1024;
+    report.status = DocumentStatus::Planned;
+    if (!report.pagesRemoved) {
+        return {};
+    }
+    if (const Outcome prepared = prepareToSave(report.input); !prepared) {
+        return prepared;
+    }
+    if (report.bytesBefore.value_or(0) > largestInMemory) {
+        library.FieldCount(); // puts right what refers to the pages that are gone
+        return {};
+    }
+    const std::string bytes = library.SaveToString();
+    if (bytes.empty()) {
+        return tl::unexpected<Error>(failure(report.input, "can't be saved"));
+    }
+    report.bytesAfter = bytes.size();
+    return {};
+}
+
 Outcome DocumentJob::save(ProcessedDocument& document, const Target& target)
 {
     DocumentReport& report = document.report;
+    if (const Outcome prepared = prepareToSave(report.input); !prepared) {
+        return prepared;
+    }
+    if (target.standardOutput) {
+        return saveToStandardOutput(report);
+    }
+    if (const Outcome saved = saveToFile(document, target); !saved) {
+        return saved;
+    }
+    report.status = DocumentStatus::Done;
+    return {};
+}
+
+// Lets the document be saved as it was in everything but its pages.
+Outcome DocumentJob::prepareToSave(const std::string& input)
+{
     const bool encrypted = library.IsEncrypted() == 1;
     library.ClearLastError();
     constexpr int keepAsTheyAre = 0;
@@ -157,15 +222,8 @@ Outcome DocumentJob::save(ProcessedDocument& document, const Target& target)
     // What it replaces, if anything, is a temporary file of this job's.
     library.SetOverwriteMode(1);
     if (library.LastErrorCode() != 0) {
-        return tl::unexpected<Error>(failure(report.input, "can't be saved"));
+        return tl::unexpected<Error>(failure(input, "can't be saved"));
     }
-    if (target.standardOutput) {
-        return saveToStandardOutput(report);
-    }
-    if (const Outcome saved = saveToFile(document, target); !saved) {
-        return saved;
-    }
-    report.status = DocumentStatus::Done;
     return {};
 }
 

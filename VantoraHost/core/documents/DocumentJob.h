@@ -2,6 +2,8 @@
 
 #include "VantoraHost/core/Target.h"
 #include "VantoraHost/core/actions/Sequence.h"
+#include "VantoraHost/core/documents/IfEmpty.h"
+#include "VantoraHost/core/documents/PageForecast.h"
 #include "VantoraHost/core/outputs/OutputGroup.h"
 #include "VantoraHost/core/reports/DocumentReport.h"
 
@@ -18,8 +20,10 @@ struct JobSettings {
     std::vector<std::string> passwords; ///< UTF-8, tried in order
     bool dryRun = false;                ///< work out what would happen and write nothing
     bool keepSigned = false;            ///< refuse documents with signatures
-    bool reportFirst = false;           ///< report outputs before they get their names, too
-    std::string standardInput;          ///< the document that the input "-" stands for
+    bool strict = false;                ///< refuse to do a part of what was asked for
+    IfEmpty ifEmpty = IfEmpty::Blank;
+    bool reportFirst = false;  ///< report outputs before they get their names, too
+    std::string standardInput; ///< the document that the input "-" stands for
     /// Takes the document whose target is standard output; returns false when that failed.
     std::function<bool(std::string_view)> standardOutput;
     /// Asked between the steps of a document: whether to give it up.
@@ -55,6 +59,9 @@ private:
     Outcome guardedProcess(ProcessedDocument& document, const Target& target);
     Outcome process(ProcessedDocument& document, const Target& target);
     Outcome changePages(DocumentReport& report);
+    Outcome judge(DocumentReport& report, PageForecast forecast);
+    Outcome rehearse(DocumentReport& report);
+    Outcome prepareToSave(const std::string& input);
     Outcome save(ProcessedDocument& document, const Target& target);
     Outcome saveToFile(ProcessedDocument& document, const Target& planned);
     Outcome writeSmall(karvel::io::OutputFile& file, const Target& target);

@@ -20,6 +20,8 @@ const char* statusName(DocumentStatus status)
         return "done";
     case DocumentStatus::Planned:
         return "planned";
+    case DocumentStatus::Skipped:
+        return "skipped";
     case DocumentStatus::Failed:
         break;
     }
@@ -35,8 +37,8 @@ std::optional<std::string_view> textOrNone(const std::string& text)
 
 std::optional<DocumentStatus> statusNamed(const std::string& name)
 {
-    for (const DocumentStatus status :
-         {DocumentStatus::Done, DocumentStatus::Planned, DocumentStatus::Failed}) {
+    for (const DocumentStatus status : {DocumentStatus::Done, DocumentStatus::Planned,
+                                        DocumentStatus::Skipped, DocumentStatus::Failed}) {
         if (name == statusName(status)) {
             return status;
         }
@@ -79,12 +81,14 @@ std::string toJson(const DocumentReport& report)
     json.add("schema", schema)
         .add("input", report.input)
         .add("output", textOrNone(report.output))
+        .add("output_existed", report.outputExisted)
         .add("pages_before", report.pagesBefore)
         .add("pages_after", report.pagesAfter)
         .add("pages_removed", report.pagesRemoved)
         .add("bytes_before", report.bytesBefore)
         .add("bytes_after", report.bytesAfter)
         .add("output_modified", textOrNone(report.outputModified))
+        .add("in_part", report.inPart)
         .add("status", statusName(report.status))
         .add("warnings", withRepairs(report.warnings, report.repairs));
     std::vector<JsonObject> errors;
@@ -107,7 +111,11 @@ std::optional<DocumentReport> reportOf(const QJsonObject& json)
     DocumentReport report;
     report.input = bytesOf(json["input"].toString());
     report.output = bytesOf(json["output"].toString());
+    if (json["output_existed"].isBool()) {
+        report.outputExisted = json["output_existed"].toBool();
+    }
     report.status = *status;
+    report.inPart = json["in_part"].toBool();
     report.pagesBefore = pageCount(json["pages_before"]);
     report.pagesAfter = pageCount(json["pages_after"]);
     if (json["pages_removed"].isArray()) {

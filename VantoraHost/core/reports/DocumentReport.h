@@ -14,14 +14,17 @@ namespace vantora {
 enum class DocumentStatus {
     Done,    ///< the output is written whole
     Planned, ///< a dry run: nothing was written
+    Skipped, ///< nothing was written, as was asked for; the last warning says why
     Failed,  ///< nothing was written, `error` says why
 };
 
 /// What became of one document. What isn't known stays empty.
 struct DocumentReport {
-    std::string input;  ///< as named by the caller, "-" for standard input
-    std::string output; ///< "-" for standard output
+    std::string input;                 ///< as named by the caller, "-" for standard input
+    std::string output;                ///< "-" for standard output
+    std::optional<bool> outputExisted; ///< whether something had the output's name before
     DocumentStatus status = DocumentStatus::Failed;
+    bool inPart = false; ///< not all that was asked for could be done; the warnings say what
     std::optional<int> pagesBefore;
     std::optional<int> pagesAfter;
     std::optional<std::vector<int>> pagesRemoved; ///< page numbers of the input, ascending

@@ -217,6 +217,8 @@ std::string setupMessage(const WorkerSetup& setup)
         .add("passwords", setup.job.passwords)
         .add("dry_run", setup.job.dryRun)
         .add("keep_signed", setup.job.keepSigned)
+        .add("strict", setup.job.strict)
+        .add("if_empty", static_cast<int>(setup.job.ifEmpty))
         .add("report_first", setup.job.reportFirst)
         .add("memory_limit", setup.memoryLimit)
         .add("whole_run", setup.wholeRun);
@@ -244,6 +246,11 @@ Result<WorkerSetup> setupOf(std::string_view line, const StoredReader& stored)
     setup.job.passwords = bytesOf((*json)["passwords"].toArray());
     setup.job.dryRun = (*json)["dry_run"].toBool();
     setup.job.keepSigned = (*json)["keep_signed"].toBool();
+    setup.job.strict = (*json)["strict"].toBool();
+    const int ifEmpty = (*json)["if_empty"].toInt();
+    setup.job.ifEmpty = ifEmpty == static_cast<int>(IfEmpty::Blank)  ? IfEmpty::Blank
+                        : ifEmpty == static_cast<int>(IfEmpty::Skip) ? IfEmpty::Skip
+                                                                     : IfEmpty::Fail;
     setup.job.reportFirst = (*json)["report_first"].toBool();
     setup.memoryLimit = wholeNumber((*json)["memory_limit"]).value_or(0);
     setup.wholeRun = (*json)["whole_run"].toBool();

@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 
 namespace {
@@ -24,6 +25,19 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
+
+/// Two pages; the second one shows a signed field.
+std::string signedDocument()
+{
+    return support::Sketch{
+        {"", "/Annots [@field]"},
+        "/AcroForm << /SigFlags 3 /Fields [@group] >>",
+        {{"group", "<< /T (contract) /Kids [@field] >>"},
+         {"field", "<< /Type /Annot /Subtype /Widget /Rect [0 0 9 9] /FT /Sig /T (buyer) /V @value "
+                   "/Parent @group >>"},
+         {"value", "<< /Type /Sig /ByteRange [0 1 2 3] /Contents <00> >>"}}}
+        .built();
+}
 
 class Run : public InOwnFolder {
 protected:
@@ -184,7 +198,7 @@ TEST_F(Run, InADryRunNamesThePagesAndWhatIsInTheWayAndWritesNothing)
     const auto before = terminal::contents(".");
     const auto answer = terminal::run("run --dry-run -p 2,4-6 in.pdf");
     EXPECT_EQ(answer.status, 0);
-    EXPECT_EQ(answer.out, "in.pdf: 4 of 10 pages would go (2, 4-6), 6 left\n");
+    EXPECT_THAT(answer.out, HasSubstr("in.pdf: 4 of 10 pages would go (2, 4-6), 6 left; "));
     EXPECT_EQ(terminal::run("run -n -p 2 in.pdf -o out.pdf").status, 0);
     EXPECT_EQ(terminal::run("run -n -p 2 in.pdf -i --backup").status, 0);
     EXPECT_THAT(terminal::run("run -n -p 2 in.pdf -o in.pdf").err,
@@ -193,6 +207,109 @@ TEST_F(Run, InADryRunNamesThePagesAndWhatIsInTheWayAndWritesNothing)
     EXPECT_EQ(report["status"].toString(), "planned");
     EXPECT_EQ(report["pages_removed"].toArray(), (QJsonArray{2}));
     EXPECT_EQ(terminal::contents("."), before);
+}
+
+TEST_F(Run, InADryRunTellsTheSameAsTheRealOne)
+{
+    scratch.write("signed.pdf", signedDocument());
+    const std::string half = tenPages.substr(0, tenPages.size() / 2);
+    scratch.write("half.pdf", half);
+    fs::create_directory("out");
+    scratch.write("out/in.pdf", "to be replaced");
+    const std::string line =
+        "run --json -j 0 -p 1,12 in.pdf signed.pdf half.pdf -d out --overwrite";
+    const auto planned = terminal::run(line + " -n");
+    const auto real = terminal::run(line);
+    EXPECT_EQ(planned.status, real.status);
+    const auto before = terminal::objects(planned.out);
+    const auto after = terminal::objects(real.out);
+    ASSERT_EQ(before.size(), after.size());
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        EXPECT_EQ(before[i].keys(), after[i].keys());
+        for (const char* key : {"input", "output", "output_existed", "pages_removed", "pages_after",
+                                "bytes_after", "in_part", "warnings", "errors"}) {
+            EXPECT_EQ(before[i][key], after[i][key]) << key << " of document " << i;
+        }
+    }
+    EXPECT_TRUE(before[0]["output_existed"].toBool());
+    EXPECT_EQ(before[1]["warnings"].toArray().size(), 2);
+    EXPECT_THAT(
+        terminal::run("run -n -p 1 in.pdf -d out --overwrite").out,
+        StartsWith("in.pdf -> out/in.pdf (is there, and replaced): 1 of 10 pages would go"));
+}
+
+TEST_F(Run, DoesWhatIsAskedForWithDocumentsThatWouldBeEmptyOrDoneInPart)
+{
+    scratch.write("one.pdf", documentOfPages(1));
+    const struct {
+        const char* name;
+        const char* options;
+        int status;
+        const char* says;
+        std::vector<const char*> left; ///< the outputs' pages as texts; none where there is none
+    } rows[] = {
+        {"by default",
+         "-p 1 one.pdf -o out.pdf",
+         0,
+         "names every page; one blank page is left",
+         {""}},
+        {"blank in so many words",
+         "-p 1 one.pdf -o out.pdf --if-empty blank --strict",
+         0,
+         "one blank page is left",
+         {""}},
+        {"skip", "-p 1 one.pdf -o out.pdf --if-empty skip", 0, "one.pdf: left out; 1 page", {}},
+        {"fail", "-p 1 one.pdf -o out.pdf --if-empty fail", 1, "so none would be left; ", {}},
+        {"fail foreseen", "-p 1 one.pdf -n --if-empty fail", 1, "so none would be left; ", {}},
+        {"strict and empty", "-p 1 one.pdf -o out.pdf --strict", 1, "so none would be left; ", {}},
+        {"in place", "-p 1 one.pdf -i", 1, "so none would be left; --if-empty blank leaves", {}},
+        {"in part", "-p 1,12 in.pdf one.pdf -n -j 0", 0, "2 of 2 documents done, 2 in part", {}},
+        {"strict",
+         "-p 9-12 in.pdf -o out.pdf --strict",
+         1,
+         "in.pdf: the range 9-12 names pages up",
+         {}},
+        {"failures that are accepted",
+         "-p 2 one.pdf gone.pdf -n --strict --accept-failures in-part,input-missing -j 0",
+         0,
+         "2 failed (1 input-missing, 1 in-part), which was to be accepted",
+         {}},
+        {"failures of which one is accepted",
+         "-p 2 one.pdf gone.pdf -n --strict --accept-failures in-part -j 0",
+         1,
+         "2 failed",
+         {}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        fs::remove("out.pdf");
+        const auto answer = terminal::run(std::string("run ") + row.options);
+        EXPECT_EQ(answer.status, row.status);
+        EXPECT_THAT(answer.out + answer.err, HasSubstr(row.says));
+        ASSERT_EQ(fs::exists("out.pdf"), !row.left.empty());
+        if (!row.left.empty()) {
+            EXPECT_EQ(pagesOf("out.pdf"),
+                      std::vector<std::string>(row.left.begin(), row.left.end()));
+        }
+    }
+    EXPECT_EQ(support::readFile("one.pdf"), documentOfPages(1));
+}
+
+TEST_F(Run, LeavesOutInputsWhoseOutputsAreNoOlder)
+{
+    fs::create_directory("out");
+    scratch.write("second.pdf", tenPages);
+    const std::string line = "run -j 0 -p 1 in.pdf second.pdf -d out --skip-existing";
+    ASSERT_EQ(terminal::run("run -p 1 in.pdf -d out").status, 0);
+    const auto first = terminal::run(line);
+    EXPECT_EQ(first.status, 0) << first.err;
+    EXPECT_THAT(first.err, HasSubstr("1 document has an output no older than the input"));
+    EXPECT_EQ(terminal::lines(first.out).size(), 1U);
+    EXPECT_THAT(terminal::run(line).out, "");
+
+    fs::last_write_time("in.pdf", fs::last_write_time("out/in.pdf") + std::chrono::seconds(1));
+    EXPECT_THAT(terminal::run(line).err, HasSubstr("in.pdf exists already"));
+    EXPECT_THAT(terminal::run(line + " --overwrite").out, StartsWith("in.pdf -> out/in.pdf"));
 }
 
 TEST_F(Run, WarnsWhenEveryPageGoesAndLeavesABlankOne)
@@ -228,19 +345,6 @@ TEST_F(Run, RepairsWhatCanBeRepairedWithAWarning)
     EXPECT_THAT(terminal::lines(answer.err),
                 ElementsAre(HasSubstr("warning: damaged.pdf: repaired: ")));
     EXPECT_EQ(pagesOf("out.pdf"), pagesNamed({1, 3}));
-}
-
-/// Two pages; the second one shows a signed field.
-std::string signedDocument()
-{
-    return support::Sketch{
-        {"", "/Annots [@field]"},
-        "/AcroForm << /SigFlags 3 /Fields [@group] >>",
-        {{"group", "<< /T (contract) /Kids [@field] >>"},
-         {"field", "<< /Type /Annot /Subtype /Widget /Rect [0 0 9 9] /FT /Sig /T (buyer) /V @value "
-                   "/Parent @group >>"},
-         {"value", "<< /Type /Sig /ByteRange [0 1 2 3] /Contents <00> >>"}}}
-        .built();
 }
 
 TEST_F(Run, RemovesSignaturesWithAWarningThatNamesTheirFieldOrRefusesWhereAsked)

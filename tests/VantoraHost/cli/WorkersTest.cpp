@@ -103,7 +103,8 @@ TEST_F(Workers, GetTheirPasswordsAndSettings)
     const auto answer = run("-p 2 --password-file passwords -n");
     EXPECT_EQ(answer.status, 0) << answer.err;
     EXPECT_THAT(terminal::lines(answer.out),
-                Contains(names[0] + ": 1 of 4 pages would go (2), 3 left"));
+                Contains(testing::StartsWith(names[0] + " -> out/" + names[0] +
+                                             ": 1 of 4 pages would go (2), 3 left; ")));
     EXPECT_TRUE(fs::is_empty("out"));
 }
 

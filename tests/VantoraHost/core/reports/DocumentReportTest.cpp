@@ -15,6 +15,8 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
     DocumentReport report;
     report.input = "a.pdf";
     report.output = "b.pdf";
+    report.outputExisted = true;
+    report.inPart = true;
     report.status = DocumentStatus::Done;
     report.pagesBefore = 5;
     report.pagesAfter = 3;
@@ -26,9 +28,10 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
     report.seconds = 0.25;
     EXPECT_EQ(
         toJson(report),
-        R"({"schema":1,"input":"a.pdf","output":"b.pdf","pages_before":5,"pages_after":3,)"
+        R"({"schema":1,"input":"a.pdf","output":"b.pdf","output_existed":true,)"
+        R"("pages_before":5,"pages_after":3,)"
         R"("pages_removed":[2,4],"bytes_before":5000000000,"bytes_after":12,)"
-        R"("output_modified":null,"status":"done","warnings":["one","repaired: two"],"errors":[],"seconds":0.25})");
+        R"("output_modified":null,"in_part":true,"status":"done","warnings":["one","repaired: two"],"errors":[],"seconds":0.25})");
 }
 
 TEST(Report, OfAFailedDocumentSaysNullForWhatIsNotKnown)
@@ -36,11 +39,13 @@ TEST(Report, OfAFailedDocumentSaysNullForWhatIsNotKnown)
     DocumentReport report;
     report.input = "a.pdf";
     report.error = Error{Reason::PasswordWrong, "a.pdf", "no"};
-    EXPECT_EQ(toJson(report),
-              R"({"schema":1,"input":"a.pdf","output":null,"pages_before":null,)"
-              R"("pages_after":null,"pages_removed":null,"bytes_before":null,)"
-              R"("bytes_after":null,"output_modified":null,"status":"failed","warnings":[],)"
-              R"("errors":[{"reason":"password-wrong","text":"no"}],"seconds":0})");
+    EXPECT_EQ(
+        toJson(report),
+        R"({"schema":1,"input":"a.pdf","output":null,"output_existed":null,"pages_before":null,)"
+        R"("pages_after":null,"pages_removed":null,"bytes_before":null,)"
+        R"("bytes_after":null,"output_modified":null,"in_part":false,"status":"failed",)"
+        R"("warnings":[],)"
+        R"("errors":[{"reason":"password-wrong","text":"no"}],"seconds":0})");
 }
 
 TEST(JsonText, IsEscaped)

@@ -22,6 +22,8 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
                    {"Other", {}, {{"colour", 7}}, "list.xqq"}};
     setup.job.passwords = {"pass\xffword", "ü"};
     setup.job.keepSigned = setup.job.reportFirst = true;
+    setup.job.strict = true;
+    setup.job.ifEmpty = IfEmpty::Skip;
     setup.memoryLimit = 1ULL << 40;
     setup.wholeRun = true;
     const std::string message = setupMessage(setup);
@@ -38,6 +40,8 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     EXPECT_FALSE(got->steps[1].stored["bytes"].toByteArray().isEmpty());
     EXPECT_EQ(got->job.passwords, setup.job.passwords);
     EXPECT_TRUE(got->job.keepSigned && got->job.reportFirst && !got->job.dryRun);
+    EXPECT_TRUE(got->job.strict);
+    EXPECT_EQ(got->job.ifEmpty, IfEmpty::Skip);
     EXPECT_EQ(got->memoryLimit, setup.memoryLimit);
     EXPECT_TRUE(got->wholeRun);
 }
