@@ -33,6 +33,7 @@ struct RunOptions {
     Share share;
     std::string reportPath;           ///< empty: none
     std::vector<std::string> resumed; ///< reports of earlier runs
+    std::string metricsPath;          ///< where figures for monitoring go; empty: nowhere
     bool keepSigned = false;
     bool strict = false;
     std::optional<IfEmpty> ifEmpty;       ///< none: as suits the destination

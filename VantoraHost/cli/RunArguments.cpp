@@ -240,6 +240,11 @@ void declareReports(CLI::App& command, RunArguments& run)
                                    "Leave out what this report says is done, if its\n"
                                    "output is still as it was written; may be repeated"),
                 "REPORT");
+    run.metricsOption =
+        command.add_option("--metrics", run.options.metricsPath,
+                           "Write the run's figures to this file at its end, as\n"
+                           "Prometheus' node exporter reads them (a name in .prom)");
+    run.metricsOption->option_text("FILE");
     run.shardOption = command.add_option("--shard", run.shard,
                                          "Do only the Ith of N shares of the inputs, such as 2/8");
     run.shardOption->option_text("I/N");
@@ -251,6 +256,9 @@ std::optional<std::string> readReports(RunArguments& run)
     if ((run.reportOption->count() > 0 && run.options.reportPath.empty()) ||
         std::find(resumed.begin(), resumed.end(), "") != resumed.end()) {
         return "the name of the report is empty";
+    }
+    if (run.metricsOption->count() > 0 && run.options.metricsPath.empty()) {
+        return "the name of the file for figures is empty";
     }
     if (run.shardOption->count() == 0) {
         return std::nullopt;

@@ -36,6 +36,7 @@ struct RunArguments {
     CLI::Option* timeoutOption = nullptr;
     CLI::Option* memoryOption = nullptr;
     CLI::Option* ifEmptyOption = nullptr;
+    CLI::Option* metricsOption = nullptr;
     std::string ifEmpty;
     std::vector<std::string> acceptedFailures;
     std::string jobs;

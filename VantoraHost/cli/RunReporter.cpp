@@ -1,7 +1,10 @@
 #include "VantoraHost/cli/RunReporter.h"
 
 #include "VantoraHost/cli/Messages.h"
+#include "VantoraHost/cli/Metrics.h"
+#include "VantoraHost/core/IsoTime.h"
 #include "VantoraHost/core/documents/PageForecast.h"
+#include "VantoraHost/core/outputs/TextFile.h"
 
 #include <algorithm>
 #include <ostream>
@@ -126,7 +129,17 @@ Outcome RunReporter::finish(bool interrupted)
 {
     progress.clear();
     printSummary(interrupted);
-    return report ? report->sync() : Outcome();
+    const std::chrono::duration<double> taken = ProgressLine::Clock::now() - started;
+    const RunEnd end = {total, taken.count(), nanosecondsNow(), interrupted};
+    if (options.json) {
+        streams.out << summary.json(end) << '\n' << std::flush;
+    }
+    const Outcome synced = report ? report->sync() : Outcome();
+    if (options.metricsPath.empty()) {
+        return synced;
+    }
+    const Outcome written = writeTextFile(options.metricsPath, metricsText(summary, end));
+    return synced ? written : synced;
 }
 
 void RunReporter::printSummary(bool interrupted) const

@@ -30,7 +30,8 @@ public:
     void documentInTurn(const DocumentReport& report) override;
     bool cancelled() const override { return streams.interrupted(); }
 
-    /// Prints how the run ended. The error is that the report isn't complete.
+    /// Prints how the run ended, and writes its figures where asked. The error is that the report
+    /// isn't complete, or the figures can't be written.
     Outcome finish(bool interrupted);
 
     /// Whether a document failed for a reason that counts for the exit status.

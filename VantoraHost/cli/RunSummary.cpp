@@ -1,6 +1,8 @@
 #include "VantoraHost/cli/RunSummary.h"
 
 #include "VantoraHost/cli/Messages.h"
+#include "VantoraHost/core/IsoTime.h"
+#include "VantoraHost/core/reports/Json.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,6 +23,7 @@ void RunSummary::add(const DocumentReport& report)
         return;
     }
     ++done;
+    planned += report.status == DocumentStatus::Planned ? 1 : 0;
     inPart += report.inPart ? 1 : 0;
     withWarnings += report.warnings.empty() && report.repairs.empty() ? 0 : 1;
     if (report.pagesRemoved) {
@@ -66,6 +69,38 @@ std::string RunSummary::documentsText(std::size_t total, const std::vector<Reaso
         text += failedBut(accepted) == 0 ? ", which was to be accepted" : "";
     }
     return text;
+}
+
+std::vector<std::pair<const char*, std::size_t>> RunSummary::byStatus() const
+{
+    return {
+        {"done", done - planned}, {"planned", planned}, {"skipped", skipped}, {"failed", failed_}};
+}
+
+std::string RunSummary::json(const RunEnd& end) const
+{
+    JsonObject failures;
+    for (const auto& [reason, count] : reasons) {
+        failures.add(reasonName(reason), static_cast<std::uint64_t>(count));
+    }
+    JsonObject figures;
+    figures.add("version", VANTORA_VERSION).add("documents", static_cast<std::uint64_t>(end.total));
+    for (const auto& [status, count] : byStatus()) {
+        figures.add(status, static_cast<std::uint64_t>(count));
+    }
+    figures.add("in_part", static_cast<std::uint64_t>(inPart))
+        .add("with_warnings", static_cast<std::uint64_t>(withWarnings))
+        .add("reasons", failures)
+        .add("pages_removed", pagesRemoved)
+        .add("bytes_before", bytesBefore)
+        .add("bytes_after", bytesAfter)
+        .add("interrupted", end.interrupted)
+        .add("ended_at", isoTime(end.time))
+        .add("ended", std::to_string(end.time))
+        .add("seconds", std::round(end.seconds * 1e6) / 1e6);
+    JsonObject object;
+    object.add("schema", 1).add("summary", figures);
+    return object.text();
 }
 
 std::string RunSummary::workText(double seconds) const

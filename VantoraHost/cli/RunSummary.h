@@ -7,9 +7,18 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vantora::cli {
+
+/// How a run ended, beside what became of its documents.
+struct RunEnd {
+    std::size_t total = 0; ///< documents of the run
+    double seconds = 0;    ///< how long it took
+    std::int64_t time = 0; ///< when, in nanoseconds since 1970
+    bool interrupted = false;
+};
 
 /// Counts what becomes of the documents of a run.
 class RunSummary {
@@ -26,12 +35,23 @@ public:
     /// reason; says so where all of these are accepted.
     std::string documentsText(std::size_t total, const std::vector<Reason>& accepted = {}) const;
 
+    /// How many documents there are of each status of a report, all of these named.
+    std::vector<std::pair<const char*, std::size_t>> byStatus() const;
+    const std::map<Reason, std::size_t>& byReason() const { return reasons; }
+    std::uint64_t removedPages() const { return pagesRemoved.value_or(0); }
+    std::uint64_t sizeBefore() const { return bytesBefore; }
+    std::uint64_t sizeAfter() const { return bytesAfter; }
+
+    /// All of it as one JSON object on one line: {"schema":1,"summary":{...}}.
+    std::string json(const RunEnd& end) const;
+
     /// Pages, bytes and documents a second, of what was done in so many seconds; empty when nothing
     /// was.
     std::string workText(double seconds) const;
 
 private:
-    std::size_t done = 0; ///< or planned, in a dry run
+    std::size_t done = 0;    ///< or planned, in a dry run
+    std::size_t planned = 0; ///< of those done
     std::size_t failed_ = 0;
     std::size_t inPart = 0; ///< of those done
     std::size_t skipped = 0;

@@ -29,7 +29,7 @@ _vantora()
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    -o | --output | --password-file | --settings | --files-from | --report | --resume)
+    -o | --output | --password-file | --settings | --files-from | --report | --resume | --metrics)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
@@ -64,7 +64,7 @@ _vantora()
     case "$command" in
     run)
         words="--pages --action --list --favourite --favorite --settings --set --output --directory --in-place --backup --overwrite --rename --name
-            --recursive --report --resume --shard --files-from --null --password-file --keep-signed --strict --if-empty --accept-failures --skip-existing --jobs --timeout --memory-limit --dry-run --json --quiet --help
+            --recursive --report --resume --shard --files-from --null --password-file --keep-signed --strict --if-empty --accept-failures --skip-existing --metrics --jobs --timeout --memory-limit --dry-run --json --quiet --help
             -p -o -d -i -j -n -q -r -h -0"
         ;;
     configure)

@@ -1,5 +1,6 @@
 #include "VantoraHost/core/reports/DocumentReport.h"
 
+#include "VantoraHost/core/IsoTime.h"
 #include "VantoraHost/core/reports/Json.h"
 #include "VantoraHost/core/reports/JsonReading.h"
 
@@ -77,6 +78,7 @@ std::vector<std::string> withRepairs(std::vector<std::string> warnings,
 
 std::string toJson(const DocumentReport& report)
 {
+    const std::string modifiedAt = isoTime(report.outputModified);
     JsonObject json;
     json.add("schema", schema)
         .add("input", report.input)
@@ -88,6 +90,7 @@ std::string toJson(const DocumentReport& report)
         .add("bytes_before", report.bytesBefore)
         .add("bytes_after", report.bytesAfter)
         .add("output_modified", textOrNone(report.outputModified))
+        .add("output_modified_at", textOrNone(modifiedAt))
         .add("in_part", report.inPart)
         .add("status", statusName(report.status))
         .add("warnings", withRepairs(report.warnings, report.repairs));

@@ -55,8 +55,9 @@ Outcome EarlierReports::readOne(const std::string& path)
         const bool complete = !file.eof();
         std::optional<DocumentReport> report = reportIn(line);
         if (!report) {
-            if (line.empty() || !complete) {
-                continue;
+            const auto json = jsonObjectOf(line);
+            if (line.empty() || !complete || (json && json->contains("summary"))) {
+                continue; // what a run prints with --json ends in a summary
             }
             return fail(Reason::NotAReport, path,
                         "line " + std::to_string(number) + " is no report of a document");

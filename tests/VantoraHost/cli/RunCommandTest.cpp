@@ -176,7 +176,8 @@ TEST_F(Run, PrintsJsonPerDocumentAndDoesTheOthersWhenOneFails)
     EXPECT_EQ(pagesOf("out/last.pdf"), pagesNamed({1}));
     EXPECT_FALSE(fs::exists("out/bad.pdf"));
     const std::string figures =
-        R"({"schema":1,"input":"in.pdf","output":"out/in.pdf","pages_before":10,"pages_after":7,)"
+        R"({"schema":1,"input":"in.pdf","output":"out/in.pdf","output_existed":false,)"
+        R"("pages_before":10,"pages_after":7,)"
         R"("pages_removed":[2,9,10],"bytes_before":)" +
         std::to_string(tenPages.size()) +
         ",\"bytes_after\":" + std::to_string(fs::file_size("out/in.pdf"));
@@ -186,11 +187,17 @@ TEST_F(Run, PrintsJsonPerDocumentAndDoesTheOthersWhenOneFails)
                           HasSubstr(R"("errors":[],"seconds":)"), Not(EndsWith(":0}"))),
                     HasSubstr(R"("status":"failed","warnings":[],"errors":[{"reason":"not-pdf")"),
                     AllOf(HasSubstr(R"("output":null)"), HasSubstr(R"("reason":"input-missing")")),
-                    HasSubstr(R"("pages_removed":[2])")));
-    EXPECT_THAT(terminal::lines(answer.err),
-                ElementsAre(HasSubstr("warning: in.pdf: "), HasSubstr("error: bad.pdf: "),
-                            HasSubstr("error: missing.pdf: "), HasSubstr("warning: last.pdf: "),
-                            HasSubstr("2 of 4 documents done, 2 with warnings, 2 failed")));
+                    HasSubstr(R"("pages_removed":[2])"),
+                    AllOf(StartsWith(R"({"schema":1,"summary":{"version":)"),
+                          HasSubstr(R"("documents":4,"done":2,"planned":0,"skipped":0,"failed":2,)"
+                                    R"("in_part":2,"with_warnings":2,"reasons":{"input-missing":1,)"
+                                    R"("not-pdf":1},"pages_removed":4,)"),
+                          HasSubstr(R"("interrupted":false,"ended_at":"2)"))));
+    EXPECT_THAT(
+        terminal::lines(answer.err),
+        ElementsAre(HasSubstr("warning: in.pdf: "), HasSubstr("error: bad.pdf: "),
+                    HasSubstr("error: missing.pdf: "), HasSubstr("warning: last.pdf: "),
+                    HasSubstr("2 of 4 documents done, 2 in part, 2 with warnings, 2 failed")));
 }
 
 TEST_F(Run, InADryRunNamesThePagesAndWhatIsInTheWayAndWritesNothing)
@@ -224,7 +231,7 @@ TEST_F(Run, InADryRunTellsTheSameAsTheRealOne)
     const auto before = terminal::objects(planned.out);
     const auto after = terminal::objects(real.out);
     ASSERT_EQ(before.size(), after.size());
-    for (std::size_t i = 0; i < before.size(); ++i) {
+    for (std::size_t i = 0; i + 1 < before.size(); ++i) {
         EXPECT_EQ(before[i].keys(), after[i].keys());
         for (const char* key : {"input", "output", "output_existed", "pages_removed", "pages_after",
                                 "bytes_after", "in_part", "warnings", "errors"}) {
