@@ -287,6 +287,22 @@ void sayWhatStepsMean(const RunOptions& options, const Sequence& sequence, const
     }
 }
 
+// Says how a run ended, and with which status the program is to end.
+int statusOf(const BatchResult& result, RunReporter& reporter, const Streams& streams)
+{
+    const Outcome reported = reporter.finish(result.interrupted);
+    for (const auto& ending :
+         {result.ending, reported ? std::nullopt : std::optional<Error>(reported.error())}) {
+        if (ending) {
+            printError(streams, *ending);
+        }
+    }
+    if (result.interrupted) {
+        return InterruptedByUser;
+    }
+    return reporter.someFailed() || result.ending || !reported ? SomeFailed : AllDone;
+}
+
 } // namespace
 
 int run(const RunOptions& options, const Installation& installation, const GuiPartSource& guiPart,
@@ -338,17 +354,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     if (!result) {
         return failedWith(options, streams, result.error());
     }
-    const Outcome reported = reporter.finish(result->interrupted);
-    for (const auto& ending :
-         {result->ending, reported ? std::nullopt : std::optional<Error>(reported.error())}) {
-        if (ending) {
-            printError(streams, *ending);
-        }
-    }
-    if (result->interrupted) {
-        return InterruptedByUser;
-    }
-    return reporter.someFailed() || result->ending || !reported ? SomeFailed : AllDone;
+    return statusOf(*result, reporter, streams);
 }
 
 } // namespace vantora::cli
