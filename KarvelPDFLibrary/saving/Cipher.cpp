@@ -74,6 +74,8 @@ std::optional<Cipher> Cipher::of(QPDF& file)
         cipher.streams_ = cipher.strings_ = QPDF::e_rc4;
     }
     cipher.fileKey_ = file.getEncryptionKey();
+    QPDFObjectHandle covers = file.getTrailer().getKey("/Encrypt").getKey("/EncryptMetadata");
+    cipher.coversMetadata_ = cipher.version_ < 4 || !covers.isBool() || covers.getBoolValue();
     return cipher;
 }
 
@@ -97,6 +99,14 @@ std::string Cipher::string(const std::string& plain, QPDFObjGen object) const
 std::string Cipher::stream(const std::string& plain, QPDFObjGen object) const
 {
     return encipher(streams_, plain, object);
+}
+
+std::string Cipher::stream(const std::string& plain, QPDFObjGen object,
+                           QPDFObjectHandle dictionary) const
+{
+    const bool isClear = dictionary.isDictionaryOfType("/XRef") ||
+                         (!coversMetadata_ && dictionary.isDictionaryOfType("/Metadata"));
+    return isClear ? plain : stream(plain, object);
 }
 
 } // namespace karvel::saving

@@ -16,6 +16,13 @@ public:
     std::string string(const std::string& plain, QPDFObjGen object) const;
     std::string stream(const std::string& plain, QPDFObjGen object) const;
 
+    /// The data of a stream with a dictionary that may say that it is left as it is (7.6.6).
+    std::string stream(const std::string& plain, QPDFObjGen object,
+                       QPDFObjectHandle dictionary) const;
+
+    /// Whether what is enciphered reads alike under every object number.
+    bool fitsAnyNumber() const { return version_ >= 5; }
+
 private:
     std::string encipher(QPDF::encryption_method_e method, const std::string& plain,
                          QPDFObjGen object) const;
@@ -25,6 +32,7 @@ private:
     int revision_ = 0;
     QPDF::encryption_method_e strings_ = QPDF::e_none;
     QPDF::encryption_method_e streams_ = QPDF::e_none;
+    bool coversMetadata_ = true;
 };
 
 } // namespace karvel::saving

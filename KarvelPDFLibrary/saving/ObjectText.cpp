@@ -8,12 +8,15 @@ namespace {
 
 class TextWriter {
 public:
-    TextWriter(QPDFObjGen owner, const Cipher* cipher) : owner_(owner), cipher_(cipher) {}
+    TextWriter(QPDFObjGen owner, const Cipher* cipher, const Renumbering* numbers)
+        : owner_(owner), cipher_(cipher), numbers_(numbers)
+    {
+    }
 
     void value(QPDFObjectHandle part, bool outermost)
     {
         if (part.isIndirect() && !outermost) {
-            text_ += part.unparse();
+            text_ += numbers_ != nullptr ? numbers_->reference(part) : part.unparse();
         } else if (part.isStream()) {
             stream(part);
         } else if (part.isDictionary()) {
@@ -63,7 +66,7 @@ private:
         const std::shared_ptr<Buffer> raw = part.getRawStreamData();
         std::string data(reinterpret_cast<const char*>(raw->getBuffer()), raw->getSize());
         if (cipher_ != nullptr) {
-            data = cipher_->stream(data, owner_);
+            data = cipher_->stream(data, owner_, part.getDict());
         }
         QPDFObjectHandle dictionaryPart = part.getDict().shallowCopy();
         dictionaryPart.replaceKey(
@@ -74,14 +77,20 @@ private:
 
     QPDFObjGen owner_;
     const Cipher* cipher_;
+    const Renumbering* numbers_;
     std::string text_;
 };
 
 } // namespace
 
-std::string objectText(QPDFObjectHandle object, const Cipher* cipher)
+std::string objectText(QPDFObjectHandle object, const Cipher* cipher, const Renumbering* numbers)
 {
-    TextWriter writer(object.getObjGen(), cipher);
+    QPDFObjGen owner = object.getObjGen();
+    if (numbers != nullptr) {
+        const std::uint32_t number = numbers->of(static_cast<std::uint32_t>(owner.getObj()));
+        owner = QPDFObjGen(static_cast<int>(number), 0);
+    }
+    TextWriter writer(owner, cipher, numbers);
     writer.value(object, true);
     return writer.take();
 }

@@ -6,6 +6,7 @@
 #include "KarvelPDFLibrary/saving/Damage.h"
 #include "KarvelPDFLibrary/saving/EscapedNames.h"
 #include "KarvelPDFLibrary/saving/HeldBytes.h"
+#include "KarvelPDFLibrary/saving/LinearizedWriter.h"
 #include "KarvelPDFLibrary/saving/Liveness.h"
 #include "KarvelPDFLibrary/saving/VerbatimWriter.h"
 #include "KarvelPDFLibrary/saving/VersionNeeds.h"
@@ -178,6 +179,40 @@ void rewrite(Document& document, io::ByteSink& sink, const SaveOptions& options)
     writer.write();
 }
 
+/// The password that opens what is written by libqpdf.
+std::string passwordOfOutput(const Document& document, const SaveOptions& options)
+{
+    const EncryptionPlan& plan = document.encryption;
+    if (options.encrypting == Encrypting::AsPlanned && plan.kind == EncryptionPlan::Kind::Replace) {
+        return plan.replacement->userPassword;
+    }
+    return document.password();
+}
+
+/// Lets libqpdf write the document, and linearises what it wrote: its own linearisation ends in an
+/// internal error on some documents that were damaged.
+void rewriteLinearized(Document& document, io::ByteSink& sink, const SaveOptions& options)
+{
+    SaveOptions plain = options;
+    plain.linearize = false;
+    StringSink rewritten;
+    rewrite(document, rewritten, plain);
+    auto clean = Document::load(io::fromMemory(std::move(rewritten.text)),
+                                {passwordOfOutput(document, options)});
+    SaveOptions copying = options;
+    copying.objectStreams = ObjectStreams::Keep;
+    copying.streamData = StreamData::Keep;
+    copying.recompressFlate = false;
+    copying.encrypting = Encrypting::AsLoaded;
+    if (!clean || !whyNotVerbatim(**clean, copying).empty() ||
+        !deletion::synchronize(**clean, deletion::Degree::Recorded)) {
+        rewrite(document, sink, options);
+        return;
+    }
+    prepareForLinearizing(**clean);
+    writeLinearized(**clean, Liveness(**clean), sink, copying);
+}
+
 /// Counts the bytes that are written.
 class CountingSink final : public io::ByteSink {
 public:
@@ -220,6 +255,9 @@ void explainSize(Document& document, const Liveness& live, std::uint64_t written
 /// Writes the document as it is, which must be synchronized.
 Status write(Document& document, bool verbatim, io::ByteSink& sink, const SaveOptions& options)
 {
+    if (verbatim && options.linearize) {
+        prepareForLinearizing(document);
+    }
     std::optional<Liveness> live;
     if (verbatim || !document.cutPages().empty()) {
         live.emplace(document);
@@ -228,8 +266,12 @@ Status write(Document& document, bool verbatim, io::ByteSink& sink, const SaveOp
         }
     }
     CountingSink counting(sink);
-    if (verbatim) {
+    if (verbatim && options.linearize) {
+        writeLinearized(document, *live, counting, options);
+    } else if (verbatim) {
         writeVerbatim(document, *live, counting, options);
+    } else if (options.linearize && !options.readable && options.way != Way::Rewrite) {
+        rewriteLinearized(document, counting, options);
     } else {
         rewrite(document, counting, options);
     }

@@ -3,12 +3,12 @@
 #include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/saving/CrossReferences.h"
 #include "KarvelPDFLibrary/saving/EscapedNames.h"
+#include "KarvelPDFLibrary/saving/LinearizedWriter.h"
 #include "KarvelPDFLibrary/saving/ObjectText.h"
+#include "KarvelPDFLibrary/saving/Trailer.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <nettle/md5.h>
-#include <random>
 
 namespace karvel::saving {
 
@@ -17,26 +17,15 @@ namespace {
 using index::IndexedObject;
 using index::ReferenceIndex;
 
-/// Trailer entries that describe the file as it was.
-bool describesOldFile(const std::string& key)
-{
-    static const char* const keys[] = {
-        "/Prev",   "/XRefStm", "/Size",        "/ID", "/W", "/Index",   "/Type",
-        "/Length", "/Filter",  "/DecodeParms", "/DL", "/F", "/FFilter", "/FDecodeParms"};
-    return std::any_of(std::begin(keys), std::end(keys),
-                       [&](const char* old) { return key == old; });
-}
-
 class Writer {
 public:
     Writer(Document& document, const Liveness& live, io::ByteSink& sink, const SaveOptions& options)
-        : document_(document), index_(*document.index()), sink_(sink), options_(options),
-          live_(live), entries_(live_.size())
+        : document_(document), index_(*document.index()), sink_(sink), live_(live),
+          entries_(live.size()), identifier_(options.deterministicIdentifier)
     {
         if (document.file().isEncrypted()) {
             cipher_ = Cipher::of(document.file());
         }
-        md5_init(&digest_);
     }
 
     void run()
@@ -54,9 +43,7 @@ private:
     {
         sink_.write(text.data(), text.size());
         offset_ += text.size();
-        if (options_.deterministicIdentifier) {
-            md5_update(&digest_, text.size(), reinterpret_cast<const std::uint8_t*>(text.data()));
-        }
+        identifier_.written(text);
     }
 
     bool isUnchanged(std::uint32_t number) const { return !live_.change(number); }
@@ -69,18 +56,16 @@ private:
     void writeChanged();
     std::string changedText(std::uint32_t number, const Cipher* cipher);
     void writeEnd();
-    std::string trailerEntries(std::size_t size);
-    std::string identifier();
+    std::string trailer(std::size_t size);
 
     Document& document_;
     const ReferenceIndex& index_;
     io::ByteSink& sink_;
-    const SaveOptions& options_;
     const Liveness& live_;
     std::optional<Cipher> cipher_;
     std::vector<CrossReference> entries_;
     std::uint64_t offset_ = 0;
-    md5_ctx digest_ = {};
+    FileIdentifier identifier_;
 
     /// Object streams that are copied whole, and those that are written anew.
     std::vector<std::uint32_t> wholeStreams_;
@@ -115,11 +100,7 @@ void Writer::copyRange(std::uint64_t start, std::uint64_t end)
 {
     sink_.copy(*document_.source(), static_cast<std::int64_t>(start), end - start);
     offset_ += end - start;
-    // The bytes need not be looked at: where they lie in a file of this size says enough.
-    if (options_.deterministicIdentifier) {
-        const std::uint64_t range[] = {start, end};
-        md5_update(&digest_, sizeof range, reinterpret_cast<const std::uint8_t*>(range));
-    }
+    identifier_.copied(start, end);
 }
 
 void Writer::copyUnchanged()
@@ -220,36 +201,10 @@ void Writer::writeChanged()
     }
 }
 
-/// The trailer's /ID: the permanent half stays, the changing half is new (ISO 32000-2, 14.4).
-std::string Writer::identifier()
+std::string Writer::trailer(std::size_t size)
 {
-    std::string changing(16, '\0');
-    if (options_.deterministicIdentifier) {
-        md5_digest(&digest_, changing.size(), reinterpret_cast<std::uint8_t*>(changing.data()));
-    } else {
-        std::random_device random;
-        std::generate(changing.begin(), changing.end(),
-                      [&] { return static_cast<char>(random()); });
-    }
-    QPDFObjectHandle old = document_.file().getTrailer().getKey("/ID");
-    const bool hasOld =
-        old.isArray() && old.getArrayNItems() == 2 && old.getArrayItem(0).isString();
-    const std::string permanent = hasOld ? old.getArrayItem(0).getStringValue() : changing;
-    return "/ID [" + QPDFObjectHandle::newString(permanent).unparseBinary() +
-           QPDFObjectHandle::newString(changing).unparseBinary() + "]";
-}
-
-std::string Writer::trailerEntries(std::size_t size)
-{
-    std::string entries = "/Size " + std::to_string(size);
-    for (const auto& [key, value] : document_.file().getTrailer().getDictAsMap()) {
-        if (!describesOldFile(key)) {
-            QPDFObjectHandle entry = value;
-            entries += " " + nameText(key) + " ";
-            entries += entry.isIndirect() ? entry.unparse() : objectText(entry, nullptr);
-        }
-    }
-    return entries + " " + identifier();
+    return "/Size " + std::to_string(size) + trailerEntries(document_) + " " +
+           identifier_.entry(document_);
 }
 
 void Writer::writeEnd()
@@ -257,12 +212,12 @@ void Writer::writeEnd()
     const std::uint64_t start = offset_;
     if (!index_.usesCrossReferenceStream()) {
         put(crossReferenceTable(entries_));
-        put("trailer\n<< " + trailerEntries(entries_.size()) + " >>\n");
+        put("trailer\n<< " + trailer(entries_.size()) + " >>\n");
     } else {
         const auto number = static_cast<std::uint32_t>(entries_.size());
         entries_.push_back({CrossReference::Kind::InFile, 0, start});
         const CrossReferenceStream stream = crossReferenceStream(entries_);
-        const std::string text = "<< /Type /XRef " + trailerEntries(entries_.size()) + " " +
+        const std::string text = "<< /Type /XRef " + trailer(entries_.size()) + " " +
                                  stream.dictionaryEntries + " /Length " +
                                  std::to_string(stream.data.size()) + " >>\nstream\n" +
                                  stream.data + "\nendstream";
@@ -282,9 +237,11 @@ std::string whyNotVerbatim(Document& document, const SaveOptions& options)
         return document.source() ? document.indexRefusal() : "a new document";
     }
     if (options.objectStreams != ObjectStreams::Keep || options.streamData != StreamData::Keep ||
-        options.recompressFlate || options.linearize || options.readable ||
-        !document.forcedVersion.empty()) {
+        options.recompressFlate || options.readable || !document.forcedVersion.empty()) {
         return "objects are to be written in another form";
+    }
+    if (options.linearize && document.originalSize() > mostLinearizedBytes) {
+        return "the document is too large to be linearised";
     }
     if (document.encryption.kind != EncryptionPlan::Kind::Keep) {
         return "the encryption is to be changed";

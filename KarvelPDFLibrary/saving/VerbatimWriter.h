@@ -9,7 +9,8 @@
 
 namespace karvel::saving {
 
-/// Why a document cannot be saved by copying what was not changed; empty when it can.
+/// Why a document cannot be saved by copying what was not changed, linearised where the options ask
+/// for it; empty when it can.
 std::string whyNotVerbatim(Document& document, const SaveOptions& options);
 
 /// Saves a document by copying, byte for byte, the objects that were not changed and are still

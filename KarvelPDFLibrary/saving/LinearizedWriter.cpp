@@ -1,0 +1,420 @@
+#include "KarvelPDFLibrary/saving/LinearizedWriter.h"
+
+#include "KarvelPDFLibrary/pages/PageTree.h"
+#include "KarvelPDFLibrary/saving/CrossReferences.h"
+#include "KarvelPDFLibrary/saving/HintTables.h"
+#include "KarvelPDFLibrary/saving/LinearOrder.h"
+#include "KarvelPDFLibrary/saving/ObjectText.h"
+#include "KarvelPDFLibrary/saving/RenumberedObjects.h"
+#include "KarvelPDFLibrary/saving/Trailer.h"
+
+#include <algorithm>
+#include <map>
+#include <numeric>
+#include <stdexcept>
+#include <unordered_map>
+
+namespace karvel::saving {
+
+namespace {
+
+using Objects = std::vector<std::uint32_t>;
+
+/// Texts of objects up to this much are kept from measuring to writing; others are made twice.
+constexpr std::uint64_t mostKept = 64 * 1024 * 1024;
+
+/// A number with as many places as offsets can have, so that a text's length is known before it.
+std::string padded(std::uint64_t number)
+{
+    std::string text = std::to_string(number);
+    text.resize(10, ' ');
+    return text;
+}
+
+class Writer {
+public:
+    Writer(Document& document, const Liveness& live, io::ByteSink& sink, const SaveOptions& options)
+        : document_(document), sink_(sink),
+          withStreams_(document.index()->usesCrossReferenceStream()),
+          order_(linearOrder(document, LiveGraph(document, live), withStreams_)),
+          objects_(document, live, order_), identifier_(options.deterministicIdentifier),
+          lengths_(order_.size), references_(order_.size)
+    {
+    }
+
+    void run()
+    {
+        for (const Objects* part : {&order_.openDocument, &order_.firstPage, &order_.otherPages,
+                                    &order_.shared, &order_.rest}) {
+            measure(*part);
+        }
+        identifierEntry_ = identifier_.entry(document_);
+        trailerEntries_ = trailerEntries(document_, &order_.numbers);
+        layOut();
+        putBeginning();
+        putPart(order_.openDocument);
+        put(hintStream_);
+        for (const Objects* part :
+             {&order_.firstPage, &order_.otherPages, &order_.shared, &order_.rest}) {
+            putPart(*part);
+        }
+        putEnd();
+    }
+
+private:
+    void measure(const Objects& part);
+    void layOut();
+    std::uint64_t place(const Objects& part, std::uint64_t offset);
+    std::string hintStream(std::uint64_t offset);
+    Hints hints(std::uint64_t offset) const;
+    std::string parameters() const;
+    std::string firstReferences() const;
+    std::string firstReferenceStream() const;
+    void putBeginning();
+    void putPart(const Objects& part);
+    void putEnd();
+    std::uint64_t length(const Objects& part) const;
+    std::uint64_t lengthOf(std::uint32_t object) const
+    {
+        return lengths_[order_.numbers.of(object)];
+    }
+
+    void put(const std::string& text)
+    {
+        sink_.write(text.data(), text.size());
+        written_ += text.size();
+    }
+    void expect(std::uint64_t offset) const
+    {
+        if (written_ != offset) {
+            throw std::logic_error("a part of the linearised file lies elsewhere than planned");
+        }
+    }
+
+    Document& document_;
+    io::ByteSink& sink_;
+    bool withStreams_; // cross-reference streams instead of tables
+    LinearOrder order_;
+    RenumberedObjects objects_;
+    FileIdentifier identifier_;
+    std::string identifierEntry_;
+    std::string trailerEntries_;
+    std::vector<std::uint64_t> lengths_; // by the number in the output
+    std::vector<CrossReference> references_;
+    std::unordered_map<std::uint32_t, WrittenObject> kept_;
+    std::uint64_t keptBytes_ = 0;
+
+    std::string header_;
+    std::string hintStream_;
+    std::string end_; // the main cross-reference section and what follows it
+    std::uint64_t firstReferencesOffset_ = 0;
+    std::uint64_t hintOffset_ = 0;
+    std::uint64_t firstPageEnd_ = 0;
+    std::uint64_t mainReferencesOffset_ = 0;
+    std::uint64_t fileSize_ = 0;
+    std::uint64_t written_ = 0;
+};
+
+void Writer::measure(const Objects& part)
+{
+    for (const std::uint32_t object : part) {
+        WrittenObject written = objects_.written(object);
+        lengths_[order_.numbers.of(object)] = written.length();
+        identifier_.written(written.text);
+        identifier_.copied(written.from, written.from + written.copied);
+        if (keptBytes_ + written.text.size() <= mostKept) {
+            keptBytes_ += written.text.size();
+            kept_.emplace(object, std::move(written));
+        }
+    }
+}
+
+std::uint64_t Writer::length(const Objects& part) const
+{
+    return std::accumulate(
+        part.begin(), part.end(), std::uint64_t{0},
+        [this](std::uint64_t sum, std::uint32_t object) { return sum + lengthOf(object); });
+}
+
+/// Enters where the objects of a part lie, the first one at an offset; returns where they end.
+std::uint64_t Writer::place(const Objects& part, std::uint64_t offset)
+{
+    for (const std::uint32_t object : part) {
+        const std::uint32_t number = order_.numbers.of(object);
+        references_[number] = {CrossReference::Kind::InFile, 0, offset};
+        offset += lengths_[number];
+        if (const PackedStream* stream = order_.stream(object)) {
+            for (std::uint32_t i = 0; i < stream->members.size(); ++i) {
+                references_[order_.numbers.of(stream->members[i])] = {
+                    CrossReference::Kind::InObjectStream, i, number};
+            }
+        }
+    }
+    return offset;
+}
+
+/// Decides where everything lies. What is written before its place is known has a fixed length.
+void Writer::layOut()
+{
+    header_ = "%PDF-" + document_.file().getPDFVersion() + "\n%\xe2\xe3\xcf\xd3\n";
+    references_[order_.parameters] = {CrossReference::Kind::InFile, 0, header_.size()};
+    firstReferencesOffset_ = header_.size() + parameters().size();
+    if (withStreams_) {
+        references_[order_.firstReferences] = {CrossReference::Kind::InFile, 0,
+                                               firstReferencesOffset_};
+    }
+    std::uint64_t offset = firstReferencesOffset_ + firstReferences().size();
+    offset = place(order_.openDocument, offset);
+    hintOffset_ = offset;
+    hintStream_ = hintStream(offset);
+    references_[order_.hints] = {CrossReference::Kind::InFile, 0, offset};
+    firstPageEnd_ = offset = place(order_.firstPage, offset + hintStream_.size());
+    for (const Objects* part : {&order_.otherPages, &order_.shared, &order_.rest}) {
+        offset = place(*part, offset);
+    }
+    mainReferencesOffset_ = offset;
+    if (withStreams_) {
+        references_[order_.mainReferences] = {CrossReference::Kind::InFile, 0, offset};
+    }
+}
+
+Hints Writer::hints(std::uint64_t offset) const
+{
+    Hints hints;
+    hints.firstPageOffset = offset;
+    auto next = order_.otherPages.begin();
+    for (std::size_t page = 0; page < order_.objectsOfPage.size(); ++page) {
+        const std::uint32_t count = order_.objectsOfPage[page];
+        std::uint64_t bytes = page == 0 ? length(order_.firstPage) : 0;
+        for (std::uint32_t i = 0; page > 0 && i < count; ++i) {
+            bytes += lengthOf(*next++);
+        }
+        hints.pages.push_back({count, bytes, order_.sharedCounts[page]});
+    }
+    hints.sharedByPages = order_.sharedByPages;
+    for (const Objects* part : {&order_.firstPage, &order_.shared}) {
+        for (const std::uint32_t object : *part) {
+            hints.sharedLengths.push_back(lengthOf(object));
+        }
+    }
+    hints.sharedOnFirstPage = static_cast<std::uint32_t>(order_.firstPage.size());
+    const std::uint64_t sharedOffset =
+        offset + length(order_.firstPage) + length(order_.otherPages);
+    if (!order_.shared.empty()) {
+        hints.firstSharedObject = order_.numbers.of(order_.shared.front());
+        hints.firstSharedOffset = sharedOffset;
+    }
+    if (order_.outlineCount > 0) {
+        hints.outlineObject = order_.numbers.of(order_.outlineStart);
+        hints.outlineCount = order_.outlineCount;
+        const auto inFirst =
+            std::find(order_.firstPage.begin(), order_.firstPage.end(), order_.outlineStart);
+        const bool isFirst = inFirst != order_.firstPage.end();
+        const Objects& part = isFirst ? order_.firstPage : order_.rest;
+        const auto start = std::find(part.begin(), part.end(), order_.outlineStart);
+        const Objects before(part.begin(), start);
+        const Objects outline(start, start + static_cast<std::ptrdiff_t>(order_.outlineCount));
+        hints.outlineOffset =
+            (isFirst ? offset : sharedOffset + length(order_.shared)) + length(before);
+        hints.outlineLength = length(outline);
+    }
+    return hints;
+}
+
+std::string Writer::hintStream(std::uint64_t offset)
+{
+    const HintTables tables = hintTables(hints(offset));
+    std::string entries = "/S " + std::to_string(tables.sharedStart);
+    if (tables.outlineStart != 0) {
+        entries += " /O " + std::to_string(tables.outlineStart);
+    }
+    return objects_.stream(order_.hints, entries, tables.data);
+}
+
+/// Table F.1.
+std::string Writer::parameters() const
+{
+    // In a table, the white space before the entry of object 0.
+    const std::string tableStart = "xref\n0 " + std::to_string(order_.parameters);
+    const std::uint64_t mainEntries =
+        mainReferencesOffset_ + (withStreams_ ? 0 : tableStart.size());
+    return numbered(static_cast<int>(order_.parameters), 0,
+                    "<< /Linearized 1 /L " + padded(fileSize_) + " /H [ " + padded(hintOffset_) +
+                        " " + padded(hintStream_.size()) + " ] /O " +
+                        std::to_string(order_.numbers.of(order_.firstPage.front())) + " /E " +
+                        padded(firstPageEnd_) + " /N " +
+                        std::to_string(order_.objectsOfPage.size()) + " /T " + padded(mainEntries) +
+                        " >>");
+}
+
+std::string Writer::firstReferences() const
+{
+    if (withStreams_) {
+        return firstReferenceStream() + "startxref\n0\n%%EOF\n";
+    }
+    std::string text = "xref\n" + std::to_string(order_.parameters) + " " +
+                       std::to_string(order_.size - order_.parameters) + "\n";
+    for (std::uint32_t number = order_.parameters; number < order_.size; ++number) {
+        const std::string offset = std::to_string(references_[number].first);
+        text.append(10 - offset.size(), '0').append(offset).append(" 00000 n \n");
+    }
+    return text + "trailer\n<< /Size " + std::to_string(order_.size) + " /Prev " +
+           padded(mainReferencesOffset_) + trailerEntries_ + " " + identifierEntry_ +
+           " >>\nstartxref\n0\n%%EOF\n";
+}
+
+/// Not compressed, so that its length is known before the offsets in it.
+std::string Writer::firstReferenceStream() const
+{
+    std::string rows;
+    const auto append = [&rows](std::uint64_t value, int bytes) {
+        for (int i = bytes; i-- > 0;) {
+            rows += static_cast<char>(value >> (8 * i));
+        }
+    };
+    for (std::uint32_t number = order_.parameters; number < order_.size; ++number) {
+        const CrossReference& reference = references_[number];
+        append(static_cast<std::uint64_t>(reference.kind), 1);
+        append(reference.first, 4);
+        append(reference.second, 4);
+    }
+    return numbered(static_cast<int>(order_.firstReferences), 0,
+                    "<< /Type /XRef /Size " + std::to_string(order_.size) + " /Index [" +
+                        std::to_string(order_.parameters) + " " +
+                        std::to_string(order_.size - order_.parameters) + "] /W [1 4 4] /Prev " +
+                        padded(mainReferencesOffset_) + trailerEntries_ + " " + identifierEntry_ +
+                        " /Length " + std::to_string(rows.size()) + " >>\nstream\n" + rows +
+                        "\nendstream");
+}
+
+void Writer::putBeginning()
+{
+    const std::vector<CrossReference> entries(references_.begin(),
+                                              references_.begin() + order_.parameters);
+    std::string end;
+    if (withStreams_) {
+        const CrossReferenceStream stream = crossReferenceStream(entries);
+        end = numbered(static_cast<int>(order_.mainReferences), 0,
+                       "<< /Type /XRef /Size " + std::to_string(entries.size()) + " " +
+                           identifierEntry_ + " " + stream.dictionaryEntries + " /Length " +
+                           std::to_string(stream.data.size()) + " >>\nstream\n" + stream.data +
+                           "\nendstream");
+    } else {
+        end = crossReferenceTable(entries) + "trailer\n<< /Size " + std::to_string(entries.size()) +
+              " " + identifierEntry_ + " >>\n";
+    }
+    end_ = end + "startxref\n" + std::to_string(firstReferencesOffset_) + "\n%%EOF\n";
+    fileSize_ = mainReferencesOffset_ + end_.size();
+    if (fileSize_ > UINT32_MAX) {
+        throw std::runtime_error("the document is too large to be linearised");
+    }
+    put(header_);
+    put(parameters());
+    put(firstReferences());
+    expect(references_[order_.numbers.of(order_.openDocument.front())].first);
+}
+
+void Writer::putPart(const Objects& part)
+{
+    for (const std::uint32_t object : part) {
+        const auto found = kept_.find(object);
+        const WrittenObject written =
+            found == kept_.end() ? objects_.written(object) : std::move(found->second);
+        expect(references_[order_.numbers.of(object)].first);
+        put(written.text);
+        if (written.copied > 0) {
+            sink_.copy(*document_.source(), static_cast<std::int64_t>(written.from),
+                       written.copied);
+            written_ += written.copied;
+            put("\n");
+        }
+    }
+}
+
+void Writer::putEnd()
+{
+    expect(mainReferencesOffset_);
+    put(end_);
+}
+
+/// The nodes of page trees that hold attributes for the pages below.
+std::vector<QPDFObjGen> nodesWithAttributes(Document& document)
+{
+    std::vector<QPDFObjGen> nodes;
+    const index::ReferenceIndex& index = *document.index();
+    const auto& changed = document.changes().objects();
+    for (std::uint32_t object = 1; object < index.size(); ++object) {
+        const index::IndexedObject& entry = index.object(object);
+        if (entry.kind == index::Kind::PageNode && (entry.flags & index::HasInheritable) != 0) {
+            const auto found = changed.find(static_cast<int>(object));
+            if (found == changed.end() || found->second != Changes::Kind::Removed) {
+                nodes.emplace_back(static_cast<int>(object), entry.generation);
+            }
+        }
+    }
+    for (const auto& [number, kind] : changed) {
+        if (kind == Changes::Kind::Added) {
+            nodes.emplace_back(number, 0);
+        }
+    }
+    const auto hasNone = [&](QPDFObjGen id) {
+        QPDFObjectHandle node = document.changes().present(id);
+        return !node.isDictionaryOfType("/Pages") ||
+               std::none_of(inheritableKeys.begin(), inheritableKeys.end(),
+                            [&](const char* key) { return node.hasKey(key); });
+    };
+    nodes.erase(std::remove_if(nodes.begin(), nodes.end(), hasNone), nodes.end());
+    return nodes;
+}
+
+/// Gives each page what it inherits. Dictionaries get numbers, so that pages share them.
+void giveInherited(Document& document)
+{
+    std::map<std::pair<std::uint32_t, std::string>, QPDFObjectHandle> numbered;
+    for (int page = 1; page <= document.pageCount(); ++page) {
+        for (const char* key : inheritableKeys) {
+            if (!document.inheritsAttribute(page, key)) {
+                continue;
+            }
+            QPDFObjectHandle value = document.inheritedAttribute(page, key);
+            if (value.isDictionary() && !value.isIndirect()) {
+                QPDFObjectHandle& known = numbered[{document.order().at(page).inherited, key}];
+                if (!known.isInitialized()) {
+                    known = document.changes().add(value);
+                }
+                value = known;
+            }
+            document.editPage(page).replaceKey(key, value);
+        }
+    }
+}
+
+} // namespace
+
+void prepareForLinearizing(Document& document)
+{
+    QPDFObjectHandle catalog = document.changes().present(document.catalog().getObjGen());
+    QPDFObjectHandle outline = catalog.getKey("/Outlines");
+    if (outline.isDictionary() && !outline.isIndirect()) {
+        document.changes().edit(catalog).replaceKey("/Outlines", document.changes().add(outline));
+    }
+    const std::vector<QPDFObjGen> nodes = nodesWithAttributes(document);
+    if (nodes.empty()) {
+        return;
+    }
+    giveInherited(document);
+    for (const QPDFObjGen id : nodes) {
+        QPDFObjectHandle node = document.changes().edit(document.changes().present(id));
+        for (const char* key : inheritableKeys) {
+            node.removeKey(key);
+        }
+    }
+}
+
+void writeLinearized(Document& document, const Liveness& live, io::ByteSink& sink,
+                     const SaveOptions& options)
+{
+    Writer(document, live, sink, options).run();
+}
+
+} // namespace karvel::saving
