@@ -43,5 +43,7 @@ int main(int argc, char** argv)
     };
     for (const auto& [name, pdf] : documents) {
         write(folder / name, pdf + std::string("\x00\x01\x00\x02\x01\x03", 6));
+        write(folder / (std::string(name) + "-to-linearise"),
+              pdf + std::string("\x00\x01\x00\x02\x01\x0f", 6));
     }
 }

@@ -68,9 +68,14 @@ private:
         if (cipher_ != nullptr) {
             data = cipher_->stream(data, owner_, part.getDict());
         }
+        const auto length = static_cast<long long>(data.size());
         QPDFObjectHandle dictionaryPart = part.getDict().shallowCopy();
-        dictionaryPart.replaceKey(
-            "/Length", QPDFObjectHandle::newInteger(static_cast<long long>(data.size())));
+        QPDFObjectHandle before = dictionaryPart.getKey("/Length");
+        const bool stays =
+            numbers_ != nullptr && before.isInteger() && before.getIntValue() == length;
+        if (!stays) {
+            dictionaryPart.replaceKey("/Length", QPDFObjectHandle::newInteger(length));
+        }
         dictionary(dictionaryPart);
         text_ += "\nstream\n" + data + "\nendstream";
     }

@@ -30,8 +30,11 @@ ObjectUsers::ObjectUsers(Document& document, const LiveGraph& graph)
         };
         mark(static_cast<std::uint32_t>(object));
         walk(graph.ofPage(page), mark);
-        walk(graph.ofThumbnail(page),
-             [&](std::uint32_t used) { return add(used, thumbnail_, ManyThumbnails, number); });
+        // What a page itself uses is no longer only its thumbnail's.
+        walk(graph.ofThumbnail(page), [&](std::uint32_t used) {
+            const bool isOfPage = page == 0 ? has(used, FirstPage) : onePage(used) == number;
+            return !isOfPage && add(used, thumbnail_, ManyThumbnails, number);
+        });
     }
     for (const auto& [key, value] : document.file().getTrailer().getDictAsMap()) {
         if (key != "/Root") {
