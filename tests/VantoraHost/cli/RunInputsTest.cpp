@@ -86,6 +86,9 @@ TEST_F(ManyInputs, AreNamedWhenThereAreNone)
     EXPECT_THAT(answer.err,
                 AllOf(HasSubstr("warning: empty: the folder holds no PDF"),
                       HasSubstr("error: missing: "), HasSubstr("4 of 5 documents done, 1 failed")));
+    const auto quiet = terminal::run("run -q -p 1 -r empty -d out");
+    EXPECT_EQ(quiet.status, 0);
+    EXPECT_EQ(quiet.err, "");
     const auto notAsked = terminal::run("run -p 1 in -n");
     EXPECT_THAT(notAsked.err, HasSubstr("a folder with --recursive"));
 }

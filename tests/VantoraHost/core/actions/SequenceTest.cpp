@@ -56,6 +56,17 @@ TEST_F(RunningASequence, StopsAtTheFirstStepThatFails)
     EXPECT_EQ(support::readFile(log), "");
 }
 
+TEST_F(RunningASequence, EndsWhatHasBegunWhenAStepRefusesToBegin)
+{
+    const std::string log = scratch.path("log");
+    Sequence sequence = sequenceOf(
+        {scripted({{"log", log}}), scripted({{"begin", "fail"}}), scripted({{"log", log}})});
+    const Outcome begun = sequence.begin(*library);
+    ASSERT_FALSE(begun);
+    EXPECT_THAT(begun.error().sentence, HasSubstr("step 2, action \"Scripted\": "));
+    EXPECT_EQ(support::readFile(log), "begin\nend\n");
+}
+
 TEST_F(RunningASequence, GivesAnActionTheOptionsLastSet)
 {
     const Sequence sequence = sequenceOf({scripted({{"a", "1"}, {"b", "x=y"}, {"a", "2"}})});
