@@ -40,7 +40,7 @@ std::string resultLine(const DocumentReport& report)
     } else if (!report.output.empty() && report.output != report.input) {
         const bool replaces =
             report.status == DocumentStatus::Planned && report.outputExisted.value_or(false);
-        line += " -> " + shown(report.output) + (replaces ? " (is there, and replaced)" : "");
+        line += " -> " + shown(report.output) + (replaces ? " (exists, would be replaced)" : "");
     }
     if (report.status == DocumentStatus::Skipped) {
         return line + ": left out; " + counted(report.pagesBefore.value_or(0), "page", "pages");

@@ -25,6 +25,7 @@ void RunSummary::add(const DocumentReport& report)
     ++done;
     planned += report.status == DocumentStatus::Planned ? 1 : 0;
     inPart += report.inPart ? 1 : 0;
+    leftBlank += report.leftBlank ? 1 : 0;
     withWarnings += report.warnings.empty() && report.repairs.empty() ? 0 : 1;
     if (report.pagesRemoved) {
         pagesRemoved = pagesRemoved.value_or(0) + report.pagesRemoved->size();
@@ -51,6 +52,9 @@ std::string RunSummary::documentsText(std::size_t total, const std::vector<Reaso
     std::string text = grouped(done) + " of " + grouped(total) + " documents done";
     if (inPart > 0) {
         text += ", " + grouped(inPart) + " in part";
+    }
+    if (leftBlank > 0) {
+        text += ", " + grouped(leftBlank) + " left with a blank page only";
     }
     if (skipped > 0) {
         text += ", " + grouped(skipped) + " left out";
@@ -89,6 +93,7 @@ std::string RunSummary::json(const RunEnd& end) const
         figures.add(status, static_cast<std::uint64_t>(count));
     }
     figures.add("in_part", static_cast<std::uint64_t>(inPart))
+        .add("left_blank", static_cast<std::uint64_t>(leftBlank))
         .add("with_warnings", static_cast<std::uint64_t>(withWarnings))
         .add("reasons", failures)
         .add("pages_removed", pagesRemoved)

@@ -31,8 +31,8 @@ public:
     /// How many failed for other reasons than these.
     std::size_t failedBut(const std::vector<Reason>& accepted) const;
 
-    /// How many of `total` documents are done, in part, with warnings, left out, and failed, by
-    /// reason; says so where all of these are accepted.
+    /// How many of `total` documents are done, in part, left blank, left out, with warnings, and
+    /// failed, by reason; says so where all of these are accepted.
     std::string documentsText(std::size_t total, const std::vector<Reason>& accepted = {}) const;
 
     /// How many documents there are of each status of a report, all of these named.
@@ -53,7 +53,8 @@ private:
     std::size_t done = 0;    ///< or planned, in a dry run
     std::size_t planned = 0; ///< of those done
     std::size_t failed_ = 0;
-    std::size_t inPart = 0; ///< of those done
+    std::size_t inPart = 0;    ///< of those done
+    std::size_t leftBlank = 0; ///< of those done
     std::size_t skipped = 0;
     std::size_t withWarnings = 0;
     std::map<Reason, std::size_t> reasons;

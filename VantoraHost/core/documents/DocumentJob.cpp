@@ -161,6 +161,7 @@ Outcome DocumentJob::judge(DocumentReport& report, PageForecast forecast)
         report.output.clear();
         return {};
     }
+    report.leftBlank = !forecast.emptied.empty();
     for (const std::string& emptied : forecast.emptied) {
         report.warnings.push_back(emptied + "; one blank page is left");
     }

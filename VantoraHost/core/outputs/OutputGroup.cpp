@@ -59,7 +59,7 @@ Outcome placeOne(DocumentReport& report, WrittenOutput& output)
 void turnIntoFailure(DocumentReport& report, Error error)
 {
     report.status = DocumentStatus::Failed;
-    report.inPart = false;
+    report.inPart = report.leftBlank = false;
     error.file = report.input;
     report.error = std::move(error);
     report.output.clear();

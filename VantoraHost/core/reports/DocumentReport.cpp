@@ -92,6 +92,7 @@ std::string toJson(const DocumentReport& report)
         .add("output_modified", textOrNone(report.outputModified))
         .add("output_modified_at", textOrNone(modifiedAt))
         .add("in_part", report.inPart)
+        .add("left_blank", report.leftBlank)
         .add("status", statusName(report.status))
         .add("warnings", withRepairs(report.warnings, report.repairs));
     std::vector<JsonObject> errors;
@@ -119,6 +120,7 @@ std::optional<DocumentReport> reportOf(const QJsonObject& json)
     }
     report.status = *status;
     report.inPart = json["in_part"].toBool();
+    report.leftBlank = json["left_blank"].toBool();
     report.pagesBefore = pageCount(json["pages_before"]);
     report.pagesAfter = pageCount(json["pages_after"]);
     if (json["pages_removed"].isArray()) {

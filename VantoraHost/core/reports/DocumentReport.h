@@ -24,7 +24,8 @@ struct DocumentReport {
     std::string output;                ///< "-" for standard output
     std::optional<bool> outputExisted; ///< whether something had the output's name before
     DocumentStatus status = DocumentStatus::Failed;
-    bool inPart = false; ///< not all that was asked for could be done; the warnings say what
+    bool inPart = false;    ///< not all that was asked for could be done; the warnings say what
+    bool leftBlank = false; ///< every page went, and one blank page is left
     std::optional<int> pagesBefore;
     std::optional<int> pagesAfter;
     std::optional<std::vector<int>> pagesRemoved; ///< page numbers of the input, ascending

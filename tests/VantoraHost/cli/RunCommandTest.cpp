@@ -183,16 +183,19 @@ TEST_F(Run, PrintsJsonPerDocumentAndDoesTheOthersWhenOneFails)
         ",\"bytes_after\":" + std::to_string(fs::file_size("out/in.pdf"));
     EXPECT_THAT(
         terminal::lines(answer.out),
-        ElementsAre(AllOf(StartsWith(figures), HasSubstr(R"("status":"done","warnings":["the r)"),
-                          HasSubstr(R"("errors":[],"seconds":)"), Not(EndsWith(":0}"))),
-                    HasSubstr(R"("status":"failed","warnings":[],"errors":[{"reason":"not-pdf")"),
-                    AllOf(HasSubstr(R"("output":null)"), HasSubstr(R"("reason":"input-missing")")),
-                    HasSubstr(R"("pages_removed":[2])"),
-                    AllOf(StartsWith(R"({"schema":1,"summary":{"version":)"),
-                          HasSubstr(R"("documents":4,"done":2,"planned":0,"skipped":0,"failed":2,)"
-                                    R"("in_part":2,"with_warnings":2,"reasons":{"input-missing":1,)"
-                                    R"("not-pdf":1},"pages_removed":4,)"),
-                          HasSubstr(R"("interrupted":false,"ended_at":"2)"))));
+        ElementsAre(
+            AllOf(StartsWith(figures), HasSubstr(R"("status":"done","warnings":["the r)"),
+                  HasSubstr(R"("errors":[],"seconds":)"), Not(EndsWith(":0}"))),
+            HasSubstr(R"("status":"failed","warnings":[],"errors":[{"reason":"not-pdf")"),
+            AllOf(HasSubstr(R"("output":null)"), HasSubstr(R"("reason":"input-missing")")),
+            HasSubstr(R"("pages_removed":[2])"),
+            AllOf(
+                StartsWith(R"({"schema":1,"summary":{"version":)"),
+                HasSubstr(
+                    R"("documents":4,"done":2,"planned":0,"skipped":0,"failed":2,)"
+                    R"("in_part":2,"left_blank":0,"with_warnings":2,"reasons":{"input-missing":1,)"
+                    R"("not-pdf":1},"pages_removed":4,)"),
+                HasSubstr(R"("interrupted":false,"ended_at":"2)"))));
     EXPECT_THAT(
         terminal::lines(answer.err),
         ElementsAre(HasSubstr("warning: in.pdf: "), HasSubstr("error: bad.pdf: "),
@@ -242,7 +245,7 @@ TEST_F(Run, InADryRunTellsTheSameAsTheRealOne)
     EXPECT_EQ(before[1]["warnings"].toArray().size(), 2);
     EXPECT_THAT(
         terminal::run("run -n -p 1 in.pdf -d out --overwrite").out,
-        StartsWith("in.pdf -> out/in.pdf (is there, and replaced): 1 of 10 pages would go"));
+        StartsWith("in.pdf -> out/in.pdf (exists, would be replaced): 1 of 10 pages would go"));
 }
 
 TEST_F(Run, DoesWhatIsAskedForWithDocumentsThatWouldBeEmptyOrDoneInPart)
@@ -270,7 +273,11 @@ TEST_F(Run, DoesWhatIsAskedForWithDocumentsThatWouldBeEmptyOrDoneInPart)
         {"fail foreseen", "-p 1 one.pdf -n --if-empty fail", 1, "so none would be left; ", {}},
         {"strict and empty", "-p 1 one.pdf -o out.pdf --strict", 1, "so none would be left; ", {}},
         {"in place", "-p 1 one.pdf -i", 1, "so none would be left; --if-empty blank leaves", {}},
-        {"in part", "-p 1,12 in.pdf one.pdf -n -j 0", 0, "2 of 2 documents done, 2 in part", {}},
+        {"in part",
+         "-p 1,12 in.pdf one.pdf -n -j 0",
+         0,
+         "2 of 2 documents done, 2 in part, 1 left with a blank page only, 2 with warnings",
+         {}},
         {"strict",
          "-p 9-12 in.pdf -o out.pdf --strict",
          1,

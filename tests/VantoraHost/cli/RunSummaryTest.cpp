@@ -18,7 +18,7 @@ TEST(RunSummary, CountsByWhatBecameOfDocuments)
     report.bytesAfter = 1000;
     report.pagesRemoved = {2, 3};
     summary.add(report);
-    report.inPart = true;
+    report.inPart = report.leftBlank = true;
     report.warnings = {"one"};
     report.repairs = {"two"};
     summary.add(report);
@@ -31,7 +31,8 @@ TEST(RunSummary, CountsByWhatBecameOfDocuments)
         failed.bytesBefore = 999999;
         summary.add(failed);
     }
-    EXPECT_EQ(summary.documentsText(1200), "2 of 1,200 documents done, 1 in part, 1 left out, "
+    EXPECT_EQ(summary.documentsText(1200), "2 of 1,200 documents done, 1 in part, "
+                                           "1 left with a blank page only, 1 left out, "
                                            "1 with warnings, 3 failed "
                                            "(1 not-pdf, 2 timed-out)");
     EXPECT_EQ(summary.workText(2),

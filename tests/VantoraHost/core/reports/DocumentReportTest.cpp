@@ -33,7 +33,7 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
         R"("pages_before":5,"pages_after":3,)"
         R"("pages_removed":[2,4],"bytes_before":5000000000,"bytes_after":12,)"
         R"("output_modified":"1","output_modified_at":"1970-01-01T00:00:00.000000001Z",)"
-        R"("in_part":true,"status":"done","warnings":["one","repaired: two"],"errors":[],"seconds":0.25})");
+        R"("in_part":true,"left_blank":false,"status":"done","warnings":["one","repaired: two"],"errors":[],"seconds":0.25})");
 }
 
 TEST(Report, OfAFailedDocumentSaysNullForWhatIsNotKnown)
@@ -45,7 +45,7 @@ TEST(Report, OfAFailedDocumentSaysNullForWhatIsNotKnown)
         toJson(report),
         R"({"schema":1,"input":"a.pdf","output":null,"output_existed":null,"pages_before":null,)"
         R"("pages_after":null,"pages_removed":null,"bytes_before":null,)"
-        R"("bytes_after":null,"output_modified":null,"output_modified_at":null,"in_part":false,"status":"failed",)"
+        R"("bytes_after":null,"output_modified":null,"output_modified_at":null,"in_part":false,"left_blank":false,"status":"failed",)"
         R"("warnings":[],)"
         R"("errors":[{"reason":"password-wrong","text":"no"}],"seconds":0})");
 }

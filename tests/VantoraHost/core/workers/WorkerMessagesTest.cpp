@@ -117,6 +117,7 @@ TEST(WorkerAnswers, HoldWholeReports)
     report.bytesBefore = 5'000'000'000;
     report.bytesAfter = 4'000'000'000;
     report.outputModified = "1700000000123456789";
+    report.outputExisted = report.inPart = report.leftBlank = true;
     report.warnings = {"ouch"};
     report.repairs = {"the table"};
     const auto got = answerOf(answerMessage(WorkerReport{12, report}));
