@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VantoraApp/binding/Shared.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QList>
@@ -12,7 +14,7 @@ class QIcon;
 /// The favourites of one action: each is a file in the favourites folder with a copy of the
 /// action's options and an icon. The favourites are listed when the object is built; one that is
 /// saved later is seen by objects built later.
-class CActionHistoryAPI {
+class VANTORA_SHARED CActionHistoryAPI {
 public:
     /// `prefix` is what the names of the action's favourites begin with.
     explicit CActionHistoryAPI(QString prefix);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VantoraApp/binding/Shared.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QList>
 #include <QtCore/QMap>
@@ -17,7 +19,7 @@ class QTextEdit;
 
 /// Operations that all actions share. All are static and keep no state; each section has a source
 /// file of its own.
-class CActionUtils {
+class VANTORA_SHARED CActionUtils {
 public:
     // Page ranges: texts such as 1,4-6,9-15,21. Pages are counted from 1. (PageRanges.cpp)
 
@@ -205,4 +207,4 @@ public:
 };
 
 /// The keywords of the commands for splitting, in the order of their indices.
-extern const QList<QString> gCommandsList;
+extern VANTORA_SHARED const QList<QString> gCommandsList;

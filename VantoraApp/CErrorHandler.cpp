@@ -1,5 +1,20 @@
 #include "VantoraApp/CErrorHandler.h"
 
+#include <cstddef>
+#include <type_traits>
+
+/// The host makes these objects and actions of other builds store messages in them.
+class CErrorHandler::Layout {
+    static_assert(std::has_virtual_destructor_v<CErrorHandler>);
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof" // which GCC knows for such classes, too
+    static_assert(offsetof(CErrorHandler, mErrorList) == sizeof(void*));
+    static_assert(offsetof(CErrorHandler, mExtraErrorList) == 2 * sizeof(void*));
+#pragma GCC diagnostic pop
+    static_assert(sizeof(CErrorHandler) == 3 * sizeof(void*));
+    static_assert(sizeof(QList<QString>) == sizeof(void*));
+};
+
 namespace {
 
 QString UnknownError()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VantoraApp/binding/Shared.h"
+
 #include <QtCore/QList>
 #include <QtCore/QString>
 
@@ -7,7 +9,7 @@
 
 /// The messages of a run for the user, in the order in which they were stored. Created by the
 /// host and handed to the actions; takes no lock, so one thread at a time.
-class CErrorHandler {
+class VANTORA_SHARED CErrorHandler {
 public:
     CErrorHandler() = default;
     virtual ~CErrorHandler();
@@ -42,6 +44,8 @@ public:
     void WriteToLog(const char* text, bool flag);
 
 private:
+    class Layout;
+
     QList<QString> mErrorList;
     QList<QString>* mExtraErrorList = nullptr;
 };

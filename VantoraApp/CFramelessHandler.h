@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraApp/CCursorPosCalculator.h"
+#include "VantoraApp/binding/Shared.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QPoint>
@@ -12,7 +13,7 @@ class QWindowStateChangeEvent;
 
 /// Lets the user move and resize a window without a system frame: it is dragged by a bar along its
 /// top and pulled by its edges and corners. Only watches the window's events and consumes none.
-class CFramelessHandler : public QObject {
+class VANTORA_SHARED CFramelessHandler : public QObject {
     Q_OBJECT
 
 public:

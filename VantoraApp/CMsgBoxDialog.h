@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VantoraApp/binding/Shared.h"
+
 #include "ui_vantoraMsgBoxDlg.h"
 
 #include <QtWidgets/QDialog>
@@ -8,7 +10,7 @@
 /// until a button is pressed and returns its index: 0, 1 or 2; leaving the box otherwise, by
 /// Escape for example, counts as the first button. An empty text leaves the second or third
 /// button out. The title "MessageBox Title" stands for the title that the box has anyway.
-class CMsgBoxDialog : public QDialog {
+class VANTORA_SHARED CMsgBoxDialog : public QDialog {
     Q_OBJECT
 
 public:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraApp/CVantoraDialog.h"
+#include "VantoraApp/binding/Shared.h"
 
 #include "ui_saveAsActionlistDialog.h"
 
@@ -8,7 +9,7 @@
 #include <QtCore/QVariant>
 
 /// "Add To Action": stores an action's options as a step of an action list.
-class CSaveAsActionlistDialog : public CVantoraDialog {
+class VANTORA_SHARED CSaveAsActionlistDialog : public CVantoraDialog {
     Q_OBJECT
 
 public:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraApp/CVantoraDialog.h"
+#include "VantoraApp/binding/Shared.h"
 
 #include "ui_saveAsCollectionDialog.h"
 
@@ -10,7 +11,7 @@
 /// "Add To Favorites": stores an action's options as a favourite with an icon, or in a
 /// tool-settings file anywhere. Favourites are those of the parent, an options dialog, by its
 /// object name. The caller sets the icon of "icon_toolButton".
-class CSaveAsCollectionDialog : public CVantoraDialog {
+class VANTORA_SHARED CSaveAsCollectionDialog : public CVantoraDialog {
     Q_OBJECT
 
 public:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VantoraApp/binding/Shared.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QPointF>
 #include <QtCore/QString>
@@ -7,7 +9,7 @@
 
 /// Operations on the application's surroundings that all actions share. All are static; each
 /// section has a source file of its own.
-class CUtils {
+class VANTORA_SHARED CUtils {
 public:
     // The folder tree, below the user's generic data folder and documents folder. The operations
     // only name folders, which need not exist; some of the names have a doubled separator, which

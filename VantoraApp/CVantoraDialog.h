@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraApp/CFramelessHandler.h"
+#include "VantoraApp/binding/Shared.h"
 
 #include <QtWidgets/QDialog>
 
@@ -17,7 +18,7 @@ class QVBoxLayout;
 ///
 /// A subclass sets up its form on the dialog, copies its window title into the title label, and
 /// calls VDaddMainWidget and then the operations for the buttons that it wants.
-class CVantoraDialog : public QDialog {
+class VANTORA_SHARED CVantoraDialog : public QDialog {
     Q_OBJECT
 
 public:

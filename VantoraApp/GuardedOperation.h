@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraApp/ErrorLog.h"
+#include "VantoraApp/binding/Shared.h"
 
 #include <cstddef>
 #include <utility>
@@ -15,7 +16,8 @@ struct GuardedSite {
 
 /// Writes the report of an exception at the site into the buffer, cut to its size and always
 /// terminated (for a size above 0). Returns the number of characters written.
-std::size_t FormatExceptionReport(const GuardedSite& site, char* buffer, std::size_t size);
+VANTORA_SHARED std::size_t FormatExceptionReport(const GuardedSite& site, char* buffer,
+                                                 std::size_t size);
 
 /// The exception boundary: runs the body, and when it throws anything at all, hands the report to
 /// the log and gives the result of the failure path instead. Nothing the body throws gets out.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VantoraApp/binding/Shared.h"
+
 #include <QtCore/QMap>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
@@ -10,7 +12,7 @@
 
 /// A file in the INI format of QSettings, read without trusting it: it may come from anybody.
 /// The whole file is read at once and closed; nothing is locked, created or cached.
-class SettingsFile {
+class VANTORA_SHARED SettingsFile {
 public:
     /// The largest file that is read, in bytes.
     static constexpr qint64 maximumSize = 4 * 1024 * 1024;
@@ -35,8 +37,8 @@ private:
 
 /// Writes a file that holds these values and nothing else, outside any group. The file is there
 /// whole or, when false is returned, as it was before. Missing folders are created.
-bool WriteSettingsFile(const QString& path, const QVariantMap& values);
+VANTORA_SHARED bool WriteSettingsFile(const QString& path, const QVariantMap& values);
 
 /// The same, with all else that an existing file holds kept as it is. A file that is there but
 /// can't be read is left alone.
-bool UpdateSettingsFile(const QString& path, const QVariantMap& values);
+VANTORA_SHARED bool UpdateSettingsFile(const QString& path, const QVariantMap& values);

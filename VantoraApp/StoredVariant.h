@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VantoraApp/binding/Shared.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QVariant>
 
@@ -10,4 +12,4 @@
 /// or deeper than the bytes can account for. QVariant's own operator creates objects of whatever
 /// type the bytes name and allocates as much as they ask for, which bytes of unknown origin must
 /// not decide. Returns nothing for any other value and for damaged ones.
-std::optional<QVariant> DecodeStoredVariant(const QByteArray& bytes);
+VANTORA_SHARED std::optional<QVariant> DecodeStoredVariant(const QByteArray& bytes);

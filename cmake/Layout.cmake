@@ -2,6 +2,7 @@
 # the PDF library by the same relative paths in both:
 #
 #   bin/vantora
+#   lib/vantora/libVantoraApp.so
 #   lib/vantora/vantora_gui.so
 #   lib/vantora/KarvelPDFLibraryCPDylib1311.dylib
 #   lib/vantora/actions/libDeletePages.so

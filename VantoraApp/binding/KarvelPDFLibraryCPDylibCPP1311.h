@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VantoraApp/binding/Shared.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -17,9 +19,9 @@ enum class Function : int;
 /// The binding owns the loaded library and the instance, and releases both at its end. Strings are
 /// returned as copies. It is used by one thread at a time and handed on by pointer.
 ///
-/// The host and every plug-in are built with this class on their own and share objects of it, so
-/// that the order of its fields is part of the interface between them.
-class KarvelPDFLibraryCPDylibCPP1311 {
+/// Host and plug-ins hand objects of it to each other, whatever their builds, so that the order of
+/// its fields is part of the interface between them.
+class VANTORA_SHARED KarvelPDFLibraryCPDylibCPP1311 {
 public:
     /// Loads the library at `libraryPath`, finds all its functions and creates an instance. Only
     /// the low 8 bits of each character of the path are used; a bare file name is left to the

@@ -1,14 +1,28 @@
 #include "VantoraApp/CActionHistoryAPI.h"
 #include "VantoraApp/CActionUtils.h"
+#include "VantoraApp/ErrorLog.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QSettings>
 #include <QtGui/QIcon>
+#include <QtGui/QIconEngine>
 #include <QtGui/QImage>
 
 #include <gtest/gtest.h>
 #include <memory>
+
+namespace {
+
+std::vector<std::string> reports;
+
+} // namespace
+
+// Stands in for the log's sink, which writes nothing.
+void StoreErrorToLog(const char* report)
+{
+    reports.push_back(report);
+}
 
 namespace {
 
@@ -53,6 +67,25 @@ protected:
     const QDateTime start = QDateTime::currentDateTime();
     ScratchHome home;
 };
+
+/// An icon that can't be drawn.
+class ThrowingIcon : public QIconEngine {
+public:
+    void paint(QPainter*, const QRect&, QIcon::Mode, QIcon::State) override { throw 5; }
+    QPixmap pixmap(const QSize&, QIcon::Mode, QIcon::State) override { throw 5; }
+    QIconEngine* clone() const override { return new ThrowingIcon; }
+};
+
+TEST_F(CActionHistoryAPITest, ReportsAnExceptionToTheLogWithItsPlace)
+{
+    EXPECT_EQ(save({{"CollectionName", "a"}}, QIcon(new ThrowingIcon)), 1);
+    EXPECT_EQ(reports, std::vector<std::string>{"==============================\n"
+                                                "Exception handled: system\n"
+                                                "File: VantoraApp/CActionHistoryAPI\n"
+                                                "Function: SaveSettingsToHistory\n"
+                                                "Line: 53\n"});
+    EXPECT_EQ(files(), QStringList());
+}
 
 TEST_F(CActionHistoryAPITest, WritesAFavouriteWithItsOptionsAndItsIcon)
 {

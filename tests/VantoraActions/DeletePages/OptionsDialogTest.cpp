@@ -1,4 +1,5 @@
 #include "VantoraApp/ActionInterface.h"
+#include "VantoraApp/CMsgBoxDialog.h"
 #include "VantoraApp/CUtils.h"
 #include "tests/support/ModalDialogs.h"
 #include "tests/support/ScratchHome.h"
@@ -128,6 +129,22 @@ TEST_F(OptionsDialog, StaysOpenWithAMessageForWhatIsNoRange)
     EXPECT_EQ(prefs, accepted("7"));
 }
 
+TEST_F(OptionsDialog, ShowsItsMessagesOverTheWindowThatTheHostNames)
+{
+    QWidget hostWindow;
+    for (QWidget* window : {&hostWindow, static_cast<QWidget*>(nullptr)}) {
+        CMsgBoxDialog::mGlobalParent = window;
+        open([this, window] {
+            OnModal<QDialog> box("vantoraMsgBoxDlg", [window](QDialog& shown) {
+                EXPECT_EQ(shown.parentWidget(), window);
+                shown.reject();
+            });
+            press("okButton");
+            press("cancelButton");
+        });
+    }
+}
+
 TEST_F(OptionsDialog, LeavesTheOptionsAloneWhenItIsNotAccepted)
 {
     const PreferencesMap before{{"byPageRangeTextEdit", "1"}, {"other", 2}};
@@ -177,6 +194,32 @@ TEST_F(OptionsDialog, HidesTheActionListButtonWhenTheHostAsksForIt)
             press("cancelButton");
         });
     }
+}
+
+struct IconRow {
+    QIcon::Mode mode;
+    const char* file;
+};
+
+TEST_F(OptionsDialog, HasTheIconOfTheActionInEachMode)
+{
+    const IconRow rows[] = {
+        {QIcon::Normal, "Action_DeletePages.png"},
+        {QIcon::Selected, "Action_DeletePages_Selected.png"},
+        {QIcon::Active, "Action_DeletePages_Selected.png"},
+        {QIcon::Disabled, "Action_DeletePages_Disabled.png"},
+    };
+    open([&] {
+        for (const IconRow& row : rows) {
+            const QPixmap file(QString(":/Vantora/Resources/Tools/") + row.file);
+            ASSERT_FALSE(file.isNull()) << row.file;
+            const QIcon icon = dialog->windowIcon();
+            EXPECT_EQ(icon.availableSizes(row.mode, QIcon::Off).value(0), file.size()) << row.file;
+            EXPECT_EQ(icon.pixmap(file.size(), row.mode, QIcon::Off).toImage(), file.toImage())
+                << row.file;
+        }
+        press("cancelButton");
+    });
 }
 
 TEST_F(OptionsDialog, AddsTheTypedOptionsToAnActionListAndStaysOpen)

@@ -111,12 +111,13 @@ TEST_F(DeletePagesPlugin, HasNothingToDoBeforeAndAfterARun)
     }
 }
 
-TEST(DeletePagesModule, ExportsOnlyTheEntryPointsOfAPlugin)
+/// The names of what a module defines, by the options of nm.
+QStringList definedIn(const char* module, const QStringList& options)
 {
     QProcess nm;
-    nm.start(NM, {"--dynamic", "--defined-only", "--format=posix", DELETE_PAGES_PLUGIN});
-    ASSERT_TRUE(nm.waitForFinished(-1));
-    ASSERT_EQ(nm.exitCode(), 0) << nm.readAllStandardError().toStdString();
+    nm.start(NM, options + QStringList{"--defined-only", "--format=posix", module});
+    EXPECT_TRUE(nm.waitForFinished(-1));
+    EXPECT_EQ(nm.exitCode(), 0) << nm.readAllStandardError().toStdString();
 
     QStringList names;
     for (const QByteArray& line : nm.readAllStandardOutput().split('\n')) {
@@ -124,8 +125,29 @@ TEST(DeletePagesModule, ExportsOnlyTheEntryPointsOfAPlugin)
             names.append(QString::fromLatin1(line.left(line.indexOf(' '))));
     }
     names.sort();
+    return names;
+}
+
+TEST(DeletePagesModule, ExportsOnlyTheEntryPointsOfAPlugin)
+{
+    const QStringList names = definedIn(DELETE_PAGES_PLUGIN, {"--dynamic"});
     EXPECT_EQ(names, (QStringList{"qt_plugin_instance", "qt_plugin_query_metadata"}))
         << names.join(' ').toStdString();
+}
+
+TEST(DeletePagesModule, HasNoCopyOfWhatIsSetForTheWholeProcess)
+{
+    const QStringList shared{
+        "_ZN13CMsgBoxDialog13mGlobalParentE",       "_ZN6CUtils16mApplicationNameE",
+        "_ZN6CUtils27mInstalationTypeCurrentUserE", "_ZN12CActionUtils12mNavBarLabelE",
+        "_ZN12CActionUtils10mInfoLabelE",           "gCommandsList"};
+    const QStringList exported = definedIn(SHARED_CODE, {"--dynamic"});
+    const QStringList own = definedIn(DELETE_PAGES_PLUGIN, {});
+    EXPECT_TRUE(own.contains("qt_plugin_instance")) << "the plug-in was built with its symbols";
+    for (const QString& name : shared) {
+        EXPECT_TRUE(exported.contains(name)) << name.toStdString();
+        EXPECT_FALSE(own.contains(name)) << name.toStdString();
+    }
 }
 
 } // namespace

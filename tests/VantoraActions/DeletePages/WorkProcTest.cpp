@@ -1,5 +1,6 @@
 #include "VantoraApp/ActionInterface.h"
 #include "VantoraApp/CErrorHandler.h"
+#include "VantoraApp/ErrorLog.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "tests/VantoraApp/binding/Recording.h"
 
@@ -7,6 +8,18 @@
 #include <QtCore/QPluginLoader>
 
 #include <gmock/gmock.h>
+
+namespace {
+
+std::vector<std::string> reports;
+
+} // namespace
+
+// Stands in for the log's sink of the shared library, also for the plug-in.
+void StoreErrorToLog(const char* report)
+{
+    reports.push_back(report);
+}
 
 namespace {
 
@@ -120,6 +133,11 @@ TEST_F(WorkProc, TurnsAnExceptionOfTheLibraryIntoItsMessage)
     EXPECT_EQ(calls, (Calls{count, unshare, count, deletion(4, 1)}));
     EXPECT_EQ(errors.GetCount(), 2);
     EXPECT_EQ(errors.GetLast(), "Delete pages error");
+    EXPECT_EQ(reports, std::vector<std::string>{"==============================\n"
+                                                "Exception handled: system\n"
+                                                "File: VantoraActions/DeletePages/deletepages\n"
+                                                "Function: WorkProc\n"
+                                                "Line: 135\n"});
 }
 
 TEST_F(WorkProc, DoesNothingOnABindingWithoutALibrary)
