@@ -1,6 +1,6 @@
 #include "KarvelPDFLibrary/attachments/Attachments.h"
 
-#include "KarvelPDFLibrary/document/NameTree.h"
+#include "KarvelPDFLibrary/objects/NameTree.h"
 
 namespace karvel::attachments {
 

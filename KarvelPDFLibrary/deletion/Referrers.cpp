@@ -1,6 +1,6 @@
 #include "KarvelPDFLibrary/deletion/Referrers.h"
 
-#include "KarvelPDFLibrary/document/References.h"
+#include "KarvelPDFLibrary/objects/References.h"
 
 #include <algorithm>
 #include <functional>

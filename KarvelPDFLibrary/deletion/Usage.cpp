@@ -1,6 +1,6 @@
 #include "KarvelPDFLibrary/deletion/Usage.h"
 
-#include "KarvelPDFLibrary/document/References.h"
+#include "KarvelPDFLibrary/objects/References.h"
 
 namespace karvel::deletion {
 

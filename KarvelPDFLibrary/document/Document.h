@@ -1,13 +1,13 @@
 #pragma once
 
 #include "KarvelPDFLibrary/base/Error.h"
-#include "KarvelPDFLibrary/document/Changes.h"
 #include "KarvelPDFLibrary/document/Encryption.h"
-#include "KarvelPDFLibrary/document/Warnings.h"
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/io/ByteSource.h"
-#include "KarvelPDFLibrary/pages/PageOrder.h"
-#include "KarvelPDFLibrary/pages/PageTree.h"
+#include "KarvelPDFLibrary/objects/Changes.h"
+#include "KarvelPDFLibrary/objects/Warnings.h"
+#include "KarvelPDFLibrary/page_tree/PageOrder.h"
+#include "KarvelPDFLibrary/page_tree/PageTree.h"
 
 #include <cstdint>
 #include <memory>
@@ -25,6 +25,52 @@ struct LoadOptions {
     /// Whether a damaged cross-reference table may be rebuilt.
     bool reconstruct = true;
 };
+
+// What a document's pages and objects are, and which view of them is the truth when.
+//
+// Pages. Which pages there are, in which order, says PageOrder alone, from load() to the last save.
+// The other views follow it:
+//
+//   the tree in the file      nodes and /Parent entries, as objects. Right after load(), unless
+//                             treeIsStale_; stale from the first removal, insertion or reordering
+//                             on, until cutAndWriteTree().
+//   nodes_                    the tree as it was read, to be pruned instead of written anew. Empty
+//                             as soon as pages were inserted or reordered, or when the tree does
+//                             not say what the order says: then a balanced tree is written.
+//   inherited_, and an        what a page gets from above. Valid for entries of the order until a
+//   entry's `inherited`       tree is written that moved the values into the pages (then set 0).
+//   removed_                  pages taken out of the order whose objects are still there, since the
+//                             modules of deletion/ have to look at them. Empty after
+//                             cutAndWriteTree(), which takes the objects out and notes their
+//                             numbers in cutPages_.
+//   copies_                   pages that the tree listed twice: the second use has a number of its
+//                             own, and takes over the first one's when that is removed
+//                             (handOverToCopies(), before anything looks at references).
+//
+// Who may change them: removePages(), insertPages() and reorderPages() change the order;
+// cutAndWriteTree() brings the tree after it. Nobody else writes /Kids, /Count or /Parent of pages
+// and nodes. deletion::synchronize() is the one caller that puts right first what refers to removed
+// pages; between a removal and its call file() shows a document that no reader should see.
+//
+// Objects. One object may exist as text in the file, as a new text, and as libqpdf's object:
+//
+//   unchanged                 index() has its place and references, its bytes in the source count.
+//                             libqpdf's object may or may not have been built; it says the same.
+//   changed by text           Changes::text() is the truth. libqpdf's object is the old one until
+//                             Changes builds it: read such an object through Changes::present().
+//   changed, added            libqpdf's object is the truth; the index, if it knows the number,
+//                             speaks of a former value.
+//   removed                   gone for every reader; libqpdf still has it until Changes::settle().
+//
+// Changes::objects() names every object of the last three states. An object that was changed behind
+// its back would be saved as it was, so nobody calls replaceKey() and the like on an object that
+// did not come from Changes::edit() or add().
+//
+// Rejected: libqpdf's own list of pages (removing one renumbers all that follow, so removing half
+// of n pages costs n * n / 4 steps); one handle a page (each page is built, which costs more than
+// all else for pages that stay); writing the tree anew in every case (touches every page, so that
+// none could be copied byte for byte); putting references right at each removal (as many passes
+// over the document as there are runs).
 
 /// One open document: its objects (through libqpdf), the order of its pages, and the record of what
 /// was changed. Operations on documents are functions of the modules beside this folder.

@@ -1,7 +1,7 @@
 #include "KarvelPDFLibrary/page_boxes/PageBoxes.h"
 
+#include "KarvelPDFLibrary/document/PageArguments.h"
 #include "KarvelPDFLibrary/exports/Arguments.h"
-#include "KarvelPDFLibrary/pages/PageArguments.h"
 #include "exports.h"
 
 using namespace karvel;
@@ -33,7 +33,7 @@ Result<double> boxEdge(Document& document, int page, int box, int dimension)
     if (!which || !edge) {
         return tl::unexpected<Error>(which ? edge.error() : which.error());
     }
-    return pages::hasPage(document, page).map([&] {
+    return hasPage(document, page).map([&] {
         return page_boxes::box(document, page, *which).edge(*edge);
     });
 }
@@ -62,7 +62,7 @@ int KPLFindPageFormat(int instance, int page)
 {
     return boundary::integer(instance, [&](Instance& self) {
         return onDocument(self, [&](Document& document) {
-            return pages::hasPage(document, page).map([&] {
+            return hasPage(document, page).map([&] {
                 return page_boxes::formatOfSize(page_boxes::shownSize(document, page));
             });
         });
@@ -91,7 +91,7 @@ int KPLHasPageBox(int instance, int page, int box)
     return boundary::integer(instance, [&](Instance& self) {
         return onDocument(self, [&](Document& document) {
             return boxOf(box).and_then([&](page_boxes::Box which) {
-                return pages::hasPage(document, page).map([&] {
+                return hasPage(document, page).map([&] {
                     return static_cast<int>(page_boxes::boxOrigin(document, page, which));
                 });
             });
@@ -124,7 +124,7 @@ int KPLGetPageRotationAt(int instance, int page)
 {
     return boundary::integer(instance, [&](Instance& self) {
         return onDocument(self, [&](Document& document) {
-            return pages::hasPage(document, page).map([&] {
+            return hasPage(document, page).map([&] {
                 return page_boxes::rotation(document, page);
             });
         });
@@ -144,7 +144,7 @@ int KPLGetPageOrientation(int instance, int page)
 {
     return boundary::integer(instance, [&](Instance& self) {
         return onDocument(self, [&](Document& document) {
-            return pages::hasPage(document, page).map([&] {
+            return hasPage(document, page).map([&] {
                 return static_cast<int>(page_boxes::orientation(document, page));
             });
         });

@@ -1,8 +1,8 @@
+#include "KarvelPDFLibrary/document/PageArguments.h"
 #include "KarvelPDFLibrary/exports/Arguments.h"
 #include "KarvelPDFLibrary/page_boxes/PaperFormats.h"
 #include "KarvelPDFLibrary/pages/Arrange.h"
 #include "KarvelPDFLibrary/pages/DeletePages.h"
-#include "KarvelPDFLibrary/pages/PageArguments.h"
 #include "KarvelPDFLibrary/pages/PageList.h"
 #include "KarvelPDFLibrary/pages/TabOrder.h"
 #include "KarvelPDFLibrary/rendering/PageMarks.h"
@@ -69,7 +69,7 @@ int KPLSelectPage(int instance, int page)
 {
     return boundary::integer(instance, [&](Instance& self) {
         return onOpenDocument(self, [&](OpenDocument& open) {
-            Status status = pages::hasPage(*open.document, page);
+            Status status = hasPage(*open.document, page);
             if (status) {
                 open.selectedPage = page;
             }
@@ -236,7 +236,7 @@ int KPLGetPageObject(int instance, int page)
 {
     return boundary::integer(instance, [&](Instance& self) {
         return onDocument(self, [&](Document& document) {
-            return pages::hasPage(document, page).map([&] {
+            return hasPage(document, page).map([&] {
                 return static_cast<int>(document.order().at(page).object);
             });
         });
@@ -255,7 +255,7 @@ int KPLGetTabOrder(int instance, int page)
 {
     return boundary::integer(instance, [&](Instance& self) {
         return onDocument(self, [&](Document& document) {
-            return pages::hasPage(document, page).map([&] {
+            return hasPage(document, page).map([&] {
                 return static_cast<int>(pages::tabOrder(document, page));
             });
         });
@@ -269,7 +269,7 @@ int KPLSetTabOrder(int instance, int page, int order)
             if (order < 0 || order > pages::largestTabOrder) {
                 return fail(ErrorCode::BadArgument, "the tab order must be 0 to 5");
             }
-            return pages::hasPage(document, page).map([&] {
+            return hasPage(document, page).map([&] {
                 pages::setTabOrder(document, page, static_cast<pages::TabOrder>(order));
             });
         });

@@ -1,6 +1,6 @@
+#include "KarvelPDFLibrary/document/PageArguments.h"
 #include "KarvelPDFLibrary/exports/Arguments.h"
 #include "KarvelPDFLibrary/pages/Arrange.h"
-#include "KarvelPDFLibrary/pages/PageArguments.h"
 #include "KarvelPDFLibrary/pages/PageList.h"
 #include "KarvelPDFLibrary/saving/Save.h"
 #include "KarvelPDFLibrary/transfer/Extract.h"
@@ -39,7 +39,7 @@ Result<Source> loadSource(Instance& self, Result<std::shared_ptr<io::ByteSource>
 
 Result<std::vector<int>> run(Document& document, int firstPage, int pageCount)
 {
-    return pages::hasPages(document, {firstPage, pageCount}).map([&] {
+    return hasPages(document, {firstPage, pageCount}).map([&] {
         std::vector<int> list(static_cast<std::size_t>(pageCount));
         std::iota(list.begin(), list.end(), firstPage);
         return list;

@@ -18,7 +18,7 @@ viewer::TextOrder orderOf(TextLayout layout)
 
 } // namespace
 
-Result<std::string> pageText(Document& document, viewing::View& view, int page, TextLayout layout)
+Result<std::string> pageText(Document& document, viewer::View& view, int page, TextLayout layout)
 {
     const auto seen = view.seen(document, page);
     if (!seen) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "KarvelPDFLibrary/document/Document.h"
-#include "KarvelPDFLibrary/viewing/View.h"
+#include "KarvelPDFLibrary/viewer/View.h"
 
 #include <string>
 
@@ -11,6 +11,6 @@ namespace karvel::extraction {
 enum class TextLayout : int { ReadingOrder = 1, Physical = 2, ContentStream = 3 };
 
 /// A page's text in UTF-8, lines separated by line feeds.
-Result<std::string> pageText(Document& document, viewing::View& view, int page, TextLayout layout);
+Result<std::string> pageText(Document& document, viewer::View& view, int page, TextLayout layout);
 
 } // namespace karvel::extraction

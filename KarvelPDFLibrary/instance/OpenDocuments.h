@@ -3,7 +3,7 @@
 #include "KarvelPDFLibrary/document/Document.h"
 #include "KarvelPDFLibrary/transfer/Frozen.h"
 #include "KarvelPDFLibrary/transfer/ImportPages.h"
-#include "KarvelPDFLibrary/viewing/View.h"
+#include "KarvelPDFLibrary/viewer/View.h"
 
 #include <memory>
 #include <string>
@@ -19,7 +19,7 @@ struct OpenDocument {
     int selectedPage = 1;
 
     /// For rendering and reading text.
-    viewing::View view = {};
+    viewer::View view = {};
 
     /// For taking pages from it, and for what it took from others.
     transfer::Frozen frozen = {};

@@ -1,6 +1,6 @@
 #include "KarvelPDFLibrary/page_boxes/PageBoxes.h"
 
-#include "KarvelPDFLibrary/pages/PageArguments.h"
+#include "KarvelPDFLibrary/document/PageArguments.h"
 
 #include <algorithm>
 #include <cmath>
@@ -142,7 +142,7 @@ Status rotatePages(Document& document, PageRun run, int degrees)
     if (degrees % 90 != 0) {
         return fail(ErrorCode::BadArgument, "pages can only be turned by multiples of 90 degrees");
     }
-    if (Status status = pages::hasPages(document, run); !status) {
+    if (Status status = hasPages(document, run); !status) {
         return status;
     }
     const int turn = (degrees % 360 + 360) % 360;

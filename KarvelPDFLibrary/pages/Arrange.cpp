@@ -1,7 +1,7 @@
 #include "KarvelPDFLibrary/pages/Arrange.h"
 
+#include "KarvelPDFLibrary/document/PageArguments.h"
 #include "KarvelPDFLibrary/page_boxes/PageBoxes.h"
-#include "KarvelPDFLibrary/pages/PageArguments.h"
 
 #include <algorithm>
 #include <string>

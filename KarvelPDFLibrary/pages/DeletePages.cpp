@@ -1,6 +1,6 @@
 #include "KarvelPDFLibrary/pages/DeletePages.h"
 
-#include "KarvelPDFLibrary/pages/PageArguments.h"
+#include "KarvelPDFLibrary/document/PageArguments.h"
 
 namespace karvel::pages {
 

@@ -1,6 +1,6 @@
 #include "KarvelPDFLibrary/rendering/PageMarks.h"
 
-#include "KarvelPDFLibrary/pages/PageArguments.h"
+#include "KarvelPDFLibrary/document/PageArguments.h"
 #include "KarvelPDFLibrary/rendering/RenderPage.h"
 
 #include <algorithm>
@@ -22,10 +22,10 @@ double percentage(std::size_t part, std::size_t whole)
 
 } // namespace
 
-Result<double> markedPercentage(Document& document, viewing::View& view, int page)
+Result<double> markedPercentage(Document& document, viewer::View& view, int page)
 {
     return pagePixels(document, view, page, dpi, Colors::Full, longestSide)
-        .map([](const Raster& raster) {
+        .map([](const pictures::Raster& raster) {
             std::size_t marked = 0;
             for (std::size_t i = 0; i < raster.pixels.size(); i += 3) {
                 const unsigned char* pixel = raster.pixels.data() + i;
@@ -35,10 +35,10 @@ Result<double> markedPercentage(Document& document, viewing::View& view, int pag
         });
 }
 
-Result<double> colouredPercentage(Document& document, viewing::View& view, int page)
+Result<double> colouredPercentage(Document& document, viewer::View& view, int page)
 {
     return pagePixels(document, view, page, dpi, Colors::Full, longestSide)
-        .map([](const Raster& raster) {
+        .map([](const pictures::Raster& raster) {
             std::size_t coloured = 0;
             for (std::size_t i = 0; i < raster.pixels.size(); i += 3) {
                 const unsigned char* pixel = raster.pixels.data() + i;
@@ -49,9 +49,9 @@ Result<double> colouredPercentage(Document& document, viewing::View& view, int p
         });
 }
 
-Result<std::vector<int>> blankPages(Document& document, viewing::View& view, PageRun run)
+Result<std::vector<int>> blankPages(Document& document, viewer::View& view, PageRun run)
 {
-    if (Status status = pages::hasPages(document, run); !status) {
+    if (Status status = hasPages(document, run); !status) {
         return tl::unexpected<Error>(status.error());
     }
     std::vector<int> blank;

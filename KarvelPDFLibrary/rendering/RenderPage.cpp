@@ -1,7 +1,7 @@
 #include "KarvelPDFLibrary/rendering/RenderPage.h"
 
+#include "KarvelPDFLibrary/document/PageArguments.h"
 #include "KarvelPDFLibrary/page_boxes/PageBoxes.h"
-#include "KarvelPDFLibrary/pages/PageArguments.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,7 +25,7 @@ struct Scale {
 
 Status fits(const Scale& scale)
 {
-    if (scale.width > largestSide || scale.height > largestSide ||
+    if (scale.width > pictures::largestSide || scale.height > pictures::largestSide ||
         static_cast<double>(scale.width) * scale.height > mostPixels) {
         return fail(ErrorCode::OutOfMemory, "the image would have " + std::to_string(scale.width) +
                                                 " by " + std::to_string(scale.height) + " pixels");
@@ -45,7 +45,7 @@ Result<Scale> scaleAt(Document& document, int page, double dpi)
         return fail(ErrorCode::BadArgument,
                     "the resolution must be greater than 0 and at most 9600");
     }
-    if (Status status = pages::hasPage(document, page); !status) {
+    if (Status status = hasPage(document, page); !status) {
         return tl::unexpected<Error>(status.error());
     }
     const page_boxes::Size size = page_boxes::shownSize(document, page);
@@ -63,8 +63,8 @@ Scale scaleTo(Document& document, int page, int side)
 }
 
 /// Renders onto paper of one colour.
-Result<Raster> render(Document& document, viewing::View& view, int page, const Scale& scale,
-                      viewer::PictureRequest request)
+Result<pictures::Raster> render(Document& document, viewer::View& view, int page,
+                                const Scale& scale, viewer::PictureRequest request)
 {
     if (Status status = fits(scale); !status) {
         return tl::unexpected<Error>(status.error());
@@ -77,7 +77,7 @@ Result<Raster> render(Document& document, viewing::View& view, int page, const S
     request.dpi = scale.dpi * page_boxes::userUnit(document, page);
     request.width = scale.width;
     request.height = scale.height;
-    std::optional<Raster> raster = (*seen)->picture(page, request);
+    std::optional<pictures::Raster> raster = (*seen)->picture(page, request);
     if (!raster) {
         return fail(ErrorCode::LibraryFailed,
                     document.name() + ": page " + std::to_string(page) + " cannot be rendered");
@@ -88,9 +88,9 @@ Result<Raster> render(Document& document, viewing::View& view, int page, const S
 
 /// Grey in black and white by error diffusion (Floyd and Steinberg). poppler's own format of one
 /// bit a pixel stays white.
-Raster inBlackAndWhite(const Raster& grey)
+pictures::Raster inBlackAndWhite(const pictures::Raster& grey)
 {
-    Raster mono{Raster::Kind::Mono, grey.width, grey.height, grey.dpi, {}};
+    pictures::Raster mono{pictures::Raster::Kind::Mono, grey.width, grey.height, grey.dpi, {}};
     mono.pixels.resize(mono.bytesPerRow() * static_cast<std::size_t>(mono.height));
     // What pixels are off by, in sixteenths, with a column more at each side.
     const auto columns = static_cast<std::size_t>(grey.width) + 2;
@@ -117,37 +117,39 @@ Raster inBlackAndWhite(const Raster& grey)
     return mono;
 }
 
-Result<Raster> onWhite(Document& document, viewing::View& view, int page, const Scale& scale,
-                       Colors colors)
+Result<pictures::Raster> onWhite(Document& document, viewer::View& view, int page,
+                                 const Scale& scale, Colors colors)
 {
     viewer::PictureRequest request;
     request.grey = colors != Colors::Full;
     // Smoothed edges would become specks in black and white.
     request.smooth = colors != Colors::BlackAndWhite;
-    return render(document, view, page, scale, request).map([&](Raster raster) {
+    return render(document, view, page, scale, request).map([&](pictures::Raster raster) {
         return colors == Colors::BlackAndWhite ? inBlackAndWhite(raster) : std::move(raster);
     });
 }
 
 /// The paper shows through where a pixel differs between white and black paper. poppler's own
 /// format with alpha has every pixel opaque.
-Result<Raster> onNothing(Document& document, viewing::View& view, int page, const Scale& scale,
-                         Colors colors)
+Result<pictures::Raster> onNothing(Document& document, viewer::View& view, int page,
+                                   const Scale& scale, Colors colors)
 {
     viewer::PictureRequest request;
     request.grey = colors == Colors::Grey;
-    const Result<Raster> white = render(document, view, page, scale, request);
+    const Result<pictures::Raster> white = render(document, view, page, scale, request);
     request.paper = 0xFF000000;
-    const Result<Raster> black = white ? render(document, view, page, scale, request) : white;
+    const Result<pictures::Raster> black =
+        white ? render(document, view, page, scale, request) : white;
     if (!black) {
         return tl::unexpected<Error>(black.error());
     }
     const int channels = white->channels();
-    Raster raster{request.grey ? Raster::Kind::GrayAlpha : Raster::Kind::RgbAlpha,
-                  scale.width,
-                  scale.height,
-                  scale.dpi,
-                  {}};
+    pictures::Raster raster{request.grey ? pictures::Raster::Kind::GrayAlpha
+                                         : pictures::Raster::Kind::RgbAlpha,
+                            scale.width,
+                            scale.height,
+                            scale.dpi,
+                            {}};
     raster.pixels.resize(raster.bytesPerRow() * static_cast<std::size_t>(raster.height));
     for (int y = 0; y < scale.height; ++y) {
         const unsigned char* onWhite = white->row(y);
@@ -171,13 +173,13 @@ Result<Raster> onNothing(Document& document, viewing::View& view, int page, cons
     return raster;
 }
 
-Result<std::string> imageAt(Document& document, viewing::View& view, int page, const Scale& scale,
+Result<std::string> imageAt(Document& document, viewer::View& view, int page, const Scale& scale,
                             const RenderOptions& options)
 {
     try {
         return (options.transparentPaper ? onNothing(document, view, page, scale, options.colors)
                                          : onWhite(document, view, page, scale, options.colors))
-            .and_then([&](const Raster& raster) {
+            .and_then([&](const pictures::Raster& raster) {
                 return viewer::loadedViewer().and_then([&](viewer::Viewer* viewer) {
                     return viewer->imageFile(raster, options.format, options.jpegQuality);
                 });
@@ -203,20 +205,20 @@ Result<RenderOptions> renderOptions(int codes)
         return fail(ErrorCode::BadArgument, "an image cannot be both grey and black and white");
     }
     RenderOptions options;
-    options.format = static_cast<ImageFormat>(format);
+    options.format = static_cast<pictures::ImageFormat>(format);
     options.colors = (codes & grey) != 0            ? Colors::Grey
                      : (codes & blackAndWhite) != 0 ? Colors::BlackAndWhite
                                                     : Colors::Full;
     options.transparentPaper = (codes & transparent) != 0;
     if (options.transparentPaper &&
-        (options.format != ImageFormat::Png || options.colors == Colors::BlackAndWhite)) {
+        (options.format != pictures::ImageFormat::Png || options.colors == Colors::BlackAndWhite)) {
         return fail(ErrorCode::BadArgument,
                     "only PNG in colour or grey can have transparent paper");
     }
     return options;
 }
 
-Result<std::string> pageImage(Document& document, viewing::View& view, int page, double dpi,
+Result<std::string> pageImage(Document& document, viewer::View& view, int page, double dpi,
                               const RenderOptions& options)
 {
     return scaleAt(document, page, dpi).and_then([&](const Scale& scale) {
@@ -224,21 +226,21 @@ Result<std::string> pageImage(Document& document, viewing::View& view, int page,
     });
 }
 
-Result<std::string> thumbnail(Document& document, viewing::View& view, int page, int side,
+Result<std::string> thumbnail(Document& document, viewer::View& view, int page, int side,
                               const RenderOptions& options)
 {
-    if (side < 1 || side > largestSide) {
+    if (side < 1 || side > pictures::largestSide) {
         return fail(ErrorCode::BadArgument, "the longer side must be 1 to 65000 pixels");
     }
-    return pages::hasPage(document, page).and_then([&] {
+    return hasPage(document, page).and_then([&] {
         return imageAt(document, view, page, scaleTo(document, page, side), options);
     });
 }
 
-Result<Raster> pagePixels(Document& document, viewing::View& view, int page, double dpi,
-                          Colors colors, int longestSide)
+Result<pictures::Raster> pagePixels(Document& document, viewer::View& view, int page, double dpi,
+                                    Colors colors, int longestSide)
 {
-    return scaleAt(document, page, dpi).and_then([&](Scale scale) -> Result<Raster> {
+    return scaleAt(document, page, dpi).and_then([&](Scale scale) -> Result<pictures::Raster> {
         if (longestSide > 0 && std::max(scale.width, scale.height) > longestSide) {
             scale = scaleTo(document, page, longestSide);
         }

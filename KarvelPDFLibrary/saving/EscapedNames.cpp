@@ -1,6 +1,6 @@
 #include "KarvelPDFLibrary/saving/EscapedNames.h"
 
-#include "KarvelPDFLibrary/document/References.h"
+#include "KarvelPDFLibrary/objects/References.h"
 
 namespace karvel::saving {
 

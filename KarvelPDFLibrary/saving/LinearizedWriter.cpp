@@ -1,6 +1,6 @@
 #include "KarvelPDFLibrary/saving/LinearizedWriter.h"
 
-#include "KarvelPDFLibrary/pages/PageTree.h"
+#include "KarvelPDFLibrary/page_tree/PageTree.h"
 #include "KarvelPDFLibrary/saving/CrossReferences.h"
 #include "KarvelPDFLibrary/saving/HintTables.h"
 #include "KarvelPDFLibrary/saving/LinearOrder.h"

@@ -1,8 +1,8 @@
 #include "KarvelPDFLibrary/saving/LiveGraph.h"
 
-#include "KarvelPDFLibrary/document/References.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 #include "KarvelPDFLibrary/index/ValueTexts.h"
+#include "KarvelPDFLibrary/objects/References.h"
 
 #include <algorithm>
 

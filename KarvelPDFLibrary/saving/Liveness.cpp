@@ -1,7 +1,7 @@
 #include "KarvelPDFLibrary/saving/Liveness.h"
 
-#include "KarvelPDFLibrary/document/References.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"
+#include "KarvelPDFLibrary/objects/References.h"
 #include "KarvelPDFLibrary/saving/PathTo.h"
 
 #include <algorithm>

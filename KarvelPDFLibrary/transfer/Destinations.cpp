@@ -1,6 +1,6 @@
 #include "KarvelPDFLibrary/transfer/Destinations.h"
 
-#include "KarvelPDFLibrary/document/NameTree.h"
+#include "KarvelPDFLibrary/objects/NameTree.h"
 #include "KarvelPDFLibrary/transfer/Editing.h"
 #include "KarvelPDFLibrary/transfer/ObjectCopier.h"
 

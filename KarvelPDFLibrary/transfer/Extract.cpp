@@ -1,7 +1,7 @@
 #include "KarvelPDFLibrary/transfer/Extract.h"
 
+#include "KarvelPDFLibrary/document/PageArguments.h"
 #include "KarvelPDFLibrary/pages/Arrange.h"
-#include "KarvelPDFLibrary/pages/PageArguments.h"
 #include "KarvelPDFLibrary/transfer/Frozen.h"
 #include "KarvelPDFLibrary/transfer/ImportPages.h"
 
@@ -40,7 +40,7 @@ Result<std::vector<PageEntry>> listed(Document& document, const std::vector<int>
 Result<std::unique_ptr<Document>> extract(Document& document, const std::vector<int>& list)
 {
     for (const int page : list) {
-        if (Status status = pages::hasPage(document, page); !status) {
+        if (Status status = hasPage(document, page); !status) {
             return tl::unexpected<Error>(status.error());
         }
     }

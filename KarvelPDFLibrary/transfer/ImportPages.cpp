@@ -1,7 +1,7 @@
 #include "KarvelPDFLibrary/transfer/ImportPages.h"
 
 #include "KarvelPDFLibrary/deletion/Synchronize.h"
-#include "KarvelPDFLibrary/pages/PageArguments.h"
+#include "KarvelPDFLibrary/document/PageArguments.h"
 #include "KarvelPDFLibrary/saving/Damage.h"
 #include "KarvelPDFLibrary/transfer/PageTransfer.h"
 
@@ -24,7 +24,7 @@ Status canBeTaken(Document& source, const std::vector<int>& list)
         return fail(ErrorCode::OutOfMemory, "the number of pages must be 1 to 1000000");
     }
     for (const int page : list) {
-        if (Status status = pages::hasPage(source, page); !status) {
+        if (Status status = hasPage(source, page); !status) {
             return status;
         }
         QPDFObjectHandle contents = source.page(page).getKey("/Contents");
@@ -88,7 +88,7 @@ SharedCopies& Imports::from(const std::shared_ptr<Document>& source)
 Status importPages(Document& target, Imports& imports, const std::shared_ptr<Document>& source,
                    const std::vector<int>& list, int beforePage, WithOutline outline)
 {
-    if (Status status = pages::hasPlaceBefore(target, beforePage); !status) {
+    if (Status status = hasPlaceBefore(target, beforePage); !status) {
         return status;
     }
     try {
@@ -132,10 +132,10 @@ Status importPages(Document& target, Imports& imports, const std::shared_ptr<Doc
 
 Status copyPages(Document& document, PageRun run, int beforePage)
 {
-    if (Status status = pages::hasPages(document, run); !status) {
+    if (Status status = hasPages(document, run); !status) {
         return status;
     }
-    if (Status status = pages::hasPlaceBefore(document, beforePage); !status) {
+    if (Status status = hasPlaceBefore(document, beforePage); !status) {
         return status;
     }
     if (Status status = finishRemoval(document); !status) {
@@ -175,7 +175,7 @@ Status clearPage(Document& document, int page)
 Status replacePage(Document& target, Imports& imports, int page,
                    const std::shared_ptr<Document>& source, int sourcePage)
 {
-    if (Status status = pages::hasPage(target, page); !status) {
+    if (Status status = hasPage(target, page); !status) {
         return status;
     }
     try {

@@ -45,7 +45,7 @@ public:
         return std::string(utf8.begin(), utf8.end());
     }
 
-    std::optional<rendering::Raster> picture(int page, const PictureRequest& request) override
+    std::optional<pictures::Raster> picture(int page, const PictureRequest& request) override
     {
         const std::unique_ptr<poppler::page> seen(document_->create_page(page - 1));
         if (!seen) {
@@ -66,9 +66,9 @@ public:
     }
 
 private:
-    static rendering::Raster rasterOf(const poppler::image& image, const PictureRequest& request)
+    static pictures::Raster rasterOf(const poppler::image& image, const PictureRequest& request)
     {
-        using rendering::Raster;
+        using pictures::Raster;
         Raster raster{request.grey ? Raster::Kind::Gray : Raster::Kind::Rgb,
                       image.width(),
                       image.height(),
@@ -116,10 +116,10 @@ public:
         return opened(std::move(bytes), document); // moving leaves the bytes where they are
     }
 
-    Result<std::string> imageFile(const rendering::Raster& raster, rendering::ImageFormat format,
+    Result<std::string> imageFile(const pictures::Raster& raster, pictures::ImageFormat format,
                                   int quality) override
     {
-        return rendering::imageFile(raster, format, quality);
+        return pictures::imageFile(raster, format, quality);
     }
 };
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "KarvelPDFLibrary/base/Error.h"
-#include "KarvelPDFLibrary/rendering/ImageFile.h"
-#include "KarvelPDFLibrary/rendering/Raster.h"
+#include "KarvelPDFLibrary/pictures/ImageFile.h"
+#include "KarvelPDFLibrary/pictures/Raster.h"
 
 #include <cstdint>
 #include <memory>
@@ -35,7 +35,7 @@ public:
     virtual std::optional<std::string> text(int page, TextOrder order) = 0;
 
     /// A page's pixels; nothing when the page cannot be rendered.
-    virtual std::optional<rendering::Raster> picture(int page, const PictureRequest& request) = 0;
+    virtual std::optional<pictures::Raster> picture(int page, const PictureRequest& request) = 0;
 };
 
 class Viewer {
@@ -46,9 +46,9 @@ public:
     virtual std::unique_ptr<Viewed> openBytes(std::vector<char> bytes,
                                               const std::string& password) = 0;
 
-    /// rendering::imageFile of the module.
-    virtual Result<std::string> imageFile(const rendering::Raster& raster,
-                                          rendering::ImageFormat format, int quality) = 0;
+    /// pictures::imageFile of the module.
+    virtual Result<std::string> imageFile(const pictures::Raster& raster,
+                                          pictures::ImageFormat format, int quality) = 0;
 
 protected:
     ~Viewer() = default;

@@ -21,7 +21,7 @@ std::unique_ptr<Document> withContent(const std::string& content, const std::str
 
 std::string text(Document& document, TextLayout layout, int page = 1)
 {
-    viewing::View view;
+    viewer::View view;
     const auto result = pageText(document, view, page, layout);
     EXPECT_TRUE(result.has_value()) << (result ? std::string() : result.error().text);
     return result.value_or("");
@@ -77,7 +77,7 @@ TEST(PageText, IsThatOfTheDocumentAsItIsNow)
         const auto source =
             inFile ? io::openFile(scratch.write("a.pdf", pdf)).value() : io::fromMemory(pdf);
         auto document = Document::load(source, {"secret", true}).value();
-        viewing::View view;
+        viewer::View view;
         const auto second = [&] {
             return pageText(*document, view, 2, TextLayout::ReadingOrder).value_or("none");
         };

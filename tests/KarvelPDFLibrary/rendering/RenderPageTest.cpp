@@ -31,7 +31,7 @@ const std::string redHalf = "1 0 0 rg 0 0 50 50 re f";
 support::Image rendered(const std::string& pdf, double dpi, int options)
 {
     auto document = support::opened(pdf);
-    viewing::View view;
+    viewer::View view;
     const auto bytes = renderOptions(options).and_then(
         [&](const RenderOptions& chosen) { return pageImage(*document, view, 1, dpi, chosen); });
     EXPECT_TRUE(bytes.has_value()) << (bytes ? std::string() : bytes.error().text);
@@ -130,7 +130,7 @@ TEST(RenderedSizes, AreThoseOfThePageAsShown)
 TEST(Rendering, OfThumbnailsHasALongerSideOfThatManyPixels)
 {
     auto document = support::opened(page(redHalf));
-    viewing::View view;
+    viewer::View view;
     for (const int side : {1, 7, 64}) {
         const auto bytes = thumbnail(*document, view, 1, side, {});
         const support::Image image = support::decoded(bytes.value_or(""));
@@ -160,7 +160,7 @@ TEST(RefusedRenderings, AreErrors)
     for (const Refusal& row : rows) {
         SCOPED_TRACE(row.name);
         auto document = support::opened(page(redHalf, row.entries));
-        viewing::View view;
+        viewer::View view;
         const auto bytes = pageImage(*document, view, row.page, row.dpi, {});
         ASSERT_FALSE(bytes.has_value());
         EXPECT_EQ(bytes.error().code, row.code);
@@ -172,7 +172,7 @@ TEST(Rendering, OptionsThatContradictEachOtherAreRefused)
     for (const int options : {0, 6, -1, 48, 49, 66, 97, 128, 129, INT_MAX}) {
         EXPECT_FALSE(renderOptions(options).has_value()) << options;
     }
-    viewing::View view;
+    viewer::View view;
     auto document = support::opened(page(redHalf));
     EXPECT_FALSE(thumbnail(*document, view, 1, 0, {}).has_value());
     EXPECT_FALSE(thumbnail(*document, view, 1, INT_MAX, {}).has_value());
@@ -196,7 +196,7 @@ TEST(PageMarks, AreMeasured)
     for (const Marks& row : rows) {
         SCOPED_TRACE(row.name);
         auto document = support::opened(page(row.content));
-        viewing::View view;
+        viewer::View view;
         EXPECT_NEAR(markedPercentage(*document, view, 1).value(), row.marked, 0.1);
         EXPECT_NEAR(colouredPercentage(*document, view, 1).value(), row.coloured, 0.1);
     }
@@ -209,12 +209,12 @@ TEST(Rendering, FindsBlankPagesAndLeavesOne)
         file.builder.setStream(file.pages[index] - 1, "q Q");
     }
     auto document = support::opened(file.build());
-    viewing::View view;
+    viewer::View view;
     EXPECT_EQ(blankPages(*document, view, {1, 4}).value(), (std::vector<int>{1, 3}));
     EXPECT_EQ(blankPages(*document, view, {2, 3}).value(), std::vector<int>{3});
     EXPECT_EQ(blankPages(*document, view, {2, 4}).error().code, ErrorCode::BadPageList);
     auto blank = Document::create().value();
-    viewing::View other;
+    viewer::View other;
     EXPECT_TRUE(blankPages(*blank, other, {1, 1}).value().empty());
 }
 

@@ -1,13 +1,13 @@
-#include "KarvelPDFLibrary/viewing/View.h"
+#include "KarvelPDFLibrary/viewer/View.h"
 
-#include "KarvelPDFLibrary/pages/PageArguments.h"
+#include "KarvelPDFLibrary/document/PageArguments.h"
 #include "KarvelPDFLibrary/saving/Snapshot.h"
 
 #include <climits>
 #include <string>
 #include <vector>
 
-namespace karvel::viewing {
+namespace karvel::viewer {
 
 namespace {
 
@@ -54,7 +54,7 @@ Status View::refresh(Document& document)
 
 Result<viewer::Viewed*> View::seen(Document& document, int page)
 {
-    if (Status status = pages::hasPage(document, page); !status) {
+    if (Status status = hasPage(document, page); !status) {
         return tl::unexpected<Error>(status.error());
     }
     try {
@@ -70,4 +70,4 @@ Result<viewer::Viewed*> View::seen(Document& document, int page)
     }
 }
 
-} // namespace karvel::viewing
+} // namespace karvel::viewer

@@ -1,4 +1,4 @@
-#include "KarvelPDFLibrary/pages/PageTexts.h"
+#include "KarvelPDFLibrary/page_tree/PageTexts.h"
 
 #include "KarvelPDFLibrary/index/DictionaryText.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"

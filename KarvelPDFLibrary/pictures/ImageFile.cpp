@@ -1,6 +1,6 @@
-#include "KarvelPDFLibrary/rendering/ImageFile.h"
+#include "KarvelPDFLibrary/pictures/ImageFile.h"
 
-namespace karvel::rendering {
+namespace karvel::pictures {
 
 Result<std::string> imageFile(const Raster& raster, ImageFormat format, int quality)
 {
@@ -19,4 +19,4 @@ Result<std::string> imageFile(const Raster& raster, ImageFormat format, int qual
     return fail(ErrorCode::BadArgument, "no such image format");
 }
 
-} // namespace karvel::rendering
+} // namespace karvel::pictures

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace karvel::rendering {
+namespace karvel::pictures {
 
 /// Pixels in rows from the top.
 struct Raster {
@@ -52,4 +52,4 @@ struct Raster {
     }
 };
 
-} // namespace karvel::rendering
+} // namespace karvel::pictures

@@ -1,4 +1,4 @@
-#include "KarvelPDFLibrary/document/Changes.h"
+#include "KarvelPDFLibrary/objects/Changes.h"
 
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KarvelPDFLibrary/document/Changes.h"
+#include "KarvelPDFLibrary/objects/Changes.h"
 
 #include <qpdf/QPDFObjectHandle.hh>
 #include <string>

@@ -1,4 +1,4 @@
-#include "KarvelPDFLibrary/pages/PageTree.h"
+#include "KarvelPDFLibrary/page_tree/PageTree.h"
 
 #include <algorithm>
 #include <unordered_set>

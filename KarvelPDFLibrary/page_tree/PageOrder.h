@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <qpdf/QPDFObjGen.hh>
@@ -55,6 +56,7 @@ public:
 private:
     std::size_t slotOf(int page) const
     {
+        assert(page >= 1 && page <= count());
         const auto index = static_cast<std::size_t>(page) - 1;
         return index < gapStart_ ? index : index + gapLength_;
     }

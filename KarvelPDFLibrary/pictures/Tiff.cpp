@@ -1,4 +1,4 @@
-#include "KarvelPDFLibrary/rendering/ImageFile.h"
+#include "KarvelPDFLibrary/pictures/ImageFile.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -6,7 +6,7 @@
 #include <memory>
 #include <tiffio.h>
 
-namespace karvel::rendering {
+namespace karvel::pictures {
 
 namespace {
 
@@ -126,4 +126,4 @@ Result<std::string> tiff(const Raster& raster)
     return std::move(target.bytes);
 }
 
-} // namespace karvel::rendering
+} // namespace karvel::pictures

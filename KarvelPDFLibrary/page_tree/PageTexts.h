@@ -1,8 +1,8 @@
 #pragma once
 
-#include "KarvelPDFLibrary/document/Changes.h"
 #include "KarvelPDFLibrary/index/ValueTexts.h"
-#include "KarvelPDFLibrary/pages/PageTree.h"
+#include "KarvelPDFLibrary/objects/Changes.h"
+#include "KarvelPDFLibrary/page_tree/PageTree.h"
 
 namespace karvel::pageTree {
 

@@ -1,8 +1,8 @@
-#include "KarvelPDFLibrary/pages/PageArguments.h"
+#include "KarvelPDFLibrary/document/PageArguments.h"
 
 #include <string>
 
-namespace karvel::pages {
+namespace karvel {
 
 namespace {
 
@@ -37,4 +37,4 @@ Status hasPlaceBefore(Document& document, int page)
     return page == document.pageCount() + 1 ? Status() : hasPage(document, page);
 }
 
-} // namespace karvel::pages
+} // namespace karvel

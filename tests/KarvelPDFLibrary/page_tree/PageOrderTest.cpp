@@ -1,4 +1,4 @@
-#include "KarvelPDFLibrary/pages/PageOrder.h"
+#include "KarvelPDFLibrary/page_tree/PageOrder.h"
 
 #include <gtest/gtest.h>
 #include <random>

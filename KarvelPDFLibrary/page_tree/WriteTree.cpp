@@ -1,5 +1,5 @@
-#include "KarvelPDFLibrary/pages/PageTexts.h"
-#include "KarvelPDFLibrary/pages/PageTree.h"
+#include "KarvelPDFLibrary/page_tree/PageTexts.h"
+#include "KarvelPDFLibrary/page_tree/PageTree.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "KarvelPDFLibrary/rendering/ImageFile.h"
+#include "KarvelPDFLibrary/pictures/ImageFile.h"
 
 #include <cmath>
 #include <csetjmp>
@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <jpeglib.h>
 
-namespace karvel::rendering {
+namespace karvel::pictures {
 
 namespace {
 
@@ -84,4 +84,4 @@ Result<std::string> jpeg(const Raster& raster, int quality)
     return file;
 }
 
-} // namespace karvel::rendering
+} // namespace karvel::pictures

@@ -1,4 +1,4 @@
-#include "KarvelPDFLibrary/document/NameTree.h"
+#include "KarvelPDFLibrary/objects/NameTree.h"
 
 #include <algorithm>
 #include <unordered_set>

@@ -1,4 +1,4 @@
-#include "KarvelPDFLibrary/document/References.h"
+#include "KarvelPDFLibrary/objects/References.h"
 
 #include <vector>
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "KarvelPDFLibrary/base/Error.h"
-#include "KarvelPDFLibrary/document/Changes.h"
-#include "KarvelPDFLibrary/document/Warnings.h"
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
-#include "KarvelPDFLibrary/pages/PageOrder.h"
+#include "KarvelPDFLibrary/objects/Changes.h"
+#include "KarvelPDFLibrary/objects/Warnings.h"
+#include "KarvelPDFLibrary/page_tree/PageOrder.h"
 
 #include <array>
 #include <optional>

@@ -2,7 +2,7 @@
 
 #include "KarvelPDFLibrary/document/Document.h"
 
-namespace karvel::pages {
+namespace karvel {
 
 /// Fails when a document does not have a page.
 Status hasPage(Document& document, int page);
@@ -13,4 +13,4 @@ Status hasPages(Document& document, PageRun run);
 /// Fails when pages cannot be put before a page; the page count plus 1 means at the end.
 Status hasPlaceBefore(Document& document, int page);
 
-} // namespace karvel::pages
+} // namespace karvel

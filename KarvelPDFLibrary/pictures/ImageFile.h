@@ -1,11 +1,11 @@
 #pragma once
 
 #include "KarvelPDFLibrary/base/Error.h"
-#include "KarvelPDFLibrary/rendering/Raster.h"
+#include "KarvelPDFLibrary/pictures/Raster.h"
 
 #include <string>
 
-namespace karvel::rendering {
+namespace karvel::pictures {
 
 /// Image format codes of the interface.
 enum class ImageFormat : int { Png = 1, Jpeg = 2, Tiff = 3, Bmp = 4, Ppm = 5 };
@@ -23,4 +23,4 @@ Result<std::string> tiff(const Raster& raster);
 std::string bmp(const Raster& raster);
 std::string ppm(const Raster& raster);
 
-} // namespace karvel::rendering
+} // namespace karvel::pictures

@@ -1,10 +1,10 @@
-#include "KarvelPDFLibrary/rendering/ImageFile.h"
+#include "KarvelPDFLibrary/pictures/ImageFile.h"
 
 #include <cmath>
 #include <csetjmp>
 #include <png.h>
 
-namespace karvel::rendering {
+namespace karvel::pictures {
 
 namespace {
 
@@ -72,4 +72,4 @@ Result<std::string> png(const Raster& raster)
     return bytes;
 }
 
-} // namespace karvel::rendering
+} // namespace karvel::pictures

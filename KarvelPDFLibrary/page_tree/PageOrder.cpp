@@ -1,4 +1,4 @@
-#include "KarvelPDFLibrary/pages/PageOrder.h"
+#include "KarvelPDFLibrary/page_tree/PageOrder.h"
 
 #include <algorithm>
 
@@ -11,6 +11,7 @@ PageOrder::PageOrder(std::vector<PageEntry> entries)
 
 void PageOrder::moveGap(std::size_t index)
 {
+    assert(index + gapLength_ <= entries_.size());
     const auto begin = entries_.begin();
     const auto offset = [](std::size_t count) { return static_cast<std::ptrdiff_t>(count); };
     if (index < gapStart_) {
@@ -25,6 +26,7 @@ void PageOrder::moveGap(std::size_t index)
 
 void PageOrder::remove(PageRun run)
 {
+    assert(run.first >= 1 && run.count >= 0 && run.count <= count() - (run.first - 1));
     const auto first = static_cast<std::size_t>(run.first) - 1;
     const auto count = static_cast<std::size_t>(run.count);
     // Move the gap to the nearer end of the run.
@@ -39,6 +41,7 @@ void PageOrder::remove(PageRun run)
 
 void PageOrder::insert(int beforePage, const std::vector<PageEntry>& added)
 {
+    assert(beforePage >= 1 && beforePage <= count() + 1);
     if (added.size() > gapLength_) {
         std::vector<PageEntry> all = toVector();
         all.insert(all.begin() + (beforePage - 1), added.begin(), added.end());

@@ -1,9 +1,9 @@
-#include "KarvelPDFLibrary/rendering/ImageFile.h"
+#include "KarvelPDFLibrary/pictures/ImageFile.h"
 
 #include <cmath>
 #include <cstdint>
 
-namespace karvel::rendering {
+namespace karvel::pictures {
 
 namespace {
 
@@ -82,4 +82,4 @@ std::string ppm(const Raster& raster)
     return bytes;
 }
 
-} // namespace karvel::rendering
+} // namespace karvel::pictures

@@ -7,7 +7,7 @@
 #include <memory>
 #include <optional>
 
-namespace karvel::viewing {
+namespace karvel::viewer {
 
 /// A document as the viewer sees it, for rendering and reading text: the document as it is now,
 /// read again only after a change. One view serves one document and lives no longer than it.
@@ -24,4 +24,4 @@ private:
     std::optional<std::uint64_t> revision_;
 };
 
-} // namespace karvel::viewing
+} // namespace karvel::viewer
