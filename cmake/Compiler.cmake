@@ -1,6 +1,9 @@
 # Warnings for all of our own code, sanitizers where asked, and a compiler cache where there is one.
 add_compile_options(-Wall -Wextra)
 
+# A broken rule stops where it is broken, in builds for finding out (debug, asan, fuzz).
+add_compile_definitions($<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+
 if(VANTORA_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1)
     add_link_options(-fsanitize=address,undefined)

@@ -127,6 +127,26 @@ struct ObjectStreamMembers {
 /// number passes (ISO 32000-1, Annex C).
 bool isOutOfProportion(std::uint64_t highestNumber, std::uint64_t objects);
 
+// What the index says, and for how long.
+//
+// It describes the file as it was loaded and never changes. What was changed since is in Changes:
+// whoever asks what an object refers to asks there first, and here only for objects that Changes
+// does not name. Numbers of the index stay valid, since saving keeps numbers; a number that Changes
+// added is not in it.
+//
+// references() holds numbers, object by object; 0 stands for a reference that means null (nothing
+// under that number, or another generation). An object that was replaced in a later revision has
+// one entry, the one that counts. Members of object streams have their place in the decoded stream.
+//
+// Flags are allowed to say too much, never too little: whoever relies on one that is not set builds
+// nothing. The same holds for the lists of plain links, plain structure elements and annotations of
+// pages: an object that is not in them is looked at as an object.
+//
+// Rejected: reading leniently (what the index believes must be what libqpdf believes, or a save
+// would copy other bytes than a reader sees, so a file with anything unexpected has no index);
+// keeping texts (they are in the source; only page tree nodes, which change, keep theirs); hash
+// maps by number (tables are half the size and are walked in order).
+
 /// Where every object of a file lies and which objects it refers to, found in one pass over the
 /// file in its order. libqpdf gives the cross-reference table; streams are passed over, but for
 /// object streams, which are decoded. Nothing is guessed: a file in which anything doesn't read as
