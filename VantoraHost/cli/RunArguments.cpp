@@ -32,8 +32,8 @@ constexpr char runExamples[] = R"(Examples:
   What was saved from an options dialog:
     vantora run --list "Clean scans" scans/*.pdf -d clean
 
-Exit status: 0 every document is done, 1 at least one failed (the others are done),
-2 wrong usage, 130 interrupted.)";
+Exit status: 0 every document is done, 1 at least one failed (the others are done) for
+a reason that --accept-failures does not name, 2 wrong usage, 130 interrupted.)";
 
 // What the steps of a run are.
 void declareSteps(CLI::App& command, RunArguments& run)
@@ -438,9 +438,10 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
     declareWorkers(command, run);
     declareReports(command, run);
     command.add_flag("-n,--dry-run", run.options.dryRun,
-                     "Say which pages would go and write nothing");
+                     "Say what would become of each document and write nothing");
     command.add_flag("--json", run.options.json,
-                     "Print one JSON object per document on standard output");
+                     "Print one JSON object per document on standard output,\n"
+                     "and one that sums up");
     command.add_flag("-q,--quiet", run.options.quiet, "Print nothing but errors");
 }
 

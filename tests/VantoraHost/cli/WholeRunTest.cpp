@@ -162,6 +162,19 @@ const std::vector<Mishap> mishaps = {
 INSTANTIATE_TEST_SUITE_P(Faults, WorkerThatSeesTheRun, testing::ValuesIn(mishaps),
                          [](const auto& info) { return info.param.name; });
 
+TEST_F(WholeRun, SaysWhenItsWorkerDoesNotOutliveTheEnd)
+{
+    for (const char* how : {"--set end=crash", "--set end=hang --timeout 1"}) {
+        SCOPED_TRACE(how);
+        const auto answer = run(std::string(unknown) + how);
+        EXPECT_EQ(answer.status, 1);
+        EXPECT_THAT(answer.err, HasSubstr("12 of 12 documents done"));
+        EXPECT_THAT(answer.err, HasSubstr("error: the actions were not told that the run is over: "
+                                          "the worker process ended: "));
+        EXPECT_EQ(terminal::contents("out").size(), names.size());
+    }
+}
+
 TEST_F(WholeRun, IsNotBegunTwice)
 {
     const auto answer = run(std::string(unknown) + "--set begin=crash");
