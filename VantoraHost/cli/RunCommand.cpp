@@ -12,10 +12,12 @@
 #include "VantoraHost/core/workers/Confinement.h"
 #include "VantoraHost/core/workers/SpreadRun.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
-#include <filesystem>
 #include <ostream>
 #include <thread>
+#include <tuple>
 
 namespace vantora::cli {
 
@@ -61,12 +63,20 @@ Error withNamesakes(Error error, const RunOptions& options, const ActionCatalog&
     return error;
 }
 
+bool isBefore(const timespec& one, const timespec& other)
+{
+    return std::tie(one.tv_sec, one.tv_nsec) < std::tie(other.tv_sec, other.tv_nsec);
+}
+
+// An input that was put in the place of another may bring an older time of its content along; the
+// time at which it came there it can't.
 bool isNoOlder(const std::string& output, const std::string& input)
 {
-    std::error_code failed;
-    const auto made = std::filesystem::last_write_time(output, failed);
-    const auto changed = failed ? made : std::filesystem::last_write_time(input, failed);
-    return !failed && made >= changed && std::filesystem::is_regular_file(output, failed);
+    struct stat made = {};
+    struct stat given = {};
+    return ::stat(output.c_str(), &made) == 0 && ::stat(input.c_str(), &given) == 0 &&
+           S_ISREG(made.st_mode) && !isBefore(made.st_mtim, given.st_mtim) &&
+           !isBefore(made.st_mtim, given.st_ctim);
 }
 
 // Leaves those inputs alone whose outputs are there already; returns how many.

@@ -321,6 +321,11 @@ TEST_F(Run, LeavesOutInputsWhoseOutputsAreNoOlder)
     EXPECT_EQ(terminal::lines(first.out).size(), 1U);
     EXPECT_THAT(terminal::run(line).out, "");
 
+    scratch.write("older.pdf", documentOfPages(4));
+    fs::last_write_time("older.pdf", fs::last_write_time("out/in.pdf") - std::chrono::hours(1));
+    fs::rename("older.pdf", "in.pdf");
+    EXPECT_THAT(terminal::run(line + " --overwrite").out, HasSubstr("1 of 4 pages removed"));
+
     fs::last_write_time("in.pdf", fs::last_write_time("out/in.pdf") + std::chrono::seconds(1));
     EXPECT_THAT(terminal::run(line).err, HasSubstr("in.pdf exists already"));
     EXPECT_THAT(terminal::run(line + " --overwrite").out, StartsWith("in.pdf -> out/in.pdf"));
