@@ -12,6 +12,7 @@
 #include <map>
 #include <numeric>
 #include <stdexcept>
+#include <string_view>
 #include <unordered_map>
 
 namespace karvel::saving {
@@ -72,6 +73,7 @@ private:
     std::string firstReferenceStream() const;
     void putBeginning();
     void putPart(const Objects& part);
+    void putRange(const WrittenObject& written);
     void putEnd();
     std::uint64_t length(const Objects& part) const;
     std::uint64_t lengthOf(std::uint32_t object) const
@@ -79,7 +81,7 @@ private:
         return lengths_[order_.numbers.of(object)];
     }
 
-    void put(const std::string& text)
+    void put(std::string_view text)
     {
         sink_.write(text.data(), text.size());
         written_ += text.size();
@@ -101,8 +103,13 @@ private:
     std::string trailerEntries_;
     std::vector<std::uint64_t> lengths_; // by the number in the output
     std::vector<CrossReference> references_;
-    std::unordered_map<std::uint32_t, WrittenObject> kept_;
-    std::uint64_t keptBytes_ = 0;
+
+    // what measuring made already of the objects that are written first
+    std::string kept_;
+    std::unordered_map<std::uint32_t, WrittenObject> keptRanges_; // without their texts
+    std::size_t keptObjects_ = 0;                                 // that are still to be written
+    std::size_t keptDone_ = 0;
+    bool isFull_ = false;
 
     std::string header_;
     std::string hintStream_;
@@ -118,13 +125,21 @@ private:
 void Writer::measure(const Objects& part)
 {
     for (const std::uint32_t object : part) {
-        WrittenObject written = objects_.written(object);
+        const WrittenObject written = objects_.written(object);
         lengths_[order_.numbers.of(object)] = written.length();
-        identifier_.written(written.text);
-        identifier_.copied(written.from, written.from + written.copied);
-        if (keptBytes_ + written.text.size() <= mostKept) {
-            keptBytes_ += written.text.size();
-            kept_.emplace(object, std::move(written));
+        if (written.end > written.start) {
+            identifier_.copied(written.start, written.end);
+        } else {
+            identifier_.written(written.text);
+        }
+        // All that is kept is written before the rest, in the same order.
+        isFull_ = isFull_ || kept_.size() + written.text.size() > mostKept;
+        if (!isFull_) {
+            kept_ += written.text;
+            ++keptObjects_;
+            if (written.copied > 0) {
+                keptRanges_[object] = {{}, written.from, written.copied, 0, 0};
+            }
         }
     }
 }
@@ -317,17 +332,29 @@ void Writer::putBeginning()
 void Writer::putPart(const Objects& part)
 {
     for (const std::uint32_t object : part) {
-        const auto found = kept_.find(object);
-        const WrittenObject written =
-            found == kept_.end() ? objects_.written(object) : std::move(found->second);
         expect(references_[order_.numbers.of(object)].first);
-        put(written.text);
-        if (written.copied > 0) {
-            sink_.copy(*document_.source(), static_cast<std::int64_t>(written.from),
-                       written.copied);
-            written_ += written.copied;
-            put("\n");
+        if (keptObjects_ == 0) {
+            const WrittenObject written = objects_.written(object);
+            put(written.text);
+            putRange(written);
+            continue;
         }
+        --keptObjects_;
+        const auto range = keptRanges_.find(object);
+        const WrittenObject copied = range == keptRanges_.end() ? WrittenObject() : range->second;
+        const auto length = static_cast<std::size_t>(lengthOf(object) - copied.length());
+        put(std::string_view(kept_).substr(keptDone_, length));
+        keptDone_ += length;
+        putRange(copied);
+    }
+}
+
+void Writer::putRange(const WrittenObject& written)
+{
+    if (written.copied > 0) {
+        sink_.copy(*document_.source(), static_cast<std::int64_t>(written.from), written.copied);
+        written_ += written.copied;
+        put("\n");
     }
 }
 

@@ -99,6 +99,8 @@ std::optional<WrittenObject> RenumberedObjects::copied(std::uint32_t object)
     }
     std::size_t at = pastNumber(text_.view());
     WrittenObject out{std::to_string(order_.numbers.of(object)) + " 0 obj"};
+    out.start = entry.start;
+    out.end = entry.end;
     while (entry.referenceCount > 0) {
         const index::ScanResult result = order_.numbers.append(out.text, text_.view(), at);
         if (result == index::ScanResult::Complete) {

@@ -20,6 +20,10 @@ struct WrittenObject {
     std::uint64_t from = 0; // in the source
     std::uint64_t copied = 0;
 
+    /// Where the object lies in the source, if it was not changed.
+    std::uint64_t start = 0;
+    std::uint64_t end = 0;
+
     std::uint64_t length() const { return text.size() + copied + (copied > 0 ? 1 : 0); }
 };
 
