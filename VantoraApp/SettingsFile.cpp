@@ -119,3 +119,11 @@ bool UpdateSettingsFile(const QString& path, const QVariantMap& values)
     return bytes &&
            WriteWith(IniText(*bytes), before.canonicalFilePath(), values, before.permissions());
 }
+
+bool RemoveFromSettingsFile(const QString& path, const QStringList& keys)
+{
+    const QFileInfo before(path);
+    const auto bytes = ReadWholeFile(path, SettingsFile::maximumSize);
+    return bytes && WriteWholeFile(before.canonicalFilePath(), IniText(*bytes).withLines(keys, {}),
+                                   before.permissions());
+}

@@ -42,3 +42,6 @@ VANTORA_SHARED bool WriteSettingsFile(const QString& path, const QVariantMap& va
 /// The same, with all else that an existing file holds kept as it is. A file that is there but
 /// can't be read is left alone.
 VANTORA_SHARED bool UpdateSettingsFile(const QString& path, const QVariantMap& values);
+
+/// Takes the values of keys outside any group out of an existing file, whole or not at all.
+VANTORA_SHARED bool RemoveFromSettingsFile(const QString& path, const QStringList& keys);

@@ -2,7 +2,7 @@
 
 #include "VantoraApp/StoredVariant.h"
 #include "VantoraHost/cli/ConfigureCommand.h"
-#include "VantoraHost/cli/SavedListCommand.h"
+#include "VantoraHost/cli/SavedCommand.h"
 
 namespace vantora::cli {
 
@@ -22,9 +22,10 @@ public:
                                                        : std::nullopt;
     }
 
-    int list(const SavedListOptions& options, const Streams& streams) const override
+    int saved(const SavedOptions& options, const Installation& installation,
+              const Streams& streams) const override
     {
-        return listSaved(options, streams);
+        return workOnSaved(options, installation, streams);
     }
 
     int configure(const ConfigureOptions& options, const Installation& installation,

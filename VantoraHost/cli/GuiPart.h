@@ -26,7 +26,8 @@ public:
     /// The saved options that a run passes to its workers; none when the bytes are no options.
     virtual std::optional<PreferencesMap> options(const QByteArray& stored) const = 0;
 
-    virtual int list(const SavedListOptions& options, const Streams& streams) const = 0;
+    virtual int saved(const SavedOptions& options, const Installation& installation,
+                      const Streams& streams) const = 0;
     virtual int configure(const ConfigureOptions& options, const Installation& installation,
                           const Streams& streams) const = 0;
 };

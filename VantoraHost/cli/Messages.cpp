@@ -109,6 +109,12 @@ std::string remedy(Reason reason)
                "or name another";
     case Reason::NotAReport:
         return "name what an earlier run wrote with --report";
+    case Reason::SavedStepsExist:
+        return "use --overwrite to replace it, or name another";
+    case Reason::SavedNameUnfit:
+        return "name it otherwise";
+    case Reason::SavedStepMissing:
+        return "say which one with --step N";
     case Reason::ActionFailed:
     case Reason::LibraryFailed:
     case Reason::WrongUsage:
@@ -144,6 +150,24 @@ void printFailure(const Streams& streams, bool json, const Error& error)
     printError(streams, error);
     if (json) {
         streams.out << failureJson(error) << '\n' << std::flush;
+    }
+}
+
+ExitStatus exitStatus(Reason reason)
+{
+    switch (reason) {
+    case Reason::BadPageRange:
+    case Reason::OptionUnknown:
+    case Reason::ActionMissing:
+    case Reason::ActionListMissing:
+    case Reason::FavouriteMissing:
+    case Reason::SavedNameUnfit:
+    case Reason::SavedStepMissing:
+        return WrongUsage;
+    case Reason::Interrupted:
+        return InterruptedByUser;
+    default:
+        return SomeFailed;
     }
 }
 

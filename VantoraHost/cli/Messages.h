@@ -27,6 +27,9 @@ std::string failureJson(const Error& error);
 /// Prints an error that ends a whole command, with `json` also as an object on the output.
 void printFailure(const Streams& streams, bool json, const Error& error);
 
+/// The exit status that goes with an error that ends a whole command.
+ExitStatus exitStatus(Reason reason);
+
 /// Prints "vantora: warning: FILE: sentence" as one line.
 void printWarning(const Streams& streams, const std::string& file, const std::string& sentence);
 

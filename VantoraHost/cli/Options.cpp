@@ -2,11 +2,13 @@
 
 #include "VantoraHost/cli/ArgumentParsing.h"
 #include "VantoraHost/cli/RunArguments.h"
+#include "VantoraHost/cli/SavedArguments.h"
 #include "VantoraHost/cli/Streams.h"
 #include "VantoraHost/core/workers/WorkerProcess.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <memory>
 
 namespace vantora::cli {
@@ -67,15 +69,6 @@ void declareActions(CLI::App& program, ActionsOptions& actions)
     command.add_flag("--json", actions.json, "Print one JSON object per action");
 }
 
-void declareSavedLists(CLI::App& program, SavedListOptions& lists, SavedListOptions& favourites)
-{
-    favourites.kind = SavedKind::Favourite;
-    declareCommand(program, "lists", "List your action lists")
-        .add_flag("--json", lists.json, "Print one JSON object per action list");
-    declareCommand(program, "favourites", "List your favourites")
-        .add_flag("--json", favourites.json, "Print one JSON object per favourite");
-}
-
 constexpr char insideMainWindow[] = "main-window";
 constexpr char insidePreview[] = "preview";
 
@@ -100,7 +93,8 @@ void declareConfigure(CLI::App& program, ConfigureArguments& configure)
 
 std::string commandMistake(const std::vector<std::string>& arguments)
 {
-    const std::string which = "name what to do: run, configure, info, actions, lists or favourites";
+    const std::string which = "name what to do: run, configure, info, actions, lists, "
+                              "favourites or settings";
     return arguments.empty() ? which : "\"" + arguments.front() + "\" is no command; " + which;
 }
 
@@ -130,8 +124,7 @@ struct AllArguments {
     RunArguments run;
     InfoOptions info;
     ActionsOptions actions;
-    SavedListOptions lists;
-    SavedListOptions favourites;
+    SavedArguments saved;
     ConfigureArguments configure;
 };
 
@@ -141,7 +134,7 @@ void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
     declareConfigure(program, all.configure);
     declareInfo(program, all.info, arguments);
     declareActions(program, all.actions);
-    declareSavedLists(program, all.lists, all.favourites);
+    declareSaved(program, all.saved);
     program.add_subcommand(workerCommand)->group(""); // no group: not in the help
 }
 
@@ -167,11 +160,8 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
     if (chosen == "configure") {
         return finished(all.configure);
     }
-    if (chosen == "lists") {
-        return Command(all.lists);
-    }
-    if (chosen == "favourites") {
-        return Command(all.favourites);
+    if (isSaved(all.saved, chosen)) {
+        return finished(all.saved, chosen);
     }
     return chosen == "info" ? Command(all.info) : Command(all.actions);
 }
@@ -213,9 +203,15 @@ tl::expected<Command, Ending> parse(const std::vector<std::string>& given)
     return finished(all, chosen());
 }
 
-bool opensWindows(const std::vector<std::string>& arguments)
+bool draws(const std::vector<std::string>& arguments)
 {
-    return !arguments.empty() && arguments.front() == "configure";
+    if (arguments.empty()) {
+        return false;
+    }
+    // A favourite has an icon.
+    return arguments.front() == "configure" ||
+           (arguments.front() == "favourites" &&
+            std::find(arguments.begin(), arguments.end(), "add") != arguments.end());
 }
 
 } // namespace vantora::cli

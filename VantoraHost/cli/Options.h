@@ -60,8 +60,18 @@ struct ActionsOptions {
     bool json = false;
 };
 
-struct SavedListOptions {
-    SavedKind kind = SavedKind::ActionList; ///< or SavedKind::Favourite
+/// What is done with what somebody saved.
+enum class SavedVerb { List, Show, Add, Change, Remove };
+
+struct SavedOptions {
+    SavedKind kind = SavedKind::ActionList;
+    SavedVerb verb = SavedVerb::List;
+    std::string name;                    ///< of all verbs but List; a file's for tool settings
+    std::vector<NamedStep> steps;        ///< to add, at least one
+    std::optional<std::size_t> position; ///< the step that is meant, from 1
+    std::vector<std::pair<std::string, std::string>> changes;
+    std::optional<std::string> category;
+    bool overwrite = false;
     bool json = false;
 };
 
@@ -75,7 +85,7 @@ struct ConfigureOptions {
 };
 
 using Command = std::variant<RunOptions, WorkerOptions, InfoOptions, ActionsOptions,
-                             SavedListOptions, ConfigureOptions>;
+                             SavedOptions, ConfigureOptions>;
 
 /// A command line that ends here: help or version, to be printed on standard output with status 0,
 /// or a mistake, one line for standard error with status 2.
@@ -84,8 +94,8 @@ struct Ending {
     std::string text;
 };
 
-/// Whether these arguments are for the command that opens windows and makes its own application.
-bool opensWindows(const std::vector<std::string>& arguments);
+/// Whether these arguments are for a command that draws, and makes its own application for that.
+bool draws(const std::vector<std::string>& arguments);
 
 /// Reads the command line, `arguments` without the program's name.
 tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments);

@@ -26,7 +26,7 @@ int carryOutWith(const Result<const GuiPart*>& guiPart, const Command& command,
     if (const auto* options = std::get_if<ConfigureOptions>(&command)) {
         return (*guiPart)->configure(*options, installation, streams);
     }
-    return (*guiPart)->list(std::get<SavedListOptions>(command), streams);
+    return (*guiPart)->saved(std::get<SavedOptions>(command), installation, streams);
 }
 
 int carryOut(const Command& command, const Installation& installation, const GuiPartSource& guiPart,

@@ -35,9 +35,11 @@ constexpr char runExamples[] = R"(Examples:
 Exit status: 0 every document is done, 1 at least one failed (the others are done) for
 a reason that --accept-failures does not name, 2 wrong usage, 130 interrupted.)";
 
-// What the steps of a run are.
-void declareSteps(CLI::App& command, RunArguments& run)
+} // namespace
+
+void declareSteps(CLI::App& command, StepArguments& run)
 {
+    run.command = &command;
     run.pagesOption =
         oneEach(command.add_option("-p,--pages", run.pages,
                                    "Remove these pages, for example 1,4-6,9-15,21, or those that\n"
@@ -65,6 +67,8 @@ void declareSteps(CLI::App& command, RunArguments& run)
                             "KEY=VALUE");
 }
 
+namespace {
+
 NamedStep savedStep(SavedKind kind, const std::string& name)
 {
     NamedStep step;
@@ -73,7 +77,7 @@ NamedStep savedStep(SavedKind kind, const std::string& name)
 }
 
 // The step that one of the options names, the `index`th of its kind.
-NamedStep stepOf(const RunArguments& run, const CLI::Option* option, std::size_t index)
+NamedStep stepOf(const StepArguments& run, const CLI::Option* option, std::size_t index)
 {
     if (option == run.listOption) {
         return savedStep(SavedKind::ActionList, run.lists[index]);
@@ -94,8 +98,10 @@ NamedStep stepOf(const RunArguments& run, const CLI::Option* option, std::size_t
     return step;
 }
 
-// The steps in the order of the command line, which the parser keeps apart by option.
-tl::expected<std::vector<NamedStep>, std::string> stepsOf(const RunArguments& run)
+} // namespace
+
+// The parser keeps them apart by option.
+tl::expected<std::vector<NamedStep>, std::string> stepsOf(const StepArguments& run)
 {
     std::vector<NamedStep> steps;
     std::map<const CLI::Option*, std::size_t> counts;
@@ -128,6 +134,8 @@ tl::expected<std::vector<NamedStep>, std::string> stepsOf(const RunArguments& ru
     }
     return steps;
 }
+
+namespace {
 
 std::optional<std::string> destinationMistake(const RunArguments& run)
 {
@@ -396,7 +404,6 @@ std::optional<std::string> readJudgement(RunArguments& run)
 void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
 {
     CLI::App& command = declareCommand(program, "run", "Run actions over documents");
-    run.command = &command;
     command.footer(runExamples);
     takeAll(command.add_option("INPUT", run.options.inputs, "PDF files; - is standard input"),
             arguments)

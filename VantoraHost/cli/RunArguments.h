@@ -10,8 +10,8 @@
 
 namespace vantora::cli {
 
-/// What the arguments of the command "run" are read into.
-struct RunArguments {
+/// What the arguments that name steps are read into.
+struct StepArguments {
     CLI::App* command = nullptr;
     std::vector<std::string> pages;
     std::vector<std::string> actions;
@@ -25,6 +25,10 @@ struct RunArguments {
     CLI::Option* favouriteOption = nullptr;
     CLI::Option* toolSettingsOption = nullptr;
     CLI::Option* setOption = nullptr;
+};
+
+/// What the arguments of the command "run" are read into.
+struct RunArguments : StepArguments {
     CLI::Option* filesFromOption = nullptr;
     CLI::Option* outputOption = nullptr;
     CLI::Option* folderOption = nullptr;
@@ -52,6 +56,12 @@ struct RunArguments {
     bool backup = false;
     RunOptions options;
 };
+
+/// Declares the arguments that name steps; what they are read into must outlive the parsing.
+void declareSteps(CLI::App& command, StepArguments& steps);
+
+/// The steps in the order of the command line, at least one, or the mistake in them.
+tl::expected<std::vector<NamedStep>, std::string> stepsOf(const StepArguments& arguments);
 
 /// Declares the command; `arguments` is the number of arguments on the command line. What it is
 /// read into must outlive the parsing.

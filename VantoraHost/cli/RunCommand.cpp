@@ -3,10 +3,10 @@
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/cli/InputFiles.h"
 #include "VantoraHost/cli/Messages.h"
+#include "VantoraHost/cli/NamedSteps.h"
 #include "VantoraHost/cli/RunInputs.h"
 #include "VantoraHost/cli/RunReporter.h"
 #include "VantoraHost/core/FileIdentity.h"
-#include "VantoraHost/core/actions/KnownAction.h"
 #include "VantoraHost/core/documents/Batch.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/workers/Confinement.h"
@@ -26,18 +26,7 @@ namespace {
 int failedWith(const RunOptions& options, const Streams& streams, const Error& error)
 {
     printFailure(streams, options.json, error);
-    switch (error.reason) {
-    case Reason::BadPageRange:
-    case Reason::OptionUnknown:
-    case Reason::ActionMissing:
-    case Reason::ActionListMissing:
-    case Reason::FavouriteMissing:
-        return WrongUsage;
-    case Reason::Interrupted:
-        return InterruptedByUser;
-    default:
-        return SomeFailed;
-    }
+    return exitStatus(error.reason);
 }
 
 // An action that isn't there may be the name of something that the person has saved.
@@ -152,51 +141,6 @@ Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, con
         return streams.out.good();
     };
     return batch;
-}
-
-// The steps that the command line names, saved ones read.
-Result<std::vector<StepRequest>> stepsNamed(const std::vector<NamedStep>& named,
-                                            const GuiPartSource& guiPart)
-{
-    std::vector<StepRequest> steps;
-    for (const NamedStep& step : named) {
-        if (!step.saved) {
-            steps.push_back(step);
-            continue;
-        }
-        const auto part = guiPart();
-        if (!part) {
-            return tl::unexpected<Error>(part.error());
-        }
-        const auto saved = (*part)->steps(*step.saved);
-        if (!saved) {
-            return tl::unexpected<Error>(saved.error());
-        }
-        for (const StepRequest& one : *saved) {
-            steps.push_back(one);
-            steps.back().options = step.options;
-        }
-    }
-    return steps;
-}
-
-// The steps with those values read that stand in files.
-Result<std::vector<StepRequest>> stepsWithFileContents(std::vector<StepRequest> steps)
-{
-    for (StepRequest& step : steps) {
-        const KnownAction* known = knownAction(step.action);
-        for (auto& [key, value] : step.options) {
-            const KnownOption* option = known ? known->option(key) : nullptr;
-            if (option && option->mayStandInFile) {
-                Result<std::string> range = valueOrFileContent(value);
-                if (!range) {
-                    return tl::unexpected<Error>(std::move(range.error()));
-                }
-                value = std::move(*range);
-            }
-        }
-    }
-    return steps;
 }
 
 // One document needs nobody to survive it, and would only wait for the worker to start.
@@ -323,8 +267,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
                           {Reason::OutputNotAFile, {}, "a PDF is not for a terminal"});
     }
     const ActionCatalog catalog = ActionCatalog::of(installation.actionFolders);
-    const Result<std::vector<StepRequest>> steps =
-        stepsNamed(options.steps, guiPart).and_then(stepsWithFileContents);
+    const Result<std::vector<StepRequest>> steps = stepsNamed(options.steps, guiPart);
     if (!steps) {
         return failedWith(options, streams, steps.error());
     }

@@ -60,7 +60,7 @@ int main(int argc, char** argv)
     std::ios::sync_with_stdio(false);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     std::optional<QCoreApplication> application;
-    if (!vantora::cli::opensWindows(arguments)) {
+    if (!vantora::cli::draws(arguments)) {
         application.emplace(argc, argv);
     }
     // The application takes over the user's locale; numbers are written the same everywhere.

@@ -63,6 +63,12 @@ const char* reasonName(Reason reason)
         return "action-list-missing";
     case Reason::FavouriteMissing:
         return "favourite-missing";
+    case Reason::SavedStepsExist:
+        return "saved-steps-exist";
+    case Reason::SavedNameUnfit:
+        return "saved-name-unfit";
+    case Reason::SavedStepMissing:
+        return "saved-step-missing";
     case Reason::DisplayMissing:
         return "display-missing";
     case Reason::LibraryMissing:

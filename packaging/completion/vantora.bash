@@ -11,13 +11,18 @@ _vantora_names()
 _vantora()
 {
     local current="${COMP_WORDS[COMP_CWORD]}" previous="${COMP_WORDS[COMP_CWORD - 1]}"
-    local command="" word words=""
+    local command="" verb="" word words=""
     COMPREPLY=()
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-        case "$word" in
-        run | configure | info | actions | lists | favourites)
+        case "$command:$word" in
+        :run | :configure | :info | :actions | :lists | :favourites | :settings)
             command="$word"
+            ;;
+        lists:show | lists:add | lists:change | lists:remove | \
+            favourites:show | favourites:add | favourites:change | favourites:remove | \
+            settings:show | settings:add | settings:change | settings:remove)
+            verb="$word"
             break
             ;;
         esac
@@ -34,7 +39,7 @@ _vantora()
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;
-    -p | --pages | --set | -j | --jobs | --timeout | --memory-limit | --name | --shard | --accept-failures)
+    -p | --pages | --set | --category | --step | -j | --jobs | --timeout | --memory-limit | --name | --shard | --accept-failures)
         return
         ;;
     --action)
@@ -61,30 +66,62 @@ _vantora()
         ;;
     esac
 
-    case "$command" in
-    run)
+    case "$command $verb" in
+    "run ")
         words="--pages --action --list --favourite --favorite --settings --set --output --directory --in-place --backup --overwrite --rename --name
             --recursive --report --resume --shard --files-from --null --password-file --keep-signed --strict --if-empty --accept-failures --skip-existing --metrics --jobs --timeout --memory-limit --dry-run --json --quiet --help
             -p -o -d -i -j -n -q -r -h -0"
         ;;
-    configure)
+    "configure ")
         words="--set --hide-add-to-action-list --inside --help -h"
         ;;
-    info)
+    "info ")
         words="--password-file --json --help -h"
         ;;
-    actions | lists | favourites)
+    "actions ")
         words="--json --help -h"
         ;;
+    "lists " | "favourites ")
+        words="--json --help -h"
+        [[ "$current" == -* ]] || words="show add change remove"
+        ;;
+    "settings ")
+        words="--help -h"
+        [[ "$current" == -* ]] || words="show add change remove"
+        ;;
+    *" show")
+        words="--json --help -h"
+        ;;
+    *" add")
+        words="--pages --action --list --favourite --favorite --settings --set --overwrite --help -p -h"
+        [[ "$command" != lists ]] || words+=" --category"
+        ;;
+    "lists change")
+        words="--set --step --category --help -h"
+        ;;
+    *" change")
+        words="--set --help -h"
+        ;;
+    "lists remove")
+        words="--step --help -h"
+        ;;
+    *" remove")
+        words="--help -h"
+        ;;
     *)
-        words="run configure info actions lists favourites --help --version -h"
+        words="run configure info actions lists favourites settings --help --version -h"
         ;;
     esac
 
-    if [[ "$current" == -* || -z "$command" ]]; then
+    if [[ "$current" == -* || -z "$command" || ("$command" =~ ^(lists|favourites|settings)$ && -z "$verb") ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
     elif [[ "$command" == configure ]]; then
         _vantora_names actions "$current"
+    elif [[ -n "$verb" && "$command" != settings ]]; then
+        _vantora_names "$command" "$current"
+    elif [[ "$command" == settings ]]; then
+        compopt -o filenames
+        mapfile -t COMPREPLY < <(compgen -f -X '!*.tsf' -- "$current")
     elif [[ "$command" == run || "$command" == info ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(

@@ -14,10 +14,16 @@
 
 namespace vantora {
 
+std::string asClause(QString sentence)
+{
+    while (sentence.endsWith('.')) {
+        sentence.chop(1);
+    }
+    return (sentence.left(1).toLower() + sentence.mid(1)).toStdString();
+}
+
 namespace {
 
-// What no person would save comes from a file that was made to do harm.
-constexpr std::size_t mostSteps = 1000;
 constexpr int longestName = 255;
 
 constexpr char listSuffix[] = ".xqq";
@@ -25,15 +31,6 @@ constexpr char listSuffix[] = ".xqq";
 std::string bytesOf(const QString& path)
 {
     return QFile::encodeName(QDir::cleanPath(path)).toStdString();
-}
-
-// A sentence for a message box as one that follows a file's name and a colon.
-std::string asClause(QString sentence)
-{
-    while (sentence.endsWith('.')) {
-        sentence.chop(1);
-    }
-    return (sentence.left(1).toLower() + sentence.mid(1)).toStdString();
 }
 
 tl::unexpected<Error> unusable(const QString& path, const std::string& sentence)
@@ -87,9 +84,9 @@ std::set<int> stepNumbers(const SettingsFile& settings)
     return numbers;
 }
 
-Result<std::vector<StepRequest>> stepsIn(const SettingsFile& settings, const QString& path)
+Result<std::vector<StepRequest>> stepsIn(const SettingsFile& settings, const std::set<int>& numbers,
+                                         const QString& path)
 {
-    const std::set<int> numbers = stepNumbers(settings);
     if (numbers.empty()) {
         return unusable(path, settings.Contains("SequenceName")
                                   ? "the action list holds no steps"
@@ -122,7 +119,8 @@ Result<SavedEntry> actionListIn(const QString& path)
     if (!settings) {
         return tl::unexpected<Error>(settings.error());
     }
-    auto steps = stepsIn(*settings, path);
+    const std::set<int> numbers = stepNumbers(*settings);
+    auto steps = stepsIn(*settings, numbers, path);
     if (!steps) {
         return tl::unexpected<Error>(std::move(steps.error()));
     }
@@ -135,8 +133,10 @@ Result<SavedEntry> actionListIn(const QString& path)
         }
     }
     return SavedEntry{QFile::encodeName(name).toStdString(),
-                      nameAt(*settings, "SequenceCategory").toStdString(), bytesOf(path),
-                      std::move(*steps)};
+                      nameAt(*settings, "SequenceCategory").toStdString(),
+                      bytesOf(path),
+                      std::move(*steps),
+                      {numbers.begin(), numbers.end()}};
 }
 
 // The one step that a file holds under a key.
@@ -167,7 +167,14 @@ Result<SavedEntry> favouriteIn(const QString& path)
         return tl::unexpected<Error>(std::move(step.error()));
     }
     const QString name = QFileInfo(path).completeBaseName();
-    return SavedEntry{QFile::encodeName(name).toStdString(), {}, bytesOf(path), {*step}};
+    return SavedEntry{QFile::encodeName(name).toStdString(), {}, bytesOf(path), {*step}, {}};
+}
+
+Result<SavedEntry> toolSettingsIn(const QString& path)
+{
+    return stepIn(path, "ToolSettings", "a tool-settings file").map([&path](StepRequest step) {
+        return SavedEntry{bytesOf(path), {}, bytesOf(path), {std::move(step)}, {}};
+    });
 }
 
 // The path of something in a user's folder, or why there is none.
@@ -212,29 +219,37 @@ std::vector<Result<SavedEntry>> entriesOf(const QString& folder, const QString& 
     return entries;
 }
 
-Result<std::vector<StepRequest>> alone(Result<StepRequest> step)
-{
-    return std::move(step).map([](StepRequest only) { return std::vector<StepRequest>{only}; });
-}
-
 } // namespace
 
-Result<std::vector<StepRequest>> savedSteps(const SavedIn& saved)
+Result<std::string> savedFile(const SavedIn& saved)
 {
     switch (saved.kind) {
     case SavedKind::ActionList:
-        return actionListPath(saved.name).and_then(actionListIn).map([](SavedEntry list) {
-            return std::move(list.steps);
-        });
+        return actionListPath(saved.name).map(bytesOf);
     case SavedKind::Favourite:
-        return favouritePath(saved.name).and_then(favouriteIn).map([](SavedEntry favourite) {
-            return std::move(favourite.steps);
-        });
+        return favouritePath(saved.name).map(bytesOf);
     case SavedKind::ToolSettings:
         break;
     }
-    return alone(
-        stepIn(QFile::decodeName(saved.name.c_str()), "ToolSettings", "a tool-settings file"));
+    return saved.name;
+}
+
+Result<SavedEntry> savedEntry(const SavedIn& saved)
+{
+    switch (saved.kind) {
+    case SavedKind::ActionList:
+        return actionListPath(saved.name).and_then(actionListIn);
+    case SavedKind::Favourite:
+        return favouritePath(saved.name).and_then(favouriteIn);
+    case SavedKind::ToolSettings:
+        break;
+    }
+    return toolSettingsIn(QFile::decodeName(saved.name.c_str()));
+}
+
+Result<std::vector<StepRequest>> savedSteps(const SavedIn& saved)
+{
+    return savedEntry(saved).map([](SavedEntry entry) { return std::move(entry.steps); });
 }
 
 std::vector<Result<SavedEntry>> savedActionLists()

@@ -2,6 +2,9 @@
 
 #include "VantoraHost/core/actions/Sequence.h"
 
+#include <QtCore/QString>
+
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -25,15 +28,27 @@ struct SavedIn {
 /// damaged at any step has none at all.
 Result<std::vector<StepRequest>> savedSteps(const SavedIn& saved);
 
-/// A list or a favourite in the user's folders.
+/// What somebody saved.
 struct SavedEntry {
-    std::string name;     ///< by which savedSteps finds it
+    std::string name;     ///< by which savedEntry finds it
     std::string category; ///< of a list; may be empty
     std::string file;
     std::vector<StepRequest> steps;
+    std::vector<int> numbers; ///< those of a list's steps in its file, ascending, from 0
 };
 
-/// All of them, by the names of their files; those that can't be used as the reason.
+/// The most steps of a list. A file with more comes from nobody who saved them one by one.
+inline constexpr std::size_t mostSteps = 1000;
+
+Result<SavedEntry> savedEntry(const SavedIn& saved);
+
+/// The file that it is in, whatever that holds.
+Result<std::string> savedFile(const SavedIn& saved);
+
+/// A sentence for a message box as one that follows a file's name and a colon.
+std::string asClause(QString sentence);
+
+/// All in the user's folders, by the names of their files; those that can't be used as the reason.
 std::vector<Result<SavedEntry>> savedActionLists();
 std::vector<Result<SavedEntry>> savedFavourites();
 

@@ -204,6 +204,8 @@ TEST(HelpAndVersion, AreNoMistakes)
         {"run --help", HasSubstr("Examples:")},
         {"help", HasSubstr("Commands")},
         {"help run", HasSubstr("--pages")},
+        {"lists --help", HasSubstr("vantora lists remove \"Clean scans\"")},
+        {"lists change --help", HasSubstr("--step N")},
         {"--version", testing::MatchesRegex("vantora [0-9.]+\n")},
     };
     for (const auto& [line, says] : rows) {

@@ -66,6 +66,27 @@ TEST_F(Program, ShowsDialogsWhereThereIsADisplay)
         testing::EndsWith("{\"dialog\":\"accept\",\"shown inside\":\"VantoraPreviewClass\"}\n"));
 }
 
+TEST_F(Program, KeepsFavouritesWhereThereIsNoDisplay)
+{
+    // The offscreen platform never frees its screen, which is no leak of the program's.
+    const std::string alone = "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM "
+                              "ASAN_OPTIONS=detect_leaks=0 XDG_DATA_HOME=data " +
+                              program;
+    const auto added = runCommand(alone + " favourites add 'No cover' --pages 1");
+    EXPECT_EQ(added.status, 0);
+    EXPECT_THAT(added.output, testing::StartsWith("No cover  (Delete Pages, "));
+    EXPECT_THAT(support::readFile("data/orvex software/Tollera/Settings/Favorites/No cover.ini"),
+                HasSubstr("ActionIcon=@Variant("));
+
+    EXPECT_EQ(
+        runCommand(alone + " favourites change 'No cover' --set byPageRangeTextEdit=1-9").output,
+        added.output.substr(0, added.output.rfind('=')) + "=1-9\n");
+    EXPECT_EQ(runCommand(alone + " run --favourite 'No cover' in.pdf -o out.pdf").status, 0);
+    EXPECT_EQ(support::pageTexts(support::readFile("out.pdf")), support::pagesNamed({10}));
+    EXPECT_EQ(runCommand(alone + " favourites remove 'No cover'").status, 0);
+    EXPECT_EQ(runCommand(alone + " favourites").output, "vantora: no favourite is saved\n");
+}
+
 TEST_F(Program, SaysInOneLineThatNoDisplayCanBeReached)
 {
     const char* const without[] = {

@@ -10,7 +10,9 @@ import unittest
 from pathlib import Path
 
 PROGRAM = SOURCE_DIR = None
-COMMANDS = ["run", "configure", "info", "actions", "lists", "favourites"]
+SAVED = ["lists", "favourites", "settings"]
+COMMANDS = [[name] for name in ["run", "configure", "info", "actions", *SAVED]] + [
+    [name, verb] for name in SAVED for verb in ["show", "add", "change", "remove"]]
 OPTION = re.compile(r"(?<![\w-])(--?[a-z0-9][a-z-]*)")
 
 
@@ -39,23 +41,24 @@ class Documents(unittest.TestCase):
 
     def test_the_manual_page_explains_every_option(self):
         manual = (SOURCE_DIR / "docs/vantora.1").read_text().replace("\\-", "-")
-        for command in ([], *([name] for name in COMMANDS)):
+        for command in ([], *COMMANDS):
             for option in options_of(*command):
                 self.assertRegex(manual, rf"(?<![\w-]){option}(?![\w-])", f"{command} {option}")
 
     def test_the_manual_page_has_no_option_that_is_not_there(self):
-        known = set().union(options_of(), *(options_of(name) for name in COMMANDS))
+        known = set().union(options_of(), *(options_of(*command) for command in COMMANDS))
         manual = (SOURCE_DIR / "docs/vantora.1").read_text().replace("\\-", "-")
         explained = {option for line in re.findall(r"\.TP\n\.B\S* (.*)", manual) for option in OPTION.findall(line)}
         self.assertEqual(explained - known, set())
 
     def test_the_completion_offers_exactly_the_options(self):
-        for name in COMMANDS:
-            self.assertEqual(completed(PROGRAM, name)("-"), options_of(name), name)
+        for command in COMMANDS:
+            self.assertEqual(completed(PROGRAM, *command)("-"), options_of(*command), command)
         self.assertEqual(completed(PROGRAM)("-"), options_of())
 
     def test_the_completion_offers_the_commands(self):
         self.assertEqual(completed(PROGRAM)("r"), {"run"})
+        self.assertEqual(completed(PROGRAM, "lists")(""), {"show", "add", "change", "remove"})
 
     def test_the_completion_offers_the_actions_that_are_installed(self):
         self.assertEqual(completed(PROGRAM, "run", "--action")("D"), {"Delete\\ Pages"})
@@ -72,6 +75,7 @@ class Documents(unittest.TestCase):
                 "[General]\nSequenceName=My list\nActionName0=Delete Pages\n"
                 "ActionPrefs0=@Variant(\\0\\0\\0\\x8\\0\\0\\0\\0)\n")
             self.assertIn("My\\ list", completed(PROGRAM, "run", "--list", data=data)("M"))
+            self.assertIn("My\\ list", completed(PROGRAM, "lists", "change", data=data)("M"))
 
     def test_the_manual_page_is_without_formatting_mistakes(self):
         result = subprocess.run(["man", "--warnings", "-l", str(SOURCE_DIR / "docs/vantora.1")],

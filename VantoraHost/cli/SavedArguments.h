@@ -1,0 +1,44 @@
+#pragma once
+
+#include "VantoraHost/cli/RunArguments.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace vantora::cli {
+
+/// What the arguments of one verb of "lists", "favourites" or "settings" are read into.
+struct SavedVerbArguments {
+    CLI::App* command = nullptr;
+    StepArguments steps;
+    std::vector<std::string> changes;
+    std::string category;
+    std::string position;
+    CLI::Option* categoryOption = nullptr;
+    CLI::Option* positionOption = nullptr;
+    SavedOptions options;
+};
+
+/// What those of one of these commands are read into.
+struct SavedKindArguments {
+    CLI::App* command = nullptr;
+    SavedOptions listing;
+    std::array<SavedVerbArguments, 4> verbs;
+};
+
+/// What those of all three are read into.
+struct SavedArguments {
+    std::array<SavedKindArguments, 3> kinds;
+};
+
+/// Declares the commands. What they are read into must outlive the parsing.
+void declareSaved(CLI::App& program, SavedArguments& saved);
+
+/// Whether it is one of these commands.
+bool isSaved(const SavedArguments& saved, const std::string& command);
+
+/// The options that the arguments of the command say, or the mistake in them.
+tl::expected<Command, Ending> finished(SavedArguments& saved, const std::string& command);
+
+} // namespace vantora::cli
