@@ -1,6 +1,7 @@
 #include "VantoraApp/CMsgBoxDialog.h"
 
 #include "VantoraApp/CUtils.h"
+#include "VantoraApp/FocusRing.h"
 #include "VantoraApp/HostSetting.h"
 #include "VantoraApp/ProductTitle.h"
 
@@ -8,6 +9,8 @@
 #include <QtGui/QIcon>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
+#include <QtGui/QWindow>
+#include <QtWidgets/QApplication>
 
 #include <iterator>
 
@@ -72,6 +75,7 @@ CMsgBoxDialog::CMsgBoxDialog(QWidget* parent) : QDialog(parent, Qt::FramelessWin
 
     for (QToolButton* button : {mForm.btn1, mForm.btn2, mForm.btn3})
         button->setStyleSheet(buttonStyle);
+    new FocusRing(this);
 }
 
 void CMsgBoxDialog::CoverGlobalParent()
@@ -129,6 +133,15 @@ void CMsgBoxDialog::GrowToContent()
     QRect box(QPoint(0, 0), grown);
     box.moveCenter(geometry().center());
     setGeometry(box);
+}
+
+// A box without a parent would go behind the dialog that it keeps from being used.
+void CMsgBoxDialog::StayInFrontOf(const QWidget* window)
+{
+    if (parentWidget() != nullptr || window == nullptr)
+        return;
+    winId(); // makes the window
+    windowHandle()->setTransientParent(window->windowHandle());
 }
 
 void CMsgBoxDialog::Finish(int result)
@@ -199,6 +212,7 @@ int CMsgBoxDialog::execDialog(int type, QString title, QString message, QString 
     box.setAccessibleName(box.mForm.titleLabel->text());
     box.setAccessibleDescription(message);
     box.GrowToContent();
+    box.StayInFrontOf(QApplication::activeModalWidget());
     box.setFocus(Qt::OtherFocusReason);
     box.exec();
     return box.mResult;

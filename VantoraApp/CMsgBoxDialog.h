@@ -46,6 +46,7 @@ private:
     void ShowIcon(int type);
     void ShowButtons(const QString& button1, const QString& button2, const QString& button3);
     void GrowToContent();
+    void StayInFrontOf(const QWidget* window);
     void Finish(int result);
 
     Ui_vantoraMsgBoxDlg mForm;

@@ -13,12 +13,20 @@ CSaveAsActionlistDialog::CSaveAsActionlistDialog(QWidget* parent, Qt::WindowFlag
     mForm.setupUi(this);
     TitleLabel()->setText(windowTitle());
     FitToTexts(mForm.main_widget);
+    // The button ends where the border of the group does, which a style sheet sets in.
+    mForm.gridLayout_2->setColumnMinimumWidth(2, mForm.cancelButton->minimumWidth() + 4);
     VDaddMainWidget(mForm.main_widget, true);
 
     while (mForm.categoryComboBox->count() > 0)
         mForm.categoryComboBox->removeItem(0);
     mForm.categoryComboBox->addItems(CActionUtils::GetActionListCategories());
     mForm.actionListNameLineEdit->setFocus();
+    ReachBy(tr("Alt+W"), mForm.newActionListRadioButton);
+    ReachBy(tr("Alt+E"), mForm.addToActionListRadioButton);
+    ReachBy(tr("Alt+N"), mForm.actionListNameLineEdit);
+    ReachBy(tr("Alt+T"), mForm.categoryComboBox);
+    ReachBy(tr("Alt+S"), mForm.saveButton);
+    ReachBy(tr("Alt+C"), mForm.cancelButton);
     connect(mForm.actionListNameLineEdit, &QLineEdit::returnPressed, this,
             &CSaveAsActionlistDialog::PressSave);
 }

@@ -41,6 +41,11 @@ CSaveAsCollectionDialog::CSaveAsCollectionDialog(QWidget* parent, Qt::WindowFlag
     if (height() <= leastHeight)
         setFixedHeight(leastHeight);
     mForm.collectionNameLineEdit->setFocus();
+    ReachBy(tr("Alt+I"), mForm.icon_toolButton);
+    ReachBy(tr("Alt+N"), mForm.collectionNameLineEdit);
+    ReachBy(tr("Alt+F"), mForm.saveSettingsToFileButton);
+    ReachBy(tr("Alt+S"), mForm.saveButton);
+    ReachBy(tr("Alt+C"), mForm.cancelButton);
 }
 
 void CSaveAsCollectionDialog::LoadPrefsData(QMap<QString, QVariant>* prefs)

@@ -3,6 +3,7 @@
 #include "VantoraApp/CUtils.h"
 #include "VantoraApp/CVantoraDialogStyle.h"
 #include "VantoraApp/CVantoraHeaderButton.h"
+#include "VantoraApp/FocusRing.h"
 #include "VantoraApp/FormFitting.h"
 #include "VantoraApp/HostSetting.h"
 #include "VantoraApp/ProductTitle.h"
@@ -11,11 +12,13 @@
 #include <QtGui/QFontInfo>
 #include <QtGui/QFontMetrics>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
 #include <QtWidgets/QFrame>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QShortcut>
 #include <QtWidgets/QVBoxLayout>
 
 namespace {
@@ -68,6 +71,7 @@ CVantoraDialog::CVantoraDialog(QWidget* parent, bool flag)
     mFramelessHandler.setWidgetResizable(true);
     mFramelessHandler.setMoveBarHeight(headerHeight);
     mFramelessHandler.setBorderWidth(borderWidth);
+    new FocusRing(this);
 }
 
 QFrame* CVantoraDialog::CreateFrame(const char* name, const char* styleSheet, int row, int column)
@@ -259,7 +263,6 @@ void CVantoraDialog::VDaddCloseButton()
     connect(mCloseButton, &QToolButton::clicked, this, &QDialog::reject);
 }
 
-// The buttons of the header take no focus; the keyboard reaches them by their shortcuts.
 void CVantoraDialog::VDaddTopButtons()
 {
     mAddToActionListButton =
@@ -283,6 +286,62 @@ void CVantoraDialog::VDhideAddToActionListButton()
 {
     if (mAddToActionListButton != nullptr)
         mAddToActionListButton->hide();
+}
+
+void CVantoraDialog::ReachBy(const QString& keys, QWidget* widget)
+{
+    if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+        button->setShortcut(QKeySequence(keys));
+        return;
+    }
+    const auto* shortcut = new QShortcut(QKeySequence(keys), this);
+    connect(shortcut, &QShortcut::activated, widget,
+            [widget] { widget->setFocus(Qt::ShortcutFocusReason); });
+}
+
+QList<QWidget*> CVantoraDialog::HeaderStops() const
+{
+    QList<QWidget*> stops;
+    for (QWidget* button : mHeaderWidget->findChildren<CVantoraHeaderButton*>()) {
+        if (button->isVisible() && button->isEnabled())
+            stops << button;
+    }
+    return stops;
+}
+
+QList<QWidget*> CVantoraDialog::ContentStops() const
+{
+    QList<QWidget*> stops;
+    for (QWidget* next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
+        if ((next->focusPolicy() & Qt::TabFocus) != 0 && next->focusProxy() == nullptr &&
+            next->isVisible() && next->isEnabled() && next->window() == this)
+            stops << next;
+    }
+    return stops;
+}
+
+bool CVantoraDialog::focusNextPrevChild(bool next)
+{
+    const QList<QWidget*> header = HeaderStops();
+    const QList<QWidget*> stops = ContentStops() + header;
+    const int from = stops.indexOf(focusWidget());
+    if (header.isEmpty() || from < 0)
+        return QDialog::focusNextPrevChild(next);
+    const int to = (from + (next ? 1 : -1) + stops.size()) % stops.size();
+    if (!header.contains(stops.at(from)) && !header.contains(stops.at(to)))
+        return QDialog::focusNextPrevChild(next);
+    stops.at(to)->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
+// Tool buttons take only the space bar.
+void CVantoraDialog::keyPressEvent(QKeyEvent* event)
+{
+    auto* button = qobject_cast<CVantoraHeaderButton*>(focusWidget());
+    if (button != nullptr && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+        button->click();
+    else
+        QDialog::keyPressEvent(event);
 }
 
 int CVantoraDialog::exec()

@@ -45,6 +45,11 @@ public slots:
 protected:
     void changeEvent(QEvent* event) override;
 
+    /// The Tab key leads through the content and then through the header's buttons, which take no
+    /// focus from the mouse.
+    bool focusNextPrevChild(bool next) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
     /// The host's preview widget that the dialog is shown in, or null.
     QWidget* PreviewHost() const { return mPreviewHost; }
     QLabel* TitleLabel() const { return mTitleLabel; }
@@ -53,6 +58,9 @@ protected:
     /// more room than the form gives them, as with large fonts, and writes them in black, since the
     /// form is white. To be called before VDaddMainWidget.
     void FitToTexts(QWidget* widget);
+
+    /// Lets keys such as Alt+S press a button or, if it is none, lead to the widget.
+    void ReachBy(const QString& keys, QWidget* widget);
 
 private:
     QFrame* CreateFrame(const char* name, const char* styleSheet, int row, int column);
@@ -67,6 +75,8 @@ private:
     void FitHeaderFont();
     void AlignTitle();
     QRect ReferenceArea() const;
+    QList<QWidget*> HeaderStops() const;
+    QList<QWidget*> ContentStops() const;
 
     CFramelessHandler mFramelessHandler;
     bool mFlag;

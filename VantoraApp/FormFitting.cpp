@@ -1,5 +1,6 @@
 #include "VantoraApp/FormFitting.h"
 
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLayout>
@@ -64,6 +65,21 @@ void FitGroup(QGroupBox* group)
     group->layout()->setContentsMargins(margins);
 }
 
+/// The desktop's colours where they go with the white of a form, and light ones where the desktop
+/// is dark, so that no form is half dark.
+QPalette OnWhite(const QPalette& desktop)
+{
+    if (desktop.color(QPalette::Base).lightness() >= desktop.color(QPalette::Text).lightness())
+        return desktop;
+    QPalette light(QColor(239, 239, 239), Qt::white);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        light.setColor(QPalette::Disabled, role, QColor(150, 150, 150));
+    light.setColor(QPalette::PlaceholderText, QColor(110, 110, 110));
+    light.setColor(QPalette::Highlight, QColor(70, 90, 160));
+    light.setColor(QPalette::HighlightedText, Qt::white);
+    return light;
+}
+
 /// Writes on the white of a form in black, also where the desktop writes in white on black.
 void WriteInBlack(QWidget* widget)
 {
@@ -100,6 +116,9 @@ void GrowToWrappedLabels(QWidget* form, int border)
 void FitFormToTexts(QWidget* form, int border)
 {
     form->ensurePolished();
+    const QPalette palette = OnWhite(QApplication::palette());
+    for (QWidget* child : form->findChildren<QWidget*>())
+        child->setPalette(palette); // which style sheets keep from being inherited
     for (QWidget* child : form->findChildren<QWidget*>()) {
         if (qobject_cast<QLabel*>(child) || qobject_cast<QGroupBox*>(child) ||
             qobject_cast<QRadioButton*>(child))

@@ -8,6 +8,8 @@
 #include "VantoraApp/ProductTitle.h"
 #include "VantoraApp/SettingsFile.h"
 
+#include <QtWidgets/QShortcut>
+
 namespace {
 
 constexpr char pageRangeKey[] = "byPageRangeTextEdit";
@@ -35,6 +37,13 @@ CPrefsDialog::CPrefsDialog(QWidget* parent, Qt::WindowFlags /*flags*/)
     VDaddTopButtons();
     VDaddCloseButton();
     mForm.byPageRangeTextEdit->setFocus();
+    ReachBy(tr("Alt+P"), mForm.byPageRangeTextEdit);
+    ReachBy(tr("Alt+O"), mForm.okButton);
+    ReachBy(tr("Alt+C"), mForm.cancelButton);
+    // Return alone begins a line in the range.
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(QKeySequence(Qt::CTRL + key), this), &QShortcut::activated,
+                mForm.okButton, &QPushButton::click);
     if (!KeepsGeometry())
         return;
     if (const auto settings = SettingsFile::Read(GeometryFile()))
@@ -103,6 +112,7 @@ void CPrefsDialog::on_VDShowSaveDialog()
     GetPrefs(&prefs);
     dialog.LoadPrefsData(&prefs);
     dialog.exec();
+    activateWindow(); // or its keys would do nothing until it is clicked
 }
 
 void CPrefsDialog::on_VDShowSaveCollectionDialog()

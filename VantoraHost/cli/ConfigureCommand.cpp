@@ -1,6 +1,6 @@
 #include "VantoraHost/cli/ConfigureCommand.h"
 
-#include "VantoraApp/StyleSheetMessages.h"
+#include "VantoraApp/DialogMessages.h"
 #include "VantoraHost/cli/DisplayProbe.h"
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/core/actions/ActionCatalog.h"
@@ -27,7 +27,7 @@ std::unique_ptr<QApplication> startApplication()
     static int argumentCount = 1;
     static char name[] = "vantora";
     static char* arguments[] = {name, nullptr};
-    DropStyleSheetMessages();
+    DropDialogMessages();
     // Sizes in dialogs are those of a display of 96 dpi; images have twins of double density.
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);

@@ -4,6 +4,7 @@
 #include "tests/support/ShownTexts.h"
 
 #include <QtGui/QScreen>
+#include <QtGui/QWindow>
 #include <QtTest/QTest>
 
 #include <functional>
@@ -44,6 +45,30 @@ protected:
         CMsgBoxDialog::execDialog(type, title, message, "OK", "", "");
     }
 };
+
+TEST_F(CMsgBoxDialogTest, StaysInFrontOfTheDialogThatItKeepsFromBeingUsed)
+{
+    QDialog dialog;
+    OnModal<QDialog> run([](QDialog& shown) {
+        look([&shown](CMsgBoxDialog& box) {
+            EXPECT_EQ(box.parentWidget(), nullptr);
+            EXPECT_EQ(box.windowHandle()->transientParent(), shown.windowHandle());
+        });
+        shown.reject();
+    });
+    dialog.exec();
+}
+
+TEST_F(CMsgBoxDialogTest, ShowsWhichButtonHasTheKeyboard)
+{
+    look([](CMsgBoxDialog& box) {
+        QWidget& ring = child(box, "VDfocusRing");
+        EXPECT_FALSE(ring.isVisible());
+        QTest::keyClick(&box, Qt::Key_Tab);
+        EXPECT_EQ(box.focusWidget(), &child(box, "btn1"));
+        EXPECT_TRUE(ring.isVisible());
+    });
+}
 
 struct ResultRow {
     const char* name;

@@ -9,6 +9,8 @@
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -267,6 +269,43 @@ TEST_F(CVantoraDialogTest, CallsTheSubclassByMouseAndByKeyboard)
         [&dialog] { return dialog.listShown == 2 && dialog.collectionShown == 2; }, longestWait));
 }
 
+TEST_F(CVantoraDialogTest, LeadsTheTabKeyThroughTheContentAndThenTheHeader)
+{
+    Dialog dialog;
+    auto* layout = new QHBoxLayout(dialog.addContent({400, 300}, false));
+    for (const char* name : {"first", "second"}) {
+        auto* button = new QPushButton(name);
+        button->setObjectName(name);
+        layout->addWidget(button);
+    }
+    dialog.VDaddTopButtons();
+    dialog.VDaddCloseButton();
+    dialog.VDhideAddToActionListButton();
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    dialog.child("first").setFocus();
+    QWidget& ring = dialog.child("VDfocusRing");
+    EXPECT_FALSE(ring.isVisible());
+    EXPECT_EQ(tabOrder(dialog, 5),
+              (QStringList{"first", "second", "VDtoolbarAddToCollectionsButton",
+                           "vantoraHeaderCloseBtn", "first"}));
+
+    dialog.child("first").setFocus();
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    QWidget& button = dialog.child("VDtoolbarAddToCollectionsButton");
+    EXPECT_EQ(dialog.focusWidget(), &button);
+    EXPECT_TRUE(ring.isVisible());
+    EXPECT_TRUE(ring.geometry().contains(QRect(button.mapTo(&dialog, QPoint()), button.size())));
+    QTest::keyClick(&button, Qt::Key_Space);
+    QTest::keyClick(&button, Qt::Key_Return);
+    EXPECT_EQ(dialog.collectionShown, 2);
+    QTest::keyClick(&button, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(dialog.focusWidget(), &dialog.child("second"));
+    EXPECT_FALSE(ring.isVisible());
+}
+
 TEST_F(CVantoraDialogTest, TakesADoubleClickOnAHeaderButtonForOneClick)
 {
     Dialog dialog;
@@ -322,6 +361,27 @@ TEST_F(CVantoraDialogTest, WritesInBlackOnTheWhiteOfAForm)
     dialog.VDaddMainWidget(form, false);
     dialog.show();
     EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(Qt::black));
+    QApplication::setPalette(before);
+}
+
+TEST_F(CVantoraDialogTest, HasLightFieldsAndButtonsOnTheWhiteOfAForm)
+{
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(49, 54, 59), QColor(35, 38, 41)));
+    Dialog dialog;
+    auto* form = new QWidget;
+    form->setObjectName("main_widget");
+    auto* layout = new QHBoxLayout(form);
+    QWidget* const parts[] = {new QLineEdit, new QPushButton};
+    for (QWidget* part : parts)
+        layout->addWidget(part);
+    dialog.FitToTexts(form);
+    dialog.VDaddMainWidget(form, false);
+    dialog.show();
+    for (QWidget* part : parts) {
+        const QImage image = part->grab().toImage();
+        EXPECT_GT(qGray(image.pixel(image.rect().center())), 200);
+    }
     QApplication::setPalette(before);
 }
 

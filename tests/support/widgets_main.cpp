@@ -1,4 +1,4 @@
-#include "VantoraApp/StyleSheetMessages.h"
+#include "VantoraApp/DialogMessages.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtWidgets/QApplication>
@@ -41,7 +41,7 @@ int main(int argc, char** argv)
         qputenv(name, path);
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    DropStyleSheetMessages();
+    DropDialogMessages();
     const auto application = startApplication(argc, argv);
     QApplication::setApplicationName("vantora-test");
     return home.isValid() ? RUN_ALL_TESTS() : 1;

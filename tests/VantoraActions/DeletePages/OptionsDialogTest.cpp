@@ -333,13 +333,61 @@ TEST_F(OptionsDialog, IsUsedByTheKeyboardAlone)
     EXPECT_EQ(open([this] {
                   EXPECT_EQ(dialog->focusWidget(), &edit());
                   type("1,3");
-                  EXPECT_EQ(tabOrder(*dialog, 3),
-                            (QStringList{"byPageRangeTextEdit", "okButton", "cancelButton"}));
+                  EXPECT_EQ(
+                      tabOrder(*dialog, 6),
+                      (QStringList{"byPageRangeTextEdit", "okButton", "cancelButton",
+                                   "VDtoolbarAddToActionListButton",
+                                   "VDtoolbarAddToCollectionsButton", "vantoraHeaderCloseBtn"}));
                   QTest::keyClick(&edit(), Qt::Key_Tab);
                   QTest::keyClick(dialog->focusWidget(), Qt::Key_Return);
               }),
               1);
     EXPECT_EQ(prefs, accepted("1,3"));
+}
+
+TEST_F(OptionsDialog, IsAcceptedAndLeftByKeysFromTheRange)
+{
+    const auto typeAnd = [this](int key, Qt::KeyboardModifier modifier) {
+        return open([=] {
+            edit().clear();
+            type("1,3");
+            QTest::keyClick(&edit(), static_cast<Qt::Key>(key), modifier);
+            EXPECT_TRUE(QTest::qWaitFor([this] { return !dialog->isVisible(); }, 20000));
+        });
+    };
+    EXPECT_EQ(typeAnd(Qt::Key_Return, Qt::ControlModifier), 1);
+    EXPECT_EQ(typeAnd(Qt::Key_Enter, Qt::ControlModifier), 1);
+    EXPECT_EQ(prefs, accepted("1,3"));
+    EXPECT_EQ(typeAnd(Qt::Key_O, Qt::AltModifier), 1);
+    EXPECT_EQ(typeAnd(Qt::Key_C, Qt::AltModifier), 0);
+}
+
+/// Where the right edge of a widget of the dialog is.
+int rightOf(const QWidget& widget)
+{
+    return widget.mapTo(widget.window(), widget.rect().bottomRight()).x();
+}
+
+TEST_F(OptionsDialog, HasItsButtonsEndWhereTheBorderOfTheGroupDoes)
+{
+    constexpr int marginInStyleSheet = 4;
+    const auto endsWithGroup = [](QWidget& shown) {
+        EXPECT_EQ(rightOf(*shown.findChild<QWidget*>("cancelButton")),
+                  rightOf(*shown.findChild<QWidget*>("groupBox")) - marginInStyleSheet)
+            << shown.objectName().toStdString();
+    };
+    open([&] {
+        endsWithGroup(*dialog);
+        for (const auto& [button, saver] :
+             {std::pair("VDtoolbarAddToActionListButton", "saveAsActionlistDialog"),
+              std::pair("VDtoolbarAddToCollectionsButton", "saveAsCollectionDialog")}) {
+            OnModal<QDialog> run(saver, [&](QDialog& shown) {
+                endsWithGroup(shown);
+                shown.reject();
+            });
+            press(button);
+        }
+    });
 }
 
 TEST_F(OptionsDialog, ShowsAllOfItsTextsInAnyFontAndDirection)

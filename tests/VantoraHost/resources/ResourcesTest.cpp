@@ -161,12 +161,26 @@ TEST(Images, OfTheHeadersButtonsStandOutFromTheHeaderAndUnderThePointer)
                 if (qAlpha(pixel) < 255)
                     continue;
                 ++drawn;
-                // Graphical objects need a contrast of 3 to 1 (guideline 1.4.11).
                 for (const QRgb ground : grounds)
-                    ASSERT_GE(contrast(pixel, ground), 3) << name << " at " << x << ", " << y;
+                    ASSERT_GE(contrast(pixel, ground), 4.5) << name << " at " << x << ", " << y;
             }
         }
         EXPECT_GT(drawn, 10) << name;
+    }
+}
+
+TEST(Images, OfMessagesHaveAnOutlineThatStandsOutFromWhite)
+{
+    for (const char* name :
+         {"msgBox_info.png", "msgBox_warning.png", "msgBox_error.png", "PaneHelp_selected.png"}) {
+        const QImage image(root + name);
+        for (int y = 12; y < 32; ++y) {
+            int x = 0;
+            while (x < image.width() && qAlpha(image.pixel(x, y)) < 255)
+                ++x;
+            ASSERT_LT(x, image.width()) << name;
+            EXPECT_GE(contrast(image.pixel(x, y), qRgb(255, 255, 255)), 4.5) << name << ", " << y;
+        }
     }
 }
 

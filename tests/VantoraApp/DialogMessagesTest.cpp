@@ -1,4 +1,4 @@
-#include "VantoraApp/StyleSheetMessages.h"
+#include "VantoraApp/DialogMessages.h"
 
 #include <QtCore/QStringList>
 #include <QtCore/QtGlobal>
@@ -14,19 +14,21 @@ void note(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QStri
     messages << message;
 }
 
-TEST(DropStyleSheetMessages, LetsAllOtherMessagesPass)
+TEST(DropDialogMessages, LetsAllOtherMessagesPass)
 {
     const QtMessageHandler before = qInstallMessageHandler(note);
-    DropStyleSheetMessages();
-    DropStyleSheetMessages();
+    DropDialogMessages();
+    DropDialogMessages();
     qWarning("Could not create pixmap from none.png");
     qWarning("QCssParser::parseColorValue: Specified color with alpha value but no alpha given: "
              "'rgba 210, 210, 210'");
+    qWarning("QObject::connect: No such slot CVantoraDialog::on_MaxRestore()");
+    qWarning("QObject::connect: No such slot CVantoraDialog::on_MoveMaximized() in a.cpp:1");
     qWarning("Could not create pixmap from :/other.png");
-    qWarning("QObject::connect: No such slot");
+    qWarning("QObject::connect: No such slot CVantoraDialog::on_Other()");
     qInstallMessageHandler(before);
     EXPECT_EQ(messages, (QStringList{"Could not create pixmap from :/other.png",
-                                     "QObject::connect: No such slot"}));
+                                     "QObject::connect: No such slot CVantoraDialog::on_Other()"}));
 }
 
 } // namespace
