@@ -22,7 +22,10 @@ void HandleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
         message.startsWith(QLatin1String("QCssParser::parseColorValue: Specified color with alpha "
                                          "value but no alpha given")) ||
         message == QLatin1String("Could not create pixmap from none.png");
-    if (!isAboutStyleSheets && !IsAboutAnAbsentSlot(message))
+    // As in a job of cron, where Qt does without the folder.
+    const bool isAboutFolder =
+        message.startsWith(QLatin1String("QStandardPaths: XDG_RUNTIME_DIR not set"));
+    if (!isAboutStyleSheets && !isAboutFolder && !IsAboutAnAbsentSlot(message))
         handlerBefore(type, context, message);
 }
 

@@ -1,6 +1,7 @@
 #include "VantoraHost/cli/SavedCommand.h"
 
 #include "VantoraApp/CActionUtils.h"
+#include "VantoraApp/DialogMessages.h"
 #include "VantoraHost/cli/GuiPart.h"
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/cli/NamedSteps.h"
@@ -100,6 +101,7 @@ std::unique_ptr<QGuiApplication> startWithoutDisplay()
     static char option[] = "-platform";
     static char platform[] = "offscreen";
     static char* arguments[] = {name, option, platform, nullptr};
+    DropDialogMessages();
     auto application = std::make_unique<QGuiApplication>(argumentCount, arguments);
     std::setlocale(LC_NUMERIC, "C"); // the application has taken over the user's
     return application;

@@ -24,6 +24,7 @@ TEST(DropDialogMessages, LetsAllOtherMessagesPass)
              "'rgba 210, 210, 210'");
     qWarning("QObject::connect: No such slot CVantoraDialog::on_MaxRestore()");
     qWarning("QObject::connect: No such slot CVantoraDialog::on_MoveMaximized() in a.cpp:1");
+    qWarning("QStandardPaths: XDG_RUNTIME_DIR not set, defaulting to '/tmp/runtime-me'");
     qWarning("Could not create pixmap from :/other.png");
     qWarning("QObject::connect: No such slot CVantoraDialog::on_Other()");
     qInstallMessageHandler(before);

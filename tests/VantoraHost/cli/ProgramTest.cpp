@@ -70,6 +70,7 @@ TEST_F(Program, KeepsFavouritesWhereThereIsNoDisplay)
 {
     // The offscreen platform never frees its screen, which is no leak of the program's.
     const std::string alone = "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM "
+                              "-u XDG_RUNTIME_DIR "
                               "ASAN_OPTIONS=detect_leaks=0 XDG_DATA_HOME=data " +
                               program;
     const auto added = runCommand(alone + " favourites add 'No cover' --pages 1");
