@@ -96,11 +96,17 @@ int showSaved(const SavedOptions& options, const Streams& streams)
 // An application that can draw where there is no display.
 std::unique_ptr<QGuiApplication> startWithoutDisplay()
 {
-    static int argumentCount = 3;
     static char name[] = "vantora";
     static char option[] = "-platform";
     static char platform[] = "offscreen";
-    static char* arguments[] = {name, option, platform, nullptr};
+    // Anew each time, since the application takes out what it has understood.
+    static int argumentCount;
+    static char* arguments[4];
+    argumentCount = 3;
+    arguments[0] = name;
+    arguments[1] = option;
+    arguments[2] = platform;
+    arguments[3] = nullptr;
     DropDialogMessages();
     auto application = std::make_unique<QGuiApplication>(argumentCount, arguments);
     std::setlocale(LC_NUMERIC, "C"); // the application has taken over the user's

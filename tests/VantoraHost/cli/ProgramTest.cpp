@@ -77,7 +77,7 @@ TEST_F(Program, KeepsFavouritesWhereThereIsNoDisplay)
     EXPECT_EQ(added.status, 0);
     EXPECT_THAT(added.output, testing::StartsWith("No cover  (Delete Pages, "));
     EXPECT_THAT(support::readFile("data/orvex software/Tollera/Settings/Favorites/No cover.ini"),
-                HasSubstr("ActionIcon=@Variant("));
+                HasSubstr("ActionIcon=\"@Variant("));
 
     EXPECT_EQ(
         runCommand(alone + " favourites change 'No cover' --set byPageRangeTextEdit=1-9").output,

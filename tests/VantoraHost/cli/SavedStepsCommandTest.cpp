@@ -197,9 +197,9 @@ TEST_F(SavedStepsCommand, ChangesNothingThatItRefusesToWorkOn)
     ASSERT_TRUE(WriteSettingsFile(FavouritePath("Start"), {{"ActionPrefs", optionsWith("1-2")}}));
     const auto before = terminal::contents(home.data().toStdString());
     const std::vector<Case> rows = {
-        {"a range that is none", "lists add One --pages 6-4", 2, "\"6-4\" is not a page range"},
+        {"a range that is none", "lists add One --pages 6-4", 2, "\"6-4\" goes down"},
         {"a changed range that is none", "lists change One --set byPageRangeTextEdit=6-4", 2,
-         "\"6-4\" is not a page range"},
+         "\"6-4\" goes down"},
         {"an action that is not installed", "lists add One --action Rotate", 2, "vantora actions"},
         {"no step", "lists add One", 2, "nothing to do"},
         {"a name that leads elsewhere", "lists add a/b --pages 1", 2, "a slash"},
@@ -212,9 +212,9 @@ TEST_F(SavedStepsCommand, ChangesNothingThatItRefusesToWorkOn)
         {"the only step", "lists remove One --step 1", 1, "its only step"},
         {"no such list", "lists remove gone", 2, "no action list of this name"},
         {"nothing to change", "lists change One", 2, "nothing to change"},
-        {"a favourite that is there", "favourites add Start --pages 1", 2, "--overwrite"},
+        {"a favourite that is there", "favourites add Start --pages 1", 1, "--overwrite"},
         {"a favourite of two steps", "favourites add New --pages 1 --pages 2", 2, "one step"},
-        {"settings that are there", "settings add cover.tsf --pages 1", 2, "--overwrite"},
+        {"settings that are there", "settings add cover.tsf --pages 1", 1, "--overwrite"},
         {"another file in the way", "settings add in.pdf --pages 1 --overwrite", 1,
          "in.pdf: not a tool-settings file"},
         {"another file to remove", "settings remove text.tsf", 1, "not a tool-settings file"},
