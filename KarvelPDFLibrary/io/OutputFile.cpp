@@ -180,9 +180,14 @@ Status OutputFile::takeOverAttributes()
     if (fchmod(file_.get(), target.st_mode & 0777) != 0) {
         return notWritable(path_, errno);
     }
-    if (acl_extended_file(path_.c_str()) == 1 &&
-        perm_copy_file(path_.c_str(), temporary_.c_str(), nullptr) != 0) {
-        return notWritable(path_, errno);
+    if (acl_extended_file(path_.c_str()) == 1) {
+        const acl_t list = acl_get_file(path_.c_str(), ACL_TYPE_ACCESS);
+        const bool taken = list && acl_set_fd(file_.get(), list) == 0;
+        const int error = errno;
+        acl_free(list);
+        if (!taken) {
+            return notWritable(path_, error);
+        }
     }
     return {};
 }

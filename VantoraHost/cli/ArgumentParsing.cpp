@@ -1,6 +1,7 @@
 #include "VantoraHost/cli/ArgumentParsing.h"
 
 #include "VantoraHost/cli/Streams.h"
+#include "VantoraHost/core/ShownText.h"
 
 #include <algorithm>
 
@@ -33,7 +34,7 @@ Ending mistake(const std::string& sentence, const std::string& helpFor)
     std::string line = sentence;
     std::replace(line.begin(), line.end(), '\n', ' ');
     return {WrongUsage,
-            line + "; see vantora " + helpFor + (helpFor.empty() ? "--help" : " --help")};
+            shown(line) + "; see vantora " + helpFor + (helpFor.empty() ? "--help" : " --help")};
 }
 
 tl::expected<Setting, std::string> settingOf(const std::string& text)

@@ -1,5 +1,6 @@
 #include "VantoraHost/cli/Options.h"
 #include "VantoraHost/cli/Program.h"
+#include "VantoraHost/core/workers/Confinement.h"
 
 #include <QtCore/QCoreApplication>
 
@@ -56,6 +57,7 @@ bool terminalIsDumb()
 
 int main(int argc, char** argv)
 {
+    vantora::keepMemoryPrivate();
     listenForInterruptions();
     std::ios::sync_with_stdio(false);
     const std::vector<std::string> arguments(argv + 1, argv + argc);

@@ -13,11 +13,13 @@ bool isControl(wchar_t unit)
     return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
 }
 
-// Bidirectional controls could make a name look like another one.
-bool reorders(wchar_t unit)
+// Bidirectional controls could make a name look like another one, separators make another line of
+// its rest, and tag characters hide what isn't to be seen.
+bool misleads(wchar_t unit)
 {
-    return unit == 0x200E || unit == 0x200F || (unit >= 0x202A && unit <= 0x202E) ||
-           (unit >= 0x2066 && unit <= 0x2069);
+    return unit == 0x061C || unit == 0x200E || unit == 0x200F ||
+           (unit >= 0x2028 && unit <= 0x202E) || (unit >= 0x2066 && unit <= 0x2069) ||
+           (unit >= 0xE0000 && unit <= 0xE007F);
 }
 
 std::string hexadecimal(const char* format, unsigned value)
@@ -42,8 +44,8 @@ std::string shown(std::string_view text)
             line += karvel::text::toWide(hexadecimal("\\x%02x", code));
         } else if (code >= 0xDC80 && code <= 0xDCFF) {
             line += karvel::text::toWide(hexadecimal("\\x%02x", code & 0xFF));
-        } else if (reorders(unit)) {
-            line += karvel::text::toWide(hexadecimal("\\u%04x", code));
+        } else if (misleads(unit)) {
+            line += karvel::text::toWide(hexadecimal(code > 0xFFFF ? "\\U%08x" : "\\u%04x", code));
         } else {
             line += unit;
         }

@@ -1,17 +1,23 @@
 #pragma once
 
+#include "VantoraHost/core/workers/FileAccess.h"
+
 #include <cstdint>
 
 namespace vantora {
 
-/// Ends this process when its parent ends, and lets it neither gain privileges nor leave core dumps
-/// (which would hold the documents).
+/// Lets nobody look into this process's memory but the administrator, and leaves no core dump of
+/// it: there may be passwords and documents in it.
+void keepMemoryPrivate();
+
+/// Ends this process when its parent ends, lets it not gain privileges, keeps its memory private,
+/// and takes the user's terminal from it.
 void giveUpPrivileges();
 
-/// Takes the network, new processes and what governs the system from this process, for good, and
-/// limits its memory to so many bytes (0 for no limit). What the system doesn't support is left
-/// out. Threads and files stay.
-void confine(std::uint64_t memoryLimit);
+/// Limits this process for good: to memory of so many bytes (0 for no limit), to these files, and
+/// to the calls of the system that working on documents takes; over others it is killed. What the
+/// system doesn't support is left out. Threads stay.
+void confine(std::uint64_t memoryLimit, const FileAccess& files);
 
 /// The memory of this machine in bytes, or less where this process may only use less.
 std::uint64_t availableMemory();

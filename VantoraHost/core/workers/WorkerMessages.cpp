@@ -221,7 +221,9 @@ std::string setupMessage(const WorkerSetup& setup)
         .add("if_empty", static_cast<int>(setup.job.ifEmpty))
         .add("report_first", setup.job.reportFirst)
         .add("memory_limit", setup.memoryLimit)
-        .add("whole_run", setup.wholeRun);
+        .add("whole_run", setup.wholeRun)
+        .add("readable", setup.files.readable)
+        .add("writable", setup.files.writable);
     return json.text();
 }
 
@@ -254,6 +256,7 @@ Result<WorkerSetup> setupOf(std::string_view line, const StoredReader& stored)
     setup.job.reportFirst = (*json)["report_first"].toBool();
     setup.memoryLimit = wholeNumber((*json)["memory_limit"]).value_or(0);
     setup.wholeRun = (*json)["whole_run"].toBool();
+    setup.files = {bytesOf((*json)["readable"].toArray()), bytesOf((*json)["writable"].toArray())};
     return setup;
 }
 

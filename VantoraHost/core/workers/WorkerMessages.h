@@ -2,6 +2,7 @@
 
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/documents/DocumentJob.h"
+#include "VantoraHost/core/workers/FileAccess.h"
 
 #include <QtCore/QByteArray>
 
@@ -32,6 +33,7 @@ struct WorkerSetup {
     /// The worker sees the whole run and tells the actions of its beginning and its end; else
     /// somebody else does.
     bool wholeRun = false;
+    FileAccess files;              ///< what its documents take
 };
 
 /// One document for a worker.

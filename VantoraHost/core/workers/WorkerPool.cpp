@@ -54,6 +54,7 @@ public:
     {
         WorkerSetup setup = settings.setup;
         setup.job = batch.settings;
+        setup.files = fileAccessOf(batch);
         setupLine = setupMessage(setup);
     }
 

@@ -17,7 +17,7 @@ struct WorkerSettings {
     std::chrono::seconds timeToBegin{120}; ///< the longest that a worker may take to be ready
     std::function<std::chrono::steady_clock::time_point()> now =
         std::chrono::steady_clock::now; ///< the time that the limits go by
-    /// `job` is taken from the batch. With `wholeRun`, one worker does all documents in their
+    /// `job` and `files` are taken from the batch. With `wholeRun`, one worker does all documents in their
     /// order, and what it leaves undone is done by nobody.
     WorkerSetup setup;
 };

@@ -45,6 +45,8 @@ public:
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_adddup2(&actions, orders.read.get(), STDIN_FILENO);
         posix_spawn_file_actions_adddup2(&actions, answers.write.get(), STDOUT_FILENO);
+        // What else the user's shell has open is none of its business.
+        posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
         // Ctrl-C reaches every process of the terminal, but it is the run that stops its workers.
         sigset_t blocked;
         sigemptyset(&blocked);

@@ -97,7 +97,11 @@ public:
             return tl::unexpected<Error>(std::move(made.error()));
         }
         sequence = std::make_unique<Sequence>(std::move(*made));
-        confine(setup.memoryLimit);
+        std::vector<std::filesystem::path> own = setup.actionFolders;
+        own.push_back(setup.library.parent_path());
+        const std::vector<std::string> always = programFiles(std::move(own));
+        setup.files.readable.insert(setup.files.readable.end(), always.begin(), always.end());
+        confine(setup.memoryLimit, setup.files);
         return setup.wholeRun ? sequence->begin(*library) : Outcome();
     }
 

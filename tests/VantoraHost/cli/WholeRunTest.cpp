@@ -42,7 +42,7 @@ protected:
         }
         QVariantMap options = {{"ActionName", "Delete Pages"}, {"byPageRangeTextEdit", "1"}};
         for (const char* key : {"log", "processes", "pages"}) {
-            options.insert(key, key);
+            options.insert(key, QString("out/") + key);
         }
         EXPECT_TRUE(WriteSettingsFile("known.tsf", {{"ToolSettings", options}}));
     }
@@ -58,7 +58,12 @@ protected:
         for (const char* file : {"log", "processes", "pages"}) {
             fs::remove(file);
         }
-        return terminal::run(line, setting);
+        const auto answer = terminal::run(line, setting);
+        for (const std::string file : {"log", "processes", "pages"}) { // workers write nowhere else
+            std::error_code missing;
+            fs::rename("out/" + file, file, missing);
+        }
+        return answer;
     }
 
     static std::vector<std::string> linesOf(const char* file)
@@ -68,7 +73,7 @@ protected:
 
     static constexpr int documents = 12;
     static constexpr const char* unknown =
-        " --action Scripted --set log=log --set processes=processes --set pages=pages ";
+        " --action Scripted --set log=out/log --set processes=out/processes --set pages=out/pages ";
     std::vector<std::string> names;
 };
 

@@ -17,6 +17,9 @@ TEST(ShownText, FitsOnOneLine)
         {"an escape sequence", "\x1b[31mred", "\\x1b[31mred"},
         {"a control character in UTF-8", "\xc2\x9b", "\\x9b"},
         {"bytes that are not UTF-8", "caf\xe9", "caf\\xe9"},
+        {"a mark of the Arabic direction", "a\u061cb", "a\\u061cb"},
+        {"separators of lines and paragraphs", "a\u2028b\u2029c", "a\\u2028b\\u2029c"},
+        {"tags, which nobody sees", "a\U000e0041\U000e007fb", "a\\U000e0041\\U000e007fb"},
         {"an override of the direction", "a\u202efdp.exe", "a\\u202efdp.exe"},
     };
     for (const auto& row : rows) {

@@ -26,6 +26,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     setup.job.ifEmpty = IfEmpty::Skip;
     setup.memoryLimit = 1ULL << 40;
     setup.wholeRun = true;
+    setup.files = {{"in/caf\xe9.pdf", "b.pdf"}, {"out"}};
     const std::string message = setupMessage(setup);
     EXPECT_EQ(message.find('\n'), std::string::npos);
 
@@ -44,6 +45,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     EXPECT_EQ(got->job.ifEmpty, IfEmpty::Skip);
     EXPECT_EQ(got->memoryLimit, setup.memoryLimit);
     EXPECT_TRUE(got->wholeRun);
+    EXPECT_EQ(got->files, setup.files);
 }
 
 TEST(WorkerSetup, IsRefusedWhenItIsNoneOrOfAnotherVersion)
