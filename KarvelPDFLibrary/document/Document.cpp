@@ -1,10 +1,14 @@
 #include "KarvelPDFLibrary/document/Document.h"
 
+#include "KarvelPDFLibrary/document/CryptFilters.h"
+#include "KarvelPDFLibrary/document/LostEncryption.h"
 #include "KarvelPDFLibrary/document/MissingTrailer.h"
+#include "KarvelPDFLibrary/index/CryptFilterNote.h"
 #include "KarvelPDFLibrary/io/WindowedInput.h"
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <qpdf/QPDFExc.hh>
 #include <qpdf/QPDFLogger.hh>
 #include <qpdf/QUtil.hh>
@@ -33,6 +37,55 @@ Error openingError(const std::string& name)
                      error.text.substr(std::min(error.text.size(), name.size() + 2)) + ")";
     }
     return error;
+}
+
+using Opened = Result<std::unique_ptr<Document>>;
+using Opener = std::function<Opened(const std::shared_ptr<io::ByteSource>&, const LoadOptions&)>;
+
+/// Whether a document was opened as if it were open to everybody although what says how it is
+/// encrypted may merely be lost.
+bool mayHideEncryption(Document& document)
+{
+    if (document.file().isEncrypted()) {
+        return false;
+    }
+    const auto trailer = document.file().getTrailer().getDictAsMap();
+    const auto entry = trailer.find("/Encrypt");
+    const bool leadsNowhere = entry != trailer.end() && entry->second.isIndirect();
+    return leadsNowhere ||
+           (document.wasReconstructed() && tracesOfEncryption(*document.source()).any);
+}
+
+/// Opens a document whose trailer doesn't say how it is encrypted by what else in the file does.
+Opened openWithEncryptionFound(const std::shared_ptr<io::ByteSource>& source,
+                               const LoadOptions& options, const Opener& open)
+{
+    const EncryptionTraces traces = tracesOfEncryption(*source);
+    if (const std::shared_ptr<io::ByteSource> mended = withTrailerAdded(source, traces)) {
+        Opened document = open(mended, options);
+        // A password can be wrong only where nothing else is missing that the key is made from.
+        const bool isKeyWhole = traces.revision > 4 || !traces.identifier.empty();
+        const bool fits =
+            document ? (*document)->file().isEncrypted()
+                     : document.error().code == ErrorCode::EncryptionUnsupported ||
+                           (document.error().code == ErrorCode::WrongPassword && isKeyWhole);
+        if (fits) {
+            return document;
+        }
+    }
+    return fail(ErrorCode::NotPdf, source->name() +
+                                       ": damaged: it is encrypted, or was, but what " +
+                                       "says how is lost; an undamaged copy is needed");
+}
+
+Status canBeDeciphered(const std::string& name, const std::string& unknownFilter)
+{
+    if (!unknownFilter.empty()) {
+        return fail(ErrorCode::EncryptionUnsupported,
+                    name + ": is encrypted in a way that is not supported (crypt filter " +
+                        unknownFilter + ")");
+    }
+    return {};
 }
 
 bool tellsOfReconstruction(const QPDFExc& warning)
@@ -66,33 +119,53 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
 {
     // Programs have been known to store passwords in other encodings. Each attempt needs a fresh
     // file: libqpdf looks at the password only once, however often a file is opened again.
-    const std::vector<std::string> encodings =
-        options.password.empty() ? std::vector<std::string>{options.password}
-                                 : QUtil::possible_repaired_encodings(options.password);
-    Status status;
-    for (const std::string& encoding : encodings) {
-        std::unique_ptr<Document> document(new Document(source));
-        status = document->open({encoding, options.reconstruct});
-        if (status) {
-            return document;
+    const auto openSource = [](const std::shared_ptr<io::ByteSource>& from,
+                               const LoadOptions& with) -> Opened {
+        const std::vector<std::string> encodings =
+            with.password.empty() ? std::vector<std::string>{with.password}
+                                  : QUtil::possible_repaired_encodings(with.password);
+        Status status;
+        for (const std::string& encoding : encodings) {
+            std::unique_ptr<Document> document(new Document(from));
+            status = document->open({encoding, with.reconstruct});
+            if (status) {
+                return document;
+            }
+            if (status.error().code != ErrorCode::WrongPassword) {
+                break;
+            }
         }
-        if (status.error().code != ErrorCode::WrongPassword) {
-            break;
+        return tl::unexpected<Error>(std::move(status.error()));
+    };
+    const auto openEncrypted = [&] {
+        Opened found = openWithEncryptionFound(source, options, openSource);
+        if (found) {
+            (*found)->originalSize_ = source->size();
+            (*found)->reconstructed_ = true;
         }
+        return found;
+    };
+    Opened document = openSource(source, options);
+    if (document && mayHideEncryption(**document)) {
+        return openEncrypted();
     }
-    if (options.reconstruct && status.error().code == ErrorCode::NotPdf) {
-        if (auto mended = loadWithTrailerAdded(source)) {
-            return mended;
-        }
+    if (document || !options.reconstruct || document.error().code != ErrorCode::NotPdf) {
+        return document;
     }
-    return tl::unexpected<Error>(std::move(status.error()));
+    if (auto mended = loadWithTrailerAdded(source)) {
+        return mended;
+    }
+    Opened found = openEncrypted();
+    const bool saysMore = found || found.error().code != ErrorCode::NotPdf;
+    return saysMore ? std::move(found) : std::move(document);
 }
 
 /// libqpdf rebuilds a cross-reference table only where a trailer is left.
 std::unique_ptr<Document>
 Document::loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source)
 {
-    const std::shared_ptr<io::ByteSource> mended = withTrailerAdded(source);
+    const bool isOpen = !tracesOfEncryption(*source).any;
+    const std::shared_ptr<io::ByteSource> mended = isOpen ? withTrailerAdded(source) : nullptr;
     if (!mended) {
         return nullptr;
     }
@@ -112,8 +185,17 @@ Status Document::open(const LoadOptions& options)
         file_->setAttemptRecovery(options.reconstruct);
         file_->processInputSource(std::make_shared<io::WindowedInput>(source_), password_.c_str());
         keepWhatTheKeyWasMadeFrom();
+        if (Status status = canBeDeciphered(source_->name(), unknownCryptFilter(*file_)); !status) {
+            return status;
+        }
         if (Status status = readPages(); !status) {
             return status;
+        }
+        if (!index_ || index::mayUseCryptFilters(*index_)) {
+            const std::string unknown = unknownCryptFilterOfStreams(*file_);
+            if (Status status = canBeDeciphered(source_->name(), unknown); !status) {
+                return status;
+            }
         }
     } catch (...) {
         Error error = openingError(source_->name());

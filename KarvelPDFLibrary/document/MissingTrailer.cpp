@@ -44,8 +44,32 @@ private:
     std::string text_;
 };
 
-/// The number and generation of the object whose dictionary a position lies in, given the text
-/// before it.
+/// The last catalog of a file, as a reference.
+std::optional<std::string> findCatalog(io::ByteSource& source)
+{
+    constexpr std::size_t windowSize = 1024 * 1024;
+    constexpr std::size_t overlap = 4096; // a catalog's dictionary up to its /Type
+    std::vector<char> window(windowSize);
+    std::optional<std::string> found;
+    for (std::int64_t offset = 0; offset < source.size();
+         offset += static_cast<std::int64_t>(windowSize - overlap)) {
+        const std::size_t length = source.readAt(offset, window.data(), window.size());
+        const std::string_view text(window.data(), length);
+        if (text.find("/ObjStm") != std::string_view::npos) {
+            return std::nullopt;
+        }
+        for (std::size_t at = 0; (at = text.find("/Catalog", at)) != std::string_view::npos; ++at) {
+            const std::size_t from = at - std::min(at, overlap);
+            if (auto reference = objectAround(text.substr(from, at - from))) {
+                found = std::move(reference);
+            }
+        }
+    }
+    return found;
+}
+
+} // namespace
+
 std::optional<std::string> objectAround(std::string_view before)
 {
     const std::size_t keyword = before.rfind("obj");
@@ -71,39 +95,14 @@ std::optional<std::string> objectAround(std::string_view before)
     std::uint64_t number = 0;
     std::uint64_t generation = 0;
     at = index::skipSpace(before, at);
-    const bool numbered = index::readUnsigned(before, at, number) && number > 0;
+    const bool numbered =
+        index::readUnsigned(before, at, number) && number > 0 && number <= 0x7FFFFFFF;
     at = index::skipSpace(before, at);
     if (!numbered || !index::readUnsigned(before, at, generation)) {
         return std::nullopt;
     }
     return std::to_string(number) + " " + std::to_string(generation) + " R";
 }
-
-/// The last catalog of a file, as a reference.
-std::optional<std::string> findCatalog(io::ByteSource& source)
-{
-    constexpr std::size_t windowSize = 1024 * 1024;
-    constexpr std::size_t overlap = 4096; // a catalog's dictionary up to its /Type
-    std::vector<char> window(windowSize);
-    std::optional<std::string> found;
-    for (std::int64_t offset = 0; offset < source.size();
-         offset += static_cast<std::int64_t>(windowSize - overlap)) {
-        const std::size_t length = source.readAt(offset, window.data(), window.size());
-        const std::string_view text(window.data(), length);
-        if (text.find("/Encrypt") != std::string_view::npos ||
-            text.find("/ObjStm") != std::string_view::npos) {
-            return std::nullopt;
-        }
-        for (std::size_t at = 0; (at = text.find("/Catalog", at)) != std::string_view::npos; ++at) {
-            if (auto reference = objectAround(text.substr(0, at))) {
-                found = std::move(reference);
-            }
-        }
-    }
-    return found;
-}
-
-} // namespace
 
 std::shared_ptr<io::ByteSource> withTrailerAdded(const std::shared_ptr<io::ByteSource>& source)
 {
@@ -113,6 +112,25 @@ std::shared_ptr<io::ByteSource> withTrailerAdded(const std::shared_ptr<io::ByteS
     }
     return std::make_shared<LongerSource>(source, "\ntrailer\n<< /Root " + *catalog +
                                                       " >>\nstartxref\n0\n%%EOF\n");
+}
+
+std::shared_ptr<io::ByteSource> withTrailerAdded(const std::shared_ptr<io::ByteSource>& source,
+                                                 const EncryptionTraces& traces)
+{
+    const std::optional<std::string> catalog = findCatalog(*source);
+    if (!catalog || traces.dictionary.empty()) {
+        return nullptr;
+    }
+    // A trailer in the file would come before one that merely follows it, so this one has a table.
+    // Its one entry leads nowhere, which makes libqpdf look for the objects.
+    const std::string table =
+        std::to_string(traces.object > 0 ? traces.object : std::stoi(*catalog)) +
+        " 1\n0000000001 00000 n \n";
+    return std::make_shared<LongerSource>(
+        source, "\nxref\n" + table + "trailer\n<< /Size 1 /Root " + *catalog + " /Encrypt " +
+                    traces.dictionary +
+                    (traces.identifier.empty() ? "" : " /ID " + traces.identifier) +
+                    " >>\nstartxref\n" + std::to_string(source->size() + 1) + "\n%%EOF\n");
 }
 
 } // namespace karvel

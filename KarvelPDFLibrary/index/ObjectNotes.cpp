@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/index/ObjectNotes.h"
 
+#include "KarvelPDFLibrary/index/CryptFilterNote.h"
+
 #include <algorithm>
 
 namespace karvel::index {
@@ -32,6 +34,9 @@ constexpr TellingName tellingNames[] = {
     {"DocTimeStamp", HasSignature},
 };
 
+/// Of a name that is written in an unusual way and is looked at later.
+constexpr int anyFlag = HasDestination | HasOptionalParts | HasPopup | HasSignature | HasPlace;
+
 int flagOf(std::string_view name)
 {
     for (const TellingName& telling : tellingNames) {
@@ -39,18 +44,15 @@ int flagOf(std::string_view name)
             return telling.flag;
         }
     }
-    // What is written in an unusual way is looked at later.
-    return name.find('#') == std::string_view::npos
-               ? 0
-               : HasDestination | HasOptionalParts | HasPopup | HasSignature | HasPlace;
+    return name.find('#') == std::string_view::npos ? 0 : anyFlag;
 }
 
 /// The most references of one object.
 constexpr std::size_t mostReferences = 0xFFFFFF;
 
 /// Categories of resources in which content can be (ISO 32000-2, 7.8.3).
-constexpr std::string_view categories[] = {"/XObject",    "/Pattern",   "/Shading",
-                                           "/Properties", "/ExtGState", "/Font"};
+constexpr std::string_view categories[] = {"/XObject",   "/Pattern", "/Shading",   "/Properties",
+                                           "/ExtGState", "/Font",    "/ColorSpace"};
 
 bool isCategory(std::string_view key)
 {
@@ -147,7 +149,11 @@ void ObjectNotes::forget()
 
 void ObjectNotes::name(std::string_view name)
 {
-    flags_ = static_cast<std::uint16_t>(flags_ | flagOf(name));
+    const int flags = flagOf(name);
+    flags_ = static_cast<std::uint16_t>(flags_ | flags);
+    if (flags == anyFlag || name == "Crypt") {
+        index_.objects_[wholeFile].flags = NamesCryptFilter;
+    }
 }
 
 void ObjectNotes::afterEntry(std::string_view key, std::string_view value)
