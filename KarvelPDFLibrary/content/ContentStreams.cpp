@@ -9,19 +9,6 @@ namespace karvel::content {
 
 namespace {
 
-/// The streams that a page's /Contents refers to, in order.
-std::vector<QPDFObjectHandle> streamsOf(QPDFObjectHandle page)
-{
-    QPDFObjectHandle contents = page.getKey("/Contents");
-    std::vector<QPDFObjectHandle> streams;
-    if (contents.isArray()) {
-        streams = contents.getArrayAsVector();
-    } else if (contents.isStream()) {
-        streams.push_back(contents);
-    }
-    return streams;
-}
-
 /// Reads a stream's bytes as they are stored from another stream.
 class OtherStreamsData final : public QPDFObjectHandle::StreamDataProvider {
 public:
@@ -64,7 +51,7 @@ void putStreams(Document& document, int number,
                 const std::unordered_map<int, QPDFObjectHandle>& instead)
 {
     QPDFObjectHandle page = document.page(number);
-    std::vector<QPDFObjectHandle> streams = streamsOf(page);
+    std::vector<QPDFObjectHandle> streams = contentStreams(page);
     bool differs = false;
     for (QPDFObjectHandle& stream : streams) {
         const auto found = instead.find(stream.getObjectID());
@@ -83,6 +70,18 @@ void putStreams(Document& document, int number,
 
 } // namespace
 
+std::vector<QPDFObjectHandle> contentStreams(QPDFObjectHandle page)
+{
+    QPDFObjectHandle contents = page.getKey("/Contents");
+    std::vector<QPDFObjectHandle> streams;
+    if (contents.isArray()) {
+        streams = contents.getArrayAsVector();
+    } else if (contents.isStream()) {
+        streams.push_back(contents);
+    }
+    return streams;
+}
+
 void removeSharedStreams(Document& document)
 {
     document.ownContentStreams = true;
@@ -97,13 +96,13 @@ Status ownStreams(Document& document, int page)
         std::unordered_map<int, int> others;
         for (int number = 1; number <= document.pageCount(); ++number) {
             if (number != page) {
-                for (const QPDFObjectHandle& stream : streamsOf(document.page(number))) {
+                for (const QPDFObjectHandle& stream : contentStreams(document.page(number))) {
                     ++others[stream.getObjectID()];
                 }
             }
         }
         std::unordered_map<int, QPDFObjectHandle> instead;
-        for (QPDFObjectHandle& stream : streamsOf(document.page(page))) {
+        for (QPDFObjectHandle& stream : contentStreams(document.page(page))) {
             const int object = stream.getObjectID();
             if (stream.isStream() && others.count(object) > 0 && instead.count(object) == 0) {
                 QPDFObjectHandle own = sameStream(document, stream);

@@ -4,6 +4,9 @@
 
 namespace karvel::content {
 
+/// The streams that a page's /Contents refers to, in order.
+std::vector<QPDFObjectHandle> contentStreams(QPDFObjectHandle page);
+
 /// Asks for content streams that no two pages share. Deleting a page never takes a stream from
 /// another one, so this makes a difference only when content is about to be changed:
 /// ownStreams() then gives the page its own.

@@ -40,14 +40,18 @@ def header():
 
 def unsupported(names):
     lines = ["// Generated from the function list: the functions that this version does not answer.",
-             '#include "exports.h"', "", '#include "KarvelPDFLibrary/exports/Boundary.h"', "",
-             "// The arguments of a function that is not available are not looked at.",
+             '#include "exports.h"', "", '#include "KarvelPDFLibrary/exports/Boundary.h"',
+             '#include "KarvelPDFLibrary/exports/WideArguments.h"', "",
+             "// The arguments of a function that is not available are not looked at; buffers in wide",
+             "// string arguments are freed, as callers expect.",
              '#pragma GCC diagnostic ignored "-Wunused-parameter"', ""]
     for function in forwarded():
         if function.name not in names:
             kind = {"int": "int", "double": "double", "wstring": "wchar_t*", "string": "char*"}[function.result]
-            lines += [f"{c_signature(function)}", "{",
-                      f'    return karvel::boundary::unavailable<{kind}>(instance, "{function.name}");', "}", ""]
+            wide = ", ".join(argument.name for argument in function.arguments if argument.kind == "wstring")
+            lines += [f"{c_signature(function)}", "{"]
+            lines += [f"    karvel::boundary::freeWide(instance, {{{wide}}});"] if wide else []
+            lines += [f'    return karvel::boundary::unavailable<{kind}>(instance, "{function.name}");', "}", ""]
     return "\n".join(lines)
 
 

@@ -276,4 +276,103 @@ TEST(Exports, OfFunctionsThatAreNotAvailableSaySo)
     EXPECT_EQ(KPLLastErrorCode(caller.instance), 13);
 }
 
+TEST(Exports, ThatAreNotAvailableFreeTheBuffersOfTheirWideStrings)
+{
+    Caller caller;
+    wchar_t* buffers[5];
+    for (wchar_t*& buffer : buffers) {
+        buffer = caller.wide(L"text");
+    }
+    const auto isFreed = [&](wchar_t* buffer) {
+        return KPLReleaseBuffer(caller.instance, reinterpret_cast<char*>(buffer)) == 0;
+    };
+    EXPECT_EQ(KPLOverlayFile(caller.instance, buffers[0], buffers[1], buffers[2], 1, 0), 0);
+    EXPECT_EQ(KPLBeginMarkedContent(caller.instance, buffers[3]), 0);
+    EXPECT_EQ(KPLLastErrorCode(caller.instance), 13);
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_TRUE(isFreed(buffers[i])) << i;
+    }
+    EXPECT_FALSE(isFreed(buffers[4])) << "nobody took it";
+    EXPECT_EQ(KPLBeginMarkedContent(caller.instance, nullptr), 0);
+}
+
+/// A document whose two pages share their one content stream.
+std::string sharingDocument()
+{
+    support::PagedDocument file(2);
+    const int content = file.builder.addStream(support::showText("Both"));
+    for (const int page : file.pages) {
+        file.builder.set(page, "<< /Type /Page /Parent " +
+                                   support::PdfBuilder::reference(file.root) +
+                                   " /MediaBox [0 0 612 792] /Contents " +
+                                   support::PdfBuilder::reference(content) + " >>");
+    }
+    return file.build();
+}
+
+TEST(Content, ThatIsSharedIsTheOwnOfAPageThatChanges)
+{
+    for (const bool isAskedFor : {true, false}) {
+        for (const int position : {1, 2}) {
+            Caller caller;
+            const int self = caller.instance;
+            ASSERT_GT(caller.load(sharingDocument()), 0);
+            if (isAskedFor) {
+                ASSERT_EQ(KPLRemoveSharedContentStreams(self), 1);
+            }
+            ASSERT_EQ(KPLIsDocumentModified(self), 0) << "nothing is copied before a change";
+            ASSERT_EQ(KPLSelectPage(self, 2), 1);
+            const std::string added = support::showText("Added");
+            ASSERT_EQ(KPLAddPageContentFromString(self, added.c_str(), position), 1);
+            const std::string both = support::showText("Both");
+            EXPECT_EQ(caller.bytes(KPLGetPageContentToString(self, 1)), both);
+            const std::string changed = caller.bytes(KPLGetPageContentToString(self, 2));
+            EXPECT_EQ(changed.find(added) < changed.find(both), position == 1);
+            const std::string saved = caller.bytes(KPLSaveToString(self));
+            EXPECT_EQ(
+                support::pageTexts(saved),
+                (std::vector<std::string>{"Both", position == 1 ? "Added  Both" : "Both  Added"}));
+            EXPECT_EQ(support::problems(saved), "");
+        }
+    }
+}
+
+TEST(Content, StaysSharedInAFileAsLongAsNothingChangesIt)
+{
+    std::string saved[2];
+    for (const bool isAskedFor : {false, true}) {
+        Caller caller;
+        ASSERT_GT(caller.load(sharingDocument()), 0);
+        if (isAskedFor) {
+            ASSERT_EQ(KPLRemoveSharedContentStreams(caller.instance), 1);
+        }
+        saved[isAskedFor] = caller.bytes(KPLSaveToString(caller.instance));
+    }
+    EXPECT_EQ(saved[0].size(), saved[1].size());
+}
+
+TEST(Content, ThatCannotBeReadIsRefused)
+{
+    const std::pair<const char*, int> rows[] = {{"q BT (x) Tj ET Q", 1},
+                                                {"", 1},
+                                                {"BI /W 1 /H 1 /BPC 8 /CS /G ID Q EI", 1},
+                                                {"(q) Tj [(Q)] TJ /q gs", 1},
+                                                {"q", 0},
+                                                {"Q q", 0},
+                                                {"BT", 0},
+                                                {"(open", 0},
+                                                {"[1 2", 0},
+                                                {"<< /A 1", 0},
+                                                {">> <<", 0}};
+    Caller caller;
+    ASSERT_GT(caller.load(support::documentOfPages(1)), 0);
+    for (const auto& [content, added] : rows) {
+        KPLClearLastError(caller.instance);
+        EXPECT_EQ(KPLAddPageContentFromString(caller.instance, content, 2), added) << content;
+        EXPECT_EQ(KPLLastErrorCode(caller.instance), added == 1 ? 0 : 14) << content;
+    }
+    EXPECT_EQ(KPLAddPageContentFromString(caller.instance, "q Q", 3), 0);
+    EXPECT_EQ(KPLLastErrorCode(caller.instance), 1);
+}
+
 } // namespace
