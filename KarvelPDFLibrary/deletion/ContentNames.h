@@ -15,9 +15,10 @@ void forEachName(std::string_view data, const std::function<void(const std::stri
 /// Reads which resources content names, within bounds.
 class ContentNames {
 public:
-    /// Adds all names in the content of a page, a stream or an array of streams, and in the forms
-    /// and patterns among the resources so named that have no resources of their own, or have those
-    /// that `sharesResources` says. False when something cannot be read, or too much was read
+    /// Adds all names in the content of a page, a stream or an array of streams, and in the forms,
+    /// patterns, soft masks and drawn glyphs among the resources so named that have no resources of
+    /// their own, or have those that `sharesResources` says; and the names by which resources so
+    /// named call colour spaces. False when something cannot be read, or too much was read
     /// before.
     bool collect(const QPDFObjectHandle& content, QPDFObjectHandle resources,
                  const std::function<bool(QPDFObjectHandle)>& sharesResources,

@@ -102,6 +102,16 @@ std::optional<OutlineEntry> OutlineEntries::readText(int object)
     if (*leads) {
         entry.lostTarget = action.empty() ? "Dest" : "A";
     }
+    const std::string_view element = text->value("SE");
+    if (!element.empty() && destination.empty() && action.empty()) {
+        const int target = targetOf(element);
+        if (target == 0) {
+            return std::nullopt;
+        }
+        if (removal_.isGone(target)) {
+            entry.lostTarget = "SE";
+        }
+    }
     return entry;
 }
 

@@ -27,7 +27,8 @@ struct OutlineEntry {
     /// Whether its text tells all about it.
     bool isPlain = false;
 
-    /// Where a plain entry has a target that is a removed page: the key that goes, "Dest" or "A".
+    /// Where a plain entry has a target that is a removed page, or a structure element that went
+    /// and nothing else: the key that goes, "Dest", "A" or "SE".
     const char* lostTarget = nullptr;
 };
 

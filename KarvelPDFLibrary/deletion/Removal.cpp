@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/deletion/Removal.h"
 
 #include "KarvelPDFLibrary/deletion/PageAnnotations.h"
+#include "KarvelPDFLibrary/deletion/PrivateData.h"
 
 #include <algorithm>
 #include <set>
@@ -190,6 +191,12 @@ std::vector<int> Removal::referrerNumbersOf(int object)
     std::sort(numbers.begin(), numbers.end());
     numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
     return numbers;
+}
+
+std::vector<int> Removal::formerReferrersOf(int object)
+{
+    const Referrers::Range range = referrers().of(object);
+    return {range.begin(), range.end()};
 }
 
 std::vector<QPDFObjectHandle> Removal::referrersOf(int object)
@@ -503,6 +510,7 @@ void Removal::cutReferencesToPages(QPDFObjectHandle holder)
 
 void Removal::cutLeftovers()
 {
+    PrivateData privateData(*this);
     std::unordered_set<std::uint32_t> seen;
     for (const int page : removedNumbers_) {
         for (const std::uint32_t referrer : referrers().of(page)) {
@@ -510,11 +518,13 @@ void Removal::cutLeftovers()
             if (isGone(number) || !seen.insert(referrer).second) {
                 continue;
             }
-            if (!isRightByText(number, pages_)) {
+            if (!isRightByText(number, pages_) && privateData.leadsBelow(object(number))) {
+                privateData.take(number);
                 cutReferencesToPages(object(number));
             }
         }
     }
+    privateData.takeFromTrailer();
     for (const auto& [key, value] : file().getTrailer().getDictAsMap()) {
         if (isRemovedPage(value)) {
             changes().editTrailer().removeKey(key);

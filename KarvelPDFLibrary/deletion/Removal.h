@@ -123,6 +123,9 @@ public:
     /// The same as numbers.
     std::vector<int> referrerNumbersOf(int object);
 
+    /// The numbers of all objects that referred to an object when the removal began, gone or not.
+    std::vector<int> formerReferrersOf(int object);
+
     /// The numbers of the objects, not gone themselves, that refer to removed pages, each once.
     /// Page tree nodes and plain links are left out.
     std::vector<int> pageReferrers();

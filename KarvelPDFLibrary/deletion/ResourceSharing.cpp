@@ -3,13 +3,55 @@
 #include "KarvelPDFLibrary/deletion/PageAnnotations.h"
 
 #include <algorithm>
+#include <set>
 
 namespace karvel::deletion {
 
 namespace {
 
-constexpr const char* categories[] = {"/XObject",    "/Pattern",   "/Shading",
-                                      "/Properties", "/ExtGState", "/Font"};
+constexpr const char* categories[] = {"/XObject",   "/Pattern", "/Shading",   "/Properties",
+                                      "/ExtGState", "/Font",    "/ColorSpace"};
+
+/// How many pages before and behind a removed one, and from all over the document, are asked what
+/// they use.
+constexpr int neighbours = 4;
+constexpr int samples = 8;
+
+/// The fonts that every reader has (ISO 32000-1, 9.6.2.2).
+bool isStandardFont(const std::string& name)
+{
+    static const std::set<std::string> names = {
+        "/Helvetica",   "/Helvetica-Bold",        "/Helvetica-Oblique",
+        "/Courier",     "/Helvetica-BoldOblique", "/Courier-Bold",
+        "/Times-Roman", "/Courier-Oblique",       "/Courier-BoldOblique",
+        "/Times-Bold",  "/Times-Italic",          "/Times-BoldItalic",
+        "/Symbol",      "/ZapfDingbats"};
+    return names.count(name) > 0;
+}
+
+/// Whether a font is a standard one without anything of its own.
+bool isBareFont(QPDFObjectHandle font)
+{
+    QPDFObjectHandle name = font.getKey("/BaseFont");
+    QPDFObjectHandle encoding = font.getKey("/Encoding");
+    return name.isName() && isStandardFont(name.getName()) &&
+           (encoding.isNull() || encoding.isName()) && !font.hasKey("/FontDescriptor") &&
+           !font.hasKey("/ToUnicode") && !font.hasKey("/DescendantFonts");
+}
+
+/// Whether a graphics state has more than numbers and names.
+bool isMoreThanSettings(QPDFObjectHandle state)
+{
+    for (const auto& [key, value] : state.getDictAsMap()) {
+        QPDFObjectHandle entry = value;
+        const bool plain = entry.isName() || entry.isNumber() || entry.isBool() || entry.isNull() ||
+                           key == "/D"; // the dash pattern
+        if (!plain) {
+            return true;
+        }
+    }
+    return false;
+}
 
 bool isTreeNode(QPDFObjectHandle object)
 {
@@ -31,6 +73,17 @@ QPDFObjectHandle valuesOf(QPDFObjectHandle dictionary)
 bool ResourceSharing::holdsContent(const std::string& category, QPDFObjectHandle entry)
 {
     if (category == "/Font") {
+        return entry.isDictionary() && !isBareFont(entry);
+    }
+    if (category == "/ExtGState") {
+        return entry.isDictionary() && isMoreThanSettings(entry);
+    }
+    return category != "/ColorSpace" || !entry.isName();
+}
+
+bool ResourceSharing::isDrawn(const std::string& category, QPDFObjectHandle entry)
+{
+    if (category == "/Font") {
         QPDFObjectHandle subtype =
             entry.isDictionary() ? entry.getKey("/Subtype") : QPDFObjectHandle::newNull();
         return subtype.isName() && subtype.getName() == "/Type3";
@@ -38,7 +91,7 @@ bool ResourceSharing::holdsContent(const std::string& category, QPDFObjectHandle
     if (category == "/ExtGState") {
         return entry.isDictionary() && entry.getKey("/SMask").isDictionary();
     }
-    return true;
+    return category != "/ColorSpace";
 }
 
 bool ResourceSharing::mayBeShared(int object)
@@ -167,6 +220,33 @@ const std::vector<int>& ResourceSharing::inheritingFrom(int place)
         }
     }
     return inheriting_[place];
+}
+
+std::vector<ResourceUser> ResourceSharing::someUsersOf(const ResourceCategory& category,
+                                                       const PageEntry& page)
+{
+    Document& document = removal_.document();
+    std::set<int> numbers;
+    for (int step = 1; step <= neighbours; ++step) {
+        numbers.insert(removal_.presentNumberOf(page.original + step));
+        numbers.insert(removal_.presentNumberOf(std::max(page.original - step, 1)));
+    }
+    for (int part = 0; part < samples; ++part) {
+        numbers.insert(1 + static_cast<int>((document.pageCount() - 1LL) * part / (samples - 1)));
+    }
+    std::vector<ResourceUser> users;
+    for (const int number : numbers) {
+        if (number < 1 || number > document.pageCount()) {
+            continue;
+        }
+        QPDFObjectHandle resources = document.pageAttribute(number, "/Resources");
+        if (resources.isDictionary() &&
+            resources.getKey(category.name).isSameObjectAs(category.dictionary)) {
+            QPDFObjectHandle user = document.page(number);
+            users.push_back({user, user.getKey("/Contents"), resources});
+        }
+    }
+    return users;
 }
 
 /// Goes upwards from a category to all who use it.

@@ -43,13 +43,21 @@ public:
     /// A removed page.
     ResourceUser userOf(const PageEntry& page);
 
+    /// Some of the remaining pages that use a category of a removed page, found without looking for
+    /// all who do: those next to it and some from all over the document.
+    std::vector<ResourceUser> someUsersOf(const ResourceCategory& category, const PageEntry& page);
+
     /// Who uses a category, removed pages left out, and so streams that can only be reached through
     /// the category itself. Nothing when it cannot be told.
     std::optional<std::vector<ResourceUser>> usersOf(const ResourceCategory& category);
 
-    /// Whether an entry has content of its own: fonts and graphics states may, with glyphs that are
-    /// drawn and with soft masks.
+    /// Whether an entry tells anything of the pages that use it: all but the fonts that every
+    /// reader has, the names of colour spaces, and what is nothing but settings.
     static bool holdsContent(const std::string& category, QPDFObjectHandle entry);
+
+    /// Whether it may be something that is drawn: fonts and graphics states may, with glyphs that
+    /// are drawn and with soft masks.
+    static bool isDrawn(const std::string& category, QPDFObjectHandle entry);
 
     /// Appearances of a page's annotations that have no resources and so use the page's.
     static QPDFObjectHandle appearancesOn(QPDFObjectHandle page);

@@ -25,6 +25,7 @@ void putReferencesRight(Document& document)
     removeOutlineEntries(removal);
     renumberDestinations(removal);
     keepPageLabels(removal);
+    removePreviews(removal);
     removeDocumentParts(removal);
     removeSharedResources(removal);
     usage.look();

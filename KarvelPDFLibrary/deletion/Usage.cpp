@@ -1,74 +1,154 @@
 #include "KarvelPDFLibrary/deletion/Usage.h"
 
+#include "KarvelPDFLibrary/objects/NameTree.h"
 #include "KarvelPDFLibrary/objects/References.h"
 
+#include <algorithm>
+
 namespace karvel::deletion {
+
+namespace {
+
+bool isListOfNamed(const std::string& key)
+{
+    return std::any_of(std::begin(Usage::named), std::end(Usage::named),
+                       [&](const char* list) { return key == list; });
+}
+
+bool isList(const std::string& key)
+{
+    return key == "/IDS" || key == "/URLS" || isListOfNamed(key);
+}
+
+} // namespace
+
+/// Goes over everything that can be reached from somewhere.
+class Usage::Walk {
+public:
+    Walk(Removal& removal, NumberSet& seen, bool withGone)
+        : removal_(removal), seen_(seen), withGone_(withGone)
+    {
+    }
+
+    /// Takes an object for gone over.
+    void pass(const QPDFObjectHandle& object) { seen_.insert(object.getObjectID()); }
+
+    void reachFrom(const QPDFObjectHandle& value)
+    {
+        if (value.isIndirect()) {
+            reach(value.getObjectID());
+        } else {
+            forEachReference(value,
+                             [this](const QPDFObjectHandle& found) { reach(found.getObjectID()); });
+        }
+        while (!open_.empty()) {
+            const int number = open_.back();
+            open_.pop_back();
+            if (const auto references = removal_.indexedReferencesOf(number)) {
+                for (const std::uint32_t target : *references) {
+                    reach(static_cast<int>(target));
+                }
+            } else {
+                forEachReference(removal_.object(number), [this](const QPDFObjectHandle& found) {
+                    reach(found.getObjectID());
+                });
+            }
+        }
+    }
+
+private:
+    void reach(int number)
+    {
+        if (number > 0 && (withGone_ || !removal_.isGone(number)) && seen_.insert(number)) {
+            open_.push_back(number);
+        }
+    }
+
+    Removal& removal_;
+    NumberSet& seen_;
+    bool withGone_;
+    std::vector<int> open_;
+};
 
 Usage::Usage(Removal& removal) : removal_(removal)
 {
     QPDFObjectHandle names = removal.catalog().getKey("/Names");
-    hasLists_ = removal.catalog().hasKey("/OCProperties") ||
-                (names.isDictionary() && (names.hasKey("/IDS") || names.hasKey("/URLS")));
+    hasLists_ = removal.catalog().hasKey("/OCProperties");
+    if (names.isDictionary()) {
+        for (const std::string& key : names.getKeys()) {
+            hasLists_ = hasLists_ || isList(key);
+            if (isListOfNamed(key)) {
+                for (auto& [name, value] : readNameTree(names.getKey(key))) {
+                    namedThings_.push_back(value);
+                }
+            }
+        }
+    }
     if (hasLists_) {
-        before_ = reached(true);
+        Walk walk(removal_, before_, true);
+        reachFromCatalog(walk);
     }
 }
 
 void Usage::look()
 {
     if (hasLists_) {
-        now_ = reached(false);
+        Walk walk(removal_, now_, false);
+        reachFromCatalog(walk);
+        reachFromNamed(walk);
     }
 }
 
-NumberSet Usage::reached(bool withGone)
+void Usage::reachFromCatalog(Walk& walk)
 {
-    NumberSet seen;
-    std::vector<int> open;
-    const auto reach = [&](int number) {
-        if (number > 0 && (withGone || !removal_.isGone(number)) && seen.insert(number)) {
-            open.push_back(number);
-        }
-    };
-    const auto reachFrom = [&](const QPDFObjectHandle& value) {
-        if (value.isIndirect()) {
-            reach(value.getObjectID());
-            return;
-        }
-        forEachReference(
-            value, [&](const QPDFObjectHandle& reference) { reach(reference.getObjectID()); });
-    };
     // The objects in which the lists stand are gone through here, and entered by no other way.
-    QPDFObjectHandle names = removal_.catalog().getKey("/Names");
-    seen.insert(removal_.catalog().getObjectID());
-    seen.insert(names.getObjectID());
-    for (const auto& [key, value] : removal_.catalog().getDictAsMap()) {
+    QPDFObjectHandle catalog = removal_.catalog();
+    QPDFObjectHandle names = catalog.getKey("/Names");
+    walk.pass(catalog);
+    walk.pass(names);
+    for (const auto& [key, value] : catalog.getDictAsMap()) {
         if (key != "/OCProperties" && key != "/Names") {
-            reachFrom(value);
+            walk.reachFrom(value);
         }
     }
     if (names.isDictionary()) {
         for (const auto& [key, value] : names.getDictAsMap()) {
-            if (key != "/IDS" && key != "/URLS") {
-                reachFrom(value);
+            if (!isList(key)) {
+                walk.reachFrom(value);
             }
         }
     }
-    reachFrom(removal_.file().getTrailer());
-    while (!open.empty()) {
-        const int number = open.back();
-        open.pop_back();
-        if (const auto references = removal_.indexedReferencesOf(number)) {
-            for (const std::uint32_t target : *references) {
-                reach(static_cast<int>(target));
-            }
-        } else {
-            forEachReference(removal_.object(number), [&](const QPDFObjectHandle& reference) {
-                reach(reference.getObjectID());
-            });
+    walk.reachFrom(removal_.file().getTrailer());
+}
+
+/// What stays in the lists is used, with all that it uses.
+void Usage::reachFromNamed(Walk& walk)
+{
+    std::vector<QPDFObjectHandle> open = namedThings_;
+    for (bool found = true; found;) {
+        const auto ends = [this](const QPDFObjectHandle& thing) { return endedNamed(thing); };
+        const auto staying = std::stable_partition(open.begin(), open.end(), ends);
+        for (auto thing = staying; thing != open.end(); ++thing) {
+            walk.reachFrom(*thing);
         }
+        found = staying != open.end();
+        open.erase(staying, open.end());
     }
-    return seen;
+}
+
+bool Usage::endedNamed(QPDFObjectHandle value) const
+{
+    if (ended(value)) {
+        return true;
+    }
+    QPDFObjectHandle files =
+        value.isDictionary() ? value.getKey("/EF") : QPDFObjectHandle::newNull();
+    if (!files.isDictionary() || files.getKeys().empty()) {
+        return false;
+    }
+    const auto streams = files.getDictAsMap();
+    return std::all_of(streams.begin(), streams.end(),
+                       [this](const auto& entry) { return ended(entry.second); });
 }
 
 } // namespace karvel::deletion

@@ -25,6 +25,11 @@ public:
                     return capturedFate(value);
                 });
             }
+            for (const char* key : Usage::named) {
+                pruneNames(names, owner, key, [this](auto, const QPDFObjectHandle& value) {
+                    return goesIf(usage_.endedNamed(value));
+                });
+            }
             removePresentations(names, owner);
         }
         for (const int number : removal_.pageReferrers()) {

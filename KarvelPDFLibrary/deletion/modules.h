@@ -49,8 +49,12 @@ void removeDocumentParts(Removal& removal);
 /// Optional content groups that are not used any more.
 void removeLayers(Removal& removal, const Usage& usage);
 
-/// Named pages, captured web content, alternate presentations and separations of removed pages.
+/// Named pages, captured web content, media, attachments and appearances with names, alternate
+/// presentations and separations of removed pages.
 void removeCollectedThings(Removal& removal, const Usage& usage);
+
+/// Pictures of pages in the document's metadata.
+void removePreviews(Removal& removal);
 
 /// Every page that remains keeps the label it had.
 void keepPageLabels(Removal& removal);

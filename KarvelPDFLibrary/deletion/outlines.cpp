@@ -60,7 +60,9 @@ public:
             QPDFObjectHandle dictionary = removal_.object(entry.present.object);
             bool changed = pruneActions(removal_, dictionary, dictionary, "/Dest");
             changed = pruneActions(removal_, dictionary, dictionary, "/A") || changed;
-            entry.lostTarget = changed && !dictionary.hasKey("/Dest") && !dictionary.hasKey("/A");
+            const bool leads = dictionary.hasKey("/Dest") || dictionary.hasKey("/A");
+            // An entry may lead to a structure element alone (ISO 32000-2, table 151).
+            entry.lostTarget = !leads && (changed || removal_.isGone(dictionary.getKey("/SE")));
         }
     }
 

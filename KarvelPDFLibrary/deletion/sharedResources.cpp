@@ -38,8 +38,13 @@ private:
     struct Shared {
         ResourceCategory category;
 
-        /// Names that removed pages use and, as far as is known, nothing else.
+        /// Names of what holds content that no page is known to use that stays.
+        std::set<std::string> unexplained;
+
+        /// Those among them that removed pages use.
         std::set<std::string> candidates;
+
+        bool isDrawn = false; // anything of what is unexplained
     };
 
     struct User {
@@ -57,9 +62,10 @@ private:
     {
         std::vector<Shared*> ofPage;
         for (const ResourceCategory& category : sharing_.sharedBy(entry)) {
-            Shared& shared = shared_[{category.place, category.name}];
-            shared.category = category;
-            ofPage.push_back(&shared);
+            Shared& shared = sharedAs(category, entry);
+            if (!shared.unexplained.empty()) {
+                ofPage.push_back(&shared);
+            }
         }
         if (ofPage.empty()) {
             return;
@@ -67,24 +73,61 @@ private:
         const ResourceUser page = sharing_.userOf(entry);
         std::set<std::string> names;
         if (!content_.collect(page.content, page.resources, sharesAnyOf(ofPage), names)) {
-            unclear_ = true;
+            for (const Shared* shared : ofPage) {
+                unclear_ = unclear_ || shared->isDrawn;
+            }
             return;
         }
         for (Shared* shared : ofPage) {
-            QPDFObjectHandle entries = shared->category.dictionary;
             for (const std::string& name : names) {
-                if (entries.hasKey(name) &&
-                    ResourceSharing::holdsContent(shared->category.name, entries.getKey(name))) {
+                if (shared->unexplained.count(name) > 0) {
                     shared->candidates.insert(name);
                 }
             }
         }
     }
 
-    /// Whether resources of a form or pattern are among those that are looked at.
-    static std::function<bool(QPDFObjectHandle)> sharesAnyOf(const std::vector<Shared*>& shared)
+    /// What is shared as a category. Most documents use their fonts all over: what a few pages use
+    /// that stay needs no further search.
+    Shared& sharedAs(const ResourceCategory& category, const PageEntry& page)
     {
-        return [&shared](QPDFObjectHandle resources) {
+        const auto [entry, isNew] = shared_.try_emplace({category.place, category.name});
+        Shared& shared = entry->second;
+        if (!isNew) {
+            return shared;
+        }
+        shared.category = category;
+        QPDFObjectHandle entries = category.dictionary;
+        for (const auto& [name, value] : entries.getDictAsMap()) {
+            // Default colour spaces (ISO 32000-2, 8.6.5.6) are used without being named.
+            const bool isDefault = category.name == "/ColorSpace" && name.rfind("/Default", 0) == 0;
+            if (!isDefault && ResourceSharing::holdsContent(category.name, value)) {
+                shared.unexplained.insert(name);
+            }
+        }
+        if (shared.unexplained.empty()) {
+            return shared;
+        }
+        for (const ResourceUser& user : sharing_.someUsersOf(category, page)) {
+            std::set<std::string> names;
+            if (!shared.unexplained.empty() &&
+                content_.collect(user.content, user.resources, sharesAnyOf({&shared}), names)) {
+                for (const std::string& name : names) {
+                    shared.unexplained.erase(name);
+                }
+            }
+        }
+        for (const std::string& name : shared.unexplained) {
+            shared.isDrawn =
+                shared.isDrawn || ResourceSharing::isDrawn(category.name, entries.getKey(name));
+        }
+        return shared;
+    }
+
+    /// Whether resources of a form or pattern are among those that are looked at.
+    static std::function<bool(QPDFObjectHandle)> sharesAnyOf(std::vector<Shared*> shared)
+    {
+        return [shared = std::move(shared)](QPDFObjectHandle resources) {
             return std::any_of(shared.begin(), shared.end(), [&](const Shared* one) {
                 return resources.getKey(one->category.name)
                     .isSameObjectAs(one->category.dictionary);
@@ -99,7 +142,7 @@ private:
         }
         const auto users = sharing_.usersOf(shared.category);
         if (!users) {
-            unclear_ = true;
+            unclear_ = unclear_ || shared.isDrawn;
             shared.candidates.clear();
             return;
         }
@@ -125,9 +168,9 @@ private:
         std::set<std::string> names;
         const bool read =
             content_.collect(content, user.user.resources, sharesAnyOf(user.shared), names);
-        unclear_ = unclear_ || !read;
         for (Shared* shared : user.shared) {
             if (!read) {
+                unclear_ = unclear_ || shared->isDrawn;
                 shared->candidates.clear();
             }
             for (const std::string& name : names) {

@@ -85,7 +85,8 @@ private:
 
 void addPageEntries(Writer& writer)
 {
-    writer.onEveryPage("/Metadata @xmp% /PieceInfo << /Private << /Private @private% >> >> "
+    writer.onEveryPage("/Metadata @xmp% /PieceInfo << /Private << /Private @private% >> "
+                       "/Ahead << /Private << /To [@p~ /Fit] /Text (own~-ahead-on-%) >> >> >> "
                        "/Thumb @thumb% /VP [<< /Type /Viewport /BBox [0 0 9 9] /Name (own%-port) "
                        ">>] /AF [@associated%] /Tabs /S");
     writer.forEveryPage("xmp%", "/Type /Metadata /Subtype /XML|<x:xmpmeta>own%-xmp</x:xmpmeta>");
@@ -97,19 +98,50 @@ void addPageEntries(Writer& writer)
     writer.forEveryPage("associatedfile%", "/Type /EmbeddedFile|own%-associated-file.");
 }
 
+/// What programs keep for themselves, and pictures of all pages together.
+void addDocumentEntries(Writer& writer)
+{
+    writer.inCatalog("/Metadata @documentxmp /PieceInfo << /OwnApp << /LastModified (D:2026) "
+                     "/Private @pieces >> >> /OwnData << /Listed [" +
+                     writer.all("<< /Page @p% /Text (own%-listed) >>") + "] /Kept (own data) >>");
+    writer.object("documentxmp",
+                  "/Type /Metadata /Subtype /XML|<?xpacket begin='' id='W5M0MpCehiHzreSzNTczkc9d'?>"
+                  "<x:xmpmeta xmlns:x='adobe:ns:meta/'><rdf:RDF "
+                  "xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'><rdf:Description "
+                  "rdf:about='' xmlns:p='http://ns.adobe.com/xap/1.0/'><p:Label>kept label"
+                  "</p:Label><p:Thumbnails><rdf:Alt><rdf:li>own0-preview</rdf:li></rdf:Alt>"
+                  "</p:Thumbnails></rdf:Description></rdf:RDF></x:xmpmeta><?xpacket end='w'?>");
+    writer.object("pieces", "<< /Items [" + writer.all("@piece%") + "] /Name (kept piece) >>");
+    writer.forEveryPage("piece%", "<< /Pages [1 [@p%]] /Text (own%-piece) /More << /Deep "
+                                  "(own%-deep) >> /Data @piecedata% >>");
+    writer.forEveryPage("piecedata%", "|own%-piecedata.");
+}
+
 void addContent(Writer& writer)
 {
     writer.onEveryPage("/Contents @content% /Resources @resources");
     writer.forEveryPage("content%", "|BT /F1 24 Tf 72 700 Td (own%-text) Tj ET /X% Do /Both Do "
                                     "/Span /M% BDC EMC /OC /L% BDC EMC /OC /L0 BDC EMC /Pattern cs "
-                                    "/P% scn 0 0 9 9 re f /S% sh");
+                                    "/P% scn 0 0 9 9 re f /S% sh /C% cs /K% cs /G% gs BT "
+                                    "/T% 9 Tf ET");
     writer.object("resources", "<< /Font << /F1 << /Type /Font /Subtype /Type1 /BaseFont "
-                               "/Helvetica >> >> /XObject << /Both @both " +
+                               "/Helvetica >> " +
+                                   writer.all("/T% @font%") + ">> /ColorSpace << " +
+                                   writer.all("/C% [/ICCBased @profile%] /K% [/Separation "
+                                              "/own%-ink /DeviceGray << /FunctionType 2 /N 1 "
+                                              "/Domain [0 1] >>]") +
+                                   ">> /ExtGState << " + writer.all("/G% << /Font [@font% 9] >>") +
+                                   ">> /XObject << /Both @both " +
                                    writer.all("/X% @form% /Inner% @inner%") + ">> /Properties << " +
                                    writer.all("/M% << /Text (own%-properties) >> /L% @layer%") +
                                    "/L0 @everywhere " + ">> /Pattern << " +
                                    writer.all("/P% @pattern%") + ">> /Shading << " +
                                    writer.all("/S% << /Text (own%-shading) >>") + ">> >>");
+    writer.forEveryPage("font%", "<< /Type /Font /Subtype /TrueType /BaseFont /own%-font "
+                                 "/FontDescriptor << /Type /FontDescriptor /FontName /own%-font "
+                                 "/FontFile2 @fontfile% >> >>");
+    writer.forEveryPage("fontfile%", "|own%-fontfile.");
+    writer.forEveryPage("profile%", "/N 3|own%-profile.");
     writer.object("both", "/Type /XObject /Subtype /Form /BBox [0 0 9 9]|(drawn by all pages) Tj");
     writer.forEveryPage("form%", "/Type /XObject /Subtype /Form /BBox [0 0 9 9]|BT (own%-form) Tj "
                                  "ET /Inner% Do");
@@ -122,8 +154,14 @@ void addContent(Writer& writer)
 void addDestinations(Writer& writer)
 {
     writer.inCatalog("/Names << /Dests @dests /Pages @named /IDS @ids /URLS @urls /EmbeddedFiles "
-                     "<< /Names [(attached) @attached] >> "
-                     ">> /Dests @olddests /OpenAction @open");
+                     "<< /Names [(attached) @attached " +
+                     writer.all("(own%-clipname) @spec% (own%-twin) << /F (own%-twinfile) /EF << "
+                                "/F @associatedfile% >> >>") +
+                     "] >> /Renditions << /Names [" + writer.all("(own%-rendition) @rendition%") +
+                     "(scripted) << /Type /Rendition /S /MR /N (scripted media) >>] >> /AP << "
+                     "/Names [(by scripts) @both " +
+                     writer.all("(own%-icon) @icon%") +
+                     "] >> >> /Dests @olddests /OpenAction @open");
     writer.object("attached", "<< /Type /Filespec /F (kept.txt) /EF << /F @attachedfile >> >>");
     writer.object("attachedfile", "/Type /EmbeddedFile|attached to the document");
     writer.object("dests", "<< /Kids [" + writer.all("@destleaf%") + "] >>");
@@ -147,7 +185,7 @@ void addOutline(Writer& writer)
     writer.object("heading", "<< /Title (All pages) /Parent @outlines /First @entrya1 /Last "
                              "@lastentry >>");
     for (int page = 1; page <= writer.pages(); ++page) {
-        const std::string before = page == 1 ? "" : " /Prev @entryc^";
+        const std::string before = page == 1 ? "" : " /Prev @entryd^";
         const std::string after = page == writer.pages() ? "@lastentry" : "@entrya~";
         writer.objectOf(page, "entrya%",
                         "<< /Title (own%-entry-a) /Parent @heading /Dest [@p% "
@@ -158,11 +196,14 @@ void addOutline(Writer& writer)
                         "/Next @entryc% /Prev @entrya% >>");
         writer.objectOf(page, "entryc%",
                         "<< /Title (own%-entry-c) /Parent @heading /A << /S /GoTo "
-                        "/D /own%-old >> /Prev @entryb% /Next " +
+                        "/D /own%-old >> /Prev @entryb% /Next @entryd% >>");
+        writer.objectOf(page, "entryd%",
+                        "<< /Title (own%-entry-d) /Parent @heading /SE @paragraph% /Prev "
+                        "@entryc% /Next " +
                             after + " >>");
     }
     writer.object("lastentry", "<< /Title (A site) /Parent @heading /A << /S /URI /URI (x:y) >> "
-                               "/Prev @entryc" +
+                               "/Prev @entryd" +
                                    std::to_string(writer.pages()) + " >>");
 }
 
@@ -174,7 +215,8 @@ void addAnnotations(Writer& writer)
         writer.onPage(
             page,
             std::string(
-                "/Annots [@note% @clip% @link^ @popup^ @reply^ @field% @sharedwidget% @radio%") +
+                "/Annots [@note% @clip% @link^ @popup^ @reply^ @field% @sharedwidget% @radio% "
+                "@screen%") +
                 (page % 2 == 0 ? "]"
                                : " << /Type /Annot /Subtype /Text /Rect [0 0 9 9] /Contents "
                                  "(own%-direct) >>]"));
@@ -183,10 +225,18 @@ void addAnnotations(Writer& writer)
         "/LastModified (own%-modified) /AA << /O << /S /GoTo /D [@p~ /Fit] /X (own~-opened-on-%) "
         ">> >>");
     writer.forEveryPage("note%", "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /P @p% /Popup "
-                                 "@popup% /Contents (own%-note) /AP << /N @look% >> >>");
+                                 "@popup% /Contents (own%-note) /AP << /N @look% /D @icon% >> >>");
     writer.forEveryPage(
         "look%", "/Type /XObject /Subtype /Form /BBox [0 0 9 9] /OC @look%layer|BT (own%-look) Tj "
                  "ET");
+    writer.forEveryPage("icon%", "/Type /XObject /Subtype /Form /BBox [0 0 9 9]|BT (own%-icon) Tj "
+                                 "ET");
+    writer.forEveryPage("screen%", "<< /Type /Annot /Subtype /Screen /Rect [0 0 9 9] /A << /S "
+                                   "/Rendition /OP 0 /R @rendition% >> >>");
+    writer.forEveryPage("rendition%", "<< /Type /Rendition /S /MR /N (own%-medium) /C << /Type "
+                                      "/MediaClip /S /MCD /D << /Type /Filespec /F (own%-media) "
+                                      "/EF << /F @medium% >> >> >> >>");
+    writer.forEveryPage("medium%", "/Type /EmbeddedFile|own%-media-data.");
     writer.forEveryPage("popup%", "<< /Type /Annot /Subtype /Popup /Rect [0 0 9 9] /Parent @note% "
                                   "/Contents (own%-popup-on-~) >>");
     writer.forEveryPage("reply%", "<< /Type /Annot /Subtype /Text /Rect [0 0 9 9] /IRT @note% "
@@ -298,6 +348,7 @@ Sketch residueDocument(int pages)
 {
     Writer writer(pages);
     addPageEntries(writer);
+    addDocumentEntries(writer);
     addContent(writer);
     addDestinations(writer);
     addOutline(writer);
@@ -406,6 +457,9 @@ bool belongsTo(const std::string& word, int page)
 {
     const std::string number = std::to_string(page);
     const std::string on = "-on-" + number;
+    if (word.substr(3, 2) == "0-") {
+        return true; // of all pages together
+    }
     const bool leads = word.substr(3, number.size() + 1) == number + "-";
     return leads || (word.size() > on.size() && word.substr(word.size() - on.size()) == on);
 }

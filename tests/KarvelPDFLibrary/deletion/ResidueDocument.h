@@ -11,6 +11,7 @@ namespace support {
 
 /// A document of `pages` pages. Every text that belongs to page N, or leads to it, is a word that
 /// begins with "ownN-"; it ends in "-on-M" when it stands on page M and goes with that one as well.
+/// What shows all pages together and goes with any of them begins with "own0-".
 Sketch residueDocument(int pages);
 
 /// A later revision of a file that gives every page its content anew; the former content, which no

@@ -285,4 +285,25 @@ TEST(Outlines, OfAnyShapeAreRead)
     EXPECT_EQ(support::valueAt(left, "Root/Outlines"), "dictionary");
 }
 
+TEST(Outlines, LoseEntriesThatLeadByStructureAloneToWhatWent)
+{
+    Sketch sketch = withOutline(2, {{"One", 0, "/SE @one"},
+                                    {"Two", 0, "/SE @two"},
+                                    {"Two and page 1", 0, "/SE @two /Dest [@p1 /Fit]"},
+                                    {"Above", 0, "/SE @two"},
+                                    {"Below", 1, "/SE @one"},
+                                    {"Nowhere", 0, "/SE 999 0 R"}});
+    sketch.catalog += " /StructTreeRoot @root";
+    sketch.objects.insert(sketch.objects.end(),
+                          {{"root", "<< /Type /StructTreeRoot /K [@one @two] >>"},
+                           {"one", "<< /Type /StructElem /S /P /P @root /Pg @p1 /K 0 >>"},
+                           {"two", "<< /Type /StructElem /S /P /P @root /Pg @p2 /K 0 >>"}});
+    const std::string pdf = sketch.built();
+    for (const char* before : {"", " "}) { // which makes the file unfit for an index
+        EXPECT_EQ(
+            told(support::withoutPages(before + pdf, {2})),
+            (std::vector<std::string>{"One", "Two and page 1!", "Above(1)", "-Below", "Nowhere"}));
+    }
+}
+
 } // namespace
