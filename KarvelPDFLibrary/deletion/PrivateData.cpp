@@ -1,6 +1,6 @@
 #include "KarvelPDFLibrary/deletion/PrivateData.h"
 
-#include "KarvelPDFLibrary/document/References.h"
+#include "KarvelPDFLibrary/objects/References.h"
 
 #include <set>
 #include <unordered_set>

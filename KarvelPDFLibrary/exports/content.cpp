@@ -1,7 +1,7 @@
 #include "KarvelPDFLibrary/content/ContentStreams.h"
 #include "KarvelPDFLibrary/content/PageContent.h"
+#include "KarvelPDFLibrary/document/PageArguments.h"
 #include "KarvelPDFLibrary/exports/Arguments.h"
-#include "KarvelPDFLibrary/pages/PageArguments.h"
 #include "exports.h"
 
 using namespace karvel;
