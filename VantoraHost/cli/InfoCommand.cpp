@@ -4,11 +4,13 @@
 #include "VantoraHost/cli/InputFiles.h"
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/core/documents/DocumentInfo.h"
+#include "VantoraHost/core/documents/InfoJson.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
-#include "VantoraHost/core/reports/DocumentReport.h"
-#include "VantoraHost/core/reports/Json.h"
+#include "VantoraHost/core/workers/ConfinedCall.h"
+#include "VantoraHost/core/workers/Confinement.h"
 
 #include <algorithm>
+#include <functional>
 #include <ostream>
 
 namespace vantora::cli {
@@ -111,46 +113,26 @@ void printText(const DocumentInfo& info, std::ostream& out)
     sheet.yesOrNo("linearised", info.linearised);
 }
 
-JsonObject jsonOf(const DocumentInfo& info)
+// Each in a process of its own, which can come to no more harm than the document.
+Result<DocumentInfo> inspectConfined(const std::string& input, const std::vector<std::string>& own,
+                                     const Streams& streams,
+                                     const std::function<Result<DocumentInfo>()>& look)
 {
-    std::vector<JsonObject> sizes;
-    for (const PageSize& size : info.pageSizes) {
-        sizes.emplace_back();
-        sizes.back().add("width", size.width).add("height", size.height);
-        size.paper.empty() ? sizes.back().addNull("paper") : sizes.back().add("paper", size.paper);
-        sizes.back().add("first_page", size.firstPage).add("pages", size.pages);
+    CallLimits limits;
+    limits.files.readable = own;
+    limits.files.readable.push_back(input);
+    limits.memory = memoryShare(1);
+    limits.time = std::chrono::seconds(longestForADocument);
+    const Result<std::string> answer = callConfined(limits, streams.interrupted, [&] {
+        const Result<DocumentInfo> info = look();
+        return info ? toJson(*info) : toJson(info.error(), input);
+    });
+    Result<DocumentInfo> info =
+        answer ? documentInfoOf(*answer) : tl::unexpected<Error>(answer.error());
+    if (!info) {
+        info.error().file = input;
     }
-    JsonObject json;
-    json.add("schema", 1)
-        .add("input", info.input)
-        .add("status", "done")
-        .add("bytes", info.bytes)
-        .add("pages", info.pages)
-        .add("page_sizes", sizes)
-        .add("version", info.version)
-        .add("encryption", info.encryption)
-        .add("permitted", info.permitted)
-        .add("title", info.title)
-        .add("outline_entries", info.outlineEntries)
-        .add("form_fields", info.fields)
-        .add("tagged", info.tagged)
-        .add("signatures", info.signatures)
-        .add("attachments", info.attachments)
-        .add("layers", info.layers)
-        .add("linearised", info.linearised)
-        .add("warnings", withRepairs({}, info.repairs))
-        .add("errors", std::vector<std::string>());
-    return json;
-}
-
-JsonObject jsonOf(const Error& error, const std::string& input)
-{
-    JsonObject json;
-    JsonObject reason;
-    reason.add("reason", reasonName(error.reason)).add("text", error.sentence);
-    json.add("schema", 1).add("input", input).add("status", "failed");
-    json.add("errors", std::vector<JsonObject>{reason});
-    return json;
+    return info;
 }
 
 } // namespace
@@ -163,6 +145,7 @@ int showInfo(const InfoOptions& options, const Installation& installation, const
         printError(streams, !passwords ? passwords.error() : library.error());
         return SomeFailed;
     }
+    const std::vector<std::string> own = programFiles({installation.library.parent_path()});
     bool allDone = true;
     for (const std::string& input : options.inputs) {
         if (streams.interrupted()) {
@@ -171,13 +154,16 @@ int showInfo(const InfoOptions& options, const Installation& installation, const
         auto standardInput =
             input == standardStream ? readStandardInput(streams) : Result<std::string>("");
         const Result<DocumentInfo> info =
-            standardInput ? inspect(**library, input, *standardInput, *passwords)
-                          : tl::unexpected<Error>(standardInput.error());
+            standardInput
+                ? inspectConfined(
+                      input, own, streams,
+                      [&] { return inspect(**library, input, *standardInput, *passwords); })
+                : tl::unexpected<Error>(standardInput.error());
         if (!info && info.error().reason == Reason::Interrupted) {
             return InterruptedByUser;
         }
         if (options.json) {
-            streams.out << (info ? jsonOf(*info) : jsonOf(info.error(), input)).text() << '\n';
+            streams.out << (info ? toJson(*info) : toJson(info.error(), input)) << '\n';
         } else if (info) {
             printText(*info, streams.out);
         }

@@ -6,6 +6,7 @@
 #include "VantoraHost/cli/NamedSteps.h"
 #include "VantoraHost/cli/RunInputs.h"
 #include "VantoraHost/cli/RunReporter.h"
+#include "VantoraHost/cli/WorkerCommand.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/documents/Batch.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
@@ -143,25 +144,30 @@ Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, con
     return batch;
 }
 
-// One document needs nobody to survive it, and would only wait for the worker to start.
-bool usesWorkers(const RunOptions& options, std::size_t documents)
+bool usesStandardStreams(const Batch& batch)
 {
-    const bool asked = options.jobs || options.timeout || options.memoryLimit;
-    return options.jobs != 0U && documents > 0 && (asked || documents > 1);
+    return std::find(batch.inputs.begin(), batch.inputs.end(), standardStream) !=
+               batch.inputs.end() ||
+           std::any_of(batch.targets.begin(), batch.targets.end(),
+                       [](const auto& target) { return target && target->standardOutput; });
 }
 
 WorkerSettings workersFor(const RunOptions& options, const Installation& installation,
-                          const std::vector<StepRequest>& steps)
+                          const std::vector<StepRequest>& steps, const Batch& batch,
+                          const GuiPartSource& guiPart)
 {
-    constexpr int fiveMinutes = 300;
     WorkerSettings settings;
     settings.program = installation.program;
     settings.count = options.jobs.value_or(std::max(1U, std::thread::hardware_concurrency()));
-    settings.timeout = std::chrono::seconds(options.timeout.value_or(fiveMinutes));
+    settings.timeout = std::chrono::seconds(options.timeout.value_or(longestForADocument));
     settings.setup.library = installation.library;
     settings.setup.actionFolders = installation.actionFolders;
     settings.setup.steps = steps;
-    settings.setup.memoryLimit = options.memoryLimit.value_or(availableMemory() / settings.count);
+    settings.setup.memoryLimit = options.memoryLimit.value_or(memoryShare(settings.count));
+    // One document would only wait for another program to start.
+    if (batch.inputs.size() == 1 || usesStandardStreams(batch)) {
+        settings.copies = storedReader(guiPart);
+    }
     return settings;
 }
 
@@ -301,8 +307,9 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     }
     RunReporter reporter(options, batch->inputs.size(), std::move(*report), streams);
     const Result<BatchResult> result =
-        usesWorkers(options, batch->inputs.size())
-            ? spreadRun(*sequence, *batch, workersFor(options, installation, *steps), reporter)
+        options.jobs != 0U && !batch->inputs.empty()
+            ? spreadRun(*sequence, *batch,
+                        workersFor(options, installation, *steps, *batch, guiPart), reporter)
             : runHere(*batch, installation, *sequence, reporter);
     if (!result) {
         return failedWith(options, streams, result.error());

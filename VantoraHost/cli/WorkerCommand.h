@@ -2,8 +2,12 @@
 
 #include "VantoraHost/cli/GuiPart.h"
 #include "VantoraHost/cli/Streams.h"
+#include "VantoraHost/core/workers/WorkerMessages.h"
 
 namespace vantora::cli {
+
+/// Reads stored options by the part for windows, which is loaded when there are any.
+StoredReader storedReader(const GuiPartSource& guiPart);
 
 /// Processes documents for the run that started this process, whose orders come on standard input
 /// and whose answers go to standard output. Doesn't return: the process ends with its work.

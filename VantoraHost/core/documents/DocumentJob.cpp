@@ -99,6 +99,7 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
         if (settings.dryRun) {
             return rehearse(report);
         }
+        settings.savingBegins();
         if (settings.cancelled()) {
             return fail(Reason::Interrupted, report.input, "interrupted");
         }

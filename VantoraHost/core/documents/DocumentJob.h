@@ -28,6 +28,8 @@ struct JobSettings {
     std::function<bool(std::string_view)> standardOutput;
     /// Asked between the steps of a document: whether to give it up.
     std::function<bool()> cancelled = [] { return false; };
+    /// Told of each document that is about to be saved, before `cancelled` is asked a last time.
+    std::function<void()> savingBegins = [] {};
 };
 
 /// The report of a document that could not even be begun, or whose processing broke off.

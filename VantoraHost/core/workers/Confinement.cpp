@@ -85,4 +85,9 @@ std::uint64_t availableMemory()
     return least;
 }
 
+std::uint64_t memoryShare(std::size_t workers)
+{
+    return availableMemory() / std::max<std::size_t>(workers, 2);
+}
+
 } // namespace vantora

@@ -2,6 +2,7 @@
 
 #include "VantoraHost/core/workers/FileAccess.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace vantora {
@@ -21,5 +22,11 @@ void confine(std::uint64_t memoryLimit, const FileAccess& files);
 
 /// The memory of this machine in bytes, or less where this process may only use less.
 std::uint64_t availableMemory();
+
+/// What each of so many workers may use; one alone leaves half to others.
+std::uint64_t memoryShare(std::size_t workers);
+
+/// The seconds that a document may take unless somebody allows more.
+inline constexpr int longestForADocument = 300;
 
 } // namespace vantora

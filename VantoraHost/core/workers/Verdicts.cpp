@@ -32,6 +32,12 @@ std::optional<Error> Verdicts::of(std::size_t document, const WorkerDeath& death
                      "; so did a fresh one that had nothing else: " + end.text()};
 }
 
+std::string memorySentence(std::uint64_t limit)
+{
+    return "it needs more memory than its worker may use, " + std::to_string(limit / 1000000) +
+           " MB";
+}
+
 std::string secondsText(std::chrono::seconds time)
 {
     return std::to_string(time.count()) + (time.count() == 1 ? " second" : " seconds");

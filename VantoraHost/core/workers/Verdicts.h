@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 
@@ -37,6 +38,9 @@ private:
     const bool secondChance;
     std::map<std::size_t, ProcessEnd> firstEnds; ///< by document
 };
+
+/// That a document needs more than these bytes.
+std::string memorySentence(std::uint64_t limit);
 
 /// Such as "1 second".
 std::string secondsText(std::chrono::seconds time);

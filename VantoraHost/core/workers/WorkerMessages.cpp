@@ -82,6 +82,9 @@ JsonObject taskJson(const WorkerTask& task)
     if (task.target.replace) {
         json.add("replace", true);
     }
+    if (task.target.standardOutput) {
+        json.add("standard_output", true);
+    }
     if (task.target.number) {
         json.add("number_copies", true);
     }
@@ -102,6 +105,7 @@ std::optional<WorkerTask> taskOf(const QJsonObject& json)
     task.target.backup = bytesOf(json["backup"].toString());
     task.target.replaceBackup = json["replace_backup"].toBool();
     task.target.replace = json["replace"].toBool();
+    task.target.standardOutput = json["standard_output"].toBool();
     task.target.number = json["number_copies"].toBool();
     return task;
 }

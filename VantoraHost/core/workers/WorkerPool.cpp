@@ -1,14 +1,19 @@
 #include "VantoraHost/core/workers/WorkerPool.h"
 
+#include "KarvelPDFLibrary/io/FileDescriptor.h"
 #include "VantoraHost/core/FileIdentity.h"
+#include "VantoraHost/core/outputs/OutputGroup.h"
 #include "VantoraHost/core/reports/ReportOrder.h"
 #include "VantoraHost/core/workers/BatchPlan.h"
 #include "VantoraHost/core/workers/CrewMember.h"
 #include "VantoraHost/core/workers/Settlement.h"
 #include "VantoraHost/core/workers/Verdicts.h"
+#include "VantoraHost/core/workers/WorkerService.h"
 
 #include <poll.h>
 #include <signal.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <deque>
@@ -18,6 +23,7 @@ namespace vantora {
 
 namespace {
 
+using karvel::io::FileDescriptor;
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
@@ -90,6 +96,10 @@ private:
 
     void arrived(std::size_t document, DocumentReport report)
     {
+        const Result<Target>& target = batch.targets[document];
+        if (target && target->standardOutput && report.status == DocumentStatus::Done) {
+            passOn(report);
+        }
         ++result.finished;
         result.failed += report.status == DocumentStatus::Failed ? 1 : 0;
         observer.documentArrived(report);
@@ -109,7 +119,7 @@ private:
         const std::size_t wanted =
             std::min(workers, busy + plan.workersWorthwhile() + suspects.size());
         while (crew.size() < wanted && !failure) {
-            auto process = WorkerProcess::start(settings.program);
+            auto process = startWorker();
             if (!process) {
                 // Those that are there go on; the system may be short of processes for a moment.
                 if (crew.empty()) {
@@ -122,6 +132,41 @@ private:
             member.since = settings.now();
             member.process->send(setupLine);
             crew.push_back(std::move(member));
+        }
+    }
+
+    Result<std::unique_ptr<WorkerProcess>> startWorker()
+    {
+        if (!settings.copies) {
+            return WorkerProcess::start(settings.program);
+        }
+        output = FileDescriptor(::memfd_create("standard output", MFD_CLOEXEC));
+        JobSettings inherited = batch.settings;
+        inherited.standardOutput = [this](std::string_view bytes) {
+            return ::write(output.get(), bytes.data(), bytes.size()) ==
+                   static_cast<ssize_t>(bytes.size());
+        };
+        return WorkerProcess::copy({output.get()}, [&](int orders, int answers) {
+            return serveAsWorker({orders, answers}, settings.copies, &inherited) ? 0 : 1;
+        });
+    }
+
+    // What a worker has written for standard output waits in a file without a name until it is
+    // known to be whole.
+    void passOn(DocumentReport& report)
+    {
+        const off_t size = ::lseek(output.get(), 0, SEEK_END);
+        void* const bytes =
+            ::mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED, output.get(), 0);
+        const bool passed =
+            bytes != MAP_FAILED && batch.settings.standardOutput({static_cast<const char*>(bytes),
+                                                                  static_cast<std::size_t>(size)});
+        if (bytes != MAP_FAILED) {
+            ::munmap(bytes, static_cast<std::size_t>(size));
+        }
+        if (!passed) {
+            turnIntoFailure(report,
+                            {Reason::OutputNotWritable, {}, "standard output can't be written"});
         }
     }
 
@@ -459,7 +504,8 @@ private:
     Verdicts verdicts;
     std::deque<std::size_t> suspects; ///< documents to be tried once more, each alone
     int failedStarts = 0;
-    bool begun = false; ///< whether any worker has
+    bool begun = false;    ///< whether any worker has
+    FileDescriptor output; ///< what goes to standard output
     bool stopping = false;
     Clock::time_point stoppedAt;
 };

@@ -1,5 +1,7 @@
 #include "VantoraHost/core/workers/WorkerProcess.h"
 
+#include "VantoraHost/core/workers/ProcessCopy.h"
+
 #include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
@@ -7,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 extern char** environ;
@@ -99,6 +102,28 @@ Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::filesyste
         new WorkerProcess(process, std::move(orders->write), std::move(answers->read)));
 }
 
+Result<std::unique_ptr<WorkerProcess>>
+WorkerProcess::copy(std::vector<int> kept, const std::function<int(int orders, int answers)>& work)
+{
+    auto orders = makePipe();
+    auto answers = orders ? makePipe() : tl::unexpected<Error>(orders.error());
+    if (!answers) {
+        return tl::unexpected<Error>(std::move(answers.error()));
+    }
+    kept.push_back(orders->read.get());
+    kept.push_back(answers->write.get());
+    const pid_t process =
+        startCopy(kept, [&] { return work(orders->read.get(), answers->write.get()); });
+    if (process < 0) {
+        return fail(Reason::WorkerFailed, {},
+                    "a worker process can't be started: " + systemMessage(errno));
+    }
+    neverWait(orders->write);
+    neverWait(answers->read);
+    return std::unique_ptr<WorkerProcess>(
+        new WorkerProcess(process, std::move(orders->write), std::move(answers->read)));
+}
+
 WorkerProcess::~WorkerProcess()
 {
     signal(SIGKILL);
@@ -180,12 +205,14 @@ ProcessEnd WorkerProcess::end()
     }
     // One may close its answers a moment before it ends by itself, with a status worth telling.
     int status = 0;
-    constexpr int moments = 100;
-    for (int moment = 0; ::waitpid(process, &status, WNOHANG) == 0; ++moment) {
-        if (moment == moments) {
+    constexpr useconds_t longest = 100000;
+    useconds_t waited = 0;
+    for (useconds_t pause = 50; ::waitpid(process, &status, WNOHANG) == 0; waited += pause) {
+        if (waited > longest) {
             ::kill(process, SIGKILL);
         }
-        ::usleep(1000);
+        pause = std::min<useconds_t>(2 * pause, 1000);
+        ::usleep(pause);
     }
     process = 0;
     return WIFSIGNALED(status) ? ProcessEnd{WTERMSIG(status), 0}

@@ -6,6 +6,7 @@
 #include <sys/types.h>
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -40,6 +41,11 @@ class WorkerProcess {
 public:
     /// Starts "PROGRAM worker". It does not hear the signals that a terminal sends to a run.
     static Result<std::unique_ptr<WorkerProcess>> start(const std::filesystem::path& program);
+
+    /// Starts a copy of this process that does `work`, which is given the descriptors of its orders
+    /// and answers. The copy keeps `kept` open, beside these.
+    static Result<std::unique_ptr<WorkerProcess>>
+    copy(std::vector<int> kept, const std::function<int(int orders, int answers)>& work);
 
     WorkerProcess(const WorkerProcess&) = delete;
     WorkerProcess& operator=(const WorkerProcess&) = delete;

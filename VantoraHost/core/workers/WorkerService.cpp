@@ -4,7 +4,9 @@
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/outputs/OutputGroup.h"
 #include "VantoraHost/core/workers/Confinement.h"
+#include "VantoraHost/core/workers/Verdicts.h"
 
+#include <signal.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -17,18 +19,26 @@ namespace {
 /// Lines in both directions; whether they still go through.
 class Lines {
 public:
-    Lines(const WorkerChannel& channel, const std::function<bool()>& stopped)
-        : channel(channel), stopped(stopped)
-    {
-    }
+    explicit Lines(const WorkerChannel& channel) : channel(channel) {}
 
-    /// The next line; none at the end of the orders, or when it is time to stop.
-    std::optional<std::string> next() { return nextUnless(stopped); }
-
-    /// The next line, also when it is time to stop; none at the end of the orders.
-    std::optional<std::string> nextInAnyCase()
+    /// The next line; none at the end of the orders.
+    std::optional<std::string> next()
     {
-        return nextUnless([] { return false; });
+        std::size_t end = 0;
+        while ((end = buffer.find('\n', searched)) == std::string::npos) {
+            searched = buffer.size();
+            char piece[65536];
+            const ssize_t got = ::read(channel.orders, piece, sizeof piece);
+            if (got > 0) {
+                buffer.append(piece, static_cast<std::size_t>(got));
+            } else if (got == 0 || errno != EINTR) {
+                return std::nullopt;
+            }
+        }
+        std::string line = buffer.substr(0, end);
+        buffer.erase(0, end + 1);
+        searched = 0;
+        return line;
     }
 
     bool answer(const WorkerAnswer& answer)
@@ -46,42 +56,45 @@ public:
     }
 
 private:
-    std::optional<std::string> nextUnless(const std::function<bool()>& given)
-    {
-        std::size_t end = 0;
-        while ((end = buffer.find('\n', searched)) == std::string::npos) {
-            searched = buffer.size();
-            char piece[65536];
-            const ssize_t got = ::read(channel.orders, piece, sizeof piece);
-            if (got > 0) {
-                buffer.append(piece, static_cast<std::size_t>(got));
-            } else if (got == 0 || errno != EINTR || given()) {
-                return std::nullopt;
-            }
-        }
-        std::string line = buffer.substr(0, end);
-        buffer.erase(0, end + 1);
-        searched = 0;
-        return line;
-    }
-
     const WorkerChannel channel;
-    const std::function<bool()>& stopped;
     std::string buffer;
     std::size_t searched = 0;
 };
 
-std::string megabytes(std::uint64_t bytes)
+// A run that is interrupted asks its workers to end: at once, unless there is something to finish.
+volatile sig_atomic_t asked = 0;
+volatile sig_atomic_t mayEnd = 1;
+
+void endOrNoteIt(int number)
 {
-    return std::to_string(bytes / 1000000) + " MB";
+    if (mayEnd == 0) {
+        asked = 1;
+        return;
+    }
+    ::signal(number, SIG_DFL);
+    ::raise(number); // which comes once this handler is left
+}
+
+void listenForEnd()
+{
+    struct sigaction action = {};
+    action.sa_handler = endOrNoteIt;
+    sigemptyset(&action.sa_mask);
+    ::sigaction(SIGTERM, &action, nullptr);
+}
+
+bool isAsked()
+{
+    return asked != 0;
 }
 
 class Service {
 public:
-    Service(Lines& lines, WorkerSetup setup, const std::function<bool()>& stopped)
-        : lines(lines), setup(std::move(setup)), stopped(stopped)
+    Service(Lines& lines, WorkerSetup given) : lines(lines), setup(std::move(given))
     {
-        this->setup.job.cancelled = stopped;
+        setup.job.cancelled = isAsked;
+        setup.job.savingBegins = [] { mayEnd = 0; };
+        nothingToFinish();
     }
 
     /// Loads what is needed, and begins the run if that is this worker's to do.
@@ -119,7 +132,7 @@ public:
     WorkerEnd end()
     {
         const Outcome ended = setup.wholeRun ? sequence->end(*library) : Outcome();
-        return {ended ? std::nullopt : std::optional(ended.error()), stopped()};
+        return {ended ? std::nullopt : std::optional(ended.error()), isAsked()};
     }
 
 private:
@@ -127,7 +140,7 @@ private:
     bool doGroup(DocumentJob& job, const std::vector<WorkerTask>& tasks)
     {
         for (const WorkerTask& task : tasks) {
-            if (stopped() || !doDocument(job, task)) {
+            if (isAsked() || !doDocument(job, task)) {
                 placeOutputs();
                 return false;
             }
@@ -139,6 +152,7 @@ private:
     bool doDocument(DocumentJob& job, const WorkerTask& task)
     {
         ProcessedDocument done = job.run(task.input, task.target);
+        nothingToFinish();
         if (done.output) {
             const bool announced =
                 lines.answer(WorkerWritten{task.number, done.report, done.output->identity});
@@ -151,8 +165,7 @@ private:
         }
         const bool exhausted = reason == Reason::OutOfMemory;
         if (exhausted && setup.memoryLimit > 0) {
-            done.report.error->sentence =
-                "it needs more memory than its worker may use, " + megabytes(setup.memoryLimit);
+            done.report.error->sentence = memorySentence(setup.memoryLimit);
         }
         // Memory that was wanted for one document may be in pieces now; the next document had
         // better get a fresh worker, where there may be another one.
@@ -160,9 +173,12 @@ private:
                (!exhausted || setup.wholeRun);
     }
 
+    // The actions of a whole run are to hear of its end.
+    void nothingToFinish() const { mayEnd = setup.wholeRun ? 0 : 1; }
+
     bool mayName()
     {
-        const auto leave = lines.answer(WorkerNaming{}) ? lines.nextInAnyCase() : std::nullopt;
+        const auto leave = lines.answer(WorkerNaming{}) ? lines.next() : std::nullopt;
         return leave && *leave == namingMessage();
     }
 
@@ -172,6 +188,7 @@ private:
         if (setup.job.reportFirst && !outputs.empty() && !mayName()) {
             return false;
         }
+        mayEnd = 0;
         WorkerPlaced placed;
         bool heard = true;
         for (OutputGroup::Entry& entry : outputs.place()) {
@@ -181,12 +198,13 @@ private:
                 heard = lines.answer(WorkerReport{entry.number, std::move(entry.report)}) && heard;
             }
         }
-        return (placed.numbers.empty() || lines.answer(placed)) && heard;
+        heard = (placed.numbers.empty() || lines.answer(placed)) && heard;
+        nothingToFinish();
+        return heard;
     }
 
     Lines& lines;
     WorkerSetup setup;
-    const std::function<bool()>& stopped;
     std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library;
     std::unique_ptr<Sequence> sequence;
     OutputGroup outputs;
@@ -195,10 +213,11 @@ private:
 } // namespace
 
 bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored,
-                   const std::function<bool()>& stopped)
+                   const JobSettings* inherited)
 {
     giveUpPrivileges();
-    Lines lines(channel, stopped);
+    listenForEnd();
+    Lines lines(channel);
     const auto first = lines.next();
     if (!first) {
         return false;
@@ -208,7 +227,11 @@ bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored,
         lines.answer(WorkerRefusal{setup.error()});
         return false;
     }
-    Service service(lines, std::move(*setup), stopped);
+    if (inherited) {
+        setup->job.standardInput = inherited->standardInput;
+        setup->job.standardOutput = inherited->standardOutput;
+    }
+    Service service(lines, std::move(*setup));
     if (const Outcome begun = service.begin(); !begun) {
         lines.answer(WorkerRefusal{begun.error()});
         return false;

@@ -1,0 +1,124 @@
+#include "VantoraHost/core/documents/InfoJson.h"
+
+#include "VantoraHost/core/reports/DocumentReport.h"
+#include "VantoraHost/core/reports/Json.h"
+#include "VantoraHost/core/reports/JsonReading.h"
+
+#include <QtCore/QJsonArray>
+
+#include <algorithm>
+
+namespace vantora {
+
+namespace {
+
+JsonObject sizeJson(const PageSize& size)
+{
+    JsonObject json;
+    json.add("width", size.width).add("height", size.height);
+    size.paper.empty() ? json.addNull("paper") : json.add("paper", size.paper);
+    json.add("first_page", size.firstPage).add("pages", size.pages);
+    return json;
+}
+
+PageSize sizeOf(const QJsonObject& json)
+{
+    return {json["width"].toDouble(), json["height"].toDouble(), json["first_page"].toInt(),
+            json["pages"].toInt(), bytesOf(json["paper"].toString())};
+}
+
+std::optional<std::string> textOf(const QJsonValue& value)
+{
+    return value.isString() ? std::optional<std::string>(bytesOf(value.toString())) : std::nullopt;
+}
+
+std::optional<int> numberOf(const QJsonValue& value)
+{
+    return value.isDouble() ? std::optional<int>(value.toInt()) : std::nullopt;
+}
+
+std::optional<bool> truthOf(const QJsonValue& value)
+{
+    return value.isBool() ? std::optional<bool>(value.toBool()) : std::nullopt;
+}
+
+} // namespace
+
+std::string toJson(const DocumentInfo& info)
+{
+    std::vector<JsonObject> sizes;
+    for (const PageSize& size : info.pageSizes) {
+        sizes.push_back(sizeJson(size));
+    }
+    JsonObject json;
+    json.add("schema", 1)
+        .add("input", info.input)
+        .add("status", "done")
+        .add("bytes", info.bytes)
+        .add("pages", info.pages)
+        .add("page_sizes", sizes)
+        .add("version", info.version)
+        .add("encryption", info.encryption)
+        .add("permitted", info.permitted)
+        .add("title", info.title)
+        .add("outline_entries", info.outlineEntries)
+        .add("form_fields", info.fields)
+        .add("tagged", info.tagged)
+        .add("signatures", info.signatures)
+        .add("attachments", info.attachments)
+        .add("layers", info.layers)
+        .add("linearised", info.linearised)
+        .add("warnings", withRepairs({}, info.repairs))
+        .add("errors", std::vector<std::string>());
+    return json.text();
+}
+
+std::string toJson(const Error& error, const std::string& input)
+{
+    JsonObject json;
+    JsonObject reason;
+    reason.add("reason", reasonName(error.reason)).add("text", error.sentence);
+    json.add("schema", 1).add("input", input).add("status", "failed");
+    json.add("errors", std::vector<JsonObject>{reason});
+    return json.text();
+}
+
+Result<DocumentInfo> documentInfoOf(std::string_view text)
+{
+    const auto found = jsonObjectOf(text);
+    if (!found) {
+        return fail(Reason::Crashed, {}, "the worker process that was at it made no sense");
+    }
+    const QJsonObject& json = *found;
+    if (json["status"].toString() != "done") {
+        const QJsonObject error = json["errors"].toArray().at(0).toObject();
+        return fail(
+            reasonNamed(bytesOf(error["reason"].toString())).value_or(Reason::LibraryFailed),
+            bytesOf(json["input"].toString()), bytesOf(error["text"].toString()));
+    }
+    DocumentInfo info;
+    info.input = bytesOf(json["input"].toString());
+    info.bytes = wholeNumber(json["bytes"]).value_or(0);
+    info.pages = json["pages"].toInt();
+    for (const QJsonValue& size : json["page_sizes"].toArray()) {
+        info.pageSizes.push_back(sizeOf(size.toObject()));
+    }
+    info.version = bytesOf(json["version"].toString());
+    info.encryption = textOf(json["encryption"]);
+    info.permitted = bytesOf(json["permitted"].toArray());
+    info.title = textOf(json["title"]);
+    info.outlineEntries = numberOf(json["outline_entries"]);
+    info.fields = numberOf(json["form_fields"]);
+    info.tagged = truthOf(json["tagged"]);
+    info.signatures = numberOf(json["signatures"]);
+    info.attachments = numberOf(json["attachments"]);
+    info.layers = numberOf(json["layers"]);
+    info.linearised = truthOf(json["linearised"]);
+    const std::string mark = withRepairs({}, {""}).front();
+    for (const std::string& warning : bytesOf(json["warnings"].toArray())) {
+        info.repairs.push_back(warning.substr(std::min(mark.size(), warning.size())));
+    }
+    return info;
+}
+
+} // namespace vantora

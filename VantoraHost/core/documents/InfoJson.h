@@ -1,0 +1,17 @@
+#pragma once
+
+#include "VantoraHost/core/documents/DocumentInfo.h"
+
+#include <string_view>
+
+namespace vantora {
+
+/// What was found out about a document, or why nothing was, as one JSON object, which is also what
+/// `vantora info --json` prints.
+std::string toJson(const DocumentInfo& info);
+std::string toJson(const Error& error, const std::string& input);
+
+/// What such an object says. The error is the one that it tells, or that it is none.
+Result<DocumentInfo> documentInfoOf(std::string_view json);
+
+} // namespace vantora
