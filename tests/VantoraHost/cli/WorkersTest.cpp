@@ -17,6 +17,7 @@ namespace fs = std::filesystem;
 using support::documentOfPages;
 using support::pagesNamed;
 using support::pageTexts;
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -170,6 +171,20 @@ TEST_F(Workers, GetADocumentOnceMoreWhenOneWasEndedByASignal)
         EXPECT_TRUE(fs::remove("log.once")) << work;
         expectAllDoneBut("");
     }
+}
+
+TEST_F(Workers, DoASingleDocument)
+{
+    names = {names[victim - 1]};
+    const auto crashed = runScripted("crash");
+    EXPECT_EQ(crashed.status, 1);
+    EXPECT_THAT(terminal::lines(crashed.err),
+                Contains(AllOf(HasSubstr("error: " + names[0] + ": "),
+                               HasSubstr("at it ended: Aborted; so did a fresh one"))));
+    EXPECT_TRUE(fs::is_empty("out"));
+    const auto done = runScripted("print");
+    EXPECT_EQ(done.status, 0) << done.err;
+    expectAllDoneBut("");
 }
 
 TEST_F(Workers, TakeWhatActionsPrintForNoAnswer)

@@ -1,0 +1,126 @@
+#include "VantoraHost/core/workers/ConfinedCall.h"
+
+#include "tests/support/Inspect.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+using namespace vantora;
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+
+bool never()
+{
+    return false;
+}
+
+std::string forEver()
+{
+    for (;;) {
+        ::pause();
+    }
+}
+
+TEST(ConfinedCall, AnswersWithWhatWasFoundOut)
+{
+    const support::ScratchFolder scratch;
+    const std::string input = scratch.write("in", "what the file holds");
+    CallLimits limits;
+    limits.files.readable = {input};
+    const std::string longText(300000, 'x'); // more than a pipe holds
+    const auto answer =
+        callConfined(limits, never, [&] { return support::readFile(input) + longText; });
+    ASSERT_TRUE(answer) << answer.error().sentence;
+    EXPECT_EQ(*answer, "what the file holds" + longText);
+}
+
+TEST(ConfinedCall, ChangesNothingOutside)
+{
+    const support::ScratchFolder scratch;
+    const std::string input = scratch.write("in", "as it was");
+    const int open = ::open(input.c_str(), O_RDWR | O_CLOEXEC);
+    CallLimits limits;
+    limits.files.readable = {input};
+    int variable = 1;
+    const auto answer = callConfined(limits, never, [&] {
+        variable = 2;
+        std::string reached;
+        reached += ::write(open, "!", 1) == 1 ? " the run's open file" : "";
+        reached += ::open(input.c_str(), O_WRONLY) >= 0 ? " its input" : "";
+        reached +=
+            ::open(scratch.path("new").c_str(), O_WRONLY | O_CREAT, 0666) >= 0 ? " a new file" : "";
+        return "reached:" + reached;
+    });
+    ::close(open);
+    ASSERT_TRUE(answer) << answer.error().sentence;
+    EXPECT_EQ(*answer, "reached:");
+    EXPECT_EQ(variable, 1);
+    EXPECT_EQ(support::readFile(input), "as it was");
+}
+
+TEST(ConfinedCall, CostsNoMoreThanItsDocument)
+{
+    const struct {
+        const char* name;
+        std::function<std::string()> work;
+        std::chrono::seconds time;
+        Reason reason;
+        const char* says;
+    } rows[] = {
+        {"it crashes",
+         [] {
+             std::abort();
+             return std::string();
+         },
+         0s, Reason::Crashed, "ended: Aborted"},
+        {"it starts a process", [] { return std::to_string(::fork()); }, 0s, Reason::Crashed,
+         "ended: Bad system call"},
+        {"it leaves",
+         [] {
+             std::_Exit(7);
+             return std::string();
+         },
+         0s, Reason::Crashed, "ended: exit status 7"},
+        {"it takes too long", forEver, 1s, Reason::TimedOut, "it took longer than 1 second"},
+#ifndef __SANITIZE_ADDRESS__
+        {"it eats memory",
+         [] {
+             std::vector<std::vector<char>> eaten;
+             for (;;) {
+                 eaten.emplace_back(1 << 20, 'x');
+             }
+             return std::string();
+         },
+         0s, Reason::OutOfMemory, "it needs more memory than its worker may use, 200 MB"},
+#endif
+    };
+    for (const auto& row : rows) {
+        CallLimits limits;
+        limits.time = row.time;
+        limits.memory = 200'000'000;
+        const auto answer = callConfined(limits, never, row.work);
+        ASSERT_FALSE(answer) << row.name;
+        EXPECT_EQ(answer.error().reason, row.reason) << row.name;
+        EXPECT_THAT(answer.error().sentence, HasSubstr(row.says)) << row.name;
+    }
+}
+
+TEST(ConfinedCall, EndsWhenItIsCancelled)
+{
+    int asked = 0;
+    const auto answer = callConfined(
+        {}, [&] { return ++asked == 2; }, forEver);
+    ASSERT_FALSE(answer);
+    EXPECT_EQ(answer.error().reason, Reason::Interrupted);
+}
+
+} // namespace
