@@ -141,12 +141,13 @@ private:
             return WorkerProcess::start(settings.program);
         }
         output = FileDescriptor(::memfd_create("standard output", MFD_CLOEXEC));
-        JobSettings inherited = batch.settings;
-        inherited.standardOutput = [this](std::string_view bytes) {
-            return ::write(output.get(), bytes.data(), bytes.size()) ==
-                   static_cast<ssize_t>(bytes.size());
-        };
         return WorkerProcess::copy({output.get()}, [&](int orders, int answers) {
+            JobSettings inherited;
+            inherited.standardInput = batch.settings.standardInput;
+            inherited.standardOutput = [this](std::string_view bytes) {
+                return ::write(output.get(), bytes.data(), bytes.size()) ==
+                       static_cast<ssize_t>(bytes.size());
+            };
             return serveAsWorker({orders, answers}, settings.copies, &inherited) ? 0 : 1;
         });
     }

@@ -212,8 +212,7 @@ private:
 
 } // namespace
 
-bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored,
-                   const JobSettings* inherited)
+bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored, JobSettings* inherited)
 {
     giveUpPrivileges();
     listenForEnd();
@@ -228,8 +227,8 @@ bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored,
         return false;
     }
     if (inherited) {
-        setup->job.standardInput = inherited->standardInput;
-        setup->job.standardOutput = inherited->standardOutput;
+        setup->job.standardInput = std::move(inherited->standardInput);
+        setup->job.standardOutput = std::move(inherited->standardOutput);
     }
     Service service(lines, std::move(*setup));
     if (const Outcome begun = service.begin(); !begun) {
