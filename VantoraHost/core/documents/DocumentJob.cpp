@@ -187,11 +187,16 @@ Outcome DocumentJob::rehearse(DocumentReport& report)
         library.FieldCount(); // puts right what refers to the pages that are gone
         return {};
     }
-    const std::string bytes = library.SaveToString();
-    if (bytes.empty()) {
-        return tl::unexpected<Error>(failure(report.input, "can't be saved"));
+    try {
+        const std::string bytes = library.SaveToString();
+        if (!bytes.empty()) {
+            report.bytesAfter = bytes.size();
+        } else if (lastLibraryCode(library) != LibraryCode::OutOfMemory) {
+            return tl::unexpected<Error>(failure(report.input, "can't be saved"));
+        }
+    } catch (const std::bad_alloc&) {
+        // The real run copies from file to file; what there was to say has been said.
     }
-    report.bytesAfter = bytes.size();
     return {};
 }
 

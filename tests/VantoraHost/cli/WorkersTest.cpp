@@ -3,6 +3,7 @@
 #include "VantoraApp/SettingsFile.h"
 #include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
+#include "tests/support/Sketch.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -186,6 +187,21 @@ TEST_F(Workers, DoASingleDocument)
     EXPECT_EQ(done.status, 0) << done.err;
     expectAllDoneBut("");
 }
+
+#ifndef __SANITIZE_ADDRESS__
+TEST_F(Workers, NeedNoMoreMemoryForADryRunThanForTheRealOne)
+{
+    const support::Sketch sketch = {
+        {"", "/PieceInfo @large"}, "", {{"large", "|" + std::string(120'000'000, ' ')}}};
+    scratch.write("large.pdf", sketch.built());
+    for (const char* more : {" -n", ""}) {
+        const auto answer = terminal::run(
+            std::string("run -p 1 -j 1 --memory-limit 200M large.pdf -o out/large.pdf") + more);
+        EXPECT_EQ(answer.status, 0) << more << answer.err;
+        EXPECT_THAT(answer.out, HasSubstr("1 of 2 pages"));
+    }
+}
+#endif
 
 TEST_F(Workers, TakeWhatActionsPrintForNoAnswer)
 {
