@@ -44,9 +44,9 @@ int CActionHistoryAPI::SaveSettingsToHistory(QMap<QString, QVariant>* prefs, QIc
             const QString name = prefs->value("CollectionName").toString();
             if (!ReasonAgainstFavouriteName(name).isEmpty())
                 return 1;
-            WriteSettingsFile(FavouritePath(name),
-                              {{"ActionPrefs", *prefs}, {"ActionIcon", StoredIcon(*icon)}});
-            return 0;
+            const SettingsWriting written = WriteSettingsFile(
+                FavouritePath(name), {{"ActionPrefs", *prefs}, {"ActionIcon", StoredIcon(*icon)}});
+            return written.refused.isEmpty() ? 0 : 1;
         },
         [] { return 1; });
 }
@@ -62,8 +62,8 @@ QMap<QString, QVariant>* CActionHistoryAPI::LoadSettingsFromHistory(int step)
     const auto settings = SettingsFile::Read(file.filePath());
     if (!settings)
         return nullptr;
-    const std::optional<QVariant> prefs = settings->Value("ActionPrefs");
-    if (!prefs)
+    if (!settings->Contains("ActionPrefs"))
         return nullptr;
-    return std::make_unique<QMap<QString, QVariant>>(prefs->toMap()).release();
+    const QVariant prefs = settings->Value("ActionPrefs").value_or(QVariant());
+    return std::make_unique<QMap<QString, QVariant>>(prefs.toMap()).release();
 }

@@ -92,6 +92,6 @@ void CSaveAsCollectionDialog::on_SaveToFile()
         QFileDialog::getSaveFileName(this, tr("Save Tool settings to file"), QDir::homePath(),
                                      tr("Tool Settings Files (*.tsf)"));
     if (!path.isEmpty() && mPrefs != nullptr)
-        WriteSettingsFile(path, {{"ToolSettings", *mPrefs}});
+        WriteNamedSettingsFile(path, {{"ToolSettings", *mPrefs}});
     reject();
 }

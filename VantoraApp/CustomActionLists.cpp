@@ -36,7 +36,7 @@ void CreateList(const QString& path, QMap<QString, QVariant>* prefs)
         step.remove(key);
 
     const bool replaces = QFileInfo::exists(path);
-    const bool written = WriteSettingsFile(
+    const SettingsWriting written = WriteSettingsFile(
         path, {{"SequenceName", prefs->value("ActionListName").toString()},
                {"SequenceCategory", category.isEmpty() ? QString("Favorites") : category},
                {"IOSettings", 0},

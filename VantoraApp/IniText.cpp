@@ -1,5 +1,11 @@
 #include "VantoraApp/IniText.h"
 
+#include "VantoraApp/IniWriting.h"
+
+#include <QtCore/QTextCodec>
+
+#include <algorithm>
+
 namespace {
 
 bool IsLineEnd(char c)
@@ -34,7 +40,10 @@ int DigitOf(char c, int base)
 /// Reads a value character by character.
 class ValueReader {
 public:
-    explicit ValueReader(const QByteArray& text) : mText(text) {}
+    ValueReader(const QByteArray& text, bool isUtf8)
+        : mText(text), mCodec(QTextCodec::codecForName(isUtf8 ? "UTF-8" : "ISO-8859-1"))
+    {
+    }
 
     QStringList Read()
     {
@@ -47,8 +56,10 @@ public:
                 ReadQuote();
             else if (c == ',' && !mInQuotes)
                 EndPart();
+            else if (c == ',')
+                mPart += ',';
             else
-                mPart += QLatin1Char(c);
+                ReadPlain();
         }
         EndPart();
         return mParts;
@@ -61,6 +72,16 @@ private:
             ++mPosition;
     }
 
+    void ReadPlain()
+    {
+        const int start = mPosition - 1;
+        while (mPosition < mText.size() && !IsSpecial(mText.at(mPosition)))
+            ++mPosition;
+        mPart += mCodec->toUnicode(mText.constData() + start, mPosition - start);
+    }
+
+    static bool IsSpecial(char c) { return c == '\\' || c == '"' || c == ','; }
+
     void ReadQuote()
     {
         mPartIsQuoted = true;
@@ -72,7 +93,7 @@ private:
     void EndPart()
     {
         if (!mPartIsQuoted) {
-            while (mPart.size() > mChopLimit && IsBlank(mPart.back().toLatin1()))
+            while (mPart.size() > mChopLimit && (mPart.back() == ' ' || mPart.back() == '\t'))
                 mPart.chop(1);
         }
         mParts << mPart;
@@ -113,6 +134,7 @@ private:
     }
 
     const QByteArray& mText;
+    const QTextCodec* mCodec;
     int mPosition = 0;
     QStringList mParts;
     QString mPart;
@@ -123,13 +145,15 @@ private:
 
 /// A key without the blanks around it. A line end can only stand at its end when it is escaped,
 /// and is a part of the key then.
-QByteArray KeyPart(QByteArray part)
+QByteArray KeyPart(const QByteArray& part)
 {
-    while (!part.isEmpty() && (IsBlank(part.front()) || IsLineEnd(part.front())))
-        part.remove(0, 1);
-    while (!part.isEmpty() && IsBlank(part.back()))
-        part.chop(1);
-    return part;
+    int start = 0;
+    int end = part.size();
+    while (start < end && (IsBlank(part.at(start)) || IsLineEnd(part.at(start))))
+        ++start;
+    while (end > start && IsBlank(part.at(end - 1)))
+        --end;
+    return part.mid(start, end - start);
 }
 
 /// The key as it was before QSettings wrote it with %41 for unusual characters.
@@ -193,14 +217,15 @@ LineScan ScanLine(const QByteArray& text, int position)
 
 } // namespace
 
-QStringList ReadIniValue(const QByteArray& value)
+QStringList ReadIniValue(const QByteArray& value, bool isUtf8)
 {
-    return ValueReader(value).Read();
+    return ValueReader(value, isUtf8).Read();
 }
 
-IniText::IniText(QByteArray bytes) : mBytes(std::move(bytes))
+IniText::IniText(QByteArray bytes)
+    : mBytes(std::move(bytes)), mStart(mBytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0)
 {
-    int position = mBytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
+    int position = mStart;
     while (position < mBytes.size()) {
         const LineScan line = ScanLine(mBytes, position);
         readLine(position, line.equals, line.contentEnd, line.end);
@@ -214,13 +239,12 @@ void IniText::readLine(int start, int equals, int contentEnd, int end)
     if (content.startsWith('[')) {
         readSection(content);
     } else if (equals >= 0) {
-        const QString key = ReadKey(KeyPart(mBytes.mid(start, equals - start)));
-        mValues[mGroup + key] = ReadIniValue(mBytes.mid(equals + 1, contentEnd - equals - 1));
-        if (mGroup.isEmpty())
-            mGeneralLines.append({start, end, key});
+        const QString key = mGroup + ReadKey(KeyPart(mBytes.mid(start, equals - start)));
+        mValues[key] = ReadIniValue(mBytes.mid(equals + 1, contentEnd - equals - 1), mStart > 0);
+        mLines.append({start, end, key});
     }
-    if (mGroup.isEmpty() && !content.isEmpty())
-        mGeneralEnd = end;
+    if (!content.isEmpty())
+        mGroupEnds[mGroup] = end;
 }
 
 void IniText::readSection(const QByteArray& header)
@@ -235,23 +259,70 @@ void IniText::readSection(const QByteArray& header)
         mGroup = ReadKey(name) + '/';
 }
 
-QByteArray IniText::withLines(const QStringList& keys, const QByteArray& lines) const
+QByteArray IniText::with(const QMap<QString, QByteArray>& values) const
 {
-    const int generalStart = mBytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0;
-    QByteArray result = mBytes.left(generalStart);
-    if (mGeneralEnd < 0)
-        return result + "[General]\n" + lines + (mBytes.size() > generalStart ? "\n" : "") +
-               mBytes.mid(generalStart);
-
-    int copied = generalStart;
-    for (const Line& line : mGeneralLines) {
-        if (keys.contains(line.key)) {
-            result += mBytes.mid(copied, line.start - copied);
-            copied = line.end;
-        }
+    struct Edit {
+        int start;
+        int end;
+        QByteArray text;
+    };
+    QMap<QString, QByteArray> lines; // the new ones, by groups as in `mGroup`
+    for (auto value = values.cbegin(); value != values.cend(); ++value) {
+        const int slash = value.key().indexOf('/') + 1;
+        lines[value.key().left(slash)] +=
+            IniKey(value.key().mid(slash)) + '=' + value.value() + '\n';
     }
-    result += mBytes.mid(copied, mGeneralEnd - copied);
-    if (!result.isEmpty() && !IsLineEnd(result.back()))
-        result += '\n';
-    return result + lines + mBytes.mid(mGeneralEnd);
+
+    QByteArray result = mBytes.left(mStart);
+    const bool isNew = mBytes.size() == mStart;
+    // What is outside any group stands before the first group.
+    if (lines.contains(QString()) && !mGroupEnds.contains(QString()))
+        result += IniHeader({}) + '\n' + lines.take(QString()) + (isNew ? "" : "\n");
+
+    QList<Edit> edits;
+    for (const Line& line : mLines) {
+        if (values.contains(line.key))
+            edits.append({line.start, line.end, {}});
+    }
+    for (auto end = mGroupEnds.cbegin(); end != mGroupEnds.cend(); ++end) {
+        if (lines.contains(end.key()))
+            edits.append({end.value(), end.value(), lines.take(end.key())});
+    }
+    std::sort(edits.begin(), edits.end(), [](const Edit& a, const Edit& b) {
+        return std::make_pair(a.start, a.end) < std::make_pair(b.start, b.end);
+    });
+
+    int copied = mStart;
+    const auto endLine = [&result, this] {
+        if (result.size() > mStart && !IsLineEnd(result.back()))
+            result += '\n';
+    };
+    for (const Edit& edit : edits) {
+        result += mBytes.mid(copied, edit.start - copied);
+        copied = edit.end;
+        if (!edit.text.isEmpty())
+            endLine();
+        result += edit.text;
+    }
+    result += mBytes.mid(copied);
+    for (auto group = lines.cbegin(); group != lines.cend(); ++group) {
+        endLine();
+        if (result.size() > mStart)
+            result += '\n';
+        result += IniHeader(group.key().chopped(1)) + '\n' + group.value();
+    }
+    return result;
+}
+
+QByteArray IniText::without(const QStringList& keys) const
+{
+    QByteArray result;
+    int copied = 0;
+    for (const Line& line : mLines) {
+        if (!keys.contains(line.key))
+            continue;
+        result += mBytes.mid(copied, line.start - copied);
+        copied = line.end;
+    }
+    return result + mBytes.mid(copied);
 }

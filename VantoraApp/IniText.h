@@ -7,7 +7,8 @@
 
 /// The text of an INI file in the dialect of QSettings. Unlike QSettings this only takes the text
 /// apart: values stay the texts that they are written as, so that nothing in a file of unknown
-/// origin is decoded before somebody asks for it, and what isn't understood is kept as it is.
+/// origin is decoded before somebody asks for it, and what isn't understood is kept as it is. The
+/// values of a text that begins with a byte order mark are UTF-8, those of any other Latin-1.
 class IniText {
 public:
     explicit IniText(QByteArray bytes);
@@ -18,9 +19,12 @@ public:
 
     const QByteArray& bytes() const { return mBytes; }
 
-    /// This text with other values for keys outside any group. `lines` holds complete lines of the
-    /// dialect, one for each of the `keys`; lines of these keys that are there already are dropped.
-    QByteArray withLines(const QStringList& keys, const QByteArray& lines) const;
+    /// This text with other values, in the dialect (IniWriting.h), for these keys; the lines that
+    /// they have already are dropped. The part of a key before its first slash is its group.
+    QByteArray with(const QMap<QString, QByteArray>& values) const;
+
+    /// This text without the lines of these keys.
+    QByteArray without(const QStringList& keys) const;
 
 private:
     struct Line {
@@ -33,11 +37,12 @@ private:
     void readSection(const QByteArray& header);
 
     QByteArray mBytes;
+    int mStart = 0; ///< past a byte order mark
     QMap<QString, QStringList> mValues;
-    QList<Line> mGeneralLines; ///< the values outside any group
-    int mGeneralEnd = -1;      ///< where another one can be added; -1 when there is no place yet
-    QString mGroup;            ///< of the line that is being read, with a slash at its end
+    QList<Line> mLines;            ///< those that hold values
+    QMap<QString, int> mGroupEnds; ///< where another value can be added, by groups as in `mGroup`
+    QString mGroup;                ///< of the line that is being read, with a slash at its end
 };
 
 /// The texts of a value: one, or those of a list, with quotes and escapes resolved.
-QStringList ReadIniValue(const QByteArray& value);
+QStringList ReadIniValue(const QByteArray& value, bool isUtf8 = false);

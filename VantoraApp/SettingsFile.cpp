@@ -1,80 +1,55 @@
 #include "VantoraApp/SettingsFile.h"
 
 #include "VantoraApp/IniText.h"
+#include "VantoraApp/IniWriting.h"
+#include "VantoraApp/StoredText.h"
 #include "VantoraApp/StoredVariant.h"
 #include "VantoraApp/WholeFile.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QSettings>
-#include <QtCore/QTemporaryDir>
-
-#include <cstring>
-#include <limits>
 
 namespace {
 
-/// What stands between the parentheses of a value such as "@ByteArray(…)".
-std::optional<QByteArray> BytesOf(const QString& text, const char* type)
+/// The key by which QSettings knows a value.
+QString PlainKey(const QString& key)
 {
-    const QLatin1String opening(type);
-    if (!text.startsWith(opening) || !text.endsWith(QLatin1Char(')')))
-        return std::nullopt;
-    return text.mid(opening.size(), text.size() - opening.size() - 1).toLatin1();
+    return key.split('/', Qt::SkipEmptyParts).join('/');
 }
 
-std::optional<QVariant> ValueOf(const QString& text)
+SettingsWriting Refused(const QVariantMap& values)
 {
-    if (!text.startsWith(QLatin1Char('@')))
-        return text;
-    if (text.startsWith(QLatin1String("@@")))
-        return text.mid(1);
-    if (text == QLatin1String("@Invalid()"))
-        return QVariant();
-    if (const auto bytes = BytesOf(text, "@ByteArray("))
-        return *bytes;
-    if (const auto bytes = BytesOf(text, "@Variant("))
-        return DecodeStoredVariant(*bytes);
-    return std::nullopt;
+    return {false, values.keys()};
 }
 
-/// The lines of an INI file with these values outside any group, as QSettings writes them.
-std::optional<QByteArray> LinesOf(const QVariantMap& values)
+/// Writes the text before with these values.
+SettingsWriting WriteWith(const IniText& before, const QString& path, const QVariantMap& values,
+                          std::optional<QFile::Permissions> permissions = std::nullopt)
 {
-    const QTemporaryDir folder;
-    const QString path = folder.filePath("settings.ini");
-    {
-        QSettings settings(path, QSettings::IniFormat);
-        for (auto value = values.cbegin(); value != values.cend(); ++value)
-            settings.setValue(value.key(), value.value());
-        settings.sync();
-        if (settings.status() != QSettings::NoError)
-            return std::nullopt;
+    SettingsWriting result;
+    QMap<QString, QByteArray> lines;
+    for (auto value = values.cbegin(); value != values.cend(); ++value) {
+        const QString key = PlainKey(value.key());
+        QStringList refused;
+        const QStringList texts = StoredTexts(KeepableVariant(value.value(), value.key(), refused));
+        const bool isWhole =
+            refused.contains(value.key()) || key.isEmpty() || !ValueOfStoredTexts(texts, nullptr);
+        if (isWhole)
+            refused = QStringList(value.key());
+        else
+            lines.insert(key, IniValue(texts));
+        result.refused += refused;
     }
-    const auto text = ReadWholeFile(path, std::numeric_limits<int>::max());
-    if (!text || !text->startsWith("[General]\n"))
-        return std::nullopt;
-    return text->mid(static_cast<int>(std::strlen("[General]\n")));
-}
-
-bool HoldsAll(const IniText& text, const QVariantMap& values)
-{
-    for (const QString& key : values.keys()) {
-        if (!text.values().contains(key))
-            return false;
-    }
-    return true;
-}
-
-bool WriteWith(const IniText& before, const QString& path, const QVariantMap& values,
-               std::optional<QFile::Permissions> permissions = std::nullopt)
-{
-    const auto lines = LinesOf(values);
-    if (!lines)
-        return false;
-    const IniText after(before.withLines(values.keys(), *lines));
+    const IniText after(before.with(lines));
     // A text that is damaged at its end, by an open quote for example, would swallow the new lines.
-    return HoldsAll(after, values) && WriteWholeFile(path, after.bytes(), permissions);
+    for (auto line = lines.cbegin(); line != lines.cend(); ++line) {
+        if (after.values().value(line.key()) != ReadIniValue(line.value()))
+            return Refused(values);
+    }
+    if (after.bytes().size() > SettingsFile::maximumSize)
+        return Refused(values);
+    result.isWritten = WriteWholeFile(path, after.bytes(), permissions);
+    return result;
 }
 
 } // namespace
@@ -87,43 +62,55 @@ tl::expected<SettingsFile, QString> SettingsFile::Read(const QString& path)
     return SettingsFile(IniText(*bytes).values());
 }
 
-std::optional<QVariant> SettingsFile::Value(const QString& key) const
+bool SettingsFile::Contains(const QString& key) const
 {
-    const auto found = mValues.constFind(key);
-    if (found == mValues.constEnd())
-        return std::nullopt;
-    if (found->size() == 1)
-        return ValueOf(found->first());
-
-    QStringList texts;
-    for (const QString& text : *found) {
-        const std::optional<QVariant> value = ValueOf(text);
-        if (!value || value->type() != QVariant::String)
-            return std::nullopt;
-        texts << value->toString();
-    }
-    return texts;
+    return mValues.contains(PlainKey(key));
 }
 
-bool WriteSettingsFile(const QString& path, const QVariantMap& values)
+std::optional<QVariant> SettingsFile::Value(const QString& key, QStringList* refused) const
+{
+    const auto found = mValues.constFind(PlainKey(key));
+    if (found == mValues.constEnd())
+        return std::nullopt;
+    QStringList within;
+    const auto value = ValueOfStoredTexts(*found, &within);
+    if (refused != nullptr) {
+        for (const QString& name : within)
+            refused->append(key + '/' + name);
+        if (!value)
+            refused->append(key);
+    }
+    return value;
+}
+
+SettingsWriting WriteSettingsFile(const QString& path, const QVariantMap& values)
 {
     return WriteWith(IniText({}), path, values);
 }
 
-bool UpdateSettingsFile(const QString& path, const QVariantMap& values)
+SettingsWriting WriteNamedSettingsFile(const QString& path, const QVariantMap& values)
+{
+    const QFileInfo before(path);
+    if (!before.exists())
+        return WriteSettingsFile(before.isSymLink() ? before.symLinkTarget() : path, values);
+    return WriteWith(IniText({}), before.canonicalFilePath(), values, before.permissions());
+}
+
+SettingsWriting UpdateSettingsFile(const QString& path, const QVariantMap& values)
 {
     const QFileInfo before(path);
     if (!before.exists() && !before.isSymLink())
         return WriteSettingsFile(path, values);
     const auto bytes = ReadWholeFile(path, SettingsFile::maximumSize);
-    return bytes &&
-           WriteWith(IniText(*bytes), before.canonicalFilePath(), values, before.permissions());
+    if (!bytes)
+        return {};
+    return WriteWith(IniText(*bytes), before.canonicalFilePath(), values, before.permissions());
 }
 
 bool RemoveFromSettingsFile(const QString& path, const QStringList& keys)
 {
     const QFileInfo before(path);
     const auto bytes = ReadWholeFile(path, SettingsFile::maximumSize);
-    return bytes && WriteWholeFile(before.canonicalFilePath(), IniText(*bytes).withLines(keys, {}),
+    return bytes && WriteWholeFile(before.canonicalFilePath(), IniText(*bytes).without(keys),
                                    before.permissions());
 }

@@ -43,7 +43,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         before->Value(key);
     }
     const QString added = QStringLiteral("AddedByTheTest");
-    const bool isAdded = UpdateSettingsFile(path, {{added, 7}}); // not to every damaged text
+    const bool isAdded =
+        UpdateSettingsFile(path, {{added, 7}}).isWritten; // not to every damaged text
     const auto after = SettingsFile::Read(path);
     require(after.has_value(), "the file can be read again");
     require(!isAdded || after->Value(added) == QVariant(7), "what was added is read back");

@@ -17,9 +17,11 @@ public:
 
     std::optional<PreferencesMap> options(const QByteArray& stored) const override
     {
-        const auto value = DecodeStoredVariant(stored);
-        return value && value->type() == QVariant::Map ? std::optional(value->toMap())
-                                                       : std::nullopt;
+        QStringList refused;
+        const auto value = DecodeStoredVariant(stored, &refused);
+        return value && value->type() == QVariant::Map && refused.isEmpty()
+                   ? std::optional(value->toMap())
+                   : std::nullopt;
     }
 
     int saved(const SavedOptions& options, const Installation& installation,

@@ -76,6 +76,9 @@ const char* const texts[] = {
     "[open\na=1\n[]\nb=2\n[ spaces ]\nc=3",
     "[General]\na=\xe4\xff",
     "\xef\xbb\xbf[General]\na=1",
+    "\xef\xbb\xbf[General]\na=\xc3\xa9, \xd0\x96 \\x416\xd0\x96 \xff\n\xc3\xa9=2\n[\xd0\x96]\n"
+    "b=\"\xef\xbb\xbfq,\xc3\xa9\" \n",
+    "[General]\na=\xc3\xa9",
     "a\"=\"=1\nb\"=2",
     "a=\"open quote\nb=2",
     "a=backslash at the end\\",
@@ -112,13 +115,24 @@ TEST(IniText, ReadsDamagedTextsAsQSettingsDoes)
     }
 }
 
+TEST(IniText, ReadsBlanksWithoutEnd)
+{
+    const QByteArray blanks(4 * 1024 * 1024, ' ');
+    EXPECT_EQ(IniText(blanks + "a=1").values(), (QMap<QString, QStringList>{{"a", {"1"}}}));
+    EXPECT_EQ(IniText("a" + blanks + "=1").values(), (QMap<QString, QStringList>{{"a", {"1"}}}));
+    EXPECT_EQ(IniText("a=" + blanks + "1").values(), (QMap<QString, QStringList>{{"a", {"1"}}}));
+    EXPECT_EQ(IniText("a=1" + blanks).values(), (QMap<QString, QStringList>{{"a", {"1"}}}));
+    EXPECT_EQ(IniText(QByteArray(4 * 1024 * 1024, '\n') + "a=1").values().size(), 1);
+}
+
 struct LinesRow {
     const char* name;
     const char* before;
     const char* after;
+    const char* key = "k";
 };
 
-TEST(IniText, TakesNewLinesAmongTheKeysOutsideAnyGroup)
+TEST(IniText, TakesNewValuesIntoTheirGroups)
 {
     const LinesRow rows[] = {
         {"an empty text", "", "[General]\nk=new\n"},
@@ -134,9 +148,18 @@ TEST(IniText, TakesNewLinesAmongTheKeysOutsideAnyGroup)
          "[General]\n???\n;note\nx=@Variant(?)\r\nk=new\n"},
         {"a byte order mark", "\xef\xbb\xbf[g]\nk=1\n",
          "\xef\xbb\xbf[General]\nk=new\n\n[g]\nk=1\n"},
+        {"a group of its own", "", "[g]\nk=new\n", "g/k"},
+        {"a group after others", "[General]\na=1", "[General]\na=1\n\n[g]\nk=new\n", "g/k"},
+        {"among those of its group", "[g]\na=1\nk=1\n\n[h]\nk=2\n", "[g]\na=1\nk=new\n\n[h]\nk=2\n",
+         "g/k"},
+        {"in the last part of a group that stands twice", "[g]\nk=1\n[h]\n[g]\na=1",
+         "[g]\n[h]\n[g]\na=1\nk=new\n", "g/k"},
+        {"below a group within its group", "[g/h]\nk=1\n", "[g/h]\n\n[g]\nh\\k=new\n", "g/h/k"},
+        {"a group called General", "[General]\nk=1\n", "[General]\nk=1\n\n[%General]\nk=new\n",
+         "General/k"},
     };
     for (const LinesRow& row : rows)
-        EXPECT_EQ(IniText(row.before).withLines({"k"}, "k=new\n").toStdString(), row.after)
+        EXPECT_EQ(IniText(row.before).with({{row.key, "new"}}).toStdString(), row.after)
             << row.name;
 }
 

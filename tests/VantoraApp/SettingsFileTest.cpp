@@ -102,6 +102,69 @@ TEST_F(SettingsFileTest, DoesNotUpdateAFileThatWouldSwallowTheNewValues)
     }
 }
 
+TEST_F(SettingsFileTest, NeedsNoFolderButTheTargets)
+{
+    home.set("TMPDIR", "/nonexistent");
+    EXPECT_TRUE(WriteSettingsFile(path(), sample));
+    EXPECT_TRUE(UpdateSettingsFile(path(), {{"text", "other"}}));
+    EXPECT_EQ(read("text"), QVariant("other"));
+    EXPECT_EQ(read("map"), sample.value("map"));
+}
+
+TEST_F(SettingsFileTest, LosesOnlyTheValuesThatItCanNotKeepAndNamesThem)
+{
+    const QVariant refused = QVariant::fromValue<void*>(nullptr);
+    const SettingsWriting writing =
+        WriteSettingsFile(path(), {{"a", 1},
+                                   {"pointer", refused},
+                                   {"map", QVariantMap{{"in", refused}, {"b", 2}}},
+                                   {"/", 3}});
+    EXPECT_TRUE(writing);
+    EXPECT_EQ(writing.refused, (QStringList{"/", "map/in", "pointer"}));
+    EXPECT_EQ(read("a"), QVariant("1"));
+    EXPECT_EQ(read("map"), QVariant(QVariantMap{{"b", 2}}));
+    EXPECT_FALSE(read("pointer").has_value());
+
+    put("k=@Variant(\\0\\0\\0\\b\\0\\0\\0\\x1\\0\\0\\0\\x2\\0z\\0\\0\\0\\x7f\\0\\0\\0\\x2Q\\0)\n");
+    QStringList names;
+    EXPECT_EQ(SettingsFile::Read(path())->Value("k", &names), QVariant(QVariantMap()));
+    EXPECT_EQ(names, QStringList{"k/z"});
+}
+
+TEST_F(SettingsFileTest, WritesNothingThatItWouldNotRead)
+{
+    ASSERT_TRUE(WriteSettingsFile(path(), {{"a", 1}}));
+    const QByteArray before = text();
+    const QVariantMap large{{"text", QString(SettingsFile::maximumSize, 'x')}};
+    for (const auto write : {WriteSettingsFile, UpdateSettingsFile}) {
+        const SettingsWriting writing = write(path(), large);
+        EXPECT_FALSE(writing);
+        EXPECT_EQ(writing.refused, QStringList{"text"});
+    }
+    EXPECT_EQ(text(), before);
+    const int overhead = QByteArray("[General]\ntext=\n").size();
+    EXPECT_TRUE(WriteSettingsFile(
+        path(), {{"text", QString(int(SettingsFile::maximumSize) - overhead, 'x')}}));
+    EXPECT_TRUE(SettingsFile::Read(path()).has_value());
+}
+
+TEST_F(SettingsFileTest, WritesThroughALinkWhereTheUserNamesTheFile)
+{
+    put("[General]\na=1\n");
+    QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner);
+    const QString link = home.data() + "/link";
+    ASSERT_TRUE(QFile::link(path(), link));
+    ASSERT_TRUE(WriteNamedSettingsFile(link, {{"b", 2}}));
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_EQ(text(), "[General]\nb=2\n");
+    EXPECT_EQ(QFile::permissions(path()) & (QFile::ReadGroup | QFile::ReadOther), 0);
+
+    QFile::remove(path());
+    EXPECT_TRUE(WriteNamedSettingsFile(link, {{"b", 3}})) << "a link to no file yet";
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_EQ(text(), "[General]\nb=3\n");
+}
+
 struct DamagedRow {
     const char* name;
     QByteArray text;

@@ -59,8 +59,10 @@ QString nameAt(const SettingsFile& settings, const QString& key)
 
 std::optional<PreferencesMap> optionsAt(const SettingsFile& settings, const QString& key)
 {
-    const QVariant value = settings.Value(key).value_or(QVariant());
-    if (value.type() != QVariant::Map) {
+    QStringList refused;
+    const QVariant value = settings.Value(key, &refused).value_or(QVariant());
+    // A step with only some of its options would do something else.
+    if (value.type() != QVariant::Map || !refused.isEmpty()) {
         return std::nullopt;
     }
     return value.toMap();
