@@ -98,7 +98,9 @@ private:
 Result<std::shared_ptr<ByteSource>> openFile(const std::string& path)
 {
     // O_NONBLOCK: opening a named pipe must not wait for a writer before it can be refused.
-    FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const auto named = descriptorNamed(path);
+    FileDescriptor file(named ? fcntl(*named, F_DUPFD_CLOEXEC, 0)
+                              : open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file) {
         return fail(ErrorCode::FileNotReadable, path + ": " + std::strerror(errno));
     }

@@ -39,7 +39,9 @@ private:
     std::int64_t size_;
 };
 
-/// Opens a file for reading. Fails for what is missing, not readable, a folder, or no regular file.
+/// Opens a file for reading, or goes on with one that is open where the path names a descriptor of
+/// this process (descriptorNamed). Fails for what is missing, not readable, a folder, or no regular
+/// file.
 Result<std::shared_ptr<ByteSource>> openFile(const std::string& path);
 
 /// Data in memory as a source.

@@ -1,7 +1,5 @@
 #include "KarvelPDFLibrary/io/Durability.h"
 
-#include "KarvelPDFLibrary/io/FileDescriptor.h"
-
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -69,23 +67,6 @@ int syncFile(int descriptor)
 }
 
 } // namespace
-
-std::string folderOf(const std::string& path)
-{
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) {
-        return ".";
-    }
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
-
-void syncFolder(const std::string& folder)
-{
-    const FileDescriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (descriptor) {
-        fsync(descriptor.get());
-    }
-}
 
 std::vector<int> syncTogether(const std::vector<int>& descriptors)
 {

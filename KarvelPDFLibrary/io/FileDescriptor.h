@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+#include <string>
 #include <unistd.h>
 #include <utility>
 
@@ -31,11 +33,20 @@ public:
     explicit operator bool() const { return descriptor_ >= 0; }
     int get() const { return descriptor_; }
 
+    /// Whoever it is handed to closes it.
+    int release() { return std::exchange(descriptor_, -1); }
+
     /// Closes now; false when the system reports that written data was lost.
     bool close() { return ::close(std::exchange(descriptor_, -1)) == 0; }
 
 private:
     int descriptor_ = -1;
 };
+
+/// How a path names an open descriptor, as the system does: "/dev/fd/7".
+std::string pathOf(int descriptor);
+
+/// The descriptor that such a path, or "/proc/self/fd/7", names; none when it is another path.
+std::optional<int> descriptorNamed(const std::string& path);
 
 } // namespace karvel::io

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "KarvelPDFLibrary/io/Folder.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -10,7 +12,7 @@ namespace karvel::io {
 /// A new name, such as ".karvel-save-4711-00ff00ff00ff00ff.tmp", with the number of this process.
 std::string temporaryName();
 
-/// Whether a file name is that of a temporary file made here; `process` gets the number of the
+/// Whether a file name is exactly as temporaryName makes them; `process` gets the number of the
 /// process that made it.
 bool isTemporaryName(std::string_view fileName, int& process);
 
@@ -19,8 +21,9 @@ bool isTemporaryName(std::string_view fileName, int& process);
 /// file was taken for an abandoned one first; it is gone then, or about to be.
 bool claimTemporary(int descriptor);
 
-/// Removes the temporary files of a folder that nobody uses any more; returns their number. A
-/// folder that can't be read has none.
-std::size_t removeAbandoned(const std::string& folder);
+/// Removes the temporary files of a folder that nobody uses any more; returns their number. Only
+/// what has exactly such a name, is this user's, and is claimed by nobody counts as one. A folder
+/// that can't be read has none.
+std::size_t removeAbandoned(const Folder& folder);
 
 } // namespace karvel::io

@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/base/WarningKinds.h"
 #include "KarvelPDFLibrary/content/ContentStreams.h"
 #include "KarvelPDFLibrary/deletion/Synchronize.h"
+#include "KarvelPDFLibrary/io/Permissions.h"
 #include "KarvelPDFLibrary/saving/Damage.h"
 #include "KarvelPDFLibrary/saving/EscapedNames.h"
 #include "KarvelPDFLibrary/saving/HeldBytes.h"
@@ -11,12 +12,15 @@
 #include "KarvelPDFLibrary/saving/VerbatimWriter.h"
 #include "KarvelPDFLibrary/saving/VersionNeeds.h"
 
+#include <cerrno>
+#include <cstring>
 #include <mutex>
 #include <optional>
 #include <qpdf/Pipeline.hh>
 #include <qpdf/Pl_Flate.hh>
 #include <qpdf/QPDFWriter.hh>
 #include <shared_mutex>
+#include <unistd.h>
 
 namespace karvel::saving {
 
@@ -340,18 +344,52 @@ private:
     Error failure_;
 };
 
+Status writeWatched(Document& document, io::ByteSink& sink, const std::string& path,
+                    const SaveOptions& options)
+{
+    WatchedSink watched(sink, path);
+    const Status status = writeTo(document, watched, options);
+    return status || watched.failure().code == ErrorCode::None
+               ? status
+               : tl::unexpected<Error>(watched.failure());
+}
+
+Status toDescriptor(Document& document, int descriptor, const std::string& path,
+                    const SaveOptions& options)
+{
+    // What stands in a file goes; a pipe has nothing and can't be cut.
+    if (lseek(descriptor, 0, SEEK_SET) == 0 && ftruncate(descriptor, 0) != 0) {
+        return fail(ErrorCode::FileNotWritable, path + ": " + std::strerror(errno));
+    }
+    io::DescriptorSink sink(descriptor);
+    if (Status status = writeWatched(document, sink, path, options); !status) {
+        return status;
+    }
+    try {
+        sink.flush();
+    } catch (const std::exception& exception) {
+        return fail(ErrorCode::FileNotWritable, path + ": " + exception.what());
+    }
+    document.markSaved();
+    return {};
+}
+
 } // namespace
 
 Status toFile(Document& document, const std::string& path, const SaveOptions& options)
 {
+    if (const auto descriptor = io::descriptorNamed(path)) {
+        return toDescriptor(document, *descriptor, path, options);
+    }
     Result<io::OutputFile> file = io::OutputFile::create(path, options.existing);
     if (!file) {
         return tl::unexpected<Error>(file.error());
     }
-    WatchedSink sink(*file, path);
-    if (Status status = writeTo(document, sink, options); !status) {
-        return sink.failure().code == ErrorCode::None ? status
-                                                      : tl::unexpected<Error>(sink.failure());
+    if (document.source() && document.source()->descriptor() >= 0) {
+        file->allowAtMost(io::modeOf(document.source()->descriptor()));
+    }
+    if (Status status = writeWatched(document, *file, path, options); !status) {
+        return status;
     }
     if (Status status = file->commit(); !status) {
         return status;

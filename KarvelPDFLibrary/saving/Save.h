@@ -8,7 +8,10 @@
 namespace karvel::saving {
 
 /// Saves a document to a temporary file beside the path and renames it over the path. After a
-/// failure the path is as it was. Fails when a page that stays lost its content to damage.
+/// failure the path is as it was. Fails when a page that stays lost its content to damage. A path
+/// that names an open descriptor of this process, such as "/dev/fd/7" (io::descriptorNamed), gets
+/// the bytes as they come, in the place of what the file holds; naming and syncing it is left to
+/// its owner.
 Status toFile(Document& document, const std::string& path, const SaveOptions& options);
 
 /// The document's bytes as saving would write them, without counting as saving.

@@ -68,12 +68,16 @@ std::string remedy(Reason reason)
         return "neither is written; leave one out, or let -d with --rename name them differently";
     case Reason::OutputFolderMissing:
         return "create it first (mkdir -p), or name another";
+    case Reason::OutputFolderIsLink:
+        return "put a folder in its place, or name the one that it leads to with -d";
     case Reason::OutputNotAFile:
         return "name a file with -o, a folder with -d, or - for standard output";
     case Reason::OutputNotWritable:
         return "check space and permissions there, or name another place";
     case Reason::BackupExists:
-        return "move it away, or use --overwrite to replace it";
+        return "move it away, since no backup is ever replaced";
+    case Reason::ChangedMeanwhile:
+        return "run it again";
     case Reason::ActionMissing:
         return "vantora actions lists them";
     case Reason::ActionListMissing:
@@ -109,6 +113,8 @@ std::string remedy(Reason reason)
                "or name another";
     case Reason::NotAReport:
         return "name what an earlier run wrote with --report";
+    case Reason::ReportMisplaced:
+        return "name another file for the report";
     case Reason::SavedStepsExist:
         return "use --overwrite to replace it, or name another";
     case Reason::SavedNameUnfit:

@@ -431,7 +431,7 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
     command.add_flag("-i,--in-place", run.inPlace, "Replace the inputs, each by a finished file");
     command.add_flag("--backup", run.backup, "With --in-place: keep each original as NAME.pdf.bak");
     command.add_flag("--overwrite", run.overwrite,
-                     "Replace outputs, backups and a report that exist");
+                     "Replace outputs and a report that exist; never a backup");
     command.add_flag("--rename", run.rename,
                      "Where an output exists: write NAME (1).pdf, or the first\n"
                      "such name that is free");

@@ -41,12 +41,16 @@ const char* reasonName(Reason reason)
         return "output-clash";
     case Reason::OutputFolderMissing:
         return "output-folder-missing";
+    case Reason::OutputFolderIsLink:
+        return "output-folder-is-link";
     case Reason::OutputNotAFile:
         return "output-not-a-file";
     case Reason::OutputNotWritable:
         return "output-not-writable";
     case Reason::BackupExists:
         return "backup-exists";
+    case Reason::ChangedMeanwhile:
+        return "changed-meanwhile";
     case Reason::ActionMissing:
         return "action-missing";
     case Reason::ActionUnusable:
@@ -93,6 +97,8 @@ const char* reasonName(Reason reason)
         return "not-a-report";
     case Reason::WrongUsage:
         return "wrong-usage";
+    case Reason::ReportMisplaced:
+        return "report-misplaced";
     case Reason::Interrupted:
         return "interrupted";
     }

@@ -29,9 +29,11 @@ enum class Reason {
     OutputIsInput,
     OutputClash,
     OutputFolderMissing,
+    OutputFolderIsLink,
     OutputNotAFile,
     OutputNotWritable,
     BackupExists,
+    ChangedMeanwhile,
     ActionMissing,
     ActionUnusable,
     ActionFailed,
@@ -55,6 +57,7 @@ enum class Reason {
     ReportExists,
     NotAReport,
     WrongUsage,
+    ReportMisplaced,
     Interrupted,
 };
 

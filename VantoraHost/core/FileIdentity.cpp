@@ -58,11 +58,11 @@ std::optional<FileIdentity> identityOf(int descriptor)
     return identityIn(statusOf(descriptor));
 }
 
-std::optional<FileOwnership> ownershipOf(const std::string& path)
+std::optional<FileVersion> versionAt(const std::string& path)
 {
-    const auto status = statusOf(path);
-    return status ? std::optional<FileOwnership>({status->st_uid, status->st_gid, status->st_mode})
-                  : std::nullopt;
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0 ? std::optional(karvel::io::versionOf(status))
+                                               : std::nullopt;
 }
 
 std::optional<FileState> stateOf(const std::string& path)

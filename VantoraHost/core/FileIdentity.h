@@ -1,11 +1,14 @@
 #pragma once
 
+#include "KarvelPDFLibrary/io/FileVersion.h"
+
 #include <sys/types.h>
 
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+#include <tuple>
 
 namespace vantora {
 
@@ -17,6 +20,10 @@ struct FileIdentity {
     bool operator==(const FileIdentity& other) const
     {
         return device == other.device && inode == other.inode;
+    }
+    bool operator<(const FileIdentity& other) const
+    {
+        return std::tie(device, inode) < std::tie(other.device, other.inode);
     }
 };
 
@@ -32,20 +39,10 @@ bool isThere(const std::string& path);
 /// An open file.
 std::optional<FileIdentity> identityOf(int descriptor);
 
-/// Whose a file is and what others may do with it.
-struct FileOwnership {
-    uid_t user;
-    gid_t group;
-    mode_t mode;
+using karvel::io::FileVersion;
 
-    bool operator==(const FileOwnership& other) const
-    {
-        return user == other.user && group == other.group && mode == other.mode;
-    }
-};
-
-/// The ownership of the file that a path leads to; none when there is nothing.
-std::optional<FileOwnership> ownershipOf(const std::string& path);
+/// The version of what stands at a path, if only a link; none when nothing does.
+std::optional<FileVersion> versionAt(const std::string& path);
 
 /// What tells that a file is as it was: its size in bytes, and when its content last changed, in
 /// nanoseconds since 1970 as a decimal text.

@@ -101,6 +101,14 @@ bool isFolder(const std::string& path)
     return fs::is_directory(path, failed);
 }
 
+// Few have any, and taking a path to its parts costs several times what looking for them does.
+std::string normalPath(const std::string& path)
+{
+    const bool hasNeedlessParts =
+        path.rfind('.', 0) == 0 || path.find("/.") != path.npos || path.find("//") != path.npos;
+    return hasNeedlessParts ? fs::path(path).lexically_normal().string() : path;
+}
+
 Outcome folderIsReadable(const std::string& folder)
 {
     if (::eaccess(folder.c_str(), R_OK | X_OK) != 0) {

@@ -23,6 +23,9 @@ Input inputNamed(std::string path);
 
 bool isFolder(const std::string& path);
 
+/// One text for paths that differ only in needless parts.
+std::string normalPath(const std::string& path);
+
 /// Whether the contents of a folder can be listed and opened; the error is that they can't.
 Outcome folderIsReadable(const std::string& folder);
 

@@ -1,6 +1,7 @@
 #include "VantoraHost/core/LibraryFailure.h"
 
 #include "KarvelPDFLibrary/base/Text.h"
+#include "KarvelPDFLibrary/io/FileDescriptor.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 
 namespace vantora {
@@ -29,15 +30,26 @@ Reason reasonOf(LibraryCode code)
     }
 }
 
+// Takes a name away wherever a clause begins with it.
+void removeClauses(std::string& sentence, const std::string& name)
+{
+    for (auto at = sentence.find(name); at != std::string::npos; at = sentence.find(name, at)) {
+        const bool isClause = at == 0 || (at >= 2 && sentence.compare(at - 2, 2, ": ") == 0);
+        isClause ? static_cast<void>(sentence.erase(at, name.size())) : static_cast<void>(++at);
+    }
+}
+
 } // namespace
 
 std::string withoutFile(std::string sentence, const std::string& file)
 {
-    const std::string name = file + ": ";
-    for (auto at = sentence.find(name); !file.empty() && at != std::string::npos;
-         at = sentence.find(name, at)) {
-        const bool isClause = at == 0 || (at >= 2 && sentence.compare(at - 2, 2, ": ") == 0);
-        isClause ? static_cast<void>(sentence.erase(at, name.size())) : static_cast<void>(++at);
+    if (!file.empty()) {
+        removeClauses(sentence, file + ": ");
+    }
+    // What the library was given open it names by the descriptor.
+    const std::string named = sentence.substr(0, sentence.find(": "));
+    if (named.size() < sentence.size() && karvel::io::descriptorNamed(named)) {
+        removeClauses(sentence, named + ": ");
     }
     return sentence;
 }

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "VantoraHost/core/FileIdentity.h"
+
+#include <cstddef>
+#include <optional>
 #include <string>
 
 namespace vantora {
@@ -10,12 +14,24 @@ inline constexpr char standardStream[] = "-";
 /// Where one document's result goes.
 struct Target {
     std::string name;   ///< as the caller named it, "-" for standard output
-    std::string path;   ///< the file to write: the one behind the links when it is replaced
-    std::string backup; ///< the file to keep the original as; empty for no backup
+    std::string path;   ///< the file to write; a link there is replaced itself
+    std::string backup; ///< the file beside it to keep the original as; empty for no backup
+
+    /// Where in the path the part begins that is looked up in the folder named before it, without
+    /// following links; npos when that is the file's name alone.
+    std::size_t below = std::string::npos;
+
+    /// The folder that this was when the output was planned, so that one exchanged for another
+    /// meanwhile gets nothing; none when nobody knows.
+    std::optional<FileIdentity> root;
+
+    /// What the output replaces, as it was when that was planned; none for a new file, and in
+    /// place, where it is what is opened.
+    std::optional<FileVersion> replaced;
+
     bool standardOutput = false;
-    bool replace = false;       ///< whether an existing file may be replaced
-    bool replaceBackup = false; ///< whether an older backup may be
-    bool number = false;        ///< whether to take a copy name when the file exists by then
+    bool inPlace = false; ///< whether the input itself is replaced
+    bool number = false;  ///< whether to take a copy name when the file exists by then
 };
 
 } // namespace vantora

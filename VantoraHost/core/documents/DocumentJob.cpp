@@ -4,8 +4,9 @@
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/LibraryFailure.h"
-#include "VantoraHost/core/documents/PdfLibrary.h"
+#include "VantoraHost/core/documents/PageForecast.h"
 #include "VantoraHost/core/outputs/OutputPlan.h"
+#include "VantoraHost/core/outputs/TargetFolder.h"
 
 #include <chrono>
 #include <exception>
@@ -49,12 +50,15 @@ ProcessedDocument DocumentJob::run(const std::string& input, const Result<Target
     ProcessedDocument document;
     DocumentReport& report = document.report;
     report.input = input;
-    report.bytesBefore = input == standardStream ? settings.standardInput.size() : sizeOf(input);
     Outcome done =
         target ? guardedProcess(document, *target) : tl::unexpected<Error>(target.error());
+    this->input.reset();
     if (!done) {
         document.output.reset();
         done.error().sentence = withoutFile(std::move(done.error().sentence), input);
+        if (!report.bytesBefore) {
+            report.bytesBefore = sizeOf(input);
+        }
         turnIntoFailure(report, std::move(done.error()));
     }
     report.seconds =
@@ -77,8 +81,10 @@ Outcome DocumentJob::guardedProcess(ProcessedDocument& document, const Target& t
 Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
 {
     DocumentReport& report = processed.report;
-    const Result<OpenDocument> document = OpenDocument::open(
-        library, report.input, settings.standardInput, settings.passwords, sequence.access());
+    if (const Outcome opened = openInput(report, target); !opened) {
+        return opened;
+    }
+    const Result<OpenDocument> document = openDocument(report);
     if (!document) {
         return tl::unexpected<Error>(document.error());
     }
@@ -112,6 +118,30 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
         report.warnings.insert(report.warnings.end(), remarks.begin(), remarks.end());
     }
     return done;
+}
+
+Outcome DocumentJob::openInput(DocumentReport& report, const Target& target)
+{
+    if (report.input == standardStream) {
+        report.bytesBefore = settings.standardInput.size();
+        return {};
+    }
+    Result<InputFile> opened =
+        target.inPlace ? InputFile::open(report.input, target) : InputFile::open(report.input);
+    if (!opened) {
+        return tl::unexpected<Error>(std::move(opened.error()));
+    }
+    input.emplace(std::move(*opened));
+    report.bytesBefore = static_cast<std::uint64_t>(input->version().size);
+    return {};
+}
+
+Result<OpenDocument> DocumentJob::openDocument(const DocumentReport& report)
+{
+    return input ? OpenDocument::open(library, report.input, *input, settings.passwords,
+                                      sequence.access())
+                 : OpenDocument::open(library, report.input, settings.standardInput,
+                                      settings.passwords, sequence.access());
 }
 
 Outcome DocumentJob::changePages(DocumentReport& report)
@@ -242,11 +272,23 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& plann
         target = underFreeName(target);
         document.report.output = target.name;
     }
-    auto file = OutputFile::create(target.path, target.replace ? karvel::io::Existing::Replace
-                                                               : karvel::io::Existing::Refuse);
+    if (target.inPlace) {
+        target.replaced = input->version();
+    }
+    const auto folder = folderOf(target);
+    if (!folder) {
+        return tl::unexpected<Error>(folder.error());
+    }
+    auto file = OutputFile::create(*folder, target.path,
+                                   target.replaced ? karvel::io::Existing::Replace
+                                                   : karvel::io::Existing::Refuse);
     if (!file) {
         return tl::unexpected<Error>(outputFailure(file.error(), target));
     }
+    if (target.replaced) {
+        file->replaceOnly(*target.replaced);
+    }
+    file->allowAtMost(input ? input->mode() : settings.standardInputMode);
     const bool small = document.report.bytesBefore.value_or(0) <= largestSmall;
     if (Outcome written = small ? writeSmall(*file, target) : writeLarge(*file, target); !written) {
         return written;
@@ -269,7 +311,7 @@ Outcome DocumentJob::writeSmall(karvel::io::OutputFile& file, const Target& targ
 {
     const std::string bytes = library.SaveToString();
     if (bytes.empty()) {
-        return tl::unexpected<Error>(savingError(target.path, target));
+        return tl::unexpected<Error>(savingError(target));
     }
     try {
         file.write(bytes.data(), bytes.size());
@@ -283,18 +325,15 @@ Outcome DocumentJob::writeSmall(karvel::io::OutputFile& file, const Target& targ
 // The library copies what stays the same from file to file, without taking it into memory.
 Outcome DocumentJob::writeLarge(karvel::io::OutputFile& file, const Target& target)
 {
-    if (library.SaveToFile(toWide(file.temporary())) != 1) {
-        return tl::unexpected<Error>(savingError(file.temporary(), target));
-    }
-    if (const karvel::Status taken = file.takeReplacement(); !taken) {
-        return tl::unexpected<Error>(outputFailure(taken.error(), target));
+    if (library.SaveToFile(toWide(karvel::io::pathOf(file.descriptor()))) != 1) {
+        return tl::unexpected<Error>(savingError(target));
     }
     return {};
 }
 
-Error DocumentJob::savingError(const std::string& file, const Target& target)
+Error DocumentJob::savingError(const Target& target)
 {
-    Error error = lastLibraryFailure(library, file)
+    Error error = lastLibraryFailure(library, target.path)
                       .value_or(Error{Reason::LibraryFailed, {}, "can't be saved"});
     if (error.reason == Reason::OutputNotWritable || error.reason == Reason::OutputExists) {
         error.sentence = "the output " + target.name + ": " + error.sentence;

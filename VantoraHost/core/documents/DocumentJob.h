@@ -4,6 +4,7 @@
 #include "VantoraHost/core/actions/Sequence.h"
 #include "VantoraHost/core/documents/IfEmpty.h"
 #include "VantoraHost/core/documents/PageForecast.h"
+#include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/outputs/OutputGroup.h"
 #include "VantoraHost/core/reports/DocumentReport.h"
 
@@ -22,8 +23,9 @@ struct JobSettings {
     bool keepSigned = false;            ///< refuse documents with signatures
     bool strict = false;                ///< refuse to do a part of what was asked for
     IfEmpty ifEmpty = IfEmpty::Blank;
-    bool reportFirst = false;  ///< report outputs before they get their names, too
-    std::string standardInput; ///< the document that the input "-" stands for
+    bool reportFirst = false;        ///< report outputs before they get their names, too
+    std::string standardInput;       ///< the document that the input "-" stands for
+    mode_t standardInputMode = 0777; ///< what others may do with the file that it comes from
     /// Takes the document whose target is standard output; returns false when that failed.
     std::function<bool(std::string_view)> standardOutput;
     /// Asked between the steps of a document: whether to give it up.
@@ -60,6 +62,8 @@ public:
 private:
     Outcome guardedProcess(ProcessedDocument& document, const Target& target);
     Outcome process(ProcessedDocument& document, const Target& target);
+    Outcome openInput(DocumentReport& report, const Target& target);
+    Result<OpenDocument> openDocument(const DocumentReport& report);
     Outcome changePages(DocumentReport& report);
     Outcome judge(DocumentReport& report, PageForecast forecast);
     Outcome rehearse(DocumentReport& report);
@@ -68,13 +72,14 @@ private:
     Outcome saveToFile(ProcessedDocument& document, const Target& planned);
     Outcome writeSmall(karvel::io::OutputFile& file, const Target& target);
     Outcome writeLarge(karvel::io::OutputFile& file, const Target& target);
-    Error savingError(const std::string& file, const Target& target);
+    Error savingError(const Target& target);
     Outcome saveToStandardOutput(DocumentReport& report);
     Error failure(const std::string& input, const char* otherwise);
 
     KarvelPDFLibraryCPDylibCPP1311& library;
     Sequence& sequence;
     const JobSettings& settings;
+    std::optional<InputFile> input; ///< of the document that it is at; none for standard input
 };
 
 } // namespace vantora

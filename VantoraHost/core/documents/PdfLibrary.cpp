@@ -3,15 +3,12 @@
 #include "KarvelPDFLibrary/base/Text.h"
 #include "KarvelPDFLibrary/base/WarningKinds.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
-#include "VantoraHost/core/Inputs.h"
 #include "VantoraHost/core/LibraryFailure.h"
 #include "VantoraHost/core/Target.h"
 
-#include <sys/stat.h>
+#include <unistd.h>
 
-#include <cerrno>
 #include <climits>
-#include <fstream>
 #include <string_view>
 #include <utility>
 
@@ -26,62 +23,40 @@ constexpr int modifyingPermission = 2;
 constexpr int assemblingPermission = 7;
 
 // What can be said better before the library is asked.
-Outcome checkInput(const std::string& input, const std::string& standardInput)
+Outcome checkStandardInput(const std::string& bytes)
 {
-    if (input == standardStream) {
-        if (standardInput.empty()) {
-            return fail(Reason::InputEmpty, input, "is empty (0 bytes)");
-        }
-        if (standardInput.size() > static_cast<std::size_t>(INT_MAX)) {
-            return fail(Reason::OutOfMemory, input,
-                        "is larger than 2 GB; save it as a file and name that");
-        }
-        return {};
+    if (bytes.empty()) {
+        return fail(Reason::InputEmpty, standardStream, "is empty (0 bytes)");
     }
-    struct stat status = {};
-    if (::stat(input.c_str(), &status) != 0) {
-        const bool missing = errno == ENOENT || errno == ENOTDIR;
-        return fail(missing ? Reason::InputMissing : Reason::InputUnreadable, input,
-                    missing ? "there is no such file" : systemMessage(errno));
-    }
-    if (S_ISDIR(status.st_mode)) {
-        const Outcome readable = folderIsReadable(input); // a search leaves those that are not
-        return readable ? fail(Reason::InputNotAFile, input, "is a folder, not a file") : readable;
-    }
-    if (!S_ISREG(status.st_mode)) {
-        return fail(Reason::InputNotAFile, input, "is a device or pipe, not a file");
-    }
-    if (status.st_size == 0) {
-        return fail(Reason::InputEmpty, input, "is empty (0 bytes)");
+    if (bytes.size() > static_cast<std::size_t>(INT_MAX)) {
+        return fail(Reason::OutOfMemory, standardStream,
+                    "is larger than 2 GB; save it as a file and name that");
     }
     return {};
 }
 
 // Readers look for the header in the first 1024 bytes (ISO 32000-1, annex H, note 13).
-bool beginsAsPdf(const std::string& input, const std::string& standardInput)
+constexpr std::size_t headerWithin = 1024;
+
+std::string startOf(const InputFile& file)
 {
-    std::string start(1024, '\0');
-    if (input == standardStream) {
-        start = standardInput.substr(0, start.size());
-    } else {
-        std::ifstream file(input, std::ios::binary);
-        file.read(start.data(), static_cast<std::streamsize>(start.size()));
-        start.resize(static_cast<std::size_t>(file.gcount()));
-    }
-    return start.find("%PDF-") != std::string::npos;
+    std::string start(headerWithin, '\0');
+    const ssize_t got = ::pread(file.descriptor(), start.data(), start.size(), 0);
+    start.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+    return start;
 }
 
 // Why the library can't open a document: one that is damaged, or no PDF at all, is worth telling
 // apart, since other things help.
 Error openingError(KarvelPDFLibraryCPDylibCPP1311& library, const std::string& input,
-                   const std::string& standardInput)
+                   const std::string& start)
 {
     Error error = lastLibraryFailure(library, input)
                       .value_or(Error{Reason::LibraryFailed, input, "can't be opened"});
     if (error.reason != Reason::Damaged) {
         return error;
     }
-    if (!beginsAsPdf(input, standardInput)) {
+    if (start.find("%PDF-") == std::string::npos) {
         return {Reason::NotPdf, input, "is no PDF: it does not begin with %PDF-"};
     }
     const std::string either = "not a PDF, or damaged beyond repair";
@@ -130,31 +105,54 @@ Result<OpenDocument> OpenDocument::open(KarvelPDFLibraryCPDylibCPP1311& library,
                                         const std::string& input, const std::string& standardInput,
                                         const std::vector<std::string>& passwords, Access access)
 {
-    if (const Outcome usable = checkInput(input, standardInput); !usable) {
-        return tl::unexpected<Error>(usable.error());
+    if (input == standardStream) {
+        const Outcome usable = checkStandardInput(standardInput);
+        const Source source = {input,
+                               [&](const std::wstring& password) {
+                                   return library.LoadFromString(standardInput, password);
+                               },
+                               [&] { return standardInput.substr(0, headerWithin); }};
+        return usable ? load(library, source, passwords, access)
+                      : tl::unexpected<Error>(usable.error());
     }
+    const Result<InputFile> file = InputFile::open(input);
+    return file ? open(library, input, *file, passwords, access)
+                : tl::unexpected<Error>(file.error());
+}
+
+Result<OpenDocument> OpenDocument::open(KarvelPDFLibraryCPDylibCPP1311& library,
+                                        const std::string& input, const InputFile& file,
+                                        const std::vector<std::string>& passwords, Access access)
+{
+    const std::wstring opened = toWide(karvel::io::pathOf(file.descriptor()));
+    const Source source = {
+        input, [&](const std::wstring& password) { return library.LoadFromFile(opened, password); },
+        [&] { return startOf(file); }};
+    return load(library, source, passwords, access);
+}
+
+Result<OpenDocument> OpenDocument::load(KarvelPDFLibraryCPDylibCPP1311& library,
+                                        const Source& source,
+                                        const std::vector<std::string>& passwords, Access access)
+{
     bool opened = false;
     for (std::size_t attempt = 0; attempt <= passwords.size(); ++attempt) {
-        const std::wstring password =
-            attempt == 0 ? std::wstring() : toWide(passwords[attempt - 1]);
         library.ClearLastError();
-        const int handle = input == standardStream ? library.LoadFromString(standardInput, password)
-                                                   : library.LoadFromFile(toWide(input), password);
-        if (handle != 0) {
+        if (source.load(attempt == 0 ? std::wstring() : toWide(passwords[attempt - 1])) != 0) {
             OpenDocument document(library);
             if (permits(library, access)) {
                 return document;
             }
             opened = true;
         } else if (lastLibraryCode(library) != LibraryCode::WrongPassword) {
-            return tl::unexpected<Error>(openingError(library, input, standardInput));
+            return tl::unexpected<Error>(openingError(library, source.name, source.start()));
         }
     }
     if (opened) {
-        return fail(Reason::NotPermitted, input,
+        return fail(Reason::NotPermitted, source.name,
                     std::string("its owner does not permit ") + accessName(access));
     }
-    return tl::unexpected<Error>(passwordError(input, passwords.size()));
+    return tl::unexpected<Error>(passwordError(source.name, passwords.size()));
 }
 
 OpenDocument::OpenDocument(OpenDocument&& other) noexcept

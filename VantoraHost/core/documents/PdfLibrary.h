@@ -2,8 +2,10 @@
 
 #include "VantoraHost/core/Access.h"
 #include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/documents/InputFile.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -25,6 +27,11 @@ public:
                                      const std::string& input, const std::string& standardInput,
                                      const std::vector<std::string>& passwords, Access access);
 
+    /// The same for a file that is open.
+    static Result<OpenDocument> open(KarvelPDFLibraryCPDylibCPP1311& library,
+                                     const std::string& input, const InputFile& file,
+                                     const std::vector<std::string>& passwords, Access access);
+
     OpenDocument(OpenDocument&& other) noexcept;
     OpenDocument& operator=(OpenDocument&&) = delete;
     ~OpenDocument();
@@ -40,6 +47,14 @@ public:
     std::vector<std::string> repairs() const;
 
 private:
+    /// What is opened.
+    struct Source {
+        const std::string& name;
+        std::function<int(const std::wstring& password)> load; ///< returns 0 when that failed
+        std::function<std::string()> start;                    ///< its first bytes
+    };
+    static Result<OpenDocument> load(KarvelPDFLibraryCPDylibCPP1311& library, const Source& source,
+                                     const std::vector<std::string>& passwords, Access access);
     std::vector<std::string> warnings(bool ofDeletion) const;
 
     explicit OpenDocument(KarvelPDFLibraryCPDylibCPP1311& library) : library(&library) {}

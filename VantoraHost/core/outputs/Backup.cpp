@@ -1,34 +1,25 @@
 #include "VantoraHost/core/outputs/Backup.h"
 
-#include "KarvelPDFLibrary/io/Durability.h"
-#include "KarvelPDFLibrary/io/TemporaryFile.h"
-#include "VantoraHost/core/FileIdentity.h"
+#include "KarvelPDFLibrary/io/ByteSource.h"
+#include "KarvelPDFLibrary/io/OutputFile.h"
+#include "KarvelPDFLibrary/io/Permissions.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
+#include <array>
 #include <cerrno>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <string_view>
-#include <system_error>
-#include <vector>
+#include <cstring>
+#include <optional>
 
 namespace vantora {
 
-namespace fs = std::filesystem;
 using karvel::io::FileDescriptor;
+using karvel::io::nameIn;
+using karvel::io::OutputFile;
 
 namespace {
-
-// What the name of a backup is followed by until it is one, then the number of the process. The
-// two tell whether an older backup may be replaced.
-constexpr std::string_view replacing = ".vantora-";
-constexpr std::string_view first = ".vantora-first-";
 
 // Some file systems have no hard links, and the system may refuse one to somebody else's file.
 bool linksAreRefused(int errorNumber)
@@ -37,184 +28,143 @@ bool linksAreRefused(int errorNumber)
            errorNumber == EMLINK;
 }
 
-// Returns 0 or an errno value. The copy appears whole or not at all.
-int copyDurably(const std::string& file, const std::string& copy)
+constexpr int forReading = O_RDONLY | O_NONBLOCK | O_NOCTTY;
+
+// The bytes of an open file up to a size, piece by piece; false when they can't be had.
+template <class Take>
+bool readAll(int file, std::int64_t size, const Take& take)
 {
-    const std::string temporary = karvel::io::folderOf(copy) + '/' + karvel::io::temporaryName();
-    std::error_code failed;
-    fs::copy_file(file, temporary, fs::copy_options::none, failed);
-    int result = failed.value();
-    if (result == 0) {
-        const FileDescriptor descriptor(::open(temporary.c_str(), O_RDONLY | O_CLOEXEC));
-        const bool moved = descriptor && ::fsync(descriptor.get()) == 0 &&
-                           ::rename(temporary.c_str(), copy.c_str()) == 0;
-        result = moved ? 0 : errno;
-    }
-    if (result != 0) {
-        ::unlink(temporary.c_str());
-    }
-    return result;
-}
-
-// Returns 0 or an errno value.
-int giveSecondName(const std::string& file, const std::string& second)
-{
-    if (::link(file.c_str(), second.c_str()) == 0) {
-        return 0;
-    }
-    const int refused = errno;
-    return linksAreRefused(refused) ? copyDurably(file, second) : refused;
-}
-
-// Returns 0 or an errno value; never replaces anything.
-int renameToNew(const std::string& from, const std::string& to)
-{
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
-        return 0;
-    }
-    if (errno != EINVAL && errno != ENOSYS) {
-        return errno;
-    }
-    if (::link(from.c_str(), to.c_str()) != 0) {
-        return errno;
-    }
-    ::unlink(from.c_str());
-    return 0;
-}
-
-// Returns 0 or an errno value.
-int rename(const std::string& from, const std::string& to, bool replace)
-{
-    if (!replace) {
-        return renameToNew(from, to);
-    }
-    if (::rename(from.c_str(), to.c_str()) != 0) {
-        return errno;
-    }
-    // Renaming does nothing when the older backup is a link to the original, too.
-    ::unlink(from.c_str());
-    return 0;
-}
-
-bool haveSameContent(const std::string& one, const std::string& other)
-{
-    std::error_code failed;
-    if (fs::file_size(one, failed) != fs::file_size(other, failed) || failed) {
-        return false;
-    }
-    std::ifstream left(one, std::ios::binary);
-    std::ifstream right(other, std::ios::binary);
-    using Bytes = std::istreambuf_iterator<char>;
-    return left && right && std::equal(Bytes(left), Bytes(), Bytes(right));
-}
-
-/// The second name of an original, taken apart.
-struct HeldName {
-    std::string file;
-    std::string backup;
-    bool replace;
-
-    static std::optional<HeldName> of(const std::string& held)
-    {
-        const std::size_t digits = held.find_last_not_of("0123456789") + 1;
-        if (digits == held.size()) {
-            return std::nullopt;
+    std::array<char, 65536> piece = {};
+    for (std::int64_t offset = 0; offset < size;) {
+        const ssize_t got = ::pread(file, piece.data(), piece.size(), offset);
+        if (got <= 0 || !take(piece.data(), static_cast<std::size_t>(got), offset)) {
+            return false;
         }
-        const std::string rest = held.substr(0, digits);
-        for (const std::string_view mark : {first, replacing}) {
-            const std::string ending = ".bak" + std::string(mark);
-            if (rest.size() > ending.size() &&
-                rest.compare(rest.size() - ending.size(), ending.size(), ending) == 0) {
-                const std::string file = rest.substr(0, rest.size() - ending.size());
-                return HeldName{file, file + ".bak", mark == replacing};
-            }
-        }
-        return std::nullopt;
+        offset += got;
     }
-};
+    return true;
+}
 
-void settle(const std::string& held, const HeldName& name)
+bool haveSameContent(int one, int other, std::int64_t size)
 {
-    // Its process holds a lock on it. Where there are no locks, nobody can tell; it stays.
-    const FileDescriptor file(::open(held.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    if (!file || ::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
-        return;
+    std::array<char, 65536> piece = {};
+    return readAll(one, size, [&](const char* bytes, std::size_t length, std::int64_t offset) {
+        return ::pread(other, piece.data(), length, offset) == static_cast<ssize_t>(length) &&
+               std::memcmp(bytes, piece.data(), length) == 0;
+    });
+}
+
+// Gives the copy what the file has beside its content. Its time tells nobody that it is new.
+void likeness(int from, const std::string& name, const Backup::Folder& folder)
+{
+    struct stat status = {};
+    const auto copy = folder.openFile(name, forReading);
+    karvel::io::HandedOn done = karvel::io::HandedOn::All;
+    if (copy && ::fstat(from, &status) == 0) {
+        karvel::io::handOnPermissions(from, copy->get(), 0777, done);
+        const struct timespec times[] = {status.st_atim, status.st_mtim};
+        ::futimens(copy->get(), times);
     }
-    if (isSameFile(held, name.file) || isSameFile(held, name.backup) ||
-        haveSameContent(held, name.file)) {
-        ::unlink(held.c_str());
-    } else {
-        rename(held, name.backup, name.replace);
+}
+
+// The copy appears whole or not at all.
+karvel::Status copy(const Backup::Folder::Pointer& folder, int file, std::int64_t size,
+                    const std::string& backup)
+{
+    auto output = OutputFile::create(folder, backup, karvel::io::Existing::Refuse);
+    if (!output) {
+        return tl::unexpected<karvel::Error>(output.error());
     }
+    output->allowAtMost(karvel::io::modeOf(file));
+    try {
+        const bool read = readAll(file, size, [&](const char* bytes, std::size_t length, auto) {
+            output->write(bytes, length);
+            return true;
+        });
+        if (!read) {
+            return karvel::fail(karvel::ErrorCode::FileNotReadable,
+                                backup + ": the original can't be read");
+        }
+    } catch (const std::exception& failed) {
+        return karvel::fail(karvel::ErrorCode::FileNotWritable, backup + ": " + failed.what());
+    }
+    const karvel::Status committed = output->commit();
+    if (committed) {
+        likeness(file, nameIn(backup), *folder);
+    }
+    return committed;
+}
+
+tl::unexpected<Error> changed()
+{
+    return fail(Reason::ChangedMeanwhile, {}, karvel::io::changedMeanwhile);
+}
+
+tl::unexpected<Error> notMade(const std::string& backup, const std::string& why)
+{
+    return fail(Reason::OutputNotWritable, {}, "the backup " + backup + " can't be made: " + why);
 }
 
 } // namespace
 
-Result<Backup> Backup::of(const std::string& file, const std::string& backup, bool replace)
+bool holdsOriginal(const karvel::io::Folder& folder, const std::string& name,
+                   const std::string& backup)
 {
-    const std::string held =
-        backup + std::string(replace ? replacing : first) + std::to_string(::getpid());
-    int failed = !replace && isThere(backup) ? EEXIST : giveSecondName(file, held);
-    if (failed == EEXIST && isThere(held)) { // a process of the same number was killed
-        settle(held, HeldName{file, backup, replace});
-        failed = giveSecondName(file, held);
+    const auto file = folder.openFile(name, forReading);
+    const auto held = folder.openFile(backup, forReading);
+    const auto version = file ? karvel::io::versionOf(file->get()) : std::nullopt;
+    const auto heldVersion = held ? karvel::io::versionOf(held->get()) : std::nullopt;
+    if (!version || !heldVersion) {
+        return false;
     }
-    if (failed != 0) {
-        return fail(failed == EEXIST ? Reason::BackupExists : Reason::OutputNotWritable, file,
-                    failed == EEXIST
-                        ? "the backup " + backup + " exists already"
-                        : "the backup " + backup + " can't be made: " + systemMessage(failed));
-    }
-    FileDescriptor claim(::open(held.c_str(), O_RDONLY | O_CLOEXEC));
-    if (claim) {
-        ::flock(claim.get(), LOCK_EX | LOCK_NB);
-    }
-    // Before it was claimed somebody may have taken it for an abandoned one.
-    if (!isThere(held)) {
-        giveSecondName(file, held);
-    }
-    return Backup(held, backup, replace, std::move(claim));
+    return version->isOf(*heldVersion) ||
+           (version->size == heldVersion->size &&
+            haveSameContent(file->get(), held->get(), version->size));
 }
 
-Backup::Backup(Backup&& other) noexcept
-    : held(std::move(other.held)), name(std::move(other.name)), replace(other.replace),
-      claim(std::move(other.claim))
+Result<Backup> Backup::of(Folder::Pointer folder, const std::string& path,
+                          const std::string& backup, const FileVersion& version)
 {
-    other.held.clear();
+    const std::string file = nameIn(path);
+    const std::string name = nameIn(backup);
+    int failed = folder->link(file, name);
+    if (failed == EEXIST) {
+        return holdsOriginal(*folder, file, name)
+                   ? Result<Backup>(Backup({}, name, version))
+                   : fail(Reason::BackupExists, {}, "the backup " + backup + " exists already");
+    }
+    if (linksAreRefused(failed)) {
+        const auto original = folder->openFile(file, forReading);
+        if (!original) {
+            return notMade(backup, systemMessage(original.error()));
+        }
+        if (karvel::io::versionOf(original->get()) != std::optional(version)) {
+            return changed();
+        }
+        if (const auto copied = copy(folder, original->get(), version.size, backup); !copied) {
+            return notMade(backup, copied.error().text.substr(backup.size() + 2));
+        }
+        const auto made = folder->versionAt(name);
+        return Backup(std::move(folder), name, made.value_or(version));
+    }
+    if (failed != 0) {
+        return failed == ENOENT && !folder->versionAt(file)
+                   ? Result<Backup>(changed())
+                   : notMade(backup, systemMessage(failed));
+    }
+    // What has been linked is what was there, which need not be what is going to be replaced.
+    const auto made = folder->versionAt(name);
+    Backup linked(std::move(folder), name, made.value_or(version));
+    if (made != std::optional(version)) {
+        return changed();
+    }
+    return linked;
 }
 
 Backup::~Backup()
 {
-    if (!held.empty()) {
-        ::unlink(held.c_str());
-    }
-}
-
-Outcome Backup::keep()
-{
-    const std::string original = std::move(held);
-    held.clear();
-    if (const int failed = rename(original, name, replace); failed != 0) {
-        return fail(Reason::OutputNotWritable, name,
-                    "the original is kept as " + original + ", because the backup " + name +
-                        " can't be made: " + systemMessage(failed));
-    }
-    return {};
-}
-
-void settleAbandonedBackups(const std::string& folder)
-{
-    std::error_code failed;
-    std::vector<std::string> found;
-    for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end;
-         entry.increment(failed)) {
-        std::string path = entry->path();
-        if (HeldName::of(path)) {
-            found.push_back(std::move(path));
-        }
-    }
-    for (const std::string& held : found) {
-        settle(held, *HeldName::of(held));
+    if (folder) {
+        folder->remove(name, made);
     }
 }
 

@@ -1,42 +1,49 @@
 #pragma once
 
-#include "KarvelPDFLibrary/io/FileDescriptor.h"
+#include "KarvelPDFLibrary/io/FileVersion.h"
+#include "KarvelPDFLibrary/io/Folder.h"
 #include "VantoraHost/core/Error.h"
 
 #include <string>
 
 namespace vantora {
 
-/// The original of a file that is about to be replaced, kept under a second name. From before the
-/// replacement on, the original has a name at every moment; when the replacement fails the second
-/// name goes away again.
+/// The original of a file that is about to be replaced, under the name of its backup. From before
+/// the replacement on, the original has that name, so that nothing is left to do when the process
+/// is killed; when the replacement fails the name goes away again. What has the name already is
+/// never replaced.
 class Backup {
 public:
-    /// Gives the file a second name beside `backup`, by a hard link, or copies it where the file
-    /// system has none. Fails when there is an older backup, unless it is to be replaced.
-    static Result<Backup> of(const std::string& file, const std::string& backup, bool replace);
+    using Folder = karvel::io::Folder;
+    using FileVersion = karvel::io::FileVersion;
 
-    Backup(Backup&& other) noexcept;
+    /// Gives the file at `path` in the folder the second name `backup`, by a hard link, or copies
+    /// it where the file system has none. A backup that holds the original already will do, as a
+    /// killed run leaves one. Fails when there is another one, and when the file isn't that version
+    /// any more.
+    static Result<Backup> of(Folder::Pointer folder, const std::string& path,
+                             const std::string& backup, const FileVersion& version);
+
+    Backup(Backup&& other) noexcept = default;
     Backup& operator=(Backup&&) = delete;
     ~Backup();
 
-    /// The file has been replaced: the original takes the name of the backup.
-    Outcome keep();
+    /// The file has been replaced: the backup stays.
+    void keep() { folder.reset(); }
 
 private:
-    Backup(std::string held, std::string name, bool replace, karvel::io::FileDescriptor claim)
-        : held(std::move(held)), name(std::move(name)), replace(replace), claim(std::move(claim))
+    Backup(Folder::Pointer folder, std::string name, FileVersion made)
+        : folder(std::move(folder)), name(std::move(name)), made(made)
     {
     }
 
-    std::string held; ///< where the original stands now; empty when there is nothing to undo
-    std::string name; ///< where it is to stand
-    bool replace;
-    karvel::io::FileDescriptor claim; ///< says that `held` is in use
+    Folder::Pointer folder; ///< none when there is nothing to undo
+    std::string name;
+    FileVersion made;
 };
 
-/// Settles the backups in a folder that killed processes were about to make: where the file was
-/// replaced the original takes the name of the backup, otherwise its second name goes away.
-void settleAbandonedBackups(const std::string& folder);
+/// Whether a backup that is there holds what the file holds now.
+bool holdsOriginal(const karvel::io::Folder& folder, const std::string& name,
+                   const std::string& backup);
 
 } // namespace vantora

@@ -5,9 +5,11 @@
 #include "VantoraHost/core/outputs/Backup.h"
 #include "VantoraHost/core/outputs/OutputPlan.h"
 
-#include <set>
+#include <map>
 
 namespace vantora {
+
+using karvel::io::Folder;
 
 namespace {
 
@@ -23,14 +25,14 @@ Outcome placeOne(DocumentReport& report, WrittenOutput& output)
 {
     const Target& target = output.target;
     std::optional<Backup> backup;
-    if (!target.backup.empty()) {
-        Result<Backup> made = Backup::of(target.path, target.backup, target.replaceBackup);
+    if (!target.backup.empty() && target.replaced) {
+        Result<Backup> made =
+            Backup::of(output.file.folder(), target.path, target.backup, *target.replaced);
         if (!made) {
             return tl::unexpected<Error>(std::move(made.error()));
         }
         backup.emplace(std::move(*made));
     }
-    const auto before = target.replace ? ownershipOf(target.path) : std::nullopt;
     karvel::Status named = output.file.takeName();
     if (!named && named.error().code == karvel::ErrorCode::FileExists && target.number) {
         // Another run took the name meanwhile.
@@ -39,17 +41,20 @@ Outcome placeOne(DocumentReport& report, WrittenOutput& output)
         report.output = other.name;
         named = output.file.takeName();
     }
+    if (output.file.isOvertaken()) {
+        return fail(Reason::ChangedMeanwhile, {},
+                    (target.inPlace ? "" : "the output " + target.name + " ") +
+                        karvel::io::changedMeanwhile);
+    }
     if (!named) {
         return tl::unexpected<Error>(outputFailure(named.error(), target));
     }
-    if (before && !(before == ownershipOf(target.path))) {
+    if (output.file.lostOwner()) {
         report.warnings.push_back("its owner or mode could not be kept: only the owner and the "
                                   "administrator may give a file to others");
     }
     if (backup) {
-        if (const Outcome kept = backup->keep(); !kept) {
-            report.warnings.push_back(kept.error().sentence);
-        }
+        backup->keep();
     }
     return {};
 }
@@ -101,7 +106,7 @@ std::vector<OutputGroup::Entry> OutputGroup::place()
     }
     const std::vector<int> errors = karvel::io::syncTogether(descriptors);
     std::vector<Entry> entries;
-    std::set<std::string> folders;
+    std::map<FileIdentity, Folder::Pointer> folders;
     for (std::size_t i = 0; i < members.size(); ++i) {
         Member& member = members[i];
         const std::size_t warnings = member.report.warnings.size();
@@ -112,7 +117,10 @@ std::vector<OutputGroup::Entry> OutputGroup::place()
                                  {karvel::ErrorCode::FileNotWritable, systemMessage(errors[i])},
                                  member.output.target)));
         if (placed) {
-            folders.insert(karvel::io::folderOf(member.output.target.path));
+            const Folder::Pointer& folder = member.output.file.folder();
+            if (const auto version = folder->version()) {
+                folders.emplace(FileIdentity{version->device, version->inode}, folder);
+            }
         } else {
             turnIntoFailure(member.report, placed.error());
         }
@@ -120,8 +128,8 @@ std::vector<OutputGroup::Entry> OutputGroup::place()
             placed && member.report.warnings.size() == warnings && member.report.output == name;
         entries.push_back({member.number, std::move(member.report), asWritten});
     }
-    for (const std::string& folder : folders) {
-        karvel::io::syncFolder(folder);
+    for (const auto& [identity, folder] : folders) {
+        folder->sync();
     }
     members.clear();
     bytes = 0;

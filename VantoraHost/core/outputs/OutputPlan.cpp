@@ -1,12 +1,14 @@
 #include "VantoraHost/core/outputs/OutputPlan.h"
 
-#include "KarvelPDFLibrary/io/Durability.h"
 #include "KarvelPDFLibrary/io/TemporaryFile.h"
 #include "VantoraApp/FileNames.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/outputs/Backup.h"
+#include "VantoraHost/core/outputs/TargetFolder.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <charconv>
 #include <filesystem>
 #include <functional>
 #include <system_error>
@@ -17,31 +19,22 @@ namespace vantora {
 
 namespace fs = std::filesystem;
 using karvel::io::folderOf;
+using karvel::io::nameIn;
 
 namespace {
 
 using Planned = std::vector<Result<Target>>;
 
-// One text for paths that differ only in needless parts. Few have any, and taking a path to its
-// parts costs several times what looking for them does.
-std::string normal(const std::string& path)
+std::string withSlash(const std::string& folder)
 {
-    const bool hasNeedlessParts =
-        path.rfind('.', 0) == 0 || path.find("/.") != path.npos || path.find("//") != path.npos;
-    return hasNeedlessParts ? fs::path(path).lexically_normal().string() : path;
+    return folder + (folder.back() == '/' ? "" : "/");
 }
 
-std::string nameIn(const std::string& path)
-{
-    return path.substr(path.rfind('/') + 1);
-}
-
-Target fileTarget(const std::string& name, const std::string& path, bool replace)
+Target fileTarget(const std::string& name, const std::string& path)
 {
     Target target;
     target.name = name;
     target.path = path;
-    target.replace = replace;
     return target;
 }
 
@@ -74,8 +67,8 @@ public:
         }
     }
 
-    /// `outputOf` says where an input's output is to be; `root` is a folder below which folders may
-    /// be made, empty for none.
+    /// `outputOf` says where an input's output is to be; `root` is what paths into a folder that
+    /// was named begin with, below which folders may be made; empty for none.
     Planned toPaths(const std::function<std::string(std::size_t)>& outputOf,
                     const std::string& root)
     {
@@ -88,7 +81,7 @@ public:
                                                   : targetFor(inputs[i].path, output, root));
             const bool known = planned[i] && !inputs[i].leftAlone;
             const auto [first, isNew] =
-                writerOf.emplace(normal(known ? planned[i]->path : output), i);
+                writerOf.emplace(normalPath(known ? planned[i]->path : output), i);
             if (!isNew) {
                 refuseBoth(planned, first->second, i, "would be written to " + output + ", too");
             }
@@ -115,11 +108,11 @@ private:
     /// A name that neither a file nor an earlier input of this run has.
     std::string numbered(const std::string& output)
     {
-        qint64& number = copiesOf[normal(output)];
+        qint64& number = copiesOf[normalPath(output)];
         return freeName(
             output,
             [&](const std::string& path) {
-                const bool isTaken = isThere(path) || writerOf.count(normal(path)) != 0;
+                const bool isTaken = isThere(path) || writerOf.count(normalPath(path)) != 0;
                 number += isTaken ? 1 : 0;
                 return isTaken;
             },
@@ -129,6 +122,17 @@ private:
     Result<Target> targetFor(const std::string& input, const std::string& output,
                              const std::string& root)
     {
+        Result<Target> target = targetAt(input, output, root);
+        if (target) {
+            target->below = root.empty() ? target->below : root.size();
+            target->root = rootOf(folderOf(target->path.substr(0, target->below) + 'x'));
+        }
+        return target;
+    }
+
+    Result<Target> targetAt(const std::string& input, const std::string& output,
+                            const std::string& root)
+    {
         const std::string name = nameIn(output);
         const auto folderInTheWay = [&] {
             return fail(Reason::OutputNotAFile, input, "the output " + output + " is a folder");
@@ -136,21 +140,24 @@ private:
         if (name.empty() || name == "." || name == "..") {
             return folderInTheWay();
         }
-        const std::string folder = folderOf(output);
-        const bool mayBeMade = !root.empty() && folder != root;
-        if (!isKnownFolder(folder) && !(mayBeMade && !isThere(folder))) {
-            return fail(Reason::OutputFolderMissing, input,
-                        "the output folder " + folder + " is not there");
+        if (const Outcome usable = folderIsUsable(folderOf(output), root); !usable) {
+            Error error = usable.error();
+            error.file = input;
+            return tl::unexpected<Error>(std::move(error));
         }
         if (!isThere(output)) {
-            Target target = fileTarget(output, output, false);
+            Target target = fileTarget(output, output);
             target.number = taken == TakenName::Number;
             return target;
         }
-        if (isFolder(output)) {
+        // In a folder that was named a link is replaced itself, so that it can't lead out; a file
+        // that was named is followed to where it leads.
+        std::error_code failed;
+        const bool linkItself = !root.empty() && fs::is_symlink(output, failed);
+        if (!linkItself && isFolder(output)) {
             return folderInTheWay();
         }
-        const auto identity = identityOf(output);
+        const auto identity = linkItself ? std::nullopt : identityOf(output);
         const auto source = identity ? inputOf.find(*identity) : inputOf.end();
         if (source != inputOf.end()) {
             return fail(Reason::OutputIsInput, input,
@@ -159,7 +166,6 @@ private:
                                  ? "the input itself"
                                  : "the input " + inputs[source->second].path));
         }
-        std::error_code failed;
         if (identity && !fs::is_regular_file(output, failed)) {
             return fail(Reason::OutputNotAFile, input,
                         "the output " + output + " is a device or pipe, not a file");
@@ -167,32 +173,71 @@ private:
         if (taken != TakenName::Replace) {
             return fail(Reason::OutputExists, input, "the output " + output + " exists already");
         }
-        const fs::path behindLinks = fs::canonical(output, failed);
-        return fileTarget(output, failed ? output : behindLinks.string(), true);
+        const fs::path behindLinks = root.empty() ? fs::canonical(output, failed) : fs::path();
+        Target target = fileTarget(output, root.empty() && !failed ? behindLinks.string() : output);
+        target.replaced = versionAt(target.path);
+        return target;
     }
 
-    bool isKnownFolder(const std::string& folder)
+    Outcome folderIsUsable(const std::string& folder, const std::string& root)
     {
-        return folders.count(folder) != 0 || (isFolder(folder) && folders.insert(folder).second);
+        if (folders.count(folder) != 0) {
+            return {};
+        }
+        if (root.size() > folder.size()) { // the named one itself, which is there
+            return {};
+        }
+        int failed = isFolder(folder) ? 0 : ENOENT;
+        if (!root.empty()) {
+            const auto named = Folder::open(root);
+            const auto opened = named ? (*named)->below(folder.substr(root.size()), Missing::Refuse)
+                                      : tl::unexpected<int>(named.error());
+            failed = opened ? 0 : opened.error();
+        }
+        if (failed == ELOOP) {
+            return folderBehindLink(folder);
+        }
+        const bool mayBeMade = !root.empty() && failed == ENOENT;
+        if (failed != 0 && !mayBeMade) {
+            return fail(Reason::OutputFolderMissing, {},
+                        "the output folder " + folder + " is not there");
+        }
+        folders.insert(folder);
+        return {};
     }
 
-    Result<Target> replacementOf(const std::string& input, bool backup) const
+    std::optional<FileIdentity> rootOf(const std::string& folder)
+    {
+        const auto [found, isNew] = roots.emplace(folder, std::nullopt);
+        if (isNew) {
+            found->second = identityOf(folder);
+        }
+        return found->second;
+    }
+
+    Result<Target> replacementOf(const std::string& input, bool backup)
     {
         std::error_code failed;
         const fs::path file = fs::canonical(input, failed);
         // Opening the input will say what is wrong with one that isn't there.
-        Target target = fileTarget(input, failed ? input : file.string(), true);
-        target.replaceBackup = taken == TakenName::Replace;
-        if (backup) {
-            target.backup = target.path + ".bak";
-            if (!target.replaceBackup && isThere(target.backup)) {
-                return fail(Reason::BackupExists, input,
-                            "the backup " + target.backup + " exists already");
-            }
+        Target target = fileTarget(input, failed ? input : file.string());
+        target.inPlace = true;
+        target.root = rootOf(folderOf(target.path));
+        if (!backup) {
+            return target;
+        }
+        target.backup = target.path + ".bak";
+        if (isThere(target.backup)) {
             const auto identity = identityOf(target.backup);
-            if (identity && inputOf.count(*identity) != 0) {
+            const auto original = identityOf(target.path);
+            if (identity && !(identity == original) && inputOf.count(*identity) != 0) {
                 return fail(Reason::OutputIsInput, input,
                             "the backup " + target.backup + " is itself an input");
+            }
+            const auto folder = Folder::open(folderOf(target.path));
+            if (!folder || !holdsOriginal(**folder, nameIn(target.path), nameIn(target.backup))) {
+                return fail(Reason::BackupExists, input,
+                            "the backup " + target.backup + " exists already");
             }
         }
         return target;
@@ -216,7 +261,8 @@ private:
     std::unordered_map<FileIdentity, std::size_t, FileIdentityHash> inputOf;
     std::unordered_map<std::string, std::size_t> writerOf; ///< by output
     std::unordered_map<std::string, qint64> copiesOf;      ///< taken names tried, by the first one
-    std::unordered_set<std::string> folders;               ///< that are there
+    std::unordered_set<std::string> folders;               ///< that are there or can be made
+    std::unordered_map<std::string, std::optional<FileIdentity>> roots;
 };
 
 } // namespace
@@ -237,37 +283,91 @@ Result<Planned> planOutputs(const std::vector<Input>& inputs, const Destination&
     if (const auto* file = std::get_if<ToFile>(&destination)) {
         return planner.toPaths([&](std::size_t) { return file->path; }, {});
     }
+    const PlannedNames names(inputs, destination);
+    const auto outputOf = [&names](std::size_t i) { return names.of(i); };
     const auto& named = std::get<ToFolder>(destination);
     if (!isFolder(named.path)) {
         return fail(Reason::OutputFolderMissing, named.path,
                     isThere(named.path) ? "is not a folder" : "is not there");
     }
-    const std::string folder = named.path + (named.path.back() == '/' ? "" : "/");
-    const auto outputOf = [&](std::size_t i) {
-        const std::string place(inputs[i].place());
-        const std::string name = nameIn(place);
-        return folder + place.substr(0, place.size() - name.size()) +
-               (named.name ? named.name->of(name, i + 1, inputs.size()) : name);
+    return planner.toPaths(outputOf, withSlash(named.path));
+}
+
+std::string PlannedNames::of(std::size_t input) const
+{
+    if (std::holds_alternative<ToStandardOutput>(destination)) {
+        return standardStream;
+    }
+    if (const auto* file = std::get_if<ToFile>(&destination)) {
+        return file->path;
+    }
+    if (std::holds_alternative<InPlace>(destination)) {
+        return inputs[input].path;
+    }
+    const auto& named = std::get<ToFolder>(destination);
+    const std::string place(inputs[input].place());
+    const std::string name = nameIn(place);
+    return withSlash(named.path) + place.substr(0, place.size() - name.size()) +
+           (named.name ? named.name->of(name, input + 1, inputs.size()) : name);
+}
+
+bool mayBeNamed(const std::string& output, const std::string& planned, TakenName taken)
+{
+    if (output == planned) {
+        return true;
+    }
+    const std::size_t number = output.rfind(" (") + 2;
+    qint64 copy = 0;
+    const bool isNumbered =
+        number >= 2 &&
+        std::from_chars(output.data() + number, output.data() + output.size(), copy).ec ==
+            std::errc();
+    return taken == TakenName::Number && isNumbered && copy > 0 &&
+           output == freeName(
+                         planned, [&](const std::string& path) { return path == planned; }, copy);
+}
+
+Outcome keepsApart(const std::string& file, const std::vector<Input>& inputs,
+                   const std::vector<Result<Target>>& targets)
+{
+    const auto identity = identityOf(file);
+    const auto folder = identityOf(folderOf(file));
+    const auto isPlaceOf = [&](const std::string& path) {
+        return !path.empty() && nameIn(path) == nameIn(file) &&
+               (folder ? folder == identityOf(folderOf(path))
+                       : normalPath(path) == normalPath(file));
     };
-    return planner.toPaths(outputOf, folderOf(folder + "x"));
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        const bool isInput = identity && identity == identityOf(inputs[i].path);
+        const bool isOutput =
+            targets[i] && (isPlaceOf(targets[i]->path) || isPlaceOf(targets[i]->backup));
+        if (isInput || isOutput) {
+            return fail(Reason::ReportMisplaced, file,
+                        isInput ? "is an input of this run"
+                                : "is where the output for " + inputs[i].path + " goes");
+        }
+    }
+    return {};
 }
 
 void makeFolders(const std::vector<std::string>& inputs, std::vector<Result<Target>>& targets)
 {
-    std::unordered_map<std::string, std::error_code> made;
+    std::unordered_map<std::string, std::optional<Error>> made;
     for (std::size_t i = 0; i < targets.size(); ++i) {
-        if (!targets[i] || targets[i]->standardOutput || targets[i]->path.empty()) {
+        if (!targets[i] || targets[i]->standardOutput || targets[i]->path.empty() ||
+            targets[i]->inPlace) {
             continue;
         }
-        const std::string folder = folderOf(targets[i]->path);
-        const auto [found, isNew] = made.emplace(folder, std::error_code());
+        const auto [found, isNew] = made.emplace(folderOf(targets[i]->path), std::nullopt);
         if (isNew) {
-            fs::create_directories(folder, found->second);
+            if (auto folder = folderOf(*targets[i], Missing::Make); !folder) {
+                found->second = std::move(folder.error());
+            }
         }
         if (found->second) {
-            targets[i] =
-                fail(Reason::OutputNotWritable, inputs[i],
-                     "the output folder " + folder + " can't be made: " + found->second.message());
+            Error error = *found->second;
+            error.file = inputs[i];
+            targets[i] = tl::unexpected<Error>(std::move(error));
         }
     }
 }
@@ -283,13 +383,12 @@ void removeAbandonedFiles(const std::vector<Result<Target>>& targets)
 {
     std::unordered_set<std::string> folders;
     for (const Result<Target>& target : targets) {
-        if (target && !target->path.empty()) {
-            folders.insert(folderOf(target->path));
+        if (!target || target->path.empty() || !folders.insert(folderOf(target->path)).second) {
+            continue;
         }
-    }
-    for (const std::string& folder : folders) {
-        karvel::io::removeAbandoned(folder);
-        settleAbandonedBackups(folder);
+        if (const auto folder = folderOf(*target)) {
+            karvel::io::removeAbandoned(**folder);
+        }
     }
 }
 

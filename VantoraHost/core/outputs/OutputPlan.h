@@ -28,6 +28,23 @@ struct InPlace {
 struct ToStandardOutput {};
 using Destination = std::variant<ToFile, ToFolder, InPlace, ToStandardOutput>;
 
+/// What outputs are called by their inputs' names alone, before anybody looks what is there.
+class PlannedNames {
+public:
+    /// The inputs and the destination must outlive the object.
+    PlannedNames(const std::vector<Input>& inputs, const Destination& destination)
+        : inputs(inputs), destination(destination)
+    {
+    }
+
+    /// The output of the input at a place in the list.
+    std::string of(std::size_t input) const;
+
+private:
+    const std::vector<Input>& inputs;
+    const Destination& destination;
+};
+
 /// What happens where an output would have the name of a file that exists, or of another output.
 enum class TakenName {
     Refuse,
@@ -42,6 +59,15 @@ enum class TakenName {
 /// The error is one that concerns every input: the folder for the outputs isn't there.
 Result<std::vector<Result<Target>>> planOutputs(const std::vector<Input>& inputs,
                                                 const Destination& destination, TakenName taken);
+
+/// Whether an output may have got that name where `planned` is what it is called: the copy names of
+/// that, too, where names are numbered.
+bool mayBeNamed(const std::string& output, const std::string& planned, TakenName taken);
+
+/// The error is that a file of the run's own, such as its report, is one of its inputs or the place
+/// of an output or a backup.
+Outcome keepsApart(const std::string& file, const std::vector<Input>& inputs,
+                   const std::vector<Result<Target>>& targets);
 
 /// Makes the folders of the targets that aren't there. A target whose folder can't be made becomes
 /// the reason why.

@@ -1,7 +1,7 @@
 #include "VantoraHost/core/workers/FileAccess.h"
 
-#include "KarvelPDFLibrary/io/Durability.h"
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
+#include "KarvelPDFLibrary/io/Folder.h"
 
 #include <fcntl.h>
 #include <linux/landlock.h>

@@ -1,11 +1,10 @@
 #include "VantoraHost/core/workers/Settlement.h"
 
-#include "KarvelPDFLibrary/io/Durability.h"
 #include "KarvelPDFLibrary/io/TemporaryFile.h"
 #include "VantoraHost/core/FileIdentity.h"
-#include "VantoraHost/core/outputs/Backup.h"
+#include "VantoraHost/core/outputs/TargetFolder.h"
 
-#include <set>
+#include <map>
 
 namespace vantora {
 
@@ -23,13 +22,17 @@ bool isPlaced(const WorkerWritten& written, const Target& target)
            state->changed == written.report.outputModified;
 }
 
-std::set<std::string> foldersOf(const CrewMember& member, const Batch& batch)
+std::map<std::string, Folder::Pointer> foldersOf(const CrewMember& member, const Batch& batch)
 {
-    std::set<std::string> folders;
+    std::map<std::string, Folder::Pointer> folders;
     const auto note = [&](std::size_t document) {
         const Target& target = *batch.targets[document];
-        if (!target.path.empty() && !batch.settings.dryRun) {
-            folders.insert(karvel::io::folderOf(target.path));
+        if (target.path.empty() || batch.settings.dryRun) {
+            return;
+        }
+        const auto [found, isNew] = folders.emplace(karvel::io::folderOf(target.path), nullptr);
+        if (isNew) {
+            found->second = folderOf(target).value_or(nullptr);
         }
     };
     if (!member.documents.empty()) {
@@ -51,10 +54,11 @@ std::vector<std::size_t> settleOutputsOf(const CrewMember& member, const Batch& 
             placed.push_back(document);
         }
     }
-    for (const std::string& folder : foldersOf(member, batch)) {
-        karvel::io::removeAbandoned(folder);
-        settleAbandonedBackups(folder);
-        karvel::io::syncFolder(folder);
+    for (const auto& [path, folder] : foldersOf(member, batch)) {
+        if (folder) {
+            karvel::io::removeAbandoned(*folder);
+            folder->sync();
+        }
     }
     return placed;
 }

@@ -69,6 +69,39 @@ Error errorOf(const QJsonObject& json)
             bytesOf(json["file"].toString()), bytesOf(json["text"].toString())};
 }
 
+// As texts, because JSON's numbers are read as doubles, which hold no large inode exactly.
+std::vector<std::string> identityTexts(const FileIdentity& identity)
+{
+    return {std::to_string(identity.device), std::to_string(identity.inode)};
+}
+
+std::optional<FileIdentity> identityOf(const QJsonArray& texts)
+{
+    bool hasDevice = false;
+    bool hasInode = false;
+    const FileIdentity identity = {texts.at(0).toString().toULong(&hasDevice),
+                                   texts.at(1).toString().toULong(&hasInode)};
+    return hasDevice && hasInode ? std::optional<FileIdentity>(identity) : std::nullopt;
+}
+
+std::vector<std::string> versionTexts(const FileVersion& version)
+{
+    return {std::to_string(version.device), std::to_string(version.inode),
+            std::to_string(version.size), std::to_string(version.modified)};
+}
+
+std::optional<FileVersion> versionOf(const QJsonArray& texts)
+{
+    const auto identity = identityOf(texts);
+    bool hasSize = false;
+    bool hasTime = false;
+    const qlonglong size = texts.at(2).toString().toLongLong(&hasSize);
+    const qlonglong modified = texts.at(3).toString().toLongLong(&hasTime);
+    return identity && hasSize && hasTime
+               ? std::optional<FileVersion>({identity->device, identity->inode, size, modified})
+               : std::nullopt;
+}
+
 JsonObject taskJson(const WorkerTask& task)
 {
     JsonObject json;
@@ -77,10 +110,19 @@ JsonObject taskJson(const WorkerTask& task)
         json.add("path", task.target.path);
     }
     if (!task.target.backup.empty()) {
-        json.add("backup", task.target.backup).add("replace_backup", task.target.replaceBackup);
+        json.add("backup", task.target.backup);
     }
-    if (task.target.replace) {
-        json.add("replace", true);
+    if (task.target.below != std::string::npos) {
+        json.add("below", task.target.below);
+    }
+    if (task.target.root) {
+        json.add("root", identityTexts(*task.target.root));
+    }
+    if (task.target.replaced) {
+        json.add("replaced", versionTexts(*task.target.replaced));
+    }
+    if (task.target.inPlace) {
+        json.add("in_place", true);
     }
     if (task.target.standardOutput) {
         json.add("standard_output", true);
@@ -103,26 +145,15 @@ std::optional<WorkerTask> taskOf(const QJsonObject& json)
     task.target.name = bytesOf(json["name"].toString());
     task.target.path = json.contains("path") ? bytesOf(json["path"].toString()) : task.target.name;
     task.target.backup = bytesOf(json["backup"].toString());
-    task.target.replaceBackup = json["replace_backup"].toBool();
-    task.target.replace = json["replace"].toBool();
     task.target.standardOutput = json["standard_output"].toBool();
+    if (const auto below = wholeNumber(json["below"])) {
+        task.target.below = *below;
+    }
+    task.target.root = identityOf(json["root"].toArray());
+    task.target.replaced = versionOf(json["replaced"].toArray());
+    task.target.inPlace = json["in_place"].toBool();
     task.target.number = json["number_copies"].toBool();
     return task;
-}
-
-// As texts, because JSON's numbers are read as doubles, which hold no large inode exactly.
-std::vector<std::string> identityTexts(const FileIdentity& identity)
-{
-    return {std::to_string(identity.device), std::to_string(identity.inode)};
-}
-
-std::optional<FileIdentity> identityOf(const QJsonArray& texts)
-{
-    bool hasDevice = false;
-    bool hasInode = false;
-    const FileIdentity identity = {texts.at(0).toString().toULong(&hasDevice),
-                                   texts.at(1).toString().toULong(&hasInode)};
-    return hasDevice && hasInode ? std::optional<FileIdentity>(identity) : std::nullopt;
 }
 
 JsonObject documentJson(std::size_t number, const DocumentReport& report)

@@ -27,12 +27,4 @@ TEST(SyncTogether, TellsOfEachFileWhetherTheDiskHasIt)
     EXPECT_TRUE(syncTogether({}).empty());
 }
 
-TEST(FolderOf, IsWhereThePathNamesAFile)
-{
-    EXPECT_EQ(folderOf("a"), ".");
-    EXPECT_EQ(folderOf("a/b"), "a");
-    EXPECT_EQ(folderOf("/a"), "/");
-    EXPECT_EQ(folderOf("/a/b"), "/a");
-}
-
 } // namespace

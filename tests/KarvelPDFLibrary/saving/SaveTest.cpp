@@ -4,8 +4,10 @@
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -118,6 +120,38 @@ TEST_F(SavingToFile, MayReplaceTheInput)
     ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
     ASSERT_TRUE(toFile(*document, path, keepingEverything()).has_value());
     EXPECT_EQ(support::pageTexts(support::readFile(path)), support::pagesNamed({2, 3}));
+}
+
+// As hosts do that hold files open rather than trust their paths.
+TEST_F(SavingToFile, GoesFromAndToOpenFiles)
+{
+    const std::string input = scratch.write("a.pdf", support::documentOfPages(300));
+    const std::string output = scratch.write("b.pdf", std::string(1000000, 'x'));
+    const io::FileDescriptor from(open(input.c_str(), O_RDONLY));
+    const io::FileDescriptor to(open(output.c_str(), O_WRONLY));
+    std::filesystem::rename(input, scratch.path("moved.pdf"));
+    for (const char* folder : {"/dev/fd/", "/proc/self/fd/"}) {
+        auto source = io::openFile(folder + std::to_string(from.get())).value();
+        auto document = Document::load(std::move(source), {}).value();
+        ASSERT_TRUE(pages::deletePages(*document, {1, 298}).has_value());
+        const std::string named = folder + std::to_string(to.get());
+        ASSERT_TRUE(toFile(*document, named, keepingEverything()).has_value());
+        EXPECT_EQ(support::pageTexts(support::readFile(output)), support::pagesNamed({299, 300}));
+    }
+    auto document = Document::load(io::openFile(scratch.path("moved.pdf")).value(), {}).value();
+    const Status unwritable = toFile(*document, io::pathOf(from.get()), keepingEverything());
+    ASSERT_FALSE(unwritable.has_value());
+    EXPECT_EQ(unwritable.error().code, ErrorCode::FileNotWritable);
+}
+
+TEST_F(SavingToFile, KeepsPrivateWhatWasPrivate)
+{
+    const std::string input = scratch.write("a.pdf", support::documentOfPages(3));
+    ASSERT_EQ(chmod(input.c_str(), 0600), 0);
+    auto document = Document::load(io::openFile(input).value(), {}).value();
+    ASSERT_TRUE(toFile(*document, scratch.path("b.pdf"), keepingEverything()).has_value());
+    EXPECT_EQ(std::filesystem::status(scratch.path("b.pdf")).permissions(),
+              std::filesystem::perms(0600));
 }
 
 TEST_F(SavingToFile, FailsWhenTheInputChangedMeanwhile)

@@ -106,7 +106,7 @@ const std::vector<Case> cases = {
      "name another"},
     {"an_output_where_nothing_can_be_written", "-p 1 in.pdf -o /sys/out.pdf", "/sys/out.pdf",
      "Permission denied", "another place"},
-    {"a_backup_that_exists", "-p 1 in.pdf -i --backup", "in.pdf.bak", "exists", "--overwrite"},
+    {"a_backup_that_exists", "-p 1 in.pdf -i --backup", "in.pdf.bak", "exists", "move it away"},
     {"a_descending_range", "-p 6-4 in.pdf -o out.pdf", "6-4", "goes down", "1,4-6,9-15,21", 2},
     {"an_empty_range", "-p '' in.pdf -o out.pdf", "\"\"", "names no page", "1,4-6,9-15,21", 2},
     {"a_range_that_looks_like_an_option", "-p -3 in.pdf -o out.pdf", "-3", "write 1-3",

@@ -1,5 +1,6 @@
 #include "Terminal.h"
 
+#include "KarvelPDFLibrary/io/TemporaryFile.h"
 #include "VantoraApp/SettingsFile.h"
 #include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
@@ -242,7 +243,7 @@ TEST_F(Workers, ThatCannotBeStartedEndTheRun)
 
 TEST_F(Workers, RemoveWhatAKilledRunLeft)
 {
-    scratch.write("out/.karvel-save-1-00ff00ff00ff00ff.tmp", "half a document");
+    scratch.write("out/" + karvel::io::temporaryName(), "half a document");
     ASSERT_EQ(run("-p 1 -n").status, 0);
     EXPECT_EQ(terminal::contents("out").size(), 1U);
     ASSERT_EQ(run("-p 1").status, 0);

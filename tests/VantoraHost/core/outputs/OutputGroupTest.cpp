@@ -21,13 +21,13 @@ protected:
         Target target;
         target.name = name;
         target.path = scratch.path(name);
-        target.replace = replace;
+        target.replaced = replace ? versionAt(target.path) : std::nullopt;
         return target;
     }
 
     FileIdentity add(std::size_t number, const Target& target)
     {
-        const auto existing = target.replace ? Existing::Replace : Existing::Refuse;
+        const auto existing = target.replaced ? Existing::Replace : Existing::Refuse;
         OutputFile file = OutputFile::create(target.path, existing).value();
         file.write("new", 3);
         EXPECT_TRUE(file.prepare());
@@ -135,6 +135,24 @@ TEST_F(OutputsOfAGroup, KeepTheOriginalsThatTheyReplace)
     EXPECT_EQ(support::readFile(scratch.path("b.pdf")), "original of b.pdf");
     EXPECT_EQ(support::readFile(scratch.path("b.pdf.bak")), "older");
     EXPECT_EQ(files(), 4U);
+}
+
+TEST_F(OutputsOfAGroup, LeaveNoBackupOfWhatTheyCouldNotReplace)
+{
+    scratch.write("a.pdf", "original");
+    Target target = targetNamed("a.pdf", true);
+    target.inPlace = true;
+    target.backup = target.path + ".bak";
+    add(0, target);
+    scratch.write("newer", "newer");
+    fs::rename(scratch.path("newer"), scratch.path("a.pdf"));
+    const auto entries = group.place();
+    ASSERT_TRUE(entries[0].report.error);
+    EXPECT_EQ(entries[0].report.error->reason, Reason::ChangedMeanwhile);
+    EXPECT_EQ(entries[0].report.error->sentence,
+              "was changed while it was being processed; nothing was replaced");
+    EXPECT_EQ(support::readFile(scratch.path("a.pdf")), "newer");
+    EXPECT_EQ(files(), 1U);
 }
 
 TEST_F(OutputsOfAGroup, AreFullBeforeTheyAreTooMany)

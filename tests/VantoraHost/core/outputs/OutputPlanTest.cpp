@@ -33,6 +33,9 @@ protected:
         fs::create_symlink("nowhere.pdf", "out/dangling.pdf");
         fs::create_hard_link("a.pdf", "out/hard-a.pdf");
         ::mkfifo("out/pipe.pdf", 0600);
+        fs::create_directory_symlink("../sub", "out/elsewhere");
+        fs::create_hard_link("plain", "plain.bak");
+        scratch.write("sub/b.pdf.bak", "sub/b.pdf"); // a copy
     }
 };
 
@@ -124,6 +127,12 @@ const std::vector<Case> cases = {
      "out/a.pdf, out/x/a.pdf, out/x/y/a.pdf"},
     {"a_mirrored_folder_that_is_a_file", "tree//b.pdf/a.pdf", toOut, refuse,
      "output-folder-missing"},
+    {"a_mirrored_folder_that_is_a_link", "tree//elsewhere/a.pdf, tree//elsewhere/x/b.pdf", toOut,
+     replace, "output-folder-is-link, output-folder-is-link"},
+    {"a_link_in_the_place_of_an_output", "sub//link-to-b.pdf, sub//link-to-a.pdf, x//dangling.pdf",
+     toOut, replace, "out/link-to-b.pdf, out/link-to-a.pdf, out/dangling.pdf"},
+    {"a_link_in_the_place_of_an_output_exists", "sub//dangling.pdf", toOut, refuse,
+     "output-exists"},
     {"names_of_a_template", "a.pdf, tree//x/b.PDF, plain", toNumbered, refuse,
      "out/1 a-cut.pdf, out/x/2 b-cut.PDF, out/3 plain-cut"},
     {"one_name_for_all", "a.pdf, b.pdf", toOneName, replace, "output-clash, output-clash"},
@@ -143,7 +152,8 @@ const std::vector<Case> cases = {
      "output-clash, b.pdf, output-clash"},
     {"in_place_with_backup", "a.pdf", withBackup, refuse, "a.pdf"},
     {"a_backup_that_exists", "b.pdf", withBackup, refuse, "backup-exists"},
-    {"a_backup_to_replace", "b.pdf", withBackup, replace, "b.pdf"},
+    {"a_backup_is_never_replaced", "b.pdf", withBackup, replace, "backup-exists"},
+    {"a_backup_of_this_very_file", "plain, sub/b.pdf", withBackup, refuse, "plain, sub/b.pdf"},
     {"a_backup_that_is_an_input", "b.pdf, b.pdf.bak", withBackup, replace,
      "output-is-input, b.pdf.bak"},
     {"in_place_of_a_missing_file", "missing.pdf", inPlace, refuse, "missing.pdf"},
@@ -170,6 +180,28 @@ TEST_F(OutputFolder, KeepsThePlacesOfInputsThatAreLeftAlone)
     EXPECT_EQ(described(planOutputs(inputs, toOut, number)->at(2)), "out/a (1).pdf");
 }
 
+TEST_F(OutputFolder, IsNotMadeThroughALinkThatCameSinceThePlan)
+{
+    auto targets = *planOutputs(inputsCalled("tree//x/y/a.pdf"), toOut, refuse);
+    fs::create_directory_symlink("../sub", "out/x");
+    makeFolders({"tree//x/y/a.pdf"}, targets);
+    EXPECT_EQ(described(targets[0]), "output-folder-is-link");
+    EXPECT_FALSE(fs::exists("sub/y"));
+}
+
+TEST_F(OutputFolder, IsTheOneThatWasPlannedOrNone)
+{
+    auto targets = *planOutputs(inputsCalled("tree//x/a.pdf, a.pdf"), toOut, refuse);
+    fs::rename("out", "moved");
+    fs::create_directory_symlink("sub", "out");
+    makeFolders({"tree//x/a.pdf", "a.pdf"}, targets);
+    for (const auto& target : targets) {
+        ASSERT_FALSE(target);
+        EXPECT_THAT(target.error().sentence, testing::HasSubstr("out was exchanged for another"));
+    }
+    EXPECT_FALSE(fs::exists("sub/x"));
+}
+
 TEST_F(OutputFolder, IsMadeWhereItCanBe)
 {
     auto targets = *planOutputs(inputsCalled("tree//x/y/a.pdf, tree//plain/a.pdf"), toOut, refuse);
@@ -178,6 +210,29 @@ TEST_F(OutputFolder, IsMadeWhereItCanBe)
     EXPECT_TRUE(fs::is_directory("out/x/y"));
     EXPECT_EQ(described(targets[0]), "out/x/y/a.pdf");
     EXPECT_EQ(described(targets[1]), "output-not-writable");
+}
+
+TEST(OutputNamed, LikeACopyOfWhatIsPlannedWhereNamesAreNumbered)
+{
+    const struct {
+        const char* output;
+        TakenName taken;
+        bool mayBe;
+    } rows[] = {
+        {"out/a.pdf", refuse, true},
+        {"out/b.pdf", refuse, false},
+        {"out/a (1).pdf", refuse, false},
+        {"out/a (1).pdf", number, true},
+        {"out/a (12).pdf", number, true},
+        {"out/a (0).pdf", number, false},
+        {"out/a (01).pdf", number, false},
+        {"out/a (x).pdf", number, false},
+        {"elsewhere/a (1).pdf", number, false},
+        {"", number, false},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(mayBeNamed(row.output, "out/a.pdf", row.taken), row.mayBe) << row.output;
+    }
 }
 
 class BackupName : public OutputFolder {};

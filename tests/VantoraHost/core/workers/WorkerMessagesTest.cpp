@@ -69,7 +69,10 @@ TEST(WorkerTasks, ArriveAsTheyWereSent)
     replaced.name = "link.pdf";
     replaced.path = "/real.pdf";
     replaced.backup = "/real.pdf.bak";
-    replaced.replace = replaced.replaceBackup = true;
+    replaced.inPlace = true;
+    replaced.below = 1;
+    replaced.root = FileIdentity{7, 18'446'744'073'709'551'615U};
+    replaced.replaced = FileVersion{7, 9'007'199'254'740'993, 5'000'000'000, -1};
     const auto got =
         tasksOf(tasksMessage({{7, "a\n.pdf", plain}, {5'000'000'000, "b.pdf", replaced}}));
     ASSERT_TRUE(got);
@@ -77,12 +80,17 @@ TEST(WorkerTasks, ArriveAsTheyWereSent)
     EXPECT_EQ(got->front().number, 7U);
     EXPECT_EQ(got->front().input, "a\n.pdf");
     EXPECT_EQ(got->front().target.path, plain.path);
-    EXPECT_FALSE(got->front().target.replace);
+    EXPECT_FALSE(got->front().target.inPlace || got->front().target.root ||
+                 got->front().target.replaced);
+    EXPECT_EQ(got->front().target.below, std::string::npos);
     EXPECT_EQ(got->back().number, 5'000'000'000U);
     EXPECT_EQ(got->back().target.name, "link.pdf");
     EXPECT_EQ(got->back().target.path, "/real.pdf");
     EXPECT_EQ(got->back().target.backup, "/real.pdf.bak");
-    EXPECT_TRUE(got->back().target.replace && got->back().target.replaceBackup);
+    EXPECT_TRUE(got->back().target.inPlace);
+    EXPECT_EQ(got->back().target.below, 1U);
+    EXPECT_TRUE(got->back().target.root == replaced.root);
+    EXPECT_TRUE(got->back().target.replaced == replaced.replaced);
 }
 
 TEST(WorkerTasks, AreNothingWhenTheyMakeNoSense)

@@ -63,7 +63,6 @@ protected:
             const std::string number = std::to_string(i);
             Target target;
             target.name = target.path = outputOf(i);
-            target.replace = true;
             batch.inputs.push_back(scratch.write("in" + number + ".pdf", ""));
             fs::resize_file(batch.inputs.back(), 3'000'000); // small ones come eight at a time
             batch.targets.emplace_back(target);

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "KarvelPDFLibrary/io/Folder.h"
+#include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/Target.h"
+
+namespace vantora {
+
+using karvel::io::Folder;
+using karvel::io::Missing;
+
+/// The folder that a target's file is in, held open. The error is that it isn't there, that it
+/// isn't the one that the run was given any more, or that a link stands on the way to it from
+/// there, which could lead anywhere.
+Result<Folder::Pointer> folderOf(const Target& target, Missing missing = Missing::Refuse);
+
+/// The error for a folder of outputs with a link on the way to it.
+tl::unexpected<Error> folderBehindLink(const std::string& folder);
+
+} // namespace vantora
