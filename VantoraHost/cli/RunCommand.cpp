@@ -13,8 +13,6 @@
 #include "VantoraHost/core/workers/Confinement.h"
 #include "VantoraHost/core/workers/SpreadRun.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <ostream>
 #include <thread>
@@ -90,6 +88,15 @@ Result<std::size_t> leaveOutDone(const RunOptions& options, std::vector<Input>& 
     return done;
 }
 
+std::vector<std::string> reportsOf(const RunOptions& options)
+{
+    std::vector<std::string> reports = options.resumed;
+    if (!options.reportPath.empty()) {
+        reports.push_back(options.reportPath);
+    }
+    return reports;
+}
+
 // Everything that a run needs beside its steps. Takes the names out of the inputs.
 Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, const Streams& streams)
 {
@@ -101,6 +108,11 @@ Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, con
             return tl::unexpected<Error>(std::move(planned.error()));
         }
         targets = std::move(*planned);
+    }
+    for (const std::string& report : reportsOf(options)) {
+        if (const Outcome apart = keepsApart(report, inputs, targets); !apart) {
+            return tl::unexpected<Error>(apart.error());
+        }
     }
     bool readsStandardInput = false;
     const auto documents = static_cast<std::size_t>(std::count_if(
@@ -125,6 +137,7 @@ Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, con
             return tl::unexpected<Error>(std::move(input.error()));
         }
         batch.settings.standardInput = std::move(*input);
+        batch.settings.standardInputMode = modeOfStream(streams.in);
     }
     batch.settings.dryRun = options.dryRun;
     batch.settings.keepSigned = options.keepSigned;
@@ -205,6 +218,11 @@ void sayWhatIsLeftAlone(const RunOptions& options, const RunInputs& inputs, cons
 {
     if (options.quiet) {
         return;
+    }
+    if (inputs.outputs > 0) {
+        printNote(streams, grouped(inputs.outputs) + " of " +
+                               grouped(inputs.all.size() + inputs.outputs) +
+                               " files are outputs of such a run, and so no inputs");
     }
     if (inputs.elsewhere > 0) {
         printNote(streams, grouped(inputs.all.size() - inputs.elsewhere) + " of " +

@@ -4,6 +4,10 @@
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/core/reports/EarlierReports.h"
 
+#include <algorithm>
+#include <string>
+#include <unordered_set>
+
 namespace vantora::cli {
 
 namespace {
@@ -49,6 +53,34 @@ Outcome add(std::vector<Input>& inputs, std::vector<std::string> names, const Ru
     return {};
 }
 
+// Where outputs lie beside their inputs, a run that is given again finds them, and would change
+// them once more: what a report names as output, and what this run would call the output of another
+// input.
+std::size_t leaveOutOutputs(std::vector<Input>& inputs, const EarlierReports& earlier,
+                            const RunOptions& options)
+{
+    std::unordered_set<std::string> outputs;
+    const auto* folder =
+        options.destination ? std::get_if<ToFolder>(&*options.destination) : nullptr;
+    if (folder && folder->name) {
+        const PlannedNames names(inputs, *options.destination);
+        for (std::size_t i = 0; i < inputs.size(); ++i) {
+            std::string output = normalPath(names.of(i));
+            if (output != normalPath(inputs[i].path)) {
+                outputs.insert(std::move(output));
+            }
+        }
+    }
+    const auto isOutput = [&](const Input& input) {
+        const std::string path = normalPath(input.path);
+        return outputs.count(path) != 0 || earlier.namesOutput(path);
+    };
+    const auto end = std::remove_if(inputs.begin(), inputs.end(), isOutput);
+    const auto count = static_cast<std::size_t>(inputs.end() - end);
+    inputs.erase(end, inputs.end());
+    return count;
+}
+
 } // namespace
 
 Result<RunInputs> inputsOf(const RunOptions& options, const Streams& streams)
@@ -69,9 +101,19 @@ Result<RunInputs> inputsOf(const RunOptions& options, const Streams& streams)
     if (!earlier) {
         return tl::unexpected<Error>(earlier.error());
     }
-    for (Input& input : inputs.all) {
+    inputs.outputs = leaveOutOutputs(inputs.all, *earlier, options);
+    // A dry run without a destination would write nothing: there any output will do.
+    const auto isPlanned = [&](std::size_t i, const std::string& output) {
+        return !options.destination ||
+               mayBeNamed(output, PlannedNames(inputs.all, *options.destination).of(i),
+                          options.taken);
+    };
+    for (std::size_t i = 0; i < inputs.all.size(); ++i) {
+        Input& input = inputs.all[i];
         const bool ours = options.share.holds(input.path);
-        const bool done = ours && earlier->stillDone(input.path);
+        const bool done = ours && earlier->stillDone(input.path, [&](const std::string& output) {
+            return isPlanned(i, output);
+        });
         input.leftAlone = !ours || done;
         inputs.elsewhere += ours ? 0 : 1;
         inputs.doneBefore += done ? 1 : 0;

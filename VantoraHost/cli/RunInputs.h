@@ -15,6 +15,7 @@ struct RunInputs {
     std::size_t doneBefore = 0;  ///< left alone, because an earlier run did them
     std::size_t outputThere = 0; ///< left alone, because their outputs are there already
     std::size_t elsewhere = 0;   ///< left alone, because they belong to other shares
+    std::size_t outputs = 0;     ///< not among them, because they are outputs of such a run
 
     std::size_t toDo() const { return all.size() - doneBefore - outputThere - elsewhere; }
 };

@@ -1,11 +1,14 @@
 #include "VantoraHost/core/reports/EarlierReports.h"
 
-#include "VantoraHost/core/reports/DocumentReport.h"
+#include "KarvelPDFLibrary/io/FileDescriptor.h"
+#include "VantoraHost/core/Inputs.h"
 #include "VantoraHost/core/reports/JsonReading.h"
+#include "VantoraHost/core/reports/ReportLines.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <fstream>
 
 namespace vantora {
 
@@ -17,17 +20,13 @@ std::optional<DocumentReport> reportIn(const std::string& line)
     return json ? reportOf(*json) : std::nullopt;
 }
 
-} // namespace
-
-bool beginsAsAReport(const std::string& path)
+tl::unexpected<Error> unreadable(const std::string& path, int why)
 {
-    constexpr std::string_view beginning = R"({"schema":)";
-    std::string text(beginning.size(), '\0');
-    std::ifstream file(path, std::ios::binary);
-    file.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(file.gcount()));
-    return text == beginning.substr(0, text.size());
+    return fail(why == ENOENT ? Reason::InputMissing : Reason::InputUnreadable, path,
+                "the report can't be read: " + systemMessage(why));
 }
+
+} // namespace
 
 Result<EarlierReports> EarlierReports::read(const std::vector<std::string>& paths)
 {
@@ -42,35 +41,44 @@ Result<EarlierReports> EarlierReports::read(const std::vector<std::string>& path
 
 Outcome EarlierReports::readOne(const std::string& path)
 {
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    std::error_code ignored;
-    if (!file || std::filesystem::is_directory(path, ignored)) {
-        const int why = file ? EISDIR : errno;
-        return fail(why == ENOENT ? Reason::InputMissing : Reason::InputUnreadable, path,
-                    "the report can't be read: " + systemMessage(why));
+    // A named pipe must not wait for a writer before it can be refused.
+    const karvel::io::FileDescriptor file(
+        ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    struct stat status = {};
+    if (!file || ::fstat(file.get(), &status) != 0) {
+        return unreadable(path, errno);
     }
-    std::string line;
-    for (std::size_t number = 1; std::getline(file, line); ++number) {
-        const bool complete = !file.eof();
-        std::optional<DocumentReport> report = reportIn(line);
-        if (!report) {
-            const auto json = jsonObjectOf(line);
-            if (line.empty() || !complete || (json && json->contains("summary"))) {
-                continue; // what a run prints with --json ends in a summary
-            }
+    if (S_ISDIR(status.st_mode)) {
+        return unreadable(path, EISDIR);
+    }
+    if (!S_ISREG(status.st_mode)) {
+        return fail(Reason::NotAReport, path, "is a device or pipe, not a report");
+    }
+    ReportLines lines(file.get());
+    while (auto line = lines.next()) {
+        std::optional<DocumentReport> report =
+            line->mayBeOurs() && line->complete ? reportIn(line->text) : std::nullopt;
+        if (report) {
+            take(std::move(*report));
+        } else if ((!line->mayBeOurs() || line->complete) && !line->isSummary()) {
             return fail(Reason::NotAReport, path,
-                        "line " + std::to_string(number) + " is no report of a document");
-        }
-        if (report->status == DocumentStatus::Done && report->bytesAfter) {
-            done[std::move(report->input)] = {
-                std::move(report->output),
-                {*report->bytesAfter, std::move(report->outputModified)}};
-        } else {
-            noteFailure(report->input);
+                        "line " + std::to_string(line->number) + " is no report of a document");
         }
     }
-    return {};
+    return lines.error() == 0 ? Outcome() : unreadable(path, lines.error());
+}
+
+void EarlierReports::take(DocumentReport report)
+{
+    if (report.status == DocumentStatus::Done && report.bytesAfter) {
+        if (report.output != report.input) {
+            outputs.insert(normalPath(report.output));
+        }
+        done[std::move(report.input)] = {std::move(report.output),
+                                         {*report.bytesAfter, std::move(report.outputModified)}};
+    } else {
+        noteFailure(report.input);
+    }
 }
 
 void EarlierReports::noteFailure(const std::string& input)
@@ -83,10 +91,11 @@ void EarlierReports::noteFailure(const std::string& input)
     }
 }
 
-bool EarlierReports::stillDone(const std::string& input) const
+bool EarlierReports::stillDone(const std::string& input, const IsPlanned& isPlanned) const
 {
     const auto found = done.find(input);
-    if (found == done.end() || found->second.state.changed.empty()) {
+    if (found == done.end() || found->second.state.changed.empty() ||
+        !isPlanned(found->second.output)) {
         return false;
     }
     const auto now = stateOf(found->second.output);

@@ -1,6 +1,7 @@
 #include "VantoraHost/core/reports/ReportFile.h"
 
-#include "VantoraHost/core/reports/EarlierReports.h"
+#include "VantoraHost/core/reports/JsonReading.h"
+#include "VantoraHost/core/reports/ReportLines.h"
 
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -41,30 +42,53 @@ off_t endOfWholeLines(int descriptor, off_t size)
     return 0;
 }
 
+// Every line begins as one of a report does, and the first one is one.
+bool isReport(int descriptor)
+{
+    ReportLines lines(descriptor);
+    while (const auto line = lines.next()) {
+        if (!line->mayBeOurs() && !line->isSummary()) {
+            return false;
+        }
+        const auto json =
+            line->number == 1 && line->complete ? jsonObjectOf(line->text) : std::nullopt;
+        if (line->number == 1 && line->complete && !(json && reportOf(*json))) {
+            return false;
+        }
+    }
+    return lines.error() == 0;
+}
+
 } // namespace
 
 Result<ReportFile> ReportFile::open(const std::string& path, ExistingReport existing)
 {
+    // It names documents: nobody beyond the group is told. O_NONBLOCK, since a pipe must not wait.
+    constexpr mode_t mode = 0640;
     const int creation = existing == ExistingReport::Refuse ? O_EXCL : 0;
     const int descriptor =
-        ::open(path.c_str(), O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | creation, 0666);
+        ::open(path.c_str(),
+               O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | creation, mode);
     if (descriptor < 0) {
         return errno == EEXIST ? fail(Reason::ReportExists, path, "the report exists already")
                                : unwritable(path, errno);
     }
     ReportFile report(path, descriptor);
-    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-        return fail(Reason::ReportExists, path, "another run is writing this report");
-    }
     struct stat status = {};
     if (::fstat(descriptor, &status) != 0) {
         return unwritable(path, errno);
     }
-    if (!S_ISREG(status.st_mode) || status.st_size == 0) {
+    if (!S_ISREG(status.st_mode)) {
+        return fail(Reason::ReportMisplaced, path, "is a device or pipe, not a file");
+    }
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        return fail(Reason::ReportExists, path, "another run is writing this report");
+    }
+    if (status.st_size == 0) {
         return report;
     }
-    if (!beginsAsAReport(path)) {
-        return fail(Reason::ReportExists, path, "is not a report, and so not replaced by one");
+    if (!isReport(descriptor)) {
+        return fail(Reason::ReportMisplaced, path, "is not a report, and so not replaced by one");
     }
     const off_t kept =
         existing == ExistingReport::Continue ? endOfWholeLines(descriptor, status.st_size) : 0;
