@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/page_boxes/PaperFormats.h"
 #include "KarvelPDFLibrary/pages/Arrange.h"
 #include "KarvelPDFLibrary/pages/DeletePages.h"
+#include "KarvelPDFLibrary/pages/PageLabels.h"
 #include "KarvelPDFLibrary/pages/PageList.h"
 #include "KarvelPDFLibrary/pages/TabOrder.h"
 #include "KarvelPDFLibrary/rendering/PageMarks.h"
@@ -15,6 +16,7 @@ using namespace karvel;
 using boundary::keepingSelection;
 using boundary::onDocument;
 using boundary::onOpenDocument;
+using boundary::onUpToDateDocument;
 
 namespace {
 
@@ -273,5 +275,13 @@ int KPLSetTabOrder(int instance, int page, int order)
                 pages::setTabOrder(document, page, static_cast<pages::TabOrder>(order));
             });
         });
+    });
+}
+
+wchar_t* KPLGetPageLabel(int instance, int page)
+{
+    return boundary::wideString(instance, [&](Instance& self) {
+        return onUpToDateDocument(
+            self, [&](Document& document) { return pages::pageLabel(document, page); });
     });
 }

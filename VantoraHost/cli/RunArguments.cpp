@@ -3,6 +3,7 @@
 #include "VantoraHost/cli/ArgumentParsing.h"
 #include "VantoraHost/core/NearestName.h"
 #include "VantoraHost/core/actions/DeletePagesOptions.h"
+#include "VantoraHost/core/choices/StepChoices.h"
 
 #include <algorithm>
 #include <cctype>
@@ -25,6 +26,8 @@ constexpr char runExamples[] = R"(Examples:
     vantora run --pages 1 scans/*.pdf -d cut
   Remove it in the files themselves, the originals kept as NAME.pdf.bak:
     vantora run --pages 1 --in-place --backup scans/*.pdf
+  Remove the last two pages of each file, and those that only say that they are blank:
+    vantora run --choose last:2 --choose "text:intentionally left blank" *.pdf -d cut
   In a pipe:
     vantora run --pages 1 - -o - <report.pdf >short.pdf
   A whole folder; given again after an interruption, it goes on where it was:
@@ -46,6 +49,17 @@ void declareSteps(CLI::App& command, StepArguments& run)
                                    "a file names whose name follows an @; short for\n"
                                    "--action \"Delete Pages\" --set byPageRangeTextEdit=RANGE"),
                 "RANGE");
+    oneEach(command.add_option("--choose", run.choose,
+                               "Remove the pages that this names in each document, such as\n"
+                               "last:2, even, label:iv-x, text:Draft or size:A4; several: the\n"
+                               "pages of any of them"),
+            "CHOICE");
+    oneEach(command.add_option("--keep", run.keep,
+                               "Remove all pages but those of this choice, or of any of several"),
+            "CHOICE");
+    oneEach(command.add_option("--except", run.except,
+                               "Pages that --choose or --keep do not remove in any case"),
+            "CHOICE");
     run.actionOption =
         oneEach(command.add_option("--action", run.actions,
                                    "Run this action; several run one after the other"),
@@ -98,6 +112,24 @@ NamedStep stepOf(const StepArguments& run, const CLI::Option* option, std::size_
     return step;
 }
 
+// The step that removes pages by what they are; none when no choice is given.
+std::optional<NamedStep> stepOfChoices(const StepArguments& run)
+{
+    NamedStep step;
+    step.action = deletepages::actionName;
+    for (const auto& [key, choices] :
+         {std::pair(chooseKey, &run.choose), {keepKey, &run.keep}, {exceptKey, &run.except}}) {
+        std::string lines;
+        for (const std::string& choice : *choices) {
+            lines += choice + "\n";
+        }
+        if (!lines.empty()) {
+            step.options.emplace_back(key, lines);
+        }
+    }
+    return step.options.empty() ? std::nullopt : std::optional(step);
+}
+
 } // namespace
 
 // The parser keeps them apart by option.
@@ -127,6 +159,13 @@ tl::expected<std::vector<NamedStep>, std::string> stepsOf(const StepArguments& r
             steps.push_back(stepOf(run, option, counts[option]++));
             latest = option;
         }
+    }
+    if (const auto chosen = stepOfChoices(run)) {
+        if (!steps.empty()) {
+            return tl::unexpected<std::string>("--choose, --keep and --except say what goes; leave "
+                                               "out --pages, actions and lists");
+        }
+        steps.push_back(*chosen);
     }
     if (steps.empty()) {
         return tl::unexpected<std::string>("nothing to do: name the pages to remove with --pages "

@@ -14,6 +14,9 @@ namespace vantora::cli {
 struct StepArguments {
     CLI::App* command = nullptr;
     std::vector<std::string> pages;
+    std::vector<std::string> choose;
+    std::vector<std::string> keep;
+    std::vector<std::string> except;
     std::vector<std::string> actions;
     std::vector<std::string> lists;
     std::vector<std::string> favourites;

@@ -42,6 +42,11 @@ _vantora()
     -p | --pages | --set | --category | --step | -j | --jobs | --timeout | --memory-limit | --name | --shard | --accept-failures)
         return
         ;;
+    --choose | --keep | --except)
+        compopt -o nospace
+        mapfile -t COMPREPLY < <(compgen -W "range: first last odd even every: label: size: portrait landscape text: no-text" -- "$current")
+        return
+        ;;
     --action)
         _vantora_names actions "$current"
         return
@@ -68,7 +73,7 @@ _vantora()
 
     case "$command $verb" in
     "run ")
-        words="--pages --action --list --favourite --favorite --settings --set --output --directory --in-place --backup --overwrite --rename --name
+        words="--pages --choose --keep --except --action --list --favourite --favorite --settings --set --output --directory --in-place --backup --overwrite --rename --name
             --recursive --report --resume --shard --files-from --null --password-file --keep-signed --strict --if-empty --accept-failures --skip-existing --metrics --jobs --timeout --memory-limit --dry-run --json --quiet --help
             -p -o -d -i -j -n -q -r -h -0"
         ;;
@@ -93,7 +98,7 @@ _vantora()
         words="--json --help -h"
         ;;
     *" add")
-        words="--pages --action --list --favourite --favorite --settings --set --overwrite --help -p -h"
+        words="--pages --choose --keep --except --action --list --favourite --favorite --settings --set --overwrite --help -p -h"
         [[ "$command" != lists ]] || words+=" --category"
         ;;
     "lists change")

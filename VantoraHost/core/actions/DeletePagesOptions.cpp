@@ -72,7 +72,7 @@ std::string emptiedText(const PreferencesMap& preferences)
 const KnownAction& description()
 {
     static const KnownAction known = {
-        actionName, {{rangeKey, true}}, true, Access::RemovePages, accept, effect, emptiedText};
+        actionName, {{rangeKey, true}}, true, Access::RemovePages, rangeKey, accept, effect, emptiedText};
     return known;
 }
 

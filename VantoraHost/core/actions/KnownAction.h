@@ -35,6 +35,9 @@ struct KnownAction {
     /// What the owner of an encrypted document has to permit.
     Access access;
 
+    /// The option that pages chosen for one document are written to as a range; null for none.
+    const char* pagesKey;
+
     /// Does with options what the action's options dialog does with them on OK: puts right what it
     /// puts right and refuses what it refuses. Options may come from anywhere.
     Outcome (*accept)(PreferencesMap& preferences);

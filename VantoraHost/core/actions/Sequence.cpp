@@ -4,6 +4,7 @@
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/LibraryFailure.h"
 #include "VantoraHost/core/NearestName.h"
+#include "VantoraHost/core/choices/StepChoices.h"
 
 #include <algorithm>
 #include <exception>
@@ -30,7 +31,7 @@ Outcome checkKeys(const KnownAction& known,
                   const std::vector<std::pair<std::string, std::string>>& options)
 {
     for (const auto& [key, value] : options) {
-        if (known.option(key) || key == actionNameKey) {
+        if (known.option(key) || key == actionNameKey || isChoiceKey(key)) {
             continue;
         }
         const std::string nearest = nearestName(key, known.keys());
@@ -57,7 +58,20 @@ Result<Step> stepOf(const StepRequest& request, const ActionCatalog& catalog)
     }
     // What every options dialog leaves in the map, too.
     step.preferences.insert(actionNameKey, QString::fromStdString(step.action.name));
-    if (const KnownAction* known = knownAction(step.action.name)) {
+    const KnownAction* known = knownAction(step.action.name);
+    auto choices = choicesIn(step.preferences);
+    if (!choices) {
+        return tl::unexpected<Error>(std::move(choices.error()));
+    }
+    if (*choices) {
+        if (!known || known->pagesKey == nullptr) {
+            return fail(Reason::OptionUnknown, {},
+                        "action \"" + step.action.name + "\" has no pages to choose");
+        }
+        step.choices = std::move(*choices);
+        step.preferences.insert(known->pagesKey, "1"); // until a document's own are known
+    }
+    if (known) {
         if (const Outcome accepted = checkKeys(*known, request.options).and_then([&] {
                 return known->accept(step.preferences);
             });
@@ -101,11 +115,30 @@ Result<Sequence> Sequence::of(const std::vector<StepRequest>& requests,
         if (auto doubt = doubtOf(request, step->action)) {
             doubts.push_back(std::move(*doubt));
         }
+        if (step->choices && !steps.empty()) {
+            return fail(Reason::OptionUnknown, request.file,
+                        "pages can be chosen by what they are in the first step of a run only");
+        }
         steps.push_back(std::move(*step));
     }
     Sequence sequence(std::move(steps));
     sequence.doubts_ = std::move(doubts);
     return sequence;
+}
+
+Outcome Sequence::choosePages(PageFacts& facts)
+{
+    if (steps_.empty() || !steps_.front().choices) {
+        return {};
+    }
+    Step& step = steps_.front();
+    const auto chosen = vantora::choosePages(*step.choices, facts);
+    if (!chosen) {
+        return tl::unexpected<Error>(chosen.error());
+    }
+    step.preferences.insert(knownAction(step.action.name)->pagesKey,
+                            QString::fromStdString(rangeTextOf(*chosen)));
+    return {};
 }
 
 Access Sequence::access() const

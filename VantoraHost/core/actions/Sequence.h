@@ -2,7 +2,9 @@
 
 #include "VantoraHost/core/actions/ActionCatalog.h"
 #include "VantoraHost/core/actions/KnownAction.h"
+#include "VantoraHost/core/choices/ChosenPages.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,6 +24,7 @@ struct StepRequest {
 struct Step {
     Action action;
     PreferencesMap preferences;
+    std::optional<ChoiceSet> choices = {}; ///< the pages are worked out for each document
 };
 
 /// What can only be guessed about a step: options that were set and may be none of its action.
@@ -51,6 +54,10 @@ public:
     /// The first action that may have to see all documents of a run, in their order, in one place;
     /// null when every document can be done anywhere.
     const Action* firstThatSeesTheRun() const;
+
+    /// Works out which pages of a document its first step is about, where they are chosen by what
+    /// they are; to be called for each document before its pages are forecast or changed.
+    Outcome choosePages(PageFacts& facts);
 
     /// Tells every action that a run begins; to be called once, before any document. Where one
     /// refuses, those that have begun are told that the run is over.

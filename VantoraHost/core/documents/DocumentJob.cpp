@@ -4,6 +4,7 @@
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/LibraryFailure.h"
+#include "VantoraHost/core/choices/LibraryFacts.h"
 #include "VantoraHost/core/documents/PageForecast.h"
 #include "VantoraHost/core/outputs/OutputPlan.h"
 #include "VantoraHost/core/outputs/TargetFolder.h"
@@ -152,6 +153,10 @@ Outcome DocumentJob::changePages(DocumentReport& report)
         return tl::unexpected<Error>(failure(report.input, "has no pages"));
     }
     report.pagesBefore = pages;
+    LibraryFacts facts(library, report.input);
+    if (const Outcome chosen = sequence.choosePages(facts); !chosen) {
+        return chosen;
+    }
     std::optional<PageForecast> forecast = forecastPages(sequence, pages);
     if (forecast) {
         const Outcome judged = judge(report, *forecast);

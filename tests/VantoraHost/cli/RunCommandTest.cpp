@@ -86,6 +86,51 @@ TEST_F(Run, RemovesPagesAndSaysSo)
     }
 }
 
+TEST_F(Run, RemovesTheChosenPagesOfEachDocument)
+{
+    scratch.write("three.pdf", documentOfPages(3));
+    const struct {
+        const char* line;
+        std::vector<int> ten, three; ///< what is left
+    } rows[] = {
+        {"--choose last", {1, 2, 3, 4, 5, 6, 7, 8, 9}, {1, 2}},
+        {"--choose odd --choose last:2 --except first", {1, 2, 4, 6, 8}, {1}},
+        {"--keep 'text:page 1' --except 'text:/Page 2$/'", {1, 2, 10}, {1, 2}},
+        {"--choose no-text --choose landscape", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, {1, 2, 3}},
+        {"--choose label:2-3 -j 2", {1, 4, 5, 6, 7, 8, 9, 10}, {1}},
+    };
+    fs::create_directory("out");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        const auto answer =
+            terminal::run(std::string("run in.pdf three.pdf -d out --overwrite ") + row.line);
+        EXPECT_EQ(answer.status, 0) << answer.err;
+        EXPECT_EQ(pagesOf("out/in.pdf"), pagesNamed(row.ten));
+        EXPECT_EQ(pagesOf("out/three.pdf"), pagesNamed(row.three));
+    }
+}
+
+TEST_F(Run, SaysWhichChoiceIsWrongBeforeItBegins)
+{
+    const struct {
+        const char* line;
+        const char* says;
+    } rows[] = {
+        {"--choose blanks", "\"blanks\" does not say how to choose pages; there are range:"},
+        {"--choose odd --keep even", "can't be chosen together"},
+        {"--except odd", "takes pages out of a choice, and there is none"},
+        {"--choose odd --pages 1", "leave out --pages"},
+        {"--action Scripted --set HostChoosePages=odd", "has no pages to choose"},
+        {"--pages 1 --action 'Delete Pages' --set HostChoosePages=odd", "first step of a run only"},
+    };
+    for (const auto& [line, says] : rows) {
+        const auto answer = terminal::run(std::string("run in.pdf -o out.pdf ") + line);
+        EXPECT_EQ(answer.status, 2) << line;
+        EXPECT_THAT(answer.err, AllOf(HasSubstr(says), EndsWith("\n"))) << line;
+        EXPECT_FALSE(fs::exists("out.pdf")) << line;
+    }
+}
+
 TEST_F(Run, SavesNothingWhenAnActionFailsOrRefusesToBegin)
 {
     for (const char* step : {"work=complain", "begin=fail"}) {

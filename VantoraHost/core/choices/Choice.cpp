@@ -1,0 +1,206 @@
+#include "VantoraHost/core/choices/Choice.h"
+
+#include "VantoraApp/CActionUtils.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vantora {
+
+namespace {
+
+using Checked = tl::expected<void, std::string>;
+
+tl::unexpected<std::string> wrong(const std::string& sentence)
+{
+    return tl::unexpected<std::string>(sentence);
+}
+
+std::optional<int> positiveNumber(const QString& text)
+{
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    const bool digitsOnly =
+        std::all_of(text.begin(), text.end(), [](QChar c) { return c >= '0' && c <= '9'; });
+    return isNumber && digitsOnly && number > 0 ? std::optional<int>(number) : std::nullopt;
+}
+
+Checked readRange(Choice& choice)
+{
+    if (!CActionUtils::ValidatePageRange(choice.argument, false)) {
+        return wrong("needs a page range such as 1,4-6,9-15,21");
+    }
+    return {};
+}
+
+Checked readCount(Choice& choice)
+{
+    if (choice.argument.isNull()) {
+        return {};
+    }
+    const auto count = positiveNumber(choice.argument);
+    if (!count) {
+        return wrong("needs a number of pages, from 1");
+    }
+    choice.count = *count;
+    return {};
+}
+
+Checked readStep(Choice& choice)
+{
+    const QString offset = choice.argument.section('+', 1);
+    const auto step = positiveNumber(choice.argument.section('+', 0, 0));
+    const auto first = positiveNumber(offset);
+    const bool plain = !choice.argument.contains('+');
+    if (!step || (!plain && (!first || *first > *step))) {
+        return wrong("needs a step such as 3 (pages 3, 6, 9) or 3+1 (pages 1, 4, 7)");
+    }
+    choice.count = *step;
+    choice.offset = plain ? 0 : *first % *step;
+    return {};
+}
+
+Checked readName(Choice& choice)
+{
+    choice.argument = choice.argument.simplified();
+    if (choice.argument.isEmpty()) {
+        return wrong("needs a name after the colon");
+    }
+    return {};
+}
+
+// WORDS, /REGEX/ or /REGEX/c.
+Checked readText(Choice& choice)
+{
+    const QString& text = choice.argument;
+    const bool exact = text.endsWith("/c");
+    const int closing = text.size() - (exact ? 2 : 1);
+    const bool isPattern = text.startsWith('/') && closing > 0 && text.at(closing) == '/';
+    const QString pattern =
+        isPattern ? text.mid(1, closing - 1) : QRegularExpression::escape(text.simplified());
+    if (pattern.isEmpty()) {
+        return wrong("needs words, or a regular expression between slashes");
+    }
+    QRegularExpression::PatternOptions options = QRegularExpression::UseUnicodePropertiesOption;
+    if (!(isPattern && exact)) {
+        options |= QRegularExpression::CaseInsensitiveOption;
+    }
+    choice.pattern = QRegularExpression(pattern, options);
+    if (!choice.pattern.isValid()) {
+        return wrong("is no regular expression: " + choice.pattern.errorString().toStdString() +
+                     " at character " + std::to_string(choice.pattern.patternErrorOffset() + 1));
+    }
+    return {};
+}
+
+// ISO 216 and the North American formats, in millimetres.
+struct PaperFormat {
+    const char* name;
+    double width, height;
+};
+constexpr std::array<PaperFormat, 12> paperFormats = {{{"A0", 841, 1189},
+                                                       {"A1", 594, 841},
+                                                       {"A2", 420, 594},
+                                                       {"A3", 297, 420},
+                                                       {"A4", 210, 297},
+                                                       {"A5", 148, 210},
+                                                       {"A6", 105, 148},
+                                                       {"B4", 250, 353},
+                                                       {"B5", 176, 250},
+                                                       {"Letter", 215.9, 279.4},
+                                                       {"Legal", 215.9, 355.6},
+                                                       {"Tabloid", 279.4, 431.8}}};
+
+constexpr double pointsPerMillimetre = 72 / 25.4;
+
+Checked readSize(Choice& choice)
+{
+    for (const PaperFormat& format : paperFormats) {
+        if (choice.argument.compare(QLatin1String(format.name), Qt::CaseInsensitive) == 0) {
+            choice.size = {format.width * pointsPerMillimetre, format.height * pointsPerMillimetre};
+            choice.eitherOrientation = true;
+            return {};
+        }
+    }
+    static const QRegularExpression measures(
+        "^(\\d{1,5}(?:\\.\\d{1,3})?)x(\\d{1,5}(?:\\.\\d{1,3})?)(mm|pt)$");
+    const auto match = measures.match(choice.argument);
+    const double unit = match.captured(3) == "pt" ? 1 : pointsPerMillimetre;
+    choice.size = {match.captured(1).toDouble() * unit, match.captured(2).toDouble() * unit};
+    if (choice.size.width <= 0 || choice.size.height <= 0) {
+        return wrong("needs a paper format such as A4 or Letter, or a size such as 210x297mm");
+    }
+    return {};
+}
+
+enum class Argument { None, Optional, Needed };
+
+struct KindRow {
+    ChoiceKind kind;
+    const char* name;
+    Argument argument;
+    const char* shown;
+    Checked (*read)(Choice&);
+};
+
+Checked readNothing(Choice& /*choice*/)
+{
+    return {};
+}
+
+constexpr std::array<KindRow, 12> kinds = {{
+    {ChoiceKind::Range, "range", Argument::Needed, "range:1,4-6", readRange},
+    {ChoiceKind::First, "first", Argument::Optional, "first[:N]", readCount},
+    {ChoiceKind::Last, "last", Argument::Optional, "last[:N]", readCount},
+    {ChoiceKind::Odd, "odd", Argument::None, "odd", readNothing},
+    {ChoiceKind::Even, "even", Argument::None, "even", readNothing},
+    {ChoiceKind::Every, "every", Argument::Needed, "every:3[+1]", readStep},
+    {ChoiceKind::Label, "label", Argument::Needed, "label:iv-x", readName},
+    {ChoiceKind::Size, "size", Argument::Needed, "size:A4", readSize},
+    {ChoiceKind::Portrait, "portrait", Argument::None, "portrait", readNothing},
+    {ChoiceKind::Landscape, "landscape", Argument::None, "landscape", readNothing},
+    {ChoiceKind::Text, "text", Argument::Needed, "text:WORDS or text:/REGEX/", readText},
+    {ChoiceKind::NoText, "no-text", Argument::None, "no-text", readNothing},
+}};
+
+} // namespace
+
+std::string choiceKindsText()
+{
+    std::string text;
+    for (const KindRow& row : kinds) {
+        text += (text.empty() ? "" : ", ") + std::string(row.shown);
+    }
+    return text;
+}
+
+tl::expected<Choice, std::string> Choice::of(std::string_view text)
+{
+    const std::string_view name = text.substr(0, text.find(':'));
+    const auto row = std::find_if(kinds.begin(), kinds.end(),
+                                  [&](const KindRow& one) { return one.name == name; });
+    const std::string quoted = "\"" + std::string(text) + "\" ";
+    if (row == kinds.end()) {
+        return wrong(quoted + "does not say how to choose pages; there are " + choiceKindsText());
+    }
+    const bool hasArgument = name.size() < text.size();
+    if (hasArgument && row->argument == Argument::None) {
+        return wrong(quoted + "has a colon too many; write " + row->shown);
+    }
+    if (!hasArgument && row->argument == Argument::Needed) {
+        return wrong(quoted + "says too little; write for example " + row->shown);
+    }
+    Choice choice;
+    choice.kind = row->kind;
+    choice.text = text;
+    if (hasArgument) {
+        const std::string_view argument = text.substr(name.size() + 1);
+        choice.argument = QString::fromUtf8(argument.data(), static_cast<int>(argument.size()));
+    }
+    if (const Checked read = row->read(choice); !read) {
+        return wrong(quoted + read.error());
+    }
+    return choice;
+}
+
+} // namespace vantora

@@ -1,0 +1,218 @@
+#include "VantoraHost/core/choices/ChosenPages.h"
+
+#include "VantoraApp/CActionUtils.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+namespace vantora {
+
+namespace {
+
+/// By page, from 1: which choice a page was found by, from 1; 0 for none.
+using Found = std::vector<std::size_t>;
+
+class Chooser {
+public:
+    explicit Chooser(PageFacts& facts) : facts(facts), count(std::max(facts.count(), 0)) {}
+
+    /// Finds those of the pages asked about that any of the choices names.
+    Result<Found> find(const std::vector<Choice>& choices, const std::function<bool(int)>& asked)
+    {
+        std::vector<std::size_t> order(choices.size());
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            order[i] = i;
+        }
+        std::stable_sort(order.begin(), order.end(), [&](std::size_t one, std::size_t other) {
+            return choices[one].kind < choices[other].kind;
+        });
+        Found found(static_cast<std::size_t>(count) + 1, 0);
+        for (const std::size_t i : order) {
+            const auto isOpen = [&](int page) {
+                return found[static_cast<std::size_t>(page)] == 0 && asked(page);
+            };
+            const auto take = [&](int page) {
+                if (page >= 1 && page <= count && isOpen(page)) {
+                    found[static_cast<std::size_t>(page)] = i + 1;
+                }
+            };
+            if (const Outcome done = apply(choices[i], isOpen, take); !done) {
+                return tl::unexpected<Error>(done.error());
+            }
+        }
+        return found;
+    }
+
+private:
+    using Test = std::function<Result<bool>(int)>;
+    using Take = std::function<void(int)>;
+
+    Outcome apply(const Choice& choice, const std::function<bool(int)>& isOpen, const Take& take)
+    {
+        switch (choice.kind) {
+        case ChoiceKind::Range:
+            takeRange(choice, take);
+            return {};
+        case ChoiceKind::Label:
+            return takeLabels(choice, take);
+        default:
+            break;
+        }
+        const Test test = testOf(choice);
+        for (int page = 1; page <= count; ++page) {
+            if (!isOpen(page)) {
+                continue;
+            }
+            const Result<bool> passed = test(page);
+            if (!passed) {
+                return tl::unexpected<Error>(passed.error());
+            }
+            if (*passed) {
+                take(page);
+            }
+        }
+        return {};
+    }
+
+    Test testOf(const Choice& choice)
+    {
+        switch (choice.kind) {
+        case ChoiceKind::First:
+            return [&choice](int page) { return page <= choice.count; };
+        case ChoiceKind::Last:
+            return [this, &choice](int page) { return page > count - choice.count; };
+        case ChoiceKind::Odd:
+            return [](int page) { return page % 2 == 1; };
+        case ChoiceKind::Even:
+            return [](int page) { return page % 2 == 0; };
+        case ChoiceKind::Every:
+            return [&choice](int page) { return page % choice.count == choice.offset; };
+        case ChoiceKind::Size:
+            return [this, &choice](int page) {
+                return facts.size(page).map([&](ShownSize size) { return fits(choice, size); });
+            };
+        case ChoiceKind::Portrait:
+            return [this](int page) {
+                return facts.size(page).map(
+                    [](ShownSize size) { return size.height > size.width; });
+            };
+        case ChoiceKind::Landscape:
+            return [this](int page) {
+                return facts.size(page).map(
+                    [](ShownSize size) { return size.width > size.height; });
+            };
+        case ChoiceKind::NoText:
+            return [this](int page) {
+                return facts.text(page).map(
+                    [](const QString& text) { return text.simplified().isEmpty(); });
+            };
+        default:
+            return [this, &choice](int page) {
+                return facts.text(page).map([&](const QString& text) {
+                    return choice.pattern.match(text.simplified()).hasMatch();
+                });
+            };
+        }
+    }
+
+    static bool fits(const Choice& choice, ShownSize size)
+    {
+        constexpr double oneMillimetre = 72 / 25.4;
+        const auto near = [](double one, double other) {
+            return std::abs(one - other) <= oneMillimetre;
+        };
+        const ShownSize& wanted = choice.size;
+        return (near(size.width, wanted.width) && near(size.height, wanted.height)) ||
+               (choice.eitherOrientation && near(size.width, wanted.height) &&
+                near(size.height, wanted.width));
+    }
+
+    void takeRange(const Choice& choice, const Take& take) const
+    {
+        QList<int> pages;
+        CActionUtils::GetPageList(choice.argument, count, false, false, &pages);
+        std::for_each(pages.begin(), pages.end(), take);
+    }
+
+    /// The pages with the label or, where no page has it, those from one label to another.
+    Outcome takeLabels(const Choice& choice, const Take& take)
+    {
+        std::vector<QString> labels(static_cast<std::size_t>(count) + 1);
+        bool found = false;
+        for (int page = 1; page <= count; ++page) {
+            Result<QString> label = facts.label(page);
+            if (!label) {
+                return tl::unexpected<Error>(std::move(label.error()));
+            }
+            labels[static_cast<std::size_t>(page)] = std::move(*label);
+            if (labels[static_cast<std::size_t>(page)] == choice.argument) {
+                found = true;
+                take(page);
+            }
+        }
+        for (int dash = choice.argument.indexOf('-'); dash >= 0 && !found;
+             dash = choice.argument.indexOf('-', dash + 1)) {
+            const auto first =
+                std::find(labels.begin() + 1, labels.end(), choice.argument.left(dash));
+            const auto last = std::find(first, labels.end(), choice.argument.mid(dash + 1));
+            for (auto label = first; last != labels.end() && label <= last; ++label) {
+                found = true;
+                take(static_cast<int>(label - labels.begin()));
+            }
+        }
+        return {};
+    }
+
+    PageFacts& facts;
+    const int count;
+};
+
+} // namespace
+
+Result<std::vector<ChosenPage>> choosePages(const ChoiceSet& set, PageFacts& facts)
+{
+    Chooser chooser(facts);
+    const bool keeps = !set.keep.empty();
+    const auto every = [](int) { return true; };
+    const Result<Found> found = chooser.find(keeps ? set.keep : set.choose, every);
+    if (!found) {
+        return tl::unexpected<Error>(found.error());
+    }
+    const auto goes = [&](int page) {
+        return ((*found)[static_cast<std::size_t>(page)] == 0) == keeps;
+    };
+    const Result<Found> excepted = chooser.find(set.except, goes);
+    if (!excepted) {
+        return tl::unexpected<Error>(excepted.error());
+    }
+    std::vector<ChosenPage> chosen;
+    for (std::size_t page = 1; page < found->size(); ++page) {
+        if (goes(static_cast<int>(page)) && (*excepted)[page] == 0) {
+            const std::size_t choice = (*found)[page];
+            chosen.push_back(
+                {static_cast<int>(page), keeps ? std::string() : set.choose[choice - 1].text});
+        }
+    }
+    return chosen;
+}
+
+std::string rangeTextOf(const std::vector<ChosenPage>& pages)
+{
+    std::string text;
+    for (std::size_t first = 0; first < pages.size();) {
+        std::size_t last = first;
+        while (last + 1 < pages.size() && pages[last + 1].page == pages[last].page + 1) {
+            ++last;
+        }
+        text += text.empty() ? "" : ",";
+        text += std::to_string(pages[first].page);
+        if (last > first) {
+            text += "-" + std::to_string(pages[last].page);
+        }
+        first = last + 1;
+    }
+    return text;
+}
+
+} // namespace vantora

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/choices/Choice.h"
+
+#include <QtCore/QString>
+
+#include <string>
+#include <vector>
+
+namespace vantora {
+
+/// What choices ask about the pages of one document. Pages count from 1. Each answer is asked for
+/// only where a choice needs it.
+class PageFacts {
+public:
+    virtual ~PageFacts() = default;
+
+    virtual int count() = 0;
+    virtual Result<QString> label(int page) = 0;
+
+    /// As the page is shown, turned with its rotation.
+    virtual Result<ShownSize> size(int page) = 0;
+
+    virtual Result<QString> text(int page) = 0;
+};
+
+/// Which pages a user wants to go.
+struct ChoiceSet {
+    std::vector<Choice> choose; ///< pages of any of these go
+    std::vector<Choice> keep;   ///< or, instead, all pages but those of any of these
+    std::vector<Choice> except; ///< these stay in any case
+};
+
+/// A page that goes, with the choice that it goes by; empty for one that nothing keeps.
+struct ChosenPage {
+    int page = 0;
+    std::string reason;
+};
+
+/// The pages of a document that go, ascending. Choices that cost little are asked first, and the
+/// others only about the pages that are not decided by then.
+Result<std::vector<ChosenPage>> choosePages(const ChoiceSet& set, PageFacts& facts);
+
+/// The shortest range text that names pages, which must be ascending: "1,4-6"; empty for none.
+std::string rangeTextOf(const std::vector<ChosenPage>& pages);
+
+} // namespace vantora

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "VantoraApp/ActionInterface.h"
+#include "VantoraHost/core/choices/ChosenPages.h"
+
+#include <optional>
+#include <string>
+
+namespace vantora {
+
+/// The host's own keys among the options of a step, which actions leave alone: choices of pages,
+/// one a line. Saved steps have them, too.
+inline constexpr char chooseKey[] = "HostChoosePages";
+inline constexpr char keepKey[] = "HostKeepPages";
+inline constexpr char exceptKey[] = "HostExceptPages";
+
+bool isChoiceKey(const std::string& key);
+
+/// The choices in a step's options; nothing where it has none. The error says which is wrong.
+Result<std::optional<ChoiceSet>> choicesIn(const PreferencesMap& preferences);
+
+} // namespace vantora

@@ -1,0 +1,119 @@
+#include "VantoraHost/core/choices/ChosenPages.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace {
+
+using namespace vantora;
+
+/// Ten pages: i, ii, iii, then 1 to 5, then; page 4 is landscape, page 9 has no text.
+class TenPages : public PageFacts {
+public:
+    int count() override { return 10; }
+
+    Result<QString> label(int page) override
+    {
+        static const char* const labels[] = {"i", "ii", "iii", "1",   "2",
+                                             "3", "4",  "5",   "A-1", "A-2"};
+        return QString(labels[page - 1]);
+    }
+
+    Result<ShownSize> size(int page) override
+    {
+        return page == 4 ? ShownSize{841.89, 595.28} : ShownSize{595.28, 841.89};
+    }
+
+    Result<QString> text(int page) override
+    {
+        ++asked[page];
+        if (page == 7) {
+            return fail(Reason::LibraryFailed, {}, "page 7 can't be read");
+        }
+        return QString(page == 9 ? " \n" : page == 2 ? "Page  intentionally\nleft BLANK" : "words");
+    }
+
+    std::map<int, int> asked; ///< how often the text of a page was asked for
+};
+
+std::vector<Choice> choices(const std::vector<const char*>& texts)
+{
+    std::vector<Choice> read;
+    for (const char* text : texts) {
+        read.push_back(Choice::of(text).value());
+    }
+    return read;
+}
+
+TEST(ChosenPages, AreThoseThatTheChoicesName)
+{
+    const struct {
+        std::vector<const char*> choose, keep, except;
+        const char* range;
+    } rows[] = {
+        {{"range:2,9-12"}, {}, {}, "2,9-10"},
+        {{"first", "last:2"}, {}, {}, "1,9-10"},
+        {{"first:99"}, {}, {}, "1-10"},
+        {{"odd"}, {}, {"last:3"}, "1,3,5,7"},
+        {{"every:4"}, {}, {}, "4,8"},
+        {{"every:4+1"}, {}, {}, "1,5,9"},
+        {{}, {"first", "last"}, {}, "2-9"},
+        {{}, {"first"}, {"last"}, "2-9"},
+        {{"label:ii-2"}, {}, {}, "2-5"},
+        {{"label:A-2"}, {}, {}, "10"},
+        {{"label:5-A-1"}, {}, {}, "8-9"},
+        {{"label:2-ii"}, {}, {}, ""},
+        {{"label:nowhere"}, {}, {}, ""},
+        {{"landscape"}, {}, {}, "4"},
+        {{"portrait"}, {}, {"range:1-9"}, "10"},
+        {{"size:a4"}, {}, {"range:2-3,5-9"}, "1,4,10"},
+        {{"size:297x210mm"}, {}, {}, "4"},
+        {{"text:intentionally left blank"}, {}, {"range:7"}, ""},
+    };
+    for (const auto& row : rows) {
+        TenPages pages;
+        const std::string name = row.choose.empty() ? row.keep.front() : row.choose.front();
+        const auto chosen =
+            choosePages({choices(row.choose), choices(row.keep), choices(row.except)}, pages);
+        if (name.rfind("text", 0) == 0) {
+            EXPECT_FALSE(chosen) << "a page that can't be read is not passed over";
+            continue;
+        }
+        ASSERT_TRUE(chosen) << name;
+        EXPECT_EQ(rangeTextOf(*chosen), row.range) << name;
+    }
+}
+
+TEST(ChosenPages, AskOnlyAboutPagesThatAreNotDecidedYet)
+{
+    TenPages pages;
+    const auto chosen = choosePages(
+        {choices({"text:/left blank/", "no-text", "range:3-8"}), {}, choices({"first"})}, pages);
+    ASSERT_TRUE(chosen);
+    EXPECT_EQ(rangeTextOf(*chosen), "2-9");
+    EXPECT_EQ(chosen->front().reason, "text:/left blank/");
+    EXPECT_EQ(chosen->back().reason, "no-text");
+    EXPECT_EQ(pages.asked, (std::map<int, int>{{1, 2}, {2, 1}, {9, 2}, {10, 2}}));
+}
+
+TEST(ChosenPages, AreFoundByPatternsWithAndWithoutCase)
+{
+    for (const auto& [text, range] :
+         std::vector<std::pair<const char*, const char*>>{{"text:/LEFT blank$/", "2"},
+                                                          {"text:/LEFT blank$/c", ""},
+                                                          {"text:/left BLANK$/c", "2"},
+                                                          {"text:blank left", ""}}) {
+        TenPages pages;
+        const auto found = choosePages({choices({text}), {}, {}}, pages);
+        EXPECT_FALSE(found) << "page 7";
+        class FirstThree : public TenPages {
+            int count() override { return 3; }
+        } three;
+        const auto chosen = choosePages({choices({text}), {}, {}}, three);
+        ASSERT_TRUE(chosen) << text;
+        EXPECT_EQ(rangeTextOf(*chosen), range) << text;
+    }
+}
+
+} // namespace
