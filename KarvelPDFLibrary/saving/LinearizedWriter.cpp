@@ -420,6 +420,15 @@ void giveInherited(Document& document)
 
 void prepareForLinearizing(Document& document)
 {
+    // Readers find the pages for the hint tables by their type.
+    for (int page = 1; page <= document.pageCount(); ++page) {
+        const auto object = static_cast<std::uint32_t>(document.order().at(page).object);
+        const bool isPage = document.index()->contains(object) &&
+                            document.index()->object(object).kind == index::Kind::Page;
+        if (!isPage && !document.page(page).isDictionaryOfType("/Page")) {
+            document.editPage(page).replaceKey("/Type", QPDFObjectHandle::newName("/Page"));
+        }
+    }
     QPDFObjectHandle catalog = document.changes().present(document.catalog().getObjGen());
     QPDFObjectHandle outline = catalog.getKey("/Outlines");
     if (outline.isDictionary() && !outline.isIndirect()) {

@@ -252,6 +252,8 @@ TEST(LinearizedWriter, TakesEveryInput)
         {"rebuilt table", support::replaced(plain, "startxref\n", "startxref\n9"), false},
         {"wrong length", support::replaced(plain, "<< /Length 37", "<< /Length 31"), false},
         {"junk before the header", "HTTP/1.1 200 OK\r\n\r\n" + plain, false},
+        {"page without its type",
+         support::replaced(plain, "<< /Type /Page /Parent", "<< /Type /Pqge /Parent"), true},
         {"hybrid references", support::asHybridFile(plain), false}};
     for (const Input& input : inputs) {
         SCOPED_TRACE(input.name);
