@@ -93,6 +93,8 @@ std::string remedy(Reason reason)
         return "the installation is incomplete; install it again";
     case Reason::BadPageRange:
         return "a valid one is 1,4-6,9-15,21";
+    case Reason::BadChoice:
+        return "vantora run --help shows examples";
     case Reason::OptionUnknown:
         return "vantora configure shows an action's options";
     case Reason::OutOfMemory:
@@ -164,6 +166,7 @@ ExitStatus exitStatus(Reason reason)
     switch (reason) {
     case Reason::BadPageRange:
     case Reason::OptionUnknown:
+    case Reason::BadChoice:
     case Reason::ActionMissing:
     case Reason::ActionListMissing:
     case Reason::FavouriteMissing:

@@ -59,6 +59,8 @@ const char* reasonName(Reason reason)
         return "action-failed";
     case Reason::BadPageRange:
         return "bad-page-range";
+    case Reason::BadChoice:
+        return "bad-choice";
     case Reason::OptionUnknown:
         return "option-unknown";
     case Reason::SavedStepsUnusable:

@@ -39,6 +39,7 @@ enum class Reason {
     ActionFailed,
     BadPageRange,
     OptionUnknown,
+    BadChoice,
     SavedStepsUnusable,
     ActionListMissing,
     FavouriteMissing,

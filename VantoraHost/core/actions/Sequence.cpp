@@ -65,7 +65,7 @@ Result<Step> stepOf(const StepRequest& request, const ActionCatalog& catalog)
     }
     if (*choices) {
         if (!known || known->pagesKey == nullptr) {
-            return fail(Reason::OptionUnknown, {},
+            return fail(Reason::BadChoice, {},
                         "action \"" + step.action.name + "\" has no pages to choose");
         }
         step.choices = std::move(*choices);
@@ -116,7 +116,7 @@ Result<Sequence> Sequence::of(const std::vector<StepRequest>& requests,
             doubts.push_back(std::move(*doubt));
         }
         if (step->choices && !steps.empty()) {
-            return fail(Reason::OptionUnknown, request.file,
+            return fail(Reason::BadChoice, request.file,
                         "pages can be chosen by what they are in the first step of a run only");
         }
         steps.push_back(std::move(*step));

@@ -11,7 +11,7 @@ Result<std::vector<Choice>> readChoices(const PreferencesMap& preferences, const
     for (const QString& line : text.split('\n', Qt::SkipEmptyParts)) {
         auto choice = Choice::of(line.toStdString());
         if (!choice) {
-            return fail(Reason::BadPageRange, {}, choice.error());
+            return fail(Reason::BadChoice, {}, choice.error());
         }
         choices.push_back(std::move(*choice));
     }
@@ -38,14 +38,14 @@ Result<std::optional<ChoiceSet>> choicesIn(const PreferencesMap& preferences)
     }
     if (set.choose.empty() && set.keep.empty()) {
         if (!set.except.empty()) {
-            return fail(Reason::BadPageRange, {},
+            return fail(Reason::BadChoice, {},
                         "\"" + set.except.front().text +
                             "\" takes pages out of a choice, and there is none");
         }
         return std::nullopt;
     }
     if (!set.choose.empty() && !set.keep.empty()) {
-        return fail(Reason::BadPageRange, {},
+        return fail(Reason::BadChoice, {},
                     "pages to remove (\"" + set.choose.front().text +
                         "\") and the only pages to keep (\"" + set.keep.front().text +
                         "\") can't be chosen together");
