@@ -226,6 +226,24 @@ void Writer::writeEnd()
     put("startxref\n" + std::to_string(start) + "\n%%EOF\n");
 }
 
+/// Whether anything but object streams refers to one, or to what looks like one, as it may in a
+/// document that was damaged. The linearised file has object streams of its own.
+bool leadsToObjectStreams(const index::ReferenceIndex& index)
+{
+    const auto isStream = [&](std::uint32_t number) {
+        return index.contains(number) && index.object(number).kind == index::Kind::ObjectStream;
+    };
+    for (std::uint32_t number = 1; number < index.size(); ++number) {
+        const index::IndexedObject& object = index.object(number);
+        const std::uint32_t* references = index.references().data() + object.firstReference;
+        if (object.kind != index::Kind::ObjectStream &&
+            std::any_of(references, references + object.referenceCount, isStream)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 std::string whyNotVerbatim(Document& document, const SaveOptions& options)
@@ -242,6 +260,9 @@ std::string whyNotVerbatim(Document& document, const SaveOptions& options)
     }
     if (options.linearize && document.originalSize() > mostLinearizedBytes) {
         return "the document is too large to be linearised";
+    }
+    if (options.linearize && leadsToObjectStreams(*document.index())) {
+        return "something refers to an object stream";
     }
     if (document.encryption.kind != EncryptionPlan::Kind::Keep) {
         return "the encryption is to be changed";

@@ -254,7 +254,9 @@ TEST(LinearizedWriter, TakesEveryInput)
         {"junk before the header", "HTTP/1.1 200 OK\r\n\r\n" + plain, false},
         {"page without its type",
          support::replaced(plain, "<< /Type /Page /Parent", "<< /Type /Pqge /Parent"), true},
-        {"hybrid references", support::asHybridFile(plain), false}};
+        {"hybrid references", support::asHybridFile(plain), false},
+        {"reference to what looks like an object stream",
+         Sketch{{"", "", ""}, "/Own @s", {{"s", "/Type /ObjStm /N 0 /First 0|"}}}.built(), false}};
     for (const Input& input : inputs) {
         SCOPED_TRACE(input.name);
         EXPECT_EQ(whyNotVerbatim(*support::opened(input.pdf), linearizing()).empty(), input.copied);
