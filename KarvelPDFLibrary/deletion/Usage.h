@@ -27,8 +27,8 @@ public:
         return before_.has(number) && !now_.has(number);
     }
 
-    /// The same for what a list of `named` has: also true of a file specification all of whose
-    /// files were used before and are not any more.
+    /// The same for what a list of `named` has: also true of a dictionary that names files, all of
+    /// which were used before and are not any more.
     bool endedNamed(QPDFObjectHandle value) const;
 
 private:
