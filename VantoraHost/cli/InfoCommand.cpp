@@ -6,6 +6,7 @@
 #include "VantoraHost/core/documents/DocumentInfo.h"
 #include "VantoraHost/core/documents/InfoJson.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
+#include "VantoraHost/core/reports/FailureJson.h"
 #include "VantoraHost/core/workers/ConfinedCall.h"
 #include "VantoraHost/core/workers/Confinement.h"
 
@@ -125,7 +126,7 @@ Result<DocumentInfo> inspectConfined(const std::string& input, const std::vector
     limits.time = std::chrono::seconds(longestForADocument);
     const Result<std::string> answer = callConfined(limits, streams.interrupted, [&] {
         const Result<DocumentInfo> info = look();
-        return info ? toJson(*info) : toJson(info.error(), input);
+        return info ? toJson(*info) : failureJson(info.error(), input);
     });
     Result<DocumentInfo> info =
         answer ? documentInfoOf(*answer) : tl::unexpected<Error>(answer.error());
@@ -163,7 +164,7 @@ int showInfo(const InfoOptions& options, const Installation& installation, const
             return InterruptedByUser;
         }
         if (options.json) {
-            streams.out << (info ? toJson(*info) : toJson(info.error(), input)) << '\n';
+            streams.out << (info ? toJson(*info) : failureJson(info.error(), input)) << '\n';
         } else if (info) {
             printText(*info, streams.out);
         }

@@ -1,7 +1,7 @@
 #include "VantoraHost/cli/Messages.h"
 
 #include "VantoraHost/core/Target.h"
-#include "VantoraHost/core/reports/Json.h"
+#include "VantoraHost/core/reports/FailureJson.h"
 
 #include <iterator>
 #include <optional>
@@ -140,24 +140,15 @@ void printError(const Streams& streams, const Error& error)
                 << std::flush;
 }
 
-std::string failureJson(const Error& error)
-{
-    JsonObject one;
-    one.add("reason", reasonName(error.reason)).add("text", error.sentence);
-    JsonObject object;
-    object.add("schema", 1)
-        .add("input",
-             error.file.empty() ? std::nullopt : std::optional<std::string_view>(error.file))
-        .add("status", "failed")
-        .add("errors", std::vector<JsonObject>{one});
-    return object.text();
-}
-
 void printFailure(const Streams& streams, bool json, const Error& error)
 {
     printError(streams, error);
     if (json) {
-        streams.out << failureJson(error) << '\n' << std::flush;
+        std::optional<std::string_view> input;
+        if (!error.file.empty()) {
+            input = error.file;
+        }
+        streams.out << failureJson(error, input) << '\n' << std::flush;
     }
 }
 

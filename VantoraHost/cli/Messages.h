@@ -20,11 +20,8 @@ std::string remedy(Reason reason);
 /// Prints "vantora: error: FILE: sentence; remedy" as one line.
 void printError(const Streams& streams, const Error& error);
 
-/// An error that ends a whole command as a JSON object on one line: like a document's report, with
-/// the file that the error is about, if any, as its input.
-std::string failureJson(const Error& error);
-
-/// Prints an error that ends a whole command, with `json` also as an object on the output.
+/// Prints an error that ends a whole command, with `json` also as an object on the output: like a
+/// document's report, with the file that the error is about, if any, as its input.
 void printFailure(const Streams& streams, bool json, const Error& error);
 
 /// The exit status that goes with an error that ends a whole command.

@@ -6,6 +6,7 @@
 #include "VantoraHost/cli/Options.h"
 #include "VantoraHost/cli/RunCommand.h"
 #include "VantoraHost/cli/WorkerCommand.h"
+#include "VantoraHost/core/reports/FailureJson.h"
 
 #include <algorithm>
 #include <exception>
@@ -59,7 +60,8 @@ int statusOf(const std::vector<std::string>& arguments, const Installation& inst
     } else {
         printNote(streams, command.error().text);
         if (std::find(arguments.begin(), arguments.end(), "--json") != arguments.end()) {
-            streams.out << failureJson({Reason::WrongUsage, {}, command.error().text}) << '\n';
+            streams.out << failureJson({Reason::WrongUsage, {}, command.error().text}, std::nullopt)
+                        << '\n';
         }
     }
     return command.error().status;

@@ -3,7 +3,7 @@
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/cli/Metrics.h"
 #include "VantoraHost/core/IsoTime.h"
-#include "VantoraHost/core/documents/PageForecast.h"
+#include "VantoraHost/core/PageNumbers.h"
 #include "VantoraHost/core/outputs/TextFile.h"
 
 #include <algorithm>

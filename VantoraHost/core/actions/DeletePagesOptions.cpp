@@ -1,7 +1,7 @@
 #include "VantoraHost/core/actions/DeletePagesOptions.h"
 
 #include "VantoraApp/CActionUtils.h"
-#include "VantoraHost/core/actions/PageRangeFault.h"
+#include "VantoraHost/core/PageRangeFault.h"
 
 #include <QtCore/QString>
 
@@ -72,7 +72,8 @@ std::string emptiedText(const PreferencesMap& preferences)
 const KnownAction& description()
 {
     static const KnownAction known = {
-        actionName, {{rangeKey, true}}, true, Access::RemovePages, rangeKey, accept, effect, emptiedText};
+        actionName, {{rangeKey, true}}, true, Access::RemovePages, rangeKey, accept,
+        effect,     emptiedText};
     return known;
 }
 

@@ -1,6 +1,6 @@
 #include "VantoraHost/core/choices/Choice.h"
 
-#include "VantoraApp/CActionUtils.h"
+#include "VantoraHost/core/PageRangeFault.h"
 
 #include <algorithm>
 #include <array>
@@ -27,8 +27,8 @@ std::optional<int> positiveNumber(const QString& text)
 
 Checked readRange(Choice& choice)
 {
-    if (!CActionUtils::ValidatePageRange(choice.argument, false)) {
-        return wrong("needs a page range such as 1,4-6,9-15,21");
+    if (const auto fault = pageRangeFault(choice.argument)) {
+        return wrong("needs a page range such as 1,4-6,9-15,21; this one " + fault->toStdString());
     }
     return {};
 }

@@ -1,6 +1,7 @@
 #include "VantoraHost/core/choices/ChosenPages.h"
 
 #include "VantoraApp/CActionUtils.h"
+#include "VantoraHost/core/PageNumbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -199,20 +200,11 @@ Result<std::vector<ChosenPage>> choosePages(const ChoiceSet& set, PageFacts& fac
 
 std::string rangeTextOf(const std::vector<ChosenPage>& pages)
 {
-    std::string text;
-    for (std::size_t first = 0; first < pages.size();) {
-        std::size_t last = first;
-        while (last + 1 < pages.size() && pages[last + 1].page == pages[last].page + 1) {
-            ++last;
-        }
-        text += text.empty() ? "" : ",";
-        text += std::to_string(pages[first].page);
-        if (last > first) {
-            text += "-" + std::to_string(pages[last].page);
-        }
-        first = last + 1;
+    std::vector<int> numbers;
+    for (const ChosenPage& chosen : pages) {
+        numbers.push_back(chosen.page);
     }
-    return text;
+    return pageRangeText(numbers);
 }
 
 } // namespace vantora

@@ -1,6 +1,7 @@
 #include "VantoraHost/core/documents/InfoJson.h"
 
 #include "VantoraHost/core/reports/DocumentReport.h"
+#include "VantoraHost/core/reports/FailureJson.h"
 #include "VantoraHost/core/reports/Json.h"
 #include "VantoraHost/core/reports/JsonReading.h"
 
@@ -51,7 +52,7 @@ std::string toJson(const DocumentInfo& info)
         sizes.push_back(sizeJson(size));
     }
     JsonObject json;
-    json.add("schema", 1)
+    json.add("schema", reportSchema)
         .add("input", info.input)
         .add("status", "done")
         .add("bytes", info.bytes)
@@ -73,16 +74,6 @@ std::string toJson(const DocumentInfo& info)
     return json.text();
 }
 
-std::string toJson(const Error& error, const std::string& input)
-{
-    JsonObject json;
-    JsonObject reason;
-    reason.add("reason", reasonName(error.reason)).add("text", error.sentence);
-    json.add("schema", 1).add("input", input).add("status", "failed");
-    json.add("errors", std::vector<JsonObject>{reason});
-    return json.text();
-}
-
 Result<DocumentInfo> documentInfoOf(std::string_view text)
 {
     const auto found = jsonObjectOf(text);
@@ -91,10 +82,8 @@ Result<DocumentInfo> documentInfoOf(std::string_view text)
     }
     const QJsonObject& json = *found;
     if (json["status"].toString() != "done") {
-        const QJsonObject error = json["errors"].toArray().at(0).toObject();
-        return fail(
-            reasonNamed(bytesOf(error["reason"].toString())).value_or(Reason::LibraryFailed),
-            bytesOf(json["input"].toString()), bytesOf(error["text"].toString()));
+        return tl::unexpected<Error>(
+            errorOf(json["errors"].toArray().at(0).toObject(), bytesOf(json["input"].toString())));
     }
     DocumentInfo info;
     info.input = bytesOf(json["input"].toString());

@@ -6,10 +6,9 @@
 
 namespace vantora {
 
-/// What was found out about a document, or why nothing was, as one JSON object, which is also what
-/// `vantora info --json` prints.
+/// What was found out about a document as one JSON object, which is also what `vantora info --json`
+/// prints; where nothing was, that is failureJson().
 std::string toJson(const DocumentInfo& info);
-std::string toJson(const Error& error, const std::string& input);
 
 /// What such an object says. The error is the one that it tells, or that it is none.
 Result<DocumentInfo> documentInfoOf(std::string_view json);

@@ -54,25 +54,4 @@ std::optional<PageForecast> forecastPages(const Sequence& sequence, int pageCoun
     return forecast;
 }
 
-std::string pageNumbersText(const std::vector<int>& ascending, int runs)
-{
-    std::string text;
-    for (std::size_t first = 0; first < ascending.size();) {
-        std::size_t last = first;
-        while (last + 1 < ascending.size() && ascending[last + 1] == ascending[last] + 1) {
-            ++last;
-        }
-        text += text.empty() ? "" : ", ";
-        if (runs-- == 0) {
-            return text + "...";
-        }
-        text += std::to_string(ascending[first]);
-        if (last > first) {
-            text += "-" + std::to_string(ascending[last]);
-        }
-        first = last + 1;
-    }
-    return text;
-}
-
 } // namespace vantora

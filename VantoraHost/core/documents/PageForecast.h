@@ -21,7 +21,4 @@ struct PageForecast {
 /// one they are about, since pages that a step counts are those that the steps before it left.
 std::optional<PageForecast> forecastPages(const Sequence& sequence, int pageCount);
 
-/// Page numbers for people: "2, 4-6, 9", cut after `runs` runs.
-std::string pageNumbersText(const std::vector<int>& ascending, int runs = 12);
-
 } // namespace vantora

@@ -1,6 +1,7 @@
 #include "VantoraHost/core/reports/DocumentReport.h"
 
 #include "VantoraHost/core/IsoTime.h"
+#include "VantoraHost/core/reports/FailureJson.h"
 #include "VantoraHost/core/reports/Json.h"
 #include "VantoraHost/core/reports/JsonReading.h"
 
@@ -11,8 +12,6 @@
 namespace vantora {
 
 namespace {
-
-constexpr int schema = 1;
 
 const char* statusName(DocumentStatus status)
 {
@@ -80,7 +79,7 @@ std::string toJson(const DocumentReport& report)
 {
     const std::string modifiedAt = isoTime(report.outputModified);
     JsonObject json;
-    json.add("schema", schema)
+    json.add("schema", reportSchema)
         .add("input", report.input)
         .add("output", textOrNone(report.output))
         .add("output_existed", report.outputExisted)
@@ -97,10 +96,7 @@ std::string toJson(const DocumentReport& report)
         .add("warnings", withRepairs(report.warnings, report.repairs));
     std::vector<JsonObject> errors;
     if (report.error) {
-        errors.emplace_back();
-        errors.back()
-            .add("reason", reasonName(report.error->reason))
-            .add("text", report.error->sentence);
+        errors.push_back(errorJson(*report.error));
     }
     json.add("errors", errors).add("seconds", std::round(report.seconds * 1e6) / 1e6);
     return json.text();
@@ -109,7 +105,7 @@ std::string toJson(const DocumentReport& report)
 std::optional<DocumentReport> reportOf(const QJsonObject& json)
 {
     const auto status = statusNamed(bytesOf(json["status"].toString()));
-    if (json["schema"].toInt() != schema || !status || !json["input"].isString()) {
+    if (json["schema"].toInt() != reportSchema || !status || !json["input"].isString()) {
         return std::nullopt;
     }
     DocumentReport report;

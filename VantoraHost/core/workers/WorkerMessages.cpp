@@ -1,5 +1,6 @@
 #include "VantoraHost/core/workers/WorkerMessages.h"
 
+#include "VantoraHost/core/reports/FailureJson.h"
 #include "VantoraHost/core/reports/Json.h"
 #include "VantoraHost/core/reports/JsonReading.h"
 
@@ -54,19 +55,14 @@ std::optional<StepRequest> stepOf(const QJsonObject& json, const StoredReader& s
     return step;
 }
 
-JsonObject errorJson(const Error& error)
+JsonObject errorWithFileJson(const Error& error)
 {
-    JsonObject json;
-    json.add("reason", reasonName(error.reason))
-        .add("file", error.file)
-        .add("text", error.sentence);
-    return json;
+    return errorJson(error).add("file", error.file);
 }
 
-Error errorOf(const QJsonObject& json)
+Error errorWithFileOf(const QJsonObject& json)
 {
-    return {reasonNamed(bytesOf(json["reason"].toString())).value_or(Reason::LibraryFailed),
-            bytesOf(json["file"].toString()), bytesOf(json["text"].toString())};
+    return errorOf(json, bytesOf(json["file"].toString()));
 }
 
 // As texts, because JSON's numbers are read as doubles, which hold no large inode exactly.
@@ -194,14 +190,15 @@ struct AnswerWriter {
     JsonObject operator()(const WorkerEnd& end) const
     {
         JsonObject json;
-        json.add("end", end.complaint ? std::optional(errorJson(*end.complaint)) : std::nullopt)
+        json.add("end",
+                 end.complaint ? std::optional(errorWithFileJson(*end.complaint)) : std::nullopt)
             .add("asked", end.asked);
         return json;
     }
     JsonObject operator()(const WorkerRefusal& refusal) const
     {
         JsonObject json;
-        json.add("refusal", errorJson(refusal.error));
+        json.add("refusal", errorWithFileJson(refusal.error));
         return json;
     }
 };
@@ -352,11 +349,12 @@ std::optional<WorkerAnswer> answerOf(std::string_view line)
     }
     if (json->contains("end")) {
         const QJsonValue end = (*json)["end"];
-        return WorkerEnd{end.isObject() ? std::optional(errorOf(end.toObject())) : std::nullopt,
+        return WorkerEnd{end.isObject() ? std::optional(errorWithFileOf(end.toObject()))
+                                        : std::nullopt,
                          (*json)["asked"].toBool()};
     }
     if (json->contains("refusal")) {
-        return WorkerRefusal{errorOf((*json)["refusal"].toObject())};
+        return WorkerRefusal{errorWithFileOf((*json)["refusal"].toObject())};
     }
     return (*json)["ready"].toInt() == workerProtocol ? std::optional<WorkerAnswer>(WorkerReady{})
                                                       : std::nullopt;

@@ -52,6 +52,7 @@ TEST(Choice, SaysWhatIsWrongWithATextInOneSentence)
         {"every:+1", "needs a step"},
         {"range:6-4", "needs a page range"},
         {"range:", "needs a page range"},
+        {"range:1 2", "has a space inside a number"},
         {"label:  ", "needs a name"},
         {"text:", "needs words"},
         {"text://", "needs words"},

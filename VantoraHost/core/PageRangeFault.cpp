@@ -1,4 +1,4 @@
-#include "VantoraHost/core/actions/PageRangeFault.h"
+#include "VantoraHost/core/PageRangeFault.h"
 
 #include "VantoraApp/CActionUtils.h"
 
