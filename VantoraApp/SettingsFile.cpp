@@ -32,9 +32,9 @@ SettingsWriting WriteWith(const IniText& before, const QString& path, const QVar
         const QString key = PlainKey(value.key());
         QStringList refused;
         const QStringList texts = StoredTexts(KeepableVariant(value.value(), value.key(), refused));
-        const bool isWhole =
+        const bool isRefused =
             refused.contains(value.key()) || key.isEmpty() || !ValueOfStoredTexts(texts, nullptr);
-        if (isWhole)
+        if (isRefused)
             refused = QStringList(value.key());
         else
             lines.insert(key, IniValue(texts));

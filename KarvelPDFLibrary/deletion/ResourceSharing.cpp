@@ -9,9 +9,6 @@ namespace karvel::deletion {
 
 namespace {
 
-constexpr const char* categories[] = {"/XObject",   "/Pattern", "/Shading",   "/Properties",
-                                      "/ExtGState", "/Font",    "/ColorSpace"};
-
 /// How many pages before and behind a removed one, and from all over the document, are asked what
 /// they use.
 constexpr int neighbours = 4;
@@ -142,7 +139,7 @@ std::vector<ResourceCategory> ResourceSharing::sharedBy(const PageEntry& page)
         return shared;
     }
     const bool inherited = QPDFObjectHandle(user.object).getKey("/Resources").isNull();
-    for (const char* name : categories) {
+    for (const char* name : index::resourceCategories) {
         ResourceCategory category;
         category.name = name;
         category.dictionary = resources.getKey(name);

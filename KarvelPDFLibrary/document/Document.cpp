@@ -3,12 +3,12 @@
 #include "KarvelPDFLibrary/document/CryptFilters.h"
 #include "KarvelPDFLibrary/document/LostEncryption.h"
 #include "KarvelPDFLibrary/document/MissingTrailer.h"
-#include "KarvelPDFLibrary/index/CryptFilterNote.h"
 #include "KarvelPDFLibrary/io/WindowedInput.h"
 
 #include <algorithm>
 #include <cstring>
 #include <functional>
+#include <optional>
 #include <qpdf/QPDFExc.hh>
 #include <qpdf/QPDFLogger.hh>
 #include <qpdf/QUtil.hh>
@@ -41,10 +41,11 @@ Error openingError(const std::string& name)
 
 using Opened = Result<std::unique_ptr<Document>>;
 using Opener = std::function<Opened(const std::shared_ptr<io::ByteSource>&, const LoadOptions&)>;
+using Traces = std::function<const EncryptionTraces&()>; // found when first asked for
 
 /// Whether a document was opened as if it were open to everybody although what says how it is
 /// encrypted may merely be lost.
-bool mayHideEncryption(Document& document)
+bool mayHideEncryption(Document& document, const Traces& traces)
 {
     if (document.file().isEncrypted()) {
         return false;
@@ -52,15 +53,14 @@ bool mayHideEncryption(Document& document)
     const auto trailer = document.file().getTrailer().getDictAsMap();
     const auto entry = trailer.find("/Encrypt");
     const bool leadsNowhere = entry != trailer.end() && entry->second.isIndirect();
-    return leadsNowhere ||
-           (document.wasReconstructed() && tracesOfEncryption(*document.source()).any);
+    return leadsNowhere || (document.wasReconstructed() && traces().any);
 }
 
 /// Opens a document whose trailer doesn't say how it is encrypted by what else in the file does.
 Opened openWithEncryptionFound(const std::shared_ptr<io::ByteSource>& source,
-                               const LoadOptions& options, const Opener& open)
+                               const EncryptionTraces& traces, const LoadOptions& options,
+                               const Opener& open)
 {
-    const EncryptionTraces traces = tracesOfEncryption(*source);
     if (const std::shared_ptr<io::ByteSource> mended = withTrailerAdded(source, traces)) {
         Opened document = open(mended, options);
         // A password can be wrong only where nothing else is missing that the key is made from.
@@ -137,8 +137,15 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
         }
         return tl::unexpected<Error>(std::move(status.error()));
     };
+    std::optional<EncryptionTraces> known; // finding them takes all bytes of the file
+    const Traces traces = [&]() -> const EncryptionTraces& {
+        if (!known) {
+            known = tracesOfEncryption(*source);
+        }
+        return *known;
+    };
     const auto openEncrypted = [&] {
-        Opened found = openWithEncryptionFound(source, options, openSource);
+        Opened found = openWithEncryptionFound(source, traces(), options, openSource);
         if (found) {
             (*found)->originalSize_ = source->size();
             (*found)->reconstructed_ = true;
@@ -146,13 +153,13 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
         return found;
     };
     Opened document = openSource(source, options);
-    if (document && mayHideEncryption(**document)) {
+    if (document && mayHideEncryption(**document, traces)) {
         return openEncrypted();
     }
     if (document || !options.reconstruct || document.error().code != ErrorCode::NotPdf) {
         return document;
     }
-    if (auto mended = loadWithTrailerAdded(source)) {
+    if (auto mended = traces().any ? nullptr : loadWithTrailerAdded(source)) {
         return mended;
     }
     Opened found = openEncrypted();
@@ -160,12 +167,12 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
     return saysMore ? std::move(found) : std::move(document);
 }
 
-/// libqpdf rebuilds a cross-reference table only where a trailer is left.
+/// libqpdf rebuilds a cross-reference table only where a trailer is left. For sources without a
+/// trace of encryption.
 std::unique_ptr<Document>
 Document::loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source)
 {
-    const bool isOpen = !tracesOfEncryption(*source).any;
-    const std::shared_ptr<io::ByteSource> mended = isOpen ? withTrailerAdded(source) : nullptr;
+    const std::shared_ptr<io::ByteSource> mended = withTrailerAdded(source);
     if (!mended) {
         return nullptr;
     }
@@ -191,7 +198,7 @@ Status Document::open(const LoadOptions& options)
         if (Status status = readPages(); !status) {
             return status;
         }
-        if (!index_ || index::mayUseCryptFilters(*index_)) {
+        if (!index_ || index_->mayUseCryptFilters()) {
             const std::string unknown = unknownCryptFilterOfStreams(*file_);
             if (Status status = canBeDeciphered(source_->name(), unknown); !status) {
                 return status;

@@ -184,15 +184,11 @@ private:
 
 EncryptionTraces tracesOfEncryption(io::ByteSource& source)
 {
-    constexpr std::size_t windowSize = 1024 * 1024;
-    constexpr std::size_t overlap = 64 * 1024; // more than any encryption dictionary
-    std::vector<char> window(windowSize);
     TraceFinder finder;
-    for (std::int64_t offset = 0; offset < source.size();
-         offset += static_cast<std::int64_t>(windowSize - overlap)) {
-        const std::size_t length = source.readAt(offset, window.data(), window.size());
-        finder.look(std::string_view(window.data(), length));
-    }
+    io::forEachWindow(source, largestDictionary, [&](std::string_view text) {
+        finder.look(text);
+        return true;
+    });
     return finder.found;
 }
 

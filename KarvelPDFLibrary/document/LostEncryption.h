@@ -27,7 +27,7 @@ struct EncryptionTraces {
     std::string identifier;
 };
 
-/// Goes through all bytes of a file.
+/// Goes over all bytes of a file.
 EncryptionTraces tracesOfEncryption(io::ByteSource& source);
 
 } // namespace karvel

@@ -47,25 +47,21 @@ private:
 /// The last catalog of a file, as a reference.
 std::optional<std::string> findCatalog(io::ByteSource& source)
 {
-    constexpr std::size_t windowSize = 1024 * 1024;
     constexpr std::size_t overlap = 4096; // a catalog's dictionary up to its /Type
-    std::vector<char> window(windowSize);
     std::optional<std::string> found;
-    for (std::int64_t offset = 0; offset < source.size();
-         offset += static_cast<std::int64_t>(windowSize - overlap)) {
-        const std::size_t length = source.readAt(offset, window.data(), window.size());
-        const std::string_view text(window.data(), length);
-        if (text.find("/ObjStm") != std::string_view::npos) {
-            return std::nullopt;
-        }
-        for (std::size_t at = 0; (at = text.find("/Catalog", at)) != std::string_view::npos; ++at) {
+    bool hasStreams = false;
+    io::forEachWindow(source, overlap, [&](std::string_view text) {
+        hasStreams = text.find("/ObjStm") != std::string_view::npos;
+        for (std::size_t at = 0;
+             !hasStreams && (at = text.find("/Catalog", at)) != std::string_view::npos; ++at) {
             const std::size_t from = at - std::min(at, overlap);
             if (auto reference = objectAround(text.substr(from, at - from))) {
                 found = std::move(reference);
             }
         }
-    }
-    return found;
+        return !hasStreams;
+    });
+    return hasStreams ? std::nullopt : found;
 }
 
 } // namespace

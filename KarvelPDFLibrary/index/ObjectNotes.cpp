@@ -1,7 +1,5 @@
 #include "KarvelPDFLibrary/index/ObjectNotes.h"
 
-#include "KarvelPDFLibrary/index/CryptFilterNote.h"
-
 #include <algorithm>
 
 namespace karvel::index {
@@ -50,14 +48,11 @@ int flagOf(std::string_view name)
 /// The most references of one object.
 constexpr std::size_t mostReferences = 0xFFFFFF;
 
-/// Categories of resources in which content can be (ISO 32000-2, 7.8.3).
-constexpr std::string_view categories[] = {"/XObject",   "/Pattern", "/Shading",   "/Properties",
-                                           "/ExtGState", "/Font",    "/ColorSpace"};
-
 bool isCategory(std::string_view key)
 {
-    return std::any_of(std::begin(categories), std::end(categories),
-                       [&](std::string_view category) { return key == category.substr(1); });
+    return std::any_of(
+        resourceCategories.begin(), resourceCategories.end(),
+        [&](const char* category) { return key == std::string_view(category).substr(1); });
 }
 
 /// Whether the value of /Resources is a dictionary in which no category is a reference.
@@ -66,7 +61,7 @@ bool isSelfContained(std::string_view value)
     if (value.substr(0, 2) != "<<" || value.find('#') != std::string_view::npos) {
         return false;
     }
-    for (const std::string_view category : categories) {
+    for (const std::string_view category : resourceCategories) {
         for (std::size_t at = 0; (at = value.find(category, at)) != std::string_view::npos;) {
             at += category.size();
             const bool longerName =
@@ -152,7 +147,7 @@ void ObjectNotes::name(std::string_view name)
     const int flags = flagOf(name);
     flags_ = static_cast<std::uint16_t>(flags_ | flags);
     if (flags == anyFlag || name == "Crypt") {
-        index_.objects_[wholeFile].flags = NamesCryptFilter;
+        index_.mayUseCryptFilters_ = true;
     }
 }
 

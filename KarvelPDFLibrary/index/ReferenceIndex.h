@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 #include "KarvelPDFLibrary/io/ByteSource.h"
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -44,6 +45,10 @@ enum Flag : std::uint16_t {
     HasOwnResources = 16384,  // /Resources that stands in the object with all its categories
     HasLinkedCategory = 32768 // a reference as the value of a category of resources
 };
+
+/// Categories of resources in which content can be (ISO 32000-2, 7.8.3).
+constexpr std::array<const char*, 7> resourceCategories = {
+    "/XObject", "/Pattern", "/Shading", "/Properties", "/ExtGState", "/Font", "/ColorSpace"};
 
 /// Where an object stands and what it refers to.
 struct IndexedObject {
@@ -231,6 +236,10 @@ public:
     /// All keys into the structure's parent tree, in no order.
     const std::vector<StructureKey>& structureKeys() const { return structureKeys_; }
 
+    /// Whether anything in the file may bear the name of the filter by which a stream names how it
+    /// is enciphered (ISO 32000-2, 7.4.10).
+    bool mayUseCryptFilters() const { return mayUseCryptFilters_; }
+
     /// Whether the newest cross-reference section is a stream.
     bool usesCrossReferenceStream() const { return usesCrossReferenceStream_; }
 
@@ -251,6 +260,7 @@ private:
     std::vector<StructureKey> structureKeys_;
     std::vector<PlainElement> plainElements_; // by object number
     std::vector<ObjectStreamMembers> objectStreams_;
+    bool mayUseCryptFilters_ = false;
     bool usesCrossReferenceStream_ = false;
 };
 

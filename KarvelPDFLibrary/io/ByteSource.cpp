@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace karvel::io {
 
@@ -115,6 +116,20 @@ Result<std::shared_ptr<ByteSource>> openFile(const std::string& path)
         return fail(ErrorCode::FileNotReadable, path + ": is not a regular file");
     }
     return std::make_shared<FileSource>(path, std::move(file), status);
+}
+
+void forEachWindow(ByteSource& source, std::size_t overlap,
+                   const std::function<bool(std::string_view)>& look)
+{
+    constexpr std::size_t windowSize = 1024 * 1024;
+    std::vector<char> window(windowSize);
+    for (std::int64_t offset = 0; offset < source.size();
+         offset += static_cast<std::int64_t>(windowSize - overlap)) {
+        const std::size_t length = source.readAt(offset, window.data(), window.size());
+        if (!look(std::string_view(window.data(), length))) {
+            return;
+        }
+    }
 }
 
 std::shared_ptr<ByteSource> fromMemory(std::string data)

@@ -4,8 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace karvel::io {
 
@@ -38,6 +40,11 @@ private:
     std::string name_;
     std::int64_t size_;
 };
+
+/// Calls `look` with a source's bytes, in parts of which each begins with the last `overlap` bytes
+/// of the one before, until it returns false.
+void forEachWindow(ByteSource& source, std::size_t overlap,
+                   const std::function<bool(std::string_view)>& look);
 
 /// Opens a file for reading, or goes on with one that is open where the path names a descriptor of
 /// this process (descriptorNamed). Fails for what is missing, not readable, a folder, or no regular

@@ -1,6 +1,7 @@
 #include "VantoraHost/core/choices/Choice.h"
 
 #include "VantoraHost/core/PageRangeFault.h"
+#include "VantoraHost/core/PaperFormats.h"
 
 #include <algorithm>
 #include <array>
@@ -92,24 +93,6 @@ Checked readText(Choice& choice)
     }
     return {};
 }
-
-// ISO 216 and the North American formats, in millimetres.
-struct PaperFormat {
-    const char* name;
-    double width, height;
-};
-constexpr std::array<PaperFormat, 12> paperFormats = {{{"A0", 841, 1189},
-                                                       {"A1", 594, 841},
-                                                       {"A2", 420, 594},
-                                                       {"A3", 297, 420},
-                                                       {"A4", 210, 297},
-                                                       {"A5", 148, 210},
-                                                       {"A6", 105, 148},
-                                                       {"B4", 250, 353},
-                                                       {"B5", 176, 250},
-                                                       {"Letter", 215.9, 279.4},
-                                                       {"Legal", 215.9, 355.6},
-                                                       {"Tabloid", 279.4, 431.8}}};
 
 constexpr double pointsPerMillimetre = 72 / 25.4;
 

@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/base/Text.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/LibraryFailure.h"
+#include "VantoraHost/core/PaperFormats.h"
 #include "VantoraHost/core/Target.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 
@@ -71,10 +72,8 @@ std::vector<std::string> permittedOperations(Library& library)
 // By the library's paper format codes, from 1.
 std::string paperName(int format)
 {
-    constexpr const char* names[] = {"A0",    "A1",      "A2",        "A3",       "A4",
-                                     "A5",    "A6",      "B4",        "B5",       "Letter",
-                                     "Legal", "Tabloid", "Executive", "Statement"};
-    return format >= 1 && format <= static_cast<int>(std::size(names)) ? names[format - 1] : "";
+    const bool isKnown = format >= 1 && format <= static_cast<int>(paperFormats.size());
+    return isKnown ? paperFormats[static_cast<std::size_t>(format) - 1].name : "";
 }
 
 // A page's size in hundredths of a point, as a viewer shows it.

@@ -4,6 +4,7 @@
 #include "VantoraHost/core/LibraryFailure.h"
 #include "VantoraHost/core/outputs/Backup.h"
 #include "VantoraHost/core/outputs/OutputPlan.h"
+#include "VantoraHost/core/outputs/TargetFolder.h"
 
 #include <map>
 
@@ -118,8 +119,8 @@ std::vector<OutputGroup::Entry> OutputGroup::place()
                                  member.output.target)));
         if (placed) {
             const Folder::Pointer& folder = member.output.file.folder();
-            if (const auto version = folder->version()) {
-                folders.emplace(FileIdentity{version->device, version->inode}, folder);
+            if (const auto identity = identityOf(*folder)) {
+                folders.emplace(*identity, folder);
             }
         } else {
             turnIntoFailure(member.report, placed.error());

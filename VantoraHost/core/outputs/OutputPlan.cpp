@@ -125,7 +125,7 @@ private:
         Result<Target> target = targetAt(input, output, root);
         if (target) {
             target->below = root.empty() ? target->below : root.size();
-            target->root = rootOf(folderOf(target->path.substr(0, target->below) + 'x'));
+            target->root = rootOf(rootPathOf(*target));
         }
         return target;
     }
@@ -222,7 +222,7 @@ private:
         // Opening the input will say what is wrong with one that isn't there.
         Target target = fileTarget(input, failed ? input : file.string());
         target.inPlace = true;
-        target.root = rootOf(folderOf(target.path));
+        target.root = rootOf(rootPathOf(target));
         if (!backup) {
             return target;
         }

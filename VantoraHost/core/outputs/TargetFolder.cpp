@@ -25,21 +25,29 @@ tl::unexpected<Error> folderBehindLink(const std::string& folder)
                     " is a link or lies behind one, and outputs stay in the folder that was named");
 }
 
+std::string rootPathOf(const Target& target)
+{
+    return karvel::io::folderOf(target.path.substr(0, target.below) + 'x');
+}
+
+std::optional<FileIdentity> identityOf(const Folder& folder)
+{
+    const auto version = folder.version();
+    return version ? std::optional<FileIdentity>({version->device, version->inode}) : std::nullopt;
+}
+
 Result<Folder::Pointer> folderOf(const Target& target, Missing missing)
 {
     const std::string folder = karvel::io::folderOf(target.path);
-    const std::string root = karvel::io::folderOf(target.path.substr(0, target.below) + 'x');
+    const std::string root = rootPathOf(target);
     auto opened = Folder::open(root);
     if (!opened) {
         return unusable(root, opened.error(), Missing::Refuse);
     }
-    if (target.root) {
-        const auto now = (*opened)->version();
-        if (!now || !(FileIdentity{now->device, now->inode} == *target.root)) {
-            return fail(Reason::OutputNotWritable, {},
-                        "the output folder " + root +
-                            " was exchanged for another one while the run was at work");
-        }
+    if (target.root && !(identityOf(**opened) == target.root)) {
+        return fail(Reason::OutputNotWritable, {},
+                    "the output folder " + root +
+                        " was exchanged for another one while the run was at work");
     }
     const std::size_t name = target.path.rfind('/') + 1; // 0 without one
     if (name <= target.below) {

@@ -9,6 +9,12 @@ namespace vantora {
 using karvel::io::Folder;
 using karvel::io::Missing;
 
+/// The path of the folder below which no link is followed on the way to a target.
+std::string rootPathOf(const Target& target);
+
+/// Which folder it is; none when the system can't tell.
+std::optional<FileIdentity> identityOf(const Folder& folder);
+
 /// The folder that a target's file is in, held open. The error is that it isn't there, that it
 /// isn't the one that the run was given any more, or that a link stands on the way to it from
 /// there, which could lead anywhere.

@@ -12,15 +12,15 @@ namespace vantora {
 /// How a run is spread over worker processes.
 struct WorkerSettings {
     std::filesystem::path program; ///< which is started with the argument "worker"
-    StoredReader copies; ///< where set, workers are copies of this process instead, which read
-                         ///< saved options so; standard input and output are for these only
-    std::size_t count = 1;           ///< at most so many at a time, at least 1
+    StoredReader copies;   ///< where set, workers are copies of this process instead, which read
+                           ///< saved options so; standard input and output are for these only
+    std::size_t count = 1; ///< at most so many at a time, at least 1
     std::chrono::seconds timeout{0}; ///< the longest that one document may take; 0 for no limit
     std::chrono::seconds timeToBegin{120}; ///< the longest that a worker may take to be ready
     std::function<std::chrono::steady_clock::time_point()> now =
         std::chrono::steady_clock::now; ///< the time that the limits go by
-    /// `job` and `files` are taken from the batch. With `wholeRun`, one worker does all documents in their
-    /// order, and what it leaves undone is done by nobody.
+    /// `job` and `files` are taken from the batch. With `wholeRun`, one worker does all documents
+    /// in their order, and what it leaves undone is done by nobody.
     WorkerSetup setup;
 };
 
