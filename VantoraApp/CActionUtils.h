@@ -17,11 +17,12 @@ class QIcon;
 class QLabel;
 class QTextEdit;
 
-/// Operations that all actions share. All are static and keep no state; each section has a source
-/// file of its own.
+/// Operations that all actions share. All are static and keep no state; each section has a
+/// source file of its own, which it names.
 class VANTORA_SHARED CActionUtils {
 public:
-    // Page ranges: texts such as 1,4-6,9-15,21. Pages are counted from 1. (PageRanges.cpp)
+    // Page ranges: texts such as 1,4-6,9-15,21. Pages are counted from 1.
+    // (page_ranges/PageRanges.cpp)
 
     /// Whether the text names pages: numbers without leading zeros, alone or as first-last, joined
     /// by commas; spaces are ignored and one trailing comma passes. A range must ascend unless
@@ -43,7 +44,7 @@ public:
     /// be deleted without renumbering the pages still to be deleted.
     static void CollectPageList(QList<int>* pages, QList<int>* runs);
 
-    // The folders of CUtils under the names that actions know them by. (FolderTree.cpp)
+    // The folders of CUtils under the names that actions know them by. (environment/FolderTree.cpp)
 
     static QString GetSettingsFolder();
     static QString GetCollectionsFolder();
@@ -52,7 +53,8 @@ public:
     /// CUtils::GetAppDataToolsFolder.
     static QString GetVantoraAppDataFolder();
 
-    // Numbers and names for file names. Files are looked for, nothing is created. (FileNames.cpp)
+    // Numbers and names for file names. Files are looked for, nothing is created.
+    // (environment/FileNames.cpp)
 
     /// The decimal number, or the text, with zeros put in front of it up to `width` characters; a
     /// minus sign stands behind the zeros.
@@ -71,10 +73,10 @@ public:
     static QString ReplaceEnvironmentPaths(QString path);
 
     /// The nearest integer, the lower one of two equally near. Numbers beyond the integers give the
-    /// last of them, no number at all gives 0. (Measures.cpp)
+    /// last of them, no number at all gives 0. (geometry/Measures.cpp)
     static int Round(double x);
 
-    // Commands of the rules for splitting. (SplitCommands.cpp)
+    // Commands of the rules for splitting. (settings/SplitCommands.cpp)
 
     /// The command's index in `gCommandsList`, whatever its case, or -1.
     static int SplitComGetCommandIndex(QString command);
@@ -84,7 +86,7 @@ public:
 
     // What the user last visited and entered, in one settings file for all actions. A key names a
     // purpose and holds either a location or links. A change that cannot be written is lost.
-    // (RememberedPaths.cpp)
+    // (settings/RememberedPaths.cpp)
 
     /// Nothing is checked: the location need not exist and may be empty.
     static void SaveLastVisitedLocation(QString key, QString location);
@@ -98,7 +100,7 @@ public:
     /// The key's links, the last one entered first.
     static QStringList GetLastEnteredLinks(QString key);
 
-    // File search. (FileSearch.cpp)
+    // File search. (environment/FileSearch.cpp)
 
     /// The absolute paths of the files in the folder, and in all folders below it when `recursive`,
     /// that have one of the suffixes: without the dot, in any case. The order is that of a
@@ -110,7 +112,8 @@ public:
     static QStringList SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive,
                                         QStringList& unreadable);
 
-    // Action lists: named sequences of actions that users put together. (CustomActionLists.cpp)
+    // Action lists: named sequences of actions that users put together.
+    // (settings/CustomActionLists.cpp)
 
     /// Writes the options as a step of the action list that they name: "ActionListName" (a missing
     /// one counts as "Action"), "ActionListCategory", "ActionListOverwrite" and "ActionName", the
@@ -123,7 +126,7 @@ public:
     /// The categories of the lists: "Default", "Favorites", and those that other lists have.
     static QStringList GetActionListCategories();
 
-    // Placement on a page. (Placement.cpp)
+    // Placement on a page. (geometry/Placement.cpp)
 
     /// The matrix that takes the unit square to an object placed on a page, in the page's
     /// coordinates (y upwards). The object's natural size and the page's size are in points.
@@ -142,7 +145,7 @@ public:
 
     // Pickers: lists of small swatches for the combo box of a form, in place of what it showed
     // before. The list is as wide as the combo box is now and is freed with it.
-    // (PickerComboBoxes.cpp)
+    // (widgets/PickerComboBoxes.cpp)
 
     /// Ten colours, each under Qt::UserRole + 1, and "Custom...", with or without "(none)" before
     /// them.
@@ -164,7 +167,7 @@ public:
     /// The row that has the colour in the picker with "(none)", or that of "Custom...".
     static int GetColorPickerIndex(QColor color);
 
-    // Lists of font names, in place of what the combo box has. (FontPickers.cpp)
+    // Lists of font names, in place of what the combo box has. (widgets/FontPickers.cpp)
 
     static void SetupStandardFontsComboBox(QComboBox* combo);
 
@@ -173,10 +176,10 @@ public:
 
     /// The dash pattern of a border `width` points wide, lengths of dashes and gaps in turn, for a
     /// row of the line-style picker; "invalid" for a solid line and where there is no row.
-    /// (BorderDash.cpp)
+    /// (geometry/BorderDash.cpp)
     static QString GetBorderDash(int style, double width);
 
-    // Texts. (TextItems.cpp)
+    // Texts. (widgets/TextItems.cpp)
 
     /// The height of the text when it is wrapped at `width`, both in pixels.
     static double GetTextItemHeight(const QFont& font, const QString& html, double width);
@@ -186,7 +189,7 @@ public:
     static void GenerateTextItemIcon(double width, double height, const QString& text, QIcon* icon);
 
     // Icons and help that the host supplies. The host names the widgets for help once and owns
-    // them; until it does so, and after it has named null, nothing is shown. (HelpPane.cpp)
+    // them; until it does so, and after it has named null, nothing is shown. (widgets/HelpPane.cpp)
 
     /// The icon of a tool by the name of its file; without a picture when there is no such file.
     static QIcon GetIconForTool(QString fileName);

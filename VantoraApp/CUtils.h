@@ -8,12 +8,12 @@
 #include <QtGui/QTransform>
 
 /// Operations on the application's surroundings that all actions share. All are static; each
-/// section has a source file of its own.
+/// section has a source file of its own, which it names.
 class VANTORA_SHARED CUtils {
 public:
     // The folder tree, below the user's generic data folder and documents folder. The operations
     // only name folders, which need not exist; some of the names have a doubled separator, which
-    // counts as one. (FolderTree.cpp)
+    // counts as one. (environment/FolderTree.cpp)
 
     /// The user's generic data folder, without a separator at its end.
     static QString GetAppDataFolder();
@@ -44,7 +44,7 @@ public:
     /// is left out silently. Existing folders are not touched.
     static void SetupFolders();
 
-    // The application's name and installation. (ApplicationIdentity.cpp)
+    // The application's name and installation. (environment/ApplicationIdentity.cpp)
 
     static void SetAppName(QString name);
 
@@ -62,7 +62,7 @@ public:
     static bool mInstalationTypeCurrentUser;
 
     // Names in the system's folder for temporary files. Nothing is reserved: two callers at the
-    // same moment may be given the same name. (TemporaryNames.cpp)
+    // same moment may be given the same name. (environment/TemporaryNames.cpp)
 
     /// Creates a new folder called `*name`, or `*name` with the first free of the endings _0 to
     /// _99999, and stores its path in `*name`. When it cannot be created, the temporary folder
@@ -73,7 +73,7 @@ public:
     /// when all do. `baseName` is UTF-8; the file is not created.
     static QString GetNewTempFile(char* baseName);
 
-    // Lengths. (Measures.cpp)
+    // Lengths. (geometry/Measures.cpp)
 
     /// A length in another unit. Units are 0 inch, 1 centimetre, 2 millimetre and 3 point (1/72
     /// inch); the value comes back unchanged when either unit is none of them.
@@ -81,7 +81,7 @@ public:
 
     // Projective mappings of the plane, after P. S. Heckbert, "Fundamentals of Texture Mapping and
     // Image Warping", 1989. A point is the row vector (x, y, 1) to the left of the matrix, as with
-    // QTransform::map; coordinates may be in any unit. (ProjectiveMapping.cpp)
+    // QTransform::map; coordinates may be in any unit. (geometry/ProjectiveMapping.cpp)
 
     /// Stores the adjugate of `m` in `out`: the transposed matrix of the cofactors, so that `m`
     /// times `out` is det(m) times the identity and `out` maps back what `m` mapped. Returns the
@@ -98,7 +98,7 @@ public:
     static bool pmap_quad_rect(double ua, double va, double ub, double vb, QPointF q0, QPointF q1,
                                QPointF q2, QPointF q3, QTransform& out);
 
-    // What the display can do. (OpenGLSupport.cpp)
+    // What the display can do. (dialogs/OpenGLSupport.cpp)
 
     /// Whether dialogs are to have a translucent background. On the user-interface thread only.
     static bool CheckOpenGLSupport();

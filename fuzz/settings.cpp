@@ -1,4 +1,4 @@
-#include "VantoraApp/SettingsFile.h"
+#include "VantoraApp/settings/SettingsFile.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>

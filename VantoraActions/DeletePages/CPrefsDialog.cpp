@@ -1,12 +1,12 @@
 #include "VantoraActions/DeletePages/CPrefsDialog.h"
 
 #include "VantoraApp/CActionUtils.h"
-#include "VantoraApp/CMsgBoxDialog.h"
-#include "VantoraApp/CSaveAsActionlistDialog.h"
-#include "VantoraApp/CSaveAsCollectionDialog.h"
 #include "VantoraApp/CUtils.h"
-#include "VantoraApp/ProductTitle.h"
-#include "VantoraApp/SettingsFile.h"
+#include "VantoraApp/dialogs/CMsgBoxDialog.h"
+#include "VantoraApp/dialogs/CSaveAsActionlistDialog.h"
+#include "VantoraApp/dialogs/CSaveAsCollectionDialog.h"
+#include "VantoraApp/environment/ProductTitle.h"
+#include "VantoraApp/settings/SettingsFile.h"
 
 #include <QtWidgets/QShortcut>
 

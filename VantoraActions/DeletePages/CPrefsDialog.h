@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantoraApp/CVantoraDialog.h"
+#include "VantoraApp/dialogs/CVantoraDialog.h"
 
 #include "ui_DeletePagesPrefsDialog.h"
 

@@ -2,9 +2,9 @@
 
 #include "VantoraActions/DeletePages/CPrefsDialog.h"
 #include "VantoraApp/CActionUtils.h"
-#include "VantoraApp/CErrorHandler.h"
-#include "VantoraApp/GuardedOperation.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraApp/errors/CErrorHandler.h"
+#include "VantoraApp/errors/GuardedOperation.h"
 
 #include <QtGui/QIcon>
 

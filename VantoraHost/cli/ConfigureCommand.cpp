@@ -1,6 +1,6 @@
 #include "VantoraHost/cli/ConfigureCommand.h"
 
-#include "VantoraApp/DialogMessages.h"
+#include "VantoraApp/dialogs/DialogMessages.h"
 #include "VantoraHost/cli/DisplayProbe.h"
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/core/actions/ActionCatalog.h"

@@ -1,6 +1,6 @@
 #include "VantoraHost/cli/GuiPart.h"
 
-#include "VantoraApp/StoredVariant.h"
+#include "VantoraApp/settings/StoredVariant.h"
 #include "VantoraHost/cli/ConfigureCommand.h"
 #include "VantoraHost/cli/SavedCommand.h"
 

@@ -1,7 +1,7 @@
 #include "VantoraHost/cli/SavedCommand.h"
 
 #include "VantoraApp/CActionUtils.h"
-#include "VantoraApp/DialogMessages.h"
+#include "VantoraApp/dialogs/DialogMessages.h"
 #include "VantoraHost/cli/GuiPart.h"
 #include "VantoraHost/cli/Messages.h"
 #include "VantoraHost/cli/NamedSteps.h"

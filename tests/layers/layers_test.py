@@ -112,6 +112,7 @@ class Layers(unittest.TestCase):
             ("VantoraHost/core/A.cpp", '#include "VantoraHost/core/outputs/B.h"'),
             ("VantoraHost/core/A.cpp", '#include "VantoraActions/DeletePages/deletepages.h"'),
             ("VantoraActions/DeletePages/A.cpp", '#include "VantoraHost/core/B.h"'),
+            ("VantoraApp/settings/A.cpp", '#include "VantoraApp/dialogs/B.h"'),
             ("VantoraApp/binding/A.h", '#  include "VantoraApp/CActionUtils.h"'),
             ("VantoraApp/binding/A.h", "#include <QtCore/QString>"),
             ("KarvelPDFLibrary/base/A.h", '#include "KarvelPDFLibrary/document/B.h"'),

@@ -1,4 +1,4 @@
-#include "VantoraApp/DialogMessages.h"
+#include "VantoraApp/dialogs/DialogMessages.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtWidgets/QApplication>

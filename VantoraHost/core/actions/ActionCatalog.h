@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantoraApp/ActionInterface.h"
+#include "VantoraApp/interface/ActionInterface.h"
 #include "VantoraHost/core/Error.h"
 
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "VantoraHost/core/actions/Sequence.h"
 
-#include "VantoraApp/CErrorHandler.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraApp/errors/CErrorHandler.h"
 #include "VantoraHost/core/LibraryFailure.h"
 #include "VantoraHost/core/NearestName.h"
 #include "VantoraHost/core/choices/StepChoices.h"

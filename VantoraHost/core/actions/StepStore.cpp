@@ -1,9 +1,9 @@
 #include "VantoraHost/core/actions/StepStore.h"
 
-#include "VantoraApp/CActionHistoryAPI.h"
 #include "VantoraApp/CActionUtils.h"
-#include "VantoraApp/SettingsFile.h"
-#include "VantoraApp/StoredName.h"
+#include "VantoraApp/settings/CActionHistoryAPI.h"
+#include "VantoraApp/settings/SettingsFile.h"
+#include "VantoraApp/settings/StoredName.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>

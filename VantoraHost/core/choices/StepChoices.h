@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantoraApp/ActionInterface.h"
+#include "VantoraApp/interface/ActionInterface.h"
 #include "VantoraHost/core/choices/ChosenPages.h"
 
 #include <optional>

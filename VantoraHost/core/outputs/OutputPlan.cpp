@@ -1,7 +1,7 @@
 #include "VantoraHost/core/outputs/OutputPlan.h"
 
 #include "KarvelPDFLibrary/io/TemporaryFile.h"
-#include "VantoraApp/FileNames.h"
+#include "VantoraApp/environment/FileNames.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/outputs/Backup.h"
 #include "VantoraHost/core/outputs/TargetFolder.h"

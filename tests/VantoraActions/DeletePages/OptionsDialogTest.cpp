@@ -1,6 +1,6 @@
-#include "VantoraApp/ActionInterface.h"
-#include "VantoraApp/CMsgBoxDialog.h"
 #include "VantoraApp/CUtils.h"
+#include "VantoraApp/dialogs/CMsgBoxDialog.h"
+#include "VantoraApp/interface/ActionInterface.h"
 #include "tests/support/ModalDialogs.h"
 #include "tests/support/ScratchHome.h"
 #include "tests/support/ShownTexts.h"

@@ -1,4 +1,4 @@
-#include "VantoraApp/ActionInterface.h"
+#include "VantoraApp/interface/ActionInterface.h"
 
 #include <QtCore/QJsonObject>
 #include <QtCore/QPluginLoader>

@@ -1,7 +1,7 @@
-#include "VantoraApp/ActionInterface.h"
-#include "VantoraApp/CErrorHandler.h"
-#include "VantoraApp/ErrorLog.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraApp/errors/CErrorHandler.h"
+#include "VantoraApp/errors/ErrorLog.h"
+#include "VantoraApp/interface/ActionInterface.h"
 #include "tests/VantoraApp/binding/Recording.h"
 
 #include <QtCore/QLibrary>

@@ -1,6 +1,6 @@
 #include "Terminal.h"
 
-#include "VantoraApp/SettingsFile.h"
+#include "VantoraApp/settings/SettingsFile.h"
 #include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/VantoraHost/plugins/Escapes.h"
 #include "tests/support/PdfBuilder.h"

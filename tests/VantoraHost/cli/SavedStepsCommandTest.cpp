@@ -1,8 +1,8 @@
 #include "Terminal.h"
 
 #include "VantoraApp/CActionUtils.h"
-#include "VantoraApp/SettingsFile.h"
-#include "VantoraApp/StoredName.h"
+#include "VantoraApp/settings/SettingsFile.h"
+#include "VantoraApp/settings/StoredName.h"
 #include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/ScratchHome.h"

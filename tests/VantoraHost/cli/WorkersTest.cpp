@@ -1,7 +1,7 @@
 #include "Terminal.h"
 
 #include "KarvelPDFLibrary/io/TemporaryFile.h"
-#include "VantoraApp/SettingsFile.h"
+#include "VantoraApp/settings/SettingsFile.h"
 #include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/Sketch.h"

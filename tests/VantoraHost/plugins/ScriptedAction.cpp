@@ -1,7 +1,7 @@
 #include "Escapes.h"
-#include "VantoraApp/ActionInterface.h"
-#include "VantoraApp/CErrorHandler.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraApp/errors/CErrorHandler.h"
+#include "VantoraApp/interface/ActionInterface.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QObject>

@@ -1,8 +1,8 @@
 #include "VantoraHost/core/actions/SavedSteps.h"
 
 #include "VantoraApp/CActionUtils.h"
-#include "VantoraApp/SettingsFile.h"
-#include "VantoraApp/StoredName.h"
+#include "VantoraApp/settings/SettingsFile.h"
+#include "VantoraApp/settings/StoredName.h"
 #include "tests/support/ScratchHome.h"
 
 #include <QtCore/QDir>

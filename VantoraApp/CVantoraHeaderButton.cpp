@@ -1,8 +1,0 @@
-#include "VantoraApp/CVantoraHeaderButton.h"
-
-#include <QtGui/QMouseEvent>
-
-void CVantoraHeaderButton::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    event->accept();
-}

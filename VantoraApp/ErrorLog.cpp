@@ -1,5 +1,0 @@
-#include "VantoraApp/ErrorLog.h"
-
-void StoreErrorToLog(const char* /*report*/) {}
-
-void AddToDebugFile(const char* /*format*/, ...) {}

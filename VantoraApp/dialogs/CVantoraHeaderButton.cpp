@@ -1,0 +1,8 @@
+#include "VantoraApp/dialogs/CVantoraHeaderButton.h"
+
+#include <QtGui/QMouseEvent>
+
+void CVantoraHeaderButton::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    event->accept();
+}

@@ -1,0 +1,5 @@
+#include "VantoraApp/errors/ErrorLog.h"
+
+void StoreErrorToLog(const char* /*report*/) {}
+
+void AddToDebugFile(const char* /*format*/, ...) {}
