@@ -1,4 +1,4 @@
-#include "VantoraHost/cli/GuiPart.h"
+#include "VantoraHost/cli/ThisGuiPart.h"
 
 extern "C" __attribute__((visibility("default"))) const vantora::cli::GuiPart* vantoraGuiPart()
 {

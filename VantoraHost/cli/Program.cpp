@@ -1,11 +1,11 @@
 #include "VantoraHost/cli/Program.h"
 
-#include "VantoraHost/cli/ActionsCommand.h"
-#include "VantoraHost/cli/InfoCommand.h"
-#include "VantoraHost/cli/Messages.h"
-#include "VantoraHost/cli/Options.h"
-#include "VantoraHost/cli/RunCommand.h"
-#include "VantoraHost/cli/WorkerCommand.h"
+#include "VantoraHost/cli/CommandLine.h"
+#include "VantoraHost/cli/actions/ActionsCommand.h"
+#include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/cli/info/InfoCommand.h"
+#include "VantoraHost/cli/run/RunCommand.h"
+#include "VantoraHost/cli/worker/WorkerCommand.h"
 #include "VantoraHost/core/reports/FailureJson.h"
 
 #include <algorithm>

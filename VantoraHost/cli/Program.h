@@ -1,7 +1,7 @@
 #pragma once
 
-#include "VantoraHost/cli/GuiPart.h"
-#include "VantoraHost/cli/Streams.h"
+#include "VantoraHost/cli/console/Streams.h"
+#include "VantoraHost/cli/gui_part/GuiPart.h"
 #include "VantoraHost/core/Installation.h"
 
 #include <string>

@@ -1,4 +1,4 @@
-#include "VantoraHost/cli/Options.h"
+#include "VantoraHost/cli/CommandLine.h"
 #include "VantoraHost/cli/Program.h"
 #include "VantoraHost/core/workers/Confinement.h"
 

@@ -1,4 +1,4 @@
-#include "Terminal.h"
+#include "tests/VantoraHost/cli/Terminal.h"
 
 #include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"

@@ -1,6 +1,7 @@
-#include "Terminal.h"
+#include "tests/VantoraHost/cli/Terminal.h"
 
 #include "VantoraHost/cli/Program.h"
+#include "VantoraHost/cli/ThisGuiPart.h"
 #include "tests/support/Inspect.h"
 
 #include <QtCore/QJsonDocument>

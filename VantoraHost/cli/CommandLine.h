@@ -1,0 +1,28 @@
+#pragma once
+
+#include "VantoraHost/cli/actions/ActionsCommand.h"
+#include "VantoraHost/cli/arguments/Ending.h"
+#include "VantoraHost/cli/configure/ConfigureCommand.h"
+#include "VantoraHost/cli/info/InfoCommand.h"
+#include "VantoraHost/cli/lists_favourites_settings/SavedCommand.h"
+#include "VantoraHost/cli/run/RunOptions.h"
+#include "VantoraHost/cli/worker/WorkerCommand.h"
+
+#include <string>
+#include <tl/expected.hpp>
+#include <variant>
+#include <vector>
+
+namespace vantora::cli {
+
+/// What a command line says to do: a command with its options.
+using Command = std::variant<RunOptions, WorkerOptions, InfoOptions, ActionsOptions, SavedOptions,
+                             ConfigureOptions>;
+
+/// Whether these arguments are for a command that draws, and makes its own application for that.
+bool draws(const std::vector<std::string>& arguments);
+
+/// Reads the command line, `arguments` without the program's name.
+tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments);
+
+} // namespace vantora::cli

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "VantoraHost/cli/arguments/NamedStep.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <tl/expected.hpp>
+#include <vector>
+
+namespace vantora::cli {
+
+/// What the arguments that name steps are read into.
+struct StepArguments {
+    CLI::App* command = nullptr;
+    std::vector<std::string> pages;
+    std::vector<std::string> choose;
+    std::vector<std::string> keep;
+    std::vector<std::string> except;
+    std::vector<std::string> actions;
+    std::vector<std::string> lists;
+    std::vector<std::string> favourites;
+    std::vector<std::string> toolSettings;
+    std::vector<std::string> settings;
+    CLI::Option* pagesOption = nullptr;
+    CLI::Option* actionOption = nullptr;
+    CLI::Option* listOption = nullptr;
+    CLI::Option* favouriteOption = nullptr;
+    CLI::Option* toolSettingsOption = nullptr;
+    CLI::Option* setOption = nullptr;
+};
+
+/// Declares the arguments that name steps; what they are read into must outlive the parsing.
+void declareSteps(CLI::App& command, StepArguments& steps);
+
+/// The steps in the order of the command line, at least one, or the mistake in them.
+tl::expected<std::vector<NamedStep>, std::string> stepsOf(const StepArguments& arguments);
+
+} // namespace vantora::cli

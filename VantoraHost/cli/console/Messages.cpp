@@ -1,0 +1,227 @@
+#include "VantoraHost/cli/console/Messages.h"
+
+#include "VantoraHost/core/Target.h"
+#include "VantoraHost/core/reports/FailureJson.h"
+
+#include <iterator>
+#include <optional>
+#include <ostream>
+
+namespace vantora::cli {
+
+namespace {
+
+constexpr char red[] = "\033[31m";
+constexpr char yellow[] = "\033[33m";
+constexpr char plain[] = "\033[0m";
+
+std::string label(const Streams& streams, const char* colour, const char* word)
+{
+    return streams.colour ? std::string(colour) + word + plain : word;
+}
+
+std::string subject(const std::string& file)
+{
+    return file.empty() ? "" : inputName(file) + ": ";
+}
+
+} // namespace
+
+std::string inputName(const std::string& input)
+{
+    return input == standardStream ? "standard input" : shown(input);
+}
+
+std::string remedy(Reason reason)
+{
+    switch (reason) {
+    case Reason::InputMissing:
+        return "check the name";
+    case Reason::InputNotAFile:
+        return "name a PDF file, a folder with --recursive, or - for standard input";
+    case Reason::InputUnreadable:
+        return "check its permissions";
+    case Reason::NotPdf:
+        return "name a PDF file, or get an undamaged copy of it";
+    case Reason::Damaged:
+    case Reason::InputEmpty:
+        return "get an undamaged copy of it";
+    case Reason::Empty:
+        return "--if-empty blank leaves a blank page, --if-empty skip leaves the document out";
+    case Reason::InPart:
+        return "leave out --strict to take out what is there";
+    case Reason::PasswordNeeded:
+        return "put it into a file, one a line, for --password-file FILE";
+    case Reason::PasswordWrong:
+        return "check the password file";
+    case Reason::NotPermitted:
+        return "the owner's password in --password-file FILE lifts that";
+    case Reason::Signed:
+        return "leave out --keep-signed to go on without the signature";
+    case Reason::EncryptionUnsupported:
+        return "decrypt it with the program that encrypted it";
+    case Reason::OutputExists:
+        return "use --overwrite to replace it, --rename to keep both, or name another";
+    case Reason::OutputIsInput:
+        return "use --in-place to replace an input, or name another output";
+    case Reason::OutputClash:
+        return "neither is written; leave one out, or let -d with --rename name them differently";
+    case Reason::OutputFolderMissing:
+        return "create it first (mkdir -p), or name another";
+    case Reason::OutputFolderIsLink:
+        return "put a folder in its place, or name the one that it leads to with -d";
+    case Reason::OutputNotAFile:
+        return "name a file with -o, a folder with -d, or - for standard output";
+    case Reason::OutputNotWritable:
+        return "check space and permissions there, or name another place";
+    case Reason::BackupExists:
+        return "move it away, since no backup is ever replaced";
+    case Reason::ChangedMeanwhile:
+        return "run it again";
+    case Reason::ActionMissing:
+        return "vantora actions lists them";
+    case Reason::ActionListMissing:
+        return "vantora lists shows what there is";
+    case Reason::FavouriteMissing:
+        return "vantora favourites shows what there is";
+    case Reason::SavedStepsUnusable:
+        return "save it anew from the action's options dialog (vantora configure)";
+    case Reason::DisplayMissing:
+        return "run it in a desktop session, with DISPLAY or WAYLAND_DISPLAY set";
+    case Reason::ActionUnusable:
+    case Reason::LibraryMissing:
+        return "the installation is incomplete; install it again";
+    case Reason::BadPageRange:
+        return "a valid one is 1,4-6,9-15,21";
+    case Reason::BadChoice:
+        return "vantora run --help shows examples";
+    case Reason::OptionUnknown:
+        return "vantora configure shows an action's options";
+    case Reason::OutOfMemory:
+        return "allow more (--memory-limit), use fewer workers (-j), or divide the document first";
+    case Reason::TimedOut:
+        return "allow more with --timeout, or look what is wrong with it";
+    case Reason::Crashed:
+        return "the document may be damaged; vantora info shows what can be read of it";
+    case Reason::Killed:
+        return "something else ended them, such as the system when memory is short; run it again, "
+               "with fewer workers (-j)";
+    case Reason::WorkerFailed:
+        return "-j 0 does without worker processes";
+    case Reason::NotReached:
+        return "leave out the document over which it ended, and run all of it again";
+    case Reason::ReportExists:
+        return "go on with it (--resume and --report with its name), replace it (--overwrite), "
+               "or name another";
+    case Reason::NotAReport:
+        return "name what an earlier run wrote with --report";
+    case Reason::ReportMisplaced:
+        return "name another file for the report";
+    case Reason::SavedStepsExist:
+        return "use --overwrite to replace it, or name another";
+    case Reason::SavedNameUnfit:
+        return "name it otherwise";
+    case Reason::SavedStepMissing:
+        return "say which one with --step N";
+    case Reason::ActionFailed:
+    case Reason::LibraryFailed:
+    case Reason::WrongUsage:
+    case Reason::Interrupted:
+        break;
+    }
+    return {};
+}
+
+void printError(const Streams& streams, const Error& error)
+{
+    const std::string toDo = remedy(error.reason);
+    streams.err << "vantora: " << label(streams, red, "error:") << ' ' << subject(error.file)
+                << shown(error.sentence) << (toDo.empty() ? "" : "; ") << toDo << '\n'
+                << std::flush;
+}
+
+void printFailure(const Streams& streams, bool json, const Error& error)
+{
+    printError(streams, error);
+    if (json) {
+        std::optional<std::string_view> input;
+        if (!error.file.empty()) {
+            input = error.file;
+        }
+        streams.out << failureJson(error, input) << '\n' << std::flush;
+    }
+}
+
+ExitStatus exitStatus(Reason reason)
+{
+    switch (reason) {
+    case Reason::BadPageRange:
+    case Reason::OptionUnknown:
+    case Reason::BadChoice:
+    case Reason::ActionMissing:
+    case Reason::ActionListMissing:
+    case Reason::FavouriteMissing:
+    case Reason::SavedNameUnfit:
+    case Reason::SavedStepMissing:
+        return WrongUsage;
+    case Reason::Interrupted:
+        return InterruptedByUser;
+    default:
+        return SomeFailed;
+    }
+}
+
+void printWarning(const Streams& streams, const std::string& file, const std::string& sentence)
+{
+    streams.err << "vantora: " << label(streams, yellow, "warning:") << ' ' << subject(file)
+                << shown(sentence) << '\n'
+                << std::flush;
+}
+
+void printRepairs(const Streams& streams, const std::string& file,
+                  const std::vector<std::string>& repairs)
+{
+    if (repairs.empty()) {
+        return;
+    }
+    const std::string more =
+        repairs.size() == 1 ? "" : " (and " + grouped(repairs.size() - 1) + " more, see --json)";
+    printWarning(streams, file, "repaired: " + repairs.front() + more);
+}
+
+void printNote(const Streams& streams, const std::string& sentence)
+{
+    streams.err << "vantora: " << sentence << '\n' << std::flush;
+}
+
+std::string grouped(std::uint64_t number)
+{
+    std::string digits = std::to_string(number);
+    for (auto place = static_cast<std::ptrdiff_t>(digits.size()) - 3; place > 0; place -= 3) {
+        digits.insert(static_cast<std::size_t>(place), ",");
+    }
+    return digits;
+}
+
+std::string counted(std::uint64_t number, const char* one, const char* several)
+{
+    return grouped(number) + ' ' + (number == 1 ? one : several);
+}
+
+std::string sizeText(std::uint64_t bytes)
+{
+    constexpr const char* units[] = {"kB", "MB", "GB", "TB"};
+    if (bytes < 1000) {
+        return counted(bytes, "byte", "bytes");
+    }
+    // In tenths, so that rounding up to 1000 kB can go on to 1.0 MB.
+    std::uint64_t tenths = bytes / 100 + (bytes % 100 >= 50 ? 1 : 0);
+    std::size_t unit = 0;
+    while (tenths >= 10000 && unit + 1 < std::size(units)) {
+        tenths = (tenths + 500) / 1000;
+        ++unit;
+    }
+    return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10) + ' ' + units[unit];
+}
+
+} // namespace vantora::cli

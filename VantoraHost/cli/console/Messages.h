@@ -1,0 +1,49 @@
+#pragma once
+
+#include "VantoraHost/cli/console/Streams.h"
+#include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/ShownText.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vantora::cli {
+
+/// An input's name for people: "standard input" for "-".
+std::string inputName(const std::string& input);
+
+/// What a person can do about it, such as "use --overwrite to replace it"; empty when the sentence
+/// says it all.
+std::string remedy(Reason reason);
+
+/// Prints "vantora: error: FILE: sentence; remedy" as one line.
+void printError(const Streams& streams, const Error& error);
+
+/// Prints an error that ends a whole command, with `json` also as an object on the output: like a
+/// document's report, with the file that the error is about, if any, as its input.
+void printFailure(const Streams& streams, bool json, const Error& error);
+
+/// The exit status that goes with an error that ends a whole command.
+ExitStatus exitStatus(Reason reason);
+
+/// Prints "vantora: warning: FILE: sentence" as one line.
+void printWarning(const Streams& streams, const std::string& file, const std::string& sentence);
+
+/// Prints what was repaired in a file as one warning: the first repair, and how many more.
+void printRepairs(const Streams& streams, const std::string& file,
+                  const std::vector<std::string>& repairs);
+
+/// Prints "vantora: sentence" as one line.
+void printNote(const Streams& streams, const std::string& sentence);
+
+/// 12345 as "12,345".
+std::string grouped(std::uint64_t number);
+
+/// "1 page" or "12,345 pages".
+std::string counted(std::uint64_t number, const char* one, const char* several);
+
+/// A size such as "1 byte", "812 bytes", "10.1 kB" or "2.5 MB" (powers of 1000).
+std::string sizeText(std::uint64_t bytes);
+
+} // namespace vantora::cli

@@ -1,0 +1,369 @@
+#include "VantoraHost/cli/run/RunArguments.h"
+
+#include "VantoraHost/cli/arguments/ArgumentParsing.h"
+#include "VantoraHost/core/NearestName.h"
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <initializer_list>
+#include <limits>
+#include <optional>
+
+namespace vantora::cli {
+
+namespace {
+
+constexpr char runExamples[] = R"(Examples:
+  Remove pages 2 and 4 to 6, into a new file:
+    vantora run --pages 2,4-6 report.pdf -o short.pdf
+  See first which pages would go:
+    vantora run --pages 2,4-6 --dry-run report.pdf
+  Remove the first page of many files, into another folder:
+    vantora run --pages 1 scans/*.pdf -d cut
+  Remove it in the files themselves, the originals kept as NAME.pdf.bak:
+    vantora run --pages 1 --in-place --backup scans/*.pdf
+  Remove the last two pages of each file, and those that only say that they are blank:
+    vantora run --choose last:2 --choose "text:intentionally left blank" *.pdf -d cut
+  In a pipe:
+    vantora run --pages 1 - -o - <report.pdf >short.pdf
+  A whole folder; given again after an interruption, it goes on where it was:
+    vantora run --pages 1 -r scans -d cut --report cut.jsonl --resume cut.jsonl
+  What was saved from an options dialog:
+    vantora run --list "Clean scans" scans/*.pdf -d clean
+
+Exit status: 0 every document is done, 1 at least one failed (the others are done) for
+a reason that --accept-failures does not name, 2 wrong usage, 130 interrupted.)";
+
+std::optional<std::string> destinationMistake(const RunArguments& run)
+{
+    const auto& inputs = run.options.inputs;
+    const bool fromStandardInput =
+        std::find(inputs.begin(), inputs.end(), standardStream) != inputs.end();
+    const bool toFile = run.outputOption->count() > 0;
+    const bool toFolder = run.folderOption->count() > 0;
+    const bool listed = run.filesFromOption->count() > 0;
+    const bool several = inputs.size() > 1 || listed || run.options.recursive;
+    if (inputs.empty() && !listed) {
+        return "INPUT is missing: name the documents, or a list of them with --files-from FILE";
+    }
+    if (listed && run.options.filesFrom.empty()) {
+        return "the name of the list of inputs is empty";
+    }
+    if (run.options.endedByNull && !listed) {
+        return "-0 goes with --files-from";
+    }
+    const int given = int{toFile} + int{toFolder} + int{run.inPlace};
+    if (given > 1) {
+        return "-o, -d and --in-place exclude each other";
+    }
+    if (given == 0 && !run.options.dryRun) {
+        return "say where the result goes: -o FILE, -d DIR or --in-place";
+    }
+    if (toFile && several) {
+        return "-o takes the result of one input; for several use -d DIR";
+    }
+    if ((toFile && run.output.empty()) || (toFolder && run.folder.empty())) {
+        return "the name of the output is empty";
+    }
+    if (fromStandardInput && several) {
+        return "standard input (-) can only be the one input";
+    }
+    if (fromStandardInput && (toFolder || run.inPlace)) {
+        return "standard input (-) has no name to write to; use -o FILE";
+    }
+    if (run.backup && !run.inPlace) {
+        return "--backup goes with --in-place";
+    }
+    if (run.nameOption->count() > 0 && !toFolder) {
+        return "--name goes with -d DIR";
+    }
+    if (run.rename && (run.overwrite || run.inPlace)) {
+        return "--rename keeps what exists, and --overwrite and --in-place replace it";
+    }
+    if (toFile && run.output == standardStream && run.options.json && !run.options.dryRun) {
+        return "--json and -o - would both write to standard output";
+    }
+    return std::nullopt;
+}
+
+// A number with a unit from a list of "letter, factor"; none when it isn't one.
+std::optional<std::uint64_t> amountOf(const std::string& text,
+                                      std::initializer_list<std::pair<char, std::uint64_t>> units)
+{
+    std::uint64_t number = 0;
+    const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const std::string unit(end, text.data() + text.size());
+    if (failed != std::errc()) {
+        return std::nullopt;
+    }
+    if (unit.empty()) {
+        return number;
+    }
+    for (const auto& [letter, factor] : units) {
+        if (unit.size() == 1 && std::tolower(unit[0]) == letter &&
+            number <= std::numeric_limits<std::uint64_t>::max() / factor) {
+            return number * factor;
+        }
+    }
+    return std::nullopt;
+}
+
+// Where the results go, with names that destinationMistake has judged.
+std::optional<std::string> readDestination(RunArguments& run)
+{
+    run.options.taken = run.overwrite ? TakenName::Replace
+                        : run.rename  ? TakenName::Number
+                                      : TakenName::Refuse;
+    if (run.inPlace) {
+        run.options.destination = InPlace{run.backup};
+    } else if (run.folderOption->count() > 0) {
+        ToFolder folder{run.folder, std::nullopt};
+        if (run.nameOption->count() > 0) {
+            auto name = OutputName::of(run.name);
+            if (!name) {
+                return "--name " + run.name + ": the name " + name.error();
+            }
+            folder.name = std::move(*name);
+        }
+        run.options.destination = std::move(folder);
+    } else if (run.outputOption->count() > 0) {
+        run.options.destination = run.output == standardStream ? Destination(ToStandardOutput{})
+                                                               : Destination(ToFile{run.output});
+    }
+    return std::nullopt;
+}
+
+// What makes a run one of several: its share of the inputs, and reports.
+void declareReports(CLI::App& command, RunArguments& run)
+{
+    run.reportOption = command.add_option(
+        "--report", run.options.reportPath,
+        "Write a line of JSON to this file for each document as\nit is finished");
+    run.reportOption->option_text("FILE");
+    run.resumeOption =
+        oneEach(command.add_option("--resume", run.options.resumed,
+                                   "Leave out what this report says is done, if its\n"
+                                   "output is still as it was written; may be repeated"),
+                "REPORT");
+    run.metricsOption =
+        command.add_option("--metrics", run.options.metricsPath,
+                           "Write the run's figures to this file at its end, as\n"
+                           "Prometheus' node exporter reads them (a name in .prom)");
+    run.metricsOption->option_text("FILE");
+    run.shardOption = command.add_option("--shard", run.shard,
+                                         "Do only the Ith of N shares of the inputs, such as 2/8");
+    run.shardOption->option_text("I/N");
+}
+
+std::optional<std::string> readReports(RunArguments& run)
+{
+    const std::vector<std::string>& resumed = run.options.resumed;
+    if ((run.reportOption->count() > 0 && run.options.reportPath.empty()) ||
+        std::find(resumed.begin(), resumed.end(), "") != resumed.end()) {
+        return "the name of the report is empty";
+    }
+    if (run.metricsOption->count() > 0 && run.options.metricsPath.empty()) {
+        return "the name of the file for figures is empty";
+    }
+    if (run.shardOption->count() == 0) {
+        return std::nullopt;
+    }
+    const std::size_t slash = run.shard.find('/');
+    const auto number = amountOf(run.shard.substr(0, slash), {});
+    const auto count =
+        slash == std::string::npos ? std::nullopt : amountOf(run.shard.substr(slash + 1), {});
+    if (!number || !count || *number < 1 || *number > *count) {
+        return "--shard takes a number and how many there are, such as 1/8 to 8/8, not " +
+               run.shard;
+    }
+    run.options.share = {static_cast<std::size_t>(*number), static_cast<std::size_t>(*count)};
+    return std::nullopt;
+}
+
+// How the work is spread.
+void declareWorkers(CLI::App& command, RunArguments& run)
+{
+    run.jobsOption = command.add_option("-j,--jobs", run.jobs,
+                                        "Worker processes (the number of processors);\n"
+                                        "0 does everything in this process");
+    run.jobsOption->option_text("N");
+    run.timeoutOption = command.add_option(
+        "--timeout", run.timeout, "Give a document up after so long, such as 90 or 5m (5m)");
+    run.timeoutOption->option_text("TIME");
+    run.memoryOption = command.add_option("--memory-limit", run.memory,
+                                          "The most memory for a worker, such as 512M or 2G\n"
+                                          "(what the machine has, divided by the workers)");
+    run.memoryOption->option_text("SIZE");
+}
+
+std::optional<std::string> readWorkers(RunArguments& run)
+{
+    constexpr std::uint64_t mostWorkers = 4096;
+    constexpr std::uint64_t longest = 1000 * 24 * 3600;
+    if (run.jobsOption->count() > 0) {
+        const auto jobs = amountOf(run.jobs, {});
+        if (!jobs || *jobs > mostWorkers) {
+            return "-j takes a number of worker processes from 0 to 4096, not " + run.jobs;
+        }
+        run.options.jobs = static_cast<std::size_t>(*jobs);
+    }
+    if (run.timeoutOption->count() > 0) {
+        const auto seconds = amountOf(run.timeout, {{'s', 1}, {'m', 60}, {'h', 3600}});
+        if (!seconds || *seconds > longest) {
+            return "--timeout takes seconds, or minutes such as 5m, not " + run.timeout;
+        }
+        run.options.timeout = static_cast<int>(*seconds);
+    }
+    if (run.memoryOption->count() > 0) {
+        run.options.memoryLimit =
+            amountOf(run.memory,
+                     {{'k', 1ULL << 10}, {'m', 1ULL << 20}, {'g', 1ULL << 30}, {'t', 1ULL << 40}});
+        if (!run.options.memoryLimit) {
+            return "--memory-limit takes a size such as 512M or 2G, not " + run.memory;
+        }
+    }
+    const bool throughPipe = (run.outputOption->count() > 0 && run.output == standardStream) ||
+                             std::find(run.options.inputs.begin(), run.options.inputs.end(),
+                                       standardStream) != run.options.inputs.end();
+    const bool asked =
+        run.options.jobs.value_or(0) > 0 || run.options.timeout || run.options.memoryLimit;
+    if (asked && throughPipe) {
+        return "standard input and output (-) are not for worker processes; name files, or leave "
+               "out -j, --timeout and --memory-limit";
+    }
+    if (run.options.jobs == 0U && (run.options.timeout || run.options.memoryLimit)) {
+        return "--timeout and --memory-limit need worker processes, of which -j 0 has none";
+    }
+    return std::nullopt;
+}
+
+// What counts as done, and as a failure.
+void declareJudgement(CLI::App& command, RunArguments& run)
+{
+    command.add_flag("--keep-signed", run.options.keepSigned,
+                     "Refuse signed documents: no signature would hold any more");
+    command.add_flag("--strict", run.options.strict,
+                     "Refuse documents where not all that was asked for can\n"
+                     "be done, such as those that lack pages of the range");
+    run.ifEmptyOption =
+        command.add_option("--if-empty", run.ifEmpty,
+                           "Where every page would go: leave a \"blank\" one, \"skip\" the\n"
+                           "document or \"fail\" (blank; with --in-place or --strict, fail)");
+    run.ifEmptyOption->option_text("WAY");
+    oneEach(command.add_option("--accept-failures", run.acceptedFailures,
+                               "Failures that don't count for the exit status, such as\n"
+                               "empty,password-needed; the summary names their kinds"),
+            "KIND,...");
+}
+
+std::optional<std::string> readAcceptedFailures(RunArguments& run)
+{
+    for (const std::string& kinds : run.acceptedFailures) {
+        for (std::size_t start = 0; start <= kinds.size();) {
+            const std::size_t end = std::min(kinds.find(',', start), kinds.size());
+            const std::string kind = kinds.substr(start, end - start);
+            const auto reason = reasonNamed(kind);
+            if (!reason) {
+                const std::string nearest = nearestName(kind, reasonNames());
+                return "--accept-failures takes kinds such as empty,password-needed, not \"" +
+                       kind + "\"" + (nearest.empty() ? "" : "; did you mean " + nearest + "?");
+            }
+            run.options.acceptedFailures.push_back(*reason);
+            start = end + 1;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> readJudgement(RunArguments& run)
+{
+    const std::pair<const char*, IfEmpty> ways[] = {
+        {"blank", IfEmpty::Blank}, {"skip", IfEmpty::Skip}, {"fail", IfEmpty::Fail}};
+    for (const auto& [name, way] : ways) {
+        if (run.ifEmpty == name) {
+            run.options.ifEmpty = way;
+        }
+    }
+    if (run.ifEmptyOption->count() > 0 && !run.options.ifEmpty) {
+        return "--if-empty takes blank, skip or fail, not " + run.ifEmpty;
+    }
+    if (run.options.skipExisting &&
+        (run.inPlace || run.rename || !run.options.destination ||
+         std::holds_alternative<ToStandardOutput>(*run.options.destination))) {
+        return "--skip-existing looks for the outputs of -o FILE or -d DIR, which --rename would "
+               "name anew";
+    }
+    return readAcceptedFailures(run);
+}
+
+} // namespace
+
+void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
+{
+    CLI::App& command = declareCommand(program, "run", "Run actions over documents");
+    command.footer(runExamples);
+    takeAll(command.add_option("INPUT", run.options.inputs, "PDF files; - is standard input"),
+            arguments)
+        ->required(false);
+    run.filesFromOption =
+        command.add_option("--files-from", run.options.filesFrom,
+                           "Further inputs, named in this file, one a line;\n- is standard input");
+    run.filesFromOption->option_text("FILE");
+    command.add_flag("-0,--null", run.options.endedByNull,
+                     "The names in it end with a zero byte, as find -print0 ends them");
+    command.add_flag("-r,--recursive", run.options.recursive,
+                     "An input that is a folder stands for the PDF files in\n"
+                     "it and its subfolders, which -d makes in DIR, too");
+    declareSteps(command, run);
+    run.outputOption =
+        command.add_option("-o,--output", run.output, "Write to this file; - is standard output");
+    run.outputOption->option_text("FILE");
+    run.folderOption = command.add_option("-d,--directory", run.folder,
+                                          "Write into this folder, under the inputs' names");
+    run.folderOption->option_text("DIR");
+    run.nameOption = command.add_option("--name", run.name,
+                                        "With -d: under these names, of {name}, {ext} and\n"
+                                        "{number}, such as {name}-cut{ext}");
+    run.nameOption->option_text("TEMPLATE");
+    command.add_flag("-i,--in-place", run.inPlace, "Replace the inputs, each by a finished file");
+    command.add_flag("--backup", run.backup, "With --in-place: keep each original as NAME.pdf.bak");
+    command.add_flag("--overwrite", run.overwrite,
+                     "Replace outputs and a report that exist; never a backup");
+    command.add_flag("--rename", run.rename,
+                     "Where an output exists: write NAME (1).pdf, or the first\n"
+                     "such name that is free");
+    command.add_flag("--skip-existing", run.options.skipExisting,
+                     "Leave out inputs whose output is there and no older");
+    command
+        .add_option("--password-file", run.options.passwordFile,
+                    "Passwords, one a line, tried in order")
+        ->option_text("FILE");
+    declareJudgement(command, run);
+    declareWorkers(command, run);
+    declareReports(command, run);
+    command.add_flag("-n,--dry-run", run.options.dryRun,
+                     "Say what would become of each document and write nothing");
+    command.add_flag("--json", run.options.json,
+                     "Print one JSON object per document on standard output,\n"
+                     "and one that sums up");
+    command.add_flag("-q,--quiet", run.options.quiet, "Print nothing but errors");
+}
+
+tl::expected<RunOptions, Ending> finished(RunArguments& run)
+{
+    auto steps = stepsOf(run);
+    if (!steps) {
+        return tl::unexpected<Ending>(mistake(steps.error(), "run"));
+    }
+    for (const auto& wrong : {destinationMistake(run), readDestination(run), readWorkers(run),
+                              readReports(run), readJudgement(run)}) {
+        if (wrong) {
+            return tl::unexpected<Ending>(mistake(*wrong, "run"));
+        }
+    }
+    run.options.steps = std::move(*steps);
+    return std::move(run.options);
+}
+
+} // namespace vantora::cli

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "VantoraHost/cli/arguments/Ending.h"
+#include "VantoraHost/cli/arguments/StepArguments.h"
+#include "VantoraHost/cli/run/RunOptions.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstddef>
+#include <string>
+#include <tl/expected.hpp>
+#include <vector>
+
+namespace vantora::cli {
+
+/// What the arguments of the command "run" are read into.
+struct RunArguments : StepArguments {
+    CLI::Option* filesFromOption = nullptr;
+    CLI::Option* outputOption = nullptr;
+    CLI::Option* folderOption = nullptr;
+    CLI::Option* nameOption = nullptr;
+    CLI::Option* shardOption = nullptr;
+    CLI::Option* reportOption = nullptr;
+    CLI::Option* resumeOption = nullptr;
+    CLI::Option* jobsOption = nullptr;
+    CLI::Option* timeoutOption = nullptr;
+    CLI::Option* memoryOption = nullptr;
+    CLI::Option* ifEmptyOption = nullptr;
+    CLI::Option* metricsOption = nullptr;
+    std::string ifEmpty;
+    std::vector<std::string> acceptedFailures;
+    std::string jobs;
+    std::string timeout;
+    std::string memory;
+    std::string output;
+    std::string folder;
+    std::string name;
+    std::string shard;
+    bool overwrite = false;
+    bool rename = false;
+    bool inPlace = false;
+    bool backup = false;
+    RunOptions options;
+};
+
+/// Declares the command; `arguments` is the number of arguments on the command line. What it is
+/// read into must outlive the parsing.
+void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments);
+
+/// The options that the arguments say, or the mistake in them.
+tl::expected<RunOptions, Ending> finished(RunArguments& run);
+
+} // namespace vantora::cli

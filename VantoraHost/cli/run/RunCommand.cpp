@@ -1,0 +1,338 @@
+#include "VantoraHost/cli/run/RunCommand.h"
+
+#include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/cli/arguments/NamedSteps.h"
+#include "VantoraHost/cli/console/InputFiles.h"
+#include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/cli/run/RunInputs.h"
+#include "VantoraHost/cli/run/RunReporter.h"
+#include "VantoraHost/cli/worker/WorkerCommand.h"
+#include "VantoraHost/core/FileIdentity.h"
+#include "VantoraHost/core/documents/Batch.h"
+#include "VantoraHost/core/documents/PdfLibrary.h"
+#include "VantoraHost/core/workers/Confinement.h"
+#include "VantoraHost/core/workers/SpreadRun.h"
+
+#include <algorithm>
+#include <ostream>
+#include <thread>
+#include <tuple>
+
+namespace vantora::cli {
+
+namespace {
+
+int failedWith(const RunOptions& options, const Streams& streams, const Error& error)
+{
+    printFailure(streams, options.json, error);
+    return exitStatus(error.reason);
+}
+
+// An action that isn't there may be the name of something that the person has saved.
+Error withNamesakes(Error error, const RunOptions& options, const ActionCatalog& catalog,
+                    const GuiPartSource& guiPart)
+{
+    for (const NamedStep& step : options.steps) {
+        const bool isMissing = error.reason == Reason::ActionMissing && !step.saved;
+        const auto part =
+            isMissing && !catalog.find(step.action) ? guiPart() : Result<const GuiPart*>(nullptr);
+        if (!part || !*part) {
+            continue;
+        }
+        if ((*part)->steps({SavedKind::ActionList, step.action})) {
+            error.sentence +=
+                "; there is an action list of that name: --list \"" + step.action + "\"";
+        }
+        if ((*part)->steps({SavedKind::Favourite, step.action})) {
+            error.sentence +=
+                "; there is a favourite of that name: --favourite \"" + step.action + "\"";
+        }
+    }
+    return error;
+}
+
+bool isBefore(const timespec& one, const timespec& other)
+{
+    return std::tie(one.tv_sec, one.tv_nsec) < std::tie(other.tv_sec, other.tv_nsec);
+}
+
+// An input that was put in the place of another may bring an older time of its content along; the
+// time at which it came there it can't.
+bool isNoOlder(const std::string& output, const std::string& input)
+{
+    struct stat made = {};
+    struct stat given = {};
+    return ::stat(output.c_str(), &made) == 0 && ::stat(input.c_str(), &given) == 0 &&
+           S_ISREG(made.st_mode) && !isBefore(made.st_mtim, given.st_mtim) &&
+           !isBefore(made.st_mtim, given.st_ctim);
+}
+
+// Leaves those inputs alone whose outputs are there already; returns how many.
+Result<std::size_t> leaveOutDone(const RunOptions& options, std::vector<Input>& inputs)
+{
+    std::size_t done = 0;
+    if (!options.skipExisting) {
+        return done;
+    }
+    const auto wanted = planOutputs(inputs, *options.destination, TakenName::Replace);
+    if (!wanted) {
+        return tl::unexpected<Error>(wanted.error());
+    }
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        const Result<Target>& target = (*wanted)[i];
+        if (!inputs[i].leftAlone && target && isNoOlder(target->path, inputs[i].path)) {
+            inputs[i].leftAlone = true;
+            ++done;
+        }
+    }
+    return done;
+}
+
+std::vector<std::string> reportsOf(const RunOptions& options)
+{
+    std::vector<std::string> reports = options.resumed;
+    if (!options.reportPath.empty()) {
+        reports.push_back(options.reportPath);
+    }
+    return reports;
+}
+
+// Everything that a run needs beside its steps. Takes the names out of the inputs.
+Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, const Streams& streams)
+{
+    Batch batch;
+    std::vector<Result<Target>> targets(inputs.size());
+    if (options.destination) {
+        auto planned = planOutputs(inputs, *options.destination, options.taken);
+        if (!planned) {
+            return tl::unexpected<Error>(std::move(planned.error()));
+        }
+        targets = std::move(*planned);
+    }
+    for (const std::string& report : reportsOf(options)) {
+        if (const Outcome apart = keepsApart(report, inputs, targets); !apart) {
+            return tl::unexpected<Error>(apart.error());
+        }
+    }
+    bool readsStandardInput = false;
+    const auto documents = static_cast<std::size_t>(std::count_if(
+        inputs.begin(), inputs.end(), [](const Input& one) { return !one.leftAlone; }));
+    batch.inputs.reserve(documents);
+    batch.targets.reserve(documents);
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        if (!inputs[i].leftAlone) {
+            readsStandardInput = readsStandardInput || inputs[i].path == standardStream;
+            batch.inputs.push_back(std::move(inputs[i].path));
+            batch.targets.push_back(std::move(targets[i]));
+        }
+    }
+    auto passwords = readPasswords(options.passwordFile);
+    if (!passwords) {
+        return tl::unexpected<Error>(std::move(passwords.error()));
+    }
+    batch.settings.passwords = std::move(*passwords);
+    if (readsStandardInput) {
+        auto input = readStandardInput(streams);
+        if (!input) {
+            return tl::unexpected<Error>(std::move(input.error()));
+        }
+        batch.settings.standardInput = std::move(*input);
+        batch.settings.standardInputMode = modeOfStream(streams.in);
+    }
+    batch.settings.dryRun = options.dryRun;
+    batch.settings.keepSigned = options.keepSigned;
+    batch.settings.strict = options.strict;
+    const bool inPlace =
+        options.destination && std::holds_alternative<InPlace>(*options.destination);
+    batch.settings.ifEmpty =
+        options.ifEmpty.value_or(inPlace || options.strict ? IfEmpty::Fail : IfEmpty::Blank);
+    // A run that is killed must not leave documents that are done and not reported: going on, the
+    // next one would change them once more. Elsewhere it would only do them again.
+    batch.settings.reportFirst = !options.reportPath.empty() && inPlace;
+    batch.settings.cancelled = streams.interrupted;
+    batch.settings.standardOutput = [&streams](std::string_view bytes) {
+        streams.out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
+        return streams.out.good();
+    };
+    return batch;
+}
+
+bool usesStandardStreams(const Batch& batch)
+{
+    return std::find(batch.inputs.begin(), batch.inputs.end(), standardStream) !=
+               batch.inputs.end() ||
+           std::any_of(batch.targets.begin(), batch.targets.end(),
+                       [](const auto& target) { return target && target->standardOutput; });
+}
+
+WorkerSettings workersFor(const RunOptions& options, const Installation& installation,
+                          const std::vector<StepRequest>& steps, const Batch& batch,
+                          const GuiPartSource& guiPart)
+{
+    WorkerSettings settings;
+    settings.program = installation.program;
+    settings.count = options.jobs.value_or(std::max(1U, std::thread::hardware_concurrency()));
+    settings.timeout = std::chrono::seconds(options.timeout.value_or(longestForADocument));
+    settings.setup.library = installation.library;
+    settings.setup.actionFolders = installation.actionFolders;
+    settings.setup.steps = steps;
+    settings.setup.memoryLimit = options.memoryLimit.value_or(memoryShare(settings.count));
+    // One document would only wait for another program to start.
+    if (batch.inputs.size() == 1 || usesStandardStreams(batch)) {
+        settings.copies = storedReader(guiPart);
+    }
+    return settings;
+}
+
+Result<BatchResult> runHere(const Batch& batch, const Installation& installation,
+                            Sequence& sequence, RunObserver& observer)
+{
+    const auto library = loadPdfLibrary(installation.library);
+    if (!library) {
+        return tl::unexpected<Error>(library.error());
+    }
+    return runBatch(**library, sequence, batch, observer);
+}
+
+// The file that --report names; going on with one of --resume adds to it.
+Result<std::optional<ReportFile>> openReport(const RunOptions& options)
+{
+    std::optional<ReportFile> report;
+    if (!options.reportPath.empty()) {
+        const bool goesOn = std::any_of(
+            options.resumed.begin(), options.resumed.end(),
+            [&](const std::string& resumed) { return isSameFile(resumed, options.reportPath); });
+        auto opened = ReportFile::open(options.reportPath, goesOn ? ExistingReport::Continue
+                                                           : options.taken == TakenName::Replace
+                                                               ? ExistingReport::Replace
+                                                               : ExistingReport::Refuse);
+        if (!opened) {
+            return tl::unexpected<Error>(std::move(opened.error()));
+        }
+        report.emplace(std::move(*opened));
+    }
+    return report;
+}
+
+void sayWhatIsLeftAlone(const RunOptions& options, const RunInputs& inputs, const Streams& streams)
+{
+    if (options.quiet) {
+        return;
+    }
+    if (inputs.outputs > 0) {
+        printNote(streams, grouped(inputs.outputs) + " of " +
+                               grouped(inputs.all.size() + inputs.outputs) +
+                               " files are outputs of such a run, and so no inputs");
+    }
+    if (inputs.elsewhere > 0) {
+        printNote(streams, grouped(inputs.all.size() - inputs.elsewhere) + " of " +
+                               grouped(inputs.all.size()) + " documents are in share " +
+                               std::to_string(options.share.number) + " of " +
+                               std::to_string(options.share.count));
+    }
+    if (inputs.doneBefore > 0) {
+        printNote(streams, grouped(inputs.doneBefore) + " of " +
+                               grouped(inputs.all.size() - inputs.elsewhere) +
+                               " documents are done by the report, and left as they are");
+    }
+    if (inputs.outputThere > 0) {
+        printNote(streams,
+                  counted(inputs.outputThere, "document has an output", "documents have outputs") +
+                      " no older than the input, and left as they are");
+    }
+}
+
+// What a person who gave the options may not expect of these steps.
+void sayWhatStepsMean(const RunOptions& options, const Sequence& sequence, const Streams& streams)
+{
+    if (options.quiet) {
+        return;
+    }
+    for (const OptionDoubt& doubt : sequence.doubts()) {
+        std::string keys;
+        for (const std::string& key : doubt.keys) {
+            keys += (keys.empty() ? "" : ", ") + key;
+        }
+        printWarning(streams, {},
+                     "action \"" + doubt.action + "\" may not know what was set: " + keys +
+                         "; a misspelt option does nothing");
+    }
+    const Action* oneByOne = sequence.firstThatSeesTheRun();
+    if (oneByOne && options.jobs.value_or(1) > 1) {
+        printNote(streams,
+                  "one worker process does all documents in their order, because action \"" +
+                      oneByOne->name + "\" may have to see them so");
+    }
+}
+
+// Says how a run ended, and with which status the program is to end.
+int statusOf(const BatchResult& result, RunReporter& reporter, const Streams& streams)
+{
+    const Outcome reported = reporter.finish(result.interrupted);
+    for (const auto& ending :
+         {result.ending, reported ? std::nullopt : std::optional<Error>(reported.error())}) {
+        if (ending) {
+            printError(streams, *ending);
+        }
+    }
+    if (result.interrupted) {
+        return InterruptedByUser;
+    }
+    return reporter.someFailed() || result.ending || !reported ? SomeFailed : AllDone;
+}
+
+} // namespace
+
+int run(const RunOptions& options, const Installation& installation, const GuiPartSource& guiPart,
+        const Streams& streams)
+{
+    if (streams.outIsTerminal && writesDocumentToOutput(options)) {
+        return failedWith(options, streams,
+                          {Reason::OutputNotAFile, {}, "a PDF is not for a terminal"});
+    }
+    const ActionCatalog catalog = ActionCatalog::of(installation.actionFolders);
+    const Result<std::vector<StepRequest>> steps = stepsNamed(options.steps, guiPart);
+    if (!steps) {
+        return failedWith(options, streams, steps.error());
+    }
+    Result<Sequence> sequence = Sequence::of(*steps, catalog);
+    if (!sequence) {
+        return failedWith(options, streams,
+                          withNamesakes(sequence.error(), options, catalog, guiPart));
+    }
+    Result<RunInputs> inputs = inputsOf(options, streams);
+    if (!inputs) {
+        return failedWith(options, streams, inputs.error());
+    }
+    const Result<std::size_t> done = leaveOutDone(options, inputs->all);
+    if (!done) {
+        return failedWith(options, streams, done.error());
+    }
+    inputs->outputThere = *done;
+    Result<Batch> batch = prepare(options, inputs->all, streams);
+    if (!batch) {
+        return failedWith(options, streams, batch.error());
+    }
+    auto report = openReport(options);
+    if (!report) {
+        return failedWith(options, streams, report.error());
+    }
+    sayWhatStepsMean(options, *sequence, streams);
+    sayWhatIsLeftAlone(options, *inputs, streams);
+    if (!options.dryRun) {
+        makeFolders(batch->inputs, batch->targets);
+        removeAbandonedFiles(batch->targets);
+    }
+    RunReporter reporter(options, batch->inputs.size(), std::move(*report), streams);
+    const Result<BatchResult> result =
+        options.jobs != 0U && !batch->inputs.empty()
+            ? spreadRun(*sequence, *batch,
+                        workersFor(options, installation, *steps, *batch, guiPart), reporter)
+            : runHere(*batch, installation, *sequence, reporter);
+    if (!result) {
+        return failedWith(options, streams, result.error());
+    }
+    return statusOf(*result, reporter, streams);
+}
+
+} // namespace vantora::cli

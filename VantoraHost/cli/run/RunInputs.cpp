@@ -1,0 +1,124 @@
+#include "VantoraHost/cli/run/RunInputs.h"
+
+#include "VantoraHost/cli/console/InputFiles.h"
+#include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/core/reports/EarlierReports.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_set>
+
+namespace vantora::cli {
+
+namespace {
+
+// The folder of the outputs, which a search is not to go into.
+std::string outputFolder(const RunOptions& options)
+{
+    const auto* folder =
+        options.destination ? std::get_if<ToFolder>(&*options.destination) : nullptr;
+    return folder ? folder->path : "";
+}
+
+// The reports to go on with. The one that this run writes need not be there yet, so that a command
+// that names it twice serves the first time as well as every other.
+std::vector<std::string> reportsToRead(const RunOptions& options)
+{
+    std::vector<std::string> reports;
+    for (const std::string& path : options.resumed) {
+        if (path != options.reportPath || identityOf(path)) {
+            reports.push_back(path);
+        }
+    }
+    return reports;
+}
+
+Outcome add(std::vector<Input>& inputs, std::vector<std::string> names, const RunOptions& options,
+            const Streams& streams)
+{
+    for (std::string& name : names) {
+        if (!options.recursive || name == standardStream || !isFolder(name)) {
+            inputs.push_back(inputNamed(std::move(name)));
+            continue;
+        }
+        Result<std::vector<Input>> found = inputsBelow(name, outputFolder(options));
+        if (!found) {
+            return tl::unexpected<Error>(std::move(found.error()));
+        }
+        if (found->empty() && !options.quiet) {
+            printWarning(streams, name, "the folder holds no PDF file (a name that ends in .pdf)");
+        }
+        std::move(found->begin(), found->end(), std::back_inserter(inputs));
+    }
+    return {};
+}
+
+// Where outputs lie beside their inputs, a run that is given again finds them, and would change
+// them once more: what a report names as output, and what this run would call the output of another
+// input.
+std::size_t leaveOutOutputs(std::vector<Input>& inputs, const EarlierReports& earlier,
+                            const RunOptions& options)
+{
+    std::unordered_set<std::string> outputs;
+    const auto* folder =
+        options.destination ? std::get_if<ToFolder>(&*options.destination) : nullptr;
+    if (folder && folder->name) {
+        const PlannedNames names(inputs, *options.destination);
+        for (std::size_t i = 0; i < inputs.size(); ++i) {
+            std::string output = normalPath(names.of(i));
+            if (output != normalPath(inputs[i].path)) {
+                outputs.insert(std::move(output));
+            }
+        }
+    }
+    const auto isOutput = [&](const Input& input) {
+        const std::string path = normalPath(input.path);
+        return outputs.count(path) != 0 || earlier.namesOutput(path);
+    };
+    const auto end = std::remove_if(inputs.begin(), inputs.end(), isOutput);
+    const auto count = static_cast<std::size_t>(inputs.end() - end);
+    inputs.erase(end, inputs.end());
+    return count;
+}
+
+} // namespace
+
+Result<RunInputs> inputsOf(const RunOptions& options, const Streams& streams)
+{
+    RunInputs inputs;
+    std::vector<std::string> names = options.inputs;
+    if (!options.filesFrom.empty()) {
+        auto listed = readFileList(options.filesFrom, options.endedByNull, streams);
+        if (!listed) {
+            return tl::unexpected<Error>(std::move(listed.error()));
+        }
+        std::move(listed->begin(), listed->end(), std::back_inserter(names));
+    }
+    if (const Outcome added = add(inputs.all, std::move(names), options, streams); !added) {
+        return tl::unexpected<Error>(added.error());
+    }
+    const Result<EarlierReports> earlier = EarlierReports::read(reportsToRead(options));
+    if (!earlier) {
+        return tl::unexpected<Error>(earlier.error());
+    }
+    inputs.outputs = leaveOutOutputs(inputs.all, *earlier, options);
+    // A dry run without a destination would write nothing: there any output will do.
+    const auto isPlanned = [&](std::size_t i, const std::string& output) {
+        return !options.destination ||
+               mayBeNamed(output, PlannedNames(inputs.all, *options.destination).of(i),
+                          options.taken);
+    };
+    for (std::size_t i = 0; i < inputs.all.size(); ++i) {
+        Input& input = inputs.all[i];
+        const bool ours = options.share.holds(input.path);
+        const bool done = ours && earlier->stillDone(input.path, [&](const std::string& output) {
+            return isPlanned(i, output);
+        });
+        input.leftAlone = !ours || done;
+        inputs.elsewhere += ours ? 0 : 1;
+        inputs.doneBefore += done ? 1 : 0;
+    }
+    return inputs;
+}
+
+} // namespace vantora::cli

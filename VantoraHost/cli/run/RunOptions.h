@@ -1,0 +1,42 @@
+#pragma once
+
+#include "VantoraHost/cli/arguments/NamedStep.h"
+#include "VantoraHost/core/documents/IfEmpty.h"
+#include "VantoraHost/core/outputs/OutputPlan.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantora::cli {
+
+/// What the command line says about a run.
+struct RunOptions {
+    std::vector<NamedStep> steps;
+    std::vector<std::string> inputs;
+    std::string filesFrom;                  ///< a file that names further inputs; empty: none
+    bool endedByNull = false;               ///< the names in it end with a zero byte, not a line
+    std::optional<Destination> destination; ///< none only in a dry run
+    std::string passwordFile;               ///< empty: none
+    bool recursive = false;                 ///< inputs that are folders stand for their files
+    TakenName taken = TakenName::Refuse;
+    Share share;
+    std::string reportPath;           ///< empty: none
+    std::vector<std::string> resumed; ///< reports of earlier runs
+    std::string metricsPath;          ///< where figures for monitoring go; empty: nowhere
+    bool keepSigned = false;
+    bool strict = false;
+    std::optional<IfEmpty> ifEmpty;       ///< none: as suits the destination
+    std::vector<Reason> acceptedFailures; ///< those that leave the exit status as it is
+    bool skipExisting = false;            ///< leave out inputs whose outputs are newer
+    bool dryRun = false;
+    bool quiet = false;
+    bool json = false;
+    std::optional<std::size_t> jobs;          ///< worker processes; 0 for none
+    std::optional<int> timeout;               ///< seconds for one document; 0 for no limit
+    std::optional<std::uint64_t> memoryLimit; ///< bytes for one worker; 0 for no limit
+};
+
+} // namespace vantora::cli

@@ -1,0 +1,171 @@
+#include "VantoraHost/cli/run/RunReporter.h"
+
+#include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/cli/run/Metrics.h"
+#include "VantoraHost/core/IsoTime.h"
+#include "VantoraHost/core/PageNumbers.h"
+#include "VantoraHost/core/outputs/TextFile.h"
+
+#include <algorithm>
+#include <ostream>
+
+namespace vantora::cli {
+
+namespace {
+
+std::string pagesText(const DocumentReport& report)
+{
+    const bool planned = report.status == DocumentStatus::Planned;
+    const std::string before = counted(report.pagesBefore.value_or(0), "page", "pages");
+    if (!report.pagesRemoved && planned) {
+        return before + "; what would become of them, only the action itself knows";
+    }
+    if (!report.pagesRemoved) {
+        return report.pagesAfter == report.pagesBefore
+                   ? before
+                   : before + " before, " + grouped(report.pagesAfter.value_or(0)) + " after";
+    }
+    const std::string left = ", " + grouped(report.pagesAfter.value_or(0)) + " left";
+    const std::size_t removed = report.pagesRemoved->size();
+    return (removed == 0 ? "none" : grouped(removed)) + " of " + before +
+           (planned ? " would go" : " removed") +
+           (removed == 0 ? "" : " (" + pageNumbersText(*report.pagesRemoved) + ")") + left;
+}
+
+std::string resultLine(const DocumentReport& report)
+{
+    std::string line = inputName(report.input);
+    if (report.output == standardStream) {
+        line += " -> standard output";
+    } else if (!report.output.empty() && report.output != report.input) {
+        const bool replaces =
+            report.status == DocumentStatus::Planned && report.outputExisted.value_or(false);
+        line += " -> " + shown(report.output) + (replaces ? " (exists, would be replaced)" : "");
+    }
+    if (report.status == DocumentStatus::Skipped) {
+        return line + ": left out; " + counted(report.pagesBefore.value_or(0), "page", "pages");
+    }
+    line += ": " + pagesText(report);
+    if (report.bytesBefore && report.bytesAfter) {
+        line += "; " + sizeText(*report.bytesBefore) + " before, " + sizeText(*report.bytesAfter) +
+                " after";
+    }
+    return line;
+}
+
+std::string howToGoOn(const RunOptions& options)
+{
+    const auto& resumed = options.resumed;
+    if (std::find(resumed.begin(), resumed.end(), options.reportPath) != resumed.end()) {
+        return "to go on, give the same command again";
+    }
+    if (!options.reportPath.empty()) {
+        return "to go on, give the same command with --resume " + shown(options.reportPath);
+    }
+    return "a run with --report FILE can be gone on with";
+}
+
+} // namespace
+
+bool writesDocumentToOutput(const RunOptions& options)
+{
+    return !options.dryRun && std::holds_alternative<ToStandardOutput>(*options.destination);
+}
+
+RunReporter::RunReporter(const RunOptions& options, std::size_t total,
+                         std::optional<ReportFile> report, const Streams& streams)
+    : options(options), streams(streams), documentOnOutput(writesDocumentToOutput(options)),
+      total(total), report(std::move(report)),
+      progress(streams.err, streams.errIsTerminal && !options.quiet && total > 1, started)
+{
+}
+
+void RunReporter::outputsGetNames(const std::vector<DocumentReport>& reports)
+{
+    if (report) {
+        for (const DocumentReport& document : reports) {
+            report->add(document);
+            reportedFirst[document.input] = toJson(document);
+        }
+        static_cast<void>(report->sync()); // the end of the run says what went wrong
+    }
+}
+
+void RunReporter::documentArrived(const DocumentReport& document)
+{
+    const auto first = reportedFirst.find(document.input);
+    const bool isKnown = first != reportedFirst.end() && first->second == toJson(document);
+    if (first != reportedFirst.end()) {
+        reportedFirst.erase(first);
+    }
+    if (report && !isKnown) {
+        report->add(document);
+    }
+    summary.add(document);
+    progress.show(summary.finished(), summary.failed(), total);
+}
+
+void RunReporter::documentInTurn(const DocumentReport& report)
+{
+    if (saysSomething(report)) {
+        progress.clear();
+    }
+    if (options.json) {
+        streams.out << toJson(report) << '\n';
+    } else if (report.status != DocumentStatus::Failed && !options.quiet) {
+        (documentOnOutput ? streams.err : streams.out) << resultLine(report) << '\n';
+    }
+    if (!options.quiet) {
+        printWarnings(report);
+    }
+    if (report.error) {
+        printError(streams, *report.error);
+    }
+    streams.out.flush();
+    progress.show(summary.finished(), summary.failed(), total);
+}
+
+Outcome RunReporter::finish(bool interrupted)
+{
+    progress.clear();
+    printSummary(interrupted);
+    const std::chrono::duration<double> taken = ProgressLine::Clock::now() - started;
+    const RunEnd end = {total, taken.count(), nanosecondsNow(), interrupted};
+    if (options.json) {
+        streams.out << summary.json(end) << '\n' << std::flush;
+    }
+    const Outcome synced = report ? report->sync() : Outcome();
+    if (options.metricsPath.empty()) {
+        return synced;
+    }
+    const Outcome written = writeTextFile(options.metricsPath, metricsText(summary, end));
+    return synced ? written : synced;
+}
+
+void RunReporter::printSummary(bool interrupted) const
+{
+    const std::string documents = summary.documentsText(total, options.acceptedFailures);
+    if (interrupted) {
+        printNote(streams,
+                  "interrupted: " + documents + "; nothing is half-written; " + howToGoOn(options));
+    } else if (total > 1 && !options.quiet) {
+        const std::chrono::duration<double> taken = ProgressLine::Clock::now() - started;
+        const std::string work = summary.workText(taken.count());
+        printNote(streams, documents + (work.empty() ? "" : "; " + work));
+    }
+}
+
+bool RunReporter::saysSomething(const DocumentReport& report) const
+{
+    return !options.quiet || options.json || report.error;
+}
+
+void RunReporter::printWarnings(const DocumentReport& report) const
+{
+    for (const std::string& warning : report.warnings) {
+        printWarning(streams, report.input, warning);
+    }
+    printRepairs(streams, report.input, report.repairs);
+}
+
+} // namespace vantora::cli

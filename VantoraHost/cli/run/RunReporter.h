@@ -1,0 +1,56 @@
+#pragma once
+
+#include "VantoraHost/cli/console/Streams.h"
+#include "VantoraHost/cli/run/ProgressLine.h"
+#include "VantoraHost/cli/run/RunOptions.h"
+#include "VantoraHost/cli/run/RunSummary.h"
+#include "VantoraHost/core/documents/Batch.h"
+#include "VantoraHost/core/reports/ReportFile.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vantora::cli {
+
+/// Whether the document itself goes to standard output.
+bool writesDocumentToOutput(const RunOptions& options);
+
+/// Prints what a run has to say as it goes.
+class RunReporter : public RunObserver {
+public:
+    /// `total` is the number of documents of the run, `report` the file that --report names. The
+    /// options and streams must outlive the reporter.
+    RunReporter(const RunOptions& options, std::size_t total, std::optional<ReportFile> report,
+                const Streams& streams);
+
+    void outputsGetNames(const std::vector<DocumentReport>& reports) override;
+    void documentArrived(const DocumentReport& report) override;
+    void documentInTurn(const DocumentReport& report) override;
+    bool cancelled() const override { return streams.interrupted(); }
+
+    /// Prints how the run ended, and writes its figures where asked. The error is that the report
+    /// isn't complete, or the figures can't be written.
+    Outcome finish(bool interrupted);
+
+    /// Whether a document failed for a reason that counts for the exit status.
+    bool someFailed() const { return summary.failedBut(options.acceptedFailures) > 0; }
+
+private:
+    bool saysSomething(const DocumentReport& report) const;
+    void printSummary(bool interrupted) const;
+    void printWarnings(const DocumentReport& report) const;
+
+    const RunOptions& options;
+    const Streams& streams;
+    const bool documentOnOutput;
+    const std::size_t total;
+    const ProgressLine::Clock::time_point started = ProgressLine::Clock::now();
+    std::optional<ReportFile> report;
+    std::map<std::string, std::string> reportedFirst; ///< what the report says already, by input
+    ProgressLine progress;
+    RunSummary summary;
+};
+
+} // namespace vantora::cli

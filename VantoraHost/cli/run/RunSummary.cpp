@@ -1,0 +1,147 @@
+#include "VantoraHost/cli/run/RunSummary.h"
+
+#include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/core/IsoTime.h"
+#include "VantoraHost/core/reports/Json.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vantora::cli {
+
+void RunSummary::add(const DocumentReport& report)
+{
+    if (report.status == DocumentStatus::Failed) {
+        ++failed_;
+        if (report.error) {
+            ++reasons[report.error->reason];
+        }
+        return;
+    }
+    if (report.status == DocumentStatus::Skipped) {
+        ++skipped;
+        return;
+    }
+    ++done;
+    planned += report.status == DocumentStatus::Planned ? 1 : 0;
+    inPart += report.inPart ? 1 : 0;
+    leftBlank += report.leftBlank ? 1 : 0;
+    withWarnings += report.warnings.empty() && report.repairs.empty() ? 0 : 1;
+    if (report.pagesRemoved) {
+        pagesRemoved = pagesRemoved.value_or(0) + report.pagesRemoved->size();
+    }
+    if (report.bytesAfter) {
+        bytesBefore += report.bytesBefore.value_or(0);
+        bytesAfter += *report.bytesAfter;
+    }
+}
+
+std::size_t RunSummary::failedBut(const std::vector<Reason>& accepted) const
+{
+    std::size_t others = failed_;
+    for (const auto& [reason, count] : reasons) {
+        const bool isAccepted =
+            std::find(accepted.begin(), accepted.end(), reason) != accepted.end();
+        others -= isAccepted ? count : 0;
+    }
+    return others;
+}
+
+std::string RunSummary::documentsText(std::size_t total, const std::vector<Reason>& accepted) const
+{
+    std::string text = grouped(done) + " of " + grouped(total) + " documents done";
+    if (inPart > 0) {
+        text += ", " + grouped(inPart) + " in part";
+    }
+    if (leftBlank > 0) {
+        text += ", " + grouped(leftBlank) + " left with a blank page only";
+    }
+    if (skipped > 0) {
+        text += ", " + grouped(skipped) + " left out";
+    }
+    if (withWarnings > 0) {
+        text += ", " + grouped(withWarnings) + " with warnings";
+    }
+    if (failed_ > 0) {
+        text += ", " + grouped(failed_) + " failed";
+        const char* separator = " (";
+        for (const auto& [reason, count] : reasons) {
+            text += separator + grouped(count) + ' ' + reasonName(reason);
+            separator = ", ";
+        }
+        text += reasons.empty() ? "" : ")";
+        text += failedBut(accepted) == 0 ? ", which was to be accepted" : "";
+    }
+    return text;
+}
+
+std::vector<std::pair<const char*, std::size_t>> RunSummary::byStatus() const
+{
+    return {
+        {"done", done - planned}, {"planned", planned}, {"skipped", skipped}, {"failed", failed_}};
+}
+
+std::string RunSummary::json(const RunEnd& end) const
+{
+    JsonObject failures;
+    for (const auto& [reason, count] : reasons) {
+        failures.add(reasonName(reason), static_cast<std::uint64_t>(count));
+    }
+    JsonObject figures;
+    figures.add("version", VANTORA_VERSION).add("documents", static_cast<std::uint64_t>(end.total));
+    for (const auto& [status, count] : byStatus()) {
+        figures.add(status, static_cast<std::uint64_t>(count));
+    }
+    figures.add("in_part", static_cast<std::uint64_t>(inPart))
+        .add("left_blank", static_cast<std::uint64_t>(leftBlank))
+        .add("with_warnings", static_cast<std::uint64_t>(withWarnings))
+        .add("reasons", failures)
+        .add("pages_removed", pagesRemoved)
+        .add("bytes_before", bytesBefore)
+        .add("bytes_after", bytesAfter)
+        .add("interrupted", end.interrupted)
+        .add("ended_at", isoTime(end.time))
+        .add("ended", std::to_string(end.time))
+        .add("seconds", std::round(end.seconds * 1e6) / 1e6);
+    JsonObject object;
+    object.add("schema", 1).add("summary", figures);
+    return object.text();
+}
+
+std::string RunSummary::workText(double seconds) const
+{
+    if (done == 0) {
+        return {};
+    }
+    std::string text;
+    if (pagesRemoved) {
+        text = counted(*pagesRemoved, "page", "pages") + " removed; ";
+    }
+    if (bytesAfter > 0) {
+        text += sizeText(bytesBefore) + " before, " + sizeText(bytesAfter) + " after; ";
+    }
+    return text + rateText(finished(), seconds) + " documents a second";
+}
+
+std::string durationText(double seconds)
+{
+    const auto whole = static_cast<std::uint64_t>(std::ceil(std::max(0.0, seconds)));
+    if (whole < 100) {
+        return std::to_string(whole) + " s";
+    }
+    const std::uint64_t minutes = (whole + 59) / 60;
+    return minutes < 100 ? std::to_string(minutes) + " min"
+                         : grouped(minutes / 60) + " h " + std::to_string(minutes % 60) + " min";
+}
+
+std::string rateText(std::size_t documents, double seconds)
+{
+    const double rate = static_cast<double>(documents) / std::max(seconds, 1e-6);
+    if (rate >= 10) {
+        return grouped(static_cast<std::uint64_t>(std::llround(rate)));
+    }
+    const auto tenths = static_cast<std::uint64_t>(std::llround(rate * 10));
+    return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10);
+}
+
+} // namespace vantora::cli
