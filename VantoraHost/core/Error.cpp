@@ -97,6 +97,10 @@ const char* reasonName(Reason reason)
         return "report-exists";
     case Reason::NotAReport:
         return "not-a-report";
+    case Reason::ReportTooOld:
+        return "report-too-old";
+    case Reason::StepsDiffer:
+        return "steps-differ";
     case Reason::WrongUsage:
         return "wrong-usage";
     case Reason::ReportMisplaced:

@@ -57,6 +57,8 @@ enum class Reason {
     NotReached,
     ReportExists,
     NotAReport,
+    ReportTooOld,
+    StepsDiffer,
     WrongUsage,
     ReportMisplaced,
     Interrupted,

@@ -115,6 +115,10 @@ std::string remedy(Reason reason)
                "or name another";
     case Reason::NotAReport:
         return "name what an earlier run wrote with --report";
+    case Reason::ReportTooOld:
+        return "name another report; --skip-existing tells by the outputs what is done";
+    case Reason::StepsDiffer:
+        return "give the same steps, or leave out --resume to change them once more";
     case Reason::ReportMisplaced:
         return "name another file for the report";
     case Reason::SavedStepsExist:

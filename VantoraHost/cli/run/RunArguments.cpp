@@ -141,10 +141,12 @@ void declareReports(CLI::App& command, RunArguments& run)
         "--report", run.options.reportPath,
         "Write a line of JSON to this file for each document as\nit is finished");
     run.reportOption->option_text("FILE");
+    command.add_flag("--report-hashes", run.options.reportHashes,
+                     "With the SHA-256 of each input in it, which --resume compares");
     run.resumeOption =
         oneEach(command.add_option("--resume", run.options.resumed,
-                                   "Leave out what this report says is done, if its\n"
-                                   "output is still as it was written; may be repeated"),
+                                   "Leave out what this report says is done, if input,\n"
+                                   "steps and output are still the same; may be repeated"),
                 "REPORT");
     run.metricsOption =
         command.add_option("--metrics", run.options.metricsPath,
@@ -162,6 +164,9 @@ std::optional<std::string> readReports(RunArguments& run)
     if ((run.reportOption->count() > 0 && run.options.reportPath.empty()) ||
         std::find(resumed.begin(), resumed.end(), "") != resumed.end()) {
         return "the name of the report is empty";
+    }
+    if (run.options.reportHashes && run.reportOption->count() == 0) {
+        return "--report-hashes goes with --report FILE";
     }
     if (run.metricsOption->count() > 0 && run.options.metricsPath.empty()) {
         return "the name of the file for figures is empty";

@@ -8,6 +8,8 @@
 #include "VantoraHost/cli/run/RunReporter.h"
 #include "VantoraHost/cli/worker/WorkerCommand.h"
 #include "VantoraHost/core/FileIdentity.h"
+#include "VantoraHost/core/IsoTime.h"
+#include "VantoraHost/core/actions/StepsIdentity.h"
 #include "VantoraHost/core/documents/Batch.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/workers/Confinement.h"
@@ -141,6 +143,7 @@ Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, con
     }
     batch.settings.dryRun = options.dryRun;
     batch.settings.keepSigned = options.keepSigned;
+    batch.settings.hashInputs = options.reportHashes;
     batch.settings.strict = options.strict;
     const bool inPlace =
         options.destination && std::holds_alternative<InPlace>(*options.destination);
@@ -214,6 +217,39 @@ Result<std::optional<ReportFile>> openReport(const RunOptions& options)
     return report;
 }
 
+// What changed since the reports: "2 inputs changed, 1 output gone".
+std::string changesText(const std::map<SinceReport, std::size_t>& changed)
+{
+    std::string text;
+    for (const auto& [since, count] : changed) {
+        text += text.empty() ? "" : ", ";
+        switch (since) {
+        case SinceReport::OtherOutput:
+            text += counted(count, "other output", "other outputs");
+            break;
+        case SinceReport::OutputGone:
+            text += counted(count, "output", "outputs") + " gone";
+            break;
+        case SinceReport::OutputChanged:
+            text += counted(count, "output", "outputs") + " changed";
+            break;
+        case SinceReport::InputChanged:
+            text += counted(count, "input", "inputs") + " changed";
+            break;
+        case SinceReport::OtherSteps:
+            text += grouped(count) + " by other steps";
+            break;
+        case SinceReport::OtherVersion:
+            text += grouped(count) + " by another version";
+            break;
+        case SinceReport::NotDone:
+        case SinceReport::Same:
+            break;
+        }
+    }
+    return text;
+}
+
 void sayWhatIsLeftAlone(const RunOptions& options, const RunInputs& inputs, const Streams& streams)
 {
     if (options.quiet) {
@@ -234,6 +270,15 @@ void sayWhatIsLeftAlone(const RunOptions& options, const RunInputs& inputs, cons
         printNote(streams, grouped(inputs.doneBefore) + " of " +
                                grouped(inputs.all.size() - inputs.elsewhere) +
                                " documents are done by the report, and left as they are");
+    }
+    std::size_t changed = 0;
+    for (const auto& [since, count] : inputs.changed) {
+        changed += count;
+    }
+    if (changed > 0) {
+        printNote(streams, counted(changed, "document has", "documents have") +
+                               " changed since the report, and " + (changed == 1 ? "is" : "are") +
+                               " to be done again: " + changesText(inputs.changed));
     }
     if (inputs.outputThere > 0) {
         printNote(streams,
@@ -300,7 +345,9 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
         return failedWith(options, streams,
                           withNamesakes(sequence.error(), options, catalog, guiPart));
     }
-    Result<RunInputs> inputs = inputsOf(options, streams);
+    const RunIdentity identity = {VANTORA_VERSION, stepsDigest(sequence->steps()),
+                                  stepsJson(sequence->steps()), nanosecondsNow()};
+    Result<RunInputs> inputs = inputsOf(options, identity, streams);
     if (!inputs) {
         return failedWith(options, streams, inputs.error());
     }
@@ -323,7 +370,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
         makeFolders(batch->inputs, batch->targets);
         removeAbandonedFiles(batch->targets);
     }
-    RunReporter reporter(options, batch->inputs.size(), std::move(*report), streams);
+    RunReporter reporter(options, batch->inputs.size(), {identity, std::move(*report)}, streams);
     const Result<BatchResult> result =
         options.jobs != 0U && !batch->inputs.empty()
             ? spreadRun(*sequence, *batch,

@@ -2,7 +2,6 @@
 
 #include "VantoraHost/cli/console/InputFiles.h"
 #include "VantoraHost/cli/console/Messages.h"
-#include "VantoraHost/core/reports/EarlierReports.h"
 
 #include <algorithm>
 #include <string>
@@ -81,9 +80,47 @@ std::size_t leaveOutOutputs(std::vector<Input>& inputs, const EarlierReports& ea
     return count;
 }
 
+// Which inputs this run leaves alone: those of other shares, and those that the reports say are
+// done, as this run would do them.
+Outcome leaveAlone(RunInputs& inputs, const EarlierReports& earlier, const RunOptions& options,
+                   const Streams& streams)
+{
+    // A dry run without a destination would write nothing: there any output will do.
+    const auto isPlanned = [&](std::size_t i, const std::string& output) {
+        return !options.destination ||
+               mayBeNamed(output, PlannedNames(inputs.all, *options.destination).of(i),
+                          options.taken);
+    };
+    for (std::size_t i = 0; i < inputs.all.size(); ++i) {
+        Input& input = inputs.all[i];
+        if (!options.share.holds(input.path)) {
+            input.leftAlone = true;
+            ++inputs.elsewhere;
+            continue;
+        }
+        if (earlier.hasHashes() && streams.interrupted()) {
+            return fail(Reason::Interrupted, {}, "interrupted");
+        }
+        const SinceReport since = earlier.since(
+            input.path, [&](const std::string& output) { return isPlanned(i, output); });
+        if (since == SinceReport::OtherSteps && earlier.wasInPlace(input.path)) {
+            return fail(Reason::StepsDiffer, input.path,
+                        "is changed already, in place and by other steps than these");
+        }
+        if (since == SinceReport::Same) {
+            input.leftAlone = true;
+            ++inputs.doneBefore;
+        } else if (since != SinceReport::NotDone) {
+            ++inputs.changed[since];
+        }
+    }
+    return {};
+}
+
 } // namespace
 
-Result<RunInputs> inputsOf(const RunOptions& options, const Streams& streams)
+Result<RunInputs> inputsOf(const RunOptions& options, const RunIdentity& run,
+                           const Streams& streams)
 {
     RunInputs inputs;
     std::vector<std::string> names = options.inputs;
@@ -97,26 +134,14 @@ Result<RunInputs> inputsOf(const RunOptions& options, const Streams& streams)
     if (const Outcome added = add(inputs.all, std::move(names), options, streams); !added) {
         return tl::unexpected<Error>(added.error());
     }
-    const Result<EarlierReports> earlier = EarlierReports::read(reportsToRead(options));
+    const Result<EarlierReports> earlier =
+        EarlierReports::read(reportsToRead(options), inputs.all, run);
     if (!earlier) {
         return tl::unexpected<Error>(earlier.error());
     }
     inputs.outputs = leaveOutOutputs(inputs.all, *earlier, options);
-    // A dry run without a destination would write nothing: there any output will do.
-    const auto isPlanned = [&](std::size_t i, const std::string& output) {
-        return !options.destination ||
-               mayBeNamed(output, PlannedNames(inputs.all, *options.destination).of(i),
-                          options.taken);
-    };
-    for (std::size_t i = 0; i < inputs.all.size(); ++i) {
-        Input& input = inputs.all[i];
-        const bool ours = options.share.holds(input.path);
-        const bool done = ours && earlier->stillDone(input.path, [&](const std::string& output) {
-            return isPlanned(i, output);
-        });
-        input.leftAlone = !ours || done;
-        inputs.elsewhere += ours ? 0 : 1;
-        inputs.doneBefore += done ? 1 : 0;
+    if (const Outcome done = leaveAlone(inputs, *earlier, options, streams); !done) {
+        return tl::unexpected<Error>(done.error());
     }
     return inputs;
 }

@@ -24,6 +24,7 @@ struct RunOptions {
     TakenName taken = TakenName::Refuse;
     Share share;
     std::string reportPath;           ///< empty: none
+    bool reportHashes = false;        ///< with the SHA-256 of each input
     std::vector<std::string> resumed; ///< reports of earlier runs
     std::string metricsPath;          ///< where figures for monitoring go; empty: nowhere
     bool keepSigned = false;

@@ -72,22 +72,22 @@ bool writesDocumentToOutput(const RunOptions& options)
     return !options.dryRun && std::holds_alternative<ToStandardOutput>(*options.destination);
 }
 
-RunReporter::RunReporter(const RunOptions& options, std::size_t total,
-                         std::optional<ReportFile> report, const Streams& streams)
+RunReporter::RunReporter(const RunOptions& options, std::size_t total, Reporting reporting,
+                         const Streams& streams)
     : options(options), streams(streams), documentOnOutput(writesDocumentToOutput(options)),
-      total(total), report(std::move(report)),
+      total(total), reporting(std::move(reporting)),
       progress(streams.err, streams.errIsTerminal && !options.quiet && total > 1, started)
 {
 }
 
 void RunReporter::outputsGetNames(const std::vector<DocumentReport>& reports)
 {
-    if (report) {
+    if (reporting.file) {
         for (const DocumentReport& document : reports) {
-            report->add(document);
+            reporting.file->add(document, reporting.run);
             reportedFirst[document.input] = toJson(document);
         }
-        static_cast<void>(report->sync()); // the end of the run says what went wrong
+        static_cast<void>(reporting.file->sync()); // the end of the run says what went wrong
     }
 }
 
@@ -98,8 +98,8 @@ void RunReporter::documentArrived(const DocumentReport& document)
     if (first != reportedFirst.end()) {
         reportedFirst.erase(first);
     }
-    if (report && !isKnown) {
-        report->add(document);
+    if (reporting.file && !isKnown) {
+        reporting.file->add(document, reporting.run);
     }
     summary.add(document);
     progress.show(summary.finished(), summary.failed(), total);
@@ -111,7 +111,7 @@ void RunReporter::documentInTurn(const DocumentReport& report)
         progress.clear();
     }
     if (options.json) {
-        streams.out << toJson(report) << '\n';
+        streams.out << toJson(report, reporting.run) << '\n';
     } else if (report.status != DocumentStatus::Failed && !options.quiet) {
         (documentOnOutput ? streams.err : streams.out) << resultLine(report) << '\n';
     }
@@ -134,7 +134,7 @@ Outcome RunReporter::finish(bool interrupted)
     if (options.json) {
         streams.out << summary.json(end) << '\n' << std::flush;
     }
-    const Outcome synced = report ? report->sync() : Outcome();
+    const Outcome synced = reporting.file ? reporting.file->sync() : Outcome();
     if (options.metricsPath.empty()) {
         return synced;
     }

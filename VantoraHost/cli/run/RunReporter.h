@@ -20,9 +20,15 @@ bool writesDocumentToOutput(const RunOptions& options);
 /// Prints what a run has to say as it goes.
 class RunReporter : public RunObserver {
 public:
-    /// `total` is the number of documents of the run, `report` the file that --report names. The
-    /// options and streams must outlive the reporter.
-    RunReporter(const RunOptions& options, std::size_t total, std::optional<ReportFile> report,
+    /// Where lines about documents go, and what they say of the run.
+    struct Reporting {
+        RunIdentity run;
+        std::optional<ReportFile> file; ///< the one that --report names
+    };
+
+    /// `total` is the number of documents of the run. The options and streams must outlive the
+    /// reporter.
+    RunReporter(const RunOptions& options, std::size_t total, Reporting reporting,
                 const Streams& streams);
 
     void outputsGetNames(const std::vector<DocumentReport>& reports) override;
@@ -47,7 +53,7 @@ private:
     const bool documentOnOutput;
     const std::size_t total;
     const ProgressLine::Clock::time_point started = ProgressLine::Clock::now();
-    std::optional<ReportFile> report;
+    Reporting reporting;
     std::map<std::string, std::string> reportedFirst; ///< what the report says already, by input
     ProgressLine progress;
     RunSummary summary;

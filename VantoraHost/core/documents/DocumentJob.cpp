@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/base/Text.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/core/FileDigest.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/LibraryFailure.h"
 #include "VantoraHost/core/choices/LibraryFacts.h"
@@ -125,6 +126,7 @@ Outcome DocumentJob::openInput(DocumentReport& report, const Target& target)
 {
     if (report.input == standardStream) {
         report.bytesBefore = settings.standardInput.size();
+        report.inputSha256 = settings.hashInputs ? sha256Of(settings.standardInput) : "";
         return {};
     }
     Result<InputFile> opened =
@@ -134,6 +136,10 @@ Outcome DocumentJob::openInput(DocumentReport& report, const Target& target)
     }
     input.emplace(std::move(*opened));
     report.bytesBefore = static_cast<std::uint64_t>(input->version().size);
+    report.inputModified = std::to_string(input->version().modified);
+    if (settings.hashInputs) {
+        report.inputSha256 = sha256Of(input->descriptor()).value_or("");
+    }
     return {};
 }
 

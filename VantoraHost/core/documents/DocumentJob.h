@@ -23,6 +23,7 @@ struct JobSettings {
     bool keepSigned = false;            ///< refuse documents with signatures
     bool strict = false;                ///< refuse to do a part of what was asked for
     IfEmpty ifEmpty = IfEmpty::Blank;
+    bool hashInputs = false;         ///< note the SHA-256 of each input
     bool reportFirst = false;        ///< report outputs before they get their names, too
     std::string standardInput;       ///< the document that the input "-" stands for
     mode_t standardInputMode = 0777; ///< what others may do with the file that it comes from

@@ -75,8 +75,11 @@ std::vector<std::string> withRepairs(std::vector<std::string> warnings,
     return warnings;
 }
 
-std::string toJson(const DocumentReport& report)
+namespace {
+
+JsonObject objectOf(const DocumentReport& report)
 {
+    const std::string inputModifiedAt = isoTime(report.inputModified);
     const std::string modifiedAt = isoTime(report.outputModified);
     JsonObject json;
     json.add("schema", reportSchema)
@@ -88,6 +91,9 @@ std::string toJson(const DocumentReport& report)
         .add("pages_removed", report.pagesRemoved)
         .add("bytes_before", report.bytesBefore)
         .add("bytes_after", report.bytesAfter)
+        .add("input_modified", textOrNone(report.inputModified))
+        .add("input_modified_at", textOrNone(inputModifiedAt))
+        .add("input_sha256", textOrNone(report.inputSha256))
         .add("output_modified", textOrNone(report.outputModified))
         .add("output_modified_at", textOrNone(modifiedAt))
         .add("in_part", report.inPart)
@@ -99,7 +105,19 @@ std::string toJson(const DocumentReport& report)
         errors.push_back(errorJson(*report.error));
     }
     json.add("errors", errors).add("seconds", std::round(report.seconds * 1e6) / 1e6);
-    return json.text();
+    return json;
+}
+
+} // namespace
+
+std::string toJson(const DocumentReport& report)
+{
+    return objectOf(report).text();
+}
+
+std::string toJson(const DocumentReport& report, const RunIdentity& run)
+{
+    return objectOf(report).addJson("run", toJson(run)).text();
 }
 
 std::optional<DocumentReport> reportOf(const QJsonObject& json)
@@ -127,6 +145,8 @@ std::optional<DocumentReport> reportOf(const QJsonObject& json)
     }
     report.bytesBefore = wholeNumber(json["bytes_before"]);
     report.bytesAfter = wholeNumber(json["bytes_after"]);
+    report.inputModified = bytesOf(json["input_modified"].toString());
+    report.inputSha256 = bytesOf(json["input_sha256"].toString());
     report.outputModified = bytesOf(json["output_modified"].toString());
     takeWarnings(report, json["warnings"].toArray());
     const QJsonObject error = json["errors"].toArray().first().toObject();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/reports/RunIdentity.h"
 
 #include <QtCore/QJsonObject>
 
@@ -31,6 +32,8 @@ struct DocumentReport {
     std::optional<std::vector<int>> pagesRemoved; ///< page numbers of the input, ascending
     std::optional<std::uint64_t> bytesBefore;
     std::optional<std::uint64_t> bytesAfter;
+    std::string inputModified; ///< FileState::changed of the input as it was opened; empty for none
+    std::string inputSha256;   ///< in hexadecimal digits; empty where nobody asked for it
     std::string outputModified; ///< FileState::changed of the output; empty for none
     std::vector<std::string> warnings;
     std::vector<std::string> repairs; ///< what was damaged in the input
@@ -44,6 +47,9 @@ std::vector<std::string> withRepairs(std::vector<std::string> warnings,
 
 /// The report as one JSON object on one line, without the line's end; ASCII only.
 std::string toJson(const DocumentReport& report);
+
+/// The same with the run that it comes from, as a line of a report is.
+std::string toJson(const DocumentReport& report, const RunIdentity& run);
 
 /// The report that toJson wrote; none when the object isn't one. What is missing counts as not
 /// known. Times are rounded to microseconds.

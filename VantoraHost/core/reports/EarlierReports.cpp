@@ -1,7 +1,7 @@
 #include "VantoraHost/core/reports/EarlierReports.h"
 
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
-#include "VantoraHost/core/Inputs.h"
+#include "VantoraHost/core/FileDigest.h"
 #include "VantoraHost/core/reports/JsonReading.h"
 #include "VantoraHost/core/reports/ReportLines.h"
 
@@ -9,16 +9,12 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <string_view>
+#include <unordered_set>
 
 namespace vantora {
 
 namespace {
-
-std::optional<DocumentReport> reportIn(const std::string& line)
-{
-    const auto json = jsonObjectOf(line);
-    return json ? reportOf(*json) : std::nullopt;
-}
 
 tl::unexpected<Error> unreadable(const std::string& path, int why)
 {
@@ -26,20 +22,56 @@ tl::unexpected<Error> unreadable(const std::string& path, int why)
                 "the report can't be read: " + systemMessage(why));
 }
 
+bool isStill(const std::optional<FileState>& now, const FileState& then)
+{
+    return now && !then.changed.empty() && now->size == then.size && now->changed == then.changed;
+}
+
 } // namespace
 
-Result<EarlierReports> EarlierReports::read(const std::vector<std::string>& paths)
+/// Takes reports line by line, and of them what is about the run's inputs.
+class EarlierReports::Reader {
+public:
+    Reader(EarlierReports& reports, const std::vector<Input>& inputs, const RunIdentity& run)
+        : reports(reports), run(run)
+    {
+        for (const Input& input : inputs) {
+            this->inputs.insert(input.path);
+            paths.insert(normalPath(input.path));
+        }
+    }
+
+    Outcome read(const std::string& path);
+
+private:
+    Outcome take(const std::string& path, const ReportLines::Line& line);
+    void takeDone(DocumentReport report, const QJsonObject& by);
+    void takeFailure(const std::string& input);
+
+    EarlierReports& reports;
+    const RunIdentity& run;
+    std::unordered_set<std::string_view> inputs;
+    std::unordered_set<std::string> paths; ///< of the inputs, without needless parts
+};
+
+Result<EarlierReports> EarlierReports::read(const std::vector<std::string>& paths,
+                                            const std::vector<Input>& inputs,
+                                            const RunIdentity& run)
 {
     EarlierReports reports;
+    if (paths.empty()) {
+        return reports;
+    }
+    Reader reader(reports, inputs, run);
     for (const std::string& path : paths) {
-        if (Outcome one = reports.readOne(path); !one) {
+        if (Outcome one = reader.read(path); !one) {
             return tl::unexpected<Error>(std::move(one.error()));
         }
     }
     return reports;
 }
 
-Outcome EarlierReports::readOne(const std::string& path)
+Outcome EarlierReports::Reader::read(const std::string& path)
 {
     // A named pipe must not wait for a writer before it can be refused.
     const karvel::io::FileDescriptor file(
@@ -56,51 +88,110 @@ Outcome EarlierReports::readOne(const std::string& path)
     }
     ReportLines lines(file.get());
     while (auto line = lines.next()) {
-        std::optional<DocumentReport> report =
-            line->mayBeOurs() && line->complete ? reportIn(line->text) : std::nullopt;
-        if (report) {
-            take(std::move(*report));
-        } else if ((!line->mayBeOurs() || line->complete) && !line->isSummary()) {
-            return fail(Reason::NotAReport, path,
-                        "line " + std::to_string(line->number) + " is no report of a document");
+        if (Outcome taken = take(path, *line); !taken) {
+            return taken;
         }
     }
     return lines.error() == 0 ? Outcome() : unreadable(path, lines.error());
 }
 
-void EarlierReports::take(DocumentReport report)
+Outcome EarlierReports::Reader::take(const std::string& path, const ReportLines::Line& line)
 {
-    if (report.status == DocumentStatus::Done && report.bytesAfter) {
-        if (report.output != report.input) {
-            outputs.insert(normalPath(report.output));
-        }
-        done[std::move(report.input)] = {std::move(report.output),
-                                         {*report.bytesAfter, std::move(report.outputModified)}};
-    } else {
-        noteFailure(report.input);
+    const bool isTorn = line.mayBeOurs() && !line.complete;
+    if (isTorn || line.isSummary()) {
+        return {};
     }
+    const auto json = line.mayBeOurs() ? jsonObjectOf(line.text) : std::nullopt;
+    auto report = json ? reportOf(*json) : std::nullopt;
+    const std::string where = "line " + std::to_string(line.number);
+    if (!report) {
+        return fail(Reason::NotAReport, path, where + " is no report of a document");
+    }
+    if (report->status != DocumentStatus::Done || !report->bytesAfter) {
+        takeFailure(report->input);
+        return {};
+    }
+    if (!(*json)["run"].isObject()) {
+        return fail(Reason::ReportTooOld, path,
+                    where + " is of a version that did not note what it had done");
+    }
+    takeDone(std::move(*report), (*json)["run"].toObject());
+    return {};
 }
 
-void EarlierReports::noteFailure(const std::string& input)
+void EarlierReports::Reader::takeDone(DocumentReport report, const QJsonObject& by)
+{
+    const FileState written = {*report.bytesAfter, std::move(report.outputModified)};
+    if (report.output != report.input) {
+        std::string output = normalPath(report.output);
+        if (paths.count(output) != 0) {
+            reports.outputs[std::move(output)] = written;
+        }
+    }
+    if (inputs.count(report.input) == 0) {
+        return;
+    }
+    reports.hashes = reports.hashes || !report.inputSha256.empty();
+    reports.done[std::move(report.input)] = {
+        std::move(report.output),
+        written,
+        {report.bytesBefore.value_or(0), std::move(report.inputModified)},
+        std::move(report.inputSha256),
+        bytesOf(by["steps_sha256"].toString()) == run.stepsDigest,
+        bytesOf(by["version"].toString()) == run.version};
+}
+
+void EarlierReports::Reader::takeFailure(const std::string& input)
 {
     // A document that was replaced by its own output is that output, as long as its state says so:
     // it was done when its worker died or its folder was moved away, and nobody could tell.
-    const auto before = done.find(input);
-    if (before != done.end() && before->second.output != input) {
-        done.erase(before);
+    const auto before = reports.done.find(input);
+    if (before != reports.done.end() && before->second.output != input) {
+        reports.done.erase(before);
     }
 }
 
-bool EarlierReports::stillDone(const std::string& input, const IsPlanned& isPlanned) const
+SinceReport EarlierReports::since(const std::string& input, const IsPlanned& isPlanned) const
 {
     const auto found = done.find(input);
-    if (found == done.end() || found->second.state.changed.empty() ||
-        !isPlanned(found->second.output)) {
-        return false;
+    if (found == done.end()) {
+        return SinceReport::NotDone;
     }
-    const auto now = stateOf(found->second.output);
-    return now && now->size == found->second.state.size &&
-           now->changed == found->second.state.changed;
+    const Written& then = found->second;
+    if (!isPlanned(then.output)) {
+        return SinceReport::OtherOutput;
+    }
+    const bool inPlace = then.output == input;
+    const auto output = stateOf(then.output);
+    if (!isStill(output, then.outputState)) {
+        return inPlace  ? SinceReport::InputChanged
+               : output ? SinceReport::OutputChanged
+                        : SinceReport::OutputGone;
+    }
+    if (!then.bySameSteps) {
+        return SinceReport::OtherSteps;
+    }
+    if (inPlace) {
+        return SinceReport::Same;
+    }
+    if (!then.bySameVersion) {
+        return SinceReport::OtherVersion;
+    }
+    const bool isSame = isStill(stateOf(input), then.inputState) &&
+                        (then.inputSha256.empty() || sha256OfFile(input) == then.inputSha256);
+    return isSame ? SinceReport::Same : SinceReport::InputChanged;
+}
+
+bool EarlierReports::wasInPlace(const std::string& input) const
+{
+    const auto found = done.find(input);
+    return found != done.end() && found->second.output == input;
+}
+
+bool EarlierReports::namesOutput(const std::string& path) const
+{
+    const auto found = outputs.find(path);
+    return found != outputs.end() && isStill(stateOf(path), found->second);
 }
 
 } // namespace vantora

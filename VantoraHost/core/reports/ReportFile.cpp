@@ -98,9 +98,9 @@ Result<ReportFile> ReportFile::open(const std::string& path, ExistingReport exis
     return report;
 }
 
-void ReportFile::add(const DocumentReport& report)
+void ReportFile::add(const DocumentReport& report, const RunIdentity& run)
 {
-    append(toJson(report) + '\n');
+    append(toJson(report, run) + '\n');
 }
 
 // In one call, so that whoever reads the file while it grows finds whole lines.

@@ -14,16 +14,18 @@ enum class ExistingReport {
     Continue, ///< lines are added to it
 };
 
-/// A file that takes the reports of a run as they come, one line of JSON each (toJson). Whenever
-/// the run or the machine stops, its lines are complete but for, at most, the last one.
+/// A file that takes the reports of a run as they come, one line of JSON each (toJson with the
+/// run). Whenever the run or the machine stops, its lines are complete but for, at most, the last
+/// one.
 class ReportFile {
 public:
     /// Creates or opens the file. One that exists is only touched when it is a report, so that no
     /// document is ever lost to a slip of the keyboard, and when no other run is writing to it.
     static Result<ReportFile> open(const std::string& path, ExistingReport existing);
 
-    /// Adds a line. After a failure nothing more is written, and sync() says so.
-    void add(const DocumentReport& report);
+    /// Adds a line about a document of a run. After a failure nothing more is written, and sync()
+    /// says so.
+    void add(const DocumentReport& report, const RunIdentity& run);
 
     /// Waits until the disk has the file; the error is the first one of all its writing.
     Outcome sync();

@@ -13,7 +13,7 @@ constexpr std::string_view beginning = R"({"schema":1,"input":")";
 constexpr std::string_view summary = R"({"schema":1,"summary":{)";
 
 // A million removed pages take less.
-constexpr std::size_t longestLine = 64 * 1024 * 1024;
+constexpr std::size_t longestLine = 16 * 1024 * 1024;
 
 } // namespace
 

@@ -251,6 +251,7 @@ std::string setupMessage(const WorkerSetup& setup)
         .add("keep_signed", setup.job.keepSigned)
         .add("strict", setup.job.strict)
         .add("if_empty", static_cast<int>(setup.job.ifEmpty))
+        .add("hash_inputs", setup.job.hashInputs)
         .add("report_first", setup.job.reportFirst)
         .add("memory_limit", setup.memoryLimit)
         .add("whole_run", setup.wholeRun)
@@ -285,6 +286,7 @@ Result<WorkerSetup> setupOf(std::string_view line, const StoredReader& stored)
     setup.job.ifEmpty = ifEmpty == static_cast<int>(IfEmpty::Blank)  ? IfEmpty::Blank
                         : ifEmpty == static_cast<int>(IfEmpty::Skip) ? IfEmpty::Skip
                                                                      : IfEmpty::Fail;
+    setup.job.hashInputs = (*json)["hash_inputs"].toBool();
     setup.job.reportFirst = (*json)["report_first"].toBool();
     setup.memoryLimit = wholeNumber((*json)["memory_limit"]).value_or(0);
     setup.wholeRun = (*json)["whole_run"].toBool();

@@ -21,7 +21,7 @@
 namespace vantora {
 
 /// The version of the messages; a worker refuses the setup of another one.
-inline constexpr int workerProtocol = 4;
+inline constexpr int workerProtocol = 5;
 
 /// What a worker is told first.
 struct WorkerSetup {
@@ -33,7 +33,7 @@ struct WorkerSetup {
     /// The worker sees the whole run and tells the actions of its beginning and its end; else
     /// somebody else does.
     bool wholeRun = false;
-    FileAccess files;              ///< what its documents take
+    FileAccess files; ///< what its documents take
 };
 
 /// One document for a worker.

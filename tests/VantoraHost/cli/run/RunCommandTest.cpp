@@ -230,7 +230,7 @@ TEST_F(Run, PrintsJsonPerDocumentAndDoesTheOthersWhenOneFails)
         terminal::lines(answer.out),
         ElementsAre(
             AllOf(StartsWith(figures), HasSubstr(R"("status":"done","warnings":["the r)"),
-                  HasSubstr(R"("errors":[],"seconds":)"), Not(EndsWith(":0}"))),
+                  HasSubstr(R"("errors":[],"seconds":)"), Not(HasSubstr(R"("seconds":0,)"))),
             HasSubstr(R"("status":"failed","warnings":[],"errors":[{"reason":"not-pdf")"),
             AllOf(HasSubstr(R"("output":null)"), HasSubstr(R"("reason":"input-missing")")),
             HasSubstr(R"("pages_removed":[2])"),

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <map>
 
 // Runs over folders, in shares, and gone on with.
@@ -134,6 +135,8 @@ TEST_F(ManyInputs, AreGoneOnWithAfterAnInterruption)
     EXPECT_EQ(second.status, 1);
     EXPECT_THAT(second.err,
                 AllOf(HasSubstr("1 of 4 documents are done by the report"),
+                      HasSubstr("1 document has changed since the report, and is to be done "
+                                "again: 1 output changed\n"),
                       HasSubstr("1 of 3 documents done, 2 failed (1 not-pdf, 1 output-exists)")));
 
     scratch.write("in/x/y/b.pdf", documentOfPages(3));
@@ -169,6 +172,75 @@ TEST_F(ManyInputs, ChangedInPlaceAreNotChangedTwice)
     EXPECT_EQ(terminal::run(line).status, 0);
     EXPECT_EQ(terminal::contents("in"), before);
     EXPECT_EQ(support::pageTexts(before.at("in/a.pdf")), support::pagesNamed({2, 3}));
+}
+
+// What happens between two nights, and what the second one does.
+TEST_F(ManyInputs, AreDoneAgainWhereAnythingChanged)
+{
+    const auto edit = [this] { scratch.write("in/a.pdf", documentOfPages(4)); };
+    const struct {
+        const char* name;
+        const char* first;
+        const char* second;
+        std::function<void()> between;
+        std::size_t left; ///< alone
+        const char* said;
+    } rows[] = {
+        {"nothing", "", "", [] {}, 4, ""},
+        {"nothing, with hashes", "--report-hashes", "--report-hashes", [] {}, 4, ""},
+        {"an input", "", "", edit, 3, "again: 1 input changed\n"},
+        {"the content of an input only", "--report-hashes", "",
+         [this] {
+             const auto time = fs::last_write_time("in/a.pdf");
+             scratch.write("in/a.pdf",
+                           support::replaced(support::readFile("in/a.pdf"), "Page 1", "Leaf 1"));
+             fs::last_write_time("in/a.pdf", time);
+         },
+         3, "again: 1 input changed\n"},
+        {"an input and an output", "", "",
+         [&] {
+             edit();
+             fs::remove("out/x/b.pdf");
+         },
+         2, "again: 1 output gone, 1 input changed\n"},
+        {"the pages", "-p 1", "-p 2", [] {}, 0, "again: 4 by other steps\n"},
+        {"the choice of pages", "--choose first:1", "--choose last:1", [] {}, 0,
+         "again: 4 by other steps\n"},
+        {"the options of an action", "--action Scripted --set x=1", "--action Scripted --set x=2",
+         [] {}, 0, "4 by other steps\n"},
+        {"the order of steps", "-p 1 -p 2", "-p 2 -p 1", [] {}, 0, "4 by other steps\n"},
+        {"how the same pages are given", "-p 1",
+         "--action 'Delete Pages' --set byPageRangeTextEdit=1", [] {}, 4, ""},
+    };
+    for (const auto& row : rows) {
+        fs::remove("report");
+        const auto night = [](std::string steps) {
+            const bool given =
+                steps.find("-p") == 0 || steps.find("--a") == 0 || steps.find("--c") == 0;
+            return terminal::run("run -r in -d out -j 0 --overwrite --report report --resume "
+                                 "report " +
+                                 (given ? "" : std::string("-p 1 ")) + steps);
+        };
+        const auto first = night(row.first);
+        ASSERT_EQ(first.status, 0) << row.name << first.err;
+        row.between();
+        const auto second = night(row.second);
+        EXPECT_EQ(second.status, 0) << row.name << second.err;
+        EXPECT_EQ(terminal::lines(second.out).size(), 4 - row.left) << row.name << second.out;
+        EXPECT_THAT(second.err, HasSubstr(row.said)) << row.name;
+        EXPECT_EQ(night(row.second).out, "") << row.name << ": done once more";
+    }
+}
+
+TEST_F(ManyInputs, ChangedInPlaceAreNotChangedByOtherStepsUnasked)
+{
+    const std::string rest = " -r in -i --report report --resume report";
+    EXPECT_EQ(terminal::run("run -p 1" + rest).status, 0);
+    const auto before = terminal::contents("in");
+    const auto answer = terminal::run("run -p 2" + rest);
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_THAT(answer.err, HasSubstr("in/a.pdf: is changed already, in place and by other steps"));
+    EXPECT_EQ(terminal::contents("in"), before);
 }
 
 TEST_F(ManyInputs, NeverCostADocumentForAReport)

@@ -16,6 +16,8 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
     report.input = "a.pdf";
     report.output = "b.pdf";
     report.outputExisted = true;
+    report.inputModified = "2";
+    report.inputSha256 = "ab";
     report.outputModified = "1";
     report.inPart = true;
     report.status = DocumentStatus::Done;
@@ -27,13 +29,18 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
     report.warnings = {"one"};
     report.repairs = {"two"};
     report.seconds = 0.25;
+    const RunIdentity run = {"1.0", "cd", R"([{"action":"A"}])", 3};
     EXPECT_EQ(
-        toJson(report),
+        toJson(report, run),
         R"({"schema":1,"input":"a.pdf","output":"b.pdf","output_existed":true,)"
         R"("pages_before":5,"pages_after":3,)"
         R"("pages_removed":[2,4],"bytes_before":5000000000,"bytes_after":12,)"
+        R"("input_modified":"2","input_modified_at":"1970-01-01T00:00:00.000000002Z",)"
+        R"("input_sha256":"ab",)"
         R"("output_modified":"1","output_modified_at":"1970-01-01T00:00:00.000000001Z",)"
-        R"("in_part":true,"left_blank":false,"status":"done","warnings":["one","repaired: two"],"errors":[],"seconds":0.25})");
+        R"("in_part":true,"left_blank":false,"status":"done","warnings":["one","repaired: two"],"errors":[],"seconds":0.25,)"
+        R"("run":{"version":"1.0","started":"3","started_at":"1970-01-01T00:00:00.000000003Z",)"
+        R"("steps_sha256":"cd","steps":[{"action":"A"}]}})");
 }
 
 TEST(Report, OfAFailedDocumentSaysNullForWhatIsNotKnown)
@@ -45,7 +52,8 @@ TEST(Report, OfAFailedDocumentSaysNullForWhatIsNotKnown)
         toJson(report),
         R"({"schema":1,"input":"a.pdf","output":null,"output_existed":null,"pages_before":null,)"
         R"("pages_after":null,"pages_removed":null,"bytes_before":null,)"
-        R"("bytes_after":null,"output_modified":null,"output_modified_at":null,"in_part":false,"left_blank":false,"status":"failed",)"
+        R"("bytes_after":null,"input_modified":null,"input_modified_at":null,"input_sha256":null,)"
+        R"("output_modified":null,"output_modified_at":null,"in_part":false,"left_blank":false,"status":"failed",)"
         R"("warnings":[],)"
         R"("errors":[{"reason":"password-wrong","text":"no"}],"seconds":0})");
 }

@@ -1,7 +1,7 @@
 #include "VantoraHost/core/reports/ReportFile.h"
 #include "VantoraHost/core/reports/EarlierReports.h"
 
-#include "tests/support/Inspect.h"
+#include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/RefusedCall.h"
 
 #include <gmock/gmock.h>
@@ -20,14 +20,18 @@ namespace fs = std::filesystem;
 using namespace vantora;
 using testing::HasSubstr;
 
-class Reports : public testing::Test {
+class Reports : public InOwnFolder {
 protected:
     DocumentReport doneReport(const std::string& input, const std::string& content) const
     {
         DocumentReport report;
         report.input = input;
-        report.output = scratch.write("out-" + input, content);
+        report.output = "out-" + input;
+        scratch.write(report.output, content);
+        scratch.write(input, "what the output was made of");
         report.status = DocumentStatus::Done;
+        report.bytesBefore = stateOf(input)->size;
+        report.inputModified = stateOf(input)->changed;
         report.bytesAfter = content.size();
         report.outputModified = stateOf(report.output)->changed;
         return report;
@@ -48,7 +52,7 @@ protected:
             return tl::unexpected<Error>(file.error());
         }
         for (const DocumentReport& report : reports) {
-            file->add(report);
+            file->add(report, run);
         }
         return file->sync();
     }
@@ -56,52 +60,37 @@ protected:
     /// Which of the inputs a to e are still done, by the report.
     std::string stillDone() const
     {
-        const auto earlier = EarlierReports::read({path});
+        const auto earlier = read();
         if (!earlier) {
             return earlier.error().sentence;
         }
         std::string done;
         for (const char* input : {"a", "b", "c", "d", "e"}) {
-            done += earlier->stillDone(input, anyOutput) ? input : "";
+            done += earlier->since(input, anyOutput) == SinceReport::Same ? input : "";
         }
         return done;
     }
 
+    Result<EarlierReports> read() const
+    {
+        std::vector<Input> inputs;
+        for (const char* input : {"a", "b", "c", "d", "e"}) {
+            inputs.push_back(inputNamed(input));
+        }
+        return EarlierReports::read({path}, inputs, run);
+    }
+
     static bool anyOutput(const std::string&) { return true; }
 
-    support::ScratchFolder scratch;
+    const RunIdentity run = {"1.0", "digest", "[]", 1};
     const std::string path = scratch.path("report.jsonl");
 };
-
-TEST_F(Reports, SayWhatIsStillDone)
-{
-    DocumentReport planned = doneReport("e", "planned");
-    planned.status = DocumentStatus::Planned;
-    ASSERT_TRUE(write({doneReport("a", "one"), failedReport("b"), doneReport("c", "two"),
-                       doneReport("d", "three"), planned},
-                      ExistingReport::Refuse));
-    EXPECT_EQ(stillDone(), "acd");
-    fs::remove(scratch.path("out-a"));
-    scratch.write("out-c", "longer");
-    fs::last_write_time(scratch.path("out-d"), fs::file_time_type::clock::now());
-    EXPECT_EQ(stillDone(), "");
-}
 
 TEST_F(Reports, CountTheLaterLine)
 {
     ASSERT_TRUE(write({doneReport("a", "one"), failedReport("b")}, ExistingReport::Refuse));
     ASSERT_TRUE(write({failedReport("a"), doneReport("b", "two")}, ExistingReport::Continue));
     EXPECT_EQ(stillDone(), "b");
-}
-
-TEST_F(Reports, BelieveTheFileWhereItWasDoneInPlaceAndThenCalledFailed)
-{
-    DocumentReport inPlace = doneReport("a", "one");
-    inPlace.input = inPlace.output;
-    ASSERT_TRUE(write({inPlace, failedReport(inPlace.input)}, ExistingReport::Refuse));
-    EXPECT_TRUE(EarlierReports::read({path})->stillDone(inPlace.input, anyOutput));
-    scratch.write("out-a", "another");
-    EXPECT_FALSE(EarlierReports::read({path})->stillDone(inPlace.input, anyOutput));
 }
 
 TEST_F(Reports, AreGoneOnWithAfterAnIncompleteLine)
@@ -171,20 +160,10 @@ TEST_F(Reports, AreNeitherPipesNorDevices)
         const auto opened = ReportFile::open(place, ExistingReport::Replace);
         ASSERT_FALSE(opened) << place;
         EXPECT_EQ(opened.error().reason, Reason::ReportMisplaced);
-        const auto read = EarlierReports::read({place});
+        const auto read = EarlierReports::read({place}, {}, run);
         ASSERT_FALSE(read) << place;
         EXPECT_EQ(read.error().reason, Reason::NotAReport);
     }
-}
-
-TEST_F(Reports, AreBelievedOnlyOfOutputsThatThisRunWouldWrite)
-{
-    ASSERT_TRUE(write({doneReport("a", "one")}, ExistingReport::Refuse));
-    const auto earlier = EarlierReports::read({path});
-    ASSERT_TRUE(earlier);
-    const std::string output = scratch.path("out-a");
-    EXPECT_TRUE(earlier->stillDone("a", [&](const auto& named) { return named == output; }));
-    EXPECT_FALSE(earlier->stillDone("a", [](const auto&) { return false; }));
 }
 
 TEST_F(Reports, AreNotForEverybodyToRead)
@@ -207,22 +186,22 @@ TEST_F(Reports, SayThatTheDiskIsFull)
     support::inAnotherProcess([&] { // which may write no more than this
         auto full = ReportFile::open(path, ExistingReport::Continue);
         ASSERT_TRUE(full);
-        full->add(failedReport("a"));
+        full->add(failedReport("a"), run);
         const rlim_t size = fs::file_size(path);
         const struct rlimit limit = {size + 20, size + 20};
         std::signal(SIGXFSZ, SIG_IGN);
         ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-        full->add(failedReport("b"));
-        full->add(failedReport("c"));
+        full->add(failedReport("b"), run);
+        full->add(failedReport("c"), run);
         EXPECT_THAT(full->sync().error().sentence, HasSubstr("File too large"));
     });
-    EXPECT_EQ(support::readFile(path), toJson(failedReport("a")) + "\n") << "half a line?";
+    EXPECT_EQ(support::readFile(path), toJson(failedReport("a"), run) + "\n") << "half a line?";
 }
 
 TEST_F(Reports, ThatAreNotThereCannotBeGoneOnWith)
 {
-    EXPECT_EQ(EarlierReports::read({scratch.path("none")}).error().reason, Reason::InputMissing);
-    EXPECT_EQ(EarlierReports::read({scratch.path("")}).error().reason, Reason::InputUnreadable);
+    EXPECT_EQ(EarlierReports::read({"none"}, {}, run).error().reason, Reason::InputMissing);
+    EXPECT_EQ(EarlierReports::read({"."}, {}, run).error().reason, Reason::InputUnreadable);
 }
 
 } // namespace

@@ -22,7 +22,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
                    {"Other", {}, {{"colour", 7}}, "list.xqq"}};
     setup.job.passwords = {"pass\xffword", "ü"};
     setup.job.keepSigned = setup.job.reportFirst = true;
-    setup.job.strict = true;
+    setup.job.strict = setup.job.hashInputs = true;
     setup.job.ifEmpty = IfEmpty::Skip;
     setup.memoryLimit = 1ULL << 40;
     setup.wholeRun = true;
@@ -41,7 +41,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     EXPECT_FALSE(got->steps[1].stored["bytes"].toByteArray().isEmpty());
     EXPECT_EQ(got->job.passwords, setup.job.passwords);
     EXPECT_TRUE(got->job.keepSigned && got->job.reportFirst && !got->job.dryRun);
-    EXPECT_TRUE(got->job.strict);
+    EXPECT_TRUE(got->job.strict && got->job.hashInputs);
     EXPECT_EQ(got->job.ifEmpty, IfEmpty::Skip);
     EXPECT_EQ(got->memoryLimit, setup.memoryLimit);
     EXPECT_TRUE(got->wholeRun);
@@ -126,6 +126,8 @@ TEST(WorkerAnswers, HoldWholeReports)
     report.pagesRemoved = {9, 10};
     report.bytesBefore = 5'000'000'000;
     report.bytesAfter = 4'000'000'000;
+    report.inputModified = "1600000000123456789";
+    report.inputSha256 = "ab";
     report.outputModified = "1700000000123456789";
     report.outputExisted = report.inPart = report.leftBlank = true;
     report.warnings = {"ouch"};
