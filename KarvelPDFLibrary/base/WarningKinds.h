@@ -3,7 +3,12 @@
 namespace karvel {
 
 /// What warnings begin with that tell what deleting pages did to a document, such as removing
-/// signatures; all others tell what was found to be damaged in it.
+/// signatures.
 constexpr char deletingPages[] = "deleting pages: ";
+
+/// What a note begins with that names things of the document that may repeat what removed pages
+/// said, such as attachments: nobody but a person can judge. All other warnings tell what was found
+/// to be damaged.
+constexpr char leftToJudge[] = "left to judge: ";
 
 } // namespace karvel

@@ -447,6 +447,15 @@ bool Removal::isRightByText(int object, const NumberSet& gone) const
                         [&](std::uint32_t target) { return gone.has(static_cast<int>(target)); });
 }
 
+void Removal::note(const std::string& things)
+{
+    Warnings& warnings = document_.warnings();
+    const std::string text = leftToJudge + things;
+    if (std::find(warnings.begin(), warnings.end(), text) == warnings.end()) {
+        warnings.push_back(text);
+    }
+}
+
 void Removal::takeOutDropped()
 {
     keepWhatPagesNeed();

@@ -160,6 +160,9 @@ public:
     /// /D) leads to a removed page.
     bool leadsToRemovedPage(QPDFObjectHandle destination);
 
+    /// Notes things of the document that may repeat what removed pages said, once.
+    void note(const std::string& things);
+
     void warn(const std::string& text) { document_.warnings().push_back(deletingPages + text); }
 
     /// Takes the dropped objects out of the document.

@@ -31,6 +31,7 @@ void putReferencesRight(Document& document)
     usage.look();
     removeLayers(removal, usage);
     removeCollectedThings(removal, usage);
+    noteWhatIsLeft(removal);
     removal.takeOutDropped();
     document.cutAndWriteTree();
     removal.cutLeftovers();

@@ -21,11 +21,20 @@ public:
         }
         dropEmptyFields();
         dropWidgetsWithoutPage();
+        int withValues = 0;
         for (const int number : touched_) {
             const Field& field = fields_.at(number);
             if (!removal_.isGone(field.object)) {
                 putButtonStatesRight(removal_, field.object);
+                QPDFObjectHandle value = QPDFObjectHandle(field.object).getKey("/V");
+                // A signature's value, the only dictionary, goes in any case.
+                withValues += value.isNull() || value.isDictionary() ? 0 : 1;
             }
+        }
+        if (withValues > 0) {
+            removal_.note("the values of " + std::to_string(withValues) +
+                          (withValues == 1 ? " form field" : " form fields") +
+                          " that removed pages showed, too");
         }
     }
 

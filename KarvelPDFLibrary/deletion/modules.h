@@ -56,6 +56,10 @@ void removeCollectedThings(Removal& removal, const Usage& usage);
 /// Pictures of pages in the document's metadata.
 void removePreviews(Removal& removal);
 
+/// Notes what stays of the document as a whole and may repeat what removed pages said: attachments,
+/// metadata, scripts, titles. To be called when all is gone that goes.
+void noteWhatIsLeft(Removal& removal);
+
 /// Every page that remains keeps the label it had.
 void keepPageLabels(Removal& removal);
 

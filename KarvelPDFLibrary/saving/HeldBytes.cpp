@@ -1,22 +1,20 @@
 #include "KarvelPDFLibrary/saving/HeldBytes.h"
 
+#include "KarvelPDFLibrary/saving/LiveGraph.h"
+
 #include <algorithm>
 #include <array>
-#include <unordered_map>
-#include <utility>
+#include <numeric>
 #include <vector>
 
 namespace karvel::saving {
 
 namespace {
 
-enum Kind : std::size_t { Images, Fonts, Content, Attachments, Structure, Other, KindCount };
+enum Kind : std::size_t { Images, Fonts, Content, Attachments, Other, KindCount };
 
-constexpr std::array<const char*, KindCount> kindNames = {"images",      "fonts",     "content",
-                                                          "attachments", "structure", "other"};
-
-/// Reading more dictionaries than this for one sentence would take too long.
-constexpr std::size_t mostStreams = 20000;
+constexpr std::array<const char*, KindCount> kindNames = {"images", "fonts", "content",
+                                                          "attachments", "other"};
 
 bool isOneOf(QPDFObjectHandle value, std::initializer_list<const char*> names)
 {
@@ -49,103 +47,86 @@ Kind kindOf(QPDFObjectHandle stream)
     return tellsSomething ? Other : Content;
 }
 
-class Tally {
+/// Walks over what pages refer to, from page to page never.
+class Walk {
 public:
-    Tally(Document& document, const Liveness& live)
-        : document_(document), live_(live), index_(document.index())
+    explicit Walk(std::size_t objects) : seen_(objects) {}
+
+    /// Marks an object, what `of` says that it refers to, and so on.
+    template <class Of>
+    void enter(std::uint32_t object, const Of& of)
     {
+        reach(object);
+        while (!pending_.empty()) {
+            const std::uint32_t next = pending_.back();
+            pending_.pop_back();
+            of(next, [this](std::uint32_t target) { reach(target); });
+        }
     }
 
-    std::array<std::uint64_t, KindCount> run()
-    {
-        collect();
-        const std::size_t most = std::min(streams_.size(), mostStreams);
-        std::partial_sort(streams_.begin(), streams_.begin() + static_cast<std::ptrdiff_t>(most),
-                          streams_.end(),
-                          [](const auto& a, const auto& b) { return a.first > b.first; });
-        streams_.resize(most);
-        for (const auto& [size, id] : streams_) {
-            QPDFObjectHandle stream = document_.file().getObject(id);
-            if (stream.isStream()) {
-                bytes_[kindOf(stream)] += size;
-            }
-        }
-        return bytes_;
-    }
+    bool has(std::uint32_t object) const { return object < seen_.size() && seen_[object]; }
 
 private:
-    void collect()
+    void reach(std::uint32_t object)
     {
-        if (index_ == nullptr) {
-            collectWithoutIndex();
+        if (object != 0 && object < seen_.size() && !seen_[object]) {
+            seen_[object] = true;
+            pending_.push_back(object);
+        }
+    }
+
+    std::vector<bool> seen_;
+    std::vector<std::uint32_t> pending_;
+};
+
+/// What the pages that stay show, with what they inherit.
+Walk shownByRemainingPages(Document& document, const LiveGraph& graph)
+{
+    const index::ReferenceIndex& index = *document.index();
+    Walk walk(graph.size());
+    const auto of = [&](std::uint32_t object, const auto& reach) {
+        if (!graph.isPage(object)) {
+            for (const std::uint32_t target : graph.of(object)) {
+                reach(target);
+            }
+        }
+    };
+    for (int page = 0; page < document.pageCount(); ++page) {
+        for (const std::uint32_t object : graph.ofPage(static_cast<std::size_t>(page))) {
+            walk.enter(object, of);
+        }
+    }
+    for (std::uint32_t object = 1; object < index.size(); ++object) {
+        if (index.object(object).kind == index::Kind::PageNode) {
+            walk.enter(object, of);
+        }
+    }
+    return walk;
+}
+
+/// What the pages that were cut showed in the file, but for what they inherited.
+Walk shownByCutPages(Document& document)
+{
+    const index::ReferenceIndex& index = *document.index();
+    Walk walk(index.size());
+    const auto of = [&](std::uint32_t object, const auto& reach) {
+        if (!index.contains(object)) {
             return;
         }
-        countMembers();
-        for (std::uint32_t number = 1; number < index_->size(); ++number) {
-            if (!live_.isLive(number) || !index_->contains(number)) {
-                continue;
-            }
-            const index::IndexedObject& object = index_->object(number);
-            const QPDFObjGen id(static_cast<int>(number), object.generation);
-            if ((object.flags & index::IsStream) != 0) {
-                streams_.emplace_back(object.end - object.start, id);
-            } else if (isElement(object)) {
-                bytes_[Structure] += storedSize(object);
+        const index::IndexedObject& entry = index.object(object);
+        for (std::uint32_t i = 0; i < entry.referenceCount; ++i) {
+            const std::uint32_t target = index.references()[entry.firstReference + i];
+            const index::Kind kind = index.object(target).kind;
+            if (kind != index::Kind::Page && kind != index::Kind::PageNode) {
+                reach(target);
             }
         }
+    };
+    for (const std::int32_t page : document.cutPages()) {
+        walk.enter(static_cast<std::uint32_t>(page), of);
     }
-
-    void collectWithoutIndex()
-    {
-        for (const QPDFObjectHandle& object : document_.file().getAllObjects()) {
-            QPDFObjectHandle stream = object;
-            const auto number = static_cast<std::uint32_t>(stream.getObjectID());
-            QPDFObjectHandle length = stream.isStream() && live_.isLive(number)
-                                          ? stream.getDict().getKey("/Length")
-                                          : QPDFObjectHandle::newNull();
-            if (length.isInteger() && length.getIntValue() > 0) {
-                streams_.emplace_back(static_cast<std::uint64_t>(length.getIntValue()),
-                                      stream.getObjGen());
-            }
-        }
-    }
-
-    /// Structure elements have /P or /Pg, as annotations do, but no /Subtype.
-    static bool isElement(const index::IndexedObject& object)
-    {
-        return object.kind == index::Kind::Other && (object.flags & index::HasPlace) != 0 &&
-               (object.flags & index::HasSubtype) == 0;
-    }
-
-    void countMembers()
-    {
-        for (const index::ObjectStreamMembers& stream : index_->objectStreams()) {
-            std::uint64_t decoded = 1;
-            for (const std::uint32_t member : stream.members) {
-                decoded += index_->object(member).end - index_->object(member).start;
-            }
-            const index::IndexedObject& object = index_->object(stream.object);
-            packing_[stream.object] =
-                static_cast<double>(object.end - object.start) / static_cast<double>(decoded);
-        }
-    }
-
-    /// A member of an object stream takes its share of it.
-    std::uint64_t storedSize(const index::IndexedObject& object) const
-    {
-        const auto size = static_cast<double>(object.end - object.start);
-        const auto packing = packing_.find(object.container);
-        return static_cast<std::uint64_t>(packing == packing_.end() ? size
-                                                                    : size * packing->second);
-    }
-
-    Document& document_;
-    const Liveness& live_;
-    const index::ReferenceIndex* index_;
-    std::vector<std::pair<std::uint64_t, QPDFObjGen>> streams_;
-    std::unordered_map<std::uint32_t, double> packing_; // stored bytes for a decoded one
-    std::array<std::uint64_t, KindCount> bytes_ = {};
-};
+    return walk;
+}
 
 std::string grouped(std::uint64_t number)
 {
@@ -158,28 +139,41 @@ std::string grouped(std::uint64_t number)
 
 } // namespace
 
-std::string whatHolds(Document& document, const Liveness& live, std::uint64_t writtenBytes)
+HeldBytes heldThoughCut(Document& document, const Liveness& live)
 {
-    std::array<std::uint64_t, KindCount> bytes = Tally(document, live).run();
-    std::uint64_t known = 0;
-    for (std::size_t kind = 0; kind < Other; ++kind) {
-        known += bytes[kind];
+    HeldBytes held;
+    const index::ReferenceIndex* index = document.index();
+    if (index == nullptr) {
+        return held;
     }
-    bytes[Other] = writtenBytes > known ? writtenBytes - known : 0;
-    std::vector<std::size_t> kinds;
-    for (std::size_t kind = 0; kind < KindCount; ++kind) {
-        if (bytes[kind] > 0) {
-            kinds.push_back(kind);
+    const LiveGraph graph(document, live);
+    const Walk cut = shownByCutPages(document);
+    const Walk remaining = shownByRemainingPages(document, graph);
+    std::array<std::uint64_t, KindCount> bytes = {};
+    for (std::uint32_t number = 1; number < index->size(); ++number) {
+        const index::IndexedObject& object = index->object(number);
+        if ((object.flags & index::IsStream) == 0 || !graph.isThere(number) || !cut.has(number) ||
+            remaining.has(number)) {
+            continue;
+        }
+        QPDFObjectHandle stream =
+            document.file().getObject(static_cast<int>(number), object.generation);
+        if (stream.isStream()) {
+            bytes[kindOf(stream)] += object.end - object.start;
+            held.bytes += object.end - object.start;
         }
     }
+    std::array<std::size_t, KindCount> kinds = {};
+    std::iota(kinds.begin(), kinds.end(), std::size_t{0});
     std::stable_sort(kinds.begin(), kinds.end(),
                      [&](std::size_t a, std::size_t b) { return bytes[a] > bytes[b]; });
-    std::string text;
     for (const std::size_t kind : kinds) {
-        text += (text.empty() ? "" : ", ") + std::string(kindNames[kind]) + " " +
-                grouped(bytes[kind]) + (text.empty() ? " bytes" : "");
+        if (bytes[kind] > 0) {
+            held.kinds += (held.kinds.empty() ? "" : ", ") + std::string(kindNames[kind]) + " " +
+                          grouped(bytes[kind]) + (held.kinds.empty() ? " bytes" : "");
+        }
     }
-    return text;
+    return held;
 }
 
 } // namespace karvel::saving

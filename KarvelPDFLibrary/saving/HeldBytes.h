@@ -7,9 +7,14 @@
 
 namespace karvel::saving {
 
-/// What the bytes of a document that was written are held by, the largest kind first, such as
-/// "images 3,200,000 bytes, fonts 120,000, other 9,000". Large streams are looked at one by one;
-/// what is left over counts as other.
-std::string whatHolds(Document& document, const Liveness& live, std::uint64_t writtenBytes);
+/// What only pages that were cut showed, and something else in the document still holds.
+struct HeldBytes {
+    std::uint64_t bytes = 0;
+    std::string kinds; ///< the largest first, such as "images 3,200,000 bytes, fonts 120,000"
+};
+
+/// Looks at streams, as they were stored; each is what its dictionary says. Nothing is found in a
+/// document without an index.
+HeldBytes heldThoughCut(Document& document, const Liveness& live);
 
 } // namespace karvel::saving

@@ -241,7 +241,8 @@ private:
 };
 
 /// A document that stays above nine tenths of its size although more than a tenth of its pages went
-/// earns a warning that says why.
+/// earns a warning where that is because what only they showed is still held: more of it than they
+/// gave back.
 void explainSize(Document& document, const Liveness& live, std::uint64_t writtenBytes)
 {
     const std::size_t cut = document.cutPages().size();
@@ -250,10 +251,14 @@ void explainSize(Document& document, const Liveness& live, std::uint64_t written
     if (before == 0 || cut * 10 <= pages || writtenBytes * 10 <= before * 9) {
         return;
     }
+    const HeldBytes held = heldThoughCut(document, live);
+    if (held.bytes == 0 || writtenBytes + held.bytes <= before) {
+        return;
+    }
     document.warnings().push_back(
         deletingPages + std::to_string(cut) + " of " + std::to_string(pages) + " pages went, but " +
-        std::to_string(writtenBytes * 100 / before) + " % of the size is held by " +
-        whatHolds(document, live, writtenBytes));
+        std::to_string(writtenBytes * 100 / before) +
+        " % of the size stays, since something else holds what only they showed: " + held.kinds);
 }
 
 /// Writes the document as it is, which must be synchronized.

@@ -53,6 +53,9 @@ std::optional<std::string> destinationMistake(const RunArguments& run)
     if (run.options.endedByNull && !listed) {
         return "-0 goes with --files-from";
     }
+    if (run.options.quiet && run.options.verbose) {
+        return "-q and -v exclude each other";
+    }
     const int given = int{toFile} + int{toFolder} + int{run.inPlace};
     if (given > 1) {
         return "-o, -d and --in-place exclude each other";
@@ -353,6 +356,9 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
                      "Print one JSON object per document on standard output,\n"
                      "and one that sums up");
     command.add_flag("-q,--quiet", run.options.quiet, "Print nothing but errors");
+    command.add_flag("-v,--verbose", run.options.verbose,
+                     "Say, too, what stays of each document and may repeat what\n"
+                     "removed pages said, such as attachments and metadata");
 }
 
 tl::expected<RunOptions, Ending> finished(RunArguments& run)

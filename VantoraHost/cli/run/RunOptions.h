@@ -34,6 +34,7 @@ struct RunOptions {
     bool skipExisting = false;            ///< leave out inputs whose outputs are newer
     bool dryRun = false;
     bool quiet = false;
+    bool verbose = false; ///< say what stays and may repeat what removed pages said
     bool json = false;
     std::optional<std::size_t> jobs;          ///< worker processes; 0 for none
     std::optional<int> timeout;               ///< seconds for one document; 0 for no limit

@@ -118,6 +118,9 @@ void RunReporter::documentInTurn(const DocumentReport& report)
     if (!options.quiet) {
         printWarnings(report);
     }
+    if (options.verbose) {
+        printWhatIsLeft(report);
+    }
     if (report.error) {
         printError(streams, *report.error);
     }
@@ -166,6 +169,17 @@ void RunReporter::printWarnings(const DocumentReport& report) const
         printWarning(streams, report.input, warning);
     }
     printRepairs(streams, report.input, report.repairs);
+}
+
+void RunReporter::printWhatIsLeft(const DocumentReport& report) const
+{
+    std::string things;
+    for (const std::string& thing : report.leftToJudge) {
+        things += (things.empty() ? "" : "; ") + thing;
+    }
+    if (!things.empty()) {
+        printNote(streams, inputName(report.input) + ": left, for you to judge: " + shown(things));
+    }
 }
 
 } // namespace vantora::cli

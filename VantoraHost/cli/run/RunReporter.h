@@ -47,6 +47,7 @@ private:
     bool saysSomething(const DocumentReport& report) const;
     void printSummary(bool interrupted) const;
     void printWarnings(const DocumentReport& report) const;
+    void printWhatIsLeft(const DocumentReport& report) const;
 
     const RunOptions& options;
     const Streams& streams;

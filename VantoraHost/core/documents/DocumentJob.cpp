@@ -118,6 +118,7 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
     if (done) {
         const std::vector<std::string> remarks = document->remarks();
         report.warnings.insert(report.warnings.end(), remarks.begin(), remarks.end());
+        report.leftToJudge = document->leftToJudge();
     }
     return done;
 }

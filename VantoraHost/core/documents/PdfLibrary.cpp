@@ -173,26 +173,40 @@ std::vector<std::string> OpenDocument::repairs() const
     if (library->WasReconstructed() == 1) {
         texts.emplace_back("its table of objects was damaged and has been rebuilt");
     }
-    const std::vector<std::string> others = warnings(false);
+    const std::vector<std::string> others = warnings(Warning::OfDamage);
     texts.insert(texts.end(), others.begin(), others.end());
     return texts;
 }
 
 std::vector<std::string> OpenDocument::remarks() const
 {
-    return warnings(true);
+    return warnings(Warning::OfDeletion);
 }
 
-// The warnings of one of the two kinds, without the word that tells them apart.
-std::vector<std::string> OpenDocument::warnings(bool ofDeletion) const
+std::vector<std::string> OpenDocument::leftToJudge() const
 {
-    const std::string_view kind = karvel::deletingPages;
+    return warnings(Warning::LeftToJudge);
+}
+
+// The warnings of one kind, without the words that tell it apart.
+std::vector<std::string> OpenDocument::warnings(Warning kind) const
+{
+    constexpr std::pair<std::string_view, Warning> beginnings[] = {
+        {karvel::deletingPages, Warning::OfDeletion}, {karvel::leftToJudge, Warning::LeftToJudge}};
     std::vector<std::string> texts;
     const int count = library->WarningCount();
     for (int warning = 1; warning <= count; ++warning) {
-        const std::string text = fromWide(library->GetWarningText(warning));
-        if ((text.compare(0, kind.size(), kind) == 0) == ofDeletion) {
-            texts.push_back(ofDeletion ? text.substr(kind.size()) : text);
+        std::string text = fromWide(library->GetWarningText(warning));
+        Warning found = Warning::OfDamage;
+        for (const auto& [beginning, meaning] : beginnings) {
+            if (text.compare(0, beginning.size(), beginning) == 0) {
+                found = meaning;
+                text.erase(0, beginning.size());
+                break;
+            }
+        }
+        if (found == kind) {
+            texts.push_back(std::move(text));
         }
     }
     return texts;

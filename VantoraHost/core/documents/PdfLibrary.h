@@ -42,6 +42,9 @@ public:
     /// What deleting pages did to the document beside, such as removing signatures, as sentences.
     std::vector<std::string> remarks() const;
 
+    /// What stays of the document as a whole and may repeat what deleted pages said.
+    std::vector<std::string> leftToJudge() const;
+
     /// What the library had to put right in the document up to now, as sentences; the most
     /// important one first.
     std::vector<std::string> repairs() const;
@@ -55,7 +58,8 @@ private:
     };
     static Result<OpenDocument> load(KarvelPDFLibraryCPDylibCPP1311& library, const Source& source,
                                      const std::vector<std::string>& passwords, Access access);
-    std::vector<std::string> warnings(bool ofDeletion) const;
+    enum class Warning { OfDeletion, LeftToJudge, OfDamage };
+    std::vector<std::string> warnings(Warning kind) const;
 
     explicit OpenDocument(KarvelPDFLibraryCPDylibCPP1311& library) : library(&library) {}
 

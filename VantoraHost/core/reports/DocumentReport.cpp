@@ -104,7 +104,7 @@ JsonObject objectOf(const DocumentReport& report)
     if (report.error) {
         errors.push_back(errorJson(*report.error));
     }
-    json.add("errors", errors).add("seconds", std::round(report.seconds * 1e6) / 1e6);
+    json.add("errors", errors).add("left", report.leftToJudge).add("seconds", std::round(report.seconds * 1e6) / 1e6);
     return json;
 }
 
@@ -149,6 +149,7 @@ std::optional<DocumentReport> reportOf(const QJsonObject& json)
     report.inputSha256 = bytesOf(json["input_sha256"].toString());
     report.outputModified = bytesOf(json["output_modified"].toString());
     takeWarnings(report, json["warnings"].toArray());
+    report.leftToJudge = bytesOf(json["left"].toArray());
     const QJsonObject error = json["errors"].toArray().first().toObject();
     if (const auto reason = reasonNamed(bytesOf(error["reason"].toString()))) {
         report.error = Error{*reason, report.input, bytesOf(error["text"].toString())};

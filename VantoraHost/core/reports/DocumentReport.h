@@ -36,7 +36,8 @@ struct DocumentReport {
     std::string inputSha256;   ///< in hexadecimal digits; empty where nobody asked for it
     std::string outputModified; ///< FileState::changed of the output; empty for none
     std::vector<std::string> warnings;
-    std::vector<std::string> repairs; ///< what was damaged in the input
+    std::vector<std::string> leftToJudge; ///< what stays and may repeat what removed pages said
+    std::vector<std::string> repairs;     ///< what was damaged in the input
     std::optional<Error> error;
     double seconds = 0;
 };

@@ -21,7 +21,7 @@ std::size_t bytesOf(const DocumentReport& report)
     return sizeof report + node + report.input.size() + report.output.size() +
            report.inputSha256.size() +
            (report.pagesRemoved ? report.pagesRemoved->size() * sizeof(int) : 0) +
-           bytesOf(report.warnings) + bytesOf(report.repairs) +
+           bytesOf(report.warnings) + bytesOf(report.leftToJudge) + bytesOf(report.repairs) +
            (report.error ? report.error->file.size() + report.error->sentence.size() : 0);
 }
 

@@ -230,7 +230,8 @@ TEST_F(Run, PrintsJsonPerDocumentAndDoesTheOthersWhenOneFails)
         terminal::lines(answer.out),
         ElementsAre(
             AllOf(StartsWith(figures), HasSubstr(R"("status":"done","warnings":["the r)"),
-                  HasSubstr(R"("errors":[],"seconds":)"), Not(HasSubstr(R"("seconds":0,)"))),
+                  HasSubstr(R"("errors":[],"left":[],"seconds":)"),
+                  Not(HasSubstr(R"("seconds":0,)"))),
             HasSubstr(R"("status":"failed","warnings":[],"errors":[{"reason":"not-pdf")"),
             AllOf(HasSubstr(R"("output":null)"), HasSubstr(R"("reason":"input-missing")")),
             HasSubstr(R"("pages_removed":[2])"),
@@ -564,6 +565,35 @@ TEST_F(Run, PutsNoDocumentOnATerminal)
     EXPECT_EQ(answer.status, 1);
     EXPECT_EQ(answer.out, "");
     EXPECT_THAT(answer.err, HasSubstr("not for a terminal"));
+}
+
+// As offices have them: a light cover sheet, and a heavy logo on every page.
+TEST_F(Run, OverLettersWarnsOfNothing)
+{
+    const std::string shows = "/Resources << /XObject << /Logo @logo >> >>";
+    const std::string letter =
+        support::Sketch{{shows, shows, shows},
+                        "/Names << /EmbeddedFiles << /Names [(a) @file] >> >> /Metadata @xmp",
+                        {{"logo", "/Type /XObject /Subtype /Image /Width 1 /Height 90000 "
+                                  "/BitsPerComponent 8 /ColorSpace /DeviceGray|" +
+                                      std::string(90000, 'x')},
+                         {"file", "<< /Type /Filespec /F (f) >>"},
+                         {"xmp", "/Type /Metadata /Subtype /XML|<x/>"}}}
+            .built();
+    scratch.write("one.pdf", letter);
+    scratch.write("two.pdf", letter);
+    const std::string line = "run -p 1 one.pdf two.pdf -d . --name {name}-cut{ext} --overwrite ";
+    EXPECT_THAT(terminal::lines(terminal::run(line).err),
+                ElementsAre(HasSubstr("2 of 2 documents done; 2 pages removed; ")));
+    const std::string left = "left, for you to judge: 1 attached file; the document's XMP metadata";
+    EXPECT_THAT(terminal::lines(terminal::run(line + "-v").err),
+                ElementsAre("vantora: one.pdf: " + left, "vantora: two.pdf: " + left,
+                            HasSubstr("2 of 2 documents done; 2 pages removed; ")));
+    for (const char* how : {"--json", "--json -n"}) {
+        EXPECT_EQ(terminal::objects(terminal::run(line + how).out).front()["left"].toArray(),
+                  QJsonArray({"1 attached file", "the document's XMP metadata"}))
+            << how;
+    }
 }
 
 } // namespace

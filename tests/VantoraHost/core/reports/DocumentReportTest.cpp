@@ -28,6 +28,7 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
     report.bytesAfter = 12;
     report.warnings = {"one"};
     report.repairs = {"two"};
+    report.leftToJudge = {"three"};
     report.seconds = 0.25;
     const RunIdentity run = {"1.0", "cd", R"([{"action":"A"}])", 3};
     EXPECT_EQ(
@@ -38,7 +39,7 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
         R"("input_modified":"2","input_modified_at":"1970-01-01T00:00:00.000000002Z",)"
         R"("input_sha256":"ab",)"
         R"("output_modified":"1","output_modified_at":"1970-01-01T00:00:00.000000001Z",)"
-        R"("in_part":true,"left_blank":false,"status":"done","warnings":["one","repaired: two"],"errors":[],"seconds":0.25,)"
+        R"("in_part":true,"left_blank":false,"status":"done","warnings":["one","repaired: two"],"errors":[],"left":["three"],"seconds":0.25,)"
         R"("run":{"version":"1.0","started":"3","started_at":"1970-01-01T00:00:00.000000003Z",)"
         R"("steps_sha256":"cd","steps":[{"action":"A"}]}})");
 }
@@ -55,7 +56,7 @@ TEST(Report, OfAFailedDocumentSaysNullForWhatIsNotKnown)
         R"("bytes_after":null,"input_modified":null,"input_modified_at":null,"input_sha256":null,)"
         R"("output_modified":null,"output_modified_at":null,"in_part":false,"left_blank":false,"status":"failed",)"
         R"("warnings":[],)"
-        R"("errors":[{"reason":"password-wrong","text":"no"}],"seconds":0})");
+        R"("errors":[{"reason":"password-wrong","text":"no"}],"left":[],"seconds":0})");
 }
 
 TEST(JsonText, IsEscaped)

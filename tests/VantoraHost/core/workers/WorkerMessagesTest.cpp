@@ -132,6 +132,7 @@ TEST(WorkerAnswers, HoldWholeReports)
     report.outputExisted = report.inPart = report.leftBlank = true;
     report.warnings = {"ouch"};
     report.repairs = {"the table"};
+    report.leftToJudge = {"a file"};
     const auto got = answerOf(answerMessage(WorkerReport{12, report}));
     ASSERT_TRUE(got);
     EXPECT_EQ(std::get<WorkerReport>(*got).number, 12U);
