@@ -12,3 +12,11 @@ int KPLAttachmentCount(int instance)
             self, [](Document& document) -> Result<int> { return attachments::count(document); });
     });
 }
+
+wchar_t* KPLGetAttachmentName(int instance, int attachment)
+{
+    return boundary::wideString(instance, [=](Instance& self) {
+        return onUpToDateDocument(
+            self, [=](Document& document) { return attachments::nameOf(document, attachment); });
+    });
+}

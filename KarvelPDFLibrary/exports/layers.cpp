@@ -12,3 +12,11 @@ int KPLLayerCount(int instance)
             self, [](Document& document) -> Result<int> { return layers::count(document); });
     });
 }
+
+wchar_t* KPLGetLayerName(int instance, int layer)
+{
+    return boundary::wideString(instance, [=](Instance& self) {
+        return onUpToDateDocument(
+            self, [=](Document& document) { return layers::nameOf(document, layer); });
+    });
+}

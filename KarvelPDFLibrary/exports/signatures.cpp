@@ -33,3 +33,27 @@ int KPLIsSignatureSigned(int instance, int signature)
         });
     });
 }
+
+wchar_t* KPLGetSignatureText(int instance, int signature, int item)
+{
+    return boundary::wideString(instance, [=](Instance& self) {
+        return onUpToDateDocument(self, [=](Document& document) -> Result<std::string> {
+            if (item < static_cast<int>(signatures::Text::Signer) ||
+                item > static_cast<int>(signatures::Text::Format)) {
+                return fail(ErrorCode::BadArgument,
+                            "a signature has no text " + std::to_string(item));
+            }
+            return signatures::textOf(document, signature, static_cast<signatures::Text>(item));
+        });
+    });
+}
+
+int KPLGetSignatureCoverage(int instance, int signature)
+{
+    return boundary::integer(instance, [=](Instance& self) {
+        return onUpToDateDocument(self, [=](Document& document) {
+            return signatures::coverageOf(document, signature)
+                .map([](signatures::Coverage coverage) { return static_cast<int>(coverage); });
+        });
+    });
+}

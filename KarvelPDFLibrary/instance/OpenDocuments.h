@@ -5,6 +5,7 @@
 #include "KarvelPDFLibrary/transfer/ImportPages.h"
 #include "KarvelPDFLibrary/viewer/View.h"
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,6 +18,10 @@ struct OpenDocument {
     int handle = 0;
     std::unique_ptr<Document> document;
     int selectedPage = 1;
+
+    /// The entries of its outline that have handles, and the handles of these.
+    std::map<int, QPDFObjGen> outlineEntries = {};
+    std::map<QPDFObjGen, int> outlineHandles = {};
 
     /// For rendering and reading text.
     viewer::View view = {};

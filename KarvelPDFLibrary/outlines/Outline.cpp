@@ -1,9 +1,21 @@
 #include "KarvelPDFLibrary/outlines/Outline.h"
 
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace karvel::outlines {
+
+namespace {
+
+QPDFObjectHandle entryAt(QPDFObjectHandle holder, const char* key)
+{
+    QPDFObjectHandle entry =
+        holder.isDictionary() ? holder.getKey(key) : QPDFObjectHandle::newNull();
+    return entry.isIndirect() && entry.isDictionary() ? entry : QPDFObjectHandle::newNull();
+}
+
+} // namespace
 
 int entryCount(Document& document)
 {
@@ -26,6 +38,27 @@ int entryCount(Document& document)
         waiting.push_back(entry.getKey("/First"));
     }
     return count;
+}
+
+QPDFObjectHandle firstEntry(Document& document)
+{
+    return entryAt(document.catalog().getKey("/Outlines"), "/First");
+}
+
+QPDFObjectHandle firstChild(QPDFObjectHandle entry)
+{
+    return entryAt(std::move(entry), "/First");
+}
+
+QPDFObjectHandle nextEntry(QPDFObjectHandle entry)
+{
+    return entryAt(std::move(entry), "/Next");
+}
+
+std::string titleOf(QPDFObjectHandle entry)
+{
+    QPDFObjectHandle title = entry.getKey("/Title");
+    return title.isString() ? title.getUTF8Value() : std::string();
 }
 
 } // namespace karvel::outlines

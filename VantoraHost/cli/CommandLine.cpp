@@ -47,7 +47,7 @@ std::string commandMistake(const std::vector<std::string>& arguments)
 /// All that the commands' arguments are read into.
 struct AllArguments {
     RunArguments run;
-    InfoOptions info;
+    InfoArguments info;
     ActionsOptions actions;
     SavedArguments saved;
     ConfigureArguments configure;
@@ -88,7 +88,10 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
     if (isSaved(all.saved, chosen)) {
         return finished(all.saved, chosen);
     }
-    return chosen == "info" ? Command(all.info) : Command(all.actions);
+    if (chosen == "info") {
+        return finished(all.info);
+    }
+    return Command(all.actions);
 }
 
 } // namespace

@@ -75,13 +75,13 @@ _vantora()
     "run ")
         words="--pages --choose --keep --except --action --list --favourite --favorite --settings --set --output --directory --in-place --backup --overwrite --rename --name
             --recursive --report --report-hashes --resume --shard --files-from --null --password-file --keep-signed --strict --if-empty --accept-failures --skip-existing --metrics --jobs --timeout --memory-limit --dry-run --json --quiet --verbose --help
-            -p -o -d -i -j -n -q -r -h -0"
+            -p -o -d -i -j -n -q -v -r -h -0"
         ;;
     "configure ")
         words="--set --hide-add-to-action-list --inside --help -h"
         ;;
     "info ")
-        words="--password-file --json --help -h"
+        words="--recursive --files-from --null --password-file --jobs --timeout --memory-limit --verbose --json --help -r -0 -j -v -h"
         ;;
     "actions ")
         words="--json --help -h"

@@ -4,6 +4,9 @@
 #include "VantoraHost/core/ShownText.h"
 
 #include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <limits>
 
 namespace vantora::cli {
 
@@ -44,6 +47,27 @@ tl::expected<Setting, std::string> settingOf(const std::string& text)
         return tl::unexpected<std::string>("--set " + text + " is not KEY=VALUE");
     }
     return Setting(text.substr(0, equals), text.substr(equals + 1));
+}
+
+std::optional<std::uint64_t> amountOf(const std::string& text,
+                                      std::initializer_list<std::pair<char, std::uint64_t>> units)
+{
+    std::uint64_t number = 0;
+    const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const std::string unit(end, text.data() + text.size());
+    if (failed != std::errc()) {
+        return std::nullopt;
+    }
+    if (unit.empty()) {
+        return number;
+    }
+    for (const auto& [letter, factor] : units) {
+        if (unit.size() == 1 && std::tolower(unit[0]) == letter &&
+            number <= std::numeric_limits<std::uint64_t>::max() / factor) {
+            return number * factor;
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace vantora::cli

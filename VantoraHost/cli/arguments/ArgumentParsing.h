@@ -5,6 +5,9 @@
 #include <CLI/CLI.hpp>
 
 #include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
 #include <string>
 #include <tl/expected.hpp>
 #include <utility>
@@ -28,5 +31,9 @@ using Setting = std::pair<std::string, std::string>;
 
 /// The two sides of KEY=VALUE, or the mistake.
 tl::expected<Setting, std::string> settingOf(const std::string& text);
+
+/// A number with a unit from a list of "letter, factor"; none when it isn't one.
+std::optional<std::uint64_t> amountOf(const std::string& text,
+                                      std::initializer_list<std::pair<char, std::uint64_t>> units);
 
 } // namespace vantora::cli

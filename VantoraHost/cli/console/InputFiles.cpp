@@ -1,11 +1,14 @@
 #include "VantoraHost/cli/console/InputFiles.h"
 
+#include "VantoraHost/cli/console/Messages.h"
 #include "VantoraHost/core/Target.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <iterator>
 
 namespace vantora::cli {
 
@@ -113,6 +116,34 @@ Result<std::vector<std::string>> readFileList(const std::string& path, bool ende
         name = name == standardStream ? "./-" : name;
     }
     return names;
+}
+
+Result<std::vector<Input>> inputsNamed(InputNames named, const std::string& outputs, bool quiet,
+                                       const Streams& streams)
+{
+    if (!named.filesFrom.empty()) {
+        auto listed = readFileList(named.filesFrom, named.endedByNull, streams);
+        if (!listed) {
+            return tl::unexpected<Error>(std::move(listed.error()));
+        }
+        std::move(listed->begin(), listed->end(), std::back_inserter(named.names));
+    }
+    std::vector<Input> inputs;
+    for (std::string& name : named.names) {
+        if (!named.recursive || name == standardStream || !isFolder(name)) {
+            inputs.push_back(inputNamed(std::move(name)));
+            continue;
+        }
+        Result<std::vector<Input>> found = inputsBelow(name, outputs);
+        if (!found) {
+            return tl::unexpected<Error>(std::move(found.error()));
+        }
+        if (found->empty() && !quiet) {
+            printWarning(streams, name, "the folder holds no PDF file (a name that ends in .pdf)");
+        }
+        std::move(found->begin(), found->end(), std::back_inserter(inputs));
+    }
+    return inputs;
 }
 
 Result<std::string> valueOrFileContent(const std::string& value)

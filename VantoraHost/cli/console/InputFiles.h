@@ -2,6 +2,7 @@
 
 #include "VantoraHost/cli/console/Streams.h"
 #include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/Inputs.h"
 
 #include <string>
 #include <vector>
@@ -18,6 +19,19 @@ Result<std::vector<std::string>> readPasswords(const std::string& path);
 /// standard input. A name "-" in it is that of a file. Fails when it names none.
 Result<std::vector<std::string>> readFileList(const std::string& path, bool endedByNull,
                                               const Streams& streams);
+
+/// How a command line names documents.
+struct InputNames {
+    std::vector<std::string> names;
+    std::string filesFrom;    ///< a list of more; empty: none
+    bool endedByNull = false; ///< names in that list end with a zero byte
+    bool recursive = false;   ///< names of folders stand for the PDF files below them
+};
+
+/// The documents that are named, in their order; what lies in the folder `outputs` is left out of
+/// what is found (empty for none). Folders that hold no document are warned of unless `quiet`.
+Result<std::vector<Input>> inputsNamed(InputNames named, const std::string& outputs, bool quiet,
+                                       const Streams& streams);
 
 /// The value of an option that may stand in a file, since a command line has a largest length: the
 /// content of FILE, without white space around it, for "@FILE"; any other value as it is.

@@ -11,8 +11,8 @@
 #include "VantoraHost/core/workers/Confinement.h"
 
 #include <algorithm>
-#include <functional>
 #include <ostream>
+#include <thread>
 
 namespace vantora::cli {
 
@@ -61,6 +61,18 @@ public:
                                    : counted(static_cast<std::uint64_t>(*number), one, several));
     }
 
+    /// What stands below a count; more than are listed may be there.
+    void list(const std::vector<std::string>& texts, const std::optional<int>& count)
+    {
+        for (const std::string& text : texts) {
+            line("", shown(text));
+        }
+        const auto all = static_cast<std::size_t>(std::max(0, count.value_or(0)));
+        if (all > texts.size()) {
+            line("", "and " + grouped(all - texts.size()) + " more");
+        }
+    }
+
     void yesOrNo(const char* label, const std::optional<bool>& value)
     {
         line(label, !value ? "unknown" : *value ? "yes" : "no");
@@ -79,6 +91,21 @@ std::string notPermitted(const DocumentInfo& info)
         }
     }
     return missing;
+}
+
+// No claim that a signature is valid, or by whom it says that it is.
+std::string signatureLine(const SignatureInfo& signature)
+{
+    std::string line = "\"" + shown(signature.field) + "\": ";
+    if (!signature.isSigned) {
+        return line + "not signed";
+    }
+    line += "signed, not checked; ";
+    line += signature.signer.empty() ? "names no signer" : "by " + shown(signature.signer);
+    line += signature.time.empty() ? "" : ", " + shown(signature.time);
+    return line + (!signature.coversAll   ? "; what it covers can't be told"
+                   : *signature.coversAll ? "; covers the whole file"
+                                          : "; does not cover the whole file");
 }
 
 void printText(const DocumentInfo& info, std::ostream& out)
@@ -106,76 +133,155 @@ void printText(const DocumentInfo& info, std::ostream& out)
         sheet.line("not permitted", missing);
     }
     sheet.count("outline", info.outlineEntries, "entry", "entries");
+    if (info.lists) {
+        std::vector<std::string> titles;
+        for (const OutlineLine& line : info.lists->outline) {
+            titles.push_back(std::string(2 * (static_cast<std::size_t>(line.level) - 1), ' ') +
+                             line.title);
+        }
+        sheet.list(titles, info.outlineEntries);
+    }
     sheet.count("form", info.fields, "field", "fields");
     sheet.count("signatures", info.signatures, "field", "fields");
+    for (const SignatureInfo& signature : info.signatureFields) {
+        sheet.line("", signatureLine(signature));
+    }
     sheet.count("attachments", info.attachments, "file", "files");
+    if (info.lists) {
+        sheet.list(info.lists->attachments, info.attachments);
+    }
     sheet.count("layers", info.layers, "layer", "layers");
+    if (info.lists) {
+        sheet.list(info.lists->layers, info.layers);
+    }
     sheet.yesOrNo("tagged", info.tagged);
     sheet.yesOrNo("linearised", info.linearised);
 }
 
-// Each in a process of its own, which can come to no more harm than the document.
-Result<DocumentInfo> inspectConfined(const std::string& input, const std::vector<std::string>& own,
-                                     const Streams& streams,
-                                     const std::function<Result<DocumentInfo>()>& look)
-{
-    CallLimits limits;
-    limits.files.readable = own;
-    limits.files.readable.push_back(input);
-    limits.memory = memoryShare(1);
-    limits.time = std::chrono::seconds(longestForADocument);
-    const Result<std::string> answer = callConfined(limits, streams.interrupted, [&] {
-        const Result<DocumentInfo> info = look();
-        return info ? toJson(*info) : failureJson(info.error(), input);
-    });
-    Result<DocumentInfo> info =
-        answer ? documentInfoOf(*answer) : tl::unexpected<Error>(answer.error());
-    if (!info) {
-        info.error().file = input;
+/// Looks at documents and prints what they are, in the order in which they are named.
+class Inspection {
+public:
+    Inspection(const InfoOptions& options, KarvelPDFLibraryCPDylibCPP1311& library,
+               std::vector<std::string> passwords, const Streams& streams)
+        : options(options), library(library), passwords(std::move(passwords)), streams(streams)
+    {
     }
-    return info;
-}
 
-} // namespace
-
-int showInfo(const InfoOptions& options, const Installation& installation, const Streams& streams)
-{
-    const auto passwords = readPasswords(options.passwordFile);
-    const auto library = loadPdfLibrary(installation.library);
-    if (!passwords || !library) {
-        printError(streams, !passwords ? passwords.error() : library.error());
-        return SomeFailed;
+    /// Each in a process of its own, which can come to no more harm than the document. Returns
+    /// false when the person doesn't want to wait any longer.
+    bool runConfined(const std::vector<Input>& inputs, const std::vector<std::string>& own)
+    {
+        const std::size_t atOnce =
+            std::min(inputs.size(), options.workers.jobs.value_or(std::max<std::size_t>(
+                                        1, std::thread::hardware_concurrency())));
+        ConfinedWork calls;
+        calls.count = inputs.size();
+        calls.limits = [&](std::size_t i) {
+            CallLimits limits;
+            limits.files.readable = own;
+            limits.files.readable.push_back(inputs[i].path);
+            limits.memory = options.workers.memoryLimit.value_or(memoryShare(atOnce));
+            limits.time =
+                std::chrono::seconds(options.workers.timeout.value_or(longestForADocument));
+            return limits;
+        };
+        calls.work = [&](std::size_t i) { return answerFor(inputs[i].path); };
+        return callEachConfined(
+            calls, atOnce, streams.interrupted, [&](std::size_t i, Result<std::string> answer) {
+                take(inputs[i].path, answer ? documentInfoOf(*answer)
+                                            : tl::unexpected<Error>(std::move(answer.error())));
+            });
     }
-    const std::vector<std::string> own = programFiles({installation.library.parent_path()});
-    bool allDone = true;
-    for (const std::string& input : options.inputs) {
-        if (streams.interrupted()) {
-            return InterruptedByUser;
+
+    /// All in this process.
+    bool runHere(const std::vector<Input>& inputs)
+    {
+        for (const Input& input : inputs) {
+            if (streams.interrupted()) {
+                return false;
+            }
+            take(input.path, documentInfoOf(answerFor(input.path)));
         }
-        auto standardInput =
-            input == standardStream ? readStandardInput(streams) : Result<std::string>("");
+        return true;
+    }
+
+    /// The document that "-" stands for, or why there is none.
+    void setStandardInput(Result<std::string> bytes) { standardInput = std::move(bytes); }
+
+    bool allDone() const { return done; }
+
+private:
+    std::string answerFor(const std::string& input)
+    {
+        if (input == standardStream && !standardInput) {
+            return failureJson(standardInput.error(), input);
+        }
         const Result<DocumentInfo> info =
-            standardInput
-                ? inspectConfined(
-                      input, own, streams,
-                      [&] { return inspect(**library, input, *standardInput, *passwords); })
-                : tl::unexpected<Error>(standardInput.error());
-        if (!info && info.error().reason == Reason::Interrupted) {
-            return InterruptedByUser;
+            inspect(library, input, standardInput.value_or(""), passwords, options.verbose);
+        return info ? toJson(*info) : failureJson(info.error(), input);
+    }
+
+    void take(const std::string& input, Result<DocumentInfo> info)
+    {
+        if (!info) {
+            info.error().file = input;
         }
         if (options.json) {
             streams.out << (info ? toJson(*info) : failureJson(info.error(), input)) << '\n';
         } else if (info) {
             printText(*info, streams.out);
         }
-        if (!info) {
-            allDone = false;
-            printError(streams, info.error());
-        } else {
+        streams.out.flush();
+        if (info) {
             printRepairs(streams, input, info->repairs);
+        } else {
+            done = false;
+            printError(streams, info.error());
         }
     }
-    return allDone ? AllDone : SomeFailed;
+
+    const InfoOptions& options;
+    KarvelPDFLibraryCPDylibCPP1311& library;
+    const std::vector<std::string> passwords;
+    const Streams& streams;
+    Result<std::string> standardInput = std::string();
+    bool done = true;
+};
+
+int failedWith(const InfoOptions& options, const Streams& streams, const Error& error)
+{
+    printFailure(streams, options.json, error);
+    return exitStatus(error.reason);
+}
+
+} // namespace
+
+int showInfo(const InfoOptions& options, const Installation& installation, const Streams& streams)
+{
+    auto passwords = readPasswords(options.passwordFile);
+    if (!passwords) {
+        return failedWith(options, streams, passwords.error());
+    }
+    const auto library = loadPdfLibrary(installation.library);
+    if (!library) {
+        return failedWith(options, streams, library.error());
+    }
+    const auto inputs = inputsNamed(options.inputs, {}, false, streams);
+    if (!inputs) {
+        return failedWith(options, streams, inputs.error());
+    }
+    Inspection inspection(options, **library, std::move(*passwords), streams);
+    const bool readsStandardInput =
+        std::any_of(inputs->begin(), inputs->end(),
+                    [](const Input& input) { return input.path == standardStream; });
+    if (readsStandardInput) {
+        inspection.setStandardInput(readStandardInput(streams));
+    }
+    const bool ended =
+        options.workers.jobs == 0U
+            ? inspection.runHere(*inputs)
+            : inspection.runConfined(*inputs, programFiles({installation.library.parent_path()}));
+    return !ended ? InterruptedByUser : inspection.allDone() ? AllDone : SomeFailed;
 }
 
 } // namespace vantora::cli

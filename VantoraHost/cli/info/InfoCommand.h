@@ -1,17 +1,20 @@
 #pragma once
 
+#include "VantoraHost/cli/arguments/WorkerOptions.h"
+#include "VantoraHost/cli/console/InputFiles.h"
 #include "VantoraHost/cli/console/Streams.h"
 #include "VantoraHost/core/Installation.h"
 
 #include <string>
-#include <vector>
 
 namespace vantora::cli {
 
 /// What the command line says about showing what documents are.
 struct InfoOptions {
-    std::vector<std::string> inputs;
+    InputNames inputs;
     std::string passwordFile; ///< empty: none
+    WorkerChoice workers;
+    bool verbose = false; ///< list what the sheet else counts
     bool json = false;
 };
 

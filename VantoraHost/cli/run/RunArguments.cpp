@@ -4,10 +4,6 @@
 #include "VantoraHost/core/NearestName.h"
 
 #include <algorithm>
-#include <cctype>
-#include <charconv>
-#include <initializer_list>
-#include <limits>
 #include <optional>
 
 namespace vantora::cli {
@@ -90,28 +86,6 @@ std::optional<std::string> destinationMistake(const RunArguments& run)
     return std::nullopt;
 }
 
-// A number with a unit from a list of "letter, factor"; none when it isn't one.
-std::optional<std::uint64_t> amountOf(const std::string& text,
-                                      std::initializer_list<std::pair<char, std::uint64_t>> units)
-{
-    std::uint64_t number = 0;
-    const auto [end, failed] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const std::string unit(end, text.data() + text.size());
-    if (failed != std::errc()) {
-        return std::nullopt;
-    }
-    if (unit.empty()) {
-        return number;
-    }
-    for (const auto& [letter, factor] : units) {
-        if (unit.size() == 1 && std::tolower(unit[0]) == letter &&
-            number <= std::numeric_limits<std::uint64_t>::max() / factor) {
-            return number * factor;
-        }
-    }
-    return std::nullopt;
-}
-
 // Where the results go, with names that destinationMistake has judged.
 std::optional<std::string> readDestination(RunArguments& run)
 {
@@ -189,61 +163,27 @@ std::optional<std::string> readReports(RunArguments& run)
     return std::nullopt;
 }
 
-// How the work is spread.
-void declareWorkers(CLI::App& command, RunArguments& run)
+// Standard input and output belong to this process.
+std::optional<std::string> workersMistake(const RunArguments& run)
 {
-    run.jobsOption = command.add_option("-j,--jobs", run.jobs,
-                                        "Worker processes (the number of processors);\n"
-                                        "0 does everything in this process");
-    run.jobsOption->option_text("N");
-    run.timeoutOption = command.add_option(
-        "--timeout", run.timeout, "Give a document up after so long, such as 90 or 5m (5m)");
-    run.timeoutOption->option_text("TIME");
-    run.memoryOption = command.add_option("--memory-limit", run.memory,
-                                          "The most memory for a worker, such as 512M or 2G\n"
-                                          "(what the machine has, divided by the workers)");
-    run.memoryOption->option_text("SIZE");
-}
-
-std::optional<std::string> readWorkers(RunArguments& run)
-{
-    constexpr std::uint64_t mostWorkers = 4096;
-    constexpr std::uint64_t longest = 1000 * 24 * 3600;
-    if (run.jobsOption->count() > 0) {
-        const auto jobs = amountOf(run.jobs, {});
-        if (!jobs || *jobs > mostWorkers) {
-            return "-j takes a number of worker processes from 0 to 4096, not " + run.jobs;
-        }
-        run.options.jobs = static_cast<std::size_t>(*jobs);
-    }
-    if (run.timeoutOption->count() > 0) {
-        const auto seconds = amountOf(run.timeout, {{'s', 1}, {'m', 60}, {'h', 3600}});
-        if (!seconds || *seconds > longest) {
-            return "--timeout takes seconds, or minutes such as 5m, not " + run.timeout;
-        }
-        run.options.timeout = static_cast<int>(*seconds);
-    }
-    if (run.memoryOption->count() > 0) {
-        run.options.memoryLimit =
-            amountOf(run.memory,
-                     {{'k', 1ULL << 10}, {'m', 1ULL << 20}, {'g', 1ULL << 30}, {'t', 1ULL << 40}});
-        if (!run.options.memoryLimit) {
-            return "--memory-limit takes a size such as 512M or 2G, not " + run.memory;
-        }
-    }
     const bool throughPipe = (run.outputOption->count() > 0 && run.output == standardStream) ||
                              std::find(run.options.inputs.begin(), run.options.inputs.end(),
                                        standardStream) != run.options.inputs.end();
-    const bool asked =
-        run.options.jobs.value_or(0) > 0 || run.options.timeout || run.options.memoryLimit;
-    if (asked && throughPipe) {
+    if (run.options.workers.areAskedFor() && throughPipe) {
         return "standard input and output (-) are not for worker processes; name files, or leave "
                "out -j, --timeout and --memory-limit";
     }
-    if (run.options.jobs == 0U && (run.options.timeout || run.options.memoryLimit)) {
-        return "--timeout and --memory-limit need worker processes, of which -j 0 has none";
-    }
     return std::nullopt;
+}
+
+std::optional<std::string> readWorkerOptions(RunArguments& run)
+{
+    auto workers = readWorkers(run.workers);
+    if (!workers) {
+        return std::move(workers.error());
+    }
+    run.options.workers = *workers;
+    return workersMistake(run);
 }
 
 // What counts as done, and as a failure.
@@ -348,7 +288,7 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
                     "Passwords, one a line, tried in order")
         ->option_text("FILE");
     declareJudgement(command, run);
-    declareWorkers(command, run);
+    declareWorkers(command, run.workers);
     declareReports(command, run);
     command.add_flag("-n,--dry-run", run.options.dryRun,
                      "Say what would become of each document and write nothing");
@@ -367,7 +307,7 @@ tl::expected<RunOptions, Ending> finished(RunArguments& run)
     if (!steps) {
         return tl::unexpected<Ending>(mistake(steps.error(), "run"));
     }
-    for (const auto& wrong : {destinationMistake(run), readDestination(run), readWorkers(run),
+    for (const auto& wrong : {destinationMistake(run), readDestination(run), readWorkerOptions(run),
                               readReports(run), readJudgement(run)}) {
         if (wrong) {
             return tl::unexpected<Ending>(mistake(*wrong, "run"));

@@ -2,6 +2,7 @@
 
 #include "VantoraHost/cli/arguments/Ending.h"
 #include "VantoraHost/cli/arguments/StepArguments.h"
+#include "VantoraHost/cli/arguments/WorkerArguments.h"
 #include "VantoraHost/cli/run/RunOptions.h"
 
 #include <CLI/CLI.hpp>
@@ -22,16 +23,11 @@ struct RunArguments : StepArguments {
     CLI::Option* shardOption = nullptr;
     CLI::Option* reportOption = nullptr;
     CLI::Option* resumeOption = nullptr;
-    CLI::Option* jobsOption = nullptr;
-    CLI::Option* timeoutOption = nullptr;
-    CLI::Option* memoryOption = nullptr;
     CLI::Option* ifEmptyOption = nullptr;
     CLI::Option* metricsOption = nullptr;
     std::string ifEmpty;
     std::vector<std::string> acceptedFailures;
-    std::string jobs;
-    std::string timeout;
-    std::string memory;
+    WorkerArguments workers;
     std::string output;
     std::string folder;
     std::string name;

@@ -174,12 +174,13 @@ WorkerSettings workersFor(const RunOptions& options, const Installation& install
 {
     WorkerSettings settings;
     settings.program = installation.program;
-    settings.count = options.jobs.value_or(std::max(1U, std::thread::hardware_concurrency()));
-    settings.timeout = std::chrono::seconds(options.timeout.value_or(longestForADocument));
+    settings.count =
+        options.workers.jobs.value_or(std::max(1U, std::thread::hardware_concurrency()));
+    settings.timeout = std::chrono::seconds(options.workers.timeout.value_or(longestForADocument));
     settings.setup.library = installation.library;
     settings.setup.actionFolders = installation.actionFolders;
     settings.setup.steps = steps;
-    settings.setup.memoryLimit = options.memoryLimit.value_or(memoryShare(settings.count));
+    settings.setup.memoryLimit = options.workers.memoryLimit.value_or(memoryShare(settings.count));
     // One document would only wait for another program to start.
     if (batch.inputs.size() == 1 || usesStandardStreams(batch)) {
         settings.copies = storedReader(guiPart);
@@ -303,7 +304,7 @@ void sayWhatStepsMean(const RunOptions& options, const Sequence& sequence, const
                          "; a misspelt option does nothing");
     }
     const Action* oneByOne = sequence.firstThatSeesTheRun();
-    if (oneByOne && options.jobs.value_or(1) > 1) {
+    if (oneByOne && options.workers.jobs.value_or(1) > 1) {
         printNote(streams,
                   "one worker process does all documents in their order, because action \"" +
                       oneByOne->name + "\" may have to see them so");
@@ -372,7 +373,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     }
     RunReporter reporter(options, batch->inputs.size(), {identity, std::move(*report)}, streams);
     const Result<BatchResult> result =
-        options.jobs != 0U && !batch->inputs.empty()
+        options.workers.jobs != 0U && !batch->inputs.empty()
             ? spreadRun(*sequence, *batch,
                         workersFor(options, installation, *steps, *batch, guiPart), reporter)
             : runHere(*batch, installation, *sequence, reporter);

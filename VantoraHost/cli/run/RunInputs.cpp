@@ -32,26 +32,6 @@ std::vector<std::string> reportsToRead(const RunOptions& options)
     return reports;
 }
 
-Outcome add(std::vector<Input>& inputs, std::vector<std::string> names, const RunOptions& options,
-            const Streams& streams)
-{
-    for (std::string& name : names) {
-        if (!options.recursive || name == standardStream || !isFolder(name)) {
-            inputs.push_back(inputNamed(std::move(name)));
-            continue;
-        }
-        Result<std::vector<Input>> found = inputsBelow(name, outputFolder(options));
-        if (!found) {
-            return tl::unexpected<Error>(std::move(found.error()));
-        }
-        if (found->empty() && !options.quiet) {
-            printWarning(streams, name, "the folder holds no PDF file (a name that ends in .pdf)");
-        }
-        std::move(found->begin(), found->end(), std::back_inserter(inputs));
-    }
-    return {};
-}
-
 // Where outputs lie beside their inputs, a run that is given again finds them, and would change
 // them once more: what a report names as output, and what this run would call the output of another
 // input.
@@ -123,17 +103,13 @@ Result<RunInputs> inputsOf(const RunOptions& options, const RunIdentity& run,
                            const Streams& streams)
 {
     RunInputs inputs;
-    std::vector<std::string> names = options.inputs;
-    if (!options.filesFrom.empty()) {
-        auto listed = readFileList(options.filesFrom, options.endedByNull, streams);
-        if (!listed) {
-            return tl::unexpected<Error>(std::move(listed.error()));
-        }
-        std::move(listed->begin(), listed->end(), std::back_inserter(names));
+    auto named =
+        inputsNamed({options.inputs, options.filesFrom, options.endedByNull, options.recursive},
+                    outputFolder(options), options.quiet, streams);
+    if (!named) {
+        return tl::unexpected<Error>(std::move(named.error()));
     }
-    if (const Outcome added = add(inputs.all, std::move(names), options, streams); !added) {
-        return tl::unexpected<Error>(added.error());
-    }
+    inputs.all = std::move(*named);
     const Result<EarlierReports> earlier =
         EarlierReports::read(reportsToRead(options), inputs.all, run);
     if (!earlier) {

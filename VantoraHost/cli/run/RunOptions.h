@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/cli/arguments/NamedStep.h"
+#include "VantoraHost/cli/arguments/WorkerOptions.h"
 #include "VantoraHost/core/documents/IfEmpty.h"
 #include "VantoraHost/core/outputs/OutputPlan.h"
 
@@ -36,9 +37,7 @@ struct RunOptions {
     bool quiet = false;
     bool verbose = false; ///< say what stays and may repeat what removed pages said
     bool json = false;
-    std::optional<std::size_t> jobs;          ///< worker processes; 0 for none
-    std::optional<int> timeout;               ///< seconds for one document; 0 for no limit
-    std::optional<std::uint64_t> memoryLimit; ///< bytes for one worker; 0 for no limit
+    WorkerChoice workers;
 };
 
 } // namespace vantora::cli

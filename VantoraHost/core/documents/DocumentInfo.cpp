@@ -7,9 +7,11 @@
 #include "VantoraHost/core/Target.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <map>
+#include <set>
 #include <system_error>
 #include <utility>
 
@@ -108,11 +110,80 @@ std::vector<PageSize> pageSizesOf(Library& library, int pages)
     return sizes;
 }
 
+// Texts of documents can have any length; no more of them is shown, or kept.
+std::string shortened(const std::wstring& text)
+{
+    constexpr std::size_t longest = 300;
+    return text.size() <= longest ? karvel::text::fromWide(text)
+                                  : karvel::text::fromWide(text.substr(0, longest)) + "...";
+}
+
+int atMost(const std::optional<int>& count)
+{
+    return std::min(count.value_or(0), static_cast<int>(mostListed));
+}
+
+std::vector<SignatureInfo> signaturesOf(Library& library, const std::optional<int>& count)
+{
+    constexpr int signer = 1;
+    constexpr int date = 5;
+    constexpr int unknown = 0;
+    constexpr int wholeFile = 1;
+    std::vector<SignatureInfo> signatures;
+    for (int number = 1; number <= atMost(count); ++number) {
+        SignatureInfo signature;
+        signature.field = shortened(library.GetFieldName(library.GetSignatureField(number)));
+        signature.isSigned = library.IsSignatureSigned(number) == 1;
+        if (signature.isSigned) {
+            signature.signer = shortened(library.GetSignatureText(number, signer));
+            signature.time = shortened(library.GetSignatureText(number, date));
+            const int coverage = library.GetSignatureCoverage(number);
+            if (coverage != unknown) {
+                signature.coversAll = coverage == wholeFile;
+            }
+        }
+        signatures.push_back(std::move(signature));
+    }
+    return signatures;
+}
+
+// From entry to entry, in the order in which they are read; each once, whatever loops there are.
+std::vector<OutlineLine> outlineOf(Library& library)
+{
+    std::vector<OutlineLine> lines;
+    std::set<int> seen;
+    std::vector<std::pair<int, int>> waiting = {{library.FirstOutlineEntry(), 1}};
+    while (!waiting.empty() && lines.size() < mostListed) {
+        const auto [entry, level] = waiting.back();
+        waiting.pop_back();
+        if (entry == 0 || !seen.insert(entry).second) {
+            continue;
+        }
+        lines.push_back({level, shortened(library.GetOutlineTitle(entry))});
+        waiting.emplace_back(library.GetNextOutlineEntry(entry), level);
+        waiting.emplace_back(library.GetOutlineChild(entry), level + 1);
+    }
+    return lines;
+}
+
+DocumentLists listsOf(Library& library, const DocumentInfo& info)
+{
+    DocumentLists lists;
+    for (int number = 1; number <= atMost(info.attachments); ++number) {
+        lists.attachments.push_back(shortened(library.GetAttachmentName(number)));
+    }
+    for (int number = 1; number <= atMost(info.layers); ++number) {
+        lists.layers.push_back(shortened(library.GetLayerName(number)));
+    }
+    lists.outline = outlineOf(library);
+    return lists;
+}
+
 } // namespace
 
 Result<DocumentInfo> inspect(Library& library, const std::string& input,
                              const std::string& standardInput,
-                             const std::vector<std::string>& passwords)
+                             const std::vector<std::string>& passwords, bool withLists)
 {
     const auto document =
         OpenDocument::open(library, input, standardInput, passwords, Access::Read);
@@ -142,6 +213,10 @@ Result<DocumentInfo> inspect(Library& library, const std::string& input,
     info.attachments = answer(library, &Library::AttachmentCount);
     info.layers = answer(library, &Library::LayerCount);
     info.linearised = yesOrNo(library, &Library::IsLinearized);
+    info.signatureFields = signaturesOf(library, info.signatures);
+    if (withLists) {
+        info.lists = listsOf(library, info);
+    }
     info.repairs = document->repairs();
     return info;
 }

@@ -26,6 +26,32 @@ inline constexpr std::array<const char*, 8> permissionNames = {
     "printing",     "modifying",     "copying",    "annotating",
     "form filling", "accessibility", "assembling", "full-quality printing"};
 
+/// A signature field and what its signature says of itself; whether that is true, and whether the
+/// signature is valid, is not looked at.
+struct SignatureInfo {
+    std::string field;
+    bool isSigned = false;
+    std::string signer; ///< empty where it names none
+    std::string time;   ///< in ISO 8601; empty where it has none
+    /// Whether its byte range covers the whole file but the signature itself; none where that
+    /// can't be told.
+    std::optional<bool> coversAll;
+};
+
+/// An entry of the outline.
+struct OutlineLine {
+    int level = 1;
+    std::string title;
+};
+
+/// What is listed where that is asked for. Each list holds so many at most.
+inline constexpr std::size_t mostListed = 1000;
+struct DocumentLists {
+    std::vector<std::string> attachments; ///< their names
+    std::vector<std::string> layers;
+    std::vector<OutlineLine> outline;
+};
+
 /// What `vantora info` shows. What the library can't tell in this version stays empty.
 struct DocumentInfo {
     std::string input;
@@ -40,15 +66,17 @@ struct DocumentInfo {
     std::optional<int> fields;
     std::optional<bool> tagged;
     std::optional<int> signatures;
+    std::vector<SignatureInfo> signatureFields; ///< mostListed at most
     std::optional<int> attachments;
     std::optional<int> layers;
     std::optional<bool> linearised;
-    std::vector<std::string> repairs; ///< what was damaged
+    std::optional<DocumentLists> lists; ///< none where nobody asked
+    std::vector<std::string> repairs;   ///< what was damaged
 };
 
-/// Opens a document, looks at it and closes it.
+/// Opens a document, looks at it and closes it; `withLists` tells whether the lists are wanted.
 Result<DocumentInfo> inspect(KarvelPDFLibraryCPDylibCPP1311& library, const std::string& input,
                              const std::string& standardInput,
-                             const std::vector<std::string>& passwords);
+                             const std::vector<std::string>& passwords, bool withLists);
 
 } // namespace vantora

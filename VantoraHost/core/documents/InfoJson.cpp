@@ -28,6 +28,33 @@ PageSize sizeOf(const QJsonObject& json)
             json["pages"].toInt(), bytesOf(json["paper"].toString())};
 }
 
+JsonObject signatureJson(const SignatureInfo& signature)
+{
+    const auto textOrNone = [](const std::string& text) {
+        return text.empty() ? std::nullopt : std::optional<std::string_view>(text);
+    };
+    JsonObject json;
+    json.add("field", signature.field)
+        .add("signed", signature.isSigned)
+        .add("signer", textOrNone(signature.signer))
+        .add("time", textOrNone(signature.time))
+        .add("covers_whole_file", signature.coversAll);
+    return json;
+}
+
+void addLists(JsonObject& json, const DocumentLists& lists)
+{
+    std::vector<JsonObject> outline;
+    for (const OutlineLine& line : lists.outline) {
+        JsonObject entry;
+        entry.add("level", line.level).add("title", line.title);
+        outline.push_back(std::move(entry));
+    }
+    json.add("attachment_names", lists.attachments)
+        .add("layer_names", lists.layers)
+        .add("outline", outline);
+}
+
 std::optional<std::string> textOf(const QJsonValue& value)
 {
     return value.isString() ? std::optional<std::string>(bytesOf(value.toString())) : std::nullopt;
@@ -43,6 +70,25 @@ std::optional<bool> truthOf(const QJsonValue& value)
     return value.isBool() ? std::optional<bool>(value.toBool()) : std::nullopt;
 }
 
+SignatureInfo signatureOf(const QJsonObject& json)
+{
+    return {bytesOf(json["field"].toString()), json["signed"].toBool(),
+            bytesOf(json["signer"].toString()), bytesOf(json["time"].toString()),
+            truthOf(json["covers_whole_file"])};
+}
+
+DocumentLists listsOf(const QJsonObject& json)
+{
+    DocumentLists lists;
+    lists.attachments = bytesOf(json["attachment_names"].toArray());
+    lists.layers = bytesOf(json["layer_names"].toArray());
+    for (const QJsonValue& entry : json["outline"].toArray()) {
+        lists.outline.push_back(
+            {entry.toObject()["level"].toInt(), bytesOf(entry.toObject()["title"].toString())});
+    }
+    return lists;
+}
+
 } // namespace
 
 std::string toJson(const DocumentInfo& info)
@@ -50,6 +96,10 @@ std::string toJson(const DocumentInfo& info)
     std::vector<JsonObject> sizes;
     for (const PageSize& size : info.pageSizes) {
         sizes.push_back(sizeJson(size));
+    }
+    std::vector<JsonObject> signatures;
+    for (const SignatureInfo& signature : info.signatureFields) {
+        signatures.push_back(signatureJson(signature));
     }
     JsonObject json;
     json.add("schema", reportSchema)
@@ -69,8 +119,12 @@ std::string toJson(const DocumentInfo& info)
         .add("attachments", info.attachments)
         .add("layers", info.layers)
         .add("linearised", info.linearised)
+        .add("signature_fields", signatures)
         .add("warnings", withRepairs({}, info.repairs))
         .add("errors", std::vector<std::string>());
+    if (info.lists) {
+        addLists(json, *info.lists);
+    }
     return json.text();
 }
 
@@ -102,6 +156,12 @@ Result<DocumentInfo> documentInfoOf(std::string_view text)
     info.signatures = numberOf(json["signatures"]);
     info.attachments = numberOf(json["attachments"]);
     info.layers = numberOf(json["layers"]);
+    for (const QJsonValue& signature : json["signature_fields"].toArray()) {
+        info.signatureFields.push_back(signatureOf(signature.toObject()));
+    }
+    if (json.contains("outline")) {
+        info.lists = listsOf(json);
+    }
     info.linearised = truthOf(json["linearised"]);
     const std::string mark = withRepairs({}, {""}).front();
     for (const std::string& warning : bytesOf(json["warnings"].toArray())) {

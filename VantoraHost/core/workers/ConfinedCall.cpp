@@ -13,7 +13,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <map>
+#include <memory>
 #include <new>
+#include <optional>
+#include <vector>
 
 namespace vantora {
 
@@ -89,21 +93,24 @@ Reading readSome(int descriptor, std::string& text)
     return got == 0 ? Reading::End : errno == EINTR ? Reading::More : Reading::Failed;
 }
 
-// The whole answer, or why there is none.
-Result<std::string> answerFrom(int descriptor, const CallLimits& limits,
-                               const std::function<bool()>& cancelled)
-{
-    const auto start = Clock::now();
-    std::string text;
-    for (;;) {
-        pollfd readable = {descriptor, POLLIN, 0};
-        const int ready = ::poll(&readable, 1, static_cast<int>(tick.count()));
-        if (cancelled()) {
-            return fail(Reason::Interrupted, {}, "interrupted");
-        }
-        const Reading read = ready > 0 ? readSome(descriptor, text) : Reading::More;
+/// A copy that is at work, and what it has answered so far.
+class RunningCall {
+public:
+    RunningCall(std::size_t number, CallLimits limits, FileDescriptor answers, pid_t process)
+        : number(number), limits(std::move(limits)), answers(std::move(answers)),
+          copy(std::make_unique<Copy>(process))
+    {
+    }
+
+    int descriptor() const { return answers.get(); }
+    std::size_t place() const { return number; }
+
+    /// Takes what there is of the answer; the result, once there is one.
+    std::optional<Result<std::string>> goOn(bool readable)
+    {
+        const Reading read = readable ? readSome(answers.get(), text) : Reading::More;
         if (read == Reading::End) {
-            return text;
+            return ended();
         }
         if (read == Reading::Failed) {
             return fail(Reason::Crashed, {}, "the worker process that was at it made no sense");
@@ -111,42 +118,113 @@ Result<std::string> answerFrom(int descriptor, const CallLimits& limits,
         if (limits.time > 0s && Clock::now() - start > limits.time) {
             return fail(Reason::TimedOut, {}, "it took longer than " + secondsText(limits.time));
         }
+        return std::nullopt;
     }
-}
 
-} // namespace
+private:
+    Result<std::string> ended()
+    {
+        const ProcessEnd end = copy->end();
+        if (end.signal == 0 && end.status == outOfMemory) {
+            return fail(Reason::OutOfMemory, {}, memorySentence(limits.memory));
+        }
+        if (end.signal != 0 || end.status != 0) {
+            return fail(end.isCrash() ? Reason::Crashed : Reason::Killed, {},
+                        "the worker process that was at it ended: " + end.text());
+        }
+        return std::move(text);
+    }
 
-Result<std::string> callConfined(const CallLimits& limits, const std::function<bool()>& cancelled,
-                                 const std::function<std::string()>& work)
+    std::size_t number;
+    CallLimits limits;
+    FileDescriptor answers;
+    std::unique_ptr<Copy> copy;
+    Clock::time_point start = Clock::now();
+    std::string text;
+};
+
+Result<RunningCall> start(const ConfinedWork& calls, std::size_t number)
 {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {
         return fail(Reason::WorkerFailed, {},
                     "a worker process can't be started: " + systemMessage(errno));
     }
-    const FileDescriptor answers(ends[0]);
-    FileDescriptor answer(ends[1]);
-    const pid_t process =
-        startCopy({answer.get()}, [&] { return doConfined(limits, answer.get(), work); });
+    FileDescriptor answers(ends[0]);
+    const FileDescriptor answer(ends[1]);
+    CallLimits limits = calls.limits(number);
+    const pid_t process = startCopy({answer.get()}, [&] {
+        return doConfined(limits, answer.get(), [&] { return calls.work(number); });
+    });
     if (process < 0) {
         return fail(Reason::WorkerFailed, {},
                     "a worker process can't be started: " + systemMessage(errno));
     }
-    Copy copy(process);
-    answer = FileDescriptor();
-    Result<std::string> text = answerFrom(answers.get(), limits, cancelled);
-    if (!text) {
-        return text;
+    return RunningCall(number, std::move(limits), std::move(answers), process);
+}
+
+// Waits a while for answers; which calls have some.
+std::vector<bool> readableOf(const std::vector<RunningCall>& running)
+{
+    std::vector<pollfd> polled;
+    for (const RunningCall& call : running) {
+        polled.push_back({call.descriptor(), POLLIN, 0});
     }
-    const ProcessEnd end = copy.end();
-    if (end.signal == 0 && end.status == outOfMemory) {
-        return fail(Reason::OutOfMemory, {}, memorySentence(limits.memory));
+    const int ready = ::poll(polled.data(), polled.size(), static_cast<int>(tick.count()));
+    std::vector<bool> readable;
+    for (const pollfd& one : polled) {
+        readable.push_back(ready > 0 && one.revents != 0);
     }
-    if (end.signal != 0 || end.status != 0) {
-        return fail(end.isCrash() ? Reason::Crashed : Reason::Killed, {},
-                    "the worker process that was at it ended: " + end.text());
+    return readable;
+}
+
+} // namespace
+
+bool callEachConfined(const ConfinedWork& calls, std::size_t atOnce,
+                      const std::function<bool()>& cancelled,
+                      const std::function<void(std::size_t, Result<std::string>)>& receive)
+{
+    std::vector<RunningCall> running;
+    std::map<std::size_t, Result<std::string>> finished; // whose turn has not come
+    std::size_t started = 0;
+    std::size_t received = 0;
+    while (received < calls.count) {
+        if (cancelled()) {
+            return false;
+        }
+        // One that takes long must not let the answers of all others pile up.
+        const std::size_t most = std::min(calls.count, received + 2 * atOnce);
+        for (; running.size() < atOnce && started < most; ++started) {
+            Result<RunningCall> call = start(calls, started);
+            if (call) {
+                running.push_back(std::move(*call));
+            } else {
+                finished.emplace(started, tl::unexpected<Error>(std::move(call.error())));
+            }
+        }
+        const std::vector<bool> readable = readableOf(running);
+        for (std::size_t i = running.size(); i-- > 0;) {
+            if (auto result = running[i].goOn(readable[i])) {
+                finished.emplace(running[i].place(), std::move(*result));
+                running.erase(running.begin() + static_cast<std::ptrdiff_t>(i));
+            }
+        }
+        for (auto first = finished.begin(); first != finished.end() && first->first == received;
+             first = finished.erase(first)) {
+            receive(received++, std::move(first->second));
+        }
     }
-    return text;
+    return true;
+}
+
+Result<std::string> callConfined(const CallLimits& limits, const std::function<bool()>& cancelled,
+                                 const std::function<std::string()>& work)
+{
+    Result<std::string> answer = fail(Reason::Interrupted, {}, "interrupted");
+    callEachConfined({1, [&](std::size_t) { return limits; }, [&](std::size_t) { return work(); }},
+                     1, cancelled,
+                     [&](std::size_t, Result<std::string> given) { answer = std::move(given); });
+    return answer;
 }
 
 } // namespace vantora

@@ -4,6 +4,7 @@
 #include "VantoraHost/core/workers/FileAccess.h"
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -23,5 +24,19 @@ struct CallLimits {
 /// asked some times a second and after every signal.
 Result<std::string> callConfined(const CallLimits& limits, const std::function<bool()>& cancelled,
                                  const std::function<std::string()>& work);
+
+/// Pieces of work, numbered from 0.
+struct ConfinedWork {
+    std::size_t count = 0;
+    std::function<CallLimits(std::size_t)> limits;
+    std::function<std::string(std::size_t)> work;
+};
+
+/// Does each piece as callConfined does, up to `atOnce` at a time, and hands the results over in
+/// their order, as they come. Returns false when `cancelled` said so; what is not handed over then
+/// is given up.
+bool callEachConfined(const ConfinedWork& calls, std::size_t atOnce,
+                      const std::function<bool()>& cancelled,
+                      const std::function<void(std::size_t, Result<std::string>)>& receive);
 
 } // namespace vantora

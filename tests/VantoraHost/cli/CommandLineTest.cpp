@@ -62,11 +62,12 @@ TEST(RunOptions, SayWhatToDoWithWhat)
 TEST(RunOptions, LimitTheWorkers)
 {
     const RunOptions options = parsedRun("run -p 1 a -n -j 3 --timeout 2m --memory-limit 1g");
-    EXPECT_EQ(options.jobs, 3U);
-    EXPECT_EQ(options.timeout, 120);
-    EXPECT_EQ(options.memoryLimit, 1073741824U);
+    EXPECT_EQ(options.workers.jobs, 3U);
+    EXPECT_EQ(options.workers.timeout, 120);
+    EXPECT_EQ(options.workers.memoryLimit, 1073741824U);
     const RunOptions others = parsedRun("run -p 1 a -n");
-    EXPECT_FALSE(others.jobs || others.timeout || others.memoryLimit);
+    EXPECT_FALSE(others.workers.jobs || others.workers.timeout ||
+                 others.workers.memoryLimit);
 }
 
 TEST(RunOptions, MakeARunOneOfSeveral)
@@ -163,6 +164,11 @@ TEST(WrongUsageOf, IsOneLineWithStatus2)
         {"a size of another unit", "run -p 1 a -n --memory-limit 5q", "512M"},
         {"a worker for standard input", "run -p 1 - -n -j 2", "not for worker processes"},
         {"a limit on no worker", "run -p 1 a -n -j 0 --timeout 5", "-j 0 has none"},
+        {"both quiet and not", "run -p 1 a -n -q -v", "-q and -v exclude each other"},
+        {"hashes for no report", "run -p 1 a -n --report-hashes", "goes with --report FILE"},
+        {"info of names that end so", "info -0 a", "-0 goes with --files-from"},
+        {"info of standard input twice", "info - --files-from -", "can be read once only"},
+        {"info by so many workers", "info a -j many", "-j takes a number"},
         {"a name for no folder", "run -p 1 a -n --name b", "-d DIR"},
         {"a name of unknown parts", "run -p 1 a -d b --name {date}",
          "--name {date}: the name takes {name}"},

@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace {
 
 using testing::HasSubstr;
@@ -96,6 +98,82 @@ TEST_F(Info, ShowsTheOthersWhenOneFails)
     const auto json = terminal::run("info --json missing.pdf a.pdf");
     EXPECT_THAT(terminal::lines(json.out),
                 testing::ElementsAre(HasSubstr(R"("status":"failed")"), HasSubstr(R"("pages":1)")));
+}
+
+TEST_F(Info, ListsMoreWhereAsked)
+{
+    scratch.write(
+        "rich.pdf",
+        support::Sketch{
+            {""},
+            "/Outlines @outline /AcroForm << /Fields [@signed << /FT /Sig /T (seller) >>] >> "
+            "/OCProperties << /D << >> /OCGs [@layer @unnamed] >> "
+            "/Names << /EmbeddedFiles << /Names [(k) @file (key) << >>] >> >>",
+            {{"outline", "<< /First @one /Last @two /Count 3 >>"},
+             {"one", "<< /Title (One) /Parent @outline /First @below /Last @below /Next @two >>"},
+             {"below", "<< /Title <FEFF0042001B0042> /Parent @one /Next @one >>"},
+             {"two", "<< /Title (Two) /Parent @outline /First @two >>"},
+             {"layer", "<< /Type /OCG /Name (Plan) >>"},
+             {"unnamed", "<< /Type /OCG >>"},
+             {"signed", "<< /FT /Sig /T (buyer) /V << /Name (Ann) /M (D:20240229120000Z) "
+                        "/ByteRange [0 1 2 3] /Contents <00> >> >>"},
+             {"file", "<< /Type /Filespec /F (f) /UF (bill.xml) >>"}}}
+            .built());
+    const auto plain = terminal::run("info rich.pdf");
+    EXPECT_THAT(plain.out, HasSubstr("  signatures    2 fields\n"
+                                     "                \"buyer\": signed, not checked; by Ann, "
+                                     "2024-02-29T12:00:00+00:00; does not cover the whole file\n"
+                                     "                \"seller\": not signed\n"
+                                     "  attachments   2 files\n"
+                                     "  layers        2 layers\n"));
+    const auto listed = terminal::run("info -v rich.pdf");
+    EXPECT_THAT(listed.out, testing::AllOf(HasSubstr("  outline       3 entries\n"
+                                                     "                One\n"
+                                                     "                  B\\x1bB\n"
+                                                     "                Two\n"),
+                                           HasSubstr("  attachments   2 files\n"
+                                                     "                bill.xml\n"
+                                                     "                key\n"),
+                                           HasSubstr("  layers        2 layers\n"
+                                                     "                Plan\n"
+                                                     "                \n")));
+    EXPECT_THAT(terminal::run("info -v --json rich.pdf").out,
+                testing::AllOf(HasSubstr(R"("signature_fields":[{"field":"buyer","signed":true,)"
+                                         R"("signer":"Ann","time":"2024-02-29T12:00:00+00:00",)"
+                                         R"("covers_whole_file":false},{"field":"seller",)"
+                                         R"("signed":false,"signer":null,"time":null,)"
+                                         R"("covers_whole_file":null}])"),
+                               HasSubstr(R"("attachment_names":["bill.xml","key"],)"
+                                         R"("layer_names":["Plan",""],"outline":[)"
+                                         R"({"level":1,"title":"One"},{"level":2,)")));
+}
+
+TEST_F(Info, IsOfManyDocumentsInTheirOrder)
+{
+    std::filesystem::create_directories("in/sub");
+    for (const char* name : {"in/a.pdf", "in/b.pdf", "in/sub/c.pdf", "z.pdf"}) {
+        scratch.write(name, support::documentOfPages(2));
+    }
+    scratch.write("in/bad.pdf", "no PDF");
+    scratch.write("list", "z.pdf\nin/a.pdf\n");
+    const std::vector<std::string> found = {"in/a.pdf", "in/b.pdf", "in/bad.pdf", "in/sub/c.pdf"};
+    const std::pair<const char*, std::vector<std::string>> rows[] = {
+        {"-r in", found},
+        {"-r in -j 0", found},
+        {"-r in -j 3 --timeout 300 --memory-limit 2G", found},
+        {"--files-from list", {"z.pdf", "in/a.pdf"}},
+        {"in/b.pdf --files-from list", {"in/b.pdf", "z.pdf", "in/a.pdf"}},
+    };
+    for (const auto& [arguments, names] : rows) {
+        const auto answer = terminal::run(std::string("info --json ") + arguments);
+        EXPECT_EQ(answer.status, names == found ? 1 : 0) << arguments << answer.err;
+        std::vector<std::string> shown;
+        for (const QJsonObject& object : terminal::objects(answer.out)) {
+            shown.push_back(object["input"].toString().toStdString());
+            EXPECT_EQ(object["pages"].toInt(), shown.back() == "in/bad.pdf" ? 0 : 2) << arguments;
+        }
+        EXPECT_EQ(shown, names) << arguments;
+    }
 }
 
 } // namespace

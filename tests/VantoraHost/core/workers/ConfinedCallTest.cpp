@@ -123,4 +123,50 @@ TEST(ConfinedCall, EndsWhenItIsCancelled)
     EXPECT_EQ(answer.error().reason, Reason::Interrupted);
 }
 
+TEST(ConfinedCalls, AreHandedOverInTheirOrderWhicheverEndsFirst)
+{
+    const support::ScratchFolder scratch;
+    constexpr std::size_t count = 9;
+    const std::string flag = scratch.path("flag");
+    ConfinedWork calls;
+    calls.count = count;
+    calls.limits = [&](std::size_t) {
+        CallLimits limits;
+        limits.files = {{scratch.path("")}, {scratch.path("")}};
+        return limits;
+    };
+    // The first one ends after the second one only, and one of them never does.
+    calls.work = [&](std::size_t i) -> std::string {
+        if (i == 1) {
+            ::close(::open(flag.c_str(), O_WRONLY | O_CREAT, 0600));
+        }
+        while (i == 0 && ::access(flag.c_str(), F_OK) != 0) {
+            ::usleep(1000);
+        }
+        if (i == 4) {
+            std::abort();
+        }
+        return std::to_string(i);
+    };
+    std::string received;
+    EXPECT_TRUE(callEachConfined(calls, 2, never, [&](std::size_t i, Result<std::string> answer) {
+        EXPECT_EQ(answer.has_value(), i != 4) << i;
+        received += std::to_string(i) + (answer ? *answer : "!");
+    }));
+    EXPECT_EQ(received, "001122334!55667788");
+}
+
+TEST(ConfinedCalls, AreGivenUpWhenThePersonDoesNotWantToWait)
+{
+    ConfinedWork calls;
+    calls.count = 5;
+    calls.limits = [](std::size_t) { return CallLimits(); };
+    calls.work = [](std::size_t i) { return i == 0 ? std::string("first") : forEver(); };
+    std::size_t received = 0;
+    EXPECT_FALSE(callEachConfined(
+        calls, 2, [&] { return received > 0; },
+        [&](std::size_t, Result<std::string>) { ++received; }));
+    EXPECT_EQ(received, 1U);
+}
+
 } // namespace
