@@ -323,6 +323,8 @@ private:
         const qint64 start = Position();
         const int style = Read<quint8>();
         const auto colour = Read<QColor>();
+        if (style > Qt::ConicalGradientPattern && style != Qt::TexturePattern)
+            Fail(); // a value that the enumeration doesn't have
         if (style == Qt::TexturePattern) {
             QBrush brush(colour);
             brush.setTextureImage(ReadImage());
