@@ -17,7 +17,7 @@ void appendUnit(std::string& json, unsigned unit)
     }
 }
 
-std::string quoted(std::string_view text)
+std::string jsonString(std::string_view text)
 {
     std::string json = "\"";
     for (const wchar_t wide : karvel::text::toWide(text)) {
@@ -62,14 +62,14 @@ std::string decimal(double number)
 
 JsonObject& JsonObject::addJson(const char* key, std::string_view json)
 {
-    members += (members.empty() ? "{" : ",") + quoted(key) + ":";
+    members += (members.empty() ? "{" : ",") + jsonString(key) + ":";
     members += json;
     return *this;
 }
 
 JsonObject& JsonObject::add(const char* key, std::string_view text)
 {
-    return addJson(key, quoted(text));
+    return addJson(key, jsonString(text));
 }
 
 JsonObject& JsonObject::add(const char* key, std::int64_t number)
@@ -104,7 +104,7 @@ JsonObject& JsonObject::add(const char* key, const std::vector<std::size_t>& num
 
 JsonObject& JsonObject::add(const char* key, const std::vector<std::string>& texts)
 {
-    return addJson(key, array(texts, [](const std::string& text) { return quoted(text); }));
+    return addJson(key, array(texts, [](const std::string& text) { return jsonString(text); }));
 }
 
 JsonObject& JsonObject::add(const char* key, const JsonObject& object)
