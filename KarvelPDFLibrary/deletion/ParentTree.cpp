@@ -42,18 +42,14 @@ void ParentTree::collectKeys()
 {
     Document& document = removal_.document();
     if (const index::ReferenceIndex* index = document.index()) {
-        const auto& changed = document.changes().objects();
         for (const index::StructureKey& entry : index->structureKeys()) {
             const auto number = static_cast<int>(entry.object);
-            if (changed.count(number) > 0) {
-                continue;
+            if (removal_.unchanged(number) != nullptr) {
+                noteKey(number, entry.key >= 0 ? entry.key : keyOf(removal_.object(number)));
             }
-            noteKey(number, entry.key >= 0 ? entry.key : keyOf(removal_.object(number)));
         }
-        for (const auto& [number, kind] : changed) {
-            if (kind != Changes::Kind::Removed) {
-                noteKey(number, keyOf(removal_.object(number)));
-            }
+        for (const int number : document.changes().numbers()) {
+            noteKey(number, keyOf(removal_.object(number)));
         }
     } else {
         for (const QPDFObjectHandle& object : removal_.formerObjectsWith(index::HasStructure)) {

@@ -171,6 +171,7 @@ bool PrivateData::leads(const QPDFObjectHandle& reference) const
            (reference.isIndirect() && emptied_.has(reference.getObjectID()));
 }
 
+/// Whether a value leads to removed pages outside of what it refers to itself.
 bool PrivateData::leadsBelow(const QPDFObjectHandle& value) const
 {
     bool found = false;
@@ -258,7 +259,7 @@ bool PrivateData::isKnown(int object)
         removal_.plainElement(object) != nullptr || ++steps_ > mostSteps) {
         return true;
     }
-    QPDFObjectHandle value = removal_.object(object);
+    QPDFObjectHandle value = removal_.formerObject(object);
     const bool isAnnotation =
         value.isDictionary() && value.hasKey("/Subtype") && value.hasKey("/Rect");
     const bool isElement = value.isDictionary() && value.hasKey("/S") && value.hasKey("/P");
@@ -273,7 +274,7 @@ bool PrivateData::isHeldPrivately(int holder, int object)
     if (!isCatalog && !isOnPage && !removal_.mayHave(holder, index::IsStream)) {
         return false;
     }
-    QPDFObjectHandle value = removal_.object(holder);
+    QPDFObjectHandle value = removal_.formerObject(holder);
     if (!isCatalog && !isOnPage && !value.isStream()) {
         return false;
     }

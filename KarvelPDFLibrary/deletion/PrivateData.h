@@ -16,9 +16,6 @@ public:
     /// has, and an object that is known by other ways too, stays as it is.
     void take(int object);
 
-    /// Whether a value refers to removed pages outside of what it refers to itself.
-    bool leadsBelow(const QPDFObjectHandle& value) const;
-
     /// The same for the trailer.
     void takeFromTrailer();
 
@@ -28,6 +25,7 @@ private:
     void takeFromValue(const QPDFObjectHandle& owner, QPDFObjectHandle dictionary,
                        const std::string& key, bool isContainer);
     bool empty(const QPDFObjectHandle& owner, QPDFObjectHandle value);
+    bool leadsBelow(const QPDFObjectHandle& value) const;
     bool leads(const QPDFObjectHandle& reference) const;
     bool hasKeysOfItsOwn(const QPDFObjectHandle& object);
     bool isPrivate(int object);

@@ -8,7 +8,7 @@
 
 namespace karvel::deletion {
 
-Removal::Removal(Document& document) : document_(document)
+Removal::Removal(Document& document) : document_(document), objects_(document.objects())
 {
     for (const PageEntry& page : document.removedPages()) {
         pages_.insert(page.object);
@@ -36,7 +36,7 @@ std::vector<QPDFObjectHandle> Removal::removedPagesWith(int flag)
 Referrers& Removal::referrers()
 {
     if (!referrers_) {
-        referrers_.emplace(document_);
+        referrers_.emplace(document_, objects_);
     }
     return *referrers_;
 }
@@ -58,9 +58,9 @@ bool Removal::isOutlineEntry(int object) const
 std::vector<QPDFObjectHandle> Removal::formerObjectsWith(int flag)
 {
     std::vector<QPDFObjectHandle> objects;
-    for (const QPDFObjGen& id : referrers().objects()) {
-        if (may(id.getObj(), flag)) {
-            objects.push_back(file().getObject(id));
+    for (const int number : referrers().objects()) {
+        if (may(number, flag)) {
+            objects.push_back(object(number));
         }
     }
     return objects;
@@ -69,15 +69,15 @@ std::vector<QPDFObjectHandle> Removal::formerObjectsWith(int flag)
 std::vector<int> Removal::objectsWith(int flag)
 {
     std::vector<int> objects;
-    for (const QPDFObjGen& id : referrers().objects()) {
-        if (may(id.getObj(), flag) && !isGone(id.getObj())) {
-            objects.push_back(id.getObj());
+    for (const int number : referrers().objects()) {
+        if (may(number, flag) && !isGone(number)) {
+            objects.push_back(number);
         }
     }
     return objects;
 }
 
-std::optional<Referrers::Range> Removal::indexedAnnotationsOf(int page) const
+std::optional<ObjectView::Numbers> Removal::indexedAnnotationsOf(int page) const
 {
     const index::ReferenceIndex* index = document_.index();
     const auto* list = unchanged(page) == nullptr
@@ -87,7 +87,7 @@ std::optional<Referrers::Range> Removal::indexedAnnotationsOf(int page) const
         return std::nullopt;
     }
     const std::uint32_t* first = index->references().data() + list->firstReference;
-    return Referrers::Range{first, first + list->count};
+    return ObjectView::Numbers{first, first + list->count};
 }
 
 void Removal::drop(int object)
@@ -108,29 +108,10 @@ bool Removal::isRemainingPage(int object)
     return remainingPages_->has(object);
 }
 
-const index::IndexedObject* Removal::unchanged(int object) const
-{
-    const index::ReferenceIndex* index = document_.index();
-    const auto number = static_cast<std::uint32_t>(object);
-    const bool known = index != nullptr && index->contains(number) &&
-                       document_.changes().objects().count(object) == 0;
-    return known ? &index->object(number) : nullptr;
-}
-
 bool Removal::mayBeArray(int object) const
 {
     const index::IndexedObject* indexed = unchanged(object);
     return indexed == nullptr || (indexed->flags & index::IsDictionary) == 0;
-}
-
-std::optional<Referrers::Range> Removal::indexedReferencesOf(int object) const
-{
-    const index::IndexedObject* indexed = unchanged(object);
-    if (indexed == nullptr) {
-        return std::nullopt;
-    }
-    const std::uint32_t* first = document_.index()->references().data() + indexed->firstReference;
-    return Referrers::Range{first, first + indexed->referenceCount};
 }
 
 bool Removal::mayReferToGone(const QPDFObjectHandle& object) const
@@ -150,12 +131,9 @@ void Removal::drop(const QPDFObjectHandle& object)
 
 const index::ReferenceIndex::PlainLink* Removal::plainLink(int object) const
 {
-    const index::ReferenceIndex* index = document_.index();
-    if (index == nullptr || document_.changes().objects().count(object) > 0 ||
-        document_.file().isEncrypted()) {
-        return nullptr;
-    }
-    return index->plainLink(static_cast<std::uint32_t>(object));
+    return unchanged(object) == nullptr || document_.file().isEncrypted()
+               ? nullptr
+               : document_.index()->plainLink(static_cast<std::uint32_t>(object));
 }
 
 const index::PlainElement* Removal::plainElement(int object) const
@@ -195,7 +173,7 @@ std::vector<int> Removal::referrerNumbersOf(int object)
 
 std::vector<int> Removal::formerReferrersOf(int object)
 {
-    const Referrers::Range range = referrers().of(object);
+    const ObjectView::Numbers range = referrers().of(object);
     return {range.begin(), range.end()};
 }
 
@@ -210,7 +188,7 @@ std::vector<QPDFObjectHandle> Removal::referrersOf(int object)
 
 bool Removal::isHeldByGoneOnly(int object)
 {
-    const Referrers::Range range = referrers().of(object);
+    const ObjectView::Numbers range = referrers().of(object);
     return std::all_of(range.begin(), range.end(), [this](std::uint32_t referrer) {
         return isGone(static_cast<int>(referrer));
     });
@@ -307,8 +285,8 @@ std::vector<int> Removal::objectsThatNameGoneDestinations()
             }
         }
     }
-    for (const auto& [number, kind] : changes().objects()) {
-        if (kind == Changes::Kind::Added) {
+    for (const int number : changes().numbers()) {
+        if (changes().kind(number) == Changes::Kind::Added) {
             objects.push_back(number);
         }
     }
@@ -435,16 +413,12 @@ void Removal::keepWhatPagesNeed()
     droppedIds_.erase(kept, droppedIds_.end());
 }
 
-/// Whether an object was changed by its text, and that refers to none of some objects.
-bool Removal::isRightByText(int object, const NumberSet& gone) const
+/// Whether an object refers to any of some that are gone.
+bool Removal::refersToAny(int object, const NumberSet& gone)
 {
-    const std::string* text = document_.changes().text(object);
-    if (text == nullptr) {
-        return false;
-    }
-    const std::vector<std::uint32_t> references = index::referencesIn(*text);
-    return std::none_of(references.begin(), references.end(),
-                        [&](std::uint32_t target) { return gone.has(static_cast<int>(target)); });
+    const ObjectView::Numbers references = objects().references(object);
+    return std::any_of(references.begin(), references.end(),
+                       [&](std::uint32_t target) { return gone.has(static_cast<int>(target)); });
 }
 
 void Removal::note(const std::string& things)
@@ -470,7 +444,7 @@ void Removal::takeOutDropped()
     }
     AnnotationLists lists(*this);
     for (const int holder : holders) {
-        if (!lists.shorten(holder) && !isRightByText(holder, dropped_)) {
+        if (!lists.shorten(holder) && refersToAny(holder, dropped_)) {
             unlist(object(holder));
         }
     }
@@ -527,7 +501,7 @@ void Removal::cutLeftovers()
             if (isGone(number) || !seen.insert(referrer).second) {
                 continue;
             }
-            if (!isRightByText(number, pages_) && privateData.leadsBelow(object(number))) {
+            if (refersToAny(number, pages_)) {
                 privateData.take(number);
                 cutReferencesToPages(object(number));
             }

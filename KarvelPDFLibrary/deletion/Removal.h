@@ -31,15 +31,23 @@ public:
     /// All objects that may have it, with removed pages and what was dropped.
     std::vector<QPDFObjectHandle> formerObjectsWith(int flag);
 
-    /// An object of the document by its number.
-    QPDFObjectHandle object(int number) { return changes().present(idOf(number)); }
+    /// What the objects are now.
+    ObjectView& objects()
+    {
+        referrers(); // from which it knows their generations
+        return objects_;
+    }
+    QPDFObjectHandle object(int number) { return objects().object(number); }
+
+    /// An object as it was before it was taken out, or as it is.
+    QPDFObjectHandle formerObject(int number) { return changes().present(idOf(number)); }
 
     /// An object's number with the generation under which it is in use.
-    QPDFObjGen idOf(int number) { return referrers().idOf(static_cast<std::uint32_t>(number)); }
+    QPDFObjGen idOf(int number) { return objects().idOf(number); }
 
     /// The numbers of a page's annotations, 0 for those that are not in the file, when they are
     /// known without building the page.
-    std::optional<Referrers::Range> indexedAnnotationsOf(int page) const;
+    std::optional<ObjectView::Numbers> indexedAnnotationsOf(int page) const;
 
     bool isRemovedPage(const QPDFObjectHandle& object) const
     {
@@ -94,11 +102,14 @@ public:
     bool isGone(int object) const { return pages_.has(object) || dropped_.has(object); }
 
     /// What the index knows of an object; null when that is nothing, or of a former value.
-    const index::IndexedObject* unchanged(int object) const;
+    const index::IndexedObject* unchanged(int object) const { return objects_.unchanged(object); }
 
     /// The numbers of the objects that an object refers to, 0 for those that are not in the file,
     /// when they are known without building it.
-    std::optional<Referrers::Range> indexedReferencesOf(int object) const;
+    std::optional<ObjectView::Numbers> indexedReferencesOf(int object) const
+    {
+        return objects_.indexedReferences(object);
+    }
 
     /// Whether the index shows an object to be a node of the page tree.
     bool isTreeNode(int object) const;
@@ -175,7 +186,7 @@ public:
 private:
     bool may(int object, int flag) const;
     std::vector<int> objectsWith(int flag);
-    bool isRightByText(int object, const NumberSet& gone) const;
+    bool refersToAny(int object, const NumberSet& gone);
 
     std::optional<bool> indexedVerdict(const QPDFObjectHandle& destination) const;
     Referrers& referrers();
@@ -187,6 +198,7 @@ private:
     void cutReferencesToPages(QPDFObjectHandle holder);
 
     Document& document_;
+    ObjectView objects_;
     NumberSet pages_;
     std::vector<int> removedNumbers_;
     std::optional<NumberSet> remainingPages_; // filled when first asked for

@@ -1,7 +1,6 @@
 #include "KarvelPDFLibrary/deletion/Usage.h"
 
 #include "KarvelPDFLibrary/objects/NameTree.h"
-#include "KarvelPDFLibrary/objects/References.h"
 
 #include <algorithm>
 
@@ -38,25 +37,23 @@ public:
         if (value.isIndirect()) {
             reach(value.getObjectID());
         } else {
-            forEachReference(value,
-                             [this](const QPDFObjectHandle& found) { reach(found.getObjectID()); });
+            reach(removal_.objects().referencesIn(value));
         }
         while (!open_.empty()) {
             const int number = open_.back();
             open_.pop_back();
-            if (const auto references = removal_.indexedReferencesOf(number)) {
-                for (const std::uint32_t target : *references) {
-                    reach(static_cast<int>(target));
-                }
-            } else {
-                forEachReference(removal_.object(number), [this](const QPDFObjectHandle& found) {
-                    reach(found.getObjectID());
-                });
-            }
+            reach(removal_.objects().references(number));
         }
     }
 
 private:
+    void reach(ObjectView::Numbers numbers)
+    {
+        for (const std::uint32_t number : numbers) {
+            reach(static_cast<int>(number));
+        }
+    }
+
     void reach(int number)
     {
         if (number > 0 && (withGone_ || !removal_.isGone(number)) && seen_.insert(number)) {
@@ -93,6 +90,7 @@ Usage::Usage(Removal& removal) : removal_(removal)
 void Usage::look()
 {
     if (hasLists_) {
+        removal_.changes().settle(); // who asks then goes on from libqpdf's objects
         Walk walk(removal_, now_, false);
         reachFromCatalog(walk);
         reachFromNamed(walk);

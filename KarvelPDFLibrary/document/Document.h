@@ -5,6 +5,7 @@
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/io/ByteSource.h"
 #include "KarvelPDFLibrary/objects/Changes.h"
+#include "KarvelPDFLibrary/objects/ObjectView.h"
 #include "KarvelPDFLibrary/objects/Warnings.h"
 #include "KarvelPDFLibrary/page_tree/PageOrder.h"
 #include "KarvelPDFLibrary/page_tree/PageTree.h"
@@ -57,14 +58,15 @@ struct LoadOptions {
 //   unchanged                 index() has its place and references, its bytes in the source count.
 //                             libqpdf's object may or may not have been built; it says the same.
 //   changed by text           Changes::text() is the truth. libqpdf's object is the old one until
-//                             Changes builds it: read such an object through Changes::present().
+//                             Changes builds it: present() and ObjectView see to that.
 //   changed, added            libqpdf's object is the truth; the index, if it knows the number,
 //                             speaks of a former value.
 //   removed                   gone for every reader; libqpdf still has it until Changes::settle().
 //
-// Changes::objects() names every object of the last three states. An object that was changed behind
-// its back would be saved as it was, so nobody calls replaceKey() and the like on an object that
-// did not come from Changes::edit() or add().
+// Which of them holds for an object, and what it refers to then, says ObjectView; nobody decides
+// that by himself. Changes::numbers() names every object of the last three states. An object that
+// was changed behind its back would be saved as it was, so nobody calls replaceKey() and the like
+// on an object that did not come from Changes::edit() or add().
 //
 // Rejected: libqpdf's own list of pages (removing one renumbers all that follow, so removing half
 // of n pages costs n * n / 4 steps); one handle a page (each page is built, which costs more than
@@ -93,6 +95,9 @@ public:
 
     /// The one door for changes of objects.
     Changes& changes() { return changes_; }
+
+    /// What the objects are now, changed or not, without building more than is needed.
+    ObjectView objects() { return {*file_, changes_, index_.get(), source_.get()}; }
 
     // --- pages; numbers are 1-based and must be within 1 to pageCount() ---
 

@@ -115,14 +115,17 @@ std::optional<Reference> readReference(std::string_view text)
     return Reference{static_cast<std::uint32_t>(object), static_cast<std::uint32_t>(generation)};
 }
 
-std::vector<std::uint32_t> referencesIn(const std::string& text)
+std::vector<Reference> referencesIn(const std::string& text)
 {
     class Collector final : public ScanSink {
     public:
-        void reference(std::uint32_t object, std::uint32_t) override { found.push_back(object); }
+        void reference(std::uint32_t object, std::uint32_t generation) override
+        {
+            found.push_back({object, generation});
+        }
         void beforeEntry(std::string_view) override {}
         void afterEntry(std::string_view, std::string_view) override {}
-        std::vector<std::uint32_t> found;
+        std::vector<Reference> found;
     };
     Collector collector;
     const std::string ended = text + " endobj ";

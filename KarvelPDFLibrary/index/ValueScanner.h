@@ -126,8 +126,8 @@ struct Reference {
 /// Reads a reference after white space; nothing when something else is there.
 std::optional<Reference> readReference(std::string_view text);
 
-/// The numbers of the objects that a value refers to, in the order of its text.
-std::vector<std::uint32_t> referencesIn(const std::string& text);
+/// All references in a value, in the order of its text.
+std::vector<Reference> referencesIn(const std::string& text);
 
 /// Whether there may be strings in a value's text.
 bool mayHoldStrings(std::string_view text);

@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 
+#include <algorithm>
 #include <climits>
 #include <qpdf/QPDFExc.hh>
 #include <stdexcept>
@@ -12,9 +13,16 @@ namespace karvel {
 void Changes::record(QPDFObjGen number, Kind kind)
 {
     ++revision_;
-    const auto [entry, isNew] = objects_.emplace(number.getObj(), kind);
-    if (!isNew && !(entry->second == Kind::Added && kind == Kind::Changed)) {
-        entry->second = kind;
+    const auto at = static_cast<std::size_t>(number.getObj());
+    if (at >= kinds_.size()) {
+        kinds_.resize(std::max(at + 1, kinds_.size() + kinds_.size() / 2), unchanged);
+    }
+    const std::optional<Kind> before = this->kind(number.getObj());
+    if (!before) {
+        numbers_.push_back(number.getObj());
+    }
+    if (!(before == Kind::Added && kind == Kind::Changed)) {
+        kinds_[at] = static_cast<std::uint8_t>(kind);
     }
 }
 
@@ -46,7 +54,7 @@ QPDFObjectHandle Changes::editTrailer()
 /// Fails for numbers that are far above what the document needs: tables go by them.
 void Changes::checkNumber(std::uint64_t number)
 {
-    const std::size_t added = objects_.size();
+    const std::size_t added = numbers_.size();
     if (number > INT_MAX ||
         (index::isOutOfProportion(number, added) &&
          index::isOutOfProportion(number, file_.getXRefTable().size() + added))) {
@@ -93,10 +101,8 @@ void Changes::remove(QPDFObjGen number)
 
 bool Changes::isThere(const QPDFObjectHandle& object) const
 {
-    const auto found = objects_.find(object.getObjectID());
-    const bool removed = found != objects_.end() && found->second == Kind::Removed;
     QPDFObjectHandle handle = object;
-    return !removed && !handle.isNull();
+    return kind(object.getObjectID()) != Kind::Removed && !handle.isNull();
 }
 
 bool Changes::replaceText(QPDFObjGen number, std::string text)

@@ -64,10 +64,21 @@ public:
     /// Grows with every change; equal numbers mean an equal document.
     std::uint64_t revision() const { return revision_; }
 
-    /// The changed, added and removed objects by number.
-    const std::unordered_map<int, Kind>& objects() const { return objects_; }
+    /// What became of an object; nothing for an unchanged one.
+    std::optional<Kind> kind(int number) const
+    {
+        const auto at = static_cast<std::size_t>(number);
+        return at < kinds_.size() && kinds_[at] != unchanged
+                   ? std::optional<Kind>(static_cast<Kind>(kinds_[at]))
+                   : std::nullopt;
+    }
+
+    /// The numbers of the changed, added and removed objects, in the order in which they became it.
+    const std::vector<int>& numbers() const { return numbers_; }
 
 private:
+    static constexpr std::uint8_t unchanged = 255;
+
     void record(QPDFObjGen number, Kind kind);
     void build(int number);
     void put(QPDFObjGen number, const QPDFObjectHandle& value);
@@ -76,7 +87,8 @@ private:
 
     QPDF& file_;
     std::optional<std::uint64_t> highestNumber_;
-    std::unordered_map<int, Kind> objects_;
+    std::vector<std::uint8_t> kinds_; // by number
+    std::vector<int> numbers_;
     std::vector<QPDFObjGen> removed_;                            // not settled yet
     std::unordered_map<int, std::pair<int, std::string>> texts_; // generation and text, likewise
     std::uint64_t revision_ = 0;

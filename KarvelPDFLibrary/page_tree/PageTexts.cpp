@@ -8,7 +8,7 @@ namespace karvel::pageTree {
 bool PageTexts::place(QPDFObjGen page, QPDFObjGen parent, const InheritedSet& inherited)
 {
     const auto number = static_cast<std::uint32_t>(page.getObj());
-    const bool isKnown = index_.contains(number) && changes_.objects().count(page.getObj()) == 0 &&
+    const bool isKnown = index_.contains(number) && !changes_.kind(page.getObj()) &&
                          index_.object(number).kind == index::Kind::Page &&
                          (index_.object(number).flags & index::IsStream) == 0;
     const auto text = isKnown ? index::DictionaryText::read(texts_.from(number)) : std::nullopt;

@@ -360,7 +360,7 @@ void prune(QPDF& file, Changes& changes, const index::ReferenceIndex* index,
         }
         const QPDFObjGen id(node.object, node.generation);
         const index::KidsOfNode* kids =
-            index == nullptr || changes.objects().count(node.object) > 0
+            index == nullptr || changes.kind(node.object)
                 ? nullptr
                 : index->kidsOf(static_cast<std::uint32_t>(node.object));
         if (kids != nullptr) {

@@ -102,9 +102,11 @@ bool Planner::staysPacked(std::uint32_t member)
     if (!graph_.isThere(member) || graph_.isPage(member) || member == catalog_) {
         return false;
     }
-    const bool isBuilt = document_.changes().objects().count(static_cast<int>(member)) != 0 &&
-                         document_.changes().text(static_cast<int>(member)) == nullptr;
-    return !isBuilt || !document_.file().getObject(static_cast<int>(member), 0).isStream();
+    const auto number = static_cast<int>(member);
+    ObjectView objects = document_.objects();
+    const bool hasText =
+        objects.unchanged(number) != nullptr || objects.changedText(number) != nullptr;
+    return hasText || !objects.object(number).isStream();
 }
 
 void Planner::findUnits()

@@ -38,7 +38,7 @@ public:
         : document_(document), sink_(sink),
           withStreams_(document.index()->usesCrossReferenceStream()),
           order_(linearOrder(document, LiveGraph(document, live), withStreams_)),
-          objects_(document, live, order_), identifier_(options.deterministicIdentifier),
+          objects_(document, order_), identifier_(options.deterministicIdentifier),
           lengths_(order_.size), references_(order_.size)
     {
     }
@@ -365,27 +365,24 @@ void Writer::putEnd()
 }
 
 /// The nodes of page trees that hold attributes for the pages below.
-std::vector<QPDFObjGen> nodesWithAttributes(Document& document)
+std::vector<int> nodesWithAttributes(Document& document)
 {
-    std::vector<QPDFObjGen> nodes;
+    std::vector<int> nodes;
     const index::ReferenceIndex& index = *document.index();
-    const auto& changed = document.changes().objects();
+    ObjectView objects = document.objects();
     for (std::uint32_t object = 1; object < index.size(); ++object) {
         const index::IndexedObject& entry = index.object(object);
         if (entry.kind == index::Kind::PageNode && (entry.flags & index::HasInheritable) != 0) {
-            const auto found = changed.find(static_cast<int>(object));
-            if (found == changed.end() || found->second != Changes::Kind::Removed) {
-                nodes.emplace_back(static_cast<int>(object), entry.generation);
-            }
+            nodes.push_back(static_cast<int>(object));
         }
     }
-    for (const auto& [number, kind] : changed) {
-        if (kind == Changes::Kind::Added) {
-            nodes.emplace_back(number, 0);
+    for (const int number : document.changes().numbers()) {
+        if (document.changes().kind(number) == Changes::Kind::Added) {
+            nodes.push_back(number);
         }
     }
-    const auto hasNone = [&](QPDFObjGen id) {
-        QPDFObjectHandle node = document.changes().present(id);
+    const auto hasNone = [&](int number) {
+        QPDFObjectHandle node = objects.object(number);
         return !node.isDictionaryOfType("/Pages") ||
                std::none_of(inheritableKeys.begin(), inheritableKeys.end(),
                             [&](const char* key) { return node.hasKey(key); });
@@ -434,13 +431,13 @@ void prepareForLinearizing(Document& document)
     if (outline.isDictionary() && !outline.isIndirect()) {
         document.changes().edit(catalog).replaceKey("/Outlines", document.changes().add(outline));
     }
-    const std::vector<QPDFObjGen> nodes = nodesWithAttributes(document);
+    const std::vector<int> nodes = nodesWithAttributes(document);
     if (nodes.empty()) {
         return;
     }
     giveInherited(document);
-    for (const QPDFObjGen id : nodes) {
-        QPDFObjectHandle node = document.changes().edit(document.changes().present(id));
+    for (const int number : nodes) {
+        QPDFObjectHandle node = document.changes().edit(document.objects().object(number));
         for (const char* key : inheritableKeys) {
             node.removeKey(key);
         }

@@ -1,7 +1,6 @@
 #include "KarvelPDFLibrary/saving/LiveGraph.h"
 
 #include "KarvelPDFLibrary/index/ValueScanner.h"
-#include "KarvelPDFLibrary/index/ValueTexts.h"
 #include "KarvelPDFLibrary/objects/References.h"
 
 #include <algorithm>
@@ -42,8 +41,8 @@ bool saysNull(std::string_view value)
 } // namespace
 
 LiveGraph::LiveGraph(Document& document, const Liveness& live)
-    : document_(document), index_(*document.index()), live_(live), isNull_(live.size()),
-      isPage_(live.size())
+    : document_(document), index_(*document.index()), objects_(document.objects()), live_(live),
+      isNull_(live.size()), isPage_(live.size())
 {
     findNulls();
     findPages();
@@ -53,13 +52,13 @@ LiveGraph::LiveGraph(Document& document, const Liveness& live)
 
 void LiveGraph::findNulls()
 {
-    index::ValueTexts texts(document_.file(), index_, *document_.source());
     const auto look = [&](std::uint32_t object) {
-        const index::IndexedObject& entry = index_.object(object);
-        const bool mayBeNull = entry.kind == index::Kind::Other && entry.flags == 0 &&
-                               entry.referenceCount == 0 && !live_.change(object);
-        if (mayBeNull && live_.isLive(object)) {
-            isNull_[object] = saysNull(texts.from(object));
+        const auto number = static_cast<int>(object);
+        const index::IndexedObject* entry =
+            live_.isLive(object) ? objects_.unchanged(number) : nullptr;
+        if (entry != nullptr && entry->kind == index::Kind::Other && entry->flags == 0 &&
+            entry->referenceCount == 0) {
+            isNull_[object] = saysNull(objects_.text(number));
         }
     };
     std::for_each(index_.fileOrder().begin(), index_.fileOrder().end(), look);
@@ -77,22 +76,18 @@ void LiveGraph::findPages()
 
 void LiveGraph::readChanged()
 {
-    for (const auto& [number, kind] : document_.changes().objects()) {
+    for (const int number : document_.changes().numbers()) {
         const auto object = static_cast<std::uint32_t>(number);
         if (!live_.isLive(object)) {
             continue;
         }
-        if (const std::string* text = document_.changes().text(number)) {
-            changed_[object] = index::referencesIn(*text);
-            continue;
+        const ObjectView::Numbers references = objects_.references(number);
+        changed_[object].assign(references.begin(), references.end());
+        if (objects_.changedText(number) == nullptr) {
+            QPDFObjectHandle value = objects_.object(number);
+            isNull_[object] = value.isNull();
+            isPage_[object] = value.isDictionaryOfType("/Page");
         }
-        const int generation = index_.contains(object) ? index_.object(object).generation : 0;
-        QPDFObjectHandle value = document_.file().getObject(number, generation);
-        isNull_[object] = value.isNull();
-        isPage_[object] = value.isDictionaryOfType("/Page");
-        forEachReference(value, [this, object](const QPDFObjectHandle& reference) {
-            changed_[object].push_back(static_cast<std::uint32_t>(reference.getObjectID()));
-        });
     }
     for (int page = 1; page <= document_.pageCount(); ++page) {
         isPage_[static_cast<std::size_t>(document_.order().at(page).object)] = true;
@@ -101,28 +96,21 @@ void LiveGraph::readChanged()
 
 void LiveGraph::readPages()
 {
-    index::ValueTexts texts(document_.file(), index_, *document_.source());
     const auto count = static_cast<std::size_t>(document_.pageCount());
     parts_.reserve(2 * count + 1);
     parts_.push_back(0);
     for (int page = 1; page <= document_.pageCount(); ++page) {
-        const PageEntry& entry = document_.order().at(page);
-        const auto object = static_cast<std::uint32_t>(entry.object);
-        const std::string* changedText = document_.changes().text(entry.object);
+        const int number = document_.order().at(page).object;
         PageReferences references;
-        if (changedText != nullptr) {
-            const std::string text = *changedText + " endobj ";
+        if (const std::string_view text = objects_.text(number); !text.empty()) {
             index::ValueScanner(text, references).scan(0);
-        } else if (live_.change(object)) {
-            for (const auto& [key, value] :
-                 document_.changes().present(entry.id()).getDictAsMap()) {
+        } else {
+            for (const auto& [key, value] : objects_.object(number).getDictAsMap()) {
                 references.beforeEntry(key.substr(1));
                 for (const std::uint32_t target : referencesInEntry(value)) {
                     references.reference(target, 0);
                 }
             }
-        } else {
-            index::ValueScanner(texts.from(object), references).scan(0);
         }
         for (const auto* found : {&references.others, &references.thumbnail}) {
             pageTargets_.insert(pageTargets_.end(), found->begin(), found->end());

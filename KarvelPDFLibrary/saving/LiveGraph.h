@@ -53,6 +53,7 @@ private:
 
     Document& document_;
     const index::ReferenceIndex& index_;
+    ObjectView objects_;
     const Liveness& live_;
     std::vector<bool> isNull_;
     std::vector<bool> isPage_;

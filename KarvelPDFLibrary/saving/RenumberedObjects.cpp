@@ -46,10 +46,9 @@ std::uint64_t withoutSpaceAtEnd(io::ByteSource& source, std::uint64_t start, std
 
 } // namespace
 
-RenumberedObjects::RenumberedObjects(Document& document, const Liveness& live,
-                                     const LinearOrder& order)
-    : document_(document), index_(*document.index()), live_(live), order_(order),
-      text_(*document.source()), values_(document.file(), *document.index(), *document.source())
+RenumberedObjects::RenumberedObjects(Document& document, const LinearOrder& order)
+    : document_(document), index_(*document.index()), order_(order), text_(*document.source()),
+      objects_(document.objects())
 {
     if (document.file().isEncrypted()) {
         cipher_ = Cipher::of(document.file());
@@ -60,15 +59,15 @@ RenumberedObjects::RenumberedObjects(Document& document, const Liveness& live,
 
 bool RenumberedObjects::isToBeBuilt(std::uint32_t object) const
 {
-    if (live_.change(object)) {
+    const IndexedObject* entry = objects_.unchanged(static_cast<int>(object));
+    if (entry == nullptr) {
         return true;
     }
-    const IndexedObject& entry = index_.object(object);
-    if (!cipher_ || object == encryption_ || entry.kind == Kind::CrossReferenceStream) {
+    if (!cipher_ || object == encryption_ || entry->kind == Kind::CrossReferenceStream) {
         return false;
     }
     // What leaves an object stream was enciphered with it.
-    return entry.container != 0 || !cipher_->fitsAnyNumber();
+    return entry->container != 0 || !cipher_->fitsAnyNumber();
 }
 
 WrittenObject RenumberedObjects::written(std::uint32_t object)
@@ -127,22 +126,19 @@ std::optional<WrittenObject> RenumberedObjects::copied(std::uint32_t object)
 /// stream, which is enciphered as a whole.
 std::string RenumberedObjects::value(std::uint32_t object, bool enciphered)
 {
-    const std::string* changed = document_.changes().text(static_cast<int>(object));
+    const auto number = static_cast<int>(object);
     const bool isPlain = !cipher_ || !enciphered;
-    const bool isMember = index_.contains(object) && index_.object(object).container != 0;
-    if (changed != nullptr || (isMember && isPlain && !live_.change(object))) {
-        const std::string text =
-            changed != nullptr ? *changed + " endobj " : std::string(values_.from(object));
+    const IndexedObject* entry = objects_.unchanged(number);
+    const bool isPlainMember = isPlain && entry != nullptr && entry->container != 0;
+    if (isPlainMember || objects_.changedText(number) != nullptr) {
+        const std::string_view text = objects_.text(number);
         std::string out;
         std::size_t at = 0;
         if (order_.numbers.append(out, text, at) == index::ScanResult::Complete) {
             return out;
         }
     }
-    const int generation = index_.contains(object) ? index_.object(object).generation : 0;
-    const QPDFObjGen id(static_cast<int>(object), generation);
-    return objectText(document_.changes().present(id), isPlain ? nullptr : &*cipher_,
-                      &order_.numbers);
+    return objectText(objects_.object(number), isPlain ? nullptr : &*cipher_, &order_.numbers);
 }
 
 std::string RenumberedObjects::packed(const PackedStream& stream)

@@ -2,10 +2,8 @@
 
 #include "KarvelPDFLibrary/document/Document.h"
 #include "KarvelPDFLibrary/index/FileText.h"
-#include "KarvelPDFLibrary/index/ValueTexts.h"
 #include "KarvelPDFLibrary/saving/Cipher.h"
 #include "KarvelPDFLibrary/saving/LinearOrder.h"
-#include "KarvelPDFLibrary/saving/Liveness.h"
 
 #include <cstdint>
 #include <optional>
@@ -31,7 +29,7 @@ struct WrittenObject {
 /// they are built only where they were changed, or are enciphered by a key that goes by the number.
 class RenumberedObjects {
 public:
-    RenumberedObjects(Document& document, const Liveness& live, const LinearOrder& order);
+    RenumberedObjects(Document& document, const LinearOrder& order);
 
     /// An object or object stream that stands in the file by itself, by the number that it had.
     /// Each call gives the same, but for what is random in ciphers.
@@ -48,12 +46,11 @@ private:
 
     Document& document_;
     const index::ReferenceIndex& index_;
-    const Liveness& live_;
     const LinearOrder& order_;
     std::optional<Cipher> cipher_;
     std::uint32_t encryption_ = 0; // the encryption dictionary, never enciphered itself
     index::FileText text_;
-    index::ValueTexts values_;
+    ObjectView objects_;
 };
 
 } // namespace karvel::saving

@@ -20,8 +20,8 @@ using index::ReferenceIndex;
 class Writer {
 public:
     Writer(Document& document, const Liveness& live, io::ByteSink& sink, const SaveOptions& options)
-        : document_(document), index_(*document.index()), sink_(sink), live_(live),
-          entries_(live.size()), identifier_(options.deterministicIdentifier)
+        : document_(document), index_(*document.index()), objects_(document.objects()), sink_(sink),
+          live_(live), entries_(live.size()), identifier_(options.deterministicIdentifier)
     {
         if (document.file().isEncrypted()) {
             cipher_ = Cipher::of(document.file());
@@ -46,7 +46,10 @@ private:
         identifier_.written(text);
     }
 
-    bool isUnchanged(std::uint32_t number) const { return !live_.change(number); }
+    bool isUnchanged(std::uint32_t number) const
+    {
+        return objects_.unchanged(static_cast<int>(number)) != nullptr;
+    }
 
     void planObjectStreams();
     void copyUnchanged();
@@ -60,6 +63,7 @@ private:
 
     Document& document_;
     const ReferenceIndex& index_;
+    ObjectView objects_;
     io::ByteSink& sink_;
     const Liveness& live_;
     std::optional<Cipher> cipher_;
@@ -136,11 +140,9 @@ void Writer::copyUnchanged()
 /// The present value of an object that was changed or added.
 std::string Writer::changedText(std::uint32_t number, const Cipher* cipher)
 {
-    if (const std::string* text = document_.changes().text(static_cast<int>(number))) {
-        return *text;
-    }
-    const int generation = index_.contains(number) ? index_.object(number).generation : 0;
-    return objectText(document_.file().getObject(static_cast<int>(number), generation), cipher);
+    const auto object = static_cast<int>(number);
+    const std::string* text = objects_.changedText(object);
+    return text != nullptr ? *text : objectText(objects_.object(object), cipher);
 }
 
 /// An object stream of the members that stay, at their present values.
@@ -193,7 +195,7 @@ void Writer::writeChanged()
         if (!live_.isLive(number) || isUnchanged(number) || inStream) {
             continue;
         }
-        const int generation = index_.contains(number) ? index_.object(number).generation : 0;
+        const int generation = objects_.idOf(static_cast<int>(number)).getGen();
         const std::string text = changedText(number, cipher_ ? &*cipher_ : nullptr);
         entries_[number] = {CrossReference::Kind::InFile, static_cast<std::uint32_t>(generation),
                             offset_};

@@ -224,8 +224,8 @@ TEST(Outlines, AreNotTouchedWhenNothingInThemWent)
     ASSERT_TRUE(pages::deletePages(*document, {2, 1}).has_value());
     ASSERT_TRUE(deletion::synchronize(*document).has_value());
     QPDFObjectHandle outlines = document->catalog().getKey("/Outlines");
-    EXPECT_EQ(document->changes().objects().count(outlines.getObjectID()), 0U);
-    EXPECT_EQ(document->changes().objects().count(outlines.getKey("/First").getObjectID()), 0U);
+    EXPECT_EQ(document->changes().kind(outlines.getObjectID()), std::nullopt);
+    EXPECT_EQ(document->changes().kind(outlines.getKey("/First").getObjectID()), std::nullopt);
 }
 
 TEST(Outlines, AreChangedByTheirTextsWhereTheseTellAll)
