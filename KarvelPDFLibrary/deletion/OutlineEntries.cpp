@@ -45,14 +45,6 @@ OutlineEntry readBuilt(Removal& removal, QPDFObjectHandle dictionary)
 
 } // namespace
 
-OutlineEntries::OutlineEntries(Removal& removal) : removal_(removal)
-{
-    Document& document = removal.document();
-    if (document.index() != nullptr && !document.file().isEncrypted()) {
-        texts_.emplace(document.file(), *document.index(), *document.source());
-    }
-}
-
 std::optional<OutlineEntry> OutlineEntries::read(int object)
 {
     if (auto entry = readText(object)) {
@@ -66,11 +58,13 @@ std::optional<OutlineEntry> OutlineEntries::read(int object)
 std::optional<OutlineEntry> OutlineEntries::readText(int object)
 {
     const index::IndexedObject* indexed = removal_.unchanged(object);
-    if (!texts_ || indexed == nullptr || (indexed->flags & index::IsStream) != 0 ||
+    // In an encrypted file texts don't tell what their strings say.
+    if (indexed == nullptr || removal_.file().isEncrypted() ||
+        (indexed->flags & index::IsStream) != 0 ||
         (indexed->kind != index::Kind::OutlineEntry && indexed->kind != index::Kind::Other)) {
         return std::nullopt;
     }
-    const auto text = index::DictionaryText::read(texts_->from(static_cast<std::uint32_t>(object)));
+    const auto text = index::DictionaryText::read(removal_.objects().text(object));
     if (!text) {
         return std::nullopt;
     }
@@ -79,7 +73,7 @@ std::optional<OutlineEntry> OutlineEntries::readText(int object)
     entry.isPlain = true;
     for (std::size_t link = 0; link < linkKeys.size(); ++link) {
         const std::string_view value = text->value(linkKeys[link]);
-        entry.place.links[link] = value.empty() ? 0 : targetOf(value);
+        entry.place.links[link] = value.empty() ? 0 : removal_.targetOfText(value);
         if (entry.place.links[link] == 0 && !value.empty()) {
             return std::nullopt;
         }
@@ -95,7 +89,8 @@ std::optional<OutlineEntry> OutlineEntries::readText(int object)
     if (!destination.empty() && !action.empty()) {
         return std::nullopt;
     }
-    const auto leads = action.empty() ? destinationLeads(destination) : actionLeads(action);
+    const auto leads =
+        action.empty() ? removal_.textLeadsToRemovedPage(destination) : actionLeads(action);
     if (!leads) {
         return std::nullopt;
     }
@@ -104,7 +99,7 @@ std::optional<OutlineEntry> OutlineEntries::readText(int object)
     }
     const std::string_view element = text->value("SE");
     if (!element.empty() && destination.empty() && action.empty()) {
-        const int target = targetOf(element);
+        const int target = removal_.targetOfText(element);
         if (target == 0) {
             return std::nullopt;
         }
@@ -124,42 +119,16 @@ std::optional<bool> OutlineEntries::actionLeads(std::string_view action) const
     }
     const std::string_view kind = index::trimmed(text->value("S"));
     if (kind == "/GoTo") {
-        return destinationLeads(text->value("D"));
+        return removal_.textLeadsToRemovedPage(text->value("D"));
     }
     const bool isOther = kind == "/URI" || kind == "/GoToR" || kind == "/Named" ||
                          kind == "/Launch" || kind == "/JavaScript";
     return isOther ? std::optional<bool>(false) : std::nullopt;
 }
 
-/// The same for a destination, or none.
-std::optional<bool> OutlineEntries::destinationLeads(std::string_view destination) const
-{
-    const std::string_view text = index::trimmed(destination);
-    if (text.empty()) {
-        return false;
-    }
-    if (text.front() == '[') {
-        const int page = targetOf(text.substr(1));
-        const bool isRemoved = removal_.isRemovedPage(page);
-        return isRemoved || removal_.isRemainingPage(page) ? std::optional<bool>(isRemoved)
-                                                           : std::nullopt;
-    }
-    const bool isName = text.front() == '(' || text.front() == '/' ||
-                        (text.front() == '<' && text.substr(0, 2) != "<<");
-    return isName ? std::optional<bool>(removal_.goneNames.count(index::decodedString(text)) > 0)
-                  : std::nullopt;
-}
-
-/// The object that a reference at the beginning of a text leads to; 0 when there is none.
-int OutlineEntries::targetOf(std::string_view reference) const
-{
-    const auto written = index::readReference(reference);
-    return written ? static_cast<int>(removal_.document().index()->targetOf(*written)) : 0;
-}
-
 void OutlineEntries::write(const OutlineEntry& entry, const OutlinePlace& place)
 {
-    std::vector<index::DictionaryText::Entry> changes;
+    std::vector<ObjectView::Entry> changes;
     if (entry.lostTarget != nullptr) {
         changes.push_back({entry.lostTarget, ""});
     }
@@ -176,23 +145,11 @@ void OutlineEntries::write(const OutlineEntry& entry, const OutlinePlace& place)
     if (changes.empty()) {
         return;
     }
+    const QPDFObjGen id = removal_.idOf(entry.object);
     if (entry.isPlain) {
-        const auto number = static_cast<std::uint32_t>(entry.object);
-        const auto text = index::DictionaryText::read(texts_->from(number));
-        if (text &&
-            removal_.changes().replaceText(removal_.idOf(entry.object), text->with(changes))) {
-            return;
-        }
-    }
-    QPDFObjectHandle dictionary = removal_.changes().edit(removal_.object(entry.object));
-    for (const auto& [key, value] : changes) {
-        const std::string name = "/" + std::string(key);
-        if (value.empty()) {
-            dictionary.removeKey(name);
-        } else {
-            dictionary.replaceKey(
-                name, QPDFObjectHandle::parse(&removal_.file(), "[" + value + "]").getArrayItem(0));
-        }
+        removal_.objects().edit(id, changes);
+    } else {
+        removal_.objects().editObject(id, changes);
     }
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "KarvelPDFLibrary/deletion/Removal.h"
-#include "KarvelPDFLibrary/index/ValueTexts.h"
 
 #include <array>
 #include <optional>
@@ -36,7 +35,7 @@ struct OutlineEntry {
 /// is anything unusual about them. Fastest in the order of the objects.
 class OutlineEntries {
 public:
-    explicit OutlineEntries(Removal& removal);
+    explicit OutlineEntries(Removal& removal) : removal_(removal) {}
 
     /// Nothing when the object is not a dictionary.
     std::optional<OutlineEntry> read(int object);
@@ -47,11 +46,8 @@ public:
 private:
     std::optional<OutlineEntry> readText(int object);
     std::optional<bool> actionLeads(std::string_view action) const;
-    std::optional<bool> destinationLeads(std::string_view destination) const;
-    int targetOf(std::string_view reference) const;
 
     Removal& removal_;
-    std::optional<index::ValueTexts> texts_; // nothing where texts don't tell what is in them
 };
 
 } // namespace karvel::deletion

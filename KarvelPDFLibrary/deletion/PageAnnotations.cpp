@@ -1,7 +1,5 @@
 #include "KarvelPDFLibrary/deletion/PageAnnotations.h"
 
-#include "KarvelPDFLibrary/index/DictionaryText.h"
-
 #include <algorithm>
 
 namespace karvel::deletion {
@@ -47,41 +45,29 @@ QPDFObjectHandle PageAnnotations::remainingPageOf(const QPDFObjectHandle& annota
     return QPDFObjectHandle::newNull();
 }
 
-AnnotationLists::AnnotationLists(Removal& removal) : removal_(removal)
+bool shortenAnnotations(Removal& removal, int page)
 {
-    Document& document = removal.document();
-    if (document.index() != nullptr) {
-        texts_.emplace(document.file(), *document.index(), *document.source());
-    }
-}
-
-bool AnnotationLists::shorten(int page)
-{
-    const auto list = removal_.indexedAnnotationsOf(page);
-    if (!list || !texts_ || !removal_.isRemainingPage(page)) {
+    const auto list = removal.indexedAnnotationsOf(page);
+    if (!list || !removal.isRemainingPage(page)) {
         return false;
     }
-    const auto isGone = [this](std::uint32_t object) {
-        return removal_.isGone(static_cast<int>(object));
+    const auto isGone = [&](std::uint32_t object) {
+        return removal.isGone(static_cast<int>(object));
     };
-    const auto all = removal_.indexedReferencesOf(page);
+    const auto all = removal.indexedReferencesOf(page);
     if (std::any_of(all->begin(), list->begin(), isGone) ||
         std::any_of(list->end(), all->end(), isGone) ||
         std::find(list->begin(), list->end(), 0) != list->end()) {
         return false;
     }
-    const auto text = index::DictionaryText::read(texts_->from(static_cast<std::uint32_t>(page)));
-    if (!text) {
-        return false;
-    }
     std::string left;
     for (const std::uint32_t annotation : *list) {
         if (!isGone(annotation)) {
-            left += removal_.idOf(static_cast<int>(annotation)).unparse(' ') + " R ";
+            left += removal.idOf(static_cast<int>(annotation)).unparse(' ') + " R ";
         }
     }
-    return removal_.changes().replaceText(removal_.idOf(page),
-                                          text->with({{"Annots", "[" + left + "]"}}));
+    removal.objects().edit(removal.idOf(page), {{"Annots", "[" + left + "]"}});
+    return true;
 }
 
 } // namespace karvel::deletion

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "KarvelPDFLibrary/deletion/Removal.h"
-#include "KarvelPDFLibrary/index/ValueTexts.h"
 
-#include <optional>
 #include <unordered_map>
 
 namespace karvel::deletion {
@@ -26,18 +24,8 @@ private:
     std::unordered_map<int, std::unordered_set<int>> listed_; // by page
 };
 
-/// Takes what is gone out of pages' /Annots by the pages' texts, so that they need not be built.
-class AnnotationLists {
-public:
-    explicit AnnotationLists(Removal& removal);
-
-    /// False, with nothing changed, when the object has to be built for that. To be called in the
-    /// order of the objects.
-    bool shorten(int page);
-
-private:
-    Removal& removal_;
-    std::optional<index::ValueTexts> texts_; // nothing without an index
-};
+/// Takes what is gone out of a page's /Annots. False, with nothing changed, when it isn't known
+/// without building the page that this is all of it. Fastest in the order of the objects.
+bool shortenAnnotations(Removal& removal, int page);
 
 } // namespace karvel::deletion

@@ -138,15 +138,21 @@ void PrivateData::takeFrom(QPDFObjectHandle object)
 
 void PrivateData::takeFromKeys(const QPDFObjectHandle& owner, QPDFObjectHandle dictionary)
 {
-    const bool isCatalog = owner.isSameObjectAs(removal_.catalog());
     for (const auto& [key, value] : dictionary.getDictAsMap()) {
-        const bool isKnown = isCatalog                          ? isOfCatalog(key)
-                             : dictionary.isSameObjectAs(owner) ? isOfPage(key)
-                                                                : true; // of a stream
-        if (key == pieceInfo || !isKnown) {
+        if (isPrivateKey(owner.getObjectID(), key)) {
             takeFromValue(owner, dictionary, key, key == pieceInfo);
         }
     }
+}
+
+/// Whether private data stand below a key of the catalog, a page or a stream, whose keys are all
+/// taken to be known.
+bool PrivateData::isPrivateKey(int object, const std::string& key)
+{
+    const bool isKnown = object == removal_.catalog().getObjectID()
+                             ? isOfCatalog(key)
+                             : !removal_.isPage(object) || isOfPage(key);
+    return key == pieceInfo || !isKnown;
 }
 
 /// `isContainer` says that a dictionary there has a key for each program.
@@ -181,33 +187,22 @@ bool PrivateData::leadsBelow(const QPDFObjectHandle& value) const
 
 /// Empties the innermost dictionaries in which references to removed pages stand. Returns whether
 /// there are such references outside of dictionaries.
-bool PrivateData::empty(const QPDFObjectHandle& owner, QPDFObjectHandle value)
+bool PrivateData::empty(const QPDFObjectHandle& owner, const QPDFObjectHandle& value)
 {
-    struct Part {
-        QPDFObjectHandle value;
-        QPDFObjectHandle dictionary; // the innermost around it
-    };
     bool isOutside = false;
     std::vector<QPDFObjectHandle> emptied;
-    std::vector<Part> open = {{value, QPDFObjectHandle::newNull()}};
-    for (bool outermost = true; !open.empty(); outermost = false) {
-        Part part = open.back();
-        open.pop_back();
-        if (!outermost && part.value.isIndirect()) {
-            if (leads(part.value)) {
-                isOutside = isOutside || part.dictionary.isNull();
-                emptied.push_back(part.dictionary);
-            }
-        } else if (part.value.isArray()) {
-            for (const QPDFObjectHandle& item : part.value.getArrayAsVector()) {
-                open.push_back({item, part.dictionary});
-            }
-        } else if (part.value.isDictionary()) {
-            for (const auto& [key, item] : part.value.getDictAsMap()) {
-                open.push_back({item, part.value});
-            }
+    const auto innermost = [](QPDFObjectHandle part, const QPDFObjectHandle& around,
+                              const PartPlace&) {
+        return std::optional<QPDFObjectHandle>(part.isDictionary() ? part : around);
+    };
+    const auto note = [&](const QPDFObjectHandle& reference, QPDFObjectHandle dictionary,
+                          const PartPlace&) {
+        if (leads(reference)) {
+            isOutside = isOutside || dictionary.isNull();
+            emptied.push_back(dictionary);
         }
-    }
+    };
+    walkParts(value, QPDFObjectHandle::newNull(), innermost, note);
     for (QPDFObjectHandle& dictionary : emptied) {
         removal_.changes().edit(owner);
         if (dictionary.isDictionary()) {
@@ -246,15 +241,10 @@ bool PrivateData::isPrivate(int object)
     return true;
 }
 
-bool PrivateData::isPage(int object)
-{
-    return removal_.isRemovedPage(object) || removal_.isRemainingPage(object);
-}
-
 /// Whether an object is a part of the document that the standard knows, as far as it shows.
 bool PrivateData::isKnown(int object)
 {
-    if (public_.has(object) || removal_.isTreeNode(object) || isPage(object) ||
+    if (public_.has(object) || removal_.isTreeNode(object) || removal_.isPage(object) ||
         object == removal_.catalog().getObjectID() || removal_.isOutlineEntry(object) ||
         removal_.plainElement(object) != nullptr || ++steps_ > mostSteps) {
         return true;
@@ -270,7 +260,7 @@ bool PrivateData::isKnown(int object)
 bool PrivateData::isHeldPrivately(int holder, int object)
 {
     const bool isCatalog = holder == removal_.catalog().getObjectID();
-    const bool isOnPage = isPage(holder);
+    const bool isOnPage = removal_.isPage(holder);
     if (!isCatalog && !isOnPage && !removal_.mayHave(holder, index::IsStream)) {
         return false;
     }
@@ -286,8 +276,7 @@ bool PrivateData::isHeldPrivately(int holder, int object)
                 isHere = isHere || one.getObjectID() == object;
             });
         }
-        const bool isKnown = isCatalog ? isOfCatalog(key) : isOnPage ? isOfPage(key) : true;
-        if (isHere && isKnown && key != pieceInfo) {
+        if (isHere && !isPrivateKey(holder, key)) {
             return false;
         }
         found = found || isHere;

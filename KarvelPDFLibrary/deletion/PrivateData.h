@@ -24,13 +24,13 @@ private:
     void takeFromKeys(const QPDFObjectHandle& owner, QPDFObjectHandle dictionary);
     void takeFromValue(const QPDFObjectHandle& owner, QPDFObjectHandle dictionary,
                        const std::string& key, bool isContainer);
-    bool empty(const QPDFObjectHandle& owner, QPDFObjectHandle value);
+    bool empty(const QPDFObjectHandle& owner, const QPDFObjectHandle& value);
+    bool isPrivateKey(int object, const std::string& key);
     bool leadsBelow(const QPDFObjectHandle& value) const;
     bool leads(const QPDFObjectHandle& reference) const;
     bool hasKeysOfItsOwn(const QPDFObjectHandle& object);
     bool isPrivate(int object);
     bool isKnown(int object);
-    bool isPage(int object);
     bool isHeldPrivately(int holder, int object);
 
     Removal& removal_;

@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/deletion/PageAnnotations.h"
 #include "KarvelPDFLibrary/deletion/PrivateData.h"
+#include "KarvelPDFLibrary/objects/References.h"
 
 #include <algorithm>
 #include <set>
@@ -141,21 +142,6 @@ const index::PlainElement* Removal::plainElement(int object) const
     return unchanged(object) == nullptr
                ? nullptr
                : document_.index()->plainElement(static_cast<std::uint32_t>(object));
-}
-
-bool Removal::judgePlainLink(int object)
-{
-    const auto* link = plainLink(object);
-    if (link == nullptr) {
-        return false;
-    }
-    const bool leads = link->nameLength > 0
-                           ? goneNames.count(std::string(document_.index()->nameOf(*link))) > 0
-                           : pages_.has(static_cast<int>(link->page));
-    if (leads) {
-        drop(object);
-    }
-    return true;
 }
 
 std::vector<int> Removal::referrerNumbersOf(int object)
@@ -310,84 +296,31 @@ std::vector<int> Removal::objectsWithNumberedDestinations()
     return objects;
 }
 
-/// Whether an object that is a destination leads to a removed page, when the index shows it: its
-/// one reference is to a page.
-std::optional<bool> Removal::indexedVerdict(const QPDFObjectHandle& destination) const
-{
-    const index::IndexedObject* indexed = unchanged(destination.getObjectID());
-    if (indexed == nullptr || indexed->referenceCount != 1 ||
-        !document_.index()->withNumberedDestinations().empty()) {
-        return std::nullopt;
-    }
-    const std::uint32_t target = document_.index()->references()[indexed->firstReference];
-    return document_.index()->object(target).kind == index::Kind::Page
-               ? std::optional<bool>(isGone(static_cast<int>(target)))
-               : std::nullopt;
-}
-
-bool Removal::leadsToRemovedPage(QPDFObjectHandle destination)
-{
-    if (const std::optional<bool> verdict = indexedVerdict(destination)) {
-        return *verdict;
-    }
-    if (destination.isDictionary()) {
-        destination = destination.getKey("/D");
-    }
-    if (destination.isArray()) {
-        if (destination.getArrayNItems() == 0) {
-            return false;
-        }
-        QPDFObjectHandle page = destination.getArrayItem(0);
-        if (isRemovedPage(page) || isRemainingPage(page)) {
-            return isRemovedPage(page);
-        }
-        // Some programs name the page by its number, from 0, as in destinations in other files.
-        return page.isInteger() && presentNumberOf(page.getIntValueAsInt() + 1) == 0;
-    }
-    if (destination.isName()) {
-        return goneNames.count(destination.getName()) > 0;
-    }
-    return destination.isString() && goneNames.count(destination.getStringValue()) > 0;
-}
-
 /// Takes gone objects out of a holder's arrays and dictionaries.
-void Removal::unlist(QPDFObjectHandle holder)
+void Removal::unlist(const QPDFObjectHandle& holder)
 {
     bool changed = false;
-    std::vector<QPDFObjectHandle> open = {holder};
-    for (bool outermost = true; !open.empty(); outermost = false) {
-        QPDFObjectHandle part = open.back();
-        open.pop_back();
-        if (part.isIndirect() && !outermost) {
-            continue;
-        }
-        if (part.isStream()) {
-            part = part.getDict();
-        }
+    const auto goes = [this](const QPDFObjectHandle& item) {
+        return item.isIndirect() && dropped_.has(item.getObjectID());
+    };
+    forEachDirectPart(holder, [&](QPDFObjectHandle part) {
         if (part.isArray()) {
-            std::vector<QPDFObjectHandle> kept;
-            const std::vector<QPDFObjectHandle> items = part.getArrayAsVector();
-            for (const QPDFObjectHandle& item : items) {
-                if (!(item.isIndirect() && dropped_.has(item.getObjectID()))) {
-                    kept.push_back(item);
-                    open.push_back(item);
-                }
-            }
-            if (kept.size() != items.size()) {
-                part.setArrayFromVector(kept);
+            std::vector<QPDFObjectHandle> items = part.getArrayAsVector();
+            const auto end = std::remove_if(items.begin(), items.end(), goes);
+            if (end != items.end()) {
+                items.erase(end, items.end());
+                part.setArrayFromVector(items);
                 changed = true;
             }
-        } else if (part.isDictionary()) {
-            for (const auto& [key, item] : part.getDictAsMap()) {
-                if (item.isIndirect() && dropped_.has(item.getObjectID())) {
-                    part.removeKey(key);
-                    changed = true;
-                } else {
-                    open.push_back(item);
-                }
+            return;
+        }
+        for (const auto& [key, item] : part.getDictAsMap()) {
+            if (goes(item)) {
+                part.removeKey(key);
+                changed = true;
             }
         }
-    }
+    });
     if (changed) {
         changes().edit(holder);
     }
@@ -442,9 +375,8 @@ void Removal::takeOutDropped()
             }
         }
     }
-    AnnotationLists lists(*this);
     for (const int holder : holders) {
-        if (!lists.shorten(holder) && refersToAny(holder, dropped_)) {
+        if (!shortenAnnotations(*this, holder) && refersToAny(holder, dropped_)) {
             unlist(object(holder));
         }
     }
@@ -453,39 +385,27 @@ void Removal::takeOutDropped()
     }
 }
 
-void Removal::cutReferencesToPages(QPDFObjectHandle holder)
+void Removal::cutReferencesToPages(const QPDFObjectHandle& holder)
 {
     bool changed = false;
-    std::vector<QPDFObjectHandle> open = {holder};
-    while (!open.empty()) {
-        QPDFObjectHandle part = open.back();
-        open.pop_back();
-        if (part.isStream()) {
-            part = part.getDict();
-        }
-        const auto pass = [&](const QPDFObjectHandle& item) {
-            const bool cut = isRemovedPage(item);
-            if (!cut && !item.isIndirect()) {
-                open.push_back(item);
-            }
-            changed = changed || cut;
-            return !cut;
-        };
+    forEachDirectPart(holder, [&](QPDFObjectHandle part) {
         if (part.isArray()) {
             // What the places mean is not known: the others keep theirs.
             for (int i = 0; i < part.getArrayNItems(); ++i) {
-                if (!pass(part.getArrayItem(i))) {
+                if (isRemovedPage(part.getArrayItem(i))) {
                     part.setArrayItem(i, QPDFObjectHandle::newNull());
+                    changed = true;
                 }
             }
-        } else if (part.isDictionary()) {
-            for (const auto& [key, item] : part.getDictAsMap()) {
-                if (!pass(item)) {
-                    part.removeKey(key);
-                }
+            return;
+        }
+        for (const auto& [key, item] : part.getDictAsMap()) {
+            if (isRemovedPage(item)) {
+                part.removeKey(key);
+                changed = true;
             }
         }
-    }
+    });
     if (changed) {
         changes().edit(holder);
     }

@@ -62,6 +62,8 @@ public:
     }
     bool isRemainingPage(int object);
 
+    bool isPage(int object) { return isRemovedPage(object) || isRemainingPage(object); }
+
     /// Whether an object may have the thing that `flag` (index::Flag) stands for; true when that
     /// is not known without building it.
     bool mayHave(const QPDFObjectHandle& object, int flag) const
@@ -169,7 +171,14 @@ public:
 
     /// Whether a destination (ISO 32000-2, 12.3.2: an array, a name, a string, or a dictionary with
     /// /D) leads to a removed page.
-    bool leadsToRemovedPage(QPDFObjectHandle destination);
+    bool leadsToRemovedPage(const QPDFObjectHandle& destination);
+
+    /// The same for a destination's text, or none, in a file that is not encrypted; nothing when
+    /// it doesn't tell.
+    std::optional<bool> textLeadsToRemovedPage(std::string_view destination);
+
+    /// The object that a reference at the beginning of a text leads to; 0 when there is none.
+    int targetOfText(std::string_view reference) const;
 
     /// Notes things of the document that may repeat what removed pages said, once.
     void note(const std::string& things);
@@ -188,14 +197,22 @@ private:
     std::vector<int> objectsWith(int flag);
     bool refersToAny(int object, const NumberSet& gone);
 
-    std::optional<bool> indexedVerdict(const QPDFObjectHandle& destination) const;
+    /// What a destination names: an object, a page by its number, from 1, or another destination.
+    struct Target {
+        int object = 0;
+        std::optional<int> pageNumber;
+        std::optional<std::string> name;
+    };
+    bool isGone(const Target& target);
+    Target targetOf(QPDFObjectHandle destination);
+    std::optional<Target> indexedTargetOf(const QPDFObjectHandle& destination) const;
     Referrers& referrers();
     void climb(std::vector<int> open, std::unordered_set<int> seen,
                const std::function<bool(int)>& visit);
     const index::ReferenceIndex::PlainLink* plainLink(int object) const;
-    void unlist(QPDFObjectHandle holder);
+    void unlist(const QPDFObjectHandle& holder);
     void keepWhatPagesNeed();
-    void cutReferencesToPages(QPDFObjectHandle holder);
+    void cutReferencesToPages(const QPDFObjectHandle& holder);
 
     Document& document_;
     ObjectView objects_;

@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/deletion/ActionChain.h"
 #include "KarvelPDFLibrary/deletion/modules.h"
+#include "KarvelPDFLibrary/objects/References.h"
 
 namespace karvel::deletion {
 
@@ -102,15 +103,18 @@ bool isNumberedDestination(QPDFObjectHandle value)
     return fit == "/XYZ" || fit.substr(0, 4) == "/Fit";
 }
 
+bool leadsToOtherFile(QPDFObjectHandle part)
+{
+    QPDFObjectHandle kind = part.isDictionary() ? part.getKey("/S") : part;
+    return kind.isName() && (kind.getName() == "/GoToR" || kind.getName() == "/GoToE");
+}
+
 /// Destinations that name their page by its number get the page's present number.
 void renumber(Removal& removal, const QPDFObjectHandle& owner)
 {
-    std::vector<QPDFObjectHandle> open = {owner};
-    for (bool outermost = true; !open.empty(); outermost = false) {
-        QPDFObjectHandle part = open.back();
-        open.pop_back();
-        if (part.isIndirect() && !outermost) {
-            continue;
+    const auto enter = [&](QPDFObjectHandle part, bool isOfOtherFile, const PartPlace& place) {
+        if (isOfOtherFile && *place.key == "/D") {
+            return std::optional<bool>();
         }
         if (isNumberedDestination(part)) {
             const int original = part.getArrayItem(0).getIntValueAsInt() + 1;
@@ -119,20 +123,10 @@ void renumber(Removal& removal, const QPDFObjectHandle& owner)
                 removal.changes().edit(owner);
                 part.setArrayItem(0, QPDFObjectHandle::newInteger(present - 1));
             }
-        } else if (part.isArray()) {
-            const std::vector<QPDFObjectHandle> items = part.getArrayAsVector();
-            open.insert(open.end(), items.begin(), items.end());
-        } else if (part.isDictionary()) {
-            QPDFObjectHandle kind = part.getKey("/S");
-            const bool otherFile =
-                kind.isName() && (kind.getName() == "/GoToR" || kind.getName() == "/GoToE");
-            for (const auto& [key, value] : part.getDictAsMap()) {
-                if (!(otherFile && key == "/D")) {
-                    open.push_back(value);
-                }
-            }
         }
-    }
+        return std::optional<bool>(leadsToOtherFile(part));
+    };
+    walkParts(owner, false, enter, [](auto&&...) {});
 }
 
 } // namespace

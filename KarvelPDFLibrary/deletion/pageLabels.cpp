@@ -1,70 +1,24 @@
 #include "KarvelPDFLibrary/deletion/modules.h"
 
-#include <algorithm>
-#include <map>
-
 namespace karvel::deletion {
 
 namespace {
 
-/// What a label range says of its pages (ISO 32000-2, 12.4.2).
-struct Label {
-    std::string style; // unparsed value of /S; empty for none
-    std::string prefix;
-    long long number = 1;
-
-    /// Whether the page after one with this label would get `next` from the same range.
-    bool goesOnTo(const Label& next) const
-    {
-        return style == next.style && prefix == next.prefix &&
-               (style.empty() || next.number == number + 1);
-    }
-};
-
-struct Range {
-    QPDFObjectHandle dictionary;
-    Label first;
-};
-
-/// The ranges by the number, from 1, of their first page.
-std::map<long long, Range> rangesOf(const QPDFObjectHandle& tree)
+/// Whether the page after one with a label would get another one from the same range.
+bool goesOn(const PageLabel& label, const PageLabel& next)
 {
-    std::map<long long, Range> ranges;
-    forEachNode(tree, "/Kids", [&](QPDFObjectHandle node) {
-        QPDFObjectHandle items = node.getKey("/Nums");
-        for (int i = 0; items.isArray() && i + 1 < items.getArrayNItems(); i += 2) {
-            QPDFObjectHandle key = items.getArrayItem(i);
-            QPDFObjectHandle value = items.getArrayItem(i + 1);
-            if (!key.isInteger() || !value.isDictionary()) {
-                continue;
-            }
-            Label label;
-            QPDFObjectHandle style = value.getKey("/S");
-            QPDFObjectHandle prefix = value.getKey("/P");
-            QPDFObjectHandle number = value.getKey("/St");
-            label.style = style.isName() ? style.unparseResolved() : std::string();
-            label.prefix = prefix.isString() ? prefix.getStringValue() : std::string();
-            label.number = number.isInteger() ? number.getIntValue() : 1;
-            ranges[key.getIntValue() + 1] = {value, label};
-        }
-    });
-    return ranges;
+    return label.style == next.style && label.prefix == next.prefix &&
+           (label.style.empty() || next.number == label.number + 1);
 }
 
-Label labelOf(const std::map<long long, Range>& ranges, int original, int present)
+PageLabel labelOf(const PageLabelRanges& ranges, int original, int present)
 {
-    auto range = original > 0 ? ranges.upper_bound(original) : ranges.begin();
-    if (range == ranges.begin()) {
-        // Before the first range, and for a new page, viewers show the page's number.
-        return {"/D", {}, original > 0 ? original : present};
-    }
-    --range;
-    Label label = range->second.first;
-    label.number += original - range->first;
-    return label;
+    // Before the first range, and for a new page, viewers show the page's number.
+    const auto label = original > 0 ? ranges.labelOf(original) : std::nullopt;
+    return label.value_or(PageLabel{"/D", {}, original > 0 ? original : present});
 }
 
-QPDFObjectHandle dictionaryOf(const Label& label)
+QPDFObjectHandle dictionaryOf(const PageLabel& label)
 {
     QPDFObjectHandle dictionary = QPDFObjectHandle::newDictionary();
     if (!label.style.empty()) {
@@ -87,13 +41,13 @@ void keepPageLabels(Removal& removal)
     if (!tree.isDictionary()) {
         return;
     }
-    const std::map<long long, Range> ranges = rangesOf(tree);
+    const PageLabelRanges ranges = removal.document().pageLabels();
     QPDFObjectHandle items = QPDFObjectHandle::newArray();
-    Label before;
+    PageLabel before;
     const PageOrder& order = removal.document().order();
     for (int number = 1; number <= order.count(); ++number) {
-        const Label label = labelOf(ranges, order.at(number).original, number);
-        if (number == 1 || !before.goesOnTo(label)) {
+        const PageLabel label = labelOf(ranges, order.at(number).original, number);
+        if (number == 1 || !goesOn(before, label)) {
             items.appendItem(QPDFObjectHandle::newInteger(number - 1));
             items.appendItem(dictionaryOf(label));
         }

@@ -347,6 +347,15 @@ bool Document::inheritsAttribute(int number, const char* key)
     return page(number).getKey(key).isNull() && !pageAttribute(number, key).isNull();
 }
 
+const PageLabelRanges& Document::pageLabels()
+{
+    if (!pageLabels_ || pageLabelsRevision_ != revision()) {
+        pageLabels_.emplace(catalog());
+        pageLabelsRevision_ = revision();
+    }
+    return *pageLabels_;
+}
+
 int Document::pageOfObject(int object) const
 {
     for (int number = 1; number <= order_.count(); ++number) {
@@ -416,10 +425,10 @@ void Document::cutAndWriteTree()
         return;
     }
     std::vector<PageEntry> entries = order_.toVector();
+    ObjectView view = objects();
     if (!nodes_.empty()) {
-        pageTree::prune(*file_, changes_, index_.get(), entries, removed_, nodes_);
-    } else if (!pageTree::write(*file_, changes_, index_.get(), source_.get(), entries,
-                                inherited_)) {
+        pageTree::prune(view, index_.get(), entries, removed_, nodes_);
+    } else if (!pageTree::write(*file_, changes_, view, entries, inherited_)) {
         for (PageEntry& entry : entries) {
             entry.inherited = 0;
         }

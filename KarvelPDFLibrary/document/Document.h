@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/base/Error.h"
 #include "KarvelPDFLibrary/document/Encryption.h"
+#include "KarvelPDFLibrary/document/PageLabelRanges.h"
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/io/ByteSource.h"
 #include "KarvelPDFLibrary/objects/Changes.h"
@@ -12,6 +13,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <qpdf/QPDF.hh>
 #include <string>
 #include <unordered_map>
@@ -128,6 +130,9 @@ public:
 
     const PageOrder& order() const { return order_; }
 
+    /// The labels of pages as they stand in the document; valid until the document is changed.
+    const PageLabelRanges& pageLabels();
+
     /// Removes a run of pages. What only they use is dropped when the document is saved.
     void removePages(PageRun run);
 
@@ -233,6 +238,8 @@ private:
     std::vector<std::int32_t> cutPages_;
     std::unordered_map<std::int32_t, std::int32_t> copies_; // of pages used twice: the page itself
     Warnings warnings_;
+    std::optional<PageLabelRanges> pageLabels_; // as of a revision
+    std::uint64_t pageLabelsRevision_ = 0;
     std::uint64_t savedRevision_ = 0;
     std::uint64_t orderRevision_ = 0;
     std::uint64_t loadedRevision_ = 0;

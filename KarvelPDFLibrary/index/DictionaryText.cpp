@@ -46,9 +46,9 @@ std::string_view DictionaryText::value(std::string_view key) const
 
 std::string DictionaryText::with(const std::vector<Entry>& changes) const
 {
-    std::string text = "<<";
-    std::size_t done = text.size();
+    std::size_t done = skipSpace(text_, 0) + 2; // past "<<"
     std::size_t endOfLast = done;
+    std::string text(text_.substr(0, done));
     for (const Entry& change : changes) {
         if (value(change.key).data() == nullptr && !change.value.empty()) {
             text.append(" /").append(change.key).append(" ").append(change.value);

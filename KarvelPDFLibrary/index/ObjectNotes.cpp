@@ -6,11 +6,6 @@ namespace karvel::index {
 
 namespace {
 
-bool isInheritable(std::string_view key)
-{
-    return key == "Resources" || key == "MediaBox" || key == "CropBox" || key == "Rotate";
-}
-
 /// What names say of an object wherever they stand in it. Every name of a file is looked up here.
 struct TellingName {
     std::string_view name;
@@ -48,11 +43,12 @@ int flagOf(std::string_view name)
 /// The most references of one object.
 constexpr std::size_t mostReferences = 0xFFFFFF;
 
-bool isCategory(std::string_view key)
+/// Whether a key, without its slash, is among those of a list, which have theirs.
+template <class Keys>
+bool isAmong(const Keys& keys, std::string_view key)
 {
-    return std::any_of(
-        resourceCategories.begin(), resourceCategories.end(),
-        [&](const char* category) { return key == std::string_view(category).substr(1); });
+    return std::any_of(keys.begin(), keys.end(),
+                       [&](const char* one) { return key == std::string_view(one).substr(1); });
 }
 
 /// Whether the value of /Resources is a dictionary in which no category is a reference.
@@ -109,9 +105,8 @@ bool isArrayOfReferences(std::string_view value, std::uint32_t count)
 
 } // namespace
 
-void ObjectNotes::begin(const char* text)
+void ObjectNotes::begin()
 {
-    scanned_ = text;
     referencesBefore_ = index_.references_.size();
     kidsBefore_ = index_.kids_.size();
     type_.clear();
@@ -131,7 +126,6 @@ void ObjectNotes::begin(const char* text)
     hasParent_ = false;
     isAction_ = false;
     linkName_.clear();
-    countValue_ = {};
     flags_ = 0;
 }
 
@@ -157,8 +151,6 @@ void ObjectNotes::afterEntry(std::string_view key, std::string_view value)
         type_ = decodedName(trimmed(value));
     } else if (key == "Kids") {
         noteKids(value);
-    } else if (key == "Count") {
-        countValue_ = spanOf(value);
     } else if (key == "Subtype") {
         isLink_ = trimmed(value) == "/Link";
         flags_ |= HasSubtype;
@@ -192,12 +184,12 @@ void ObjectNotes::afterEntry(std::string_view key, std::string_view value)
         pageReference_ = referenceIn(value);
     } else if (key == "B") {
         flags_ |= HasBeads;
-    } else if (isInheritable(key)) {
+    } else if (isAmong(inheritableKeys, key)) {
         flags_ |= HasInheritable;
         if (key == "Resources") {
             flags_ |= HasResources | (isSelfContained(trimmed(value)) ? HasOwnResources : 0);
         }
-    } else if (isCategory(key) && trimmed(value).substr(0, 2) != "<<") {
+    } else if (isAmong(resourceCategories, key) && trimmed(value).substr(0, 2) != "<<") {
         flags_ |= HasLinkedCategory;
     }
 }
@@ -262,7 +254,6 @@ void ObjectNotes::noteKids(std::string_view value)
         index_.kids_.emplace_back();
         index_.kids_.back().firstReference = static_cast<std::uint32_t>(valueStart_);
         index_.kids_.back().count = count;
-        index_.kids_.back().kidsValue = spanOf(value);
     }
 }
 
@@ -275,7 +266,7 @@ void ObjectNotes::noteAnnotations(std::string_view value)
     }
 }
 
-/// Keeps a node's text with the places in it; forgets the node when it has strings, which would
+/// Keeps a node's text; forgets the node when it has strings, which would
 /// have to be enciphered anew.
 void ObjectNotes::keepNodeText(std::string_view text)
 {
@@ -286,14 +277,7 @@ void ObjectNotes::keepNodeText(std::string_view text)
         index_.kids_.pop_back();
         return;
     }
-    KidsOfNode& node = index_.kids_.back();
-    const Span own = spanOf(text);
-    const auto relative = [&](Span span) {
-        return span.end == 0 ? Span() : Span{span.begin - own.begin, span.end - own.begin};
-    };
-    node.text = std::string(text);
-    node.kidsValue = relative(node.kidsValue);
-    node.countValue = relative(countValue_);
+    index_.kids_.back().text = std::string(text);
 }
 
 void ObjectNotes::keepKind(IndexedObject& object, std::uint32_t number)

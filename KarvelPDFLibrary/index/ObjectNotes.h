@@ -12,8 +12,8 @@ class ObjectNotes final : public ScanSink {
 public:
     explicit ObjectNotes(ReferenceIndex& index) : index_(index) {}
 
-    /// Before an object is scanned. `text` is where the scanned text begins.
-    void begin(const char* text);
+    /// Before an object is scanned.
+    void begin();
 
     /// Forgets what was noted since begin(), for an object that is scanned again.
     void forget();
@@ -64,13 +64,6 @@ private:
     void keepKind(IndexedObject& object, std::uint32_t number);
     void resolveReferences();
 
-    /// Where a part of the scanned text lies; valid until the text is read anew.
-    Span spanOf(std::string_view part) const
-    {
-        return {static_cast<std::uint32_t>(part.data() - scanned_),
-                static_cast<std::uint32_t>(part.data() - scanned_ + part.size())};
-    }
-
     ReferenceIndex& index_;
 
     /// Generations beside index_.references_, needed until all objects are known.
@@ -97,8 +90,6 @@ private:
     bool isAction_ = false; // or a destination, or a structure element
     std::string linkName_;
     std::vector<std::uint64_t> destinations_;
-    const char* scanned_ = nullptr;
-    Span countValue_;
     std::optional<AnnotationsOfPage> annotations_;
     std::uint16_t flags_ = 0;
     std::int32_t structureKey_ = -1; // when there is one

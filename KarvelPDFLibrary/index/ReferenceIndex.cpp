@@ -127,7 +127,7 @@ void IndexBuilder::readCrossReferences()
 std::size_t IndexBuilder::scanValue(std::uint32_t number, std::size_t start, bool& isDictionary)
 {
     for (;;) {
-        notes_.begin(text_.view().data());
+        notes_.begin();
         ValueScanner scanner(text_.view(), notes_);
         const ScanResult result = scanner.scan(start);
         if (result == ScanResult::Complete) {
@@ -280,7 +280,7 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
             continue;
         }
         IndexedObject& object = index_.objects_[member];
-        notes_.begin(text.data());
+        notes_.begin();
         ValueScanner scanner(text, notes_);
         if (scanner.scan(start) != ScanResult::Complete) {
             notFit(static_cast<std::uint32_t>(member), "its text does not read as expected");

@@ -46,6 +46,10 @@ enum Flag : std::uint16_t {
     HasLinkedCategory = 32768 // a reference as the value of a category of resources
 };
 
+/// The attributes that pages inherit (ISO 32000-2, 7.7.3.4).
+constexpr std::array<const char*, 4> inheritableKeys = {"/Resources", "/MediaBox", "/CropBox",
+                                                        "/Rotate"};
+
 /// Categories of resources in which content can be (ISO 32000-2, 7.8.3).
 constexpr std::array<const char*, 7> resourceCategories = {
     "/XObject", "/Pattern", "/Shading", "/Properties", "/ExtGState", "/Font", "/ColorSpace"};
@@ -96,12 +100,6 @@ struct AnnotationsOfPage {
     std::uint32_t count = 0;
 };
 
-/// A part of a text.
-struct Span {
-    std::uint32_t begin = 0;
-    std::uint32_t end = 0;
-};
-
 /// A page tree node whose /Kids is an array of references and nothing else and that holds no
 /// strings. Its text is kept, since nodes are what changes when pages go.
 struct KidsOfNode {
@@ -109,10 +107,6 @@ struct KidsOfNode {
     std::uint32_t firstReference = 0;
     std::uint32_t count = 0;
     std::string text;
-
-    /// The values of /Kids and /Count in the text; an empty span where there is none.
-    Span kidsValue;
-    Span countValue;
 };
 
 /// An object stream and its members in order.
@@ -135,9 +129,9 @@ bool isOutOfProportion(std::uint64_t highestNumber, std::uint64_t objects);
 // What the index says, and for how long.
 //
 // It describes the file as it was loaded and never changes. What was changed since is in Changes:
-// whoever asks what an object refers to asks there first, and here only for objects that Changes
-// does not name. Numbers of the index stay valid, since saving keeps numbers; a number that Changes
-// added is not in it.
+// whoever asks what an object is or refers to now asks ObjectView, which looks here only for
+// objects that Changes does not name. Numbers of the index stay valid, since saving keeps numbers;
+// a number that Changes added is not in it.
 //
 // references() holds numbers, object by object; 0 stands for a reference that means null (nothing
 // under that number, or another generation). An object that was replaced in a later revision has

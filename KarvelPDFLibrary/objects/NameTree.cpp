@@ -7,14 +7,27 @@ namespace karvel {
 
 namespace {
 
-void readNames(QPDFObjectHandle& node, NameTreeEntries& entries)
+/// Calls `each(key, value)` with what the nodes of a tree have under a key, in their order.
+template <class Each>
+void forEachEntry(const QPDFObjectHandle& root, const char* itemsKey, const Each& each)
 {
-    QPDFObjectHandle names = node.getKey("/Names");
-    const int count = names.isArray() ? names.getArrayNItems() : 0;
-    for (int i = 0; i + 1 < count; i += 2) {
-        QPDFObjectHandle name = names.getArrayItem(i);
-        if (name.isString()) {
-            entries.emplace_back(name.getStringValue(), names.getArrayItem(i + 1));
+    std::unordered_set<int> seen;
+    std::vector<QPDFObjectHandle> waiting = {root};
+    while (!waiting.empty()) {
+        QPDFObjectHandle node = waiting.back();
+        waiting.pop_back();
+        const bool isNode = node.isDictionary();
+        if (!isNode || (node.isIndirect() && !seen.insert(node.getObjectID()).second)) {
+            continue;
+        }
+        QPDFObjectHandle items = node.getKey(itemsKey);
+        const int count = items.isArray() ? items.getArrayNItems() : 0;
+        for (int i = 0; i + 1 < count; i += 2) {
+            each(items.getArrayItem(i), items.getArrayItem(i + 1));
+        }
+        QPDFObjectHandle kids = node.getKey("/Kids");
+        for (int i = kids.isArray() ? kids.getArrayNItems() : 0; i-- > 0;) {
+            waiting.push_back(kids.getArrayItem(i));
         }
     }
 }
@@ -74,21 +87,22 @@ void inRuns(Iterator begin, Iterator end, Each&& each)
 NameTreeEntries readNameTree(const QPDFObjectHandle& root)
 {
     NameTreeEntries entries;
-    std::unordered_set<int> seen;
-    std::vector<QPDFObjectHandle> waiting = {root};
-    while (!waiting.empty()) {
-        QPDFObjectHandle node = waiting.back();
-        waiting.pop_back();
-        const bool isNode = node.isDictionary();
-        if (!isNode || (node.isIndirect() && !seen.insert(node.getObjectID()).second)) {
-            continue;
+    forEachEntry(root, "/Names", [&](QPDFObjectHandle name, const QPDFObjectHandle& value) {
+        if (name.isString()) {
+            entries.emplace_back(name.getStringValue(), value);
         }
-        readNames(node, entries);
-        QPDFObjectHandle kids = node.getKey("/Kids");
-        for (int i = kids.isArray() ? kids.getArrayNItems() : 0; i-- > 0;) {
-            waiting.push_back(kids.getArrayItem(i));
+    });
+    return entries;
+}
+
+NumberTreeEntries readNumberTree(const QPDFObjectHandle& root)
+{
+    NumberTreeEntries entries;
+    forEachEntry(root, "/Nums", [&](QPDFObjectHandle number, const QPDFObjectHandle& value) {
+        if (number.isInteger()) {
+            entries.emplace_back(number.getIntValue(), value);
         }
-    }
+    });
     return entries;
 }
 

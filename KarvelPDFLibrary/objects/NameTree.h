@@ -14,6 +14,10 @@ namespace karvel {
 using NameTreeEntries = std::vector<std::pair<std::string, QPDFObjectHandle>>;
 NameTreeEntries readNameTree(const QPDFObjectHandle& root);
 
+/// The same for a number tree (ISO 32000-2, 7.9.7).
+using NumberTreeEntries = std::vector<std::pair<long long, QPDFObjectHandle>>;
+NumberTreeEntries readNumberTree(const QPDFObjectHandle& root);
+
 /// Writes a balanced name tree of entries, which must be sorted by name and each have its own, and
 /// returns its root.
 QPDFObjectHandle writeNameTree(Changes& changes, const NameTreeEntries& entries);

@@ -76,10 +76,27 @@ public:
     /// object that is built or removed, or that the source does not give any more.
     std::string_view text(int number);
 
-    /// An object for reading; null for a removed one. For changing it, see Changes.
+    /// An object for reading; null for a removed one. For changing it, see edit() and Changes.
     QPDFObjectHandle object(int number);
 
+    /// An entry of a dictionary: its key without the slash, and the text of its new value; an empty
+    /// one takes the entry out.
+    struct Entry {
+        std::string_view key;
+        std::string value;
+        bool onlyWhereNull = false; // an entry that has a value keeps it
+    };
+
+    /// Gives a dictionary other entries. An unchanged one gets a new text, with the rest as it is
+    /// written, where that tells all that has to be known; all others are changed as objects.
+    void edit(QPDFObjGen id, const std::vector<Entry>& entries);
+
+    /// The same for what had to be built in any case.
+    void editObject(QPDFObjGen id, const std::vector<Entry>& entries);
+
 private:
+    std::optional<std::string> editedText(int number, const std::vector<Entry>& entries);
+    bool mayBeNull(std::string_view value) const;
     Numbers indexed(const index::IndexedObject& object) const
     {
         const std::uint32_t* first = index_->references().data() + object.firstReference;
@@ -93,7 +110,7 @@ private:
     const index::ReferenceIndex* index_;
     std::optional<index::ValueTexts> texts_;
     std::vector<std::uint32_t> found_; // what references() gives for what is not unchanged
-    std::string changedText_;          // what text() gives likewise
+    std::string keptText_;             // what text() gives where it is not read from the file
     std::unordered_map<int, int> otherThanZero_; // generations, without an index
 };
 

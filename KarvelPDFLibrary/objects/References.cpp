@@ -1,52 +1,34 @@
 #include "KarvelPDFLibrary/objects/References.h"
 
-#include <vector>
-
 namespace karvel {
 
 namespace {
 
-template <class Visit, class Found>
-void walk(const QPDFObjectHandle& value, const Visit& visit, const Found& found)
-{
-    std::vector<QPDFObjectHandle> open = {value};
-    bool outermost = true;
-    while (!open.empty()) {
-        QPDFObjectHandle part = open.back();
-        open.pop_back();
-        if (part.isIndirect() && !outermost) {
-            found(part);
-            continue;
-        }
-        outermost = false;
-        if (part.isStream()) {
-            part = part.getDict();
-        }
-        visit(part);
-        if (part.isArray()) {
-            const std::vector<QPDFObjectHandle> items = part.getArrayAsVector();
-            open.insert(open.end(), items.begin(), items.end());
-        } else if (part.isDictionary()) {
-            for (const auto& [key, entry] : part.getDictAsMap()) {
-                open.push_back(entry);
-            }
-        }
-    }
-}
+struct Nothing {};
 
 } // namespace
 
 void forEachDirectPart(const QPDFObjectHandle& value,
                        const std::function<void(QPDFObjectHandle)>& visit)
 {
-    walk(value, visit, [](const QPDFObjectHandle& /*reference*/) {});
+    walkParts(
+        value, Nothing(),
+        [&](const QPDFObjectHandle& part, Nothing, const PartPlace&) {
+            visit(part);
+            return std::optional<Nothing>(Nothing());
+        },
+        [](const QPDFObjectHandle&, Nothing, const PartPlace&) {});
 }
 
 void forEachReference(const QPDFObjectHandle& value,
                       const std::function<void(const QPDFObjectHandle&)>& found)
 {
-    walk(
-        value, [](const QPDFObjectHandle& /*part*/) {}, found);
+    walkParts(
+        value, Nothing(),
+        [](const QPDFObjectHandle&, Nothing, const PartPlace&) {
+            return std::optional<Nothing>(Nothing());
+        },
+        [&](const QPDFObjectHandle& reference, Nothing, const PartPlace&) { found(reference); });
 }
 
 } // namespace karvel

@@ -281,51 +281,39 @@ std::optional<ReadPages> readFromIndex(QPDF& file, const index::ReferenceIndex& 
 
 namespace {
 
-/// A node's text with other kids and another count.
-std::string prunedText(const index::ReferenceIndex& index, const index::KidsOfNode& node,
-                       const std::unordered_set<int>& gone, long long pages)
+/// Gives a node that loses kids the others, and another count of pages.
+void pruneNode(ObjectView& objects, const index::ReferenceIndex* index, QPDFObjGen node,
+               const std::unordered_set<int>& gone, long long pages)
 {
-    std::string kids = "[";
-    for (std::uint32_t i = 0; i < node.count; ++i) {
-        const std::uint32_t kid = index.references()[node.firstReference + i];
-        if (gone.count(static_cast<int>(kid)) == 0) {
-            kids += (kids.size() > 1 ? " " : "") + std::to_string(kid) + " " +
-                    std::to_string(index.object(kid).generation) + " R";
+    std::string left;
+    const auto look = [&](QPDFObjGen kid) {
+        if (gone.count(kid.getObj()) == 0) {
+            left += (left.empty() ? "" : " ") + kid.unparse(' ') + " R";
         }
-    }
-    kids += "]";
-    const std::string count = " " + std::to_string(pages);
-    std::string text = node.text;
-    const auto put = [&text](index::Span at, const std::string& value) {
-        text.replace(at.begin, at.end - at.begin, value);
     };
-    // The later one first, so that the place of the other stays right.
-    if (node.countValue.end == 0) {
-        put(node.kidsValue, " " + kids + " /Count" + count);
-    } else if (node.countValue.begin > node.kidsValue.begin) {
-        put(node.countValue, count);
-        put(node.kidsValue, " " + kids);
-    } else {
-        put(node.kidsValue, " " + kids);
-        put(node.countValue, count);
-    }
-    return text;
-}
-
-void pruneObject(QPDFObjectHandle node, const std::unordered_set<int>& gone, long long pages)
-{
-    std::vector<QPDFObjectHandle> kids = node.getKey("/Kids").getArrayAsVector();
-    const auto isGone = [&](const QPDFObjectHandle& kid) {
-        return gone.count(kid.getObjectID()) > 0;
+    const auto entries = [&]() -> std::vector<ObjectView::Entry> {
+        return {{"Kids", "[" + left + "]"}, {"Count", std::to_string(pages)}};
     };
-    kids.erase(std::remove_if(kids.begin(), kids.end(), isGone), kids.end());
-    node.replaceKey("/Kids", QPDFObjectHandle::newArray(kids));
-    node.replaceKey("/Count", QPDFObjectHandle::newInteger(pages));
+    const index::KidsOfNode* kids = objects.unchanged(node.getObj()) == nullptr
+                                        ? nullptr
+                                        : index->kidsOf(static_cast<std::uint32_t>(node.getObj()));
+    if (kids == nullptr) {
+        for (QPDFObjectHandle kid :
+             objects.object(node.getObj()).getKey("/Kids").getArrayAsVector()) {
+            look(kid.getObjGen());
+        }
+        objects.editObject(node, entries());
+        return;
+    }
+    for (std::uint32_t i = 0; i < kids->count; ++i) {
+        look(objects.idOf(static_cast<int>(index->references()[kids->firstReference + i])));
+    }
+    objects.edit(node, entries());
 }
 
 } // namespace
 
-void prune(QPDF& file, Changes& changes, const index::ReferenceIndex* index,
+void prune(ObjectView& objects, const index::ReferenceIndex* index,
            const std::vector<PageEntry>& remaining, const std::vector<PageEntry>& removed,
            const std::vector<TreeNode>& nodes)
 {
@@ -358,16 +346,8 @@ void prune(QPDF& file, Changes& changes, const index::ReferenceIndex* index,
             gone.insert(node.object);
             continue;
         }
-        const QPDFObjGen id(node.object, node.generation);
-        const index::KidsOfNode* kids =
-            index == nullptr || changes.kind(node.object)
-                ? nullptr
-                : index->kidsOf(static_cast<std::uint32_t>(node.object));
-        if (kids != nullptr) {
-            changes.replaceText(id, prunedText(*index, *kids, gone, pages[i]));
-        } else {
-            pruneObject(changes.edit(file.getObject(id)), gone, pages[i]);
-        }
+        objects.note(QPDFObjGen(node.object, node.generation));
+        pruneNode(objects, index, QPDFObjGen(node.object, node.generation), gone, pages[i]);
     }
 }
 

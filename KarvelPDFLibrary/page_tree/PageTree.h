@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/base/Error.h"
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/objects/Changes.h"
+#include "KarvelPDFLibrary/objects/ObjectView.h"
 #include "KarvelPDFLibrary/objects/Warnings.h"
 #include "KarvelPDFLibrary/page_tree/PageOrder.h"
 
@@ -13,9 +14,7 @@
 
 namespace karvel {
 
-/// The attributes that pages inherit (ISO 32000-2, 7.7.3.4).
-constexpr std::array<const char*, 4> inheritableKeys = {"/Resources", "/MediaBox", "/CropBox",
-                                                        "/Rotate"};
+using index::inheritableKeys;
 
 /// Values of the inheritable keys, in that order; an uninitialised handle where there is none.
 using InheritedSet = std::array<QPDFObjectHandle, inheritableKeys.size()>;
@@ -59,14 +58,12 @@ std::optional<ReadPages> readFromIndex(QPDF& file, const index::ReferenceIndex& 
 
 /// Writes a balanced tree for an order under the catalog's present root node. Attributes that all
 /// pages inherit alike stay at the root; others move into the pages. Returns whether they stayed.
-/// With an index, and the source that it is of, pages are changed by their text where that goes.
-bool write(QPDF& file, Changes& changes, const index::ReferenceIndex* index, io::ByteSource* source,
-           const std::vector<PageEntry>& entries, std::vector<InheritedSet>& inherited);
+bool write(QPDF& file, Changes& changes, ObjectView& objects, const std::vector<PageEntry>& entries,
+           std::vector<InheritedSet>& inherited);
 
 /// Takes removed pages out of the tree that was read, and nodes that lose all their pages; the
 /// pages that remain, and nodes without removed pages, are not changed.
-/// With an index, nodes are changed by their text.
-void prune(QPDF& file, Changes& changes, const index::ReferenceIndex* index,
+void prune(ObjectView& objects, const index::ReferenceIndex* index,
            const std::vector<PageEntry>& remaining, const std::vector<PageEntry>& removed,
            const std::vector<TreeNode>& nodes);
 

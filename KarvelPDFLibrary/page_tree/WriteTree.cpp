@@ -1,4 +1,3 @@
-#include "KarvelPDFLibrary/page_tree/PageTexts.h"
 #include "KarvelPDFLibrary/page_tree/PageTree.h"
 
 #include <algorithm>
@@ -18,17 +17,6 @@ void makeShareable(Changes& changes, std::vector<InheritedSet>& sets)
             if (value.isInitialized() && value.isDictionary() && !value.isIndirect()) {
                 value = changes.add(value.shallowCopy());
             }
-        }
-    }
-}
-
-/// Moves inherited values into a page that has none of its own.
-void pushInto(QPDFObjectHandle& page, const InheritedSet& set)
-{
-    for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
-        QPDFObjectHandle value = set[i];
-        if (value.isInitialized() && !page.hasKey(inheritableKeys[i])) {
-            page.replaceKey(inheritableKeys[i], value.isIndirect() ? value : value.shallowCopy());
         }
     }
 }
@@ -67,9 +55,9 @@ std::size_t pagesIn(const PageEntry&)
 class TreeWriter {
 public:
     /// `inherited` has what is moved into pages.
-    TreeWriter(QPDF& file, Changes& changes, const std::vector<InheritedSet>& inherited,
-               PageTexts* texts)
-        : file_(file), changes_(changes), inherited_(inherited), texts_(texts)
+    TreeWriter(QPDF& file, Changes& changes, ObjectView& objects,
+               const std::vector<InheritedSet>& inherited)
+        : file_(file), changes_(changes), objects_(objects), inherited_(inherited)
     {
     }
 
@@ -123,24 +111,27 @@ private:
 
     void place(const PageEntry& entry, QPDFObjGen parent)
     {
+        std::vector<ObjectView::Entry> entries = {{"Parent", parent.unparse(' ') + " R"}};
         const InheritedSet& inherited = inherited_[entry.inherited];
-        if (texts_ == nullptr || !texts_->place(entry.id(), parent, inherited)) {
-            QPDFObjectHandle page = changes_.edit(file_.getObject(entry.id()));
-            pushInto(page, inherited);
-            page.replaceKey("/Parent", file_.getObject(parent));
+        for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
+            QPDFObjectHandle value = inherited[i];
+            if (value.isInitialized()) {
+                entries.push_back({inheritableKeys[i] + 1, value.unparse(), true});
+            }
         }
+        objects_.edit(entry.id(), entries);
     }
 
     QPDF& file_;
     Changes& changes_;
+    ObjectView& objects_;
     const std::vector<InheritedSet>& inherited_;
-    PageTexts* texts_; // null when pages have to be built
 };
 
 } // namespace
 
-bool write(QPDF& file, Changes& changes, const index::ReferenceIndex* index, io::ByteSource* source,
-           const std::vector<PageEntry>& entries, std::vector<InheritedSet>& inherited)
+bool write(QPDF& file, Changes& changes, ObjectView& objects, const std::vector<PageEntry>& entries,
+           std::vector<InheritedSet>& inherited)
 {
     QPDFObjectHandle root = file.getRoot().getKey("/Pages");
     if (root.isIndirect()) {
@@ -159,13 +150,8 @@ bool write(QPDF& file, Changes& changes, const index::ReferenceIndex* index, io:
     }
     setAtRoot(root, alike ? inherited[entries.front().inherited] : InheritedSet());
 
-    std::optional<PageTexts> texts;
-    if (index != nullptr) {
-        texts.emplace(file, changes, *index, *source);
-    }
     const std::vector<InheritedSet> nothing(alike ? inherited.size() : 0);
-    TreeWriter(file, changes, alike ? nothing : inherited, texts ? &*texts : nullptr)
-        .write(root, entries);
+    TreeWriter(file, changes, objects, alike ? nothing : inherited).write(root, entries);
     return alike;
 }
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <qpdf/QPDFPageLabelDocumentHelper.hh>
 
 namespace karvel::pages {
 
@@ -68,20 +67,10 @@ Result<std::string> pageLabel(Document& document, int page)
     if (Status status = hasPage(document, page); !status) {
         return tl::unexpected<Error>(std::move(status.error()));
     }
-    QPDFPageLabelDocumentHelper labels(document.file());
-    if (!labels.hasPageLabels()) {
-        return std::to_string(page);
-    }
-    QPDFObjectHandle label = labels.getLabelForPage(page - 1);
-    if (!label.isDictionary()) {
-        return std::to_string(page);
-    }
-    QPDFObjectHandle style = label.getKey("/S");
-    QPDFObjectHandle prefix = label.getKey("/P");
-    QPDFObjectHandle number = label.getKey("/St");
-    return (prefix.isString() ? prefix.getUTF8Value() : std::string()) +
-           numberText(style.isName() ? style.getName() : std::string(),
-                      number.isInteger() ? number.getIntValue() : 1);
+    const auto label = document.pageLabels().labelOf(page);
+    return label ? QPDFObjectHandle::newString(label->prefix).getUTF8Value() +
+                       numberText(label->style, label->number)
+                 : std::to_string(page);
 }
 
 } // namespace karvel::pages

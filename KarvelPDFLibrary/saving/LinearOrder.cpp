@@ -19,8 +19,8 @@ constexpr std::uint64_t mostSteps = 400'000'000;
 class Planner {
 public:
     Planner(Document& document, const LiveGraph& graph, bool withReferenceStreams)
-        : document_(document), index_(*document.index()), graph_(graph), users_(document, graph),
-          withReferenceStreams_(withReferenceStreams),
+        : document_(document), index_(*document.index()), objects_(document.objects()),
+          graph_(graph), users_(document, graph), withReferenceStreams_(withReferenceStreams),
           catalog_(static_cast<std::uint32_t>(document.catalog().getObjectID())),
           unit_(graph.size())
     {
@@ -66,6 +66,7 @@ private:
 
     Document& document_;
     const index::ReferenceIndex& index_;
+    ObjectView objects_;
     const LiveGraph& graph_;
     ObjectUsers users_;
     bool withReferenceStreams_;
@@ -103,10 +104,9 @@ bool Planner::staysPacked(std::uint32_t member)
         return false;
     }
     const auto number = static_cast<int>(member);
-    ObjectView objects = document_.objects();
     const bool hasText =
-        objects.unchanged(number) != nullptr || objects.changedText(number) != nullptr;
-    return hasText || !objects.object(number).isStream();
+        objects_.unchanged(number) != nullptr || objects_.changedText(number) != nullptr;
+    return hasText || !objects_.object(number).isStream();
 }
 
 void Planner::findUnits()

@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/saving/PathTo.h"
 
-#include <functional>
+#include "KarvelPDFLibrary/objects/References.h"
+
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -9,54 +10,29 @@ namespace karvel::saving {
 
 namespace {
 
-/// A part of an object's value, and the part of which it is an entry.
-struct Part {
-    QPDFObjectHandle value;
-    std::string step;
-    std::size_t holder;
-};
-
-/// Goes through all parts of a value until one of them is the reference that is looked for. Calls
-/// `found` with every reference.
-std::vector<Part> partsOf(const QPDFObjectHandle& value,
-                          const std::function<bool(QPDFObjectHandle)>& found)
+/// Steps within a value with one more.
+std::string joined(const std::string& steps, const PartPlace& place)
 {
-    std::vector<Part> parts = {{value, {}, 0}};
-    for (std::size_t at = 0; at < parts.size(); ++at) {
-        QPDFObjectHandle part = parts[at].value;
-        if (part.isIndirect() && at > 0) {
-            if (found(part)) {
-                parts.resize(at + 1);
-                break;
-            }
-            continue;
-        }
-        if (part.isStream()) {
-            part = part.getDict();
-        }
-        if (part.isArray()) {
-            int index = 0;
-            for (const QPDFObjectHandle& item : part.getArrayAsVector()) {
-                parts.push_back({item, "[" + std::to_string(index++) + "]", at});
-            }
-        } else if (part.isDictionary()) {
-            for (const auto& [key, entry] : part.getDictAsMap()) {
-                parts.push_back({entry, key, at});
-            }
-        }
-    }
-    return parts;
+    return steps + (steps.empty() ? "" : " ") +
+           (place.key != nullptr ? *place.key : "[" + std::to_string(place.index) + "]");
 }
 
 /// The steps within a value to its reference to an object.
 std::string stepsTo(const QPDFObjectHandle& value, int object)
 {
-    const std::vector<Part> parts =
-        partsOf(value, [&](QPDFObjectHandle target) { return target.getObjectID() == object; });
     std::string steps;
-    for (std::size_t at = parts.size() - 1; at > 0; at = parts[at].holder) {
-        steps = parts[at].step + (steps.empty() ? "" : " ") + steps;
-    }
+    bool isOutermost = true;
+    walkParts(
+        value, std::string(),
+        [&](const QPDFObjectHandle&, const std::string& before, const PartPlace& place) {
+            const bool isFirst = std::exchange(isOutermost, false);
+            return std::optional<std::string>(isFirst ? before : joined(before, place));
+        },
+        [&](QPDFObjectHandle target, const std::string& before, const PartPlace& place) {
+            if (steps.empty() && target.getObjectID() == object) {
+                steps = joined(before, place);
+            }
+        });
     return steps;
 }
 
@@ -70,11 +46,10 @@ std::string pathTo(Document& document, int object)
         {document.file().getTrailer(), 0}};
     std::unordered_set<int> seen;
     for (std::size_t at = 0; at < reached.size() && seen.count(object) == 0; ++at) {
-        partsOf(reached[at].first, [&](QPDFObjectHandle target) {
+        forEachReference(reached[at].first, [&](QPDFObjectHandle target) {
             if (seen.count(object) == 0 && seen.insert(target.getObjectID()).second) {
                 reached.emplace_back(target, at);
             }
-            return false;
         });
     }
     if (seen.count(object) == 0) {

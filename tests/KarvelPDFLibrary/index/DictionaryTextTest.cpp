@@ -18,6 +18,7 @@ TEST(ChangingADictionary, LeavesTheRestAsItIsWritten)
     const Case rows[] = {
         {"nothing", "<</A 1>>", {}, "<</A 1>>"},
         {"a new value", "<</A 1/B[2]/C 3>>", {{"B", "7"}}, "<</A 1/B 7/C 3>>"},
+        {"space before it", "\r\n<</A 1>>", {{"A", "2"}}, "\r\n<</A 2>>"},
         {"a key that was not there", "<< /A 1 >>", {{"B", "2"}}, "<< /B 2 /A 1 >>"},
         {"a key goes", "<< /A 1 /B (b) /C 3 >>", {{"B", ""}}, "<< /A 1 /C 3 >>"},
         {"the first goes", "<</A/B/C/D>>", {{"A", ""}}, "<</C/D>>"},

@@ -203,8 +203,65 @@ TEST_P(ObjectViewTest, LetsAnObjectBeFoundFromWhatItRefersToNow)
     });
 }
 
+TEST_P(ObjectViewTest, EditsTheObjectThatIsThereNow)
+{
+    inEachState([&](Document& document, const State& state, int object) {
+        if (state.target == Target::None) {
+            return; // nobody edits what is gone
+        }
+        ObjectView view = document.objects();
+        view.edit(view.idOf(object), {{"Added", PdfBuilder::reference(numbers_.old)}});
+        QPDFObjectHandle value = view.object(object);
+        EXPECT_EQ(value.getKey("/To").getObjectID(), numberOf(state.target));
+        EXPECT_EQ(value.getKey("/Added").getObjectID(), numbers_.old);
+        EXPECT_NE(document.changes().kind(object), std::nullopt);
+    });
+}
+
 INSTANTIATE_TEST_SUITE_P(Files, ObjectViewTest, testing::Values(true, false), [](const auto& info) {
     return std::string(info.param ? "WithAnIndex" : "WithoutAnIndex");
 });
+
+struct Edit {
+    const char* name;
+    const char* object;
+    bool isByText;
+    const char* turned; // its /Rotate then
+};
+
+TEST(EditingAnObject, GoesByItsTextWhereThatTellsAll)
+{
+    const Edit rows[] = {
+        {"without the key", "<< /A (a) >>", true, "180"},
+        {"with a value", "<< /A (a) /Rotate 90 >>", true, "90"},
+        {"with null", "<< /A (a) /Rotate null >>", false, "180"},
+        {"with a reference to nothing", "<< /A (a) /Rotate 999 0 R >>", false, "180"},
+        {"with a reference to what may be null", "<< /A (a) /Rotate 1 0 R >>", false, "90"},
+        {"with the key twice", "<< /A (a) /Rotate 0 /Rotate 90 >>", false, "90"},
+        {"a stream", "<< /Length 1 /Rotate 90 >>\nstream\nx\nendstream", false, "90"},
+    };
+    for (const Edit& row : rows) {
+        SCOPED_TRACE(row.name);
+        PdfBuilder builder;
+        builder.add("90"); // object 1
+        const int object = builder.add(row.object);
+        const int page = builder.reserve();
+        const int pages =
+            builder.add("<< /Type /Pages /Count 1 /Kids [" + PdfBuilder::reference(page) + "] >>");
+        builder.set(page, "<< /Type /Page /MediaBox [0 0 9 9] /Parent " +
+                              PdfBuilder::reference(pages) + " >>");
+        const auto document = support::opened(
+            builder.build(builder.add("<< /Type /Catalog /Pages " + PdfBuilder::reference(pages) +
+                                      " /Holds " + PdfBuilder::reference(object) + " >>")));
+        ASSERT_NE(document->index(), nullptr);
+        ObjectView view = document->objects();
+        view.edit(view.idOf(object), {{"Rotate", "180", true}, {"B", "[7]"}});
+        EXPECT_EQ(view.changedText(object) != nullptr, row.isByText);
+        QPDFObjectHandle value = view.object(object);
+        value = value.isStream() ? value.getDict() : value;
+        EXPECT_EQ(value.getKey("/Rotate").unparseResolved(), row.turned);
+        EXPECT_EQ(value.getKey("/B").unparse(), "[ 7 ]");
+    }
+}
 
 } // namespace

@@ -13,10 +13,12 @@ std::string labelsOf(const std::string& catalog)
 {
     const std::string pdf = support::Sketch{{"", "", "", ""}, catalog, {}}.built();
     auto document = support::opened(pdf);
+    const std::string before = document->catalog().unparseResolved();
     std::string labels;
     for (int page = 1; page <= 4; ++page) {
         labels += (page > 1 ? " " : "") + pages::pageLabel(*document, page).value();
     }
+    EXPECT_EQ(document->catalog().unparseResolved(), before) << "reading changes nothing";
     return labels;
 }
 
@@ -39,6 +41,14 @@ TEST(PageLabels, AreThoseThatViewersShow)
          "1 B\xc3\xa4"
          "2 B\xc3\xa4"
          "3"},
+        {"ranges out of order",
+         "/PageLabels << /Kids [<< /Nums [2 << /S /D >> 0 << /S /r >>] /Limits [2 0] >>] >>",
+         "i ii 1 2"},
+        {"a first range that comes late", "/PageLabels << /Nums [2 << /S /a >>] >>", "1 2 a b"},
+        {"what is no label", "/PageLabels << /Nums [0 << /S /r >> (x) << >> 2 7] >>",
+         "i ii iii iv"},
+        {"numbers too large to count on",
+         "/PageLabels << /Nums [0 << /S /D /St 9223372036854775807 >>] >>", "1 2 3 4"},
         {"a number no one spells", "/PageLabels << /Nums [0 << /S /A /St 2000000000 >>] >>",
          "2000000000 2000000001 2000000002 2000000003"},
     };
