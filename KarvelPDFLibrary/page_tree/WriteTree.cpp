@@ -119,7 +119,12 @@ private:
                 entries.push_back({inheritableKeys[i] + 1, value.unparse(), true});
             }
         }
-        objects_.edit(entry.id(), entries);
+        const index::IndexedObject* page = objects_.unchanged(entry.object);
+        if (page != nullptr && page->kind == index::Kind::Page) {
+            objects_.edit(entry.id(), entries);
+        } else {
+            objects_.editObject(entry.id(), entries); // it was built to see what it is
+        }
     }
 
     QPDF& file_;
