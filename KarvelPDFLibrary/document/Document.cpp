@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/document/CryptFilters.h"
 #include "KarvelPDFLibrary/document/LostEncryption.h"
 #include "KarvelPDFLibrary/document/MissingTrailer.h"
+#include "KarvelPDFLibrary/index/CrossReferenceCount.h"
 #include "KarvelPDFLibrary/io/WindowedInput.h"
 
 #include <algorithm>
@@ -88,6 +89,21 @@ Status canBeDeciphered(const std::string& name, const std::string& unknownFilter
     return {};
 }
 
+/// Rebuilding would not do instead: it takes older objects for present ones.
+Status hasPossibleCrossReferences(io::ByteSource& source)
+{
+    try {
+        if (index::hasExcessiveCrossReferences(source)) {
+            return fail(ErrorCode::NotPdf,
+                        source.name() + ": damaged: its cross-reference data have more entries "
+                                        "than a file of its size can need");
+        }
+    } catch (...) {
+        return tl::unexpected<Error>(currentExceptionAsError(source.name()));
+    }
+    return {};
+}
+
 bool tellsOfReconstruction(const QPDFExc& warning)
 {
     return warning.getMessageDetail().find("Attempting to reconstruct") != std::string::npos;
@@ -152,6 +168,9 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
         }
         return found;
     };
+    if (Status status = hasPossibleCrossReferences(*source); !status) {
+        return tl::unexpected<Error>(std::move(status.error()));
+    }
     Opened document = openSource(source, options);
     if (document && mayHideEncryption(**document, traces)) {
         return openEncrypted();
@@ -265,7 +284,8 @@ Status Document::readPages()
         pages = pageTree::readFromIndex(*file_, *index_);
     }
     if (!pages) {
-        Result<ReadPages> read = pageTree::read(*file_, changes_, reconstructed_, warnings_);
+        Result<ReadPages> read =
+            pageTree::read(*file_, source_->size(), changes_, reconstructed_, warnings_);
         if (Status status = source_->intact(); !status) {
             return status;
         }

@@ -14,17 +14,20 @@ public:
     void write(unsigned char const* data, size_t length) override
     {
         if (length > most_ - data_.size()) {
-            throw std::length_error("a stream decodes to more data than is reasonable");
+            isTooMuch_ = true;
+            throw TooMuchData();
         }
         data_.append(reinterpret_cast<const char*>(data), length);
     }
     void finish() override {}
 
+    bool isTooMuch() const { return isTooMuch_; }
     std::string take() { return std::move(data_); }
 
 private:
     std::size_t most_;
     std::string data_;
+    bool isTooMuch_ = false;
 };
 
 } // namespace
@@ -35,7 +38,11 @@ std::string boundedData(QPDFObjectHandle stream, std::size_t most)
     // libqpdf reports a failure of the pipeline as a warning and false. Without the second argument
     // it would only tell whether it knows the filters.
     bool isDecoded = false;
-    if (!stream.pipeStreamData(&collect, &isDecoded, 0, qpdf_dl_specialized) || !isDecoded) {
+    const bool isRead = stream.pipeStreamData(&collect, &isDecoded, 0, qpdf_dl_specialized);
+    if (collect.isTooMuch()) {
+        throw TooMuchData();
+    }
+    if (!isRead || !isDecoded) {
         throw std::length_error("a stream cannot be decoded within reason");
     }
     return collect.take();

@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 
 #include "KarvelPDFLibrary/index/BoundedData.h"
+#include "KarvelPDFLibrary/index/CrossReferenceCount.h"
 #include "KarvelPDFLibrary/index/FileText.h"
 #include "KarvelPDFLibrary/index/ObjectNotes.h"
 
@@ -15,7 +16,7 @@ namespace {
 
 /// Files with more objects, or object streams with more data, are left to libqpdf.
 constexpr std::uint64_t mostObjects = 50'000'000;
-constexpr std::size_t mostDecodedBytes = 256U * 1024 * 1024;
+constexpr std::uint64_t mostIndexedBytes = 256U * 1024 * 1024;
 
 /// Why a file has no index; caught where the index is built.
 struct NotFit {
@@ -33,7 +34,7 @@ struct NotFit {
 class IndexBuilder {
 public:
     IndexBuilder(QPDF& file, io::ByteSource& source, ReferenceIndex& index)
-        : file_(file), index_(index), text_(source), notes_(index)
+        : file_(file), index_(index), text_(source), notes_(index), fileSize_(source.size())
     {
     }
 
@@ -64,18 +65,20 @@ private:
     std::size_t scanValue(std::uint32_t number, std::size_t start, bool& isDictionary);
     std::size_t passStream(std::uint32_t number, std::size_t at);
     std::uint64_t streamLength(std::uint32_t number);
+    std::string decoded(std::uint32_t number, QPDFObjectHandle stream);
     void keep(IndexedObject& object, std::uint32_t number, int flags);
 
     QPDF& file_;
     ReferenceIndex& index_;
     FileText text_;
     ObjectNotes notes_;
+    std::int64_t fileSize_;
     std::vector<Placed> inFile_;
     std::vector<std::uint32_t> containers_;
     std::map<std::uint32_t, std::vector<std::uint32_t>> membersOf_;
 
     std::uint64_t previousEnd_ = 0;
-    std::size_t decodedBytes_ = 0;
+    std::uint64_t decodedBytes_ = 0;
 };
 
 void IndexBuilder::readCrossReferences()
@@ -197,6 +200,28 @@ void IndexBuilder::keep(IndexedObject& object, std::uint32_t number, int flags)
     if (!notes_.keep(object, number, flags)) {
         throw NotFit{"too many references"};
     }
+    if (index_.references_.size() > mostReferences(fileSize_)) {
+        throw OutOfProportion("it has more references than a file of its size can need");
+    }
+}
+
+/// An object stream's data. That they are more than is possible is not left to libqpdf, which would
+/// read them whole.
+std::string IndexBuilder::decoded(std::uint32_t number, QPDFObjectHandle stream)
+{
+    const std::uint64_t possible = mostDecodedBytes(fileSize_);
+    const std::uint64_t most = std::min(possible, mostIndexedBytes);
+    try {
+        std::string data = boundedData(stream, most - decodedBytes_);
+        decodedBytes_ += data.size();
+        return data;
+    } catch (const TooMuchData&) {
+        if (most < possible) {
+            throw;
+        }
+        throw OutOfProportion("object stream " + std::to_string(number) +
+                              " decodes to more than a file of its size can need");
+    }
 }
 
 void IndexBuilder::scanInFile(const Placed& placed)
@@ -251,9 +276,8 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
     if (!count.isInteger() || !first.isInteger() || first.getIntValue() < 0) {
         notFit(number, "its header is wrong");
     }
-    std::string text = boundedData(stream, mostDecodedBytes - decodedBytes_);
+    std::string text = decoded(number, stream);
     const std::size_t length = text.size();
-    decodedBytes_ += length;
     text += " endobj "; // members end without a word; the scanner wants to see one
 
     ObjectStreamMembers members;
@@ -306,6 +330,8 @@ std::unique_ptr<ReferenceIndex> ReferenceIndex::build(QPDF& file, io::ByteSource
     } catch (const NotFit& notFit) {
         reason = notFit.reason;
         return nullptr;
+    } catch (const OutOfProportion&) {
+        throw;
     } catch (const std::exception& exception) {
         reason = exception.what();
         return nullptr;

@@ -152,7 +152,8 @@ bool isOutOfProportion(std::uint64_t highestNumber, std::uint64_t objects);
 /// expected has no index, and is then handled through libqpdf alone.
 class ReferenceIndex {
 public:
-    /// Null, with the reason, when the file is not fit for an index.
+    /// Null, with the reason, when the file is not fit for an index. Throws OutOfProportion for a
+    /// file that holds more than one of its size can.
     static std::unique_ptr<ReferenceIndex> build(QPDF& file, io::ByteSource& source,
                                                  std::string& reason);
 

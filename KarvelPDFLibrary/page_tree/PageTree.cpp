@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/page_tree/PageTree.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace karvel::pageTree {
@@ -9,6 +10,12 @@ namespace {
 
 /// A tree that is deeper is written anew when pages go.
 constexpr std::size_t deepestPrunable = 40;
+
+/// What copies of pages may take in memory beside the file's size, and what each takes beside its
+/// objects, which take about so many times their text: some thousand copies of usual pages pass.
+constexpr std::uint64_t copiesBeside = 30'000'000;
+constexpr std::uint64_t leastOfCopy = 500;
+constexpr std::uint64_t objectsToText = 10;
 
 /// The inherited set below a node, given the one above it.
 std::uint32_t inheritedBelow(std::vector<InheritedSet>& sets, std::uint32_t above,
@@ -32,8 +39,9 @@ std::uint32_t inheritedBelow(std::vector<InheritedSet>& sets, std::uint32_t abov
 
 class Reader {
 public:
-    Reader(QPDF& file, Changes& changes, bool reconstructed, Warnings& warnings)
-        : file_(file), changes_(changes), reconstructed_(reconstructed), warnings_(warnings)
+    Reader(QPDF& file, std::int64_t size, Changes& changes, bool reconstructed, Warnings& warnings)
+        : file_(file), changes_(changes), reconstructed_(reconstructed), warnings_(warnings),
+          leftForCopies_(static_cast<std::uint64_t>(size) + copiesBeside)
     {
         pages_.inherited.emplace_back();
     }
@@ -53,6 +61,10 @@ public:
             }
             const int index = node.next++;
             visit(node.kids.getArrayItem(index), index);
+            if (hasTooManyCopies_) {
+                return fail(ErrorCode::NotPdf, "damaged: its page tree lists the same pages again "
+                                               "more often than a file of its size can mean");
+            }
         }
         if (lost_ > 0) {
             return fail(ErrorCode::NotPdf, "damaged: " + std::to_string(lost_) +
@@ -144,9 +156,7 @@ private:
             path_.back().kids.setArrayItem(index, page);
             pages_.differsFromTree = true;
         } else if (!seen_.insert(page.getObjGen().getObj()).second) {
-            const QPDFObjectHandle copy = changes_.add(page.shallowCopy());
-            pages_.copies.emplace_back(copy.getObjectID(), page.getObjectID());
-            page = copy;
+            page = copyOf(page);
             pages_.differsFromTree = true;
         } else if (isSomethingElse(page)) {
             // Readers show an empty page; the object itself is not to go with it.
@@ -159,6 +169,22 @@ private:
                                   static_cast<std::uint32_t>(path_.back().position), 0});
     }
 
+    QPDFObjectHandle copyOf(QPDFObjectHandle page)
+    {
+        std::uint64_t& size = sizes_[page.getObjectID()];
+        if (size == 0) {
+            size = leastOfCopy + objectsToText * page.unparseResolved().size();
+        }
+        hasTooManyCopies_ = size > leftForCopies_;
+        if (hasTooManyCopies_) {
+            return page;
+        }
+        leftForCopies_ -= size;
+        const QPDFObjectHandle copy = changes_.add(page.shallowCopy());
+        pages_.copies.emplace_back(copy.getObjectID(), page.getObjectID());
+        return copy;
+    }
+
     QPDF& file_;
     Changes& changes_;
     bool reconstructed_;
@@ -168,6 +194,10 @@ private:
     std::unordered_set<int> nodes_;
     std::unordered_set<int> seen_;
     int lost_ = 0;
+
+    std::unordered_map<int, std::uint64_t> sizes_; // of pages that were copied
+    std::uint64_t leftForCopies_;
+    bool hasTooManyCopies_ = false;
 };
 
 /// Reads a tree through the index alone; gives up at anything unusual.
@@ -269,9 +299,10 @@ private:
 
 } // namespace
 
-Result<ReadPages> read(QPDF& file, Changes& changes, bool reconstructed, Warnings& warnings)
+Result<ReadPages> read(QPDF& file, std::int64_t size, Changes& changes, bool reconstructed,
+                       Warnings& warnings)
 {
-    return Reader(file, changes, reconstructed, warnings).run();
+    return Reader(file, size, changes, reconstructed, warnings).run();
 }
 
 std::optional<ReadPages> readFromIndex(QPDF& file, const index::ReferenceIndex& index)

@@ -49,8 +49,11 @@ namespace pageTree {
 
 /// Reads a document's page tree, whatever its depth, without recursion. Loops and entries that are
 /// no pages are passed over with a warning. Fails when pages were lost to damage, since numbers
-/// would then mean other pages than they say, and when there is no page at all.
-Result<ReadPages> read(QPDF& file, Changes& changes, bool reconstructed, Warnings& warnings);
+/// would then mean other pages than they say, when there is no page at all, and when copies of
+/// pages that stand in the tree more than once would be out of all proportion to the file's size in
+/// bytes (five thousand copies of a small page are not).
+Result<ReadPages> read(QPDF& file, std::int64_t size, Changes& changes, bool reconstructed,
+                       Warnings& warnings);
 
 /// Reads a well-formed page tree through the index, without reading a page; nothing when there is
 /// anything about the tree that read() would have to look at.
