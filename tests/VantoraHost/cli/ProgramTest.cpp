@@ -1,5 +1,6 @@
 #include "tests/VantoraHost/cli/Terminal.h"
 
+#include "VantoraApp/settings/SettingsFile.h"
 #include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/support/PdfBuilder.h"
 
@@ -8,6 +9,7 @@
 
 #include <filesystem>
 #include <sys/mount.h>
+#include <sys/stat.h>
 
 // The program itself: what shows only outside this process.
 namespace {
@@ -135,6 +137,54 @@ TEST_F(Program, StopsCleanlyWhenInterrupted)
     EXPECT_THAT(result.output, HasSubstr("interrupted: 1 of 3 documents done"));
     EXPECT_EQ(terminal::contents("out").size(), 1U);
     EXPECT_TRUE(fs::exists("out/in.pdf"));
+}
+
+/// Documents that keep their workers busy for ever, which these tell through a pipe.
+TEST_F(Program, IsEndedAtOnceWhileNothingIsWritten)
+{
+    const struct {
+        const char* name;
+        const char* inputs;
+        const char* options;
+        int atWork; ///< documents that are being worked on at once
+    } rows[] = {
+        {"one document", "in.pdf", "", 1},
+        {"one document in a worker", "in.pdf", "-j 1", 1},
+        {"several documents in one worker", "in.pdf second.pdf third.pdf", "-j 1", 1},
+        {"several documents in two workers", "in.pdf second.pdf third.pdf", "-j 2", 2},
+    };
+    // So large that a second worker is worth it.
+    const std::string large = tenPages + "%" + std::string(4'000'000, ' ') + "\n" +
+                              tenPages.substr(tenPages.rfind("startxref"));
+    scratch.write("second.pdf", large);
+    scratch.write("third.pdf", large);
+    ASSERT_TRUE(
+        WriteSettingsFile("steps.tsf", {{"ToolSettings", QVariantMap{{"ActionName", "Delete Pages"},
+                                                                     {"byPageRangeTextEdit", "1"},
+                                                                     {"log", "out/log"},
+                                                                     {"work", "hang"}}}}));
+    for (const auto& row : rows) {
+        for (const char* signal : {"INT", "TERM", "HUP"}) {
+            SCOPED_TRACE(std::string(row.name) + ", " + signal);
+            fs::remove_all("out");
+            fs::create_directory("out");
+            ASSERT_EQ(::mkfifo("out/log", 0600), 0);
+            // The time only ends a test that has failed.
+            const auto result = runCommand(
+                std::string("timeout 600 sh -c 'exec 3<>out/log; ") +
+                "VANTORA_ACTIONS_PATH=" SCRIPTED_KNOWN_ACTION_FOLDER
+                " env --default-signal=INT,TERM,HUP " +
+                program + " run --timeout 1h --settings steps.tsf -d out " + row.options + " " +
+                row.inputs + " 3>&- & run=$!; left=" + std::to_string(row.atWork) +
+                "; while [ $left -gt 0 ]; do read line <&3; [ $line = work ] && left=$((left - 1));"
+                " done; kill -" +
+                signal + " $run; wait $run'");
+            EXPECT_EQ(result.status, 130) << result.output;
+            EXPECT_THAT(result.output, HasSubstr("interrupted"));
+            EXPECT_EQ(std::distance(fs::directory_iterator("out"), fs::directory_iterator()), 1)
+                << "something beside the pipe";
+        }
+    }
 }
 
 TEST_F(Program, LeavesNothingWhereTheFileCannotGrow)
