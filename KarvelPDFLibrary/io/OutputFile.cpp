@@ -119,11 +119,16 @@ Status OutputFile::prepare()
 // not get the target's name.
 int OutputFile::takeFreeName(const std::string& name)
 {
-    if (!isAt(temporary_)) {
+    const auto ours = versionOf(file_.get());
+    const auto isOursAt = [&](const std::string& place) {
+        const auto there = folder_->versionAt(place);
+        return there && ours && there->isOf(*ours);
+    };
+    if (!isOursAt(temporary_)) {
         return ESTALE;
     }
     const int failed = folder_->renameToFree(temporary_, name);
-    if (failed == 0 && !isAt(name)) {
+    if (failed == 0 && !isOursAt(name)) {
         folder_->renameToFree(name, temporary_);
         return ESTALE;
     }

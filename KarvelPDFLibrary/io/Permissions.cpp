@@ -9,6 +9,7 @@
 #include <string>
 #include <sys/acl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <type_traits>
 #include <unistd.h>
 
@@ -26,6 +27,10 @@ constexpr mode_t groupBits = S_IRWXG;
 // The list of an open file, if it says more than the mode.
 List listOf(int descriptor)
 {
+    // Where there is none, libacl would make one of the mode.
+    if (fgetxattr(descriptor, "system.posix_acl_access", nullptr, 0) < 0 && errno == ENODATA) {
+        return {};
+    }
     List list(acl_get_fd(descriptor));
     if (!list && errno == EBADF) { // a descriptor that is a mere path
         list.reset(

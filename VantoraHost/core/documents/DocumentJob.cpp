@@ -287,7 +287,7 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& plann
     if (target.inPlace) {
         target.replaced = input->version();
     }
-    const auto folder = folderOf(target);
+    const auto folder = folders.of(target);
     if (!folder) {
         return tl::unexpected<Error>(folder.error());
     }
@@ -308,14 +308,14 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& plann
     if (const karvel::Status prepared = file->prepare(); !prepared) {
         return tl::unexpected<Error>(outputFailure(prepared.error(), target));
     }
-    const auto state = stateOf(file->descriptor());
-    const auto identity = identityOf(file->descriptor());
-    if (!state || !identity) {
+    const auto written = karvel::io::versionOf(file->descriptor());
+    if (!written) {
         return fail(Reason::OutputNotWritable, {}, "the output " + target.name + " got lost");
     }
-    document.report.bytesAfter = state->size;
-    document.report.outputModified = state->changed;
-    document.output.emplace(WrittenOutput{std::move(*file), target, *identity});
+    document.report.bytesAfter = static_cast<std::uint64_t>(written->size);
+    document.report.outputModified = std::to_string(written->modified);
+    document.output.emplace(
+        WrittenOutput{std::move(*file), target, {written->device, written->inode}});
     return {};
 }
 

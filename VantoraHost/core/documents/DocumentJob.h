@@ -6,6 +6,7 @@
 #include "VantoraHost/core/documents/PageForecast.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/outputs/OutputGroup.h"
+#include "VantoraHost/core/outputs/TargetFolder.h"
 #include "VantoraHost/core/reports/DocumentReport.h"
 
 #include <functional>
@@ -80,6 +81,7 @@ private:
     KarvelPDFLibraryCPDylibCPP1311& library;
     Sequence& sequence;
     const JobSettings& settings;
+    TargetFolders folders;
     std::optional<InputFile> input; ///< of the document that it is at; none for standard input
 };
 

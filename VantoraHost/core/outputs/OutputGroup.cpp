@@ -108,6 +108,7 @@ std::vector<OutputGroup::Entry> OutputGroup::place()
     const std::vector<int> errors = karvel::io::syncTogether(descriptors);
     std::vector<Entry> entries;
     std::map<FileIdentity, Folder::Pointer> folders;
+    Folder::Pointer noted; // mostly they are all in the same
     for (std::size_t i = 0; i < members.size(); ++i) {
         Member& member = members[i];
         const std::size_t warnings = member.report.warnings.size();
@@ -119,9 +120,12 @@ std::vector<OutputGroup::Entry> OutputGroup::place()
                                  member.output.target)));
         if (placed) {
             const Folder::Pointer& folder = member.output.file.folder();
-            if (const auto identity = identityOf(*folder)) {
+            const auto identity =
+                folder == noted ? std::optional<FileIdentity>() : identityOf(*folder);
+            if (identity) {
                 folders.emplace(*identity, folder);
             }
+            noted = folder;
         } else {
             turnIntoFailure(member.report, placed.error());
         }

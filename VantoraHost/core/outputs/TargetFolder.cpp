@@ -16,6 +16,33 @@ tl::unexpected<Error> unusable(const std::string& folder, int why, Missing missi
                 "the output folder " + folder + what + systemMessage(why));
 }
 
+Result<Folder::Pointer> openRoot(const Target& target, const std::string& root)
+{
+    auto opened = Folder::open(root);
+    if (!opened) {
+        return unusable(root, opened.error(), Missing::Refuse);
+    }
+    if (target.root && !(identityOf(**opened) == target.root)) {
+        return fail(Reason::OutputNotWritable, {},
+                    "the output folder " + root +
+                        " was exchanged for another one while the run was at work");
+    }
+    return std::move(*opened);
+}
+
+Result<Folder::Pointer> belowRoot(Folder::Pointer root, const Target& target, Missing missing)
+{
+    const std::size_t name = target.path.rfind('/') + 1; // 0 without one
+    if (name <= target.below) {
+        return root;
+    }
+    auto inner = root->below(target.path.substr(target.below, name - target.below), missing);
+    if (!inner) {
+        return unusable(karvel::io::folderOf(target.path), inner.error(), missing);
+    }
+    return std::move(*inner);
+}
+
 } // namespace
 
 tl::unexpected<Error> folderBehindLink(const std::string& folder)
@@ -38,26 +65,25 @@ std::optional<FileIdentity> identityOf(const Folder& folder)
 
 Result<Folder::Pointer> folderOf(const Target& target, Missing missing)
 {
-    const std::string folder = karvel::io::folderOf(target.path);
-    const std::string root = rootPathOf(target);
-    auto opened = Folder::open(root);
-    if (!opened) {
-        return unusable(root, opened.error(), Missing::Refuse);
+    Result<Folder::Pointer> root = openRoot(target, rootPathOf(target));
+    return root ? belowRoot(std::move(*root), target, missing) : root;
+}
+
+Result<Folder::Pointer> TargetFolders::of(const Target& target)
+{
+    const std::string wanted = rootPathOf(target);
+    const bool isHeld = root && target.root && wanted == path && identity == target.root &&
+                        identityOf(wanted) == target.root;
+    if (!isHeld) {
+        Result<Folder::Pointer> opened = openRoot(target, wanted);
+        if (!opened) {
+            return opened;
+        }
+        root = std::move(*opened);
+        path = wanted;
+        identity = target.root;
     }
-    if (target.root && !(identityOf(**opened) == target.root)) {
-        return fail(Reason::OutputNotWritable, {},
-                    "the output folder " + root +
-                        " was exchanged for another one while the run was at work");
-    }
-    const std::size_t name = target.path.rfind('/') + 1; // 0 without one
-    if (name <= target.below) {
-        return std::move(*opened);
-    }
-    auto inner = (*opened)->below(target.path.substr(target.below, name - target.below), missing);
-    if (!inner) {
-        return unusable(folder, inner.error(), missing);
-    }
-    return std::move(*inner);
+    return belowRoot(root, target, Missing::Refuse);
 }
 
 } // namespace vantora

@@ -20,6 +20,18 @@ std::optional<FileIdentity> identityOf(const Folder& folder);
 /// there, which could lead anywhere.
 Result<Folder::Pointer> folderOf(const Target& target, Missing missing = Missing::Refuse);
 
+/// The folders of one output after the other. The one that was named stays open between them, and
+/// is looked at by its path each time, so that one that was exchanged is an error as above.
+class TargetFolders {
+public:
+    Result<Folder::Pointer> of(const Target& target);
+
+private:
+    std::string path;
+    std::optional<FileIdentity> identity;
+    Folder::Pointer root;
+};
+
 /// The error for a folder of outputs with a link on the way to it.
 tl::unexpected<Error> folderBehindLink(const std::string& folder);
 
