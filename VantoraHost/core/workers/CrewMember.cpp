@@ -4,6 +4,47 @@
 
 namespace vantora {
 
+WorkerStage stageAfter(WorkerStage stage, WorkerEvent event)
+{
+    using Stage = WorkerStage;
+    const bool ready = wasReady(stage);
+    switch (event) {
+    case WorkerEvent::SaysReady:
+        return stage == Stage::Starting      ? Stage::Fresh
+               : stage == Stage::ClosedEarly ? Stage::Closed
+               : stage == Stage::EndedEarly  ? Stage::Ended
+                                             : stage;
+    case WorkerEvent::IsGivenDocuments:
+        return stage == Stage::Fresh ? Stage::Used : stage;
+    case WorkerEvent::GetsNoMore:
+        return stage == Stage::Starting ? Stage::ClosedEarly
+               : isOpen(stage)          ? Stage::Closed
+                                        : stage;
+    case WorkerEvent::SaysEnd:
+        return ready ? Stage::Ended : Stage::EndedEarly;
+    case WorkerEvent::SaysEndAsked:
+        return ready ? Stage::EndedAsked : Stage::EndedEarly;
+    }
+    return stage;
+}
+
+bool wasReady(WorkerStage stage)
+{
+    return stage != WorkerStage::Starting && stage != WorkerStage::ClosedEarly &&
+           stage != WorkerStage::EndedEarly;
+}
+
+bool isOpen(WorkerStage stage)
+{
+    return stage == WorkerStage::Fresh || stage == WorkerStage::Used;
+}
+
+bool hasSaidEnd(WorkerStage stage)
+{
+    return stage == WorkerStage::EndedEarly || stage == WorkerStage::Ended ||
+           stage == WorkerStage::EndedAsked;
+}
+
 bool CrewMember::isAt(std::size_t document) const
 {
     return !documents.empty() && documents.front() == document;

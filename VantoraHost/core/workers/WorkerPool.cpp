@@ -176,9 +176,10 @@ private:
     std::vector<std::size_t> nextGroup(const CrewMember& member)
     {
         const bool freshOneComes =
-            std::any_of(crew.begin(), crew.end(),
-                        [](const CrewMember& other) { return other.fresh && !other.closing; });
-        if (!suspects.empty() && (member.fresh || !freshOneComes)) {
+            std::any_of(crew.begin(), crew.end(), [](const CrewMember& other) {
+                return other.stage == WorkerStage::Starting || other.stage == WorkerStage::Fresh;
+            });
+        if (!suspects.empty() && (member.stage == WorkerStage::Fresh || !freshOneComes)) {
             const std::size_t suspect = suspects.front();
             suspects.pop_front();
             return {suspect};
@@ -189,7 +190,7 @@ private:
     void handOut()
     {
         for (CrewMember& member : crew) {
-            if (!member.ready || member.closing || member.isBusy()) {
+            if (!isOpen(member.stage) || member.isBusy()) {
                 continue;
             }
             const std::vector<std::size_t> group = nextGroup(member);
@@ -201,7 +202,7 @@ private:
                 tasks.push_back({document, batch.inputs[document], *batch.targets[document]});
             }
             member.documents.assign(group.begin(), group.end());
-            member.fresh = false;
+            member.after(WorkerEvent::IsGivenDocuments);
             member.since = settings.now();
             member.process->send(tasksMessage(tasks));
         }
@@ -231,7 +232,7 @@ private:
         }
         endLateOnes();
         crew.erase(std::remove_if(crew.begin(), crew.end(),
-                                  [](const CrewMember& member) { return member.gone; }),
+                                  [](const CrewMember& member) { return !member.process; }),
                    crew.end());
     }
 
@@ -256,7 +257,7 @@ private:
     void listenTo(CrewMember& member)
     {
         const Heard heard = hear(member);
-        if (member.senseless || heard == Heard::End) {
+        if (member.fault == WorkerFault::MadeNoSense || heard == Heard::End) {
             bury(member);
         }
     }
@@ -265,14 +266,14 @@ private:
     {
         std::vector<std::string> lines;
         const Heard heard = member.process->readAnswers(lines);
-        member.senseless = member.senseless || heard == Heard::Nonsense;
-        for (const std::string& line : lines) {
+        bool makesSense = heard != Heard::Nonsense;
+        for (auto line = lines.begin(); makesSense && line != lines.end(); ++line) {
             member.since = settings.now();
-            const auto answer = answerOf(line);
-            member.senseless = member.senseless || !answer || !take(member, *answer);
-            if (member.senseless) {
-                break;
-            }
+            const auto answer = answerOf(*line);
+            makesSense = answer && take(member, *answer);
+        }
+        if (!makesSense) {
+            member.blameFor(WorkerFault::MadeNoSense);
         }
         return heard;
     }
@@ -281,13 +282,13 @@ private:
     bool take(CrewMember& member, const WorkerAnswer& answer)
     {
         if (std::holds_alternative<WorkerReady>(answer)) {
-            member.ready = begun = true;
+            member.after(WorkerEvent::SaysReady);
+            begun = true;
             failedStarts = 0;
         } else if (const auto* refusal = std::get_if<WorkerRefusal>(&answer)) {
             failure = refusal->error;
         } else if (const auto* end = std::get_if<WorkerEnd>(&answer)) {
-            member.orderly = member.closing = true;
-            member.asked = end->asked;
+            member.after(end->asked ? WorkerEvent::SaysEndAsked : WorkerEvent::SaysEnd);
             if (end->complaint && !result.ending) {
                 result.ending = end->complaint;
             }
@@ -320,7 +321,7 @@ private:
         if (!batch.settings.reportFirst) {
             return false;
         }
-        if (member.closing) {
+        if (!isOpen(member.stage)) {
             return true; // its orders have an end, which is no leave
         }
         std::vector<DocumentReport> reports;
@@ -345,23 +346,22 @@ private:
     // A worker has closed its side, or is not going to be waited for any longer.
     void bury(CrewMember& member)
     {
-        if (member.senseless || member.timedOut) {
+        if (member.fault != WorkerFault::None) {
             member.process->signal(SIGKILL);
         }
         const ProcessEnd end = member.process->end();
-        member.gone = true;
         const auto document = member.current();
-        if (!member.senseless) {
+        if (member.fault != WorkerFault::MadeNoSense) {
             hear(member); // its last words
         }
         for (const std::size_t document : settleOutputsOf(member, batch)) {
             placedBy(member, document);
         }
         // One that has been too slow may have been done with it in the last moment.
-        const bool ended = stopping || (member.orderly && !member.asked);
-        const bool toBlame =
-            member.timedOut ? member.current() == document : !ended && member.current();
-        if (!member.ready && !member.orderly) {
+        const bool ended = stopping || member.stage == WorkerStage::Ended;
+        const bool toBlame = member.fault == WorkerFault::TookTooLong ? member.current() == document
+                                                                      : !ended && member.current();
+        if (!wasReady(member.stage) && !hasSaidEnd(member.stage)) {
             failedStart(member, end);
         } else if (toBlame && member.current()) {
             judge(*member.current(), member, end);
@@ -370,9 +370,10 @@ private:
         plan.giveBack(member.lost());
         member.documents.clear();
         member.written.clear();
-        if (wholeRun && member.ready && !stopping) {
+        if (wholeRun && wasReady(member.stage) && !stopping) {
             endRun(member, end, document);
         }
+        member.process.reset();
     }
 
     // The one worker that has seen all of the run so far is gone.
@@ -387,7 +388,7 @@ private:
                                 "; its actions may have to see all of a run, which no other one "
                                 "can go on with"};
         }
-        if (!member.orderly && !result.ending) {
+        if (!hasSaidEnd(member.stage) && !result.ending) {
             result.ending = Error{Reason::WorkerFailed,
                                   {},
                                   "the actions were not told that the run is over: the worker "
@@ -401,22 +402,25 @@ private:
         ++failedStarts;
         const bool hopeless = wholeRun || // a second one would begin the run once more
                               failedStarts >= (begun ? hopelessStartsLater : hopelessStarts) ||
-                              (member.timedOut && !begun);
+                              (member.fault == WorkerFault::TookTooLong && !begun);
         if (failure || stopping || !hopeless) {
             return;
         }
         const std::string what =
-            member.timedOut
+            member.fault == WorkerFault::TookTooLong
                 ? "worker processes don't begin within " + secondsText(settings.timeToBegin)
-            : member.senseless ? "worker processes answer with what makes no sense"
-                               : "worker processes end before they begin: " + end.text();
+            : member.fault == WorkerFault::MadeNoSense
+                ? "worker processes answer with what makes no sense"
+                : "worker processes end before they begin: " + end.text();
         failure = Error{Reason::WorkerFailed, {}, what};
     }
 
     // The worker ended over this document.
     void judge(std::size_t document, const CrewMember& member, const ProcessEnd& end)
     {
-        auto error = verdicts.of(document, {end, member.timedOut, member.senseless, member.asked});
+        auto error = verdicts.of(document, {end, member.fault == WorkerFault::TookTooLong,
+                                            member.fault == WorkerFault::MadeNoSense,
+                                            member.stage == WorkerStage::EndedAsked});
         if (error) {
             breakOff(document, member, std::move(*error));
         } else {
@@ -436,12 +440,15 @@ private:
     {
         const auto now = settings.now();
         for (CrewMember& member : crew) {
-            const bool atWork = member.isBusy() || !member.ready || member.closing;
-            const auto limit = member.ready ? settings.timeout : settings.timeToBegin;
+            const bool atWork = member.isBusy() || !isOpen(member.stage);
+            const bool ready = wasReady(member.stage);
+            const auto limit = ready ? settings.timeout : settings.timeToBegin;
             const bool late = limit > 0s && atWork && now - member.since > limit;
             const bool obstinate = stopping && now - stoppedAt > timeToStop;
-            if (!member.gone && (late || obstinate)) {
-                member.timedOut = late && (member.isBusy() || !member.ready);
+            if (member.process && (late || obstinate)) {
+                if (late && (member.isBusy() || !ready)) {
+                    member.blameFor(WorkerFault::TookTooLong);
+                }
                 member.process->signal(SIGKILL);
                 bury(member);
             }
@@ -451,7 +458,7 @@ private:
     void closeAll()
     {
         for (CrewMember& member : crew) {
-            member.closing = true;
+            member.after(WorkerEvent::GetsNoMore);
             member.process->closeOrders();
         }
     }
