@@ -130,6 +130,11 @@ std::optional<Reason> reasonNamed(std::string_view name)
     return std::nullopt;
 }
 
+Error noSense()
+{
+    return {Reason::Crashed, {}, "the worker process that was at it made no sense"};
+}
+
 std::string systemMessage(int errorNumber)
 {
     return std::generic_category().message(errorNumber);

@@ -92,6 +92,9 @@ inline tl::unexpected<Error> fail(Reason reason, std::string file, std::string s
     return tl::unexpected<Error>(Error{reason, std::move(file), std::move(sentence)});
 }
 
+/// That the process which was at a document said what is no answer.
+Error noSense();
+
 /// The system's words for an errno value, such as "No space left on device".
 std::string systemMessage(int errorNumber);
 

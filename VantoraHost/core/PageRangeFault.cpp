@@ -14,15 +14,11 @@ using Fault = std::optional<QString>;
 
 constexpr char highest[] = "2147483647";
 
-QString shortened(const QString& item)
-{
-    constexpr int longest = 30;
-    return item.size() <= longest ? item : item.left(longest) + "...";
-}
+constexpr int longestItem = 30;
 
 QString quoted(const QString& text)
 {
-    return '"' + shortened(text) + '"';
+    return '"' + shortened(text, longestItem) + '"';
 }
 
 bool isDigit(QChar c)
@@ -67,7 +63,8 @@ Fault faultOfWord(const QString& item)
             end = end.trimmed();
         }
         return "has the dash " + quoted(*dash) + " in " + inQuotes +
-               ", which is not the one of a keyboard; write " + shortened(joined(ends));
+               ", which is not the one of a keyboard; write " +
+               shortened(joined(ends), longestItem);
     }
     if (item.contains('\n') || item.contains('\r') || item.contains('\t')) {
         return QString("has a tab or the end of a line within; write a comma between the pages");
@@ -81,7 +78,7 @@ Fault faultOfWord(const QString& item)
     }
     if (item.contains(';')) {
         return "has a semicolon in " + inQuotes + "; write " +
-               shortened(QString(item).replace(';', ','));
+               shortened(QString(item).replace(';', ','), longestItem);
     }
     return Fault();
 }
@@ -154,6 +151,11 @@ Fault faultOf(const QString& untidy)
 }
 
 } // namespace
+
+QString shortened(const QString& text, int longest)
+{
+    return text.size() <= longest ? text : text.left(longest) + "...";
+}
 
 QString withoutLooseEnd(QString range)
 {

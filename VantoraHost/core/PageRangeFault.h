@@ -6,6 +6,9 @@
 
 namespace vantora {
 
+/// The text, or its beginning and "..." where it is longer than so many characters.
+QString shortened(const QString& text, int longest);
+
 /// A range without the commas and white space at its end, which say nothing. The options dialog
 /// leaves out whatever stands there, but where a person can't see the result, a dash or a word
 /// isn't dropped without asking: "2-" would become page 2.

@@ -16,11 +16,10 @@ QString rangeText(const PreferencesMap& preferences)
     return preferences.value(rangeKey).toString();
 }
 
-std::string shortened(const QString& range)
+std::string shortenedRange(const QString& range)
 {
     constexpr int longest = 60;
-    return range.size() <= longest ? range.toStdString()
-                                   : range.left(longest).toStdString() + "...";
+    return shortened(range, longest).toStdString();
 }
 
 Outcome accept(PreferencesMap& preferences)
@@ -29,7 +28,7 @@ Outcome accept(PreferencesMap& preferences)
     const QString range = withoutLooseEnd(given);
     if (const auto fault = pageRangeFault(range)) {
         return fail(Reason::BadPageRange, {},
-                    "the page range \"" + shortened(given) + "\" " + fault->toStdString());
+                    "the page range \"" + shortenedRange(given) + "\" " + fault->toStdString());
     }
     preferences.insert(rangeKey, range);
     return {};
@@ -79,7 +78,7 @@ const KnownAction& description()
 
 std::string shownRange(const PreferencesMap& preferences)
 {
-    return shortened(rangeText(preferences));
+    return shortenedRange(rangeText(preferences));
 }
 
 } // namespace vantora::deletepages

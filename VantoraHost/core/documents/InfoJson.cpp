@@ -132,7 +132,7 @@ Result<DocumentInfo> documentInfoOf(std::string_view text)
 {
     const auto found = jsonObjectOf(text);
     if (!found) {
-        return fail(Reason::Crashed, {}, "the worker process that was at it made no sense");
+        return tl::unexpected<Error>(noSense());
     }
     const QJsonObject& json = *found;
     if (json["status"].toString() != "done") {

@@ -113,7 +113,7 @@ public:
             return ended();
         }
         if (read == Reading::Failed) {
-            return fail(Reason::Crashed, {}, "the worker process that was at it made no sense");
+            return tl::unexpected<Error>(noSense());
         }
         if (limits.time > 0s && Clock::now() - start > limits.time) {
             return fail(Reason::TimedOut, {}, "it took longer than " + secondsText(limits.time));

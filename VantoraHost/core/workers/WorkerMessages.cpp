@@ -219,6 +219,54 @@ std::optional<WorkerAnswer> reportAnswerOf(const QJsonObject& json)
                : std::nullopt;
 }
 
+// Calls `visit` with each of the settings that a worker is told, and with its name. All of them
+// stand here, so that a new one doesn't compile until somebody has decided whether workers are told
+// of it. They are not told of the standard streams, and have their own ways to be cancelled.
+template <class Settings, class Visitor>
+void visitSettings(Settings& settings, const Visitor& visit)
+{
+    auto& [passwords, dryRun, keepSigned, strict, ifEmpty, hashInputs, reportFirst, standardInput,
+           standardInputMode, standardOutput, cancelled, savingBegins] = settings;
+    visit("passwords", passwords);
+    visit("dry_run", dryRun);
+    visit("keep_signed", keepSigned);
+    visit("strict", strict);
+    visit("if_empty", ifEmpty);
+    visit("hash_inputs", hashInputs);
+    visit("report_first", reportFirst);
+}
+
+struct SettingWriter {
+    JsonObject& json;
+
+    void operator()(const char* name, const std::vector<std::string>& texts) const
+    {
+        json.add(name, texts);
+    }
+    void operator()(const char* name, bool value) const { json.add(name, value); }
+    void operator()(const char* name, IfEmpty way) const { json.add(name, static_cast<int>(way)); }
+};
+
+struct SettingReader {
+    const QJsonObject& json;
+
+    void operator()(const char* name, std::vector<std::string>& texts) const
+    {
+        texts = bytesOf(json[QLatin1String(name)].toArray());
+    }
+    void operator()(const char* name, bool& value) const
+    {
+        value = json[QLatin1String(name)].toBool();
+    }
+    void operator()(const char* name, IfEmpty& way) const
+    {
+        const int number = json[QLatin1String(name)].toInt();
+        way = number == static_cast<int>(IfEmpty::Blank)  ? IfEmpty::Blank
+              : number == static_cast<int>(IfEmpty::Skip) ? IfEmpty::Skip
+                                                          : IfEmpty::Fail;
+    }
+};
+
 std::optional<WorkerAnswer> placedAnswerOf(const QJsonArray& numbers)
 {
     WorkerPlaced placed;
@@ -245,15 +293,9 @@ std::string setupMessage(const WorkerSetup& setup)
     json.add("version", workerProtocol)
         .add("library", setup.library.native())
         .add("action_folders", folders)
-        .add("steps", steps)
-        .add("passwords", setup.job.passwords)
-        .add("dry_run", setup.job.dryRun)
-        .add("keep_signed", setup.job.keepSigned)
-        .add("strict", setup.job.strict)
-        .add("if_empty", static_cast<int>(setup.job.ifEmpty))
-        .add("hash_inputs", setup.job.hashInputs)
-        .add("report_first", setup.job.reportFirst)
-        .add("memory_limit", setup.memoryLimit)
+        .add("steps", steps);
+    visitSettings(setup.job, SettingWriter{json});
+    json.add("memory_limit", setup.memoryLimit)
         .add("whole_run", setup.wholeRun)
         .add("readable", setup.files.readable)
         .add("writable", setup.files.writable);
@@ -278,16 +320,7 @@ Result<WorkerSetup> setupOf(std::string_view line, const StoredReader& stored)
         }
         setup.steps.push_back(std::move(*step));
     }
-    setup.job.passwords = bytesOf((*json)["passwords"].toArray());
-    setup.job.dryRun = (*json)["dry_run"].toBool();
-    setup.job.keepSigned = (*json)["keep_signed"].toBool();
-    setup.job.strict = (*json)["strict"].toBool();
-    const int ifEmpty = (*json)["if_empty"].toInt();
-    setup.job.ifEmpty = ifEmpty == static_cast<int>(IfEmpty::Blank)  ? IfEmpty::Blank
-                        : ifEmpty == static_cast<int>(IfEmpty::Skip) ? IfEmpty::Skip
-                                                                     : IfEmpty::Fail;
-    setup.job.hashInputs = (*json)["hash_inputs"].toBool();
-    setup.job.reportFirst = (*json)["report_first"].toBool();
+    visitSettings(setup.job, SettingReader{*json});
     setup.memoryLimit = wholeNumber((*json)["memory_limit"]).value_or(0);
     setup.wholeRun = (*json)["whole_run"].toBool();
     setup.files = {bytesOf((*json)["readable"].toArray()), bytesOf((*json)["writable"].toArray())};

@@ -28,7 +28,7 @@ struct WorkerSetup {
     std::filesystem::path library;
     std::vector<std::filesystem::path> actionFolders;
     std::vector<StepRequest> steps;
-    JobSettings job;               ///< all but the standard streams
+    JobSettings job;               ///< what workers are told of it (visitSettings)
     std::uint64_t memoryLimit = 0; ///< bytes; 0 for none
     /// The worker sees the whole run and tells the actions of its beginning and its end; else
     /// somebody else does.
