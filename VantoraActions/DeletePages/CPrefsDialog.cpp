@@ -30,20 +30,20 @@ void LeaveOutContextHelp(QWidget& dialog)
 CPrefsDialog::CPrefsDialog(QWidget* parent, Qt::WindowFlags /*flags*/)
     : CVantoraDialog(parent, true)
 {
-    mForm.setupUi(this);
+    form_.setupUi(this);
     TitleLabel()->setText(windowTitle());
-    FitToTexts(mForm.main_widget);
-    VDaddMainWidget(mForm.main_widget, false);
+    FitToTexts(form_.main_widget);
+    VDaddMainWidget(form_.main_widget, false);
     VDaddTopButtons();
     VDaddCloseButton();
-    mForm.byPageRangeTextEdit->setFocus();
-    ReachBy(tr("Alt+P"), mForm.byPageRangeTextEdit);
-    ReachBy(tr("Alt+O"), mForm.okButton);
-    ReachBy(tr("Alt+C"), mForm.cancelButton);
+    form_.byPageRangeTextEdit->setFocus();
+    ReachBy(tr("Alt+P"), form_.byPageRangeTextEdit);
+    ReachBy(tr("Alt+O"), form_.okButton);
+    ReachBy(tr("Alt+C"), form_.cancelButton);
     // Return alone begins a line in the range.
     for (const int key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(QKeySequence(Qt::CTRL + key), this), &QShortcut::activated,
-                mForm.okButton, &QPushButton::click);
+                form_.okButton, &QPushButton::click);
     if (!KeepsGeometry())
         return;
     if (const auto settings = SettingsFile::Read(GeometryFile()))
@@ -68,14 +68,14 @@ QString CPrefsDialog::GeometryKey() const
 
 void CPrefsDialog::SetPrefs(QMap<QString, QVariant>* prefs)
 {
-    mForm.byPageRangeTextEdit->setPlainText(prefs->value(pageRangeKey).toString());
+    form_.byPageRangeTextEdit->setPlainText(prefs->value(pageRangeKey).toString());
 }
 
 bool CPrefsDialog::GetPrefs(QMap<QString, QVariant>* prefs)
 {
     if (prefs == nullptr)
         return false;
-    prefs->insert(pageRangeKey, mForm.byPageRangeTextEdit->toPlainText());
+    prefs->insert(pageRangeKey, form_.byPageRangeTextEdit->toPlainText());
     prefs->insert("ActionName", "Delete Pages");
     return true;
 }
@@ -85,18 +85,18 @@ void CPrefsDialog::doValidate()
     const auto refuse = [this](const QString& message) {
         CMsgBoxDialog::information(ProductTitle(), message, tr("OK"), QString(), QString());
         activateWindow();
-        mForm.byPageRangeTextEdit->setFocus();
+        form_.byPageRangeTextEdit->setFocus();
     };
-    QString text = mForm.byPageRangeTextEdit->toPlainText();
+    QString text = form_.byPageRangeTextEdit->toPlainText();
     if (text.isEmpty()) {
         refuse(tr("No page range found. Please enter a page range and try again."));
         return;
     }
     while (!text.isEmpty() && !text.back().isNumber())
         text.chop(1);
-    if (text != mForm.byPageRangeTextEdit->toPlainText()) {
-        mForm.byPageRangeTextEdit->setPlainText(text);
-        mForm.byPageRangeTextEdit->moveCursor(QTextCursor::End);
+    if (text != form_.byPageRangeTextEdit->toPlainText()) {
+        form_.byPageRangeTextEdit->setPlainText(text);
+        form_.byPageRangeTextEdit->moveCursor(QTextCursor::End);
     }
     if (CActionUtils::ValidatePageRange(text, false))
         accept();

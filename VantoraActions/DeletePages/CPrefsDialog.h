@@ -33,5 +33,5 @@ private:
     bool KeepsGeometry() const;
     QString GeometryKey() const;
 
-    Ui_DeletePagesPrefsDialog mForm;
+    Ui_DeletePagesPrefsDialog form_;
 };

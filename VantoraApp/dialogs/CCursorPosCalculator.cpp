@@ -11,11 +11,10 @@ bool IsWithin(int position, int first, int last)
 
 void CCursorPosCalculator::reset()
 {
-    const int borderWidth = mBorderWidth;
-    const int moveBarHeight = mMoveBarHeight;
-    *this = CCursorPosCalculator();
-    mBorderWidth = borderWidth;
-    mMoveBarHeight = moveBarHeight;
+    CCursorPosCalculator empty;
+    empty.borderWidth = borderWidth;
+    empty.moveBarHeight = moveBarHeight;
+    *this = empty;
 }
 
 void CCursorPosCalculator::recalculate(const QPoint& globalPos, const QRect& frameRect)
@@ -27,23 +26,23 @@ void CCursorPosCalculator::recalculate(const QPoint& globalPos, const QRect& fra
     const int x = globalPos.x();
     const int y = globalPos.y();
 
-    mOnLeftEdge = IsWithin(x, left, left + mBorderWidth);
-    mOnRightEdge = IsWithin(x, right - mBorderWidth, right);
-    mOnTopEdge = IsWithin(y, top, top + mBorderWidth);
-    mOnBottomEdge = IsWithin(y, bottom - mBorderWidth, bottom);
+    onLeftEdge = IsWithin(x, left, left + borderWidth);
+    onRightEdge = IsWithin(x, right - borderWidth, right);
+    onTopEdge = IsWithin(y, top, top + borderWidth);
+    onBottomEdge = IsWithin(y, bottom - borderWidth, bottom);
 
-    mNearLeft = IsWithin(x, left, left + 2 * mBorderWidth);
-    mNearRight = IsWithin(x, right - 2 * mBorderWidth, right);
-    mNearTop = IsWithin(y, top, top + 2 * mBorderWidth);
-    mNearBottom = IsWithin(y, bottom - 2 * mBorderWidth, bottom);
+    nearLeft = IsWithin(x, left, left + 2 * borderWidth);
+    nearRight = IsWithin(x, right - 2 * borderWidth, right);
+    nearTop = IsWithin(y, top, top + 2 * borderWidth);
+    nearBottom = IsWithin(y, bottom - 2 * borderWidth, bottom);
 
-    mOnTopLeft = mNearTop && mNearLeft;
-    mOnBottomLeft = mNearBottom && mNearLeft;
-    mOnBottomRight = mNearBottom && mNearRight;
-    mOnTopRight = mOnTopEdge && mOnRightEdge;
+    onTopLeft = nearTop && nearLeft;
+    onBottomLeft = nearBottom && nearLeft;
+    onBottomRight = nearBottom && nearRight;
+    onTopRight = onTopEdge && onRightEdge;
 
-    mOnMoveBar = y <= top + mMoveBarHeight;
+    onMoveBar = y <= top + moveBarHeight;
 
-    mOnEdges = mOnLeftEdge || mOnRightEdge || mOnTopEdge || mOnBottomEdge || mOnTopLeft ||
-               mOnBottomLeft || mOnTopRight || mOnBottomRight;
+    onEdges = onLeftEdge || onRightEdge || onTopEdge || onBottomEdge || onTopLeft || onBottomLeft ||
+              onTopRight || onBottomRight;
 }

@@ -14,25 +14,25 @@ public:
     /// the right and at the bottom.
     void recalculate(const QPoint& globalPos, const QRect& frameRect);
 
-    bool mOnEdges = false; ///< on any edge or corner
+    bool onEdges = false; ///< on any edge or corner
 
-    bool mOnLeftEdge = false; ///< within the border width
-    bool mOnRightEdge = false;
-    bool mOnTopEdge = false;
-    bool mOnBottomEdge = false;
+    bool onLeftEdge = false; ///< within the border width
+    bool onRightEdge = false;
+    bool onTopEdge = false;
+    bool onBottomEdge = false;
 
-    bool mNearLeft = false; ///< within twice the border width
-    bool mNearRight = false;
-    bool mNearTop = false;
-    bool mNearBottom = false;
+    bool nearLeft = false; ///< within twice the border width
+    bool nearRight = false;
+    bool nearTop = false;
+    bool nearBottom = false;
 
-    bool mOnTopLeft = false;
-    bool mOnBottomLeft = false;
-    bool mOnTopRight = false; ///< a smaller zone than the others, which leaves room for a button
-    bool mOnBottomRight = false;
+    bool onTopLeft = false;
+    bool onBottomLeft = false;
+    bool onTopRight = false; ///< a smaller zone than the others, which leaves room for a button
+    bool onBottomRight = false;
 
-    bool mOnMoveBar = false; ///< at or above the lower end of the move bar
+    bool onMoveBar = false; ///< at or above the lower end of the move bar
 
-    int mBorderWidth = 5;
-    int mMoveBarHeight = 0;
+    int borderWidth = 5;
+    int moveBarHeight = 0;
 };

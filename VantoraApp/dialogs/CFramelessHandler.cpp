@@ -19,21 +19,21 @@ struct PulledSides {
 // Corners go before edges, since a pointer on a corner is near both of its edges.
 PulledSides SidesPulledAt(const CCursorPosCalculator& pressed)
 {
-    if (pressed.mOnTopLeft)
+    if (pressed.onTopLeft)
         return {true, true, false, false};
-    if (pressed.mOnBottomLeft)
+    if (pressed.onBottomLeft)
         return {true, false, false, true};
-    if (pressed.mOnTopRight)
+    if (pressed.onTopRight)
         return {false, true, true, false};
-    if (pressed.mOnBottomRight)
+    if (pressed.onBottomRight)
         return {false, false, true, true};
-    if (pressed.mOnLeftEdge)
+    if (pressed.onLeftEdge)
         return {true, false, false, false};
-    if (pressed.mOnRightEdge)
+    if (pressed.onRightEdge)
         return {false, false, true, false};
-    if (pressed.mOnTopEdge)
+    if (pressed.onTopEdge)
         return {false, true, false, false};
-    if (pressed.mOnBottomEdge)
+    if (pressed.onBottomEdge)
         return {false, false, false, true};
     return {false, false, false, false};
 }
@@ -46,7 +46,7 @@ void CFramelessHandler::activateOn(QWidget* widget)
 {
     if (widget == nullptr)
         return;
-    mWidget = widget;
+    widget_ = widget;
     widget->installEventFilter(this);
     widget->setAttribute(Qt::WA_Hover);
     // By name, because a window need not have these slots.
@@ -58,14 +58,14 @@ void CFramelessHandler::setBorderWidth(int width)
 {
     if (width < 0)
         return;
-    mPressed.mBorderWidth = width;
-    mHovered.mBorderWidth = width;
+    pressed_.borderWidth = width;
+    hovered_.borderWidth = width;
 }
 
 void CFramelessHandler::setMoveBarHeight(int height)
 {
-    mPressed.mMoveBarHeight = height;
-    mHovered.mMoveBarHeight = height;
+    pressed_.moveBarHeight = height;
+    hovered_.moveBarHeight = height;
 }
 
 bool CFramelessHandler::eventFilter(QObject* /*watched*/, QEvent* event)
@@ -102,70 +102,70 @@ void CFramelessHandler::handleMousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    mLeftButtonPressed = true;
-    mPressed.recalculate(event->globalPos(), mWidget->frameGeometry());
-    mDragOffset = event->globalPos() - mWidget->frameGeometry().topLeft();
-    mPressedOnEdges = mPressed.mOnEdges;
-    if (!mPressedOnEdges)
-        mPressedOnMoveBar = mPressed.mOnMoveBar;
+    leftButtonPressed_ = true;
+    pressed_.recalculate(event->globalPos(), widget_->frameGeometry());
+    dragOffset_ = event->globalPos() - widget_->frameGeometry().topLeft();
+    pressedOnEdges_ = pressed_.onEdges;
+    if (!pressedOnEdges_)
+        pressedOnMoveBar_ = pressed_.onMoveBar;
 }
 
 void CFramelessHandler::handleMouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton) {
-        mLeftButtonPressed = false;
-        mPressed.reset();
+        leftButtonPressed_ = false;
+        pressed_.reset();
     }
-    mPressedOnMoveBar = false;
-    mPressedOnEdges = false;
+    pressedOnMoveBar_ = false;
+    pressedOnEdges_ = false;
 }
 
 void CFramelessHandler::handleMouseMoveEvent(QMouseEvent* event)
 {
-    if (!mLeftButtonPressed) {
-        if (mResizable)
+    if (!leftButtonPressed_) {
+        if (resizable_)
             updateCursorShape(event->globalPos());
-    } else if (mResizable && mPressedOnEdges && !mPressedOnMoveBar) {
+    } else if (resizable_ && pressedOnEdges_ && !pressedOnMoveBar_) {
         resizeWidget(event->globalPos());
-    } else if (mMovable && !mPressedOnEdges && mPressedOnMoveBar) {
+    } else if (movable_ && !pressedOnEdges_ && pressedOnMoveBar_) {
         moveWidget(event->globalPos());
     }
 }
 
 void CFramelessHandler::handleLeaveEvent(QEvent* /*event*/)
 {
-    if (!mLeftButtonPressed)
-        mWidget->unsetCursor();
+    if (!leftButtonPressed_)
+        widget_->unsetCursor();
 }
 
 void CFramelessHandler::handleHoverMoveEvent(QHoverEvent* event)
 {
-    if (mResizable)
-        updateCursorShape(mWidget->mapToGlobal(event->pos()));
+    if (resizable_)
+        updateCursorShape(widget_->mapToGlobal(event->pos()));
 }
 
 void CFramelessHandler::handleDoubleClickEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    mPressed.recalculate(event->globalPos(), mWidget->frameGeometry());
-    if (mPressed.mOnMoveBar)
+    pressed_.recalculate(event->globalPos(), widget_->frameGeometry());
+    if (pressed_.onMoveBar)
         emit toggleMaximize();
 }
 
 void CFramelessHandler::handleStateChangeEvent(QWindowStateChangeEvent* event)
 {
     // A frameless window that comes back from being minimised may stay unpainted otherwise.
-    mWidget->setAttribute(Qt::WA_Mapped, event->oldState() == Qt::WindowMinimized);
-    mWidget->setFocus(Qt::OtherFocusReason);
-    mWidget->raise();
-    QCoreApplication::postEvent(mWidget, new QEvent(QEvent::UpdateRequest), Qt::HighEventPriority);
+    widget_->setAttribute(Qt::WA_Mapped, event->oldState() == Qt::WindowMinimized);
+    widget_->setFocus(Qt::OtherFocusReason);
+    widget_->raise();
+    QCoreApplication::postEvent(widget_, new QEvent(QEvent::UpdateRequest), Qt::HighEventPriority);
 }
 
 void CFramelessHandler::resizeWidget(const QPoint& globalPos)
 {
-    const QRect frame = mWidget->frameGeometry();
-    const PulledSides pulled = SidesPulledAt(mPressed);
+    const QRect frame = widget_->frameGeometry();
+    const PulledSides pulled = SidesPulledAt(pressed_);
     int left = pulled.left ? globalPos.x() : frame.left();
     int top = pulled.top ? globalPos.y() : frame.top();
     int right = pulled.right ? globalPos.x() : frame.right();
@@ -173,7 +173,7 @@ void CFramelessHandler::resizeWidget(const QPoint& globalPos)
     if (left > right || top > bottom)
         return;
 
-    const QSize minimum = mWidget->minimumSize();
+    const QSize minimum = widget_->minimumSize();
     if (right - left + 1 < minimum.width()) {
         left = frame.left();
         right = frame.right();
@@ -182,36 +182,36 @@ void CFramelessHandler::resizeWidget(const QPoint& globalPos)
         top = frame.top();
         bottom = frame.bottom();
     }
-    mWidget->move(left, top);
-    mWidget->resize(right - left + 1, bottom - top + 1);
+    widget_->move(left, top);
+    widget_->resize(right - left + 1, bottom - top + 1);
 }
 
 void CFramelessHandler::moveWidget(const QPoint& globalPos)
 {
-    mPressed.recalculate(globalPos, mWidget->frameGeometry());
-    if (mPressedOnMoveBar)
-        mWidget->move(globalPos - mDragOffset);
+    pressed_.recalculate(globalPos, widget_->frameGeometry());
+    if (pressedOnMoveBar_)
+        widget_->move(globalPos - dragOffset_);
 }
 
 void CFramelessHandler::updateCursorShape(const QPoint& globalPos)
 {
-    mHovered.recalculate(globalPos, mWidget->frameGeometry());
-    if (mHovered.mOnTopLeft || mHovered.mOnBottomRight) {
+    hovered_.recalculate(globalPos, widget_->frameGeometry());
+    if (hovered_.onTopLeft || hovered_.onBottomRight) {
         setResizeCursor(Qt::SizeFDiagCursor);
-    } else if (mHovered.mOnTopRight || mHovered.mOnBottomLeft) {
+    } else if (hovered_.onTopRight || hovered_.onBottomLeft) {
         setResizeCursor(Qt::SizeBDiagCursor);
-    } else if (mHovered.mOnLeftEdge || mHovered.mOnRightEdge) {
+    } else if (hovered_.onLeftEdge || hovered_.onRightEdge) {
         setResizeCursor(Qt::SizeHorCursor);
-    } else if (mHovered.mOnTopEdge || mHovered.mOnBottomEdge) {
+    } else if (hovered_.onTopEdge || hovered_.onBottomEdge) {
         setResizeCursor(Qt::SizeVerCursor);
-    } else if (mCursorChanged) {
-        mWidget->unsetCursor();
-        mCursorChanged = false;
+    } else if (cursorChanged_) {
+        widget_->unsetCursor();
+        cursorChanged_ = false;
     }
 }
 
 void CFramelessHandler::setResizeCursor(Qt::CursorShape shape)
 {
-    mWidget->setCursor(shape);
-    mCursorChanged = true;
+    widget_->setCursor(shape);
+    cursorChanged_ = true;
 }

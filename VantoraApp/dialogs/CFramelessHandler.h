@@ -24,18 +24,18 @@ public:
     /// signals. Null is ignored.
     void activateOn(QWidget* widget);
 
-    void setWidgetMovable(bool movable) { mMovable = movable; }
-    bool isWidgetMovable() const { return mMovable; }
-    void setWidgetResizable(bool resizable) { mResizable = resizable; }
-    bool isWidgetResizable() const { return mResizable; }
+    void setWidgetMovable(bool movable) { movable_ = movable; }
+    bool isWidgetMovable() const { return movable_; }
+    void setWidgetResizable(bool resizable) { resizable_ = resizable; }
+    bool isWidgetResizable() const { return resizable_; }
 
     /// The width in pixels of the bands that resize; a negative one is ignored.
     void setBorderWidth(int width);
-    int borderWidth() const { return mPressed.mBorderWidth; }
+    int borderWidth() const { return pressed_.borderWidth; }
 
     /// The height in pixels of the bar that moves; with a negative one there is none.
     void setMoveBarHeight(int height);
-    int moveBarHeight() const { return mPressed.mMoveBarHeight; }
+    int moveBarHeight() const { return pressed_.moveBarHeight; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -59,14 +59,14 @@ private:
     void updateCursorShape(const QPoint& globalPos);
     void setResizeCursor(Qt::CursorShape shape);
 
-    CCursorPosCalculator mPressed; ///< where the button went down: the edge that a drag pulls
-    CCursorPosCalculator mHovered;
-    QPoint mDragOffset; ///< from the frame's top left corner to where the button went down
-    QWidget* mWidget = nullptr;
-    bool mMovable = true;
-    bool mResizable = true;
-    bool mCursorChanged = false;
-    bool mLeftButtonPressed = false;
-    bool mPressedOnMoveBar = false;
-    bool mPressedOnEdges = false;
+    CCursorPosCalculator pressed_; ///< where the button went down: the edge that a drag pulls
+    CCursorPosCalculator hovered_;
+    QPoint dragOffset_; ///< from the frame's top left corner to where the button went down
+    QWidget* widget_ = nullptr;
+    bool movable_ = true;
+    bool resizable_ = true;
+    bool cursorChanged_ = false;
+    bool leftButtonPressed_ = false;
+    bool pressedOnMoveBar_ = false;
+    bool pressedOnEdges_ = false;
 };

@@ -55,12 +55,12 @@ CMsgBoxDialog::CMsgBoxDialog(QWidget* parent) : QDialog(parent, Qt::FramelessWin
     const bool translucent = CUtils::CheckOpenGLSupport();
     if (translucent)
         setAttribute(Qt::WA_TranslucentBackground);
-    mForm.setupUi(this);
+    form_.setupUi(this);
 
     // The message stands on white whatever the desktop's colours are.
-    QPalette palette = mForm.messageLabel->palette();
+    QPalette palette = form_.messageLabel->palette();
     palette.setColor(QPalette::WindowText, Qt::black);
-    mForm.messageLabel->setPalette(palette);
+    form_.messageLabel->setPalette(palette);
 
     if (mGlobalParent == nullptr) {
         const QSize screen = AvailableArea().size();
@@ -73,7 +73,7 @@ CMsgBoxDialog::CMsgBoxDialog(QWidget* parent) : QDialog(parent, Qt::FramelessWin
             BoxAround(covered.topLeft() + QPoint(covered.width() / 2, covered.height() / 2)));
     }
 
-    for (QToolButton* button : {mForm.btn1, mForm.btn2, mForm.btn3})
+    for (QToolButton* button : {form_.btn1, form_.btn2, form_.btn3})
         button->setStyleSheet(buttonStyle);
     new FocusRing(this);
 }
@@ -81,54 +81,54 @@ CMsgBoxDialog::CMsgBoxDialog(QWidget* parent) : QDialog(parent, Qt::FramelessWin
 void CMsgBoxDialog::CoverGlobalParent()
 {
     if (!FindHostSetting(mGlobalParent).insideMainWindow) {
-        mForm.titleLabel->setStyleSheet(outsideMainWindowStyle);
-        mForm.btnBox_widget->setStyleSheet(outsideMainWindowStyle);
+        form_.titleLabel->setStyleSheet(outsideMainWindowStyle);
+        form_.btnBox_widget->setStyleSheet(outsideMainWindowStyle);
     }
-    mForm.titleLabel->setText(ProductTitle());
+    form_.titleLabel->setText(ProductTitle());
     setGeometry(mGlobalParent->geometry().adjusted(8, 8, -8, -8));
 }
 
 void CMsgBoxDialog::ShowIcon(int type)
 {
     if (type < 0 || type >= static_cast<int>(std::size(icons))) {
-        mForm.iconLabel->hide();
+        form_.iconLabel->hide();
         return;
     }
     // Through an icon, which knows the image of double density where the screen has it.
     const QIcon icon(icons[type]);
     const QList<QSize> sizes = icon.availableSizes();
-    mForm.iconLabel->setPixmap(sizes.isEmpty() ? QPixmap() : icon.pixmap(sizes.first()));
+    form_.iconLabel->setPixmap(sizes.isEmpty() ? QPixmap() : icon.pixmap(sizes.first()));
 }
 
 void CMsgBoxDialog::ShowButtons(const QString& button1, const QString& button2,
                                 const QString& button3)
 {
-    mForm.btn1->setText(button1);
-    mForm.btn2->setText(button2);
-    mForm.btn2->setHidden(button2.isEmpty());
-    mForm.separator1->setHidden(button2.isEmpty());
-    mForm.btn3->setText(button3);
-    mForm.btn3->setHidden(button3.isEmpty());
-    mForm.separator2->setHidden(button3.isEmpty());
+    form_.btn1->setText(button1);
+    form_.btn2->setText(button2);
+    form_.btn2->setHidden(button2.isEmpty());
+    form_.separator1->setHidden(button2.isEmpty());
+    form_.btn3->setText(button3);
+    form_.btn3->setHidden(button3.isEmpty());
+    form_.separator2->setHidden(button3.isEmpty());
 }
 
 // A text that has no room makes the panel higher, and the box with it, around the same centre. The
 // screen is the limit. The title's height is meant for 96 dots per inch.
 void CMsgBoxDialog::GrowToContent()
 {
-    mForm.titleLabel->ensurePolished();
-    if (mForm.titleLabel->fontMetrics().height() > mForm.titleLabel->maximumHeight())
-        mForm.titleLabel->setMaximumHeight(mForm.titleLabel->sizeHint().height());
-    QLayout* panel = mForm.mainDlg_frame->layout();
-    const QSize least = mForm.mainDlg_frame->minimumSize();
+    form_.titleLabel->ensurePolished();
+    if (form_.titleLabel->fontMetrics().height() > form_.titleLabel->maximumHeight())
+        form_.titleLabel->setMaximumHeight(form_.titleLabel->sizeHint().height());
+    QLayout* panel = form_.mainDlg_frame->layout();
+    const QSize least = form_.mainDlg_frame->minimumSize();
     const QSize most = AvailableArea().size() - QSize(2, 2);
-    const int buttonsWidth = mForm.btnBox_widget->layout()->totalSizeHint().width() +
-                             2 * mForm.mainDlg_frame->frameWidth();
+    const int buttonsWidth = form_.btnBox_widget->layout()->totalSizeHint().width() +
+                             2 * form_.mainDlg_frame->frameWidth();
     const int width = qBound(least.width(), buttonsWidth, most.width());
     const int height = qMin(panel->totalHeightForWidth(width), most.height());
     if (width == least.width() && height <= least.height())
         return;
-    mForm.mainDlg_frame->setMinimumSize(width, qMax(height, least.height()));
+    form_.mainDlg_frame->setMinimumSize(width, qMax(height, least.height()));
     const QSize grown = size().expandedTo(layout()->totalMinimumSize());
     QRect box(QPoint(0, 0), grown);
     box.moveCenter(geometry().center());
@@ -146,7 +146,7 @@ void CMsgBoxDialog::StayInFrontOf(const QWidget* window)
 
 void CMsgBoxDialog::Finish(int result)
 {
-    mResult = result;
+    result_ = result;
     accept();
 }
 
@@ -173,7 +173,7 @@ void CMsgBoxDialog::keyPressEvent(QKeyEvent* event)
         return;
     }
     auto* focused = qobject_cast<QToolButton*>(focusWidget());
-    (focused != nullptr ? focused : mForm.btn1)->click();
+    (focused != nullptr ? focused : form_.btn1)->click();
 }
 
 int CMsgBoxDialog::information(QString title, QString message, QString button1, QString button2,
@@ -207,13 +207,13 @@ int CMsgBoxDialog::execDialog(int type, QString title, QString message, QString 
     box.ShowIcon(type);
     box.ShowButtons(button1, button2, button3);
     if (title != QLatin1String("MessageBox Title"))
-        box.mForm.titleLabel->setText(title);
-    box.mForm.messageLabel->setText(message);
-    box.setAccessibleName(box.mForm.titleLabel->text());
+        box.form_.titleLabel->setText(title);
+    box.form_.messageLabel->setText(message);
+    box.setAccessibleName(box.form_.titleLabel->text());
     box.setAccessibleDescription(message);
     box.GrowToContent();
     box.StayInFrontOf(QApplication::activeModalWidget());
     box.setFocus(Qt::OtherFocusReason);
     box.exec();
-    return box.mResult;
+    return box.result_;
 }

@@ -49,6 +49,6 @@ private:
     void StayInFrontOf(const QWidget* window);
     void Finish(int result);
 
-    Ui_vantoraMsgBoxDlg mForm;
-    int mResult = 0;
+    Ui_vantoraMsgBoxDlg form_;
+    int result_ = 0;
 };

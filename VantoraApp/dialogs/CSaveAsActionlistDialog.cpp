@@ -10,51 +10,51 @@
 CSaveAsActionlistDialog::CSaveAsActionlistDialog(QWidget* parent, Qt::WindowFlags /*flags*/)
     : CVantoraDialog(parent, false)
 {
-    mForm.setupUi(this);
+    form_.setupUi(this);
     TitleLabel()->setText(windowTitle());
-    FitToTexts(mForm.main_widget);
+    FitToTexts(form_.main_widget);
     // The button ends where the border of the group does, which a style sheet sets in.
-    mForm.gridLayout_2->setColumnMinimumWidth(2, mForm.cancelButton->minimumWidth() + 4);
-    VDaddMainWidget(mForm.main_widget, true);
+    form_.gridLayout_2->setColumnMinimumWidth(2, form_.cancelButton->minimumWidth() + 4);
+    VDaddMainWidget(form_.main_widget, true);
 
-    while (mForm.categoryComboBox->count() > 0)
-        mForm.categoryComboBox->removeItem(0);
-    mForm.categoryComboBox->addItems(CActionUtils::GetActionListCategories());
-    mForm.actionListNameLineEdit->setFocus();
-    ReachBy(tr("Alt+W"), mForm.newActionListRadioButton);
-    ReachBy(tr("Alt+E"), mForm.addToActionListRadioButton);
-    ReachBy(tr("Alt+N"), mForm.actionListNameLineEdit);
-    ReachBy(tr("Alt+T"), mForm.categoryComboBox);
-    ReachBy(tr("Alt+S"), mForm.saveButton);
-    ReachBy(tr("Alt+C"), mForm.cancelButton);
-    connect(mForm.actionListNameLineEdit, &QLineEdit::returnPressed, this,
+    while (form_.categoryComboBox->count() > 0)
+        form_.categoryComboBox->removeItem(0);
+    form_.categoryComboBox->addItems(CActionUtils::GetActionListCategories());
+    form_.actionListNameLineEdit->setFocus();
+    ReachBy(tr("Alt+W"), form_.newActionListRadioButton);
+    ReachBy(tr("Alt+E"), form_.addToActionListRadioButton);
+    ReachBy(tr("Alt+N"), form_.actionListNameLineEdit);
+    ReachBy(tr("Alt+T"), form_.categoryComboBox);
+    ReachBy(tr("Alt+S"), form_.saveButton);
+    ReachBy(tr("Alt+C"), form_.cancelButton);
+    connect(form_.actionListNameLineEdit, &QLineEdit::returnPressed, this,
             &CSaveAsActionlistDialog::PressSave);
 }
 
 void CSaveAsActionlistDialog::LoadPrefsData(QMap<QString, QVariant>* prefs)
 {
-    mPrefs = prefs;
+    prefs_ = prefs;
 }
 
 void CSaveAsActionlistDialog::on_UpdateUI()
 {
-    mForm.saveButton->setEnabled(!mForm.actionListNameLineEdit->text().trimmed().isEmpty());
+    form_.saveButton->setEnabled(!form_.actionListNameLineEdit->text().trimmed().isEmpty());
 }
 
 void CSaveAsActionlistDialog::on_Save()
 {
-    if (!mForm.saveButton->isEnabled() || mKeyIsHandled || mPrefs == nullptr)
+    if (!form_.saveButton->isEnabled() || keyIsHandled_ || prefs_ == nullptr)
         return;
-    const QString name = mForm.actionListNameLineEdit->text();
+    const QString name = form_.actionListNameLineEdit->text();
     if (!ReasonAgainstActionListName(name).isEmpty()) {
-        RefuseName(ReasonAgainstActionListName(name), mForm.actionListNameLineEdit);
+        RefuseName(ReasonAgainstActionListName(name), form_.actionListNameLineEdit);
         return;
     }
-    mPrefs->insert("ActionListName", name);
-    mPrefs->insert("ActionListCategory", mForm.categoryComboBox->currentText());
-    mPrefs->insert("ActionListOverwrite", mForm.newActionListRadioButton->isChecked());
-    CActionUtils::SaveAsCustomActionList(mPrefs);
-    if (mForm.addToActionListRadioButton->isChecked())
+    prefs_->insert("ActionListName", name);
+    prefs_->insert("ActionListCategory", form_.categoryComboBox->currentText());
+    prefs_->insert("ActionListOverwrite", form_.newActionListRadioButton->isChecked());
+    CActionUtils::SaveAsCustomActionList(prefs_);
+    if (form_.addToActionListRadioButton->isChecked())
         emit actionListChanged(name);
     accept();
 }
@@ -63,9 +63,9 @@ void CSaveAsActionlistDialog::on_Save()
 // been dealt with, the next one counts again.
 void CSaveAsActionlistDialog::PressSave()
 {
-    emit mForm.saveButton->clicked();
-    mKeyIsHandled = true;
-    QTimer::singleShot(0, this, [this] { mKeyIsHandled = false; });
+    emit form_.saveButton->clicked();
+    keyIsHandled_ = true;
+    QTimer::singleShot(0, this, [this] { keyIsHandled_ = false; });
 }
 
 void CSaveAsActionlistDialog::keyPressEvent(QKeyEvent* event)
@@ -73,8 +73,8 @@ void CSaveAsActionlistDialog::keyPressEvent(QKeyEvent* event)
     const bool saves = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (saves) {
         on_Save();
-        mKeyIsHandled = true;
+        keyIsHandled_ = true;
     }
     CVantoraDialog::keyPressEvent(event);
-    mKeyIsHandled = false;
+    keyIsHandled_ = false;
 }

@@ -33,7 +33,7 @@ protected:
 private:
     void PressSave();
 
-    Ui_saveAsActionlistDialog mForm;
-    QMap<QString, QVariant>* mPrefs = nullptr;
-    bool mKeyIsHandled = false; ///< the key that is being handled has saved already
+    Ui_saveAsActionlistDialog form_;
+    QMap<QString, QVariant>* prefs_ = nullptr;
+    bool keyIsHandled_ = false; ///< the key that is being handled has saved already
 };

@@ -34,43 +34,43 @@ QString AskForImage(QWidget* parent)
 CSaveAsCollectionDialog::CSaveAsCollectionDialog(QWidget* parent, Qt::WindowFlags /*flags*/)
     : CVantoraDialog(parent, false)
 {
-    mForm.setupUi(this);
+    form_.setupUi(this);
     TitleLabel()->setText(windowTitle());
-    FitToTexts(mForm.main_widget);
-    VDaddMainWidget(mForm.main_widget, true);
+    FitToTexts(form_.main_widget);
+    VDaddMainWidget(form_.main_widget, true);
     if (height() <= leastHeight)
         setFixedHeight(leastHeight);
-    mForm.collectionNameLineEdit->setFocus();
-    ReachBy(tr("Alt+I"), mForm.icon_toolButton);
-    ReachBy(tr("Alt+N"), mForm.collectionNameLineEdit);
-    ReachBy(tr("Alt+F"), mForm.saveSettingsToFileButton);
-    ReachBy(tr("Alt+S"), mForm.saveButton);
-    ReachBy(tr("Alt+C"), mForm.cancelButton);
+    form_.collectionNameLineEdit->setFocus();
+    ReachBy(tr("Alt+I"), form_.icon_toolButton);
+    ReachBy(tr("Alt+N"), form_.collectionNameLineEdit);
+    ReachBy(tr("Alt+F"), form_.saveSettingsToFileButton);
+    ReachBy(tr("Alt+S"), form_.saveButton);
+    ReachBy(tr("Alt+C"), form_.cancelButton);
 }
 
 void CSaveAsCollectionDialog::LoadPrefsData(QMap<QString, QVariant>* prefs)
 {
-    mPrefs = prefs;
+    prefs_ = prefs;
 }
 
 void CSaveAsCollectionDialog::on_UpdateUI()
 {
-    mForm.saveButton->setEnabled(!mForm.collectionNameLineEdit->text().trimmed().isEmpty());
+    form_.saveButton->setEnabled(!form_.collectionNameLineEdit->text().trimmed().isEmpty());
 }
 
 void CSaveAsCollectionDialog::on_Save()
 {
-    if (!mForm.saveButton->isEnabled() || mPrefs == nullptr)
+    if (!form_.saveButton->isEnabled() || prefs_ == nullptr)
         return;
-    const QString name = mForm.collectionNameLineEdit->text();
+    const QString name = form_.collectionNameLineEdit->text();
     if (!ReasonAgainstFavouriteName(name).isEmpty()) {
-        RefuseName(ReasonAgainstFavouriteName(name), mForm.collectionNameLineEdit);
+        RefuseName(ReasonAgainstFavouriteName(name), form_.collectionNameLineEdit);
         return;
     }
-    mPrefs->insert("CollectionName", name);
-    QIcon icon = mForm.icon_toolButton->icon();
+    prefs_->insert("CollectionName", name);
+    QIcon icon = form_.icon_toolButton->icon();
     CActionHistoryAPI(parent() == nullptr ? QString() : parent()->objectName())
-        .SaveSettingsToHistory(mPrefs, &icon);
+        .SaveSettingsToHistory(prefs_, &icon);
     accept();
 }
 
@@ -80,7 +80,7 @@ void CSaveAsCollectionDialog::on_CollectionIcon()
     if (file.isEmpty())
         return;
     const QPixmap image(file);
-    mForm.icon_toolButton->setIcon(
+    form_.icon_toolButton->setIcon(
         image.isNull()
             ? QIcon()
             : QIcon(image.scaled(iconSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)));
@@ -91,7 +91,7 @@ void CSaveAsCollectionDialog::on_SaveToFile()
     const QString path =
         QFileDialog::getSaveFileName(this, tr("Save Tool settings to file"), QDir::homePath(),
                                      tr("Tool Settings Files (*.tsf)"));
-    if (!path.isEmpty() && mPrefs != nullptr)
-        WriteNamedSettingsFile(path, {{"ToolSettings", *mPrefs}});
+    if (!path.isEmpty() && prefs_ != nullptr)
+        WriteNamedSettingsFile(path, {{"ToolSettings", *prefs_}});
     reject();
 }

@@ -28,6 +28,6 @@ public slots:
     void on_SaveToFile();
 
 private:
-    Ui_saveAsCollectionDialog mForm;
-    QMap<QString, QVariant>* mPrefs = nullptr;
+    Ui_saveAsCollectionDialog form_;
+    QMap<QString, QVariant>* prefs_ = nullptr;
 };

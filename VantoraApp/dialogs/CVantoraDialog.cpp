@@ -36,14 +36,14 @@ QString Resource(const char* name)
 } // namespace
 
 CVantoraDialog::CVantoraDialog(QWidget* parent, bool flag)
-    : QDialog(parent, Qt::FramelessWindowHint), mFlag(flag)
+    : QDialog(parent, Qt::FramelessWindowHint), flag_(flag)
 {
     const HostSetting setting = FindHostSetting(parent);
-    mPreviewHost = setting.previewHost;
+    previewHost_ = setting.previewHost;
     if (CUtils::CheckOpenGLSupport()) {
         setAttribute(Qt::WA_TranslucentBackground);
-        mExtraHeight = 51;
-        mExtraWidth = 16;
+        extraHeight_ = 51;
+        extraWidth_ = 16;
     }
 
     resize(730, 599);
@@ -52,25 +52,25 @@ CVantoraDialog::CVantoraDialog(QWidget* parent, bool flag)
     setWindowIcon(QIcon(Resource("Icons/App_icon_256x256.png")));
     setProperty("iconSize", QSize(24, 24));
 
-    mGridLayout = new QGridLayout(this);
-    mGridLayout->setObjectName("VDgridLayout");
-    mGridLayout->setSpacing(0);
-    mGridLayout->setContentsMargins(0, 0, 0, 0);
+    gridLayout_ = new QGridLayout(this);
+    gridLayout_->setObjectName("VDgridLayout");
+    gridLayout_->setSpacing(0);
+    gridLayout_->setContentsMargins(0, 0, 0, 0);
 
     CreateShadowsAbove();
     CreateMainFrame(setting.insideMainWindow);
     CreateHeader();
-    if (setting.insideMainWindow || mPreviewHost != nullptr)
-        mPrefixLabel->hide();
+    if (setting.insideMainWindow || previewHost_ != nullptr)
+        prefixLabel_->hide();
     else
-        mPrefixLabel->setText(ProductTitle() + " -");
+        prefixLabel_->setText(ProductTitle() + " -");
     CreateContent();
     CreateShadowsBelow();
 
-    mFramelessHandler.activateOn(this);
-    mFramelessHandler.setWidgetResizable(true);
-    mFramelessHandler.setMoveBarHeight(headerHeight);
-    mFramelessHandler.setBorderWidth(borderWidth);
+    framelessHandler_.activateOn(this);
+    framelessHandler_.setWidgetResizable(true);
+    framelessHandler_.setMoveBarHeight(headerHeight);
+    framelessHandler_.setBorderWidth(borderWidth);
     new FocusRing(this);
 }
 
@@ -81,7 +81,7 @@ QFrame* CVantoraDialog::CreateFrame(const char* name, const char* styleSheet, in
     frame->setStyleSheet(styleSheet);
     frame->setFrameShape(QFrame::StyledPanel);
     frame->setFrameShadow(QFrame::Raised);
-    mGridLayout->addWidget(frame, row, column, 1, 1);
+    gridLayout_->addWidget(frame, row, column, 1, 1);
     return frame;
 }
 
@@ -100,73 +100,73 @@ QFrame* CVantoraDialog::CreateShadow(const char* name, const char* styleSheet, i
 void CVantoraDialog::CreateShadowsAbove()
 {
     namespace Style = VantoraDialogStyle;
-    mShadowTopLeft = CreateShadow("VDshadowTopLeft", Style::shadowTopLeft, 0, 0);
-    mShadowTop = CreateShadow("VDshadowTop", Style::shadowTop, 0, 1);
-    mShadowTopRight = CreateShadow("VDshadowTopRight", Style::shadowTopRight, 0, 2);
-    mShadowLeft = CreateShadow("VDshadowLeft", Style::shadowLeft, 1, 0);
+    shadowTopLeft_ = CreateShadow("VDshadowTopLeft", Style::shadowTopLeft, 0, 0);
+    shadowTop_ = CreateShadow("VDshadowTop", Style::shadowTop, 0, 1);
+    shadowTopRight_ = CreateShadow("VDshadowTopRight", Style::shadowTopRight, 0, 2);
+    shadowLeft_ = CreateShadow("VDshadowLeft", Style::shadowLeft, 1, 0);
 }
 
 void CVantoraDialog::CreateShadowsBelow()
 {
     namespace Style = VantoraDialogStyle;
-    mShadowRight = CreateShadow("VDshadowRight", Style::shadowRight, 1, 2);
-    mShadowBtmLeft = CreateShadow("VDshadowBtmLeft", Style::shadowBtmLeft, 2, 0);
-    mShadowBtm = CreateShadow("VDshadowBtm", Style::shadowBtm, 2, 1);
-    mShadowBtmRight = CreateShadow("VDshadowBtmRight", Style::shadowBtmRight, 2, 2);
+    shadowRight_ = CreateShadow("VDshadowRight", Style::shadowRight, 1, 2);
+    shadowBtmLeft_ = CreateShadow("VDshadowBtmLeft", Style::shadowBtmLeft, 2, 0);
+    shadowBtm_ = CreateShadow("VDshadowBtm", Style::shadowBtm, 2, 1);
+    shadowBtmRight_ = CreateShadow("VDshadowBtmRight", Style::shadowBtmRight, 2, 2);
 }
 
 void CVantoraDialog::CreateMainFrame(bool insideMainWindow)
 {
-    mMainFrame = CreateFrame("VDmainFrame", VantoraDialogStyle::mainFrame, 1, 1);
-    mMainFrame->setMinimumSize(40, 40);
+    mainFrame_ = CreateFrame("VDmainFrame", VantoraDialogStyle::mainFrame, 1, 1);
+    mainFrame_->setMinimumSize(40, 40);
     if (!insideMainWindow) {
-        QString styleSheet = mMainFrame->styleSheet();
+        QString styleSheet = mainFrame_->styleSheet();
         for (const auto& [inside, outside] : VantoraDialogStyle::coloursOutsideMainWindow)
             styleSheet.replace(inside, outside);
-        mMainFrame->setStyleSheet(styleSheet);
+        mainFrame_->setStyleSheet(styleSheet);
     }
-    mMainVerticalLayout = new QVBoxLayout(mMainFrame);
-    mMainVerticalLayout->setObjectName("VDMainVerticalLayout");
-    mMainVerticalLayout->setSpacing(2);
-    mMainVerticalLayout->setContentsMargins(0, 0, 0, 0);
+    mainVerticalLayout_ = new QVBoxLayout(mainFrame_);
+    mainVerticalLayout_->setObjectName("VDMainVerticalLayout");
+    mainVerticalLayout_->setSpacing(2);
+    mainVerticalLayout_->setContentsMargins(0, 0, 0, 0);
 }
 
 void CVantoraDialog::CreateHeader()
 {
-    mHeaderWidget = new QWidget(mMainFrame);
-    mHeaderWidget->setObjectName("VDheaderWidget");
-    mHeaderWidget->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    mHeaderWidget->setFixedHeight(headerHeight);
-    mHeaderWidget->setStyleSheet(VantoraDialogStyle::header);
-    mHeaderHorizontalLayout = new QHBoxLayout(mHeaderWidget);
-    mHeaderHorizontalLayout->setObjectName("VDHeaderHorizontalLayout");
-    mHeaderHorizontalLayout->setSpacing(6);
-    mHeaderHorizontalLayout->setContentsMargins(headerMargins);
+    headerWidget_ = new QWidget(mainFrame_);
+    headerWidget_->setObjectName("VDheaderWidget");
+    headerWidget_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    headerWidget_->setFixedHeight(headerHeight);
+    headerWidget_->setStyleSheet(VantoraDialogStyle::header);
+    headerHorizontalLayout_ = new QHBoxLayout(headerWidget_);
+    headerHorizontalLayout_->setObjectName("VDHeaderHorizontalLayout");
+    headerHorizontalLayout_->setSpacing(6);
+    headerHorizontalLayout_->setContentsMargins(headerMargins);
 
-    mPrefixLabel = new QLabel(mHeaderWidget);
-    mPrefixLabel->setObjectName("VDPrefixLabel");
-    mPrefixLabel->setStyleSheet("color:white;");
-    mHeaderHorizontalLayout->addWidget(mPrefixLabel);
+    prefixLabel_ = new QLabel(headerWidget_);
+    prefixLabel_->setObjectName("VDPrefixLabel");
+    prefixLabel_->setStyleSheet("color:white;");
+    headerHorizontalLayout_->addWidget(prefixLabel_);
 
-    mTitleLabel = new QLabel(mHeaderWidget);
-    mTitleLabel->setObjectName("VDtitleLabel");
-    mTitleLabel->setStyleSheet("color: white;");
-    mHeaderHorizontalLayout->addWidget(mTitleLabel);
-    mHeaderHorizontalLayout->setStretch(1, 1);
+    titleLabel_ = new QLabel(headerWidget_);
+    titleLabel_->setObjectName("VDtitleLabel");
+    titleLabel_->setStyleSheet("color: white;");
+    headerHorizontalLayout_->addWidget(titleLabel_);
+    headerHorizontalLayout_->setStretch(1, 1);
 
-    mMainVerticalLayout->addWidget(mHeaderWidget);
+    mainVerticalLayout_->addWidget(headerWidget_);
     FitHeaderFont();
     AlignTitle();
 }
 
 void CVantoraDialog::CreateContent()
 {
-    mContentWidget = new QWidget(mMainFrame);
-    mContentWidget->setObjectName("VDcontentWidget");
-    mContentLayout = new QVBoxLayout(mContentWidget);
-    mContentLayout->setContentsMargins(1, 1, 1, 1);
-    mMainVerticalLayout->addWidget(mContentWidget);
-    mMainVerticalLayout->setStretch(1, 1);
+    contentWidget_ = new QWidget(mainFrame_);
+    contentWidget_->setObjectName("VDcontentWidget");
+    contentLayout_ = new QVBoxLayout(contentWidget_);
+    contentLayout_->setContentsMargins(1, 1, 1, 1);
+    mainVerticalLayout_->addWidget(contentWidget_);
+    mainVerticalLayout_->setStretch(1, 1);
 }
 
 // The header keeps its height whatever the font is, so large fonts are shown smaller in it.
@@ -179,22 +179,22 @@ void CVantoraDialog::FitHeaderFont()
         fitting = font();
         fitting.setPixelSize(fontInfo().pixelSize() * room / height);
     }
-    mPrefixLabel->setFont(fitting);
-    mTitleLabel->setFont(fitting);
+    prefixLabel_->setFont(fitting);
+    titleLabel_->setFont(fitting);
 }
 
 // The title stands beside the prefix, whatever direction its own text has.
 void CVantoraDialog::AlignTitle()
 {
     const bool fromRight = layoutDirection() == Qt::RightToLeft;
-    mTitleLabel->setAlignment((fromRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
+    titleLabel_->setAlignment((fromRight ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignAbsolute |
                               Qt::AlignVCenter);
 }
 
 void CVantoraDialog::changeEvent(QEvent* event)
 {
     QDialog::changeEvent(event);
-    if (mTitleLabel == nullptr)
+    if (titleLabel_ == nullptr)
         return;
     if (event->type() == QEvent::FontChange)
         FitHeaderFont();
@@ -204,8 +204,8 @@ void CVantoraDialog::changeEvent(QEvent* event)
 
 QRect CVantoraDialog::ReferenceArea() const
 {
-    if (mPreviewHost != nullptr && mPreviewHost->objectName() == "VantoraPreviewClass")
-        return mPreviewHost->geometry();
+    if (previewHost_ != nullptr && previewHost_->objectName() == "VantoraPreviewClass")
+        return previewHost_->geometry();
     return QGuiApplication::primaryScreen()->availableGeometry();
 }
 
@@ -213,34 +213,34 @@ void CVantoraDialog::VDaddMainWidget(QWidget* widget, bool fixedSize)
 {
     const QSize content = widget->size();
     setGeometry(QRect(frameGeometry().topLeft(),
-                      QSize(content.width() + mExtraWidth, content.height() + mExtraHeight)));
+                      QSize(content.width() + extraWidth_, content.height() + extraHeight_)));
     move(ReferenceArea().center() - QRect(QPoint(0, 0), size()).center());
 
-    mFixedHeight = content.height() + mExtraHeight;
-    setMinimumHeight(mFixedHeight);
+    fixedHeight_ = content.height() + extraHeight_;
+    setMinimumHeight(fixedHeight_);
     if (fixedSize) {
         setFixedWidth(content.width());
-        setFixedHeight(mFixedHeight);
+        setFixedHeight(fixedHeight_);
     } else {
-        setMinimumWidth(content.width() + mExtraWidth);
+        setMinimumWidth(content.width() + extraWidth_);
     }
     updateGeometry();
-    mContentLayout->addWidget(widget);
-    mContentLayout->setContentsMargins(0, 0, 0, 0);
-    mFramelessHandler.setWidgetResizable(!fixedSize);
+    contentLayout_->addWidget(widget);
+    contentLayout_->setContentsMargins(0, 0, 0, 0);
+    framelessHandler_.setWidgetResizable(!fixedSize);
 }
 
 void CVantoraDialog::FitToTexts(QWidget* widget)
 {
-    widget->setParent(mContentWidget); // where the style sheets reach it
-    const QMargins frame = mMainFrame->contentsMargins();
+    widget->setParent(contentWidget_); // where the style sheets reach it
+    const QMargins frame = mainFrame_->contentsMargins();
     FitFormToTexts(widget, frame.left() + frame.right());
 }
 
 CVantoraHeaderButton* CVantoraDialog::CreateHeaderButton(const char* name, const char* image,
                                                          const char* disabledImage, int iconSize)
 {
-    auto* button = new CVantoraHeaderButton(mHeaderWidget);
+    auto* button = new CVantoraHeaderButton(headerWidget_);
     button->setObjectName(name);
     button->setFixedSize(24, 24);
     button->setFocusPolicy(Qt::NoFocus);
@@ -251,41 +251,41 @@ CVantoraHeaderButton* CVantoraDialog::CreateHeaderButton(const char* name, const
     button->setIconSize(QSize(iconSize, iconSize));
     button->setAutoRaise(true);
     button->setStyleSheet(VantoraDialogStyle::headerButton);
-    mHeaderHorizontalLayout->addWidget(button);
+    headerHorizontalLayout_->addWidget(button);
     return button;
 }
 
 void CVantoraDialog::VDaddCloseButton()
 {
-    mCloseButton =
+    closeButton_ =
         CreateHeaderButton("vantoraHeaderCloseBtn", "WinClose.png", "WinClose_disabled.png", 14);
-    mCloseButton->setAccessibleName(tr("Close"));
-    connect(mCloseButton, &QToolButton::clicked, this, &QDialog::reject);
+    closeButton_->setAccessibleName(tr("Close"));
+    connect(closeButton_, &QToolButton::clicked, this, &QDialog::reject);
 }
 
 void CVantoraDialog::VDaddTopButtons()
 {
-    mAddToActionListButton =
+    addToActionListButton_ =
         CreateHeaderButton("VDtoolbarAddToActionListButton", "PaneActionList_extra.png",
                            "PaneActionList_disabled.png", 20);
-    mAddToActionListButton->setToolTip(tr("Add to/Create new Action"));
-    mAddToActionListButton->setAccessibleName(mAddToActionListButton->toolTip());
-    mAddToActionListButton->setShortcut(tr("Alt+A"));
-    connect(mAddToActionListButton, SIGNAL(clicked()), this, SLOT(on_VDShowSaveDialog()));
+    addToActionListButton_->setToolTip(tr("Add to/Create new Action"));
+    addToActionListButton_->setAccessibleName(addToActionListButton_->toolTip());
+    addToActionListButton_->setShortcut(tr("Alt+A"));
+    connect(addToActionListButton_, SIGNAL(clicked()), this, SLOT(on_VDShowSaveDialog()));
 
-    mAddToCollectionsButton = CreateHeaderButton("VDtoolbarAddToCollectionsButton",
+    addToCollectionsButton_ = CreateHeaderButton("VDtoolbarAddToCollectionsButton",
                                                  "Collection.png", "Collection_disabled.png", 20);
-    mAddToCollectionsButton->setToolTip(tr("Add to Favorites/Save settings"));
-    mAddToCollectionsButton->setAccessibleName(mAddToCollectionsButton->toolTip());
-    mAddToCollectionsButton->setShortcut(tr("Alt+F"));
-    connect(mAddToCollectionsButton, SIGNAL(clicked()), this,
+    addToCollectionsButton_->setToolTip(tr("Add to Favorites/Save settings"));
+    addToCollectionsButton_->setAccessibleName(addToCollectionsButton_->toolTip());
+    addToCollectionsButton_->setShortcut(tr("Alt+F"));
+    connect(addToCollectionsButton_, SIGNAL(clicked()), this,
             SLOT(on_VDShowSaveCollectionDialog()));
 }
 
 void CVantoraDialog::VDhideAddToActionListButton()
 {
-    if (mAddToActionListButton != nullptr)
-        mAddToActionListButton->hide();
+    if (addToActionListButton_ != nullptr)
+        addToActionListButton_->hide();
 }
 
 void CVantoraDialog::ReachBy(const QString& keys, QWidget* widget)
@@ -302,7 +302,7 @@ void CVantoraDialog::ReachBy(const QString& keys, QWidget* widget)
 QList<QWidget*> CVantoraDialog::HeaderStops() const
 {
     QList<QWidget*> stops;
-    for (QWidget* button : mHeaderWidget->findChildren<CVantoraHeaderButton*>()) {
+    for (QWidget* button : headerWidget_->findChildren<CVantoraHeaderButton*>()) {
         if (button->isVisible() && button->isEnabled())
             stops << button;
     }

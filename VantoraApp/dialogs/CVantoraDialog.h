@@ -51,8 +51,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
     /// The host's preview widget that the dialog is shown in, or null.
-    QWidget* PreviewHost() const { return mPreviewHost; }
-    QLabel* TitleLabel() const { return mTitleLabel; }
+    QWidget* PreviewHost() const { return previewHost_; }
+    QLabel* TitleLabel() const { return titleLabel_; }
 
     /// Takes the widget of a form over and fits it to its texts: makes it larger where they need
     /// more room than the form gives them, as with large fonts, and writes them in black, since the
@@ -78,30 +78,30 @@ private:
     QList<QWidget*> HeaderStops() const;
     QList<QWidget*> ContentStops() const;
 
-    CFramelessHandler mFramelessHandler;
-    bool mFlag;
-    CVantoraHeaderButton* mCloseButton = nullptr;
-    CVantoraHeaderButton* mAddToActionListButton = nullptr;
-    CVantoraHeaderButton* mAddToCollectionsButton = nullptr;
-    QGridLayout* mGridLayout = nullptr;
-    QFrame* mShadowTopLeft = nullptr;
-    QFrame* mShadowTop = nullptr;
-    QFrame* mShadowTopRight = nullptr;
-    QFrame* mShadowLeft = nullptr;
-    QFrame* mShadowRight = nullptr;
-    QFrame* mShadowBtmLeft = nullptr;
-    QFrame* mShadowBtm = nullptr;
-    QFrame* mShadowBtmRight = nullptr;
-    QFrame* mMainFrame = nullptr;
-    QVBoxLayout* mMainVerticalLayout = nullptr;
-    QWidget* mHeaderWidget = nullptr;
-    QHBoxLayout* mHeaderHorizontalLayout = nullptr;
-    QLabel* mPrefixLabel = nullptr;
-    QLabel* mTitleLabel = nullptr;
-    QWidget* mContentWidget = nullptr;
-    QVBoxLayout* mContentLayout = nullptr;
-    QWidget* mPreviewHost = nullptr;
-    int mFixedHeight = 0;
-    int mExtraHeight = 35;
-    int mExtraWidth = 0;
+    CFramelessHandler framelessHandler_;
+    bool flag_;
+    CVantoraHeaderButton* closeButton_ = nullptr;
+    CVantoraHeaderButton* addToActionListButton_ = nullptr;
+    CVantoraHeaderButton* addToCollectionsButton_ = nullptr;
+    QGridLayout* gridLayout_ = nullptr;
+    QFrame* shadowTopLeft_ = nullptr;
+    QFrame* shadowTop_ = nullptr;
+    QFrame* shadowTopRight_ = nullptr;
+    QFrame* shadowLeft_ = nullptr;
+    QFrame* shadowRight_ = nullptr;
+    QFrame* shadowBtmLeft_ = nullptr;
+    QFrame* shadowBtm_ = nullptr;
+    QFrame* shadowBtmRight_ = nullptr;
+    QFrame* mainFrame_ = nullptr;
+    QVBoxLayout* mainVerticalLayout_ = nullptr;
+    QWidget* headerWidget_ = nullptr;
+    QHBoxLayout* headerHorizontalLayout_ = nullptr;
+    QLabel* prefixLabel_ = nullptr;
+    QLabel* titleLabel_ = nullptr;
+    QWidget* contentWidget_ = nullptr;
+    QVBoxLayout* contentLayout_ = nullptr;
+    QWidget* previewHost_ = nullptr;
+    int fixedHeight_ = 0;
+    int extraHeight_ = 35;
+    int extraWidth_ = 0;
 };

@@ -23,22 +23,22 @@ FocusRing::FocusRing(QWidget* window) : QWidget(window)
 
 void FocusRing::Follow(QWidget* focused)
 {
-    if (mButton != nullptr)
-        mButton->removeEventFilter(this);
+    if (button_ != nullptr)
+        button_->removeEventFilter(this);
     const bool isOurs =
         qobject_cast<QToolButton*>(focused) && parentWidget()->isAncestorOf(focused);
-    mButton = isOurs ? focused : nullptr;
-    if (mButton != nullptr)
-        mButton->installEventFilter(this);
+    button_ = isOurs ? focused : nullptr;
+    if (button_ != nullptr)
+        button_->installEventFilter(this);
     Place();
 }
 
 void FocusRing::Place()
 {
-    setVisible(mButton != nullptr && mButton->isVisible());
-    if (mButton == nullptr)
+    setVisible(button_ != nullptr && button_->isVisible());
+    if (button_ == nullptr)
         return;
-    const QRect button(mButton->mapTo(parentWidget(), QPoint(0, 0)), mButton->size());
+    const QRect button(button_->mapTo(parentWidget(), QPoint(0, 0)), button_->size());
     setGeometry(button.adjusted(-ringWidth, -ringWidth, ringWidth, ringWidth));
     raise();
 }

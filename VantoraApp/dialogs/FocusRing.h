@@ -21,5 +21,5 @@ private:
     void Follow(QWidget* focused);
     void Place();
 
-    QPointer<QWidget> mButton; ///< the one with the focus
+    QPointer<QWidget> button_; ///< the one with the focus
 };

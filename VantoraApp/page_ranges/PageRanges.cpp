@@ -48,33 +48,33 @@ class PageSet {
 public:
     void Add(qint64 first, qint64 last)
     {
-        auto next = mLastByFirst.upper_bound(first);
-        if (next != mLastByFirst.begin()) {
+        auto next = lastByFirst_.upper_bound(first);
+        if (next != lastByFirst_.begin()) {
             const auto before = std::prev(next);
             if (before->second >= last)
                 return;
             if (before->second + 1 >= first) {
                 first = before->first;
-                mLastByFirst.erase(before);
+                lastByFirst_.erase(before);
             }
         }
-        while (next != mLastByFirst.end() && next->first <= last + 1) {
+        while (next != lastByFirst_.end() && next->first <= last + 1) {
             last = std::max(last, next->second);
-            next = mLastByFirst.erase(next);
+            next = lastByFirst_.erase(next);
         }
-        mLastByFirst.emplace_hint(next, first, last);
+        lastByFirst_.emplace_hint(next, first, last);
     }
 
     template <typename Visit>
     void ForEachPage(Visit visit) const
     {
-        for (const auto& [first, last] : mLastByFirst)
+        for (const auto& [first, last] : lastByFirst_)
             for (qint64 page = first; page <= last; ++page)
                 visit(static_cast<int>(page));
     }
 
 private:
-    std::map<qint64, qint64> mLastByFirst;
+    std::map<qint64, qint64> lastByFirst_;
 };
 
 PageSet ReadPages(const QString& text, int pageCount)

@@ -30,10 +30,10 @@ QImage StoredIcon(const QIcon& icon)
 } // namespace
 
 CActionHistoryAPI::CActionHistoryAPI(QString prefix)
-    : mPrefix(std::move(prefix)), mFolder(CActionUtils::GetCollectionsFolder())
+    : prefix_(std::move(prefix)), folder_(CActionUtils::GetCollectionsFolder())
 {
-    mFolder.setNameFilters({mPrefix + "*"});
-    mFiles = mFolder.entryInfoList(QDir::Files, QDir::Time | QDir::Reversed);
+    folder_.setNameFilters({prefix_ + "*"});
+    files_ = folder_.entryInfoList(QDir::Files, QDir::Time | QDir::Reversed);
 }
 
 int CActionHistoryAPI::SaveSettingsToHistory(QMap<QString, QVariant>* prefs, QIcon* icon)
@@ -53,12 +53,12 @@ int CActionHistoryAPI::SaveSettingsToHistory(QMap<QString, QVariant>* prefs, QIc
 
 QMap<QString, QVariant>* CActionHistoryAPI::LoadSettingsFromHistory(int step)
 {
-    const qint64 position = static_cast<qint64>(mCursor) + step;
-    mCursor = static_cast<int>(
+    const qint64 position = static_cast<qint64>(cursor_) + step;
+    cursor_ = static_cast<int>(
         qBound<qint64>(std::numeric_limits<int>::min(), position, std::numeric_limits<int>::max()));
-    if (mCursor < 0 || mCursor >= mFiles.size())
+    if (cursor_ < 0 || cursor_ >= files_.size())
         return nullptr;
-    const QFileInfo& file = mFiles.at(mFiles.size() - 1 - mCursor);
+    const QFileInfo& file = files_.at(files_.size() - 1 - cursor_);
     const auto settings = SettingsFile::Read(file.filePath());
     if (!settings)
         return nullptr;

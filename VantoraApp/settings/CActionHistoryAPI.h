@@ -34,8 +34,8 @@ public:
     QMap<QString, QVariant>* LoadSettingsFromHistory(int step);
 
 private:
-    QString mPrefix;
-    QList<QFileInfo> mFiles; ///< from the oldest to the newest
-    QDir mFolder;
-    int mCursor = -1;
+    QString prefix_;
+    QList<QFileInfo> files_; ///< from the oldest to the newest
+    QDir folder_;
+    int cursor_ = -1;
 };

@@ -41,65 +41,65 @@ int DigitOf(char c, int base)
 class ValueReader {
 public:
     ValueReader(const QByteArray& text, bool isUtf8)
-        : mText(text), mCodec(QTextCodec::codecForName(isUtf8 ? "UTF-8" : "ISO-8859-1"))
+        : text_(text), codec_(QTextCodec::codecForName(isUtf8 ? "UTF-8" : "ISO-8859-1"))
     {
     }
 
     QStringList Read()
     {
         SkipBlanks();
-        while (mPosition < mText.size()) {
-            const char c = mText.at(mPosition++);
+        while (position_ < text_.size()) {
+            const char c = text_.at(position_++);
             if (c == '\\')
                 ReadEscape();
             else if (c == '"')
                 ReadQuote();
-            else if (c == ',' && !mInQuotes)
+            else if (c == ',' && !inQuotes_)
                 EndPart();
             else if (c == ',')
-                mPart += ',';
+                part_ += ',';
             else
                 ReadPlain();
         }
         EndPart();
-        return mParts;
+        return parts_;
     }
 
 private:
     void SkipBlanks()
     {
-        while (mPosition < mText.size() && IsBlank(mText.at(mPosition)))
-            ++mPosition;
+        while (position_ < text_.size() && IsBlank(text_.at(position_)))
+            ++position_;
     }
 
     void ReadPlain()
     {
-        const int start = mPosition - 1;
-        while (mPosition < mText.size() && !IsSpecial(mText.at(mPosition)))
-            ++mPosition;
-        mPart += mCodec->toUnicode(mText.constData() + start, mPosition - start);
+        const int start = position_ - 1;
+        while (position_ < text_.size() && !IsSpecial(text_.at(position_)))
+            ++position_;
+        part_ += codec_->toUnicode(text_.constData() + start, position_ - start);
     }
 
     static bool IsSpecial(char c) { return c == '\\' || c == '"' || c == ','; }
 
     void ReadQuote()
     {
-        mPartIsQuoted = true;
-        mInQuotes = !mInQuotes;
-        if (!mInQuotes)
+        partIsQuoted_ = true;
+        inQuotes_ = !inQuotes_;
+        if (!inQuotes_)
             SkipBlanks();
     }
 
     void EndPart()
     {
-        if (!mPartIsQuoted) {
-            while (mPart.size() > mChopLimit && (mPart.back() == ' ' || mPart.back() == '\t'))
-                mPart.chop(1);
+        if (!partIsQuoted_) {
+            while (part_.size() > chopLimit_ && (part_.back() == ' ' || part_.back() == '\t'))
+                part_.chop(1);
         }
-        mParts << mPart;
-        mPart.clear();
-        mPartIsQuoted = false;
-        mChopLimit = 0;
+        parts_ << part_;
+        part_.clear();
+        partIsQuoted_ = false;
+        chopLimit_ = 0;
         SkipBlanks();
     }
 
@@ -107,40 +107,40 @@ private:
     {
         static const QByteArray names = "abfnrtv\"?'\\";
         static const QByteArray meanings = "\a\b\f\n\r\t\v\"?'\\";
-        mChopLimit = mPart.size();
-        if (mPosition == mText.size())
+        chopLimit_ = part_.size();
+        if (position_ == text_.size())
             return;
-        const char c = mText.at(mPosition++);
+        const char c = text_.at(position_++);
         if (const int known = names.indexOf(c); known >= 0) {
-            mPart += QLatin1Char(meanings.at(known));
+            part_ += QLatin1Char(meanings.at(known));
         } else if (c == 'x') {
-            if (mPosition < mText.size() && DigitOf(mText.at(mPosition), 16) < 16)
+            if (position_ < text_.size() && DigitOf(text_.at(position_), 16) < 16)
                 ReadNumber(16);
         } else if (DigitOf(c, 8) < 8) {
-            --mPosition;
+            --position_;
             ReadNumber(8);
-        } else if (IsLineEndPair(mText, mPosition - 1)) {
-            ++mPosition;
+        } else if (IsLineEndPair(text_, position_ - 1)) {
+            ++position_;
         }
-        mChopLimit = mPart.size();
+        chopLimit_ = part_.size();
     }
 
     void ReadNumber(int base)
     {
         ushort code = 0;
-        while (mPosition < mText.size() && DigitOf(mText.at(mPosition), base) < base)
-            code = static_cast<ushort>(code * base + DigitOf(mText.at(mPosition++), base));
-        mPart += QChar(code);
+        while (position_ < text_.size() && DigitOf(text_.at(position_), base) < base)
+            code = static_cast<ushort>(code * base + DigitOf(text_.at(position_++), base));
+        part_ += QChar(code);
     }
 
-    const QByteArray& mText;
-    const QTextCodec* mCodec;
-    int mPosition = 0;
-    QStringList mParts;
-    QString mPart;
-    int mChopLimit = 0; ///< what was escaped is not chopped off as a blank
-    bool mInQuotes = false;
-    bool mPartIsQuoted = false;
+    const QByteArray& text_;
+    const QTextCodec* codec_;
+    int position_ = 0;
+    QStringList parts_;
+    QString part_;
+    int chopLimit_ = 0; ///< what was escaped is not chopped off as a blank
+    bool inQuotes_ = false;
+    bool partIsQuoted_ = false;
 };
 
 /// A key without the blanks around it. A line end can only stand at its end when it is escaped,
@@ -223,11 +223,11 @@ QStringList ReadIniValue(const QByteArray& value, bool isUtf8)
 }
 
 IniText::IniText(QByteArray bytes)
-    : mBytes(std::move(bytes)), mStart(mBytes.startsWith(byteOrderMark) ? byteOrderMark.size() : 0)
+    : bytes_(std::move(bytes)), start_(bytes_.startsWith(byteOrderMark) ? byteOrderMark.size() : 0)
 {
-    int position = mStart;
-    while (position < mBytes.size()) {
-        const LineScan line = ScanLine(mBytes, position);
+    int position = start_;
+    while (position < bytes_.size()) {
+        const LineScan line = ScanLine(bytes_, position);
         readLine(position, line.equals, line.contentEnd, line.end);
         position = line.end;
     }
@@ -235,16 +235,16 @@ IniText::IniText(QByteArray bytes)
 
 void IniText::readLine(int start, int equals, int contentEnd, int end)
 {
-    const QByteArray content = mBytes.mid(start, contentEnd - start).trimmed();
+    const QByteArray content = bytes_.mid(start, contentEnd - start).trimmed();
     if (content.startsWith('[')) {
         readSection(content);
     } else if (equals >= 0) {
-        const QString key = mGroup + ReadKey(KeyPart(mBytes.mid(start, equals - start)));
-        mValues[key] = ReadIniValue(mBytes.mid(equals + 1, contentEnd - equals - 1), mStart > 0);
-        mLines.append({start, end, key});
+        const QString key = group_ + ReadKey(KeyPart(bytes_.mid(start, equals - start)));
+        values_[key] = ReadIniValue(bytes_.mid(equals + 1, contentEnd - equals - 1), start_ > 0);
+        lines_.append({start, end, key});
     }
     if (!content.isEmpty())
-        mGroupEnds[mGroup] = end;
+        groupEnds_[group_] = end;
 }
 
 void IniText::readSection(const QByteArray& header)
@@ -252,11 +252,11 @@ void IniText::readSection(const QByteArray& header)
     const int close = header.indexOf(']');
     const QByteArray name = header.mid(1, close < 0 ? -1 : close - 1).trimmed();
     if (name.compare("general", Qt::CaseInsensitive) == 0)
-        mGroup.clear();
+        group_.clear();
     else if (name.compare("%general", Qt::CaseInsensitive) == 0)
-        mGroup = QString::fromLatin1(name.mid(1)) + '/';
+        group_ = QString::fromLatin1(name.mid(1)) + '/';
     else
-        mGroup = ReadKey(name) + '/';
+        group_ = ReadKey(name) + '/';
 }
 
 QByteArray IniText::with(const QMap<QString, QByteArray>& values) const
@@ -266,25 +266,25 @@ QByteArray IniText::with(const QMap<QString, QByteArray>& values) const
         int end;
         QByteArray text;
     };
-    QMap<QString, QByteArray> lines; // the new ones, by groups as in `mGroup`
+    QMap<QString, QByteArray> lines; // the new ones, by groups as in `group_`
     for (auto value = values.cbegin(); value != values.cend(); ++value) {
         const int slash = value.key().indexOf('/') + 1;
         lines[value.key().left(slash)] +=
             IniKey(value.key().mid(slash)) + '=' + value.value() + '\n';
     }
 
-    QByteArray result = mBytes.left(mStart);
-    const bool isNew = mBytes.size() == mStart;
+    QByteArray result = bytes_.left(start_);
+    const bool isNew = bytes_.size() == start_;
     // What is outside any group stands before the first group.
-    if (lines.contains(QString()) && !mGroupEnds.contains(QString()))
+    if (lines.contains(QString()) && !groupEnds_.contains(QString()))
         result += IniHeader({}) + '\n' + lines.take(QString()) + (isNew ? "" : "\n");
 
     QList<Edit> edits;
-    for (const Line& line : mLines) {
+    for (const Line& line : lines_) {
         if (values.contains(line.key))
             edits.append({line.start, line.end, {}});
     }
-    for (auto end = mGroupEnds.cbegin(); end != mGroupEnds.cend(); ++end) {
+    for (auto end = groupEnds_.cbegin(); end != groupEnds_.cend(); ++end) {
         if (lines.contains(end.key()))
             edits.append({end.value(), end.value(), lines.take(end.key())});
     }
@@ -292,22 +292,22 @@ QByteArray IniText::with(const QMap<QString, QByteArray>& values) const
         return std::make_pair(a.start, a.end) < std::make_pair(b.start, b.end);
     });
 
-    int copied = mStart;
+    int copied = start_;
     const auto endLine = [&result, this] {
-        if (result.size() > mStart && !IsLineEnd(result.back()))
+        if (result.size() > start_ && !IsLineEnd(result.back()))
             result += '\n';
     };
     for (const Edit& edit : edits) {
-        result += mBytes.mid(copied, edit.start - copied);
+        result += bytes_.mid(copied, edit.start - copied);
         copied = edit.end;
         if (!edit.text.isEmpty())
             endLine();
         result += edit.text;
     }
-    result += mBytes.mid(copied);
+    result += bytes_.mid(copied);
     for (auto group = lines.cbegin(); group != lines.cend(); ++group) {
         endLine();
-        if (result.size() > mStart)
+        if (result.size() > start_)
             result += '\n';
         result += IniHeader(group.key().chopped(1)) + '\n' + group.value();
     }
@@ -318,11 +318,11 @@ QByteArray IniText::without(const QStringList& keys) const
 {
     QByteArray result;
     int copied = 0;
-    for (const Line& line : mLines) {
+    for (const Line& line : lines_) {
         if (!keys.contains(line.key))
             continue;
-        result += mBytes.mid(copied, line.start - copied);
+        result += bytes_.mid(copied, line.start - copied);
         copied = line.end;
     }
-    return result + mBytes.mid(copied);
+    return result + bytes_.mid(copied);
 }

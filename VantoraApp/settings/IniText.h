@@ -15,9 +15,9 @@ public:
 
     /// The values by key, "group/key" in a group; more than one text where a list is written. Where
     /// a key stands twice the later value counts.
-    const QMap<QString, QStringList>& values() const { return mValues; }
+    const QMap<QString, QStringList>& values() const { return values_; }
 
-    const QByteArray& bytes() const { return mBytes; }
+    const QByteArray& bytes() const { return bytes_; }
 
     /// This text with other values, in the dialect (IniWriting.h), for these keys; the lines that
     /// they have already are dropped. The part of a key before its first slash is its group.
@@ -36,12 +36,12 @@ private:
     void readLine(int start, int equals, int contentEnd, int end);
     void readSection(const QByteArray& header);
 
-    QByteArray mBytes;
-    int mStart = 0; ///< past a byte order mark
-    QMap<QString, QStringList> mValues;
-    QList<Line> mLines;            ///< those that hold values
-    QMap<QString, int> mGroupEnds; ///< where another value can be added, by groups as in `mGroup`
-    QString mGroup;                ///< of the line that is being read, with a slash at its end
+    QByteArray bytes_;
+    int start_ = 0; ///< past a byte order mark
+    QMap<QString, QStringList> values_;
+    QList<Line> lines_;            ///< those that hold values
+    QMap<QString, int> groupEnds_; ///< where another value can be added, by groups as in `group_`
+    QString group_;                ///< of the line that is being read, with a slash at its end
 };
 
 /// The texts of a value: one, or those of a list, with quotes and escapes resolved.

@@ -64,13 +64,13 @@ tl::expected<SettingsFile, QString> SettingsFile::Read(const QString& path)
 
 bool SettingsFile::Contains(const QString& key) const
 {
-    return mValues.contains(PlainKey(key));
+    return values_.contains(PlainKey(key));
 }
 
 std::optional<QVariant> SettingsFile::Value(const QString& key, QStringList* refused) const
 {
-    const auto found = mValues.constFind(PlainKey(key));
-    if (found == mValues.constEnd())
+    const auto found = values_.constFind(PlainKey(key));
+    if (found == values_.constEnd())
         return std::nullopt;
     QStringList within;
     const auto value = ValueOfStoredTexts(*found, &within);

@@ -24,7 +24,7 @@ public:
     static tl::expected<SettingsFile, QString> Read(const QString& path);
 
     /// All keys in their order, "group/key" in a group.
-    QStringList Keys() const { return mValues.keys(); }
+    QStringList Keys() const { return values_.keys(); }
 
     bool Contains(const QString& key) const;
 
@@ -34,9 +34,9 @@ public:
     std::optional<QVariant> Value(const QString& key, QStringList* refused = nullptr) const;
 
 private:
-    explicit SettingsFile(QMap<QString, QStringList> values) : mValues(std::move(values)) {}
+    explicit SettingsFile(QMap<QString, QStringList> values) : values_(std::move(values)) {}
 
-    QMap<QString, QStringList> mValues;
+    QMap<QString, QStringList> values_;
 };
 
 /// What came of writing values into a file.

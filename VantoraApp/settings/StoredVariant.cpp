@@ -139,27 +139,27 @@ bool IsModest(const QString& pattern)
 class Decoder {
 public:
     Decoder(const QByteArray& bytes, QStringList* refused)
-        : mBytes(bytes), mStream(bytes), mRefused(refused)
+        : bytes_(bytes), stream_(bytes), refused_(refused)
     {
-        mStream.setVersion(QDataStream::Qt_4_0);
+        stream_.setVersion(QDataStream::Qt_4_0);
     }
 
     QVariant ReadVariant()
     {
-        ++mDepth;
-        const QVariant value = mDepth > maximumDepth ? Fail() : ReadValue(Read<quint32>());
-        --mDepth;
+        ++depth_;
+        const QVariant value = depth_ > maximumDepth ? Fail() : ReadValue(Read<quint32>());
+        --depth_;
         return value;
     }
 
-    bool Failed() const { return mStream.status() != QDataStream::Ok; }
-    bool AtEnd() const { return mStream.atEnd(); }
+    bool Failed() const { return stream_.status() != QDataStream::Ok; }
+    bool AtEnd() const { return stream_.atEnd(); }
 
 private:
     /// For what is refused; what is cut has another status.
     QVariant Fail()
     {
-        mStream.setStatus(QDataStream::ReadCorruptData);
+        stream_.setStatus(QDataStream::ReadCorruptData);
         return {};
     }
 
@@ -168,20 +168,20 @@ private:
     T Read()
     {
         T value{};
-        mStream >> value;
+        stream_ >> value;
         return value;
     }
 
-    qint64 Position() const { return mStream.device()->pos(); }
-    void GoTo(qint64 position) { mStream.device()->seek(position); }
-    qint64 Available() const { return mStream.device()->bytesAvailable(); }
+    qint64 Position() const { return stream_.device()->pos(); }
+    void GoTo(qint64 position) { stream_.device()->seek(position); }
+    qint64 Available() const { return stream_.device()->bytesAvailable(); }
 
     /// A number of elements, 0 and a failure when there are not as many in the rest of the bytes.
     int ReadCount(int leastBytesOfOne)
     {
         const auto count = Read<quint32>();
         if (count > Available() / leastBytesOfOne) {
-            mStream.setStatus(QDataStream::ReadPastEnd);
+            stream_.setStatus(QDataStream::ReadPastEnd);
             return 0;
         }
         return static_cast<int>(count);
@@ -213,9 +213,9 @@ private:
             const QVariant value = ReadVariant();
             if (!Failed()) {
                 values.insert(key, value);
-            } else if (mDepth == 1 && mStream.status() == QDataStream::ReadCorruptData) {
-                if (mRefused != nullptr)
-                    mRefused->append(key);
+            } else if (depth_ == 1 && stream_.status() == QDataStream::ReadCorruptData) {
+                if (refused_ != nullptr)
+                    refused_->append(key);
                 ReadAfterRefused(start, count - 1, values);
                 return values;
             }
@@ -231,27 +231,27 @@ private:
     {
         constexpr int mostTries = 4096;
         constexpr int mostBytes = 64 * 1024; // that each try may go over
-        const qint64 end = qMin<qint64>(mBytes.size(), start + mostTries);
-        for (qint64 next = start + 4; count > 0 && next < end && mBytes.size() - start <= mostBytes;
+        const qint64 end = qMin<qint64>(bytes_.size(), start + mostTries);
+        for (qint64 next = start + 4; count > 0 && next < end && bytes_.size() - start <= mostBytes;
              ++next) {
             GoTo(next);
-            mStream.resetStatus();
+            stream_.resetStatus();
             Map rest;
             // A depth from which a map within has no outermost one's ways.
-            mDepth = 2;
-            for (int left = count; left > 0 && !Failed() && mEffort > 0; --left, --mEffort) {
+            depth_ = 2;
+            for (int left = count; left > 0 && !Failed() && effort_ > 0; --left, --effort_) {
                 const auto key = Read<QString>();
                 rest.insert(key, ReadVariant());
             }
-            mDepth = 1;
+            depth_ = 1;
             if (!Failed() && AtEnd() && rest.size() == count) {
                 for (auto value = rest.cbegin(); value != rest.cend(); ++value)
                     values.insert(value.key(), value.value());
                 return;
             }
         }
-        mStream.resetStatus();
-        GoTo(mBytes.size());
+        stream_.resetStatus();
+        GoTo(bytes_.size());
     }
 
     QVariant ReadBits()
@@ -271,7 +271,7 @@ private:
             GoTo(start);
         }
         QVariant value(known.type, nullptr);
-        if (Failed() || !QMetaType::load(mStream, known.type, value.data()))
+        if (Failed() || !QMetaType::load(stream_, known.type, value.data()))
             return Fail();
         return value;
     }
@@ -294,13 +294,13 @@ private:
         const qint64 start = Position();
         int length = 0;
         const auto image =
-            ReadPicture(QByteArray::fromRawData(mBytes.constData() + start, mBytes.size() - start),
-                        mPixels, length);
+            ReadPicture(QByteArray::fromRawData(bytes_.constData() + start, bytes_.size() - start),
+                        pixels_, length);
         if (!image) {
             Fail();
             return {};
         }
-        mPixels -= static_cast<qint64>(image->width()) * image->height();
+        pixels_ -= static_cast<qint64>(image->width()) * image->height();
         GoTo(start + length);
         return *image;
     }
@@ -409,12 +409,12 @@ private:
         return Fail();
     }
 
-    const QByteArray mBytes;
-    QDataStream mStream;
-    QStringList* mRefused;
-    int mDepth = 0;
-    qint64 mPixels = mostPixels; ///< that pictures may still have
-    int mEffort = 20000;         ///< entries that are still looked at behind a refused value
+    const QByteArray bytes_;
+    QDataStream stream_;
+    QStringList* refused_;
+    int depth_ = 0;
+    qint64 pixels_ = mostPixels; ///< that pictures may still have
+    int effort_ = 20000;         ///< entries that are still looked at behind a refused value
 };
 
 QByteArray Encoded(const QVariant& value, int version)
@@ -429,20 +429,20 @@ QByteArray Encoded(const QVariant& value, int version)
 /// See KeepableVariant.
 class Keeper {
 public:
-    explicit Keeper(QStringList& refused) : mRefused(refused) {}
+    explicit Keeper(QStringList& refused) : refused_(refused) {}
 
     QVariant Kept(const QVariant& value, const QString& name)
     {
-        ++mDepth;
-        const QVariant kept = mDepth > maximumDepth ? Refuse(name) : KeptValue(value, name);
-        --mDepth;
+        ++depth_;
+        const QVariant kept = depth_ > maximumDepth ? Refuse(name) : KeptValue(value, name);
+        --depth_;
         return kept;
     }
 
 private:
     QVariant Refuse(const QString& name)
     {
-        mRefused << name;
+        refused_ << name;
         return {};
     }
 
@@ -468,9 +468,9 @@ private:
     {
         Map kept;
         for (auto value = map.cbegin(); value != map.cend(); ++value) {
-            const int before = mRefused.size();
+            const int before = refused_.size();
             const QVariant one = Kept(value.value(), name + '/' + value.key());
-            if (one.isValid() || mRefused.size() == before)
+            if (one.isValid() || refused_.size() == before)
                 kept.insert(value.key(), one);
         }
         return kept;
@@ -484,8 +484,8 @@ private:
         return kept;
     }
 
-    QStringList& mRefused;
-    int mDepth = 0;
+    QStringList& refused_;
+    int depth_ = 0;
 };
 
 } // namespace

@@ -26,18 +26,18 @@ void SyncFolder(const QString& folder)
 class NewFile {
 public:
     explicit NewFile(const QString& folder)
-        : mName(folder + "/.vantora-" + QUuid::createUuid().toString(QUuid::WithoutBraces))
+        : name_(folder + "/.vantora-" + QUuid::createUuid().toString(QUuid::WithoutBraces))
     {
-        const int descriptor = ::open(QFile::encodeName(mName).constData(),
+        const int descriptor = ::open(QFile::encodeName(name_).constData(),
                                       O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        mIsOpen = descriptor >= 0 &&
-                  mFile.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle);
+        isOpen_ = descriptor >= 0 &&
+                  file_.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle);
     }
 
     ~NewFile()
     {
-        if (mIsOpen && !mIsRenamed)
-            QFile::remove(mName);
+        if (isOpen_ && !isRenamed_)
+            QFile::remove(name_);
     }
 
     NewFile(const NewFile&) = delete;
@@ -45,27 +45,27 @@ public:
 
     bool Write(const QByteArray& bytes)
     {
-        return mIsOpen && mFile.write(bytes) == bytes.size() && mFile.flush() &&
-               ::fsync(mFile.handle()) == 0;
+        return isOpen_ && file_.write(bytes) == bytes.size() && file_.flush() &&
+               ::fsync(file_.handle()) == 0;
     }
 
     bool SetPermissions(QFile::Permissions permissions)
     {
-        return QFile::setPermissions(mName, permissions);
+        return QFile::setPermissions(name_, permissions);
     }
 
     bool RenameTo(const QString& path)
     {
-        mIsRenamed = std::rename(QFile::encodeName(mName).constData(),
+        isRenamed_ = std::rename(QFile::encodeName(name_).constData(),
                                  QFile::encodeName(path).constData()) == 0;
-        return mIsRenamed;
+        return isRenamed_;
     }
 
 private:
-    QString mName;
-    QFile mFile;
-    bool mIsOpen = false;
-    bool mIsRenamed = false;
+    QString name_;
+    QFile file_;
+    bool isOpen_ = false;
+    bool isRenamed_ = false;
 };
 
 } // namespace

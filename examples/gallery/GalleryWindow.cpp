@@ -86,21 +86,21 @@ QGroupBox* GalleryWindow::CreateColors()
 {
     auto* group = new QGroupBox("Colours");
     auto* row = new QHBoxLayout;
-    mColor = AddPicker(row, "With (none)", [](QComboBox* picker) {
+    color_ = AddPicker(row, "With (none)", [](QComboBox* picker) {
         CActionUtils::SetupColorPickerComboBox(picker, true);
     });
-    mColorWithoutNone = AddPicker(row, "Without (none)", [](QComboBox* picker) {
+    colorWithoutNone_ = AddPicker(row, "Without (none)", [](QComboBox* picker) {
         CActionUtils::SetupColorPickerComboBox(picker, false);
     });
-    mColorText = new QLabel;
+    colorText_ = new QLabel;
     auto* column = new QVBoxLayout(group);
     column->addLayout(row);
     column->addStretch();
-    column->addWidget(mColorText);
-    for (QComboBox* picker : {mColor, mColorWithoutNone})
+    column->addWidget(colorText_);
+    for (QComboBox* picker : {color_, colorWithoutNone_})
         connect(picker, qOverload<int>(&QComboBox::currentIndexChanged), this,
                 &GalleryWindow::ShowColor);
-    mColor->setCurrentIndex(CActionUtils::GetColorPickerIndex(QColor(255, 127, 0)));
+    color_->setCurrentIndex(CActionUtils::GetColorPickerIndex(QColor(255, 127, 0)));
     ShowColor();
     return group;
 }
@@ -113,36 +113,36 @@ void GalleryWindow::ShowColor()
             .arg(color.name())
             .arg(CActionUtils::GetColorPickerIndex(color));
     };
-    mColorText->setText(described(mColor->currentIndex()) + "\n" +
-                        described(mColorWithoutNone->currentIndex() + 1));
+    colorText_->setText(described(color_->currentIndex()) + "\n" +
+                        described(colorWithoutNone_->currentIndex() + 1));
 }
 
 QGroupBox* GalleryWindow::CreateLines()
 {
     auto* group = new QGroupBox("Lines");
     auto* row = new QHBoxLayout;
-    mLineStyle = AddPicker(row, "Style", CActionUtils::SetupLineStylePickerComboBox);
-    mUnderlineStyle = AddPicker(row, "Underline", CActionUtils::SetupUnderlineStylePickerComboBox);
-    mLineWeight = AddPicker(row, "Weight", CActionUtils::SetupLineWeightPickerComboBox);
-    mDashText = new QLabel;
+    lineStyle_ = AddPicker(row, "Style", CActionUtils::SetupLineStylePickerComboBox);
+    underlineStyle_ = AddPicker(row, "Underline", CActionUtils::SetupUnderlineStylePickerComboBox);
+    lineWeight_ = AddPicker(row, "Weight", CActionUtils::SetupLineWeightPickerComboBox);
+    dashText_ = new QLabel;
     auto* column = new QVBoxLayout(group);
     column->addLayout(row);
     column->addStretch();
-    column->addWidget(mDashText);
-    for (QComboBox* picker : {mLineStyle, mLineWeight})
+    column->addWidget(dashText_);
+    for (QComboBox* picker : {lineStyle_, lineWeight_})
         connect(picker, qOverload<int>(&QComboBox::currentIndexChanged), this,
                 &GalleryWindow::ShowDash);
-    mLineStyle->setCurrentIndex(3);
-    mUnderlineStyle->setCurrentIndex(2);
-    mLineWeight->setCurrentIndex(6);
+    lineStyle_->setCurrentIndex(3);
+    underlineStyle_->setCurrentIndex(2);
+    lineWeight_->setCurrentIndex(6);
     return group;
 }
 
 void GalleryWindow::ShowDash()
 {
-    const double width = mLineWeight->currentText().toDouble();
-    mDashText->setText("dash pattern of a border in this style and weight: " +
-                       CActionUtils::GetBorderDash(mLineStyle->currentIndex(), width));
+    const double width = lineWeight_->currentText().toDouble();
+    dashText_->setText("dash pattern of a border in this style and weight: " +
+                       CActionUtils::GetBorderDash(lineStyle_->currentIndex(), width));
 }
 
 QGroupBox* GalleryWindow::CreateFonts()
@@ -162,19 +162,19 @@ QGroupBox* GalleryWindow::CreateFonts()
 QGroupBox* GalleryWindow::CreateTextIcon()
 {
     auto* group = new QGroupBox("Text icon");
-    mText = new QLineEdit("A text that is wrapped and becomes an icon");
-    mText->setAccessibleName("Text");
-    mTextIcon = new QLabel;
-    mTextIcon->setFrameShape(QFrame::Box);
-    mTextIcon->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    mTextHeight = new QLabel;
+    text_ = new QLineEdit("A text that is wrapped and becomes an icon");
+    text_->setAccessibleName("Text");
+    textIcon_ = new QLabel;
+    textIcon_->setFrameShape(QFrame::Box);
+    textIcon_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    textHeight_ = new QLabel;
     auto* row = new QHBoxLayout;
-    row->addWidget(mTextIcon);
-    row->addWidget(mTextHeight, 1);
+    row->addWidget(textIcon_);
+    row->addWidget(textHeight_, 1);
     auto* column = new QVBoxLayout(group);
-    column->addWidget(mText);
+    column->addWidget(text_);
     column->addLayout(row);
-    connect(mText, &QLineEdit::textChanged, this, &GalleryWindow::ShowText);
+    connect(text_, &QLineEdit::textChanged, this, &GalleryWindow::ShowText);
     ShowText();
     return group;
 }
@@ -182,11 +182,11 @@ QGroupBox* GalleryWindow::CreateTextIcon()
 void GalleryWindow::ShowText()
 {
     QIcon icon;
-    CActionUtils::GenerateTextItemIcon(textSize.width(), textSize.height(), mText->text(), &icon);
-    mTextIcon->setPixmap(icon.pixmap(128, 128));
-    mTextHeight->setText(QString("%1 pixels high when wrapped at %2 pixels")
+    CActionUtils::GenerateTextItemIcon(textSize.width(), textSize.height(), text_->text(), &icon);
+    textIcon_->setPixmap(icon.pixmap(128, 128));
+    textHeight_->setText(QString("%1 pixels high when wrapped at %2 pixels")
                              .arg(CActionUtils::GetTextItemHeight(
-                                 font(), mText->text().toHtmlEscaped(), textSize.width()))
+                                 font(), text_->text().toHtmlEscaped(), textSize.width()))
                              .arg(textSize.width()));
 }
 

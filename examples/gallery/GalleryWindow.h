@@ -26,14 +26,14 @@ private:
     void ShowDash();
     void ShowText();
 
-    QComboBox* mColor;
-    QComboBox* mColorWithoutNone;
-    QLabel* mColorText;
-    QComboBox* mLineStyle;
-    QComboBox* mUnderlineStyle;
-    QComboBox* mLineWeight;
-    QLabel* mDashText;
-    QLineEdit* mText;
-    QLabel* mTextIcon;
-    QLabel* mTextHeight;
+    QComboBox* color_;
+    QComboBox* colorWithoutNone_;
+    QLabel* colorText_;
+    QComboBox* lineStyle_;
+    QComboBox* underlineStyle_;
+    QComboBox* lineWeight_;
+    QLabel* dashText_;
+    QLineEdit* text_;
+    QLabel* textIcon_;
+    QLabel* textHeight_;
 };

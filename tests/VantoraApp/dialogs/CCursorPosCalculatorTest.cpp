@@ -13,20 +13,20 @@ std::string ZonesOf(const CCursorPosCalculator& found)
         if (isIn)
             zones += zones.empty() ? name : std::string(" ") + name;
     };
-    add(found.mOnLeftEdge, "left");
-    add(found.mOnRightEdge, "right");
-    add(found.mOnTopEdge, "top");
-    add(found.mOnBottomEdge, "bottom");
-    add(found.mNearLeft, "near-left");
-    add(found.mNearRight, "near-right");
-    add(found.mNearTop, "near-top");
-    add(found.mNearBottom, "near-bottom");
-    add(found.mOnTopLeft, "top-left");
-    add(found.mOnBottomLeft, "bottom-left");
-    add(found.mOnTopRight, "top-right");
-    add(found.mOnBottomRight, "bottom-right");
-    add(found.mOnMoveBar, "bar");
-    add(found.mOnEdges, "edges");
+    add(found.onLeftEdge, "left");
+    add(found.onRightEdge, "right");
+    add(found.onTopEdge, "top");
+    add(found.onBottomEdge, "bottom");
+    add(found.nearLeft, "near-left");
+    add(found.nearRight, "near-right");
+    add(found.nearTop, "near-top");
+    add(found.nearBottom, "near-bottom");
+    add(found.onTopLeft, "top-left");
+    add(found.onBottomLeft, "bottom-left");
+    add(found.onTopRight, "top-right");
+    add(found.onBottomRight, "bottom-right");
+    add(found.onMoveBar, "bar");
+    add(found.onEdges, "edges");
     return zones;
 }
 
@@ -66,8 +66,8 @@ const Row rows[] = {
 TEST(CCursorPosCalculator, FindsTheZonesOfAPointer)
 {
     CCursorPosCalculator calculator;
-    calculator.mBorderWidth = 9;
-    calculator.mMoveBarHeight = 30;
+    calculator.borderWidth = 9;
+    calculator.moveBarHeight = 30;
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         calculator.recalculate(row.pointer, QRect(100, 100, 400, 300));
@@ -79,21 +79,21 @@ TEST(CCursorPosCalculator, StartsWithNarrowBandsAndNoBar)
 {
     CCursorPosCalculator calculator;
     EXPECT_EQ(ZonesOf(calculator), "");
-    EXPECT_EQ(calculator.mBorderWidth, 5);
+    EXPECT_EQ(calculator.borderWidth, 5);
     calculator.recalculate({300, 101}, QRect(100, 100, 400, 300));
-    EXPECT_FALSE(calculator.mOnMoveBar);
+    EXPECT_FALSE(calculator.onMoveBar);
 }
 
 TEST(CCursorPosCalculator, KeepsItsWidthsWhenItIsReset)
 {
     CCursorPosCalculator calculator;
-    calculator.mBorderWidth = 9;
-    calculator.mMoveBarHeight = 30;
+    calculator.borderWidth = 9;
+    calculator.moveBarHeight = 30;
     calculator.recalculate({105, 105}, QRect(100, 100, 400, 300));
     calculator.reset();
     EXPECT_EQ(ZonesOf(calculator), "");
-    EXPECT_EQ(calculator.mBorderWidth, 9);
-    EXPECT_EQ(calculator.mMoveBarHeight, 30);
+    EXPECT_EQ(calculator.borderWidth, 9);
+    EXPECT_EQ(calculator.moveBarHeight, 30);
 }
 
 } // namespace

@@ -28,14 +28,14 @@ QMap<QString, QStringList> namedValuesOf(const QByteArray& text)
 /// What QSettings makes of a text.
 class AsQSettings {
 public:
-    explicit AsQSettings(const QByteArray& text) : mSettings(write(text), QSettings::IniFormat) {}
+    explicit AsQSettings(const QByteArray& text) : settings_(write(text), QSettings::IniFormat) {}
 
     QMap<QString, QStringList> values() const
     {
         QMap<QString, QStringList> values;
-        for (const QString& key : mSettings.allKeys()) {
+        for (const QString& key : settings_.allKeys()) {
             if (isNamed(key))
-                values[key] = mSettings.value(key).toStringList();
+                values[key] = settings_.value(key).toStringList();
         }
         return values;
     }
@@ -43,14 +43,14 @@ public:
 private:
     QString write(const QByteArray& text)
     {
-        QFile file(mFolder.filePath("settings.ini"));
+        QFile file(folder_.filePath("settings.ini"));
         file.open(QIODevice::WriteOnly);
         file.write(text);
         return file.fileName();
     }
 
-    QTemporaryDir mFolder;
-    QSettings mSettings;
+    QTemporaryDir folder_;
+    QSettings settings_;
 };
 
 QString shown(const QMap<QString, QStringList>& values)

@@ -36,9 +36,9 @@ namespace {
 /// Random options, keys and texts, by a seed.
 class Options {
 public:
-    explicit Options(unsigned seed) : mSource(seed) {}
+    explicit Options(unsigned seed) : source_(seed) {}
 
-    int below(int end) { return std::uniform_int_distribution<>(0, end - 1)(mSource); }
+    int below(int end) { return std::uniform_int_distribution<>(0, end - 1)(source_); }
 
     QString text()
     {
@@ -103,7 +103,7 @@ private:
         return values;
     }
 
-    std::mt19937 mSource;
+    std::mt19937 source_;
 };
 
 QImage picture()
