@@ -62,12 +62,12 @@ public:
         static QTextCodec* const codec = new BytesOfNames; // Qt owns every codec
         QTextCodec::setCodecForLocale(codec);
     }
-    ~NamesAreBytes() { QTextCodec::setCodecForLocale(before); }
+    ~NamesAreBytes() { QTextCodec::setCodecForLocale(before_); }
     NamesAreBytes(const NamesAreBytes&) = delete;
     NamesAreBytes& operator=(const NamesAreBytes&) = delete;
 
 private:
-    QTextCodec* const before = QTextCodec::codecForLocale();
+    QTextCodec* const before_ = QTextCodec::codecForLocale();
 };
 
 std::string withSlash(std::string folder)

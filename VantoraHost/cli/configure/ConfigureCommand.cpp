@@ -56,17 +56,17 @@ class Interruption {
 public:
     explicit Interruption(const Streams& streams)
     {
-        QObject::connect(&timer, &QTimer::timeout, [&streams] {
+        QObject::connect(&timer_, &QTimer::timeout, [&streams] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (dialog != nullptr && streams.interrupted()) {
                 dialog->reject();
             }
         });
-        timer.start(100);
+        timer_.start(100);
     }
 
 private:
-    QTimer timer;
+    QTimer timer_;
 };
 
 PreferencesMap preferencesOf(const StepRequest& request)

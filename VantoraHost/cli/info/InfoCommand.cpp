@@ -44,13 +44,13 @@ std::string sizeLine(const PageSize& size)
 /// Writes "label   value" lines.
 class Sheet {
 public:
-    explicit Sheet(std::ostream& out) : out(out) {}
+    explicit Sheet(std::ostream& out) : out_(out) {}
 
     void line(const std::string& label, const std::string& value)
     {
         std::string padded = label;
         padded.resize(14, ' ');
-        out << "  " << padded << value << '\n';
+        out_ << "  " << padded << value << '\n';
     }
 
     void count(const char* label, const std::optional<int>& number, const char* one,
@@ -79,7 +79,7 @@ public:
     }
 
 private:
-    std::ostream& out;
+    std::ostream& out_;
 };
 
 std::string notPermitted(const DocumentInfo& info)
@@ -163,7 +163,7 @@ class Inspection {
 public:
     Inspection(const InfoOptions& options, KarvelPDFLibraryCPDylibCPP1311& library,
                std::vector<std::string> passwords, const Streams& streams)
-        : options(options), library(library), passwords(std::move(passwords)), streams(streams)
+        : options_(options), library_(library), passwords_(std::move(passwords)), streams_(streams)
     {
     }
 
@@ -172,7 +172,7 @@ public:
     bool runConfined(const std::vector<Input>& inputs, const std::vector<std::string>& own)
     {
         const std::size_t atOnce =
-            std::min(inputs.size(), options.workers.jobs.value_or(std::max<std::size_t>(
+            std::min(inputs.size(), options_.workers.jobs.value_or(std::max<std::size_t>(
                                         1, std::thread::hardware_concurrency())));
         ConfinedWork calls;
         calls.count = inputs.size();
@@ -180,14 +180,14 @@ public:
             CallLimits limits;
             limits.files.readable = own;
             limits.files.readable.push_back(inputs[i].path);
-            limits.memory = options.workers.memoryLimit.value_or(memoryShare(atOnce));
+            limits.memory = options_.workers.memoryLimit.value_or(memoryShare(atOnce));
             limits.time =
-                std::chrono::seconds(options.workers.timeout.value_or(longestForADocument));
+                std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument));
             return limits;
         };
         calls.work = [&](std::size_t i) { return answerFor(inputs[i].path); };
         return callEachConfined(
-            calls, atOnce, streams.interrupted, [&](std::size_t i, Result<std::string> answer) {
+            calls, atOnce, streams_.interrupted, [&](std::size_t i, Result<std::string> answer) {
                 take(inputs[i].path, answer ? documentInfoOf(*answer)
                                             : tl::unexpected<Error>(std::move(answer.error())));
             });
@@ -197,7 +197,7 @@ public:
     bool runHere(const std::vector<Input>& inputs)
     {
         for (const Input& input : inputs) {
-            if (streams.interrupted()) {
+            if (streams_.interrupted()) {
                 return false;
             }
             take(input.path, documentInfoOf(answerFor(input.path)));
@@ -206,18 +206,18 @@ public:
     }
 
     /// The document that "-" stands for, or why there is none.
-    void setStandardInput(Result<std::string> bytes) { standardInput = std::move(bytes); }
+    void setStandardInput(Result<std::string> bytes) { standardInput_ = std::move(bytes); }
 
-    bool allDone() const { return done; }
+    bool allDone() const { return done_; }
 
 private:
     std::string answerFor(const std::string& input)
     {
-        if (input == standardStream && !standardInput) {
-            return failureJson(standardInput.error(), input);
+        if (input == standardStream && !standardInput_) {
+            return failureJson(standardInput_.error(), input);
         }
         const Result<DocumentInfo> info =
-            inspect(library, input, standardInput.value_or(""), passwords, options.verbose);
+            inspect(library_, input, standardInput_.value_or(""), passwords_, options_.verbose);
         return info ? toJson(*info) : failureJson(info.error(), input);
     }
 
@@ -226,26 +226,26 @@ private:
         if (!info) {
             info.error().file = input;
         }
-        if (options.json) {
-            streams.out << (info ? toJson(*info) : failureJson(info.error(), input)) << '\n';
+        if (options_.json) {
+            streams_.out << (info ? toJson(*info) : failureJson(info.error(), input)) << '\n';
         } else if (info) {
-            printText(*info, streams.out);
+            printText(*info, streams_.out);
         }
-        streams.out.flush();
+        streams_.out.flush();
         if (info) {
-            printRepairs(streams, input, info->repairs);
+            printRepairs(streams_, input, info->repairs);
         } else {
-            done = false;
-            printError(streams, info.error());
+            done_ = false;
+            printError(streams_, info.error());
         }
     }
 
-    const InfoOptions& options;
-    KarvelPDFLibraryCPDylibCPP1311& library;
-    const std::vector<std::string> passwords;
-    const Streams& streams;
-    Result<std::string> standardInput = std::string();
-    bool done = true;
+    const InfoOptions& options_;
+    KarvelPDFLibraryCPDylibCPP1311& library_;
+    const std::vector<std::string> passwords_;
+    const Streams& streams_;
+    Result<std::string> standardInput_ = std::string();
+    bool done_ = true;
 };
 
 int failedWith(const InfoOptions& options, const Streams& streams, const Error& error)

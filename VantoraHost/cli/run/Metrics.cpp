@@ -10,12 +10,12 @@ class Metrics {
 public:
     void begin(const char* name, const char* help)
     {
-        this->name = std::string("vantora_run_") + name;
-        text += "# HELP " + this->name + ' ' + help + "\n# TYPE " + this->name + " gauge\n";
+        this->name_ = std::string("vantora_run_") + name;
+        text += "# HELP " + this->name_ + ' ' + help + "\n# TYPE " + this->name_ + " gauge\n";
     }
     void add(const std::string& labels, const std::string& value)
     {
-        text += name + (labels.empty() ? "" : '{' + labels + '}') + ' ' + value + '\n';
+        text += name_ + (labels.empty() ? "" : '{' + labels + '}') + ' ' + value + '\n';
     }
     void addOne(const char* what, const char* help, const std::string& value)
     {
@@ -26,7 +26,7 @@ public:
     std::string text;
 
 private:
-    std::string name;
+    std::string name_;
 };
 
 std::string thousandths(double seconds)

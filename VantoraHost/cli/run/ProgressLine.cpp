@@ -17,30 +17,30 @@ constexpr char eraseLine[] = "\r\033[K";
 void ProgressLine::show(std::size_t finished, std::size_t failed, std::size_t total,
                         Clock::time_point now)
 {
-    if (!wanted || now < next) {
+    if (!wanted_ || now < next_) {
         return;
     }
-    next = now + pause;
-    terminal << eraseLine << grouped(finished) << " of " << grouped(total) << " documents";
+    next_ = now + pause;
+    terminal_ << eraseLine << grouped(finished) << " of " << grouped(total) << " documents";
     if (failed > 0) {
-        terminal << ", " << grouped(failed) << " failed";
+        terminal_ << ", " << grouped(failed) << " failed";
     }
-    const double seconds = std::chrono::duration<double>(now - started).count();
+    const double seconds = std::chrono::duration<double>(now - started_).count();
     if (seconds >= 1 && finished > 0) {
         const double left = seconds / static_cast<double>(finished);
-        terminal << ", " << rateText(finished, seconds) << " a second, "
-                 << durationText(left * static_cast<double>(total - finished)) << " left";
+        terminal_ << ", " << rateText(finished, seconds) << " a second, "
+                  << durationText(left * static_cast<double>(total - finished)) << " left";
     }
-    terminal << std::flush;
-    visible = true;
+    terminal_ << std::flush;
+    visible_ = true;
 }
 
 void ProgressLine::clear()
 {
-    if (visible) {
-        terminal << eraseLine << std::flush;
-        visible = false;
-        next = {};
+    if (visible_) {
+        terminal_ << eraseLine << std::flush;
+        visible_ = false;
+        next_ = {};
     }
 }
 

@@ -13,7 +13,7 @@ public:
 
     /// A line that is not `wanted` never shows.
     ProgressLine(std::ostream& terminal, bool wanted, Clock::time_point started = Clock::now())
-        : terminal(terminal), wanted(wanted), started(started)
+        : terminal_(terminal), wanted_(wanted), started_(started)
     {
     }
     ~ProgressLine() { clear(); }
@@ -30,11 +30,11 @@ public:
     void clear();
 
 private:
-    std::ostream& terminal;
-    const bool wanted;
-    const Clock::time_point started;
-    bool visible = false;
-    Clock::time_point next{};
+    std::ostream& terminal_;
+    const bool wanted_;
+    const Clock::time_point started_;
+    bool visible_ = false;
+    Clock::time_point next_{};
 };
 
 } // namespace vantora::cli

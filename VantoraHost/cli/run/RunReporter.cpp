@@ -74,101 +74,101 @@ bool writesDocumentToOutput(const RunOptions& options)
 
 RunReporter::RunReporter(const RunOptions& options, std::size_t total, Reporting reporting,
                          const Streams& streams)
-    : options(options), streams(streams), documentOnOutput(writesDocumentToOutput(options)),
-      total(total), reporting(std::move(reporting)),
-      progress(streams.err, streams.errIsTerminal && !options.quiet && total > 1, started)
+    : options_(options), streams_(streams), documentOnOutput_(writesDocumentToOutput(options)),
+      total_(total), reporting_(std::move(reporting)),
+      progress_(streams.err, streams.errIsTerminal && !options.quiet && total > 1, started_)
 {
 }
 
 void RunReporter::outputsGetNames(const std::vector<DocumentReport>& reports)
 {
-    if (reporting.file) {
+    if (reporting_.file) {
         for (const DocumentReport& document : reports) {
-            reporting.file->add(document, reporting.run);
-            reportedFirst[document.input] = toJson(document);
+            reporting_.file->add(document, reporting_.run);
+            reportedFirst_[document.input] = toJson(document);
         }
-        static_cast<void>(reporting.file->sync()); // the end of the run says what went wrong
+        static_cast<void>(reporting_.file->sync()); // the end of the run says what went wrong
     }
 }
 
 void RunReporter::documentArrived(const DocumentReport& document)
 {
-    const auto first = reportedFirst.find(document.input);
-    const bool isKnown = first != reportedFirst.end() && first->second == toJson(document);
-    if (first != reportedFirst.end()) {
-        reportedFirst.erase(first);
+    const auto first = reportedFirst_.find(document.input);
+    const bool isKnown = first != reportedFirst_.end() && first->second == toJson(document);
+    if (first != reportedFirst_.end()) {
+        reportedFirst_.erase(first);
     }
-    if (reporting.file && !isKnown) {
-        reporting.file->add(document, reporting.run);
+    if (reporting_.file && !isKnown) {
+        reporting_.file->add(document, reporting_.run);
     }
-    summary.add(document);
-    progress.show(summary.finished(), summary.failed(), total);
+    summary_.add(document);
+    progress_.show(summary_.finished(), summary_.failed(), total_);
 }
 
 void RunReporter::documentInTurn(const DocumentReport& report)
 {
     if (saysSomething(report)) {
-        progress.clear();
+        progress_.clear();
     }
-    if (options.json) {
-        streams.out << toJson(report, reporting.run) << '\n';
-    } else if (report.status != DocumentStatus::Failed && !options.quiet) {
-        (documentOnOutput ? streams.err : streams.out) << resultLine(report) << '\n';
+    if (options_.json) {
+        streams_.out << toJson(report, reporting_.run) << '\n';
+    } else if (report.status != DocumentStatus::Failed && !options_.quiet) {
+        (documentOnOutput_ ? streams_.err : streams_.out) << resultLine(report) << '\n';
     }
-    if (!options.quiet) {
+    if (!options_.quiet) {
         printWarnings(report);
     }
-    if (options.verbose) {
+    if (options_.verbose) {
         printWhatIsLeft(report);
     }
     if (report.error) {
-        printError(streams, *report.error);
+        printError(streams_, *report.error);
     }
-    streams.out.flush();
-    progress.show(summary.finished(), summary.failed(), total);
+    streams_.out.flush();
+    progress_.show(summary_.finished(), summary_.failed(), total_);
 }
 
 Outcome RunReporter::finish(bool interrupted)
 {
-    progress.clear();
+    progress_.clear();
     printSummary(interrupted);
-    const std::chrono::duration<double> taken = ProgressLine::Clock::now() - started;
-    const RunEnd end = {total, taken.count(), nanosecondsNow(), interrupted};
-    if (options.json) {
-        streams.out << summary.json(end) << '\n' << std::flush;
+    const std::chrono::duration<double> taken = ProgressLine::Clock::now() - started_;
+    const RunEnd end = {total_, taken.count(), nanosecondsNow(), interrupted};
+    if (options_.json) {
+        streams_.out << summary_.json(end) << '\n' << std::flush;
     }
-    const Outcome synced = reporting.file ? reporting.file->sync() : Outcome();
-    if (options.metricsPath.empty()) {
+    const Outcome synced = reporting_.file ? reporting_.file->sync() : Outcome();
+    if (options_.metricsPath.empty()) {
         return synced;
     }
-    const Outcome written = writeTextFile(options.metricsPath, metricsText(summary, end));
+    const Outcome written = writeTextFile(options_.metricsPath, metricsText(summary_, end));
     return synced ? written : synced;
 }
 
 void RunReporter::printSummary(bool interrupted) const
 {
-    const std::string documents = summary.documentsText(total, options.acceptedFailures);
+    const std::string documents = summary_.documentsText(total_, options_.acceptedFailures);
     if (interrupted) {
-        printNote(streams,
-                  "interrupted: " + documents + "; nothing is half-written; " + howToGoOn(options));
-    } else if (total > 1 && !options.quiet) {
-        const std::chrono::duration<double> taken = ProgressLine::Clock::now() - started;
-        const std::string work = summary.workText(taken.count());
-        printNote(streams, documents + (work.empty() ? "" : "; " + work));
+        printNote(streams_, "interrupted: " + documents + "; nothing is half-written; " +
+                                howToGoOn(options_));
+    } else if (total_ > 1 && !options_.quiet) {
+        const std::chrono::duration<double> taken = ProgressLine::Clock::now() - started_;
+        const std::string work = summary_.workText(taken.count());
+        printNote(streams_, documents + (work.empty() ? "" : "; " + work));
     }
 }
 
 bool RunReporter::saysSomething(const DocumentReport& report) const
 {
-    return !options.quiet || options.json || report.error;
+    return !options_.quiet || options_.json || report.error;
 }
 
 void RunReporter::printWarnings(const DocumentReport& report) const
 {
     for (const std::string& warning : report.warnings) {
-        printWarning(streams, report.input, warning);
+        printWarning(streams_, report.input, warning);
     }
-    printRepairs(streams, report.input, report.repairs);
+    printRepairs(streams_, report.input, report.repairs);
 }
 
 void RunReporter::printWhatIsLeft(const DocumentReport& report) const
@@ -178,7 +178,7 @@ void RunReporter::printWhatIsLeft(const DocumentReport& report) const
         things += (things.empty() ? "" : "; ") + thing;
     }
     if (!things.empty()) {
-        printNote(streams, inputName(report.input) + ": left, for you to judge: " + shown(things));
+        printNote(streams_, inputName(report.input) + ": left, for you to judge: " + shown(things));
     }
 }
 

@@ -34,14 +34,14 @@ public:
     void outputsGetNames(const std::vector<DocumentReport>& reports) override;
     void documentArrived(const DocumentReport& report) override;
     void documentInTurn(const DocumentReport& report) override;
-    bool cancelled() const override { return streams.interrupted(); }
+    bool cancelled() const override { return streams_.interrupted(); }
 
     /// Prints how the run ended, and writes its figures where asked. The error is that the report
     /// isn't complete, or the figures can't be written.
     Outcome finish(bool interrupted);
 
     /// Whether a document failed for a reason that counts for the exit status.
-    bool someFailed() const { return summary.failedBut(options.acceptedFailures) > 0; }
+    bool someFailed() const { return summary_.failedBut(options_.acceptedFailures) > 0; }
 
 private:
     bool saysSomething(const DocumentReport& report) const;
@@ -49,15 +49,15 @@ private:
     void printWarnings(const DocumentReport& report) const;
     void printWhatIsLeft(const DocumentReport& report) const;
 
-    const RunOptions& options;
-    const Streams& streams;
-    const bool documentOnOutput;
-    const std::size_t total;
-    const ProgressLine::Clock::time_point started = ProgressLine::Clock::now();
-    Reporting reporting;
-    std::map<std::string, std::string> reportedFirst; ///< what the report says already, by input
-    ProgressLine progress;
-    RunSummary summary;
+    const RunOptions& options_;
+    const Streams& streams_;
+    const bool documentOnOutput_;
+    const std::size_t total_;
+    const ProgressLine::Clock::time_point started_ = ProgressLine::Clock::now();
+    Reporting reporting_;
+    std::map<std::string, std::string> reportedFirst_; ///< what the report says already, by input
+    ProgressLine progress_;
+    RunSummary summary_;
 };
 
 } // namespace vantora::cli

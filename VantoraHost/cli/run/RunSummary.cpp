@@ -14,32 +14,32 @@ void RunSummary::add(const DocumentReport& report)
     if (report.status == DocumentStatus::Failed) {
         ++failed_;
         if (report.error) {
-            ++reasons[report.error->reason];
+            ++reasons_[report.error->reason];
         }
         return;
     }
     if (report.status == DocumentStatus::Skipped) {
-        ++skipped;
+        ++skipped_;
         return;
     }
-    ++done;
-    planned += report.status == DocumentStatus::Planned ? 1 : 0;
-    inPart += report.inPart ? 1 : 0;
-    leftBlank += report.leftBlank ? 1 : 0;
-    withWarnings += report.warnings.empty() && report.repairs.empty() ? 0 : 1;
+    ++done_;
+    planned_ += report.status == DocumentStatus::Planned ? 1 : 0;
+    inPart_ += report.inPart ? 1 : 0;
+    leftBlank_ += report.leftBlank ? 1 : 0;
+    withWarnings_ += report.warnings.empty() && report.repairs.empty() ? 0 : 1;
     if (report.pagesRemoved) {
-        pagesRemoved = pagesRemoved.value_or(0) + report.pagesRemoved->size();
+        pagesRemoved_ = pagesRemoved_.value_or(0) + report.pagesRemoved->size();
     }
     if (report.bytesAfter) {
-        bytesBefore += report.bytesBefore.value_or(0);
-        bytesAfter += *report.bytesAfter;
+        bytesBefore_ += report.bytesBefore.value_or(0);
+        bytesAfter_ += *report.bytesAfter;
     }
 }
 
 std::size_t RunSummary::failedBut(const std::vector<Reason>& accepted) const
 {
     std::size_t others = failed_;
-    for (const auto& [reason, count] : reasons) {
+    for (const auto& [reason, count] : reasons_) {
         const bool isAccepted =
             std::find(accepted.begin(), accepted.end(), reason) != accepted.end();
         others -= isAccepted ? count : 0;
@@ -49,27 +49,27 @@ std::size_t RunSummary::failedBut(const std::vector<Reason>& accepted) const
 
 std::string RunSummary::documentsText(std::size_t total, const std::vector<Reason>& accepted) const
 {
-    std::string text = grouped(done) + " of " + grouped(total) + " documents done";
-    if (inPart > 0) {
-        text += ", " + grouped(inPart) + " in part";
+    std::string text = grouped(done_) + " of " + grouped(total) + " documents done";
+    if (inPart_ > 0) {
+        text += ", " + grouped(inPart_) + " in part";
     }
-    if (leftBlank > 0) {
-        text += ", " + grouped(leftBlank) + " left with a blank page only";
+    if (leftBlank_ > 0) {
+        text += ", " + grouped(leftBlank_) + " left with a blank page only";
     }
-    if (skipped > 0) {
-        text += ", " + grouped(skipped) + " left out";
+    if (skipped_ > 0) {
+        text += ", " + grouped(skipped_) + " left out";
     }
-    if (withWarnings > 0) {
-        text += ", " + grouped(withWarnings) + " with warnings";
+    if (withWarnings_ > 0) {
+        text += ", " + grouped(withWarnings_) + " with warnings";
     }
     if (failed_ > 0) {
         text += ", " + grouped(failed_) + " failed";
         const char* separator = " (";
-        for (const auto& [reason, count] : reasons) {
+        for (const auto& [reason, count] : reasons_) {
             text += separator + grouped(count) + ' ' + reasonName(reason);
             separator = ", ";
         }
-        text += reasons.empty() ? "" : ")";
+        text += reasons_.empty() ? "" : ")";
         text += failedBut(accepted) == 0 ? ", which was to be accepted" : "";
     }
     return text;
@@ -77,14 +77,16 @@ std::string RunSummary::documentsText(std::size_t total, const std::vector<Reaso
 
 std::vector<std::pair<const char*, std::size_t>> RunSummary::byStatus() const
 {
-    return {
-        {"done", done - planned}, {"planned", planned}, {"skipped", skipped}, {"failed", failed_}};
+    return {{"done", done_ - planned_},
+            {"planned", planned_},
+            {"skipped", skipped_},
+            {"failed", failed_}};
 }
 
 std::string RunSummary::json(const RunEnd& end) const
 {
     JsonObject failures;
-    for (const auto& [reason, count] : reasons) {
+    for (const auto& [reason, count] : reasons_) {
         failures.add(reasonName(reason), static_cast<std::uint64_t>(count));
     }
     JsonObject figures;
@@ -92,13 +94,13 @@ std::string RunSummary::json(const RunEnd& end) const
     for (const auto& [status, count] : byStatus()) {
         figures.add(status, static_cast<std::uint64_t>(count));
     }
-    figures.add("in_part", static_cast<std::uint64_t>(inPart))
-        .add("left_blank", static_cast<std::uint64_t>(leftBlank))
-        .add("with_warnings", static_cast<std::uint64_t>(withWarnings))
+    figures.add("in_part", static_cast<std::uint64_t>(inPart_))
+        .add("left_blank", static_cast<std::uint64_t>(leftBlank_))
+        .add("with_warnings", static_cast<std::uint64_t>(withWarnings_))
         .add("reasons", failures)
-        .add("pages_removed", pagesRemoved)
-        .add("bytes_before", bytesBefore)
-        .add("bytes_after", bytesAfter)
+        .add("pages_removed", pagesRemoved_)
+        .add("bytes_before", bytesBefore_)
+        .add("bytes_after", bytesAfter_)
         .add("interrupted", end.interrupted)
         .add("ended_at", isoTime(end.time))
         .add("ended", std::to_string(end.time))
@@ -110,15 +112,15 @@ std::string RunSummary::json(const RunEnd& end) const
 
 std::string RunSummary::workText(double seconds) const
 {
-    if (done == 0) {
+    if (done_ == 0) {
         return {};
     }
     std::string text;
-    if (pagesRemoved) {
-        text = counted(*pagesRemoved, "page", "pages") + " removed; ";
+    if (pagesRemoved_) {
+        text = counted(*pagesRemoved_, "page", "pages") + " removed; ";
     }
-    if (bytesAfter > 0) {
-        text += sizeText(bytesBefore) + " before, " + sizeText(bytesAfter) + " after; ";
+    if (bytesAfter_ > 0) {
+        text += sizeText(bytesBefore_) + " before, " + sizeText(bytesAfter_) + " after; ";
     }
     return text + rateText(finished(), seconds) + " documents a second";
 }

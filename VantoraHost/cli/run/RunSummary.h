@@ -25,7 +25,7 @@ class RunSummary {
 public:
     void add(const DocumentReport& report);
 
-    std::size_t finished() const { return done + skipped + failed_; }
+    std::size_t finished() const { return done_ + skipped_ + failed_; }
     std::size_t failed() const { return failed_; }
 
     /// How many failed for other reasons than these.
@@ -37,10 +37,10 @@ public:
 
     /// How many documents there are of each status of a report, all of these named.
     std::vector<std::pair<const char*, std::size_t>> byStatus() const;
-    const std::map<Reason, std::size_t>& byReason() const { return reasons; }
-    std::uint64_t removedPages() const { return pagesRemoved.value_or(0); }
-    std::uint64_t sizeBefore() const { return bytesBefore; }
-    std::uint64_t sizeAfter() const { return bytesAfter; }
+    const std::map<Reason, std::size_t>& byReason() const { return reasons_; }
+    std::uint64_t removedPages() const { return pagesRemoved_.value_or(0); }
+    std::uint64_t sizeBefore() const { return bytesBefore_; }
+    std::uint64_t sizeAfter() const { return bytesAfter_; }
 
     /// All of it as one JSON object on one line: {"schema":1,"summary":{...}}.
     std::string json(const RunEnd& end) const;
@@ -50,17 +50,17 @@ public:
     std::string workText(double seconds) const;
 
 private:
-    std::size_t done = 0;    ///< or planned, in a dry run
-    std::size_t planned = 0; ///< of those done
+    std::size_t done_ = 0;    ///< or planned, in a dry run
+    std::size_t planned_ = 0; ///< of those done
     std::size_t failed_ = 0;
-    std::size_t inPart = 0;    ///< of those done
-    std::size_t leftBlank = 0; ///< of those done
-    std::size_t skipped = 0;
-    std::size_t withWarnings = 0;
-    std::map<Reason, std::size_t> reasons;
-    std::optional<std::uint64_t> pagesRemoved; ///< none where no report tells
-    std::uint64_t bytesBefore = 0;             ///< of documents with an output, as bytesAfter
-    std::uint64_t bytesAfter = 0;
+    std::size_t inPart_ = 0;    ///< of those done
+    std::size_t leftBlank_ = 0; ///< of those done
+    std::size_t skipped_ = 0;
+    std::size_t withWarnings_ = 0;
+    std::map<Reason, std::size_t> reasons_;
+    std::optional<std::uint64_t> pagesRemoved_; ///< none where no report tells
+    std::uint64_t bytesBefore_ = 0;             ///< of documents with an output, as bytesAfter
+    std::uint64_t bytesAfter_ = 0;
 };
 
 /// A time for people: "8 s", "3 min" or "2 h 10 min".

@@ -61,17 +61,17 @@ void ActionCatalog::consider(const fs::path& file)
     const QPluginLoader loader(qtPath(file));
     const std::string identifier = loader.metaData().value("IID").toString().toStdString();
     const auto same = [&](const ActionFile& other) { return other.identifier == identifier; };
-    const auto first = std::find_if(found.begin(), found.end(), same);
+    const auto first = std::find_if(found_.begin(), found_.end(), same);
     if (identifier.empty()) {
-        refused.push_back({Reason::ActionUnusable, file, "not a plug-in"});
+        refused_.push_back({Reason::ActionUnusable, file, "not a plug-in"});
     } else if (identifier.compare(0, identifierPrefix.size(), identifierPrefix) != 0) {
-        refused.push_back(
+        refused_.push_back(
             {Reason::ActionUnusable, file, "a plug-in of another kind: " + identifier});
-    } else if (first != found.end()) {
-        refused.push_back(
+    } else if (first != found_.end()) {
+        refused_.push_back(
             {Reason::ActionUnusable, file, "the same action as " + first->path.string()});
     } else {
-        found.push_back({file, identifier});
+        found_.push_back({file, identifier});
     }
 }
 
@@ -93,7 +93,7 @@ Result<Action> ActionCatalog::load(const ActionFile& file)
 Result<Action> ActionCatalog::find(const std::string& name) const
 {
     const std::string expected = identifierFor(name);
-    std::vector<ActionFile> candidates = found;
+    std::vector<ActionFile> candidates = found_;
     std::stable_partition(candidates.begin(), candidates.end(),
                           [&](const ActionFile& file) { return file.identifier == expected; });
     std::string known;

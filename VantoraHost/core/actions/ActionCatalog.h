@@ -30,10 +30,10 @@ public:
     /// identifier the first counts.
     static ActionCatalog of(const std::vector<std::filesystem::path>& folders);
 
-    const std::vector<ActionFile>& actions() const { return found; }
+    const std::vector<ActionFile>& actions() const { return found_; }
 
     /// The plug-ins that are none of ours, each with the reason.
-    const std::vector<Error>& rejected() const { return refused; }
+    const std::vector<Error>& rejected() const { return refused_; }
 
     /// Loads the action of that name, and no other where its identifier tells which one it is.
     /// Where none has that name, the name that users see counts, which is what action lists hold.
@@ -45,8 +45,8 @@ public:
 private:
     void consider(const std::filesystem::path& file);
 
-    std::vector<ActionFile> found;
-    std::vector<Error> refused;
+    std::vector<ActionFile> found_;
+    std::vector<Error> refused_;
 };
 
 } // namespace vantora

@@ -16,7 +16,7 @@ using Found = std::vector<std::size_t>;
 
 class Chooser {
 public:
-    explicit Chooser(PageFacts& facts) : facts(facts), count(std::max(facts.count(), 0)) {}
+    explicit Chooser(PageFacts& facts) : facts_(facts), count_(std::max(facts.count(), 0)) {}
 
     /// Finds those of the pages asked about that any of the choices names.
     Result<Found> find(const std::vector<Choice>& choices, const std::function<bool(int)>& asked)
@@ -28,13 +28,13 @@ public:
         std::stable_sort(order.begin(), order.end(), [&](std::size_t one, std::size_t other) {
             return choices[one].kind < choices[other].kind;
         });
-        Found found(static_cast<std::size_t>(count) + 1, 0);
+        Found found(static_cast<std::size_t>(count_) + 1, 0);
         for (const std::size_t i : order) {
             const auto isOpen = [&](int page) {
                 return found[static_cast<std::size_t>(page)] == 0 && asked(page);
             };
             const auto take = [&](int page) {
-                if (page >= 1 && page <= count && isOpen(page)) {
+                if (page >= 1 && page <= count_ && isOpen(page)) {
                     found[static_cast<std::size_t>(page)] = i + 1;
                 }
             };
@@ -61,7 +61,7 @@ private:
             break;
         }
         const Test test = testOf(choice);
-        for (int page = 1; page <= count; ++page) {
+        for (int page = 1; page <= count_; ++page) {
             if (!isOpen(page)) {
                 continue;
             }
@@ -82,7 +82,7 @@ private:
         case ChoiceKind::First:
             return [&choice](int page) { return page <= choice.count; };
         case ChoiceKind::Last:
-            return [this, &choice](int page) { return page > count - choice.count; };
+            return [this, &choice](int page) { return page > count_ - choice.count; };
         case ChoiceKind::Odd:
             return [](int page) { return page % 2 == 1; };
         case ChoiceKind::Even:
@@ -91,26 +91,26 @@ private:
             return [&choice](int page) { return page % choice.count == choice.offset; };
         case ChoiceKind::Size:
             return [this, &choice](int page) {
-                return facts.size(page).map([&](ShownSize size) { return fits(choice, size); });
+                return facts_.size(page).map([&](ShownSize size) { return fits(choice, size); });
             };
         case ChoiceKind::Portrait:
             return [this](int page) {
-                return facts.size(page).map(
+                return facts_.size(page).map(
                     [](ShownSize size) { return size.height > size.width; });
             };
         case ChoiceKind::Landscape:
             return [this](int page) {
-                return facts.size(page).map(
+                return facts_.size(page).map(
                     [](ShownSize size) { return size.width > size.height; });
             };
         case ChoiceKind::NoText:
             return [this](int page) {
-                return facts.text(page).map(
+                return facts_.text(page).map(
                     [](const QString& text) { return text.simplified().isEmpty(); });
             };
         default:
             return [this, &choice](int page) {
-                return facts.text(page).map([&](const QString& text) {
+                return facts_.text(page).map([&](const QString& text) {
                     return choice.pattern.match(text.simplified()).hasMatch();
                 });
             };
@@ -132,17 +132,17 @@ private:
     void takeRange(const Choice& choice, const Take& take) const
     {
         QList<int> pages;
-        CActionUtils::GetPageList(choice.argument, count, false, false, &pages);
+        CActionUtils::GetPageList(choice.argument, count_, false, false, &pages);
         std::for_each(pages.begin(), pages.end(), take);
     }
 
     /// The pages with the label or, where no page has it, those from one label to another.
     Outcome takeLabels(const Choice& choice, const Take& take)
     {
-        std::vector<QString> labels(static_cast<std::size_t>(count) + 1);
+        std::vector<QString> labels(static_cast<std::size_t>(count_) + 1);
         bool found = false;
-        for (int page = 1; page <= count; ++page) {
-            Result<QString> label = facts.label(page);
+        for (int page = 1; page <= count_; ++page) {
+            Result<QString> label = facts_.label(page);
             if (!label) {
                 return tl::unexpected<Error>(std::move(label.error()));
             }
@@ -165,8 +165,8 @@ private:
         return {};
     }
 
-    PageFacts& facts;
-    const int count;
+    PageFacts& facts_;
+    const int count_;
 };
 
 } // namespace

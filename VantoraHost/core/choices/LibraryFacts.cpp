@@ -9,39 +9,39 @@ namespace vantora {
 template <class Answer>
 Result<Answer> LibraryFacts::checked(Answer answer, const char* otherwise)
 {
-    if (lastLibraryCode(library) == LibraryCode::None) {
+    if (lastLibraryCode(library_) == LibraryCode::None) {
         return answer;
     }
-    return tl::unexpected<Error>(lastLibraryFailure(library, input)
-                                     .value_or(Error{Reason::LibraryFailed, input, otherwise}));
+    return tl::unexpected<Error>(lastLibraryFailure(library_, input_)
+                                     .value_or(Error{Reason::LibraryFailed, input_, otherwise}));
 }
 
 int LibraryFacts::count()
 {
-    return library.PageCount();
+    return library_.PageCount();
 }
 
 Result<QString> LibraryFacts::label(int page)
 {
-    library.ClearLastError();
-    return checked(QString::fromStdWString(library.GetPageLabel(page)), "has unreadable labels");
+    library_.ClearLastError();
+    return checked(QString::fromStdWString(library_.GetPageLabel(page)), "has unreadable labels");
 }
 
 Result<ShownSize> LibraryFacts::size(int page)
 {
-    library.ClearLastError();
-    const int selected = library.SelectedPage();
-    library.SelectPage(page);
-    const ShownSize size{library.PageWidth(), library.PageHeight()};
-    library.SelectPage(selected);
+    library_.ClearLastError();
+    const int selected = library_.SelectedPage();
+    library_.SelectPage(page);
+    const ShownSize size{library_.PageWidth(), library_.PageHeight()};
+    library_.SelectPage(selected);
     return checked(size, "has a page without a size");
 }
 
 Result<QString> LibraryFacts::text(int page)
 {
     constexpr int readingOrder = 1;
-    library.ClearLastError();
-    return checked(QString::fromStdWString(library.GetPageText(page, readingOrder)),
+    library_.ClearLastError();
+    return checked(QString::fromStdWString(library_.GetPageText(page, readingOrder)),
                    "has a page whose text can't be read");
 }
 

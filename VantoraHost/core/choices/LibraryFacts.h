@@ -13,7 +13,7 @@ namespace vantora {
 class LibraryFacts : public PageFacts {
 public:
     LibraryFacts(KarvelPDFLibraryCPDylibCPP1311& library, std::string input)
-        : library(library), input(std::move(input))
+        : library_(library), input_(std::move(input))
     {
     }
 
@@ -26,8 +26,8 @@ private:
     template <class Answer>
     Result<Answer> checked(Answer answer, const char* otherwise);
 
-    KarvelPDFLibraryCPDylibCPP1311& library;
-    std::string input;
+    KarvelPDFLibraryCPDylibCPP1311& library_;
+    std::string input_;
 };
 
 } // namespace vantora

@@ -54,7 +54,7 @@ ProcessedDocument DocumentJob::run(const std::string& input, const Result<Target
     report.input = input;
     Outcome done =
         target ? guardedProcess(document, *target) : tl::unexpected<Error>(target.error());
-    this->input.reset();
+    this->input_.reset();
     if (!done) {
         document.output.reset();
         done.error().sentence = withoutFile(std::move(done.error().sentence), input);
@@ -90,7 +90,7 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
     if (!document) {
         return tl::unexpected<Error>(document.error());
     }
-    if (settings.keepSigned) {
+    if (settings_.keepSigned) {
         if (const Outcome checked = document->checkUnsigned(report.input); !checked) {
             return checked;
         }
@@ -104,11 +104,11 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
         if (!changed || report.status == DocumentStatus::Skipped) {
             return changed;
         }
-        if (settings.dryRun) {
+        if (settings_.dryRun) {
             return rehearse(report);
         }
-        settings.savingBegins();
-        if (settings.cancelled()) {
+        settings_.savingBegins();
+        if (settings_.cancelled()) {
             return fail(Reason::Interrupted, report.input, "interrupted");
         }
         return save(processed, target);
@@ -126,8 +126,8 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
 Outcome DocumentJob::openInput(DocumentReport& report, const Target& target)
 {
     if (report.input == standardStream) {
-        report.bytesBefore = settings.standardInput.size();
-        report.inputSha256 = settings.hashInputs ? sha256Of(settings.standardInput) : "";
+        report.bytesBefore = settings_.standardInput.size();
+        report.inputSha256 = settings_.hashInputs ? sha256Of(settings_.standardInput) : "";
         return {};
     }
     Result<InputFile> opened =
@@ -135,49 +135,49 @@ Outcome DocumentJob::openInput(DocumentReport& report, const Target& target)
     if (!opened) {
         return tl::unexpected<Error>(std::move(opened.error()));
     }
-    input.emplace(std::move(*opened));
-    report.bytesBefore = static_cast<std::uint64_t>(input->version().size);
-    report.inputModified = std::to_string(input->version().modified);
-    if (settings.hashInputs) {
-        report.inputSha256 = sha256Of(input->descriptor()).value_or("");
+    input_.emplace(std::move(*opened));
+    report.bytesBefore = static_cast<std::uint64_t>(input_->version().size);
+    report.inputModified = std::to_string(input_->version().modified);
+    if (settings_.hashInputs) {
+        report.inputSha256 = sha256Of(input_->descriptor()).value_or("");
     }
     return {};
 }
 
 Result<OpenDocument> DocumentJob::openDocument(const DocumentReport& report)
 {
-    return input ? OpenDocument::open(library, report.input, *input, settings.passwords,
-                                      sequence.access())
-                 : OpenDocument::open(library, report.input, settings.standardInput,
-                                      settings.passwords, sequence.access());
+    return input_ ? OpenDocument::open(library_, report.input, *input_, settings_.passwords,
+                                       sequence_.access())
+                  : OpenDocument::open(library_, report.input, settings_.standardInput,
+                                       settings_.passwords, sequence_.access());
 }
 
 Outcome DocumentJob::changePages(DocumentReport& report)
 {
-    library.ClearLastError();
-    const int pages = library.PageCount();
+    library_.ClearLastError();
+    const int pages = library_.PageCount();
     if (pages <= 0) {
         return tl::unexpected<Error>(failure(report.input, "has no pages"));
     }
     report.pagesBefore = pages;
-    LibraryFacts facts(library, report.input);
-    if (const Outcome chosen = sequence.choosePages(facts); !chosen) {
+    LibraryFacts facts(library_, report.input);
+    if (const Outcome chosen = sequence_.choosePages(facts); !chosen) {
         return chosen;
     }
-    std::optional<PageForecast> forecast = forecastPages(sequence, pages);
+    std::optional<PageForecast> forecast = forecastPages(sequence_, pages);
     if (forecast) {
         const Outcome judged = judge(report, *forecast);
         if (!judged || report.status == DocumentStatus::Skipped) {
             return judged;
         }
-    } else if (settings.dryRun) {
+    } else if (settings_.dryRun) {
         return {}; // what an unknown action does may reach further than the document
     }
-    if (Outcome processed = sequence.process(library); !processed) {
+    if (Outcome processed = sequence_.process(library_); !processed) {
         processed.error().file = report.input;
         return processed;
     }
-    const int left = library.PageCount();
+    const int left = library_.PageCount();
     if (forecast && left != forecast->pagesAfter) {
         return fail(Reason::ActionFailed, report.input,
                     "it has " + std::to_string(left) + " pages after the actions where " +
@@ -191,14 +191,14 @@ Outcome DocumentJob::changePages(DocumentReport& report)
 Outcome DocumentJob::judge(DocumentReport& report, PageForecast forecast)
 {
     report.inPart = !forecast.unmet.empty();
-    if (settings.strict && report.inPart) {
+    if (settings_.strict && report.inPart) {
         return fail(Reason::InPart, {}, std::move(forecast.unmet.front()));
     }
     report.warnings = std::move(forecast.unmet);
-    if (!forecast.emptied.empty() && settings.ifEmpty == IfEmpty::Fail) {
+    if (!forecast.emptied.empty() && settings_.ifEmpty == IfEmpty::Fail) {
         return fail(Reason::Empty, {}, forecast.emptied.front() + ", so none would be left");
     }
-    if (!forecast.emptied.empty() && settings.ifEmpty == IfEmpty::Skip) {
+    if (!forecast.emptied.empty() && settings_.ifEmpty == IfEmpty::Skip) {
         report.warnings.push_back(forecast.emptied.front() + "; the document is left out");
         report.status = DocumentStatus::Skipped;
         report.output.clear();
@@ -226,14 +226,14 @@ Outcome DocumentJob::rehearse(DocumentReport& report)
         return prepared;
     }
     if (report.bytesBefore.value_or(0) > largestInMemory) {
-        library.FieldCount(); // puts right what refers to the pages that are gone
+        library_.FieldCount(); // puts right what refers to the pages that are gone
         return {};
     }
     try {
-        const std::string bytes = library.SaveToString();
+        const std::string bytes = library_.SaveToString();
         if (!bytes.empty()) {
             report.bytesAfter = bytes.size();
-        } else if (lastLibraryCode(library) != LibraryCode::OutOfMemory) {
+        } else if (lastLibraryCode(library_) != LibraryCode::OutOfMemory) {
             return tl::unexpected<Error>(failure(report.input, "can't be saved"));
         }
     } catch (const std::bad_alloc&) {
@@ -261,16 +261,16 @@ Outcome DocumentJob::save(ProcessedDocument& document, const Target& target)
 // Lets the document be saved as it was in everything but its pages.
 Outcome DocumentJob::prepareToSave(const std::string& input)
 {
-    const bool encrypted = library.IsEncrypted() == 1;
-    library.ClearLastError();
+    const bool encrypted = library_.IsEncrypted() == 1;
+    library_.ClearLastError();
     constexpr int keepAsTheyAre = 0;
-    library.SetObjectStreamMode(keepAsTheyAre);
-    library.SetStreamDataMode(keepAsTheyAre);
-    library.SetLinearization(library.IsLinearized());
-    library.SetDeterministicIdentifier(encrypted ? 0 : 1);
+    library_.SetObjectStreamMode(keepAsTheyAre);
+    library_.SetStreamDataMode(keepAsTheyAre);
+    library_.SetLinearization(library_.IsLinearized());
+    library_.SetDeterministicIdentifier(encrypted ? 0 : 1);
     // What it replaces, if anything, is a temporary file of this job's.
-    library.SetOverwriteMode(1);
-    if (library.LastErrorCode() != 0) {
+    library_.SetOverwriteMode(1);
+    if (library_.LastErrorCode() != 0) {
         return tl::unexpected<Error>(failure(input, "can't be saved"));
     }
     return {};
@@ -285,9 +285,9 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& plann
         document.report.output = target.name;
     }
     if (target.inPlace) {
-        target.replaced = input->version();
+        target.replaced = input_->version();
     }
-    const auto folder = folders.of(target);
+    const auto folder = folders_.of(target);
     if (!folder) {
         return tl::unexpected<Error>(folder.error());
     }
@@ -300,7 +300,7 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& plann
     if (target.replaced) {
         file->replaceOnly(*target.replaced);
     }
-    file->allowAtMost(input ? input->mode() : settings.standardInputMode);
+    file->allowAtMost(input_ ? input_->mode() : settings_.standardInputMode);
     const bool small = document.report.bytesBefore.value_or(0) <= largestSmall;
     if (Outcome written = small ? writeSmall(*file, target) : writeLarge(*file, target); !written) {
         return written;
@@ -321,7 +321,7 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& plann
 
 Outcome DocumentJob::writeSmall(karvel::io::OutputFile& file, const Target& target)
 {
-    const std::string bytes = library.SaveToString();
+    const std::string bytes = library_.SaveToString();
     if (bytes.empty()) {
         return tl::unexpected<Error>(savingError(target));
     }
@@ -337,7 +337,7 @@ Outcome DocumentJob::writeSmall(karvel::io::OutputFile& file, const Target& targ
 // The library copies what stays the same from file to file, without taking it into memory.
 Outcome DocumentJob::writeLarge(karvel::io::OutputFile& file, const Target& target)
 {
-    if (library.SaveToFile(toWide(karvel::io::pathOf(file.descriptor()))) != 1) {
+    if (library_.SaveToFile(toWide(karvel::io::pathOf(file.descriptor()))) != 1) {
         return tl::unexpected<Error>(savingError(target));
     }
     return {};
@@ -345,7 +345,7 @@ Outcome DocumentJob::writeLarge(karvel::io::OutputFile& file, const Target& targ
 
 Error DocumentJob::savingError(const Target& target)
 {
-    Error error = lastLibraryFailure(library, target.path)
+    Error error = lastLibraryFailure(library_, target.path)
                       .value_or(Error{Reason::LibraryFailed, {}, "can't be saved"});
     if (error.reason == Reason::OutputNotWritable || error.reason == Reason::OutputExists) {
         error.sentence = "the output " + target.name + ": " + error.sentence;
@@ -355,11 +355,11 @@ Error DocumentJob::savingError(const Target& target)
 
 Outcome DocumentJob::saveToStandardOutput(DocumentReport& report)
 {
-    const std::string bytes = library.SaveToString();
+    const std::string bytes = library_.SaveToString();
     if (bytes.empty()) {
         return tl::unexpected<Error>(failure(report.input, "can't be saved"));
     }
-    if (!settings.standardOutput || !settings.standardOutput(bytes)) {
+    if (!settings_.standardOutput || !settings_.standardOutput(bytes)) {
         return fail(Reason::OutputNotWritable, report.input, "standard output can't be written");
     }
     report.status = DocumentStatus::Done;
@@ -369,7 +369,7 @@ Outcome DocumentJob::saveToStandardOutput(DocumentReport& report)
 
 Error DocumentJob::failure(const std::string& input, const char* otherwise)
 {
-    return lastLibraryFailure(library, input)
+    return lastLibraryFailure(library_, input)
         .value_or(Error{Reason::LibraryFailed, input, otherwise});
 }
 

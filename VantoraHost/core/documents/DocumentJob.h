@@ -53,7 +53,7 @@ public:
     /// The library, sequence and settings must outlive the job.
     DocumentJob(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& sequence,
                 const JobSettings& settings)
-        : library(library), sequence(sequence), settings(settings)
+        : library_(library), sequence_(sequence), settings_(settings)
     {
     }
 
@@ -78,11 +78,11 @@ private:
     Outcome saveToStandardOutput(DocumentReport& report);
     Error failure(const std::string& input, const char* otherwise);
 
-    KarvelPDFLibraryCPDylibCPP1311& library;
-    Sequence& sequence;
-    const JobSettings& settings;
-    TargetFolders folders;
-    std::optional<InputFile> input; ///< of the document that it is at; none for standard input
+    KarvelPDFLibraryCPDylibCPP1311& library_;
+    Sequence& sequence_;
+    const JobSettings& settings_;
+    TargetFolders folders_;
+    std::optional<InputFile> input_; ///< of the document that it is at; none for standard input
 };
 
 } // namespace vantora

@@ -20,23 +20,23 @@ public:
     /// Opens the input that a target replaces: the file that the plan has found behind its links.
     static Result<InputFile> open(const std::string& input, const Target& replaced);
 
-    int descriptor() const { return file.get(); }
+    int descriptor() const { return file_.get(); }
 
     /// The file as it was when it was opened.
-    const FileVersion& version() const { return opened; }
+    const FileVersion& version() const { return opened_; }
 
     /// What others may do with it.
     mode_t mode() const;
 
 private:
     InputFile(karvel::io::FileDescriptor file, FileVersion opened)
-        : file(std::move(file)), opened(opened)
+        : file_(std::move(file)), opened_(opened)
     {
     }
     static Result<InputFile> of(karvel::io::FileDescriptor file, const std::string& input);
 
-    karvel::io::FileDescriptor file;
-    FileVersion opened;
+    karvel::io::FileDescriptor file_;
+    FileVersion opened_;
 };
 
 /// What others may do with the file that a stream comes from; everything when it is a pipe.

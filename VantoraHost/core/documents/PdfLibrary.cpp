@@ -156,21 +156,21 @@ Result<OpenDocument> OpenDocument::load(KarvelPDFLibraryCPDylibCPP1311& library,
 }
 
 OpenDocument::OpenDocument(OpenDocument&& other) noexcept
-    : library(std::exchange(other.library, nullptr))
+    : library_(std::exchange(other.library_, nullptr))
 {
 }
 
 OpenDocument::~OpenDocument()
 {
-    if (library) {
-        library->CloseDocument();
+    if (library_) {
+        library_->CloseDocument();
     }
 }
 
 std::vector<std::string> OpenDocument::repairs() const
 {
     std::vector<std::string> texts;
-    if (library->WasReconstructed() == 1) {
+    if (library_->WasReconstructed() == 1) {
         texts.emplace_back("its table of objects was damaged and has been rebuilt");
     }
     const std::vector<std::string> others = warnings(Warning::OfDamage);
@@ -194,9 +194,9 @@ std::vector<std::string> OpenDocument::warnings(Warning kind) const
     constexpr std::pair<std::string_view, Warning> beginnings[] = {
         {karvel::deletingPages, Warning::OfDeletion}, {karvel::leftToJudge, Warning::LeftToJudge}};
     std::vector<std::string> texts;
-    const int count = library->WarningCount();
+    const int count = library_->WarningCount();
     for (int warning = 1; warning <= count; ++warning) {
-        std::string text = fromWide(library->GetWarningText(warning));
+        std::string text = fromWide(library_->GetWarningText(warning));
         Warning found = Warning::OfDamage;
         for (const auto& [beginning, meaning] : beginnings) {
             if (text.compare(0, beginning.size(), beginning) == 0) {
@@ -214,17 +214,17 @@ std::vector<std::string> OpenDocument::warnings(Warning kind) const
 
 Outcome OpenDocument::checkUnsigned(const std::string& input) const
 {
-    library->ClearLastError();
-    const int count = library->SignatureCount();
+    library_->ClearLastError();
+    const int count = library_->SignatureCount();
     for (int signature = 1; signature <= count; ++signature) {
-        if (library->IsSignatureSigned(signature) == 1) {
-            const int field = library->GetSignatureField(signature);
+        if (library_->IsSignatureSigned(signature) == 1) {
+            const int field = library_->GetSignatureField(signature);
             return fail(Reason::Signed, input,
-                        "it is signed in field \"" + fromWide(library->GetFieldName(field)) +
+                        "it is signed in field \"" + fromWide(library_->GetFieldName(field)) +
                             "\", and no signature holds once it is changed");
         }
     }
-    if (const auto failure = lastLibraryFailure(*library, input)) {
+    if (const auto failure = lastLibraryFailure(*library_, input)) {
         return tl::unexpected<Error>(*failure);
     }
     return {};

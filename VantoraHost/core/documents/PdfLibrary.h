@@ -61,9 +61,9 @@ private:
     enum class Warning { OfDeletion, LeftToJudge, OfDamage };
     std::vector<std::string> warnings(Warning kind) const;
 
-    explicit OpenDocument(KarvelPDFLibraryCPDylibCPP1311& library) : library(&library) {}
+    explicit OpenDocument(KarvelPDFLibraryCPDylibCPP1311& library) : library_(&library) {}
 
-    KarvelPDFLibraryCPDylibCPP1311* library;
+    KarvelPDFLibraryCPDylibCPP1311* library_;
 };
 
 } // namespace vantora

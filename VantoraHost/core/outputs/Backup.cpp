@@ -163,8 +163,8 @@ Result<Backup> Backup::of(Folder::Pointer folder, const std::string& path,
 
 Backup::~Backup()
 {
-    if (folder) {
-        folder->remove(name, made);
+    if (folder_) {
+        folder_->remove(name_, made_);
     }
 }
 

@@ -29,17 +29,17 @@ public:
     ~Backup();
 
     /// The file has been replaced: the backup stays.
-    void keep() { folder.reset(); }
+    void keep() { folder_.reset(); }
 
 private:
     Backup(Folder::Pointer folder, std::string name, FileVersion made)
-        : folder(std::move(folder)), name(std::move(name)), made(made)
+        : folder_(std::move(folder)), name_(std::move(name)), made_(made)
     {
     }
 
-    Folder::Pointer folder; ///< none when there is nothing to undo
-    std::string name;
-    FileVersion made;
+    Folder::Pointer folder_; ///< none when there is nothing to undo
+    std::string name_;
+    FileVersion made_;
 };
 
 /// Whether a backup that is there holds what the file holds now.

@@ -77,17 +77,17 @@ void turnIntoFailure(DocumentReport& report, Error error)
 
 void OutputGroup::add(std::size_t number, DocumentReport report, WrittenOutput output)
 {
-    if (members.empty()) {
-        begun = std::chrono::steady_clock::now();
+    if (members_.empty()) {
+        begun_ = std::chrono::steady_clock::now();
     }
-    bytes += report.bytesAfter.value_or(0);
-    members.push_back({number, std::move(report), std::move(output)});
+    bytes_ += report.bytesAfter.value_or(0);
+    members_.push_back({number, std::move(report), std::move(output)});
 }
 
 std::vector<DocumentReport> OutputGroup::reports() const
 {
     std::vector<DocumentReport> reports;
-    for (const Member& member : members) {
+    for (const Member& member : members_) {
         reports.push_back(member.report);
     }
     return reports;
@@ -95,22 +95,22 @@ std::vector<DocumentReport> OutputGroup::reports() const
 
 bool OutputGroup::isFull() const
 {
-    return members.size() >= mostOutputs || bytes >= mostBytes ||
-           (!members.empty() && std::chrono::steady_clock::now() - begun > longestWait);
+    return members_.size() >= mostOutputs || bytes_ >= mostBytes ||
+           (!members_.empty() && std::chrono::steady_clock::now() - begun_ > longestWait);
 }
 
 std::vector<OutputGroup::Entry> OutputGroup::place()
 {
     std::vector<int> descriptors;
-    for (const Member& member : members) {
+    for (const Member& member : members_) {
         descriptors.push_back(member.output.file.descriptor());
     }
     const std::vector<int> errors = karvel::io::syncTogether(descriptors);
     std::vector<Entry> entries;
     std::map<FileIdentity, Folder::Pointer> folders;
     Folder::Pointer noted; // mostly they are all in the same
-    for (std::size_t i = 0; i < members.size(); ++i) {
-        Member& member = members[i];
+    for (std::size_t i = 0; i < members_.size(); ++i) {
+        Member& member = members_[i];
         const std::size_t warnings = member.report.warnings.size();
         const std::string name = member.report.output;
         const Outcome placed =
@@ -136,8 +136,8 @@ std::vector<OutputGroup::Entry> OutputGroup::place()
     for (const auto& [identity, folder] : folders) {
         folder->sync();
     }
-    members.clear();
-    bytes = 0;
+    members_.clear();
+    bytes_ = 0;
     return entries;
 }
 

@@ -32,7 +32,7 @@ public:
     /// Takes an output and the report that its document is to have.
     void add(std::size_t number, DocumentReport report, WrittenOutput output);
 
-    bool empty() const { return members.empty(); }
+    bool empty() const { return members_.empty(); }
 
     /// The reports of its documents, as they were added.
     std::vector<DocumentReport> reports() const;
@@ -51,9 +51,9 @@ private:
         WrittenOutput output;
     };
 
-    std::vector<Member> members;
-    std::uint64_t bytes = 0;
-    std::chrono::steady_clock::time_point begun;
+    std::vector<Member> members_;
+    std::uint64_t bytes_ = 0;
+    std::chrono::steady_clock::time_point begun_;
 };
 
 /// What a report says once the document has failed.

@@ -10,7 +10,7 @@ tl::expected<OutputName, std::string> OutputName::of(std::string_view text)
     std::string literal;
     const auto endLiteral = [&] {
         if (!literal.empty()) {
-            made.parts.push_back({Kind::Text, std::move(literal)});
+            made.parts_.push_back({Kind::Text, std::move(literal)});
             literal.clear();
         }
     };
@@ -25,10 +25,10 @@ tl::expected<OutputName, std::string> OutputName::of(std::string_view text)
                 return tl::unexpected<std::string>("takes {name}, {ext} and {number} only");
             }
             endLiteral();
-            made.parts.push_back({field == "{name}"  ? Kind::Name
-                                  : field == "{ext}" ? Kind::Extension
-                                                     : Kind::Number,
-                                  {}});
+            made.parts_.push_back({field == "{name}"  ? Kind::Name
+                                   : field == "{ext}" ? Kind::Extension
+                                                      : Kind::Number,
+                                   {}});
             at += field.size();
         } else if (rest[0] == '}' || rest[0] == '/' || rest[0] == '\0') {
             return tl::unexpected<std::string>("holds a slash or a single brace");
@@ -38,7 +38,7 @@ tl::expected<OutputName, std::string> OutputName::of(std::string_view text)
         }
     }
     endLiteral();
-    if (made.parts.empty()) {
+    if (made.parts_.empty()) {
         return tl::unexpected<std::string>("is empty");
     }
     return made;
@@ -49,7 +49,7 @@ std::string OutputName::of(std::string_view fileName, std::size_t number, std::s
     const std::size_t dot = fileName.rfind('.');
     const std::size_t end = dot == 0 ? fileName.size() : std::min(dot, fileName.size());
     std::string name;
-    for (const Part& part : parts) {
+    for (const Part& part : parts_) {
         switch (part.kind) {
         case Kind::Text:
             name += part.text;

@@ -26,7 +26,7 @@ private:
         Kind kind;
         std::string text;
     };
-    std::vector<Part> parts;
+    std::vector<Part> parts_;
 };
 
 } // namespace vantora

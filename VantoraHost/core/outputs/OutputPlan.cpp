@@ -55,14 +55,14 @@ std::string freeName(const std::string& path,
 /// Decides the targets of one run; `inputs` are known by what they are, not by their names.
 class Planner {
 public:
-    Planner(const std::vector<Input>& inputs, TakenName taken) : inputs(inputs), taken(taken)
+    Planner(const std::vector<Input>& inputs, TakenName taken) : inputs_(inputs), taken_(taken)
     {
         for (std::size_t i = 0; i < inputs.size(); ++i) {
             if (inputs[i].path == standardStream) {
                 continue;
             }
             if (const auto identity = identityOf(inputs[i].path)) {
-                inputOf.emplace(*identity, i);
+                inputOf_.emplace(*identity, i);
             }
         }
     }
@@ -73,15 +73,15 @@ public:
                     const std::string& root)
     {
         Planned planned;
-        planned.reserve(inputs.size());
-        for (std::size_t i = 0; i < inputs.size(); ++i) {
+        planned.reserve(inputs_.size());
+        for (std::size_t i = 0; i < inputs_.size(); ++i) {
             const std::string output =
-                taken == TakenName::Number ? numbered(outputOf(i)) : outputOf(i);
-            planned.push_back(inputs[i].leftAlone ? Result<Target>(Target())
-                                                  : targetFor(inputs[i].path, output, root));
-            const bool known = planned[i] && !inputs[i].leftAlone;
+                taken_ == TakenName::Number ? numbered(outputOf(i)) : outputOf(i);
+            planned.push_back(inputs_[i].leftAlone ? Result<Target>(Target())
+                                                   : targetFor(inputs_[i].path, output, root));
+            const bool known = planned[i] && !inputs_[i].leftAlone;
             const auto [first, isNew] =
-                writerOf.emplace(normalPath(known ? planned[i]->path : output), i);
+                writerOf_.emplace(normalPath(known ? planned[i]->path : output), i);
             if (!isNew) {
                 refuseBoth(planned, first->second, i, "would be written to " + output + ", too");
             }
@@ -92,12 +92,12 @@ public:
     Planned inPlace(bool backup)
     {
         Planned planned;
-        planned.reserve(inputs.size());
-        for (std::size_t i = 0; i < inputs.size(); ++i) {
-            planned.push_back(replacementOf(inputs[i].path, backup));
-            const auto identity = identityOf(inputs[i].path);
-            const auto first = identity ? inputOf.find(*identity) : inputOf.end();
-            if (first != inputOf.end() && first->second != i) {
+        planned.reserve(inputs_.size());
+        for (std::size_t i = 0; i < inputs_.size(); ++i) {
+            planned.push_back(replacementOf(inputs_[i].path, backup));
+            const auto identity = identityOf(inputs_[i].path);
+            const auto first = identity ? inputOf_.find(*identity) : inputOf_.end();
+            if (first != inputOf_.end() && first->second != i) {
                 refuseBoth(planned, first->second, i, "is the same file");
             }
         }
@@ -108,11 +108,11 @@ private:
     /// A name that neither a file nor an earlier input of this run has.
     std::string numbered(const std::string& output)
     {
-        qint64& number = copiesOf[normalPath(output)];
+        qint64& number = copiesOf_[normalPath(output)];
         return freeName(
             output,
             [&](const std::string& path) {
-                const bool isTaken = isThere(path) || writerOf.count(normalPath(path)) != 0;
+                const bool isTaken = isThere(path) || writerOf_.count(normalPath(path)) != 0;
                 number += isTaken ? 1 : 0;
                 return isTaken;
             },
@@ -147,7 +147,7 @@ private:
         }
         if (!isThere(output)) {
             Target target = fileTarget(output, output);
-            target.number = taken == TakenName::Number;
+            target.number = taken_ == TakenName::Number;
             return target;
         }
         // In a folder that was named a link is replaced itself, so that it can't lead out; a file
@@ -158,19 +158,19 @@ private:
             return folderInTheWay();
         }
         const auto identity = linkItself ? std::nullopt : identityOf(output);
-        const auto source = identity ? inputOf.find(*identity) : inputOf.end();
-        if (source != inputOf.end()) {
+        const auto source = identity ? inputOf_.find(*identity) : inputOf_.end();
+        if (source != inputOf_.end()) {
             return fail(Reason::OutputIsInput, input,
                         "the output " + output + " is " +
-                            (inputs[source->second].path == input
+                            (inputs_[source->second].path == input
                                  ? "the input itself"
-                                 : "the input " + inputs[source->second].path));
+                                 : "the input " + inputs_[source->second].path));
         }
         if (identity && !fs::is_regular_file(output, failed)) {
             return fail(Reason::OutputNotAFile, input,
                         "the output " + output + " is a device or pipe, not a file");
         }
-        if (taken != TakenName::Replace) {
+        if (taken_ != TakenName::Replace) {
             return fail(Reason::OutputExists, input, "the output " + output + " exists already");
         }
         const fs::path behindLinks = root.empty() ? fs::canonical(output, failed) : fs::path();
@@ -181,7 +181,7 @@ private:
 
     Outcome folderIsUsable(const std::string& folder, const std::string& root)
     {
-        if (folders.count(folder) != 0) {
+        if (folders_.count(folder) != 0) {
             return {};
         }
         if (root.size() > folder.size()) { // the named one itself, which is there
@@ -202,13 +202,13 @@ private:
             return fail(Reason::OutputFolderMissing, {},
                         "the output folder " + folder + " is not there");
         }
-        folders.insert(folder);
+        folders_.insert(folder);
         return {};
     }
 
     std::optional<FileIdentity> rootOf(const std::string& folder)
     {
-        const auto [found, isNew] = roots.emplace(folder, std::nullopt);
+        const auto [found, isNew] = roots_.emplace(folder, std::nullopt);
         if (isNew) {
             found->second = identityOf(folder);
         }
@@ -230,7 +230,7 @@ private:
         if (isThere(target.backup)) {
             const auto identity = identityOf(target.backup);
             const auto original = identityOf(target.path);
-            if (identity && !(identity == original) && inputOf.count(*identity) != 0) {
+            if (identity && !(identity == original) && inputOf_.count(*identity) != 0) {
                 return fail(Reason::OutputIsInput, input,
                             "the backup " + target.backup + " is itself an input");
             }
@@ -247,22 +247,22 @@ private:
                     const std::string& what) const
     {
         const auto refusal = [&](std::size_t one, std::size_t other) {
-            const std::string& path = inputs[one].path;
+            const std::string& path = inputs_[one].path;
             return fail(Reason::OutputClash, path,
-                        path == inputs[other].path ? "it is named twice"
-                                                   : inputs[other].path + " " + what);
+                        path == inputs_[other].path ? "it is named twice"
+                                                    : inputs_[other].path + " " + what);
         };
         planned[first] = refusal(first, second);
         planned[second] = refusal(second, first);
     }
 
-    const std::vector<Input>& inputs;
-    const TakenName taken;
-    std::unordered_map<FileIdentity, std::size_t, FileIdentityHash> inputOf;
-    std::unordered_map<std::string, std::size_t> writerOf; ///< by output
-    std::unordered_map<std::string, qint64> copiesOf;      ///< taken names tried, by the first one
-    std::unordered_set<std::string> folders;               ///< that are there or can be made
-    std::unordered_map<std::string, std::optional<FileIdentity>> roots;
+    const std::vector<Input>& inputs_;
+    const TakenName taken_;
+    std::unordered_map<FileIdentity, std::size_t, FileIdentityHash> inputOf_;
+    std::unordered_map<std::string, std::size_t> writerOf_; ///< by output
+    std::unordered_map<std::string, qint64> copiesOf_;      ///< taken names tried, by the first one
+    std::unordered_set<std::string> folders_;               ///< that are there or can be made
+    std::unordered_map<std::string, std::optional<FileIdentity>> roots_;
 };
 
 } // namespace
@@ -295,20 +295,20 @@ Result<Planned> planOutputs(const std::vector<Input>& inputs, const Destination&
 
 std::string PlannedNames::of(std::size_t input) const
 {
-    if (std::holds_alternative<ToStandardOutput>(destination)) {
+    if (std::holds_alternative<ToStandardOutput>(destination_)) {
         return standardStream;
     }
-    if (const auto* file = std::get_if<ToFile>(&destination)) {
+    if (const auto* file = std::get_if<ToFile>(&destination_)) {
         return file->path;
     }
-    if (std::holds_alternative<InPlace>(destination)) {
-        return inputs[input].path;
+    if (std::holds_alternative<InPlace>(destination_)) {
+        return inputs_[input].path;
     }
-    const auto& named = std::get<ToFolder>(destination);
-    const std::string place(inputs[input].place());
+    const auto& named = std::get<ToFolder>(destination_);
+    const std::string place(inputs_[input].place());
     const std::string name = nameIn(place);
     return withSlash(named.path) + place.substr(0, place.size() - name.size()) +
-           (named.name ? named.name->of(name, input + 1, inputs.size()) : name);
+           (named.name ? named.name->of(name, input + 1, inputs_.size()) : name);
 }
 
 bool mayBeNamed(const std::string& output, const std::string& planned, TakenName taken)

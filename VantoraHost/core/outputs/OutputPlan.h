@@ -33,7 +33,7 @@ class PlannedNames {
 public:
     /// The inputs and the destination must outlive the object.
     PlannedNames(const std::vector<Input>& inputs, const Destination& destination)
-        : inputs(inputs), destination(destination)
+        : inputs_(inputs), destination_(destination)
     {
     }
 
@@ -41,8 +41,8 @@ public:
     std::string of(std::size_t input) const;
 
 private:
-    const std::vector<Input>& inputs;
-    const Destination& destination;
+    const std::vector<Input>& inputs_;
+    const Destination& destination_;
 };
 
 /// What happens where an output would have the name of a file that exists, or of another output.

@@ -72,18 +72,18 @@ Result<Folder::Pointer> folderOf(const Target& target, Missing missing)
 Result<Folder::Pointer> TargetFolders::of(const Target& target)
 {
     const std::string wanted = rootPathOf(target);
-    const bool isHeld = root && target.root && wanted == path && identity == target.root &&
+    const bool isHeld = root_ && target.root && wanted == path_ && identity_ == target.root &&
                         identityOf(wanted) == target.root;
     if (!isHeld) {
         Result<Folder::Pointer> opened = openRoot(target, wanted);
         if (!opened) {
             return opened;
         }
-        root = std::move(*opened);
-        path = wanted;
-        identity = target.root;
+        root_ = std::move(*opened);
+        path_ = wanted;
+        identity_ = target.root;
     }
-    return belowRoot(root, target, Missing::Refuse);
+    return belowRoot(root_, target, Missing::Refuse);
 }
 
 } // namespace vantora

@@ -27,9 +27,9 @@ public:
     Result<Folder::Pointer> of(const Target& target);
 
 private:
-    std::string path;
-    std::optional<FileIdentity> identity;
-    Folder::Pointer root;
+    std::string path_;
+    std::optional<FileIdentity> identity_;
+    Folder::Pointer root_;
 };
 
 /// The error for a folder of outputs with a link on the way to it.

@@ -33,11 +33,11 @@ bool isStill(const std::optional<FileState>& now, const FileState& then)
 class EarlierReports::Reader {
 public:
     Reader(EarlierReports& reports, const std::vector<Input>& inputs, const RunIdentity& run)
-        : reports(reports), run(run)
+        : reports_(reports), run_(run)
     {
         for (const Input& input : inputs) {
-            this->inputs.insert(input.path);
-            paths.insert(normalPath(input.path));
+            this->inputs_.insert(input.path);
+            paths_.insert(normalPath(input.path));
         }
     }
 
@@ -48,10 +48,10 @@ private:
     void takeDone(DocumentReport report, const QJsonObject& by);
     void takeFailure(const std::string& input);
 
-    EarlierReports& reports;
-    const RunIdentity& run;
-    std::unordered_set<std::string_view> inputs;
-    std::unordered_set<std::string> paths; ///< of the inputs, without needless parts
+    EarlierReports& reports_;
+    const RunIdentity& run_;
+    std::unordered_set<std::string_view> inputs_;
+    std::unordered_set<std::string> paths_; ///< of the inputs, without needless parts
 };
 
 Result<EarlierReports> EarlierReports::read(const std::vector<std::string>& paths,
@@ -124,37 +124,37 @@ void EarlierReports::Reader::takeDone(DocumentReport report, const QJsonObject& 
     const FileState written = {*report.bytesAfter, std::move(report.outputModified)};
     if (report.output != report.input) {
         std::string output = normalPath(report.output);
-        if (paths.count(output) != 0) {
-            reports.outputs[std::move(output)] = written;
+        if (paths_.count(output) != 0) {
+            reports_.outputs_[std::move(output)] = written;
         }
     }
-    if (inputs.count(report.input) == 0) {
+    if (inputs_.count(report.input) == 0) {
         return;
     }
-    reports.hashes = reports.hashes || !report.inputSha256.empty();
-    reports.done[std::move(report.input)] = {
+    reports_.hashes_ = reports_.hashes_ || !report.inputSha256.empty();
+    reports_.done_[std::move(report.input)] = {
         std::move(report.output),
         written,
         {report.bytesBefore.value_or(0), std::move(report.inputModified)},
         std::move(report.inputSha256),
-        bytesOf(by["steps_sha256"].toString()) == run.stepsDigest,
-        bytesOf(by["version"].toString()) == run.version};
+        bytesOf(by["steps_sha256"].toString()) == run_.stepsDigest,
+        bytesOf(by["version"].toString()) == run_.version};
 }
 
 void EarlierReports::Reader::takeFailure(const std::string& input)
 {
     // A document that was replaced by its own output is that output, as long as its state says so:
     // it was done when its worker died or its folder was moved away, and nobody could tell.
-    const auto before = reports.done.find(input);
-    if (before != reports.done.end() && before->second.output != input) {
-        reports.done.erase(before);
+    const auto before = reports_.done_.find(input);
+    if (before != reports_.done_.end() && before->second.output != input) {
+        reports_.done_.erase(before);
     }
 }
 
 SinceReport EarlierReports::since(const std::string& input, const IsPlanned& isPlanned) const
 {
-    const auto found = done.find(input);
-    if (found == done.end()) {
+    const auto found = done_.find(input);
+    if (found == done_.end()) {
         return SinceReport::NotDone;
     }
     const Written& then = found->second;
@@ -184,14 +184,14 @@ SinceReport EarlierReports::since(const std::string& input, const IsPlanned& isP
 
 bool EarlierReports::wasInPlace(const std::string& input) const
 {
-    const auto found = done.find(input);
-    return found != done.end() && found->second.output == input;
+    const auto found = done_.find(input);
+    return found != done_.end() && found->second.output == input;
 }
 
 bool EarlierReports::namesOutput(const std::string& path) const
 {
-    const auto found = outputs.find(path);
-    return found != outputs.end() && isStill(stateOf(path), found->second);
+    const auto found = outputs_.find(path);
+    return found != outputs_.end() && isStill(stateOf(path), found->second);
 }
 
 } // namespace vantora

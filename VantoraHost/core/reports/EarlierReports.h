@@ -53,7 +53,7 @@ public:
     bool namesOutput(const std::string& path) const;
 
     /// Whether inputs have to be read to tell whether they are the same.
-    bool hasHashes() const { return hashes; }
+    bool hasHashes() const { return hashes_; }
 
 private:
     struct Written {
@@ -66,9 +66,9 @@ private:
     };
     class Reader;
 
-    std::unordered_map<std::string, Written> done;      ///< by input
-    std::unordered_map<std::string, FileState> outputs; ///< by normalPath
-    bool hashes = false;
+    std::unordered_map<std::string, Written> done_;      ///< by input
+    std::unordered_map<std::string, FileState> outputs_; ///< by normalPath
+    bool hashes_ = false;
 };
 
 } // namespace vantora

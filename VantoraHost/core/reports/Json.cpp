@@ -62,8 +62,8 @@ std::string decimal(double number)
 
 JsonObject& JsonObject::addJson(const char* key, std::string_view json)
 {
-    members += (members.empty() ? "{" : ",") + jsonString(key) + ":";
-    members += json;
+    members_ += (members_.empty() ? "{" : ",") + jsonString(key) + ":";
+    members_ += json;
     return *this;
 }
 

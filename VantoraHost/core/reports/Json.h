@@ -40,10 +40,10 @@ public:
     }
 
     /// The object; more may be added afterwards.
-    std::string text() const { return members + (members.empty() ? "{}" : "}"); }
+    std::string text() const { return members_ + (members_.empty() ? "{}" : "}"); }
 
 private:
-    std::string members;
+    std::string members_;
 };
 
 } // namespace vantora

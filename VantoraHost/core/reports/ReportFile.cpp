@@ -107,29 +107,29 @@ void ReportFile::add(const DocumentReport& report, const RunIdentity& run)
 void ReportFile::append(const std::string& text)
 {
     std::size_t written = 0;
-    while (failure == 0 && written < text.size()) {
-        const ssize_t count = ::write(file.get(), text.data() + written, text.size() - written);
+    while (failure_ == 0 && written < text.size()) {
+        const ssize_t count = ::write(file_.get(), text.data() + written, text.size() - written);
         if (count > 0) {
             written += static_cast<std::size_t>(count);
         } else if (count < 0 && errno != EINTR) {
-            failure = errno;
+            failure_ = errno;
         }
     }
     struct stat status = {};
-    if (failure != 0 && written > 0 && ::fstat(file.get(), &status) == 0 &&
+    if (failure_ != 0 && written > 0 && ::fstat(file_.get(), &status) == 0 &&
         S_ISREG(status.st_mode)) {
         // Takes back what a full disk left of the line.
         [[maybe_unused]] const int cut =
-            ::ftruncate(file.get(), status.st_size - static_cast<off_t>(written));
+            ::ftruncate(file_.get(), status.st_size - static_cast<off_t>(written));
     }
 }
 
 Outcome ReportFile::sync()
 {
-    if (failure == 0 && ::fdatasync(file.get()) != 0 && errno != EINVAL && errno != EROFS) {
-        failure = errno;
+    if (failure_ == 0 && ::fdatasync(file_.get()) != 0 && errno != EINVAL && errno != EROFS) {
+        failure_ = errno;
     }
-    return failure == 0 ? Outcome() : unwritable(path, failure);
+    return failure_ == 0 ? Outcome() : unwritable(path_, failure_);
 }
 
 } // namespace vantora

@@ -31,13 +31,13 @@ public:
     Outcome sync();
 
 private:
-    ReportFile(std::string path, int descriptor) : path(std::move(path)), file(descriptor) {}
+    ReportFile(std::string path, int descriptor) : path_(std::move(path)), file_(descriptor) {}
 
     void append(const std::string& text);
 
-    std::string path;
-    karvel::io::FileDescriptor file;
-    int failure = 0; ///< an errno value
+    std::string path_;
+    karvel::io::FileDescriptor file_;
+    int failure_ = 0; ///< an errno value
 };
 
 } // namespace vantora

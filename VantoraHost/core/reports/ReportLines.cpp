@@ -32,38 +32,38 @@ bool ReportLines::Line::isSummary() const
 std::optional<ReportLines::Line> ReportLines::next()
 {
     constexpr std::size_t piece = 256 * 1024;
-    std::size_t searched = begin;
+    std::size_t searched = begin_;
     for (;;) {
-        const std::size_t end = buffer.find('\n', searched);
+        const std::size_t end = buffer_.find('\n', searched);
         if (end != std::string::npos) {
-            Line line{buffer.substr(begin, end - begin), ++number, true};
-            begin = end + 1;
+            Line line{buffer_.substr(begin_, end - begin_), ++number_, true};
+            begin_ = end + 1;
             return line;
         }
-        buffer.erase(0, begin);
-        begin = 0;
-        searched = buffer.size();
-        if (buffer.size() > longestLine) {
-            failure = EFBIG;
+        buffer_.erase(0, begin_);
+        begin_ = 0;
+        searched = buffer_.size();
+        if (buffer_.size() > longestLine) {
+            failure_ = EFBIG;
             return std::nullopt;
         }
-        buffer.resize(searched + piece);
+        buffer_.resize(searched + piece);
         const ssize_t got =
-            ::pread(descriptor, buffer.data() + searched, piece, static_cast<off_t>(offset));
-        buffer.resize(searched + (got > 0 ? static_cast<std::size_t>(got) : 0));
+            ::pread(descriptor_, buffer_.data() + searched, piece, static_cast<off_t>(offset_));
+        buffer_.resize(searched + (got > 0 ? static_cast<std::size_t>(got) : 0));
         if (got < 0 && errno == EINTR) {
             continue;
         }
         if (got > 0) {
-            offset += static_cast<std::size_t>(got);
+            offset_ += static_cast<std::size_t>(got);
             continue;
         }
-        failure = got < 0 ? errno : 0;
-        if (failure != 0 || buffer.empty()) {
+        failure_ = got < 0 ? errno : 0;
+        if (failure_ != 0 || buffer_.empty()) {
             return std::nullopt;
         }
-        Line line{std::move(buffer), ++number, false};
-        buffer.clear();
+        Line line{std::move(buffer_), ++number_, false};
+        buffer_.clear();
         return line;
     }
 }

@@ -29,28 +29,28 @@ std::size_t bytesOf(const DocumentReport& report)
 
 void ReportOrder::add(std::size_t document, DocumentReport report)
 {
-    if (document != next) {
-        held += bytesOf(report);
-        waiting.emplace(document, std::move(report));
+    if (document != next_) {
+        held_ += bytesOf(report);
+        waiting_.emplace(document, std::move(report));
         return;
     }
-    receiver(report);
-    ++next;
-    for (auto first = waiting.begin(); first != waiting.end() && first->first == next; ++next) {
-        receiver(first->second);
-        held -= bytesOf(first->second);
-        first = waiting.erase(first);
+    receiver_(report);
+    ++next_;
+    for (auto first = waiting_.begin(); first != waiting_.end() && first->first == next_; ++next_) {
+        receiver_(first->second);
+        held_ -= bytesOf(first->second);
+        first = waiting_.erase(first);
     }
 }
 
 void ReportOrder::finish()
 {
-    for (const auto& [document, report] : waiting) {
-        receiver(report);
-        next = document + 1;
+    for (const auto& [document, report] : waiting_) {
+        receiver_(report);
+        next_ = document + 1;
     }
-    waiting.clear();
-    held = 0;
+    waiting_.clear();
+    held_ = 0;
 }
 
 } // namespace vantora

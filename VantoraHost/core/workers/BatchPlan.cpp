@@ -23,39 +23,39 @@ constexpr std::uint64_t smallestLarge = 8 * 1024 * 1024;
 } // namespace
 
 BatchPlan::BatchPlan(const std::vector<std::uint64_t>& sizes, std::size_t workers, HandingOut order)
-    : sizes(sizes), workers(workers), waiting(sizes.size(), true), left_(sizes.size())
+    : sizes_(sizes), workers_(workers), waiting_(sizes.size(), true), left_(sizes.size())
 {
     for (std::size_t i = 0; i < sizes.size(); ++i) {
-        costLeft += cost(i);
+        costLeft_ += cost(i);
     }
     if (order == HandingOut::InOrder) {
         return;
     }
-    const std::uint64_t worthFirst = std::max(smallestLarge, costLeft / (workers * 32));
+    const std::uint64_t worthFirst = std::max(smallestLarge, costLeft_ / (workers * 32));
     for (std::size_t i = sizes.size(); i-- > 0;) {
         if (sizes[i] >= worthFirst) {
-            large.push_back(i);
+            large_.push_back(i);
         }
     }
-    std::stable_sort(large.begin(), large.end(),
+    std::stable_sort(large_.begin(), large_.end(),
                      [&](std::size_t a, std::size_t b) { return sizes[a] < sizes[b]; });
 }
 
 std::uint64_t BatchPlan::cost(std::size_t document) const
 {
-    return costOfAny + sizes[document];
+    return costOfAny + sizes_[document];
 }
 
 void BatchPlan::take(std::size_t document)
 {
-    waiting[document] = false;
+    waiting_[document] = false;
     --left_;
-    costLeft -= cost(document);
+    costLeft_ -= cost(document);
 }
 
 std::vector<std::size_t> BatchPlan::only(std::size_t document)
 {
-    if (!waiting[document]) {
+    if (!waiting_[document]) {
         return {};
     }
     take(document);
@@ -64,35 +64,36 @@ std::vector<std::size_t> BatchPlan::only(std::size_t document)
 
 void BatchPlan::leaveOut(std::size_t document)
 {
-    if (waiting[document]) {
+    if (waiting_[document]) {
         take(document);
     }
 }
 
 std::size_t BatchPlan::workersWorthwhile() const
 {
-    const auto worth = static_cast<std::size_t>(costLeft / costOfStart) + 1;
-    return std::min({worth, left_, workers});
+    const auto worth = static_cast<std::size_t>(costLeft_ / costOfStart) + 1;
+    return std::min({worth, left_, workers_});
 }
 
 void BatchPlan::giveBack(const std::vector<std::size_t>& documents)
 {
     for (auto document = documents.rbegin(); document != documents.rend(); ++document) {
-        waiting[*document] = true;
+        waiting_[*document] = true;
         ++left_;
-        costLeft += cost(*document);
-        returned.push_back(*document);
+        costLeft_ += cost(*document);
+        returned_.push_back(*document);
     }
 }
 
 std::vector<std::size_t> BatchPlan::next()
 {
-    for (; !large.empty(); large.pop_back()) {
-        if (waiting[large.back()]) {
-            return only(large.back());
+    for (; !large_.empty(); large_.pop_back()) {
+        if (waiting_[large_.back()]) {
+            return only(large_.back());
         }
     }
-    const std::uint64_t share = std::clamp(costLeft / (workers * 4), smallestGroup, costliestGroup);
+    const std::uint64_t share =
+        std::clamp(costLeft_ / (workers_ * 4), smallestGroup, costliestGroup);
     std::vector<std::size_t> group;
     std::uint64_t groupCost = 0;
     const auto fits = [&](std::size_t document) {
@@ -104,17 +105,17 @@ std::vector<std::size_t> BatchPlan::next()
         groupCost += cost(document);
         take(document);
     };
-    for (; !returned.empty() && fits(returned.back()); returned.pop_back()) {
-        if (waiting[returned.back()]) {
-            add(returned.back());
+    for (; !returned_.empty() && fits(returned_.back()); returned_.pop_back()) {
+        if (waiting_[returned_.back()]) {
+            add(returned_.back());
         }
     }
-    for (; returned.empty() && position < sizes.size(); ++position) {
-        if (waiting[position]) {
-            if (!fits(position)) {
+    for (; returned_.empty() && position_ < sizes_.size(); ++position_) {
+        if (waiting_[position_]) {
+            if (!fits(position_)) {
                 break;
             }
-            add(position);
+            add(position_);
         }
     }
     return group;

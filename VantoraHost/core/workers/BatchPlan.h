@@ -45,14 +45,14 @@ private:
     std::uint64_t cost(std::size_t document) const;
     void take(std::size_t document);
 
-    const std::vector<std::uint64_t>& sizes;
-    const std::size_t workers;
-    std::vector<bool> waiting;
-    std::vector<std::size_t> large; ///< the largest last
-    std::vector<std::size_t> returned;
-    std::size_t position = 0; ///< no document before it waits, but large and returned ones
+    const std::vector<std::uint64_t>& sizes_;
+    const std::size_t workers_;
+    std::vector<bool> waiting_;
+    std::vector<std::size_t> large_; ///< the largest last
+    std::vector<std::size_t> returned_;
+    std::size_t position_ = 0; ///< no document before it waits, but large and returned ones
     std::size_t left_;
-    std::uint64_t costLeft = 0;
+    std::uint64_t costLeft_ = 0;
 };
 
 } // namespace vantora

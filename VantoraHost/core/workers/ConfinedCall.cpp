@@ -55,11 +55,11 @@ int doConfined(const CallLimits& limits, int answer, const std::function<std::st
 /// The copy that works; killed at the end of this object.
 class Copy {
 public:
-    explicit Copy(pid_t process) : process(process) {}
+    explicit Copy(pid_t process) : process_(process) {}
     ~Copy()
     {
-        if (process > 0) {
-            ::kill(process, SIGKILL);
+        if (process_ > 0) {
+            ::kill(process_, SIGKILL);
             end();
         }
     }
@@ -69,15 +69,15 @@ public:
     ProcessEnd end()
     {
         int status = 0;
-        while (::waitpid(process, &status, 0) < 0 && errno == EINTR) {
+        while (::waitpid(process_, &status, 0) < 0 && errno == EINTR) {
         }
-        process = 0;
+        process_ = 0;
         return WIFSIGNALED(status) ? ProcessEnd{WTERMSIG(status), 0}
                                    : ProcessEnd{0, WEXITSTATUS(status)};
     }
 
 private:
-    pid_t process;
+    pid_t process_;
 };
 
 enum class Reading { More, End, Failed };
@@ -97,26 +97,26 @@ Reading readSome(int descriptor, std::string& text)
 class RunningCall {
 public:
     RunningCall(std::size_t number, CallLimits limits, FileDescriptor answers, pid_t process)
-        : number(number), limits(std::move(limits)), answers(std::move(answers)),
-          copy(std::make_unique<Copy>(process))
+        : number_(number), limits_(std::move(limits)), answers_(std::move(answers)),
+          copy_(std::make_unique<Copy>(process))
     {
     }
 
-    int descriptor() const { return answers.get(); }
-    std::size_t place() const { return number; }
+    int descriptor() const { return answers_.get(); }
+    std::size_t place() const { return number_; }
 
     /// Takes what there is of the answer; the result, once there is one.
     std::optional<Result<std::string>> goOn(bool readable)
     {
-        const Reading read = readable ? readSome(answers.get(), text) : Reading::More;
+        const Reading read = readable ? readSome(answers_.get(), text_) : Reading::More;
         if (read == Reading::End) {
             return ended();
         }
         if (read == Reading::Failed) {
             return tl::unexpected<Error>(noSense());
         }
-        if (limits.time > 0s && Clock::now() - start > limits.time) {
-            return fail(Reason::TimedOut, {}, "it took longer than " + secondsText(limits.time));
+        if (limits_.time > 0s && Clock::now() - start_ > limits_.time) {
+            return fail(Reason::TimedOut, {}, "it took longer than " + secondsText(limits_.time));
         }
         return std::nullopt;
     }
@@ -124,23 +124,23 @@ public:
 private:
     Result<std::string> ended()
     {
-        const ProcessEnd end = copy->end();
+        const ProcessEnd end = copy_->end();
         if (end.signal == 0 && end.status == outOfMemory) {
-            return fail(Reason::OutOfMemory, {}, memorySentence(limits.memory));
+            return fail(Reason::OutOfMemory, {}, memorySentence(limits_.memory));
         }
         if (end.signal != 0 || end.status != 0) {
             return fail(end.isCrash() ? Reason::Crashed : Reason::Killed, {},
                         "the worker process that was at it ended: " + end.text());
         }
-        return std::move(text);
+        return std::move(text_);
     }
 
-    std::size_t number;
-    CallLimits limits;
-    FileDescriptor answers;
-    std::unique_ptr<Copy> copy;
-    Clock::time_point start = Clock::now();
-    std::string text;
+    std::size_t number_;
+    CallLimits limits_;
+    FileDescriptor answers_;
+    std::unique_ptr<Copy> copy_;
+    Clock::time_point start_ = Clock::now();
+    std::string text_;
 };
 
 Result<RunningCall> start(const ConfinedWork& calls, std::size_t number)

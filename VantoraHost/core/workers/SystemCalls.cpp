@@ -79,44 +79,44 @@ constexpr int allowedProcessControls[] = {PR_SET_NAME, PR_GET_NAME, PR_GET_DUMPA
 /// A filter that is being made; a call or argument that this architecture doesn't know is left out.
 class Filter {
 public:
-    Filter() : filter(seccomp_init(SCMP_ACT_KILL_PROCESS)) {}
+    Filter() : filter_(seccomp_init(SCMP_ACT_KILL_PROCESS)) {}
     ~Filter()
     {
-        if (filter) {
-            seccomp_release(filter);
+        if (filter_) {
+            seccomp_release(filter_);
         }
     }
     Filter(const Filter&) = delete;
     Filter& operator=(const Filter&) = delete;
 
-    void allow(int call) { seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 0); }
+    void allow(int call) { seccomp_rule_add(filter_, SCMP_ACT_ALLOW, call, 0); }
 
     template <class Value, std::size_t count>
     void allowWith(int call, unsigned argument, const Value (&values)[count])
     {
         for (const Value value : values) {
             const scmp_arg_cmp same = {argument, SCMP_CMP_EQ, static_cast<scmp_datum_t>(value), 0};
-            seccomp_rule_add_array(filter, SCMP_ACT_ALLOW, call, 1, &same);
+            seccomp_rule_add_array(filter_, SCMP_ACT_ALLOW, call, 1, &same);
         }
     }
 
     template <class... Conditions>
     void add(std::uint32_t action, int call, Conditions... conditions)
     {
-        seccomp_rule_add(filter, action, call, sizeof...(conditions), conditions...);
+        seccomp_rule_add(filter_, action, call, sizeof...(conditions), conditions...);
     }
 
     void load()
     {
-        seccomp_attr_set(filter, SCMP_FLTATR_ACT_BADARCH, SCMP_ACT_KILL_PROCESS);
-        seccomp_attr_set(filter, SCMP_FLTATR_CTL_OPTIMIZE, 2); // a tree instead of a chain
-        seccomp_load(filter);
+        seccomp_attr_set(filter_, SCMP_FLTATR_ACT_BADARCH, SCMP_ACT_KILL_PROCESS);
+        seccomp_attr_set(filter_, SCMP_FLTATR_CTL_OPTIMIZE, 2); // a tree instead of a chain
+        seccomp_load(filter_);
     }
 
-    explicit operator bool() const { return filter != nullptr; }
+    explicit operator bool() const { return filter_ != nullptr; }
 
 private:
-    scmp_filter_ctx filter;
+    scmp_filter_ctx filter_;
 };
 
 void addThreads(Filter& filter)

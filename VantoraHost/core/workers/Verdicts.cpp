@@ -8,7 +8,7 @@ std::optional<Error> Verdicts::of(std::size_t document, const WorkerDeath& death
 {
     const std::string at = "the worker process that was at it ";
     if (death.timedOut) {
-        return Error{Reason::TimedOut, {}, "it took longer than " + secondsText(timeout)};
+        return Error{Reason::TimedOut, {}, "it took longer than " + secondsText(timeout_)};
     }
     if (death.senseless) {
         return Error{Reason::Crashed, {}, at + "gave an answer that makes no sense"};
@@ -17,11 +17,11 @@ std::optional<Error> Verdicts::of(std::size_t document, const WorkerDeath& death
         return Error{Reason::Crashed, {}, at + "ended: " + death.end.text()};
     }
     const ProcessEnd end = death.asked ? ProcessEnd{SIGTERM, 0} : death.end;
-    if (!secondChance) {
+    if (!secondChance_) {
         return Error{
             end.isCrash() ? Reason::Crashed : Reason::Killed, {}, at + "ended: " + end.text()};
     }
-    const auto [earlier, isFirst] = firstEnds.emplace(document, end);
+    const auto [earlier, isFirst] = firstEnds_.emplace(document, end);
     if (isFirst) {
         return std::nullopt;
     }

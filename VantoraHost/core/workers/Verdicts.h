@@ -25,7 +25,7 @@ public:
     /// `timeout` is the longest that a document may take; `secondChance`, whether one may be tried
     /// once more.
     explicit Verdicts(std::chrono::seconds timeout, bool secondChance = true)
-        : timeout(timeout), secondChance(secondChance)
+        : timeout_(timeout), secondChance_(secondChance)
     {
     }
 
@@ -34,9 +34,9 @@ public:
     std::optional<Error> of(std::size_t document, const WorkerDeath& death);
 
 private:
-    const std::chrono::seconds timeout;
-    const bool secondChance;
-    std::map<std::size_t, ProcessEnd> firstEnds; ///< by document
+    const std::chrono::seconds timeout_;
+    const bool secondChance_;
+    std::map<std::size_t, ProcessEnd> firstEnds_; ///< by document
 };
 
 /// That a document needs more than these bytes.

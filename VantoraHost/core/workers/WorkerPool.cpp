@@ -52,29 +52,29 @@ std::vector<std::uint64_t> sizesOf(const std::vector<std::string>& inputs)
 class Pool {
 public:
     Pool(const Batch& batch, const WorkerSettings& settings, RunObserver& observer)
-        : batch(batch), settings(settings), observer(observer), sizes(sizesOf(batch.inputs)),
-          wholeRun(settings.setup.wholeRun), workers(wholeRun ? 1 : settings.count),
-          plan(sizes, workers, wholeRun ? HandingOut::InOrder : HandingOut::LongestFirst),
-          order([&](const DocumentReport& report) { observer.documentInTurn(report); }),
-          verdicts(settings.timeout, !wholeRun)
+        : batch_(batch), settings_(settings), observer_(observer), sizes_(sizesOf(batch.inputs)),
+          wholeRun_(settings.setup.wholeRun), workers_(wholeRun_ ? 1 : settings.count),
+          plan_(sizes_, workers_, wholeRun_ ? HandingOut::InOrder : HandingOut::LongestFirst),
+          order_([&](const DocumentReport& report) { observer.documentInTurn(report); }),
+          verdicts_(settings.timeout, !wholeRun_)
     {
         WorkerSetup setup = settings.setup;
         setup.job = batch.settings;
         setup.files = fileAccessOf(batch);
-        setupLine = setupMessage(setup);
+        setupLine_ = setupMessage(setup);
     }
 
     Result<BatchResult> run()
     {
         reportRefused();
-        while (!failure && (plan.left() > 0 || !suspects.empty() || isBusy())) {
-            if (!stopping && observer.cancelled()) {
+        while (!failure_ && (plan_.left() > 0 || !suspects_.empty() || isBusy())) {
+            if (!stopping_ && observer_.cancelled()) {
                 stop();
             }
-            if (stopping && crew.empty()) {
+            if (stopping_ && crew_.empty()) {
                 break;
             }
-            if (!stopping) {
+            if (!stopping_) {
                 startWorkers();
                 handOut();
             }
@@ -86,69 +86,69 @@ public:
 private:
     void reportRefused()
     {
-        for (std::size_t i = 0; i < batch.targets.size(); ++i) {
-            if (!batch.targets[i]) {
-                plan.leaveOut(i);
-                arrived(i, failedReport(batch.inputs[i], batch.targets[i].error()));
+        for (std::size_t i = 0; i < batch_.targets.size(); ++i) {
+            if (!batch_.targets[i]) {
+                plan_.leaveOut(i);
+                arrived(i, failedReport(batch_.inputs[i], batch_.targets[i].error()));
             }
         }
     }
 
     void arrived(std::size_t document, DocumentReport report)
     {
-        const Result<Target>& target = batch.targets[document];
+        const Result<Target>& target = batch_.targets[document];
         if (target && target->standardOutput && report.status == DocumentStatus::Done) {
             passOn(report);
         }
-        ++result.finished;
-        result.failed += report.status == DocumentStatus::Failed ? 1 : 0;
-        observer.documentArrived(report);
-        order.add(document, std::move(report));
+        ++result_.finished;
+        result_.failed += report.status == DocumentStatus::Failed ? 1 : 0;
+        observer_.documentArrived(report);
+        order_.add(document, std::move(report));
     }
 
     bool isBusy() const
     {
-        return std::any_of(crew.begin(), crew.end(),
+        return std::any_of(crew_.begin(), crew_.end(),
                            [](const CrewMember& member) { return member.isBusy(); });
     }
 
     void startWorkers()
     {
         const auto busy = static_cast<std::size_t>(std::count_if(
-            crew.begin(), crew.end(), [](const CrewMember& member) { return member.isBusy(); }));
+            crew_.begin(), crew_.end(), [](const CrewMember& member) { return member.isBusy(); }));
         const std::size_t wanted =
-            std::min(workers, busy + plan.workersWorthwhile() + suspects.size());
-        while (crew.size() < wanted && !failure) {
+            std::min(workers_, busy + plan_.workersWorthwhile() + suspects_.size());
+        while (crew_.size() < wanted && !failure_) {
             auto process = startWorker();
             if (!process) {
                 // Those that are there go on; the system may be short of processes for a moment.
-                if (crew.empty()) {
-                    failure = process.error();
+                if (crew_.empty()) {
+                    failure_ = process.error();
                 }
                 return;
             }
             CrewMember member;
             member.process = std::move(*process);
-            member.since = settings.now();
-            member.process->send(setupLine);
-            crew.push_back(std::move(member));
+            member.since = settings_.now();
+            member.process->send(setupLine_);
+            crew_.push_back(std::move(member));
         }
     }
 
     Result<std::unique_ptr<WorkerProcess>> startWorker()
     {
-        if (!settings.copies) {
-            return WorkerProcess::start(settings.program);
+        if (!settings_.copies) {
+            return WorkerProcess::start(settings_.program);
         }
-        output = FileDescriptor(::memfd_create("standard output", MFD_CLOEXEC));
-        return WorkerProcess::copy({output.get()}, [&](int orders, int answers) {
+        output_ = FileDescriptor(::memfd_create("standard output", MFD_CLOEXEC));
+        return WorkerProcess::copy({output_.get()}, [&](int orders, int answers) {
             JobSettings inherited;
-            inherited.standardInput = batch.settings.standardInput;
+            inherited.standardInput = batch_.settings.standardInput;
             inherited.standardOutput = [this](std::string_view bytes) {
-                return ::write(output.get(), bytes.data(), bytes.size()) ==
+                return ::write(output_.get(), bytes.data(), bytes.size()) ==
                        static_cast<ssize_t>(bytes.size());
             };
-            return serveAsWorker({orders, answers}, settings.copies, &inherited) ? 0 : 1;
+            return serveAsWorker({orders, answers}, settings_.copies, &inherited) ? 0 : 1;
         });
     }
 
@@ -156,12 +156,12 @@ private:
     // known to be whole.
     void passOn(DocumentReport& report)
     {
-        const off_t size = ::lseek(output.get(), 0, SEEK_END);
-        void* const bytes =
-            ::mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED, output.get(), 0);
+        const off_t size = ::lseek(output_.get(), 0, SEEK_END);
+        void* const bytes = ::mmap(nullptr, static_cast<std::size_t>(size), PROT_READ, MAP_SHARED,
+                                   output_.get(), 0);
         const bool passed =
-            bytes != MAP_FAILED && batch.settings.standardOutput({static_cast<const char*>(bytes),
-                                                                  static_cast<std::size_t>(size)});
+            bytes != MAP_FAILED && batch_.settings.standardOutput({static_cast<const char*>(bytes),
+                                                                   static_cast<std::size_t>(size)});
         if (bytes != MAP_FAILED) {
             ::munmap(bytes, static_cast<std::size_t>(size));
         }
@@ -176,20 +176,21 @@ private:
     std::vector<std::size_t> nextGroup(const CrewMember& member)
     {
         const bool freshOneComes =
-            std::any_of(crew.begin(), crew.end(), [](const CrewMember& other) {
+            std::any_of(crew_.begin(), crew_.end(), [](const CrewMember& other) {
                 return other.stage == WorkerStage::Starting || other.stage == WorkerStage::Fresh;
             });
-        if (!suspects.empty() && (member.stage == WorkerStage::Fresh || !freshOneComes)) {
-            const std::size_t suspect = suspects.front();
-            suspects.pop_front();
+        if (!suspects_.empty() && (member.stage == WorkerStage::Fresh || !freshOneComes)) {
+            const std::size_t suspect = suspects_.front();
+            suspects_.pop_front();
             return {suspect};
         }
-        return order.bytesHeld() > mostBytesHeld ? plan.only(order.firstMissing()) : plan.next();
+        return order_.bytesHeld() > mostBytesHeld ? plan_.only(order_.firstMissing())
+                                                  : plan_.next();
     }
 
     void handOut()
     {
-        for (CrewMember& member : crew) {
+        for (CrewMember& member : crew_) {
             if (!isOpen(member.stage) || member.isBusy()) {
                 continue;
             }
@@ -199,11 +200,11 @@ private:
             }
             std::vector<WorkerTask> tasks;
             for (const std::size_t document : group) {
-                tasks.push_back({document, batch.inputs[document], *batch.targets[document]});
+                tasks.push_back({document, batch_.inputs[document], *batch_.targets[document]});
             }
             member.documents.assign(group.begin(), group.end());
             member.after(WorkerEvent::IsGivenDocuments);
-            member.since = settings.now();
+            member.since = settings_.now();
             member.process->send(tasksMessage(tasks));
         }
     }
@@ -212,34 +213,34 @@ private:
     void wait()
     {
         std::vector<pollfd> descriptors;
-        for (const CrewMember& member : crew) {
+        for (const CrewMember& member : crew_) {
             descriptors.push_back({member.process->answersToRead(), POLLIN, 0});
             descriptors.push_back({member.process->ordersToWrite(), POLLOUT, 0});
         }
-        const auto before = settings.now();
+        const auto before = settings_.now();
         if (everyoneHasEnoughToDo()) {
             std::this_thread::sleep_for(1ms); // waking up for each line costs more than the lines
         }
         ::poll(descriptors.data(), descriptors.size(), static_cast<int>(tick.count()));
-        excuseAbsence(settings.now() - before);
-        for (std::size_t i = 0; i < crew.size(); ++i) {
+        excuseAbsence(settings_.now() - before);
+        for (std::size_t i = 0; i < crew_.size(); ++i) {
             if (descriptors[2 * i + 1].revents != 0) {
-                crew[i].process->writeOrders();
+                crew_[i].process->writeOrders();
             }
             if (descriptors[2 * i].revents != 0) {
-                listenTo(crew[i]);
+                listenTo(crew_[i]);
             }
         }
         endLateOnes();
-        crew.erase(std::remove_if(crew.begin(), crew.end(),
-                                  [](const CrewMember& member) { return !member.process; }),
-                   crew.end());
+        crew_.erase(std::remove_if(crew_.begin(), crew_.end(),
+                                   [](const CrewMember& member) { return !member.process; }),
+                    crew_.end());
     }
 
     bool everyoneHasEnoughToDo() const
     {
         constexpr std::size_t enough = 10; // small documents, which take more than the pause
-        return !stopping && std::all_of(crew.begin(), crew.end(), [](const CrewMember& member) {
+        return !stopping_ && std::all_of(crew_.begin(), crew_.end(), [](const CrewMember& member) {
             return member.documents.size() >= enough;
         });
     }
@@ -248,7 +249,7 @@ private:
     void excuseAbsence(Clock::duration waited)
     {
         if (waited > tick + 1s) {
-            for (CrewMember& member : crew) {
+            for (CrewMember& member : crew_) {
                 member.since += waited;
             }
         }
@@ -268,7 +269,7 @@ private:
         const Heard heard = member.process->readAnswers(lines);
         bool makesSense = heard != Heard::Nonsense;
         for (auto line = lines.begin(); makesSense && line != lines.end(); ++line) {
-            member.since = settings.now();
+            member.since = settings_.now();
             const auto answer = answerOf(*line);
             makesSense = answer && take(member, *answer);
         }
@@ -283,14 +284,14 @@ private:
     {
         if (std::holds_alternative<WorkerReady>(answer)) {
             member.after(WorkerEvent::SaysReady);
-            begun = true;
-            failedStarts = 0;
+            begun_ = true;
+            failedStarts_ = 0;
         } else if (const auto* refusal = std::get_if<WorkerRefusal>(&answer)) {
-            failure = refusal->error;
+            failure_ = refusal->error;
         } else if (const auto* end = std::get_if<WorkerEnd>(&answer)) {
             member.after(end->asked ? WorkerEvent::SaysEndAsked : WorkerEvent::SaysEnd);
-            if (end->complaint && !result.ending) {
-                result.ending = end->complaint;
+            if (end->complaint && !result_.ending) {
+                result_.ending = end->complaint;
             }
         } else if (const auto* written = std::get_if<WorkerWritten>(&answer)) {
             if (!member.isAt(written->number)) {
@@ -318,7 +319,7 @@ private:
     // Returns false when it has no reason to ask.
     bool letName(CrewMember& member)
     {
-        if (!batch.settings.reportFirst) {
+        if (!batch_.settings.reportFirst) {
             return false;
         }
         if (!isOpen(member.stage)) {
@@ -328,7 +329,7 @@ private:
         for (const auto& [document, written] : member.written) {
             reports.push_back(written.report);
         }
-        observer.outputsGetNames(reports);
+        observer_.outputsGetNames(reports);
         member.process->send(namingMessage());
         return true;
     }
@@ -354,11 +355,11 @@ private:
         if (member.fault != WorkerFault::MadeNoSense) {
             hear(member); // its last words
         }
-        for (const std::size_t document : settleOutputsOf(member, batch)) {
+        for (const std::size_t document : settleOutputsOf(member, batch_)) {
             placedBy(member, document);
         }
         // One that has been too slow may have been done with it in the last moment.
-        const bool ended = stopping || member.stage == WorkerStage::Ended;
+        const bool ended = stopping_ || member.stage == WorkerStage::Ended;
         const bool toBlame = member.fault == WorkerFault::TookTooLong ? member.current() == document
                                                                       : !ended && member.current();
         if (!wasReady(member.stage) && !hasSaidEnd(member.stage)) {
@@ -367,10 +368,10 @@ private:
             judge(*member.current(), member, end);
             member.forget(*member.current());
         }
-        plan.giveBack(member.lost());
+        plan_.giveBack(member.lost());
         member.documents.clear();
         member.written.clear();
-        if (wholeRun && wasReady(member.stage) && !stopping) {
+        if (wholeRun_ && wasReady(member.stage) && !stopping_) {
             endRun(member, end, document);
         }
         member.process.reset();
@@ -380,71 +381,71 @@ private:
     void endRun(const CrewMember& member, const ProcessEnd& end,
                 std::optional<std::size_t> document)
     {
-        const std::string how = document ? " over " + batch.inputs[*document] : ": " + end.text();
-        if (plan.left() > 0) {
-            failure = Error{Reason::NotReached,
-                            {},
-                            "not done: the run ended with its one worker process" + how +
-                                "; its actions may have to see all of a run, which no other one "
-                                "can go on with"};
+        const std::string how = document ? " over " + batch_.inputs[*document] : ": " + end.text();
+        if (plan_.left() > 0) {
+            failure_ = Error{Reason::NotReached,
+                             {},
+                             "not done: the run ended with its one worker process" + how +
+                                 "; its actions may have to see all of a run, which no other one "
+                                 "can go on with"};
         }
-        if (!hasSaidEnd(member.stage) && !result.ending) {
-            result.ending = Error{Reason::WorkerFailed,
-                                  {},
-                                  "the actions were not told that the run is over: the worker "
-                                  "process ended" +
-                                      how};
+        if (!hasSaidEnd(member.stage) && !result_.ending) {
+            result_.ending = Error{Reason::WorkerFailed,
+                                   {},
+                                   "the actions were not told that the run is over: the worker "
+                                   "process ended" +
+                                       how};
         }
     }
 
     void failedStart(const CrewMember& member, const ProcessEnd& end)
     {
-        ++failedStarts;
-        const bool hopeless = wholeRun || // a second one would begin the run once more
-                              failedStarts >= (begun ? hopelessStartsLater : hopelessStarts) ||
-                              (member.fault == WorkerFault::TookTooLong && !begun);
-        if (failure || stopping || !hopeless) {
+        ++failedStarts_;
+        const bool hopeless = wholeRun_ || // a second one would begin the run once more
+                              failedStarts_ >= (begun_ ? hopelessStartsLater : hopelessStarts) ||
+                              (member.fault == WorkerFault::TookTooLong && !begun_);
+        if (failure_ || stopping_ || !hopeless) {
             return;
         }
         const std::string what =
             member.fault == WorkerFault::TookTooLong
-                ? "worker processes don't begin within " + secondsText(settings.timeToBegin)
+                ? "worker processes don't begin within " + secondsText(settings_.timeToBegin)
             : member.fault == WorkerFault::MadeNoSense
                 ? "worker processes answer with what makes no sense"
                 : "worker processes end before they begin: " + end.text();
-        failure = Error{Reason::WorkerFailed, {}, what};
+        failure_ = Error{Reason::WorkerFailed, {}, what};
     }
 
     // The worker ended over this document.
     void judge(std::size_t document, const CrewMember& member, const ProcessEnd& end)
     {
-        auto error = verdicts.of(document, {end, member.fault == WorkerFault::TookTooLong,
-                                            member.fault == WorkerFault::MadeNoSense,
-                                            member.stage == WorkerStage::EndedAsked});
+        auto error = verdicts_.of(document, {end, member.fault == WorkerFault::TookTooLong,
+                                             member.fault == WorkerFault::MadeNoSense,
+                                             member.stage == WorkerStage::EndedAsked});
         if (error) {
             breakOff(document, member, std::move(*error));
         } else {
-            suspects.push_back(document);
+            suspects_.push_back(document);
         }
     }
 
     void breakOff(std::size_t document, const CrewMember& member, Error error)
     {
-        error.file = batch.inputs[document];
-        DocumentReport report = failedReport(batch.inputs[document], std::move(error));
-        report.seconds = std::chrono::duration<double>(settings.now() - member.since).count();
+        error.file = batch_.inputs[document];
+        DocumentReport report = failedReport(batch_.inputs[document], std::move(error));
+        report.seconds = std::chrono::duration<double>(settings_.now() - member.since).count();
         arrived(document, std::move(report));
     }
 
     void endLateOnes()
     {
-        const auto now = settings.now();
-        for (CrewMember& member : crew) {
+        const auto now = settings_.now();
+        for (CrewMember& member : crew_) {
             const bool atWork = member.isBusy() || !isOpen(member.stage);
             const bool ready = wasReady(member.stage);
-            const auto limit = ready ? settings.timeout : settings.timeToBegin;
+            const auto limit = ready ? settings_.timeout : settings_.timeToBegin;
             const bool late = limit > 0s && atWork && now - member.since > limit;
-            const bool obstinate = stopping && now - stoppedAt > timeToStop;
+            const bool obstinate = stopping_ && now - stoppedAt_ > timeToStop;
             if (member.process && (late || obstinate)) {
                 if (late && (member.isBusy() || !ready)) {
                     member.blameFor(WorkerFault::TookTooLong);
@@ -457,7 +458,7 @@ private:
 
     void closeAll()
     {
-        for (CrewMember& member : crew) {
+        for (CrewMember& member : crew_) {
             member.after(WorkerEvent::GetsNoMore);
             member.process->closeOrders();
         }
@@ -465,57 +466,57 @@ private:
 
     void stop()
     {
-        stopping = true;
-        result.interrupted = true;
-        stoppedAt = settings.now();
+        stopping_ = true;
+        result_.interrupted = true;
+        stoppedAt_ = settings_.now();
         closeAll();
-        for (const CrewMember& member : crew) {
+        for (const CrewMember& member : crew_) {
             member.process->signal(SIGTERM);
         }
     }
 
     Result<BatchResult> finish()
     {
-        if (failure && !begun) {
-            return tl::unexpected<Error>(std::move(*failure));
+        if (failure_ && !begun_) {
+            return tl::unexpected<Error>(std::move(*failure_));
         }
         closeAll();
-        while (!crew.empty()) {
+        while (!crew_.empty()) {
             wait();
         }
-        if (failure) {
-            for (auto group = plan.next(); !group.empty(); group = plan.next()) {
-                suspects.insert(suspects.end(), group.begin(), group.end());
+        if (failure_) {
+            for (auto group = plan_.next(); !group.empty(); group = plan_.next()) {
+                suspects_.insert(suspects_.end(), group.begin(), group.end());
             }
-            for (const std::size_t document : suspects) {
-                arrived(document,
-                        failedReport(batch.inputs[document],
-                                     {failure->reason, batch.inputs[document], failure->sentence}));
+            for (const std::size_t document : suspects_) {
+                arrived(document, failedReport(batch_.inputs[document],
+                                               {failure_->reason, batch_.inputs[document],
+                                                failure_->sentence}));
             }
         }
-        order.finish();
-        return std::move(result);
+        order_.finish();
+        return std::move(result_);
     }
 
-    const Batch& batch;
-    const WorkerSettings& settings;
-    RunObserver& observer;
-    const std::vector<std::uint64_t> sizes;
-    const bool wholeRun;
-    const std::size_t workers; ///< at most so many at a time
-    BatchPlan plan;
-    ReportOrder order;
-    std::string setupLine;
-    std::vector<CrewMember> crew;
-    BatchResult result;
-    std::optional<Error> failure;
-    Verdicts verdicts;
-    std::deque<std::size_t> suspects; ///< documents to be tried once more, each alone
-    int failedStarts = 0;
-    bool begun = false;    ///< whether any worker has
-    FileDescriptor output; ///< what goes to standard output
-    bool stopping = false;
-    Clock::time_point stoppedAt;
+    const Batch& batch_;
+    const WorkerSettings& settings_;
+    RunObserver& observer_;
+    const std::vector<std::uint64_t> sizes_;
+    const bool wholeRun_;
+    const std::size_t workers_; ///< at most so many at a time
+    BatchPlan plan_;
+    ReportOrder order_;
+    std::string setupLine_;
+    std::vector<CrewMember> crew_;
+    BatchResult result_;
+    std::optional<Error> failure_;
+    Verdicts verdicts_;
+    std::deque<std::size_t> suspects_; ///< documents to be tried once more, each alone
+    int failedStarts_ = 0;
+    bool begun_ = false;    ///< whether any worker has
+    FileDescriptor output_; ///< what goes to standard output
+    bool stopping_ = false;
+    Clock::time_point stoppedAt_;
 };
 
 } // namespace

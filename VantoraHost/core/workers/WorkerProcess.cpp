@@ -45,25 +45,25 @@ class Spawning {
 public:
     Spawning(const Pipe& orders, const Pipe& answers)
     {
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, orders.read.get(), STDIN_FILENO);
-        posix_spawn_file_actions_adddup2(&actions, answers.write.get(), STDOUT_FILENO);
+        posix_spawn_file_actions_init(&actions_);
+        posix_spawn_file_actions_adddup2(&actions_, orders.read.get(), STDIN_FILENO);
+        posix_spawn_file_actions_adddup2(&actions_, answers.write.get(), STDOUT_FILENO);
         // What else the user's shell has open is none of its business.
-        posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+        posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
         // Ctrl-C reaches every process of the terminal, but it is the run that stops its workers.
         sigset_t blocked;
         sigemptyset(&blocked);
         for (const int number : {SIGINT, SIGHUP, SIGQUIT}) {
             sigaddset(&blocked, number);
         }
-        posix_spawnattr_init(&attributes);
-        posix_spawnattr_setsigmask(&attributes, &blocked);
-        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
+        posix_spawnattr_init(&attributes_);
+        posix_spawnattr_setsigmask(&attributes_, &blocked);
+        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK);
     }
     ~Spawning()
     {
-        posix_spawn_file_actions_destroy(&actions);
-        posix_spawnattr_destroy(&attributes);
+        posix_spawn_file_actions_destroy(&actions_);
+        posix_spawnattr_destroy(&attributes_);
     }
     Spawning(const Spawning&) = delete;
     Spawning& operator=(const Spawning&) = delete;
@@ -74,12 +74,13 @@ public:
         char name[] = "vantora";
         std::string command = workerCommand;
         char* arguments[] = {name, command.data(), nullptr};
-        return ::posix_spawn(&process, program.c_str(), &actions, &attributes, arguments, environ);
+        return ::posix_spawn(&process, program.c_str(), &actions_, &attributes_, arguments,
+                             environ);
     }
 
 private:
-    posix_spawn_file_actions_t actions;
-    posix_spawnattr_t attributes;
+    posix_spawn_file_actions_t actions_;
+    posix_spawnattr_t attributes_;
 };
 
 } // namespace
@@ -132,31 +133,31 @@ WorkerProcess::~WorkerProcess()
 
 void WorkerProcess::send(const std::string& line)
 {
-    unsent += line;
-    unsent += '\n';
+    unsent_ += line;
+    unsent_ += '\n';
     writeOrders();
 }
 
 void WorkerProcess::closeOrders()
 {
-    closing = true;
+    closing_ = true;
     writeOrders();
 }
 
 void WorkerProcess::writeOrders()
 {
-    while (!unsent.empty()) {
-        const ssize_t count = ::write(orders.get(), unsent.data(), unsent.size());
+    while (!unsent_.empty()) {
+        const ssize_t count = ::write(orders_.get(), unsent_.data(), unsent_.size());
         if (count > 0) {
-            unsent.erase(0, static_cast<std::size_t>(count));
+            unsent_.erase(0, static_cast<std::size_t>(count));
         } else if (errno == EAGAIN) {
             return;
         } else if (errno != EINTR) {
-            unsent.clear(); // nobody reads it any more, as the end of the answers will tell
+            unsent_.clear(); // nobody reads it any more, as the end of the answers will tell
         }
     }
-    if (closing) {
-        orders = FileDescriptor();
+    if (closing_) {
+        orders_ = FileDescriptor();
     }
 }
 
@@ -168,7 +169,7 @@ Heard WorkerProcess::readAnswers(std::vector<std::string>& lines)
     constexpr std::size_t longestLine = 64 * 1024 * 1024;
     for (std::size_t read = 0; read < mostAtATime;) {
         char piece[65536];
-        const ssize_t got = ::read(answers.get(), piece, sizeof piece);
+        const ssize_t got = ::read(answers_.get(), piece, sizeof piece);
         if (got < 0 && errno == EINTR) {
             continue;
         }
@@ -176,15 +177,15 @@ Heard WorkerProcess::readAnswers(std::vector<std::string>& lines)
             return got < 0 && errno == EAGAIN ? Heard::Lines : Heard::End;
         }
         read += static_cast<std::size_t>(got);
-        std::size_t searched = received.size();
-        received.append(piece, static_cast<std::size_t>(got));
+        std::size_t searched = received_.size();
+        received_.append(piece, static_cast<std::size_t>(got));
         std::size_t start = 0;
-        for (std::size_t end = 0; (end = received.find('\n', searched)) != std::string::npos;) {
-            lines.push_back(received.substr(start, end - start));
+        for (std::size_t end = 0; (end = received_.find('\n', searched)) != std::string::npos;) {
+            lines.push_back(received_.substr(start, end - start));
             start = searched = end + 1;
         }
-        received.erase(0, start);
-        if (received.size() > longestLine) {
+        received_.erase(0, start);
+        if (received_.size() > longestLine) {
             return Heard::Nonsense;
         }
     }
@@ -193,28 +194,28 @@ Heard WorkerProcess::readAnswers(std::vector<std::string>& lines)
 
 void WorkerProcess::signal(int number) const
 {
-    if (process > 0) {
-        ::kill(process, number);
+    if (process_ > 0) {
+        ::kill(process_, number);
     }
 }
 
 ProcessEnd WorkerProcess::end()
 {
-    if (process <= 0) {
+    if (process_ <= 0) {
         return {};
     }
     // One may close its answers a moment before it ends by itself, with a status worth telling.
     int status = 0;
     constexpr useconds_t longest = 100000;
     useconds_t waited = 0;
-    for (useconds_t pause = 50; ::waitpid(process, &status, WNOHANG) == 0; waited += pause) {
+    for (useconds_t pause = 50; ::waitpid(process_, &status, WNOHANG) == 0; waited += pause) {
         if (waited > longest) {
-            ::kill(process, SIGKILL);
+            ::kill(process_, SIGKILL);
         }
         pause = std::min<useconds_t>(2 * pause, 1000);
         ::usleep(pause);
     }
-    process = 0;
+    process_ = 0;
     return WIFSIGNALED(status) ? ProcessEnd{WTERMSIG(status), 0}
                                : ProcessEnd{0, WEXITSTATUS(status)};
 }

@@ -58,10 +58,10 @@ public:
     void closeOrders();
 
     /// To be waited for until it can be written to; -1 when there is nothing to be written.
-    int ordersToWrite() const { return unsent.empty() ? -1 : orders.get(); }
+    int ordersToWrite() const { return unsent_.empty() ? -1 : orders_.get(); }
 
     /// To be waited for until it can be read from.
-    int answersToRead() const { return answers.get(); }
+    int answersToRead() const { return answers_.get(); }
 
     /// Writes as much as the worker takes.
     void writeOrders();
@@ -77,16 +77,16 @@ public:
 private:
     WorkerProcess(pid_t process, karvel::io::FileDescriptor orders,
                   karvel::io::FileDescriptor answers)
-        : process(process), orders(std::move(orders)), answers(std::move(answers))
+        : process_(process), orders_(std::move(orders)), answers_(std::move(answers))
     {
     }
 
-    pid_t process;
-    karvel::io::FileDescriptor orders;
-    karvel::io::FileDescriptor answers;
-    std::string unsent;
-    std::string received;
-    bool closing = false;
+    pid_t process_;
+    karvel::io::FileDescriptor orders_;
+    karvel::io::FileDescriptor answers_;
+    std::string unsent_;
+    std::string received_;
+    bool closing_ = false;
 };
 
 } // namespace vantora

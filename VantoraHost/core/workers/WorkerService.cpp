@@ -19,25 +19,25 @@ namespace {
 /// Lines in both directions; whether they still go through.
 class Lines {
 public:
-    explicit Lines(const WorkerChannel& channel) : channel(channel) {}
+    explicit Lines(const WorkerChannel& channel) : channel_(channel) {}
 
     /// The next line; none at the end of the orders.
     std::optional<std::string> next()
     {
         std::size_t end = 0;
-        while ((end = buffer.find('\n', searched)) == std::string::npos) {
-            searched = buffer.size();
+        while ((end = buffer_.find('\n', searched_)) == std::string::npos) {
+            searched_ = buffer_.size();
             char piece[65536];
-            const ssize_t got = ::read(channel.orders, piece, sizeof piece);
+            const ssize_t got = ::read(channel_.orders, piece, sizeof piece);
             if (got > 0) {
-                buffer.append(piece, static_cast<std::size_t>(got));
+                buffer_.append(piece, static_cast<std::size_t>(got));
             } else if (got == 0 || errno != EINTR) {
                 return std::nullopt;
             }
         }
-        std::string line = buffer.substr(0, end);
-        buffer.erase(0, end + 1);
-        searched = 0;
+        std::string line = buffer_.substr(0, end);
+        buffer_.erase(0, end + 1);
+        searched_ = 0;
         return line;
     }
 
@@ -46,7 +46,7 @@ public:
         const std::string line = answerMessage(answer) + '\n';
         for (std::size_t written = 0; written < line.size();) {
             const ssize_t count =
-                ::write(channel.answers, line.data() + written, line.size() - written);
+                ::write(channel_.answers, line.data() + written, line.size() - written);
             if (count < 0 && errno != EINTR) {
                 return false;
             }
@@ -56,9 +56,9 @@ public:
     }
 
 private:
-    const WorkerChannel channel;
-    std::string buffer;
-    std::size_t searched = 0;
+    const WorkerChannel channel_;
+    std::string buffer_;
+    std::size_t searched_ = 0;
 };
 
 // A run that is interrupted asks its workers to end: at once, unless there is something to finish.
@@ -90,38 +90,38 @@ bool isAsked()
 
 class Service {
 public:
-    Service(Lines& lines, WorkerSetup given) : lines(lines), setup(std::move(given))
+    Service(Lines& lines, WorkerSetup given) : lines_(lines), setup_(std::move(given))
     {
-        setup.job.cancelled = isAsked;
-        setup.job.savingBegins = [] { mayEnd = 0; };
+        setup_.job.cancelled = isAsked;
+        setup_.job.savingBegins = [] { mayEnd = 0; };
         nothingToFinish();
     }
 
     /// Loads what is needed, and begins the run if that is this worker's to do.
     Outcome begin()
     {
-        auto loaded = loadPdfLibrary(setup.library);
+        auto loaded = loadPdfLibrary(setup_.library);
         if (!loaded) {
             return tl::unexpected<Error>(std::move(loaded.error()));
         }
-        library = std::move(*loaded);
-        auto made = Sequence::of(setup.steps, ActionCatalog::of(setup.actionFolders));
+        library_ = std::move(*loaded);
+        auto made = Sequence::of(setup_.steps, ActionCatalog::of(setup_.actionFolders));
         if (!made) {
             return tl::unexpected<Error>(std::move(made.error()));
         }
-        sequence = std::make_unique<Sequence>(std::move(*made));
-        std::vector<std::filesystem::path> own = setup.actionFolders;
-        own.push_back(setup.library.parent_path());
+        sequence_ = std::make_unique<Sequence>(std::move(*made));
+        std::vector<std::filesystem::path> own = setup_.actionFolders;
+        own.push_back(setup_.library.parent_path());
         const std::vector<std::string> always = programFiles(std::move(own));
-        setup.files.readable.insert(setup.files.readable.end(), always.begin(), always.end());
-        confine(setup.memoryLimit, setup.files);
-        return setup.wholeRun ? sequence->begin(*library) : Outcome();
+        setup_.files.readable.insert(setup_.files.readable.end(), always.begin(), always.end());
+        confine(setup_.memoryLimit, setup_.files);
+        return setup_.wholeRun ? sequence_->begin(*library_) : Outcome();
     }
 
     void doDocuments()
     {
-        DocumentJob job(*library, *sequence, setup.job);
-        while (const auto line = lines.next()) {
+        DocumentJob job(*library_, *sequence_, setup_.job);
+        while (const auto line = lines_.next()) {
             const auto tasks = tasksOf(*line);
             if (!tasks || !doGroup(job, *tasks)) {
                 return;
@@ -131,7 +131,7 @@ public:
 
     WorkerEnd end()
     {
-        const Outcome ended = setup.wholeRun ? sequence->end(*library) : Outcome();
+        const Outcome ended = setup_.wholeRun ? sequence_->end(*library_) : Outcome();
         return {ended ? std::nullopt : std::optional(ended.error()), isAsked()};
     }
 
@@ -155,59 +155,59 @@ private:
         nothingToFinish();
         if (done.output) {
             const bool announced =
-                lines.answer(WorkerWritten{task.number, done.report, done.output->identity});
-            outputs.add(task.number, std::move(done.report), std::move(*done.output));
-            return announced && (!outputs.isFull() || placeOutputs());
+                lines_.answer(WorkerWritten{task.number, done.report, done.output->identity});
+            outputs_.add(task.number, std::move(done.report), std::move(*done.output));
+            return announced && (!outputs_.isFull() || placeOutputs());
         }
         const Reason reason = done.report.error ? done.report.error->reason : Reason::NotPdf;
         if (reason == Reason::Interrupted) {
             return false;
         }
         const bool exhausted = reason == Reason::OutOfMemory;
-        if (exhausted && setup.memoryLimit > 0) {
-            done.report.error->sentence = memorySentence(setup.memoryLimit);
+        if (exhausted && setup_.memoryLimit > 0) {
+            done.report.error->sentence = memorySentence(setup_.memoryLimit);
         }
         // Memory that was wanted for one document may be in pieces now; the next document had
         // better get a fresh worker, where there may be another one.
-        return lines.answer(WorkerReport{task.number, std::move(done.report)}) &&
-               (!exhausted || setup.wholeRun);
+        return lines_.answer(WorkerReport{task.number, std::move(done.report)}) &&
+               (!exhausted || setup_.wholeRun);
     }
 
     // The actions of a whole run are to hear of its end.
-    void nothingToFinish() const { mayEnd = setup.wholeRun ? 0 : 1; }
+    void nothingToFinish() const { mayEnd = setup_.wholeRun ? 0 : 1; }
 
     bool mayName()
     {
-        const auto leave = lines.answer(WorkerNaming{}) ? lines.next() : std::nullopt;
+        const auto leave = lines_.answer(WorkerNaming{}) ? lines_.next() : std::nullopt;
         return leave && *leave == namingMessage();
     }
 
     // Returns whether the run has heard of it. Without its leave outputs don't get their names.
     bool placeOutputs()
     {
-        if (setup.job.reportFirst && !outputs.empty() && !mayName()) {
+        if (setup_.job.reportFirst && !outputs_.empty() && !mayName()) {
             return false;
         }
         mayEnd = 0;
         WorkerPlaced placed;
         bool heard = true;
-        for (OutputGroup::Entry& entry : outputs.place()) {
+        for (OutputGroup::Entry& entry : outputs_.place()) {
             if (entry.asWritten) {
                 placed.numbers.push_back(entry.number);
             } else {
-                heard = lines.answer(WorkerReport{entry.number, std::move(entry.report)}) && heard;
+                heard = lines_.answer(WorkerReport{entry.number, std::move(entry.report)}) && heard;
             }
         }
-        heard = (placed.numbers.empty() || lines.answer(placed)) && heard;
+        heard = (placed.numbers.empty() || lines_.answer(placed)) && heard;
         nothingToFinish();
         return heard;
     }
 
-    Lines& lines;
-    WorkerSetup setup;
-    std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library;
-    std::unique_ptr<Sequence> sequence;
-    OutputGroup outputs;
+    Lines& lines_;
+    WorkerSetup setup_;
+    std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library_;
+    std::unique_ptr<Sequence> sequence_;
+    OutputGroup outputs_;
 };
 
 } // namespace
