@@ -44,7 +44,7 @@ template <class T>
 using Result = tl::expected<T, Error>;
 
 /// Success or an error.
-using Status = tl::expected<void, Error>;
+using Outcome = tl::expected<void, Error>;
 
 inline tl::unexpected<Error> fail(ErrorCode code, std::string text)
 {

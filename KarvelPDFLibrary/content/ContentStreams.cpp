@@ -87,7 +87,7 @@ void removeSharedStreams(Document& document)
     document.ownContentStreams = true;
 }
 
-Status ownStreams(Document& document, int page)
+Outcome ownStreams(Document& document, int page)
 {
     if (!document.ownContentStreams) {
         return {};
@@ -117,7 +117,7 @@ Status ownStreams(Document& document, int page)
     return {};
 }
 
-Status giveUpUnchangedStreams(Document& document)
+Outcome giveUpUnchangedStreams(Document& document)
 {
     if (document.separatedStreams.empty()) {
         return {};

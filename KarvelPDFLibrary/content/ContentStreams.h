@@ -15,10 +15,10 @@ void removeSharedStreams(Document& document);
 /// To be called before a page's content is changed: when removeSharedStreams() was asked for, every
 /// stream that the page shares with another page is replaced by one of the page's own, whose data
 /// is read from the other one when it is needed and never copied in memory.
-Status ownStreams(Document& document, int page);
+Outcome ownStreams(Document& document, int page);
 
 /// To be called before saving: streams that ownStreams() made and that are still what they were
 /// made from are given up again, so that the file holds the data once.
-Status giveUpUnchangedStreams(Document& document);
+Outcome giveUpUnchangedStreams(Document& document);
 
 } // namespace karvel::content

@@ -47,7 +47,7 @@ private:
     Pair pairs_[4] = {{"q", "Q"}, {"BT", "ET"}, {"[", "]"}, {"<<", ">>"}};
 };
 
-Status parses(const std::string& content)
+Outcome parses(const std::string& content)
 {
     const auto input = std::make_shared<BufferInputSource>("content", content);
     QPDFTokenizer tokenizer;
@@ -95,12 +95,12 @@ Result<std::string> pageContent(Document& document, int page)
     return content;
 }
 
-Status addPageContent(Document& document, int page, const std::string& content, Position position)
+Outcome addPageContent(Document& document, int page, const std::string& content, Position position)
 {
-    if (Status status = parses(content); !status) {
+    if (Outcome status = parses(content); !status) {
         return status;
     }
-    if (Status status = ownStreams(document, page); !status) {
+    if (Outcome status = ownStreams(document, page); !status) {
         return status;
     }
     try {

@@ -39,7 +39,7 @@ void putReferencesRight(Document& document)
 
 } // namespace
 
-Status synchronize(Document& document, Degree degree)
+Outcome synchronize(Document& document, Degree degree)
 {
     try {
         if (!document.removedPages().empty()) {
@@ -52,7 +52,7 @@ Status synchronize(Document& document, Degree degree)
     } catch (...) {
         return tl::unexpected<Error>(currentExceptionAsError(document.name()));
     }
-    return document.source() ? document.source()->intact() : Status();
+    return document.source() ? document.source()->intact() : Outcome();
 }
 
 } // namespace karvel::deletion

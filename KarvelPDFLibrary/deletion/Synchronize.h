@@ -14,6 +14,6 @@ enum class Degree {
 /// refers to removed pages, cuts them, and writes the page tree. One pass, however many runs were
 /// removed; nothing when nothing was. To be called before saving, and before anything looks at
 /// what the removal of pages changes.
-Status synchronize(Document& document, Degree degree = Degree::Whole);
+Outcome synchronize(Document& document, Degree degree = Degree::Whole);
 
 } // namespace karvel::deletion

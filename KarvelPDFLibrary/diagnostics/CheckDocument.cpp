@@ -101,7 +101,7 @@ Result<int> checkDocument(Document& document, CheckLevel level)
         if (level >= CheckLevel::Content) {
             check.content();
         }
-        if (Status status = now->source->intact(); !status) {
+        if (Outcome status = now->source->intact(); !status) {
             return tl::unexpected<Error>(status.error());
         }
         const Warnings problems = check.problems();

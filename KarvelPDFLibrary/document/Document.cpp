@@ -79,7 +79,7 @@ Opened openWithEncryptionFound(const std::shared_ptr<io::ByteSource>& source,
                                        "says how is lost; an undamaged copy is needed");
 }
 
-Status canBeDeciphered(const std::string& name, const std::string& unknownFilter)
+Outcome canBeDeciphered(const std::string& name, const std::string& unknownFilter)
 {
     if (!unknownFilter.empty()) {
         return fail(ErrorCode::EncryptionUnsupported,
@@ -90,7 +90,7 @@ Status canBeDeciphered(const std::string& name, const std::string& unknownFilter
 }
 
 /// Rebuilding would not do instead: it takes older objects for present ones.
-Status hasPossibleCrossReferences(io::ByteSource& source)
+Outcome hasPossibleCrossReferences(io::ByteSource& source)
 {
     try {
         if (index::hasExcessiveCrossReferences(source)) {
@@ -140,7 +140,7 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
         const std::vector<std::string> encodings =
             with.password.empty() ? std::vector<std::string>{with.password}
                                   : QUtil::possible_repaired_encodings(with.password);
-        Status status;
+        Outcome status;
         for (const std::string& encoding : encodings) {
             std::unique_ptr<Document> document(new Document(from));
             status = document->open({encoding, with.reconstruct});
@@ -168,7 +168,7 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
         }
         return found;
     };
-    if (Status status = hasPossibleCrossReferences(*source); !status) {
+    if (Outcome status = hasPossibleCrossReferences(*source); !status) {
         return tl::unexpected<Error>(std::move(status.error()));
     }
     Opened document = openSource(source, options);
@@ -201,7 +201,7 @@ Document::loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source)
     return document->open({}) ? std::move(document) : nullptr;
 }
 
-Status Document::open(const LoadOptions& options)
+Outcome Document::open(const LoadOptions& options)
 {
     password_ = options.password;
     if (source_->size() == 0) {
@@ -211,21 +211,22 @@ Status Document::open(const LoadOptions& options)
         file_->setAttemptRecovery(options.reconstruct);
         file_->processInputSource(std::make_shared<io::WindowedInput>(source_), password_.c_str());
         keepWhatTheKeyWasMadeFrom();
-        if (Status status = canBeDeciphered(source_->name(), unknownCryptFilter(*file_)); !status) {
+        if (Outcome status = canBeDeciphered(source_->name(), unknownCryptFilter(*file_));
+            !status) {
             return status;
         }
-        if (Status status = readPages(); !status) {
+        if (Outcome status = readPages(); !status) {
             return status;
         }
         if (!index_ || index_->mayUseCryptFilters()) {
             const std::string unknown = unknownCryptFilterOfStreams(*file_);
-            if (Status status = canBeDeciphered(source_->name(), unknown); !status) {
+            if (Outcome status = canBeDeciphered(source_->name(), unknown); !status) {
                 return status;
             }
         }
     } catch (...) {
         Error error = openingError(source_->name());
-        if (Status status = source_->intact(); !status) {
+        if (Outcome status = source_->intact(); !status) {
             return status;
         }
         return tl::unexpected<Error>(std::move(error));
@@ -250,7 +251,7 @@ void Document::keepWhatTheKeyWasMadeFrom()
 }
 
 /// Where there is an index, it has seen to that.
-Status Document::hasPossibleNumbers() const
+Outcome Document::hasPossibleNumbers() const
 {
     if (index_) {
         return {};
@@ -265,7 +266,7 @@ Status Document::hasPossibleNumbers() const
     return {};
 }
 
-Status Document::readPages()
+Outcome Document::readPages()
 {
     warnings();
     if (reconstructed_) {
@@ -276,7 +277,7 @@ Status Document::readPages()
     if (index_) {
         changes_.setHighestNumber(index_->highestNumber());
     }
-    if (Status status = hasPossibleNumbers(); !status) {
+    if (Outcome status = hasPossibleNumbers(); !status) {
         return status;
     }
     std::optional<ReadPages> pages;
@@ -286,7 +287,7 @@ Status Document::readPages()
     if (!pages) {
         Result<ReadPages> read =
             pageTree::read(*file_, source_->size(), changes_, reconstructed_, warnings_);
-        if (Status status = source_->intact(); !status) {
+        if (Outcome status = source_->intact(); !status) {
             return status;
         }
         if (!read) {

@@ -216,12 +216,12 @@ public:
 
 private:
     explicit Document(std::shared_ptr<io::ByteSource> source);
-    Status open(const LoadOptions& options);
+    Outcome open(const LoadOptions& options);
     static std::unique_ptr<Document>
     loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source);
     void keepWhatTheKeyWasMadeFrom();
-    Status hasPossibleNumbers() const;
-    Status readPages();
+    Outcome hasPossibleNumbers() const;
+    Outcome readPages();
 
     std::shared_ptr<io::ByteSource> source_;
     std::int64_t originalSize_ = 0;

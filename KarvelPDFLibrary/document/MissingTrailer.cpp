@@ -37,7 +37,7 @@ public:
         return done;
     }
 
-    Status intact() const override { return source_->intact(); }
+    Outcome intact() const override { return source_->intact(); }
 
 private:
     std::shared_ptr<io::ByteSource> source_;

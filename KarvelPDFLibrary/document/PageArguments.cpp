@@ -14,7 +14,7 @@ Error missing(Document& document, const std::string& pages)
 
 } // namespace
 
-Status hasPage(Document& document, int page)
+Outcome hasPage(Document& document, int page)
 {
     if (page < 1 || page > document.pageCount()) {
         return tl::unexpected<Error>(missing(document, "page " + std::to_string(page)));
@@ -22,7 +22,7 @@ Status hasPage(Document& document, int page)
     return {};
 }
 
-Status hasPages(Document& document, PageRun run)
+Outcome hasPages(Document& document, PageRun run)
 {
     const auto last = static_cast<long long>(run.first) + run.count - 1;
     if (run.count < 1 || run.first < 1 || last > document.pageCount()) {
@@ -32,9 +32,9 @@ Status hasPages(Document& document, PageRun run)
     return {};
 }
 
-Status hasPlaceBefore(Document& document, int page)
+Outcome hasPlaceBefore(Document& document, int page)
 {
-    return page == document.pageCount() + 1 ? Status() : hasPage(document, page);
+    return page == document.pageCount() + 1 ? Outcome() : hasPage(document, page);
 }
 
 } // namespace karvel

@@ -5,12 +5,12 @@
 namespace karvel {
 
 /// Fails when a document does not have a page.
-Status hasPage(Document& document, int page);
+Outcome hasPage(Document& document, int page);
 
 /// Fails when a run is empty or not within a document.
-Status hasPages(Document& document, PageRun run);
+Outcome hasPages(Document& document, PageRun run);
 
 /// Fails when pages cannot be put before a page; the page count plus 1 means at the end.
-Status hasPlaceBefore(Document& document, int page);
+Outcome hasPlaceBefore(Document& document, int page);
 
 } // namespace karvel

@@ -29,7 +29,7 @@ std::string version(Document& document)
     return rank(own) > rank(header) ? own : header;
 }
 
-Status setVersion(Document& document, int major, int minor)
+Outcome setVersion(Document& document, int major, int minor)
 {
     const bool first = major == 1 && minor >= 3 && minor <= 7;
     const bool second = major == 2 && minor == 0;

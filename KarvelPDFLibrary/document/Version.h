@@ -11,6 +11,6 @@ namespace karvel {
 std::string version(Document& document);
 
 /// Sets the version that saving writes, 1.3 to 1.7 or 2.0, whatever the present one.
-Status setVersion(Document& document, int major, int minor);
+Outcome setVersion(Document& document, int major, int minor);
 
 } // namespace karvel

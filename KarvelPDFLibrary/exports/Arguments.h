@@ -33,7 +33,7 @@ template <class Body>
 auto onUpToDateDocument(Instance& instance, Body&& body) -> std::invoke_result_t<Body, Document&>
 {
     return onDocument(instance, [&](Document& document) -> std::invoke_result_t<Body, Document&> {
-        if (Status status = deletion::synchronize(document); !status) {
+        if (Outcome status = deletion::synchronize(document); !status) {
             return tl::unexpected<Error>(status.error());
         }
         return body(document);

@@ -13,7 +13,7 @@
 /// results for the caller.
 namespace karvel::boundary {
 
-/// Runs `body(Instance&)`, which returns a Result or Status. Nothing but that result leaves: a
+/// Runs `body(Instance&)`, which returns a Result or Outcome. Nothing but that result leaves: a
 /// failure or exception is kept as the instance's last error.
 template <class Body>
 auto guarded(int number, Body&& body) noexcept
@@ -43,7 +43,7 @@ auto guarded(int number, Body&& body) noexcept
     return tl::unexpected<int>(0);
 }
 
-/// An integer function: the body's number, 1 for a Status that succeeded; `failure` otherwise.
+/// An integer function: the body's number, 1 for an Outcome that succeeded; `failure` otherwise.
 template <class Body>
 int integer(int number, Body&& body, int failure = 0) noexcept
 {
@@ -116,7 +116,7 @@ std::string bytesOf(const Instance& instance, const char* argument);
 template <class Value>
 Value unavailable(int number, const char* name) noexcept
 {
-    guarded(number, [&](Instance& instance) -> Status {
+    guarded(number, [&](Instance& instance) -> Outcome {
         instance.wideResult.clear();
         instance.byteResult.clear();
         return fail(ErrorCode::NotAvailable,

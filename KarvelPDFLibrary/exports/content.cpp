@@ -9,7 +9,7 @@ using namespace karvel;
 int KPLRemoveSharedContentStreams(int instance)
 {
     return boundary::integer(instance, [](Instance& self) {
-        return boundary::onDocument(self, [](Document& document) -> Status {
+        return boundary::onDocument(self, [](Document& document) -> Outcome {
             content::removeSharedStreams(document);
             return {};
         });
@@ -30,7 +30,7 @@ char* KPLGetPageContentToString(int instance, int page)
 int KPLAddPageContentFromString(int instance, const char* content, int position)
 {
     return boundary::integer(instance, [&](Instance& self) {
-        return boundary::onOpenDocument(self, [&](OpenDocument& open) -> Status {
+        return boundary::onOpenDocument(self, [&](OpenDocument& open) -> Outcome {
             if (position != 1 && position != 2) {
                 return fail(ErrorCode::BadArgument, "the position must be 1 (under) or 2 (over)");
             }

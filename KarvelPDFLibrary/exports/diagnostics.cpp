@@ -20,7 +20,7 @@ wchar_t* KPLLastErrorText(int instance)
 
 int KPLClearLastError(int instance)
 {
-    return boundary::integer(instance, [](Instance& self) -> Status {
+    return boundary::integer(instance, [](Instance& self) -> Outcome {
         self.lastError = {};
         return {};
     });
@@ -65,7 +65,7 @@ wchar_t* KPLGetWarningText(int instance, int warning)
 int KPLClearWarnings(int instance)
 {
     return boundary::integer(instance, [](Instance& self) {
-        return onDocument(self, [](Document& document) -> Status {
+        return onDocument(self, [](Document& document) -> Outcome {
             document.forgottenWarnings = document.warnings().size();
             return {};
         });
@@ -74,7 +74,7 @@ int KPLClearWarnings(int instance)
 
 int KPLSetReconstruction(int instance, int mode)
 {
-    return boundary::integer(instance, [&](Instance& self) -> Status {
+    return boundary::integer(instance, [&](Instance& self) -> Outcome {
         if (mode != 0 && mode != 1) {
             return fail(ErrorCode::BadArgument, "the value must be 0 or 1");
         }

@@ -28,7 +28,7 @@ Result<int> load(Instance& self, Result<std::shared_ptr<io::ByteSource>> source,
 
 /// Sets a setting whose codes run from 0 to `largest`.
 template <class Setting>
-Status setCode(Setting& setting, int code, int largest)
+Outcome setCode(Setting& setting, int code, int largest)
 {
     if (code < 0 || code > largest) {
         return fail(ErrorCode::BadArgument, "the value must be 0 to " + std::to_string(largest));

@@ -31,7 +31,7 @@ char* KPLCreateBuffer(int instance, int byteSize)
 
 int KPLAddToBuffer(int instance, char* buffer, const char* source, int byteCount)
 {
-    return boundary::integer(instance, [&](Instance& self) -> Status {
+    return boundary::integer(instance, [&](Instance& self) -> Outcome {
         if (!self.buffers.append(buffer, source, byteCount)) {
             return fail(ErrorCode::BadArgument,
                         "no such buffer, or more bytes than it was created for");
@@ -42,7 +42,7 @@ int KPLAddToBuffer(int instance, char* buffer, const char* source, int byteCount
 
 int KPLReleaseBuffer(int instance, char* buffer)
 {
-    return boundary::integer(instance, [&](Instance& self) -> Status {
+    return boundary::integer(instance, [&](Instance& self) -> Outcome {
         if (!self.buffers.release(buffer)) {
             return fail(ErrorCode::NotFound, "no such buffer");
         }

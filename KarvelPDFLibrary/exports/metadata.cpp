@@ -12,7 +12,7 @@ using boundary::onDocument;
 
 namespace {
 
-Status isEntry(int entry)
+Outcome isEntry(int entry)
 {
     if (entry < 1 || entry > metadata::entryCount) {
         return fail(ErrorCode::BadArgument, "the information entry must be 1 to 8");
@@ -111,7 +111,7 @@ int KPLRemoveCustomInformation(int instance, const wchar_t* key)
 int KPLRemoveInformation(int instance)
 {
     return boundary::integer(instance, [](Instance& self) {
-        return onDocument(self, [](Document& document) -> Status {
+        return onDocument(self, [](Document& document) -> Outcome {
             metadata::removeInformation(document);
             return {};
         });
@@ -144,7 +144,7 @@ int KPLTrappedState(int instance)
 int KPLSetTrappedState(int instance, int state)
 {
     return boundary::integer(instance, [&](Instance& self) {
-        return onDocument(self, [&](Document& document) -> Status {
+        return onDocument(self, [&](Document& document) -> Outcome {
             if (state < 0 || state > 2) {
                 return fail(ErrorCode::BadArgument, "the state must be 0 to 2");
             }

@@ -41,7 +41,7 @@ Result<int> deleteListed(OpenDocument& open, const std::vector<int>& list)
     });
 }
 
-Status isPercentage(double value)
+Outcome isPercentage(double value)
 {
     if (!(value >= 0 && value <= 100)) {
         return fail(ErrorCode::BadArgument, "the tolerance must be 0 to 100 percent");
@@ -71,7 +71,7 @@ int KPLSelectPage(int instance, int page)
 {
     return boundary::integer(instance, [&](Instance& self) {
         return onOpenDocument(self, [&](OpenDocument& open) {
-            Status status = hasPage(*open.document, page);
+            Outcome status = hasPage(*open.document, page);
             if (status) {
                 open.selectedPage = page;
             }
@@ -106,7 +106,7 @@ int KPLInsertPages(int instance, int beforePage, int pageCount)
 
 int KPLSetDefaultPageFormat(int instance, int format, int orientation)
 {
-    return boundary::integer(instance, [&](Instance& self) -> Status {
+    return boundary::integer(instance, [&](Instance& self) -> Outcome {
         if (format < 1 || format > page_boxes::formatCount) {
             return fail(ErrorCode::BadArgument, "the paper format must be 1 to 14");
         }
@@ -123,8 +123,8 @@ int KPLSetDefaultPageFormat(int instance, int format, int orientation)
 int KPLDeletePages(int instance, int startPage, int pageCount)
 {
     return boundary::integer(instance, [&](Instance& self) {
-        return onOpenDocument(self, [&](OpenDocument& open) -> Status {
-            Status status = pages::deletePages(*open.document, PageRun{startPage, pageCount});
+        return onOpenDocument(self, [&](OpenDocument& open) -> Outcome {
+            Outcome status = pages::deletePages(*open.document, PageRun{startPage, pageCount});
             if (status && open.selectedPage >= startPage) {
                 // The selection stays with its page; when that went, it moves to the next one.
                 open.selectedPage = std::max(startPage, open.selectedPage - pageCount);
@@ -267,7 +267,7 @@ int KPLGetTabOrder(int instance, int page)
 int KPLSetTabOrder(int instance, int page, int order)
 {
     return boundary::integer(instance, [&](Instance& self) {
-        return onDocument(self, [&](Document& document) -> Status {
+        return onDocument(self, [&](Document& document) -> Outcome {
             if (order < 0 || order > pages::largestTabOrder) {
                 return fail(ErrorCode::BadArgument, "the tab order must be 0 to 5");
             }

@@ -127,7 +127,7 @@ int KPLEncryptDocument(int instance, const wchar_t* ownerPassword, const wchar_t
 int KPLSetMetadataEncryption(int instance, int enabled)
 {
     return boundary::integer(instance, [&](Instance& self) {
-        return onDocument(self, [&](Document& document) -> Status {
+        return onDocument(self, [&](Document& document) -> Outcome {
             if (enabled != 0 && enabled != 1) {
                 return fail(ErrorCode::BadArgument, "the value must be 0 or 1");
             }

@@ -69,7 +69,7 @@ Result<std::vector<int>> listOf(const Result<Source>& source, const std::string&
     });
 }
 
-Status needsPlace(int beforePage)
+Outcome needsPlace(int beforePage)
 {
     if (beforePage < 1) {
         return fail(ErrorCode::BadPageList, "the page to insert before must be 1 or more");

@@ -31,7 +31,7 @@ Result<OpenDocument*> OpenDocuments::find(int handle)
     return &*found;
 }
 
-Status OpenDocuments::select(int handle)
+Outcome OpenDocuments::select(int handle)
 {
     Result<OpenDocument*> found = find(handle);
     if (!found) {
@@ -41,7 +41,7 @@ Status OpenDocuments::select(int handle)
     return {};
 }
 
-Status OpenDocuments::closeSelected()
+Outcome OpenDocuments::closeSelected()
 {
     Result<OpenDocument*> open = selected();
     if (!open) {

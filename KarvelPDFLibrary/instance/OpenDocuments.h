@@ -46,10 +46,10 @@ public:
     /// An open document by its handle, or the error that there is none.
     Result<OpenDocument*> find(int handle);
 
-    Status select(int handle);
+    Outcome select(int handle);
 
     /// Closes the selected document and selects the one opened before it, if any.
-    Status closeSelected();
+    Outcome closeSelected();
 
     /// Closes all and returns how many there were.
     int closeAll();

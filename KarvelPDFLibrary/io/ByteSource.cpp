@@ -50,7 +50,7 @@ public:
 
     int descriptor() const override { return file_.get(); }
 
-    Status intact() const override
+    Outcome intact() const override
     {
         if (fail_) {
             return fail(ErrorCode::FileNotReadable, name() + ": the file " + *fail_);

@@ -31,7 +31,7 @@ public:
 
     /// The first failure of reading, also when a library swallowed the exception; and any change of
     /// the file since it was opened. To be asked before anything that was read is relied on.
-    virtual Status intact() const { return {}; }
+    virtual Outcome intact() const { return {}; }
 
 protected:
     ByteSource(std::string name, std::int64_t size) : name_(std::move(name)), size_(size) {}

@@ -83,7 +83,7 @@ bool OutputFile::isAt(const std::string& name) const
 }
 
 // Only now that everything is written: until then nobody else may read it.
-Status OutputFile::setPermissions()
+Outcome OutputFile::setPermissions()
 {
     if (replaced_) {
         auto old = folder_->openFile(nameIn(path_), O_RDONLY | O_NONBLOCK | O_NOCTTY);
@@ -102,10 +102,10 @@ Status OutputFile::setPermissions()
             return {};
         }
     }
-    return fchmod(file_.get(), usualMode() & most_) == 0 ? Status() : Status(notWritable(errno));
+    return fchmod(file_.get(), usualMode() & most_) == 0 ? Outcome() : Outcome(notWritable(errno));
 }
 
-Status OutputFile::prepare()
+Outcome OutputFile::prepare()
 {
     try {
         sink_.flush();
@@ -168,7 +168,7 @@ int OutputFile::takeNameOfReplaced(const std::string& name)
     return failed != 0 ? failed : ESTALE;
 }
 
-Status OutputFile::takeName()
+Outcome OutputFile::takeName()
 {
     const std::string name = nameIn(path_);
     const int failed = replaced_ ? takeNameOfReplaced(name) : takeFreeName(name);
@@ -189,15 +189,15 @@ Status OutputFile::takeName()
     return notWritable(failed);
 }
 
-Status OutputFile::commit()
+Outcome OutputFile::commit()
 {
-    if (Status status = prepare(); !status) {
+    if (Outcome status = prepare(); !status) {
         return status;
     }
     if (fsync(file_.get()) != 0) {
         return notWritable(errno);
     }
-    if (Status status = takeName(); !status) {
+    if (Outcome status = takeName(); !status) {
         return status;
     }
     folder_->sync();

@@ -50,12 +50,12 @@ public:
 
     /// Syncs the file, gives it the target's name and syncs the folder. A file that is replaced
     /// hands on its owner, mode and access control list. After a failure the target is as it was.
-    Status commit();
+    Outcome commit();
 
     /// The parts of commit() for those who commit many files at a time: between these two the file
     /// has to be synced, and after them the folder (Folder::sync).
-    Status prepare();
-    Status takeName();
+    Outcome prepare();
+    Outcome takeName();
 
     /// Whether takeName failed because the target isn't the file that was to be replaced.
     bool isOvertaken() const { return overtaken_; }
@@ -71,7 +71,7 @@ public:
 private:
     OutputFile(Folder::Pointer folder, std::string path, std::string temporary, FileDescriptor file,
                std::optional<FileVersion> replaced);
-    Status setPermissions();
+    Outcome setPermissions();
     int takeFreeName(const std::string& name);
     int takeNameOfReplaced(const std::string& name);
     bool isAt(const std::string& name) const;

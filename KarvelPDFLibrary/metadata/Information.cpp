@@ -87,7 +87,7 @@ std::string information(Document& document, Entry entry)
     return text;
 }
 
-Status setInformation(Document& document, Entry entry, const std::string& value)
+Outcome setInformation(Document& document, Entry entry, const std::string& value)
 {
     if (value.empty()) {
         remove(document, keyOf(entry));
@@ -104,7 +104,7 @@ Status setInformation(Document& document, Entry entry, const std::string& value)
     return setInformationDate(document, entry, *date);
 }
 
-Status setInformationDate(Document& document, Entry entry, const Date& date)
+Outcome setInformationDate(Document& document, Entry entry, const Date& date)
 {
     if (!isDate(entry)) {
         return fail(ErrorCode::BadArgument, "the entry must be 5 (creation) or 6 (modification)");
@@ -133,7 +133,7 @@ std::string customInformation(Document& document, const std::string& key)
     return read(document, "/" + key);
 }
 
-Status setCustomInformation(Document& document, const std::string& key, const std::string& value)
+Outcome setCustomInformation(Document& document, const std::string& key, const std::string& value)
 {
     // libqpdf writes the number sign into a name as it is, where it would start an escape.
     if (key.empty() || key.find_first_of(std::string("#\0", 2)) != std::string::npos) {
@@ -144,7 +144,7 @@ Status setCustomInformation(Document& document, const std::string& key, const st
     return {};
 }
 
-Status removeCustomInformation(Document& document, const std::string& key)
+Outcome removeCustomInformation(Document& document, const std::string& key)
 {
     QPDFObjectHandle information = dictionary(document);
     if (information.isNull() || !information.hasKey("/" + key)) {
@@ -171,7 +171,7 @@ Trapped trapped(Document& document)
     return state == "False" || state == "false" ? Trapped::False : Trapped::Unknown;
 }
 
-Status setTrapped(Document& document, Trapped state)
+Outcome setTrapped(Document& document, Trapped state)
 {
     static constexpr const char* names[] = {"/Unknown", "/True", "/False"};
     write(document, "/Trapped", QPDFObjectHandle::newName(names[static_cast<int>(state)]));

@@ -27,26 +27,26 @@ constexpr int entryCount = 8;
 std::string information(Document& document, Entry entry);
 
 /// Sets an entry; a date is given in ISO 8601 or PDF form. An empty value removes the entry.
-Status setInformation(Document& document, Entry entry, const std::string& value);
+Outcome setInformation(Document& document, Entry entry, const std::string& value);
 
 /// Sets a date entry.
-Status setInformationDate(Document& document, Entry entry, const Date& date);
+Outcome setInformationDate(Document& document, Entry entry, const Date& date);
 
 /// The keys of all entries, custom ones included, in key order.
 std::vector<std::string> informationKeys(Document& document);
 
 /// The text of any entry as it stands, empty when absent.
 std::string customInformation(Document& document, const std::string& key);
-Status setCustomInformation(Document& document, const std::string& key, const std::string& value);
+Outcome setCustomInformation(Document& document, const std::string& key, const std::string& value);
 
 /// Fails when there is no such entry.
-Status removeCustomInformation(Document& document, const std::string& key);
+Outcome removeCustomInformation(Document& document, const std::string& key);
 
 /// Removes the whole dictionary.
 void removeInformation(Document& document);
 
 enum class Trapped : int { Unknown = 0, True = 1, False = 2 };
 Trapped trapped(Document& document);
-Status setTrapped(Document& document, Trapped state);
+Outcome setTrapped(Document& document, Trapped state);
 
 } // namespace karvel::metadata

@@ -111,7 +111,7 @@ BoxOrigin boxOrigin(Document& document, int page, Box box)
     return inherited(document, page, box) ? BoxOrigin::Inherited : BoxOrigin::Default;
 }
 
-Status setBox(Document& document, int page, Box box, const Rectangle& rectangle)
+Outcome setBox(Document& document, int page, Box box, const Rectangle& rectangle)
 {
     for (const double value : {rectangle.left, rectangle.bottom, rectangle.right, rectangle.top}) {
         if (!(std::abs(value) <= largestCoordinate)) {
@@ -137,12 +137,12 @@ int rotation(Document& document, int page)
     return static_cast<int>(std::fmod(std::fmod(degrees, 360) + 360, 360));
 }
 
-Status rotatePages(Document& document, PageRun run, int degrees)
+Outcome rotatePages(Document& document, PageRun run, int degrees)
 {
     if (degrees % 90 != 0) {
         return fail(ErrorCode::BadArgument, "pages can only be turned by multiples of 90 degrees");
     }
-    if (Status status = hasPages(document, run); !status) {
+    if (Outcome status = hasPages(document, run); !status) {
         return status;
     }
     const int turn = (degrees % 360 + 360) % 360;

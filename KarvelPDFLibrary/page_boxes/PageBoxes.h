@@ -33,13 +33,13 @@ enum class BoxOrigin : int { Default = 0, Inherited = 1, Own = 2 };
 BoxOrigin boxOrigin(Document& document, int page, Box box);
 
 /// Sets a box of a page; fails when it is empty or beyond what PDF can hold.
-Status setBox(Document& document, int page, Box box, const Rectangle& rectangle);
+Outcome setBox(Document& document, int page, Box box, const Rectangle& rectangle);
 
 /// Degrees clockwise: 0, 90, 180 or 270. A rotation by anything else counts as none.
 int rotation(Document& document, int page);
 
 /// Turns pages clockwise by a multiple of 90 degrees, added to their present rotation.
-Status rotatePages(Document& document, PageRun run, int degrees);
+Outcome rotatePages(Document& document, PageRun run, int degrees);
 
 /// The size of the user space unit in points, 1 when unset.
 double userUnit(Document& document, int page);

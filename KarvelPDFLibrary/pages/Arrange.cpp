@@ -30,9 +30,9 @@ std::vector<PageEntry>::iterator place(std::vector<PageEntry>& entries, int page
 
 } // namespace
 
-Status insertBlankPages(Document& document, int beforePage, int count)
+Outcome insertBlankPages(Document& document, int beforePage, int count)
 {
-    if (Status status = hasPlaceBefore(document, beforePage); !status) {
+    if (Outcome status = hasPlaceBefore(document, beforePage); !status) {
         return status;
     }
     if (count < 1 || count > mostBlankPages) {
@@ -59,7 +59,7 @@ Result<int> deletePages(Document& document, const std::vector<int>& list)
 {
     std::vector<bool> listed(static_cast<std::size_t>(document.pageCount()) + 1);
     for (const int page : list) {
-        if (Status status = hasPage(document, page); !status) {
+        if (Outcome status = hasPage(document, page); !status) {
             return tl::unexpected<Error>(status.error());
         }
         listed[static_cast<std::size_t>(page)] = true;
@@ -82,12 +82,12 @@ Result<int> deletePages(Document& document, const std::vector<int>& list)
     return count;
 }
 
-Status movePages(Document& document, PageRun run, int beforePage)
+Outcome movePages(Document& document, PageRun run, int beforePage)
 {
-    if (Status status = hasPages(document, run); !status) {
+    if (Outcome status = hasPages(document, run); !status) {
         return status;
     }
-    if (Status status = hasPlaceBefore(document, beforePage); !status) {
+    if (Outcome status = hasPlaceBefore(document, beforePage); !status) {
         return status;
     }
     const int end = run.first + run.count;
@@ -104,9 +104,9 @@ Status movePages(Document& document, PageRun run, int beforePage)
     return {};
 }
 
-Status reversePages(Document& document, PageRun run)
+Outcome reversePages(Document& document, PageRun run)
 {
-    if (Status status = hasPages(document, run); !status) {
+    if (Outcome status = hasPages(document, run); !status) {
         return status;
     }
     std::vector<PageEntry> entries = document.order().toVector();
@@ -115,13 +115,13 @@ Status reversePages(Document& document, PageRun run)
     return {};
 }
 
-Status reorderPages(Document& document, const std::vector<int>& list)
+Outcome reorderPages(Document& document, const std::vector<int>& list)
 {
     const auto total = static_cast<std::size_t>(document.pageCount());
     std::vector<bool> listed(total + 1);
     std::vector<PageEntry> entries;
     for (const int page : list) {
-        if (Status status = hasPage(document, page); !status) {
+        if (Outcome status = hasPage(document, page); !status) {
             return status;
         }
         if (listed[static_cast<std::size_t>(page)]) {

@@ -9,7 +9,7 @@ namespace karvel::pages {
 
 /// Inserts blank pages before a page (the page count plus 1 appends) that look as large as that
 /// page, or the last one when appending.
-Status insertBlankPages(Document& document, int beforePage, int count);
+Outcome insertBlankPages(Document& document, int beforePage, int count);
 
 /// Inserts one blank page after the last, of a size in points, and returns its number.
 int appendBlankPage(Document& document, double width, double height);
@@ -18,11 +18,11 @@ int appendBlankPage(Document& document, double width, double height);
 Result<int> deletePages(Document& document, const std::vector<int>& list);
 
 /// Moves a run before a page outside it; the page count plus 1 moves it to the end.
-Status movePages(Document& document, PageRun run, int beforePage);
+Outcome movePages(Document& document, PageRun run, int beforePage);
 
-Status reversePages(Document& document, PageRun run);
+Outcome reversePages(Document& document, PageRun run);
 
 /// Puts the pages into the order of a list, which must name every page exactly once.
-Status reorderPages(Document& document, const std::vector<int>& list);
+Outcome reorderPages(Document& document, const std::vector<int>& list);
 
 } // namespace karvel::pages

@@ -4,9 +4,9 @@
 
 namespace karvel::pages {
 
-Status deletePages(Document& document, PageRun run)
+Outcome deletePages(Document& document, PageRun run)
 {
-    if (Status status = hasPages(document, run); !status) {
+    if (Outcome status = hasPages(document, run); !status) {
         return status;
     }
     if (run.count == document.pageCount()) {

@@ -64,7 +64,7 @@ std::string numberText(const std::string& style, long long number)
 
 Result<std::string> pageLabel(Document& document, int page)
 {
-    if (Status status = hasPage(document, page); !status) {
+    if (Outcome status = hasPage(document, page); !status) {
         return tl::unexpected<Error>(std::move(status.error()));
     }
     const auto label = document.pageLabels().labelOf(page);

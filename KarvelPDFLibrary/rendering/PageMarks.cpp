@@ -51,7 +51,7 @@ Result<double> colouredPercentage(Document& document, viewer::View& view, int pa
 
 Result<std::vector<int>> blankPages(Document& document, viewer::View& view, PageRun run)
 {
-    if (Status status = hasPages(document, run); !status) {
+    if (Outcome status = hasPages(document, run); !status) {
         return tl::unexpected<Error>(status.error());
     }
     std::vector<int> blank;

@@ -23,7 +23,7 @@ struct Scale {
     int height = 0;
 };
 
-Status fits(const Scale& scale)
+Outcome fits(const Scale& scale)
 {
     if (scale.width > pictures::largestSide || scale.height > pictures::largestSide ||
         static_cast<double>(scale.width) * scale.height > mostPixels) {
@@ -45,7 +45,7 @@ Result<Scale> scaleAt(Document& document, int page, double dpi)
         return fail(ErrorCode::BadArgument,
                     "the resolution must be greater than 0 and at most 9600");
     }
-    if (Status status = hasPage(document, page); !status) {
+    if (Outcome status = hasPage(document, page); !status) {
         return tl::unexpected<Error>(status.error());
     }
     const page_boxes::Size size = page_boxes::shownSize(document, page);
@@ -66,7 +66,7 @@ Scale scaleTo(Document& document, int page, int side)
 Result<pictures::Raster> render(Document& document, viewer::View& view, int page,
                                 const Scale& scale, viewer::PictureRequest request)
 {
-    if (Status status = fits(scale); !status) {
+    if (Outcome status = fits(scale); !status) {
         return tl::unexpected<Error>(status.error());
     }
     const auto seen = view.seen(document, page);

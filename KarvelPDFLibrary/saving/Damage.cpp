@@ -39,7 +39,7 @@ private:
 
 } // namespace
 
-Status pagesAreWhole(Document& document)
+Outcome pagesAreWhole(Document& document)
 {
     if (document.warnings().empty()) {
         return {};

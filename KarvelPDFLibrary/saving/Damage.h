@@ -6,6 +6,6 @@ namespace karvel::saving {
 
 /// Fails when a page's content was lost to damage of the file. libqpdf replaces what it cannot read
 /// by null or by an empty stream, which would make a blank page.
-Status pagesAreWhole(Document& document);
+Outcome pagesAreWhole(Document& document);
 
 } // namespace karvel::saving

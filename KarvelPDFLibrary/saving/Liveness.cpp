@@ -60,7 +60,7 @@ void Liveness::reach(std::uint32_t object)
     }
 }
 
-Status Liveness::nothingLeadsToCutPages()
+Outcome Liveness::nothingLeadsToCutPages()
 {
     if (reachedCutPage_ == 0) {
         return {};

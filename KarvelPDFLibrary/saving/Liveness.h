@@ -18,7 +18,7 @@ public:
 
     /// Fails when the walk came upon a page that was cut: then something still leads to it that
     /// deletion did not put right. The sentence names the path.
-    Status nothingLeadsToCutPages();
+    Outcome nothingLeadsToCutPages();
 
     /// One more than the highest object number in use, unchanged, changed or added.
     std::uint32_t size() const { return static_cast<std::uint32_t>(live_.size()); }

@@ -262,7 +262,7 @@ void explainSize(Document& document, const Liveness& live, std::uint64_t written
 }
 
 /// Writes the document as it is, which must be synchronized.
-Status write(Document& document, bool verbatim, io::ByteSink& sink, const SaveOptions& options)
+Outcome write(Document& document, bool verbatim, io::ByteSink& sink, const SaveOptions& options)
 {
     if (verbatim && options.linearize) {
         prepareForLinearizing(document);
@@ -270,7 +270,7 @@ Status write(Document& document, bool verbatim, io::ByteSink& sink, const SaveOp
     std::optional<Liveness> live;
     if (verbatim || !document.cutPages().empty()) {
         live.emplace(document);
-        if (Status status = live->nothingLeadsToCutPages(); !status) {
+        if (Outcome status = live->nothingLeadsToCutPages(); !status) {
             return status;
         }
     }
@@ -290,24 +290,24 @@ Status write(Document& document, bool verbatim, io::ByteSink& sink, const SaveOp
     return {};
 }
 
-Status writeTo(Document& document, io::ByteSink& sink, const SaveOptions& options)
+Outcome writeTo(Document& document, io::ByteSink& sink, const SaveOptions& options)
 {
-    if (Status status = content::giveUpUnchangedStreams(document); !status) {
+    if (Outcome status = content::giveUpUnchangedStreams(document); !status) {
         return status;
     }
     const bool verbatim = whyNotVerbatim(document, options).empty();
     const auto degree = verbatim ? deletion::Degree::Recorded : deletion::Degree::Whole;
-    if (Status status = deletion::synchronize(document, degree); !status) {
+    if (Outcome status = deletion::synchronize(document, degree); !status) {
         return status;
     }
-    Status written;
+    Outcome written;
     try {
         written = write(document, verbatim, sink, options);
     } catch (...) {
         written = tl::unexpected<Error>(currentExceptionAsError(document.name()));
     }
     if (document.source()) {
-        if (Status status = document.source()->intact(); !status) {
+        if (Outcome status = document.source()->intact(); !status) {
             return status;
         }
     }
@@ -349,25 +349,25 @@ private:
     Error failure_;
 };
 
-Status writeWatched(Document& document, io::ByteSink& sink, const std::string& path,
-                    const SaveOptions& options)
+Outcome writeWatched(Document& document, io::ByteSink& sink, const std::string& path,
+                     const SaveOptions& options)
 {
     WatchedSink watched(sink, path);
-    const Status status = writeTo(document, watched, options);
+    const Outcome status = writeTo(document, watched, options);
     return status || watched.failure().code == ErrorCode::None
                ? status
                : tl::unexpected<Error>(watched.failure());
 }
 
-Status toDescriptor(Document& document, int descriptor, const std::string& path,
-                    const SaveOptions& options)
+Outcome toDescriptor(Document& document, int descriptor, const std::string& path,
+                     const SaveOptions& options)
 {
     // What stands in a file goes; a pipe has nothing and can't be cut.
     if (lseek(descriptor, 0, SEEK_SET) == 0 && ftruncate(descriptor, 0) != 0) {
         return fail(ErrorCode::FileNotWritable, path + ": " + std::strerror(errno));
     }
     io::DescriptorSink sink(descriptor);
-    if (Status status = writeWatched(document, sink, path, options); !status) {
+    if (Outcome status = writeWatched(document, sink, path, options); !status) {
         return status;
     }
     try {
@@ -381,7 +381,7 @@ Status toDescriptor(Document& document, int descriptor, const std::string& path,
 
 } // namespace
 
-Status toFile(Document& document, const std::string& path, const SaveOptions& options)
+Outcome toFile(Document& document, const std::string& path, const SaveOptions& options)
 {
     if (const auto descriptor = io::descriptorNamed(path)) {
         return toDescriptor(document, *descriptor, path, options);
@@ -393,10 +393,10 @@ Status toFile(Document& document, const std::string& path, const SaveOptions& op
     if (document.source() && document.source()->descriptor() >= 0) {
         file->allowAtMost(io::modeOf(document.source()->descriptor()));
     }
-    if (Status status = writeWatched(document, *file, path, options); !status) {
+    if (Outcome status = writeWatched(document, *file, path, options); !status) {
         return status;
     }
-    if (Status status = file->commit(); !status) {
+    if (Outcome status = file->commit(); !status) {
         return status;
     }
     document.setPath(path);
@@ -407,7 +407,7 @@ Status toFile(Document& document, const std::string& path, const SaveOptions& op
 Result<std::string> copyToString(Document& document, const SaveOptions& options)
 {
     StringSink sink;
-    if (Status status = writeTo(document, sink, options); !status) {
+    if (Outcome status = writeTo(document, sink, options); !status) {
         return tl::unexpected<Error>(status.error());
     }
     return std::move(sink.text);

@@ -12,7 +12,7 @@ namespace karvel::saving {
 /// that names an open descriptor of this process, such as "/dev/fd/7" (io::descriptorNamed), gets
 /// the bytes as they come, in the place of what the file holds; naming and syncing it is left to
 /// its owner.
-Status toFile(Document& document, const std::string& path, const SaveOptions& options);
+Outcome toFile(Document& document, const std::string& path, const SaveOptions& options);
 
 /// The document's bytes as saving would write them, without counting as saving.
 Result<std::string> copyToString(Document& document, const SaveOptions& options);

@@ -71,7 +71,7 @@ Opens tryPassword(const std::shared_ptr<io::ByteSource>& source, const std::stri
 }
 
 /// Puts a password into the encoding that an algorithm works with (ISO 32000-2, 7.6.4.3).
-Status encode(std::string& password, EncryptionAlgorithm algorithm)
+Outcome encode(std::string& password, EncryptionAlgorithm algorithm)
 {
     if (password.find('\0') != std::string::npos) {
         return fail(ErrorCode::BadArgument, "a password cannot hold the character NUL");
@@ -88,7 +88,7 @@ Status encode(std::string& password, EncryptionAlgorithm algorithm)
     return {};
 }
 
-Status needsOwner(Document& document)
+Outcome needsOwner(Document& document)
 {
     if (accessLevel(document) == AccessLevel::User) {
         return fail(ErrorCode::OwnerAccessNeeded,
@@ -182,7 +182,7 @@ Result<Opens> checkPassword(Document& document, const std::string& password)
     }
 }
 
-Status raiseAccessLevel(Document& document, const std::string& ownerPassword)
+Outcome raiseAccessLevel(Document& document, const std::string& ownerPassword)
 {
     if (accessLevel(document) != AccessLevel::User) {
         return {};
@@ -198,7 +198,7 @@ Status raiseAccessLevel(Document& document, const std::string& ownerPassword)
     return {};
 }
 
-Status encrypt(Document& document, NewEncryption encryption)
+Outcome encrypt(Document& document, NewEncryption encryption)
 {
     if (encryption.algorithm != EncryptionAlgorithm::Rc4Bits128 &&
         encryption.algorithm != EncryptionAlgorithm::AesBits128 &&
@@ -207,11 +207,11 @@ Status encrypt(Document& document, NewEncryption encryption)
                     "the algorithm must be 2 (RC4 128 bits), 3 (AES 128 bits) or 4 (AES 256 bits)");
     }
     for (std::string* password : {&encryption.ownerPassword, &encryption.userPassword}) {
-        if (Status status = encode(*password, encryption.algorithm); !status) {
+        if (Outcome status = encode(*password, encryption.algorithm); !status) {
             return status;
         }
     }
-    if (Status status = needsOwner(document); !status) {
+    if (Outcome status = needsOwner(document); !status) {
         return status;
     }
     encryption.permissionBits =
@@ -223,9 +223,9 @@ Status encrypt(Document& document, NewEncryption encryption)
     return {};
 }
 
-Status removeEncryption(Document& document)
+Outcome removeEncryption(Document& document)
 {
-    if (Status status = needsOwner(document); !status) {
+    if (Outcome status = needsOwner(document); !status) {
         return status;
     }
     if (isEncrypted(document)) {

@@ -26,7 +26,7 @@ enum class AccessLevel : int { NotEncrypted = 0, User = 1, Owner = 2 };
 AccessLevel accessLevel(Document& document);
 
 /// Gives owner access; fails when the password is not the owner's.
-Status raiseAccessLevel(Document& document, const std::string& ownerPassword);
+Outcome raiseAccessLevel(Document& document, const std::string& ownerPassword);
 
 /// What a password (UTF-8) opens the document's original data as. Data that is not encrypted opens
 /// as both with any password; a document without original data opens as nothing.
@@ -36,8 +36,8 @@ Result<Opens> checkPassword(Document& document, const std::string& password);
 // What saving shall do. Both need owner access.
 
 /// Makes saving encrypt the document; /P is written with the reserved bits as they must be.
-Status encrypt(Document& document, NewEncryption encryption);
-Status removeEncryption(Document& document);
+Outcome encrypt(Document& document, NewEncryption encryption);
+Outcome removeEncryption(Document& document);
 
 /// Whether encrypt()'s encryption covers the XMP metadata stream.
 void setMetadataEncryption(Document& document, bool covers);

@@ -25,7 +25,7 @@ Result<std::vector<PageEntry>> listed(Document& document, const std::vector<int>
                 return fail(ErrorCode::OutOfMemory, "the page list repeats too many pages");
             }
             number = document.pageCount() + 1;
-            if (Status status = copyPages(document, {page, 1}, number); !status) {
+            if (Outcome status = copyPages(document, {page, 1}, number); !status) {
                 return tl::unexpected<Error>(status.error());
             }
         }
@@ -40,7 +40,7 @@ Result<std::vector<PageEntry>> listed(Document& document, const std::vector<int>
 Result<std::unique_ptr<Document>> extract(Document& document, const std::vector<int>& list)
 {
     for (const int page : list) {
-        if (Status status = hasPage(document, page); !status) {
+        if (Outcome status = hasPage(document, page); !status) {
             return tl::unexpected<Error>(status.error());
         }
     }

@@ -18,13 +18,13 @@ constexpr std::size_t mostPages = 1'000'000;
 constexpr std::size_t mostRounds = 1000;
 
 /// Fails when a page is not there or its content was lost to damage.
-Status canBeTaken(Document& source, const std::vector<int>& list)
+Outcome canBeTaken(Document& source, const std::vector<int>& list)
 {
     if (list.empty() || list.size() > mostPages) {
         return fail(ErrorCode::OutOfMemory, "the number of pages must be 1 to 1000000");
     }
     for (const int page : list) {
-        if (Status status = hasPage(source, page); !status) {
+        if (Outcome status = hasPage(source, page); !status) {
             return status;
         }
         QPDFObjectHandle contents = source.page(page).getKey("/Contents");
@@ -33,7 +33,7 @@ Status canBeTaken(Document& source, const std::vector<int>& list)
         }
     }
     if (source.source()) {
-        if (Status status = source.source()->intact(); !status) {
+        if (Outcome status = source.source()->intact(); !status) {
             return status;
         }
     }
@@ -42,9 +42,9 @@ Status canBeTaken(Document& source, const std::vector<int>& list)
 
 /// What refers to removed pages is put right first. The page tree may stay stale: it would be
 /// written for each page that comes.
-Status finishRemoval(Document& document)
+Outcome finishRemoval(Document& document)
 {
-    return document.removedPages().empty() ? Status() : deletion::synchronize(document);
+    return document.removedPages().empty() ? Outcome() : deletion::synchronize(document);
 }
 
 /// The list in parts that name each page once: the first has every page that is listed.
@@ -85,21 +85,21 @@ SharedCopies& Imports::from(const std::shared_ptr<Document>& source)
     return sources_.emplace_back(source, SharedCopies()).second;
 }
 
-Status importPages(Document& target, Imports& imports, const std::shared_ptr<Document>& source,
-                   const std::vector<int>& list, int beforePage, WithOutline outline)
+Outcome importPages(Document& target, Imports& imports, const std::shared_ptr<Document>& source,
+                    const std::vector<int>& list, int beforePage, WithOutline outline)
 {
-    if (Status status = hasPlaceBefore(target, beforePage); !status) {
+    if (Outcome status = hasPlaceBefore(target, beforePage); !status) {
         return status;
     }
     try {
-        if (Status status = canBeTaken(*source, list); !status) {
+        if (Outcome status = canBeTaken(*source, list); !status) {
             return status;
         }
         const auto rounds = roundsOf(list);
         if (rounds.size() > mostRounds) {
             return fail(ErrorCode::OutOfMemory, "a page cannot come more than 1000 times at once");
         }
-        if (Status status = finishRemoval(target); !status) {
+        if (Outcome status = finishRemoval(target); !status) {
             return status;
         }
         const bool whole = rounds.front().size() == static_cast<std::size_t>(source->pageCount());
@@ -130,15 +130,15 @@ Status importPages(Document& target, Imports& imports, const std::shared_ptr<Doc
     }
 }
 
-Status copyPages(Document& document, PageRun run, int beforePage)
+Outcome copyPages(Document& document, PageRun run, int beforePage)
 {
-    if (Status status = hasPages(document, run); !status) {
+    if (Outcome status = hasPages(document, run); !status) {
         return status;
     }
-    if (Status status = hasPlaceBefore(document, beforePage); !status) {
+    if (Outcome status = hasPlaceBefore(document, beforePage); !status) {
         return status;
     }
-    if (Status status = finishRemoval(document); !status) {
+    if (Outcome status = finishRemoval(document); !status) {
         return status;
     }
     try {
@@ -160,7 +160,7 @@ Status copyPages(Document& document, PageRun run, int beforePage)
 namespace {
 
 /// Takes away what stands on a page: it goes as with a page that is removed.
-Status clearPage(Document& document, int page)
+Outcome clearPage(Document& document, int page)
 {
     QPDFObjectHandle dictionary = document.editPage(page);
     QPDFObjectHandle old = document.changes().add(dictionary.shallowCopy());
@@ -172,17 +172,17 @@ Status clearPage(Document& document, int page)
 
 } // namespace
 
-Status replacePage(Document& target, Imports& imports, int page,
-                   const std::shared_ptr<Document>& source, int sourcePage)
+Outcome replacePage(Document& target, Imports& imports, int page,
+                    const std::shared_ptr<Document>& source, int sourcePage)
 {
-    if (Status status = hasPage(target, page); !status) {
+    if (Outcome status = hasPage(target, page); !status) {
         return status;
     }
     try {
-        if (Status status = canBeTaken(*source, {sourcePage}); !status) {
+        if (Outcome status = canBeTaken(*source, {sourcePage}); !status) {
             return status;
         }
-        if (Status status = finishRemoval(target); !status) {
+        if (Outcome status = finishRemoval(target); !status) {
             return status;
         }
         const QPDFObjectHandle place = target.page(page);
@@ -190,7 +190,7 @@ Status replacePage(Document& target, Imports& imports, int page,
         PageTransfer transfer(*source, target, copier);
         const QPDFObjectHandle content = transfer.addContentOf(sourcePage, place);
         transfer.copy(false, false);
-        if (Status status = clearPage(target, page); !status) {
+        if (Outcome status = clearPage(target, page); !status) {
             return status;
         }
         transfer.join();
@@ -214,7 +214,7 @@ Result<int> interleave(Document& target, Imports& imports, const std::shared_ptr
         std::reverse(list.begin(), list.end());
     }
     const auto fronts = static_cast<std::size_t>(target.pageCount());
-    if (Status status =
+    if (Outcome status =
             importPages(target, imports, source, list, target.pageCount() + 1, WithOutline::No);
         !status) {
         return tl::unexpected<Error>(status.error());

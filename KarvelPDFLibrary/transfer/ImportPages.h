@@ -30,16 +30,16 @@ enum class WithOutline { No, Yes };
 /// are taken are changed. A page that is listed twice comes twice. Links to pages that do not come
 /// stay behind. Fails, and changes nothing, when
 /// a page is not there or its content was lost to damage.
-Status importPages(Document& target, Imports& imports, const std::shared_ptr<Document>& source,
-                   const std::vector<int>& list, int beforePage, WithOutline outline);
+Outcome importPages(Document& target, Imports& imports, const std::shared_ptr<Document>& source,
+                    const std::vector<int>& list, int beforePage, WithOutline outline);
 
 /// Inserts copies of a run of a document's own pages before a page. Fields get names of their own.
-Status copyPages(Document& document, PageRun run, int beforePage);
+Outcome copyPages(Document& document, PageRun run, int beforePage);
 
 /// Puts a page of a frozen document in the place of a page: what refers to the page refers to the
 /// new one.
-Status replacePage(Document& target, Imports& imports, int page,
-                   const std::shared_ptr<Document>& source, int sourcePage);
+Outcome replacePage(Document& target, Imports& imports, int page,
+                    const std::shared_ptr<Document>& source, int sourcePage);
 
 /// Inserts a frozen document's pages after every page in turn, from the last one with `reversed`;
 /// those beyond the last page follow it. Returns how many they are.

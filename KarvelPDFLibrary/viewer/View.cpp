@@ -23,7 +23,7 @@ Result<std::vector<char>> readAll(io::ByteSource& source)
 
 } // namespace
 
-Status View::refresh(Document& document)
+Outcome View::refresh(Document& document)
 {
     const Result<viewer::Viewer*> viewer = viewer::loadedViewer();
     if (!viewer) {
@@ -54,13 +54,13 @@ Status View::refresh(Document& document)
 
 Result<viewer::Viewed*> View::seen(Document& document, int page)
 {
-    if (Status status = hasPage(document, page); !status) {
+    if (Outcome status = hasPage(document, page); !status) {
         return tl::unexpected<Error>(status.error());
     }
     try {
         if (!seen_ || revision_ != document.revision()) {
             revision_.reset();
-            if (Status status = refresh(document); !status) {
+            if (Outcome status = refresh(document); !status) {
                 return tl::unexpected<Error>(status.error());
             }
         }

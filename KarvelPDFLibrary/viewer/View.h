@@ -18,7 +18,7 @@ public:
     Result<viewer::Viewed*> seen(Document& document, int page);
 
 private:
-    Status refresh(Document& document);
+    Outcome refresh(Document& document);
 
     std::unique_ptr<viewer::Viewed> seen_;
     std::optional<std::uint64_t> revision_;

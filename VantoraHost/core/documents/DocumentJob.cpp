@@ -305,7 +305,7 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& plann
     if (Outcome written = small ? writeSmall(*file, target) : writeLarge(*file, target); !written) {
         return written;
     }
-    if (const karvel::Status prepared = file->prepare(); !prepared) {
+    if (const karvel::Outcome prepared = file->prepare(); !prepared) {
         return tl::unexpected<Error>(outputFailure(prepared.error(), target));
     }
     const auto written = karvel::io::versionOf(file->descriptor());

@@ -68,8 +68,8 @@ void likeness(int from, const std::string& name, const Backup::Folder& folder)
 }
 
 // The copy appears whole or not at all.
-karvel::Status copy(const Backup::Folder::Pointer& folder, int file, std::int64_t size,
-                    const std::string& backup)
+karvel::Outcome copy(const Backup::Folder::Pointer& folder, int file, std::int64_t size,
+                     const std::string& backup)
 {
     auto output = OutputFile::create(folder, backup, karvel::io::Existing::Refuse);
     if (!output) {
@@ -88,7 +88,7 @@ karvel::Status copy(const Backup::Folder::Pointer& folder, int file, std::int64_
     } catch (const std::exception& failed) {
         return karvel::fail(karvel::ErrorCode::FileNotWritable, backup + ": " + failed.what());
     }
-    const karvel::Status committed = output->commit();
+    const karvel::Outcome committed = output->commit();
     if (committed) {
         likeness(file, nameIn(backup), *folder);
     }

@@ -34,7 +34,7 @@ Outcome placeOne(DocumentReport& report, WrittenOutput& output)
         }
         backup.emplace(std::move(*made));
     }
-    karvel::Status named = output.file.takeName();
+    karvel::Outcome named = output.file.takeName();
     if (!named && named.error().code == karvel::ErrorCode::FileExists && target.number) {
         // Another run took the name meanwhile.
         const Target other = underFreeName(target);

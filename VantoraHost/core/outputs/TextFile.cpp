@@ -22,7 +22,7 @@ Outcome writeTextFile(const std::string& path, const std::string& text)
         return tl::unexpected<Error>(
             outputFailure({karvel::ErrorCode::FileNotWritable, error.what()}, target));
     }
-    if (const karvel::Status placed = file->commit(); !placed) {
+    if (const karvel::Outcome placed = file->commit(); !placed) {
         return tl::unexpected<Error>(outputFailure(placed.error(), target));
     }
     return {};

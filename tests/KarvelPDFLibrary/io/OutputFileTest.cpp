@@ -72,7 +72,7 @@ protected:
         return {};
     }
 
-    Status commitNew(OutputFile& file) const
+    Outcome commitNew(OutputFile& file) const
     {
         file.write("new", 3);
         return file.commit();
@@ -140,7 +140,7 @@ TEST_F(OutputFileTest, RefusesATargetThatAppearedMeanwhile)
     for (const auto existing : {Existing::Refuse, Existing::Replace}) {
         auto file = OutputFile::create(path, existing).value();
         scratch.write("out.pdf", "somebody else's");
-        const Status status = commitNew(file);
+        const Outcome status = commitNew(file);
         ASSERT_FALSE(status.has_value());
         EXPECT_EQ(status.error().code, ErrorCode::FileExists);
         EXPECT_EQ(support::readFile(path), "somebody else's");
@@ -181,7 +181,7 @@ TEST_P(OvertakenTarget, IsNotReplaced)
             file.write("new", 3);
             ASSERT_TRUE(file.prepare().has_value());
             GetParam().happens(scratch);
-            const Status status = file.takeName();
+            const Outcome status = file.takeName();
             ASSERT_FALSE(status.has_value());
             EXPECT_TRUE(file.isOvertaken());
             EXPECT_THAT(status.error().text, HasSubstr(changedMeanwhile));
@@ -258,7 +258,7 @@ TEST_F(OutputFileTest, NeverTakesAnotherFileForItsTemporaryOne)
             const std::string temporary = temporaryIn(scratch.path("folder"));
             fs::remove(temporary);
             fs::create_symlink(secret, temporary);
-            const Status status = file.commit();
+            const Outcome status = file.commit();
             ASSERT_FALSE(status.has_value());
             EXPECT_THAT(status.error().text, HasSubstr("its temporary file was moved or replaced"));
         }

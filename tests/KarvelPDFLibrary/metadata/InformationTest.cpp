@@ -94,7 +94,7 @@ TEST(Information, ThatMakesNoSenseIsRefusedAndChangesNothing)
         setCustomInformation(*document, std::string("a\0b", 3), "x"),
         setCustomInformation(*document, "a#41", "x"),
     };
-    for (const Status& status : refused) {
+    for (const Outcome& status : refused) {
         ASSERT_FALSE(status.has_value());
         EXPECT_EQ(status.error().code, ErrorCode::BadArgument);
     }

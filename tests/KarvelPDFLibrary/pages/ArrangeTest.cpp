@@ -14,7 +14,7 @@ namespace {
 using namespace karvel;
 using namespace karvel::pages;
 
-using Act = std::function<Status(Document&)>;
+using Act = std::function<Outcome(Document&)>;
 
 Act moving(PageRun run, int beforePage)
 {
@@ -35,7 +35,7 @@ Act deleting(const std::vector<int>& list)
 {
     return [=](Document& document) {
         const Result<int> result = deletePages(document, list);
-        return result ? Status() : tl::unexpected<Error>(result.error());
+        return result ? Outcome() : tl::unexpected<Error>(result.error());
     };
 }
 
@@ -101,7 +101,7 @@ TEST(RefusedArrangements, ChangeNothing)
     for (const Refusal& row : rows) {
         SCOPED_TRACE(row.name);
         auto document = support::opened(support::documentOfPages(6));
-        const Status status = row.arrange(*document);
+        const Outcome status = row.arrange(*document);
         ASSERT_FALSE(status.has_value());
         EXPECT_EQ(status.error().code, row.code);
         EXPECT_FALSE(document->isModified());

@@ -41,7 +41,7 @@ TEST(DeletePages, RefusesRunsThatAreNotThereOrEmptyTheDocument)
     for (const PageRun run :
          {PageRun{0, 1}, PageRun{4, 1}, PageRun{3, 2}, PageRun{1, 3}, PageRun{1, 0}, PageRun{-1, 2},
           PageRun{2, -1}, PageRun{2, 2147483647}, PageRun{2147483647, 2147483647}}) {
-        const Status status = pages::deletePages(*document, run);
+        const Outcome status = pages::deletePages(*document, run);
         ASSERT_FALSE(status.has_value()) << run.first << " " << run.count;
         EXPECT_EQ(status.error().code, ErrorCode::BadPageList);
     }

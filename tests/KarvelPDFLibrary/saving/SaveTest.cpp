@@ -139,7 +139,7 @@ TEST_F(SavingToFile, GoesFromAndToOpenFiles)
         EXPECT_EQ(support::pageTexts(support::readFile(output)), support::pagesNamed({299, 300}));
     }
     auto document = Document::load(io::openFile(scratch.path("moved.pdf")).value(), {}).value();
-    const Status unwritable = toFile(*document, io::pathOf(from.get()), keepingEverything());
+    const Outcome unwritable = toFile(*document, io::pathOf(from.get()), keepingEverything());
     ASSERT_FALSE(unwritable.has_value());
     EXPECT_EQ(unwritable.error().code, ErrorCode::FileNotWritable);
 }
@@ -168,7 +168,7 @@ TEST_F(SavingToFile, FailsWhenTheInputChangedMeanwhile)
             std::filesystem::last_write_time(path, std::filesystem::file_time_type::clock::now() +
                                                        std::chrono::hours(1));
         }
-        const Status status = toFile(*document, scratch.path("out.pdf"), keepingEverything());
+        const Outcome status = toFile(*document, scratch.path("out.pdf"), keepingEverything());
         ASSERT_FALSE(status.has_value());
         EXPECT_EQ(status.error().code, ErrorCode::FileNotReadable);
         EXPECT_FALSE(std::filesystem::exists(scratch.path("out.pdf")));
@@ -196,12 +196,12 @@ TEST(DamagedFiles, AreRepairedOrRefusedButNeverBlanked)
     for (const Damage& row : rows) {
         SCOPED_TRACE(row.name);
         auto document = Document::load(io::fromMemory(row.bytes), {});
-        Status status;
+        Outcome status;
         std::string bytes;
         if (document) {
             ASSERT_TRUE(pages::deletePages(**document, {2, 1}).has_value());
             auto written = toString(**document, keepingEverything());
-            status = written ? Status() : Status(tl::unexpected<Error>(written.error()));
+            status = written ? Outcome() : Outcome(tl::unexpected<Error>(written.error()));
             bytes = written.value_or("");
         } else {
             status = tl::unexpected<Error>(document.error());

@@ -23,7 +23,7 @@ std::shared_ptr<Document> source(const std::string& pdf, const std::string& pass
     return support::opened(pdf, password);
 }
 
-Status append(Document& target, const std::shared_ptr<Document>& pages, std::vector<int> list)
+Outcome append(Document& target, const std::shared_ptr<Document>& pages, std::vector<int> list)
 {
     Imports imports;
     return importPages(target, imports, pages, list, target.pageCount() + 1, WithOutline::Yes);
@@ -275,8 +275,8 @@ TEST(RefusedImports, ChangeNothing)
         SCOPED_TRACE(row.name);
         auto document = support::opened(support::documentOfPages(2));
         Imports imports;
-        const Status status = importPages(*document, imports, source(row.pages), row.list,
-                                          row.before, WithOutline::Yes);
+        const Outcome status = importPages(*document, imports, source(row.pages), row.list,
+                                           row.before, WithOutline::Yes);
         ASSERT_FALSE(status.has_value());
         EXPECT_EQ(status.error().code, row.code);
         EXPECT_FALSE(document->isModified());
