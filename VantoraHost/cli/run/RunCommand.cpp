@@ -283,8 +283,10 @@ void sayWhatIsLeftAlone(const RunOptions& options, const RunInputs& inputs, cons
     }
     if (inputs.outputThere > 0) {
         printNote(streams,
-                  counted(inputs.outputThere, "document has an output", "documents have outputs") +
-                      " no older than the input, and left as they are");
+                  counted(inputs.outputThere,
+                          "document has an output no older than itself, and is left as it is",
+                          "documents have outputs no older than themselves, and are left "
+                          "as they are"));
     }
 }
 
