@@ -27,10 +27,10 @@ Result<std::string> nameOf(Document& document, int attachment)
                     document.name() + ": has no embedded file " + std::to_string(attachment));
     }
     const auto& [key, value] = files[static_cast<std::size_t>(attachment) - 1];
-    QPDFObjectHandle specification = value;
-    if (specification.isDictionary()) {
+    QPDFObjectHandle file = value;
+    if (file.isDictionary()) {
         for (const char* entry : {"/UF", "/F"}) {
-            QPDFObjectHandle name = specification.getKey(entry);
+            QPDFObjectHandle name = file.getKey(entry);
             if (name.isString() && !name.getStringValue().empty()) {
                 return name.getUTF8Value();
             }

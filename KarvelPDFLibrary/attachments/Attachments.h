@@ -10,7 +10,7 @@ namespace karvel::attachments {
 int count(Document& document);
 
 /// The name of one of these files, by its number from 1 in the tree's order: the one that its
-/// specification gives it, or its key in the tree.
+/// description gives it, or its key in the tree.
 Result<std::string> nameOf(Document& document, int attachment);
 
 } // namespace karvel::attachments
