@@ -102,4 +102,9 @@ std::wstring toWide(std::string_view utf8)
     return out;
 }
 
+std::string counted(std::uint64_t count, const char* one, const char* several)
+{
+    return std::to_string(count) + ' ' + (count == 1 ? one : several);
+}
+
 } // namespace karvel::text

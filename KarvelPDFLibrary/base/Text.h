@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -12,5 +13,8 @@ std::string fromWide(std::wstring_view wide);
 
 /// The reverse of fromWide: a byte that is not part of valid UTF-8 becomes U+DC80 to U+DCFF.
 std::wstring toWide(std::string_view utf8);
+
+/// A number with what is counted, such as "1 page" or "3 pages".
+std::string counted(std::uint64_t count, const char* one, const char* several);
 
 } // namespace karvel::text

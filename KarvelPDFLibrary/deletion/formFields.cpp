@@ -1,3 +1,4 @@
+#include "KarvelPDFLibrary/base/Text.h"
 #include "KarvelPDFLibrary/deletion/ButtonStates.h"
 #include "KarvelPDFLibrary/deletion/PageAnnotations.h"
 #include "KarvelPDFLibrary/deletion/modules.h"
@@ -21,7 +22,7 @@ public:
         }
         dropEmptyFields();
         dropWidgetsWithoutPage();
-        int withValues = 0;
+        std::size_t withValues = 0;
         for (const int number : touched_) {
             const Field& field = fields_.at(number);
             if (!removal_.isGone(field.object)) {
@@ -32,8 +33,8 @@ public:
             }
         }
         if (withValues > 0) {
-            removal_.note("the values of " + std::to_string(withValues) +
-                          (withValues == 1 ? " form field" : " form fields") +
+            removal_.note("the values of " +
+                          text::counted(withValues, "form field", "form fields") +
                           " that removed pages showed, too");
         }
     }

@@ -1,3 +1,4 @@
+#include "KarvelPDFLibrary/base/Text.h"
 #include "KarvelPDFLibrary/deletion/modules.h"
 #include "KarvelPDFLibrary/objects/NameTree.h"
 
@@ -8,11 +9,6 @@
 namespace karvel::deletion {
 
 namespace {
-
-std::string counted(std::size_t count, const char* one, const char* several)
-{
-    return std::to_string(count) + ' ' + (count == 1 ? one : several);
-}
 
 std::size_t namesIn(QPDFObjectHandle catalog, const char* tree)
 {
@@ -45,7 +41,8 @@ std::string describingTexts(QPDFObjectHandle information)
         }
     }
     if (further > 0) {
-        texts += (texts.empty() ? "" : ", ") + counted(further, "further text", "further texts");
+        texts +=
+            (texts.empty() ? "" : ", ") + text::counted(further, "further text", "further texts");
     }
     return texts;
 }
@@ -90,7 +87,7 @@ void noteWhatIsLeft(Removal& removal)
 {
     QPDFObjectHandle catalog = removal.catalog();
     if (const std::size_t files = namesIn(catalog, "/EmbeddedFiles"); files > 0) {
-        removal.note(counted(files, "attached file", "attached files"));
+        removal.note(text::counted(files, "attached file", "attached files"));
     }
     if (catalog.getKey("/Metadata").isStream()) {
         removal.note("the document's XMP metadata");
@@ -100,10 +97,11 @@ void noteWhatIsLeft(Removal& removal)
         removal.note("the document's information: " + described);
     }
     if (const std::size_t scripts = scriptsOf(catalog); scripts > 0) {
-        removal.note(counted(scripts, "script of the document", "scripts of the document"));
+        removal.note(text::counted(scripts, "script of the document", "scripts of the document"));
     }
     if (const std::size_t threads = titledThreads(removal); threads > 0) {
-        removal.note("the titles of " + counted(threads, "article thread", "article threads"));
+        removal.note("the titles of " +
+                     text::counted(threads, "article thread", "article threads"));
     }
 }
 

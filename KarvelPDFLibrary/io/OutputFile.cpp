@@ -75,10 +75,9 @@ tl::unexpected<Error> OutputFile::notWritable(int error) const
     return fail(ErrorCode::FileNotWritable, path_ + ": " + std::strerror(error));
 }
 
-bool OutputFile::isAt(const std::string& name) const
+bool OutputFile::isAt(const std::string& name, const std::optional<FileVersion>& ours) const
 {
     const auto there = folder_->versionAt(name);
-    const auto ours = versionOf(file_.get());
     return there && ours && there->isOf(*ours);
 }
 
@@ -120,15 +119,11 @@ Outcome OutputFile::prepare()
 int OutputFile::takeFreeName(const std::string& name)
 {
     const auto ours = versionOf(file_.get());
-    const auto isOursAt = [&](const std::string& place) {
-        const auto there = folder_->versionAt(place);
-        return there && ours && there->isOf(*ours);
-    };
-    if (!isOursAt(temporary_)) {
+    if (!isAt(temporary_, ours)) {
         return ESTALE;
     }
     const int failed = folder_->renameToFree(temporary_, name);
-    if (failed == 0 && !isOursAt(name)) {
+    if (failed == 0 && !isAt(name, ours)) {
         folder_->renameToFree(name, temporary_);
         return ESTALE;
     }
@@ -141,7 +136,8 @@ int OutputFile::takeNameOfReplaced(const std::string& name)
         const auto version = folder_->versionAt(place);
         return version && *version == *replaced_;
     };
-    if (!isAt(temporary_)) {
+    const auto ours = versionOf(file_.get());
+    if (!isAt(temporary_, ours)) {
         return ESTALE;
     }
     overtaken_ = !isStill(name);
@@ -158,7 +154,7 @@ int OutputFile::takeNameOfReplaced(const std::string& name)
         return failed;
     }
     // Now nobody finds the old file under its name any more, and it can be looked at in peace.
-    const bool isOurs = isAt(name);
+    const bool isOurs = isAt(name, ours);
     overtaken_ = !isStill(temporary_);
     if (isOurs && !overtaken_) {
         folder_->remove(temporary_, *replaced_);

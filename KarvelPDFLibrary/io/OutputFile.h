@@ -74,7 +74,7 @@ private:
     Outcome setPermissions();
     int takeFreeName(const std::string& name);
     int takeNameOfReplaced(const std::string& name);
-    bool isAt(const std::string& name) const;
+    bool isAt(const std::string& name, const std::optional<FileVersion>& ours) const;
     tl::unexpected<Error> notWritable(int error) const;
 
     Folder::Pointer folder_;

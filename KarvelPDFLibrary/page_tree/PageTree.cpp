@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/page_tree/PageTree.h"
 
+#include "KarvelPDFLibrary/base/Text.h"
+
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
@@ -67,8 +69,7 @@ public:
             }
         }
         if (lost_ > 0) {
-            return fail(ErrorCode::NotPdf, "damaged: " + std::to_string(lost_) +
-                                               (lost_ == 1 ? " page" : " pages") +
+            return fail(ErrorCode::NotPdf, "damaged: " + text::counted(lost_, "page", "pages") +
                                                " cannot be recovered");
         }
         if (pages_.entries.empty()) {
@@ -193,7 +194,7 @@ private:
     std::vector<Node> path_;
     std::unordered_set<int> nodes_;
     std::unordered_set<int> seen_;
-    int lost_ = 0;
+    std::uint64_t lost_ = 0;
 
     std::unordered_map<int, std::uint64_t> sizes_; // of pages that were copied
     std::uint64_t leftForCopies_;

@@ -70,6 +70,26 @@ std::vector<std::string> partsOf(const std::string& text, char separator)
     return parts;
 }
 
+/// The file names that a list names, one a line or each ended by a zero byte; "-" is the list on
+/// standard input. A name "-" in it is that of a file. Fails when it names none.
+Result<std::vector<std::string>> readFileList(const std::string& path, bool endedByNull,
+                                              const Streams& streams)
+{
+    const Result<std::string> content =
+        path == standardStream ? readStandardInput(streams) : readFile(path, "the list of inputs");
+    if (!content) {
+        return tl::unexpected<Error>(content.error());
+    }
+    std::vector<std::string> names = partsOf(*content, endedByNull ? '\0' : '\n');
+    if (names.empty()) {
+        return fail(Reason::InputMissing, path, "the list of inputs names no file");
+    }
+    for (std::string& name : names) {
+        name = name == standardStream ? "./-" : name;
+    }
+    return names;
+}
+
 } // namespace
 
 Result<std::string> readStandardInput(const Streams& streams)
@@ -98,24 +118,6 @@ Result<std::vector<std::string>> readPasswords(const std::string& path)
         passwords.push_back(std::move(line));
     }
     return passwords;
-}
-
-Result<std::vector<std::string>> readFileList(const std::string& path, bool endedByNull,
-                                              const Streams& streams)
-{
-    const Result<std::string> content =
-        path == standardStream ? readStandardInput(streams) : readFile(path, "the list of inputs");
-    if (!content) {
-        return tl::unexpected<Error>(content.error());
-    }
-    std::vector<std::string> names = partsOf(*content, endedByNull ? '\0' : '\n');
-    if (names.empty()) {
-        return fail(Reason::InputMissing, path, "the list of inputs names no file");
-    }
-    for (std::string& name : names) {
-        name = name == standardStream ? "./-" : name;
-    }
-    return names;
 }
 
 Result<std::vector<Input>> inputsNamed(InputNames named, const std::string& outputs, bool quiet,

@@ -15,11 +15,6 @@ Result<std::string> readStandardInput(const Streams& streams);
 /// The passwords of a file, one a line; no passwords when the path is empty.
 Result<std::vector<std::string>> readPasswords(const std::string& path);
 
-/// The file names that a list names, one a line or each ended by a zero byte; "-" is the list on
-/// standard input. A name "-" in it is that of a file. Fails when it names none.
-Result<std::vector<std::string>> readFileList(const std::string& path, bool endedByNull,
-                                              const Streams& streams);
-
 /// How a command line names documents.
 struct InputNames {
     std::vector<std::string> names;

@@ -185,7 +185,7 @@ public:
                 std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument));
             return limits;
         };
-        calls.work = [&](std::size_t i) { return answerFor(inputs[i].path); };
+        calls.work = [&](std::size_t i) { return json(inputs[i].path, look(inputs[i].path)); };
         return callEachConfined(
             calls, atOnce, streams_.interrupted, [&](std::size_t i, Result<std::string> answer) {
                 take(inputs[i].path, answer ? documentInfoOf(*answer)
@@ -200,7 +200,7 @@ public:
             if (streams_.interrupted()) {
                 return false;
             }
-            take(input.path, documentInfoOf(answerFor(input.path)));
+            take(input.path, look(input.path));
         }
         return true;
     }
@@ -211,13 +211,16 @@ public:
     bool allDone() const { return done_; }
 
 private:
-    std::string answerFor(const std::string& input)
+    Result<DocumentInfo> look(const std::string& input)
     {
         if (input == standardStream && !standardInput_) {
-            return failureJson(standardInput_.error(), input);
+            return tl::unexpected<Error>(standardInput_.error());
         }
-        const Result<DocumentInfo> info =
-            inspect(library_, input, standardInput_.value_or(""), passwords_, options_.verbose);
+        return inspect(library_, input, standardInput_.value_or(""), passwords_, options_.verbose);
+    }
+
+    static std::string json(const std::string& input, const Result<DocumentInfo>& info)
+    {
         return info ? toJson(*info) : failureJson(info.error(), input);
     }
 
@@ -227,7 +230,7 @@ private:
             info.error().file = input;
         }
         if (options_.json) {
-            streams_.out << (info ? toJson(*info) : failureJson(info.error(), input)) << '\n';
+            streams_.out << json(input, info) << '\n';
         } else if (info) {
             printText(*info, streams_.out);
         }

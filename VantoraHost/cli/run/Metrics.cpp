@@ -10,8 +10,8 @@ class Metrics {
 public:
     void begin(const char* name, const char* help)
     {
-        this->name_ = std::string("vantora_run_") + name;
-        text += "# HELP " + this->name_ + ' ' + help + "\n# TYPE " + this->name_ + " gauge\n";
+        name_ = std::string("vantora_run_") + name;
+        text += "# HELP " + name_ + ' ' + help + "\n# TYPE " + name_ + " gauge\n";
     }
     void add(const std::string& labels, const std::string& value)
     {

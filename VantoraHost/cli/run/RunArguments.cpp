@@ -33,20 +33,20 @@ a reason that --accept-failures does not name, 2 wrong usage, 130 interrupted.)"
 
 std::optional<std::string> destinationMistake(const RunArguments& run)
 {
-    const auto& inputs = run.options.inputs;
+    const auto& inputs = run.options.inputs.names;
     const bool fromStandardInput =
         std::find(inputs.begin(), inputs.end(), standardStream) != inputs.end();
     const bool toFile = run.outputOption->count() > 0;
     const bool toFolder = run.folderOption->count() > 0;
     const bool listed = run.filesFromOption->count() > 0;
-    const bool several = inputs.size() > 1 || listed || run.options.recursive;
+    const bool several = inputs.size() > 1 || listed || run.options.inputs.recursive;
     if (inputs.empty() && !listed) {
         return "INPUT is missing: name the documents, or a list of them with --files-from FILE";
     }
-    if (listed && run.options.filesFrom.empty()) {
+    if (listed && run.options.inputs.filesFrom.empty()) {
         return "the name of the list of inputs is empty";
     }
-    if (run.options.endedByNull && !listed) {
+    if (run.options.inputs.endedByNull && !listed) {
         return "-0 goes with --files-from";
     }
     if (run.options.quiet && run.options.verbose) {
@@ -166,9 +166,10 @@ std::optional<std::string> readReports(RunArguments& run)
 // Standard input and output belong to this process.
 std::optional<std::string> workersMistake(const RunArguments& run)
 {
-    const bool throughPipe = (run.outputOption->count() > 0 && run.output == standardStream) ||
-                             std::find(run.options.inputs.begin(), run.options.inputs.end(),
-                                       standardStream) != run.options.inputs.end();
+    const bool throughPipe =
+        (run.outputOption->count() > 0 && run.output == standardStream) ||
+        std::find(run.options.inputs.names.begin(), run.options.inputs.names.end(),
+                  standardStream) != run.options.inputs.names.end();
     if (run.options.workers.areAskedFor() && throughPipe) {
         return "standard input and output (-) are not for worker processes; name files, or leave "
                "out -j, --timeout and --memory-limit";
@@ -251,16 +252,16 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
 {
     CLI::App& command = declareCommand(program, "run", "Run actions over documents");
     command.footer(runExamples);
-    takeAll(command.add_option("INPUT", run.options.inputs, "PDF files; - is standard input"),
+    takeAll(command.add_option("INPUT", run.options.inputs.names, "PDF files; - is standard input"),
             arguments)
         ->required(false);
     run.filesFromOption =
-        command.add_option("--files-from", run.options.filesFrom,
+        command.add_option("--files-from", run.options.inputs.filesFrom,
                            "Further inputs, named in this file, one a line;\n- is standard input");
     run.filesFromOption->option_text("FILE");
-    command.add_flag("-0,--null", run.options.endedByNull,
+    command.add_flag("-0,--null", run.options.inputs.endedByNull,
                      "The names in it end with a zero byte, as find -print0 ends them");
-    command.add_flag("-r,--recursive", run.options.recursive,
+    command.add_flag("-r,--recursive", run.options.inputs.recursive,
                      "An input that is a folder stands for the PDF files in\n"
                      "it and its subfolders, which -d makes in DIR, too");
     declareSteps(command, run);

@@ -103,9 +103,7 @@ Result<RunInputs> inputsOf(const RunOptions& options, const RunIdentity& run,
                            const Streams& streams)
 {
     RunInputs inputs;
-    auto named =
-        inputsNamed({options.inputs, options.filesFrom, options.endedByNull, options.recursive},
-                    outputFolder(options), options.quiet, streams);
+    auto named = inputsNamed(options.inputs, outputFolder(options), options.quiet, streams);
     if (!named) {
         return tl::unexpected<Error>(std::move(named.error()));
     }

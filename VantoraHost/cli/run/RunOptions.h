@@ -2,6 +2,7 @@
 
 #include "VantoraHost/cli/arguments/NamedStep.h"
 #include "VantoraHost/cli/arguments/WorkerOptions.h"
+#include "VantoraHost/cli/console/InputFiles.h"
 #include "VantoraHost/core/documents/IfEmpty.h"
 #include "VantoraHost/core/outputs/OutputPlan.h"
 
@@ -16,12 +17,9 @@ namespace vantora::cli {
 /// What the command line says about a run.
 struct RunOptions {
     std::vector<NamedStep> steps;
-    std::vector<std::string> inputs;
-    std::string filesFrom;                  ///< a file that names further inputs; empty: none
-    bool endedByNull = false;               ///< the names in it end with a zero byte, not a line
+    InputNames inputs;
     std::optional<Destination> destination; ///< none only in a dry run
     std::string passwordFile;               ///< empty: none
-    bool recursive = false;                 ///< inputs that are folders stand for their files
     TakenName taken = TakenName::Refuse;
     Share share;
     std::string reportPath;           ///< empty: none

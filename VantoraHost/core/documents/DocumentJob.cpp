@@ -54,7 +54,7 @@ ProcessedDocument DocumentJob::run(const std::string& input, const Result<Target
     report.input = input;
     Outcome done =
         target ? guardedProcess(document, *target) : tl::unexpected<Error>(target.error());
-    this->input_.reset();
+    input_.reset();
     if (!done) {
         document.output.reset();
         done.error().sentence = withoutFile(std::move(done.error().sentence), input);

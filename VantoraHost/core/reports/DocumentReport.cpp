@@ -104,7 +104,9 @@ JsonObject objectOf(const DocumentReport& report)
     if (report.error) {
         errors.push_back(errorJson(*report.error));
     }
-    json.add("errors", errors).add("left", report.leftToJudge).add("seconds", std::round(report.seconds * 1e6) / 1e6);
+    json.add("errors", errors)
+        .add("left", report.leftToJudge)
+        .add("seconds", std::round(report.seconds * 1e6) / 1e6);
     return json;
 }
 

@@ -36,7 +36,7 @@ public:
         : reports_(reports), run_(run)
     {
         for (const Input& input : inputs) {
-            this->inputs_.insert(input.path);
+            inputs_.insert(input.path);
             paths_.insert(normalPath(input.path));
         }
     }

@@ -1,6 +1,5 @@
 #include "VantoraApp/CActionUtils.h"
 
-
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>

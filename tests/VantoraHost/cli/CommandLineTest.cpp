@@ -51,7 +51,7 @@ TEST(RunOptions, SayWhatToDoWithWhat)
     ASSERT_EQ(options.steps.size(), 1U);
     EXPECT_EQ(options.steps[0].action, "Delete Pages");
     EXPECT_THAT(options.steps[0].options, ElementsAre(Pair("byPageRangeTextEdit", "1,4-6")));
-    EXPECT_THAT(options.inputs, ElementsAre("a.pdf", "b.pdf"));
+    EXPECT_THAT(options.inputs.names, ElementsAre("a.pdf", "b.pdf"));
     EXPECT_EQ(std::get<ToFolder>(*options.destination).path, "out");
     EXPECT_EQ(options.passwordFile, "p");
     EXPECT_TRUE(options.quiet && options.json);
@@ -66,15 +66,14 @@ TEST(RunOptions, LimitTheWorkers)
     EXPECT_EQ(options.workers.timeout, 120);
     EXPECT_EQ(options.workers.memoryLimit, 1073741824U);
     const RunOptions others = parsedRun("run -p 1 a -n");
-    EXPECT_FALSE(others.workers.jobs || others.workers.timeout ||
-                 others.workers.memoryLimit);
+    EXPECT_FALSE(others.workers.jobs || others.workers.timeout || others.workers.memoryLimit);
 }
 
 TEST(RunOptions, MakeARunOneOfSeveral)
 {
     const RunOptions options = parsedRun("run -p 1 -r in -d out --name {name}.x --rename --report "
                                          "a --resume a --resume b --shard 2/8");
-    EXPECT_TRUE(options.recursive);
+    EXPECT_TRUE(options.inputs.recursive);
     EXPECT_EQ(std::get<ToFolder>(*options.destination).name->of("c.pdf", 1, 1), "c.x");
     EXPECT_EQ(options.taken, TakenName::Number);
     EXPECT_EQ(options.reportPath, "a");
@@ -107,9 +106,9 @@ TEST(ConfigureOptions, SayWhichDialogToShowAndWhere)
 
 TEST(RunOptions, TakeFileNamesAsTheyStand)
 {
-    EXPECT_THAT(parsedRun("run -n -p 1 [a,b] info caf\xe9.pdf 'a b' -- -x.pdf --json").inputs,
+    EXPECT_THAT(parsedRun("run -n -p 1 [a,b] info caf\xe9.pdf 'a b' -- -x.pdf --json").inputs.names,
                 ElementsAre("[a,b]", "info", "caf\xe9.pdf", "a b", "-x.pdf", "--json"));
-    EXPECT_THAT(parsedRun("run -p 1 - -o -").inputs, ElementsAre("-"));
+    EXPECT_THAT(parsedRun("run -p 1 - -o -").inputs.names, ElementsAre("-"));
 }
 
 TEST(RunOptions, NameTheDestination)
