@@ -2,8 +2,8 @@
 
 #include "VantoraHost/core/Target.h"
 #include "VantoraHost/core/reports/FailureJson.h"
+#include "VantoraHost/core/reports/Remedy.h"
 
-#include <iterator>
 #include <optional>
 #include <ostream>
 
@@ -39,13 +39,8 @@ std::string remedy(Reason reason)
         return "check the name";
     case Reason::InputNotAFile:
         return "name a PDF file, a folder with --recursive, or - for standard input";
-    case Reason::InputUnreadable:
-        return "check its permissions";
     case Reason::NotPdf:
         return "name a PDF file, or get an undamaged copy of it";
-    case Reason::Damaged:
-    case Reason::InputEmpty:
-        return "get an undamaged copy of it";
     case Reason::Empty:
         return "--if-empty blank leaves a blank page, --if-empty skip leaves the document out";
     case Reason::InPart:
@@ -58,8 +53,6 @@ std::string remedy(Reason reason)
         return "the owner's password in --password-file FILE lifts that";
     case Reason::Signed:
         return "leave out --keep-signed to go on without the signature";
-    case Reason::EncryptionUnsupported:
-        return "decrypt it with the program that encrypted it";
     case Reason::OutputExists:
         return "use --overwrite to replace it, --rename to keep both, or name another";
     case Reason::OutputIsInput:
@@ -72,12 +65,6 @@ std::string remedy(Reason reason)
         return "put a folder in its place, or name the one that it leads to with -d";
     case Reason::OutputNotAFile:
         return "name a file with -o, a folder with -d, or - for standard output";
-    case Reason::OutputNotWritable:
-        return "check space and permissions there, or name another place";
-    case Reason::BackupExists:
-        return "move it away, since no backup is ever replaced";
-    case Reason::ChangedMeanwhile:
-        return "run it again";
     case Reason::ActionMissing:
         return "vantora actions lists them";
     case Reason::ActionListMissing:
@@ -88,11 +75,6 @@ std::string remedy(Reason reason)
         return "save it anew from the action's options dialog (vantora configure)";
     case Reason::DisplayMissing:
         return "run it in a desktop session, with DISPLAY or WAYLAND_DISPLAY set";
-    case Reason::ActionUnusable:
-    case Reason::LibraryMissing:
-        return "the installation is incomplete; install it again";
-    case Reason::BadPageRange:
-        return "a valid one is 1,4-6,9-15,21";
     case Reason::BadChoice:
         return "vantora run --help shows examples";
     case Reason::OptionUnknown:
@@ -108,8 +90,6 @@ std::string remedy(Reason reason)
                "with fewer workers (-j)";
     case Reason::WorkerFailed:
         return "-j 0 does without worker processes";
-    case Reason::NotReached:
-        return "leave out the document over which it ended, and run all of it again";
     case Reason::ReportExists:
         return "go on with it (--resume and --report with its name), replace it (--overwrite), "
                "or name another";
@@ -123,17 +103,11 @@ std::string remedy(Reason reason)
         return "name another file for the report";
     case Reason::SavedStepsExist:
         return "use --overwrite to replace it, or name another";
-    case Reason::SavedNameUnfit:
-        return "name it otherwise";
     case Reason::SavedStepMissing:
         return "say which one with --step N";
-    case Reason::ActionFailed:
-    case Reason::LibraryFailed:
-    case Reason::WrongUsage:
-    case Reason::Interrupted:
-        break;
+    default:
+        return commonRemedy(reason);
     }
-    return {};
 }
 
 void printError(const Streams& streams, const Error& error)
@@ -196,36 +170,6 @@ void printRepairs(const Streams& streams, const std::string& file,
 void printNote(const Streams& streams, const std::string& sentence)
 {
     streams.err << "vantora: " << sentence << '\n' << std::flush;
-}
-
-std::string grouped(std::uint64_t number)
-{
-    std::string digits = std::to_string(number);
-    for (auto place = static_cast<std::ptrdiff_t>(digits.size()) - 3; place > 0; place -= 3) {
-        digits.insert(static_cast<std::size_t>(place), ",");
-    }
-    return digits;
-}
-
-std::string counted(std::uint64_t number, const char* one, const char* several)
-{
-    return grouped(number) + ' ' + (number == 1 ? one : several);
-}
-
-std::string sizeText(std::uint64_t bytes)
-{
-    constexpr const char* units[] = {"kB", "MB", "GB", "TB"};
-    if (bytes < 1000) {
-        return counted(bytes, "byte", "bytes");
-    }
-    // In tenths, so that rounding up to 1000 kB can go on to 1.0 MB.
-    std::uint64_t tenths = bytes / 100 + (bytes % 100 >= 50 ? 1 : 0);
-    std::size_t unit = 0;
-    while (tenths >= 10000 && unit + 1 < std::size(units)) {
-        tenths = (tenths + 500) / 1000;
-        ++unit;
-    }
-    return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10) + ' ' + units[unit];
 }
 
 } // namespace vantora::cli

@@ -2,9 +2,9 @@
 
 #include "VantoraHost/cli/console/Streams.h"
 #include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/Figures.h"
 #include "VantoraHost/core/ShownText.h"
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -36,14 +36,5 @@ void printRepairs(const Streams& streams, const std::string& file,
 
 /// Prints "vantora: sentence" as one line.
 void printNote(const Streams& streams, const std::string& sentence);
-
-/// 12345 as "12,345".
-std::string grouped(std::uint64_t number);
-
-/// "1 page" or "12,345 pages".
-std::string counted(std::uint64_t number, const char* one, const char* several);
-
-/// A size such as "1 byte", "812 bytes", "10.1 kB" or "2.5 MB" (powers of 1000).
-std::string sizeText(std::uint64_t bytes);
 
 } // namespace vantora::cli

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantoraHost/cli/run/RunSummary.h"
+#include "VantoraHost/core/reports/RunSummary.h"
 
 #include <string>
 

@@ -1,7 +1,6 @@
 #include "VantoraHost/cli/run/ProgressLine.h"
 
-#include "VantoraHost/cli/console/Messages.h"
-#include "VantoraHost/cli/run/RunSummary.h"
+#include "VantoraHost/core/Figures.h"
 
 #include <ostream>
 

@@ -3,9 +3,9 @@
 #include "VantoraHost/cli/console/Streams.h"
 #include "VantoraHost/cli/run/ProgressLine.h"
 #include "VantoraHost/cli/run/RunOptions.h"
-#include "VantoraHost/cli/run/RunSummary.h"
 #include "VantoraHost/core/documents/Batch.h"
 #include "VantoraHost/core/reports/ReportFile.h"
+#include "VantoraHost/core/reports/RunSummary.h"
 
 #include <map>
 #include <optional>

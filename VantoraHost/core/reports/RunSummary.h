@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace vantora::cli {
+namespace vantora {
 
 /// How a run ended, beside what became of its documents.
 struct RunEnd {
@@ -63,10 +63,4 @@ private:
     std::uint64_t bytesAfter_ = 0;
 };
 
-/// A time for people: "8 s", "3 min" or "2 h 10 min".
-std::string durationText(double seconds);
-
-/// Documents in a second: "2,340", or "0.4" where they are few.
-std::string rateText(std::size_t documents, double seconds);
-
-} // namespace vantora::cli
+} // namespace vantora

@@ -1,13 +1,13 @@
-#include "VantoraHost/cli/run/RunSummary.h"
+#include "VantoraHost/core/reports/RunSummary.h"
 
-#include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/core/Figures.h"
 #include "VantoraHost/core/IsoTime.h"
 #include "VantoraHost/core/reports/Json.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace vantora::cli {
+namespace vantora {
 
 void RunSummary::add(const DocumentReport& report)
 {
@@ -125,25 +125,4 @@ std::string RunSummary::workText(double seconds) const
     return text + rateText(finished(), seconds) + " documents a second";
 }
 
-std::string durationText(double seconds)
-{
-    const auto whole = static_cast<std::uint64_t>(std::ceil(std::max(0.0, seconds)));
-    if (whole < 100) {
-        return std::to_string(whole) + " s";
-    }
-    const std::uint64_t minutes = (whole + 59) / 60;
-    return minutes < 100 ? std::to_string(minutes) + " min"
-                         : grouped(minutes / 60) + " h " + std::to_string(minutes % 60) + " min";
-}
-
-std::string rateText(std::size_t documents, double seconds)
-{
-    const double rate = static_cast<double>(documents) / std::max(seconds, 1e-6);
-    if (rate >= 10) {
-        return grouped(static_cast<std::uint64_t>(std::llround(rate)));
-    }
-    const auto tenths = static_cast<std::uint64_t>(std::llround(rate * 10));
-    return std::to_string(tenths / 10) + '.' + std::to_string(tenths % 10);
-}
-
-} // namespace vantora::cli
+} // namespace vantora

@@ -1,4 +1,4 @@
-#include "VantoraHost/cli/run/RunSummary.h"
+#include "VantoraHost/core/reports/RunSummary.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,7 +6,6 @@
 namespace {
 
 using namespace vantora;
-using namespace vantora::cli;
 
 TEST(RunSummary, CountsByWhatBecameOfDocuments)
 {
@@ -40,14 +39,6 @@ TEST(RunSummary, CountsByWhatBecameOfDocuments)
     EXPECT_EQ(summary.failedBut({Reason::TimedOut}), 1U);
     EXPECT_THAT(summary.documentsText(6, {Reason::TimedOut, Reason::NotPdf}),
                 testing::EndsWith("(1 not-pdf, 2 timed-out), which was to be accepted"));
-}
-
-TEST(Durations, AreRoundedUpToWhatMatters)
-{
-    EXPECT_EQ(durationText(0), "0 s");
-    EXPECT_EQ(durationText(98.2), "99 s");
-    EXPECT_EQ(durationText(99.1), "2 min");
-    EXPECT_EQ(durationText(5999), "1 h 40 min");
 }
 
 } // namespace
