@@ -11,6 +11,8 @@
 #include <QtGui/QColor>
 #include <QtGui/QMatrix>
 
+#include <functional>
+
 class QComboBox;
 class QFont;
 class QIcon;
@@ -111,6 +113,12 @@ public:
     /// The same; folders that cannot be read, or not to their end, are added to `unreadable`.
     static QStringList SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive,
                                         QStringList& unreadable);
+
+    /// The same for who doesn't want to wait for all of it: hands over each file when it is found,
+    /// and ends when that returns false.
+    static void SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive,
+                                 QStringList& unreadable,
+                                 const std::function<bool(const QString&)>& found);
 
     // Action lists: named sequences of actions that users put together.
     // (settings/CustomActionLists.cpp)

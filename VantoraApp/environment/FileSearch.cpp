@@ -80,19 +80,20 @@ bool takesAll(const QStringList& nameFilters)
 
 class FileSearch {
 public:
-    FileSearch(QStringList suffixes, bool recursive, QStringList& unreadable)
-        : suffixes_(std::move(suffixes)), recursive_(recursive), unreadable_(unreadable)
+    using Receiver = std::function<bool(const QString&)>;
+
+    FileSearch(QStringList suffixes, bool recursive, QStringList& unreadable, const Receiver& found)
+        : suffixes_(std::move(suffixes)), recursive_(recursive), unreadable_(unreadable),
+          found_(found)
     {
     }
 
-    QStringList below(const QDir& start)
+    void below(const QDir& start)
     {
         path_ = start.absolutePath();
         enter(openPath(QFile::encodeName(path_)), start.nameFilters());
-        while (!levels_.empty()) {
-            visitNext();
+        while (!levels_.empty() && visitNext()) {
         }
-        return std::move(found_);
     }
 
 private:
@@ -113,18 +114,18 @@ private:
     /// How many folders are open at once.
     static constexpr std::size_t openLevels = 16;
 
-    void visitNext()
+    /// Returns whether the search is to go on.
+    bool visitNext()
     {
         Level& level = levels_.back();
         path_.truncate(level.pathLength);
         if (level.next == level.entries.size()) {
             levels_.pop_back();
-            return;
+            return true;
         }
         const Entry& entry = level.entries[level.next++];
         if (!entry.isFolder) {
-            found_ << QString(path_ + '/' + entry.name).replace('\\', '/');
-            return;
+            return found_(QString(path_ + '/' + entry.name).replace('\\', '/'));
         }
         Folder folder = reopen(level)
                             ? openFolder(dirfd(level.folder.get()),
@@ -132,6 +133,7 @@ private:
                             : nullptr;
         path_ = (path_ == "/" ? path_ : path_ + '/') + entry.name;
         enter(std::move(folder), {});
+        return true;
     }
 
     /// Goes into the folder at `path_`; null when it could not be opened.
@@ -218,9 +220,9 @@ private:
     const QStringList suffixes_;
     const bool recursive_;
     QStringList& unreadable_;
+    const Receiver& found_;
     QString path_; ///< of the last of the levels
     std::vector<Level> levels_;
-    QStringList found_;
 };
 
 } // namespace
@@ -234,5 +236,17 @@ QStringList CActionUtils::SearchFilesInDir(QDir folder, QStringList suffixes, bo
 QStringList CActionUtils::SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive,
                                            QStringList& unreadable)
 {
-    return FileSearch(std::move(suffixes), recursive, unreadable).below(folder);
+    QStringList files;
+    SearchFilesInDir(folder, std::move(suffixes), recursive, unreadable, [&](const QString& file) {
+        files << file;
+        return true;
+    });
+    return files;
+}
+
+void CActionUtils::SearchFilesInDir(QDir folder, QStringList suffixes, bool recursive,
+                                    QStringList& unreadable,
+                                    const std::function<bool(const QString&)>& found)
+{
+    FileSearch(std::move(suffixes), recursive, unreadable, found).below(folder);
 }
