@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/cli/arguments/Ending.h"
+#include "VantoraHost/cli/arguments/InputArguments.h"
 #include "VantoraHost/cli/arguments/WorkerArguments.h"
 #include "VantoraHost/cli/info/InfoCommand.h"
 
@@ -13,6 +14,7 @@ namespace vantora::cli {
 
 /// What the arguments of the command "info" are read into.
 struct InfoArguments {
+    InputArguments inputs;
     WorkerArguments workers;
     InfoOptions options;
 };

@@ -33,22 +33,13 @@ a reason that --accept-failures does not name, 2 wrong usage, 130 interrupted.)"
 
 std::optional<std::string> destinationMistake(const RunArguments& run)
 {
-    const auto& inputs = run.options.inputs.names;
+    const auto& inputs = run.inputs.names.names;
     const bool fromStandardInput =
         std::find(inputs.begin(), inputs.end(), standardStream) != inputs.end();
     const bool toFile = run.outputOption->count() > 0;
     const bool toFolder = run.folderOption->count() > 0;
-    const bool listed = run.filesFromOption->count() > 0;
-    const bool several = inputs.size() > 1 || listed || run.options.inputs.recursive;
-    if (inputs.empty() && !listed) {
-        return "INPUT is missing: name the documents, or a list of them with --files-from FILE";
-    }
-    if (listed && run.options.inputs.filesFrom.empty()) {
-        return "the name of the list of inputs is empty";
-    }
-    if (run.options.inputs.endedByNull && !listed) {
-        return "-0 goes with --files-from";
-    }
+    const bool listed = run.inputs.filesFromOption->count() > 0;
+    const bool several = inputs.size() > 1 || listed || run.inputs.names.recursive;
     if (run.options.quiet && run.options.verbose) {
         return "-q and -v exclude each other";
     }
@@ -166,10 +157,9 @@ std::optional<std::string> readReports(RunArguments& run)
 // Standard input and output belong to this process.
 std::optional<std::string> workersMistake(const RunArguments& run)
 {
-    const bool throughPipe =
-        (run.outputOption->count() > 0 && run.output == standardStream) ||
-        std::find(run.options.inputs.names.begin(), run.options.inputs.names.end(),
-                  standardStream) != run.options.inputs.names.end();
+    const bool throughPipe = (run.outputOption->count() > 0 && run.output == standardStream) ||
+                             std::find(run.inputs.names.names.begin(), run.inputs.names.names.end(),
+                                       standardStream) != run.inputs.names.names.end();
     if (run.options.workers.areAskedFor() && throughPipe) {
         return "standard input and output (-) are not for worker processes; name files, or leave "
                "out -j, --timeout and --memory-limit";
@@ -252,18 +242,7 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
 {
     CLI::App& command = declareCommand(program, "run", "Run actions over documents");
     command.footer(runExamples);
-    takeAll(command.add_option("INPUT", run.options.inputs.names, "PDF files; - is standard input"),
-            arguments)
-        ->required(false);
-    run.filesFromOption =
-        command.add_option("--files-from", run.options.inputs.filesFrom,
-                           "Further inputs, named in this file, one a line;\n- is standard input");
-    run.filesFromOption->option_text("FILE");
-    command.add_flag("-0,--null", run.options.inputs.endedByNull,
-                     "The names in it end with a zero byte, as find -print0 ends them");
-    command.add_flag("-r,--recursive", run.options.inputs.recursive,
-                     "An input that is a folder stands for the PDF files in\n"
-                     "it and its subfolders, which -d makes in DIR, too");
+    declareInputs(command, run.inputs, ", which -d makes in DIR, too", arguments);
     declareSteps(command, run);
     run.outputOption =
         command.add_option("-o,--output", run.output, "Write to this file; - is standard output");
@@ -284,10 +263,7 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
                      "such name that is free");
     command.add_flag("--skip-existing", run.options.skipExisting,
                      "Leave out inputs whose output is there and no older");
-    command
-        .add_option("--password-file", run.options.passwordFile,
-                    "Passwords, one a line, tried in order")
-        ->option_text("FILE");
+    declarePasswords(command, run.options.passwordFile);
     declareJudgement(command, run);
     declareWorkers(command, run.workers);
     declareReports(command, run);
@@ -308,13 +284,15 @@ tl::expected<RunOptions, Ending> finished(RunArguments& run)
     if (!steps) {
         return tl::unexpected<Ending>(mistake(steps.error(), "run"));
     }
-    for (const auto& wrong : {destinationMistake(run), readDestination(run), readWorkerOptions(run),
-                              readReports(run), readJudgement(run)}) {
+    for (const auto& wrong :
+         {inputsMistake(run.inputs), destinationMistake(run), readDestination(run),
+          readWorkerOptions(run), readReports(run), readJudgement(run)}) {
         if (wrong) {
             return tl::unexpected<Ending>(mistake(*wrong, "run"));
         }
     }
     run.options.steps = std::move(*steps);
+    run.options.inputs = std::move(run.inputs.names);
     return std::move(run.options);
 }
 

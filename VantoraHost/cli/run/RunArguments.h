@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/cli/arguments/Ending.h"
+#include "VantoraHost/cli/arguments/InputArguments.h"
 #include "VantoraHost/cli/arguments/StepArguments.h"
 #include "VantoraHost/cli/arguments/WorkerArguments.h"
 #include "VantoraHost/cli/run/RunOptions.h"
@@ -16,7 +17,7 @@ namespace vantora::cli {
 
 /// What the arguments of the command "run" are read into.
 struct RunArguments : StepArguments {
-    CLI::Option* filesFromOption = nullptr;
+    InputArguments inputs;
     CLI::Option* outputOption = nullptr;
     CLI::Option* folderOption = nullptr;
     CLI::Option* nameOption = nullptr;
