@@ -61,6 +61,8 @@ const char* reasonName(Reason reason)
         return "bad-page-range";
     case Reason::BadChoice:
         return "bad-choice";
+    case Reason::BadRanges:
+        return "bad-ranges";
     case Reason::OptionUnknown:
         return "option-unknown";
     case Reason::SavedStepsUnusable:

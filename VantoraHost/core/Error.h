@@ -40,6 +40,7 @@ enum class Reason {
     BadPageRange,
     OptionUnknown,
     BadChoice,
+    BadRanges,
     SavedStepsUnusable,
     ActionListMissing,
     FavouriteMissing,

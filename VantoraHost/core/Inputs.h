@@ -3,6 +3,7 @@
 #include "VantoraHost/core/Error.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,7 @@ struct Input {
     std::string path;        ///< as named by the caller, "-" for standard input
     std::size_t placeAt = 0; ///< where in the path the part begins that an output folder repeats
     bool leftAlone = false;  ///< not for this run, but it keeps its place among the outputs
+    std::optional<std::string> range = {}; ///< its own pages, where a list of ranges names it
 
     std::string_view place() const { return std::string_view(path).substr(placeAt); }
 };

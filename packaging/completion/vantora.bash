@@ -34,7 +34,7 @@ _vantora()
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    -o | --output | --password-file | --settings | --files-from | --report | --resume | --metrics)
+    -o | --output | --password-file | --settings | --files-from | --ranges | --report | --resume | --metrics)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
@@ -73,7 +73,7 @@ _vantora()
 
     case "$command $verb" in
     "run ")
-        words="--pages --choose --keep --except --action --list --favourite --favorite --settings --set --output --directory --in-place --backup --overwrite --rename --name
+        words="--pages --choose --keep --except --ranges --action --list --favourite --favorite --settings --set --output --directory --in-place --backup --overwrite --rename --name
             --recursive --report --report-hashes --resume --shard --files-from --null --password-file --keep-signed --strict --if-empty --accept-failures --skip-existing --metrics --jobs --timeout --memory-limit --dry-run --json --quiet --verbose --help
             -p -o -d -i -j -n -q -v -r -h -0"
         ;;

@@ -31,11 +31,11 @@ void declarePasswords(CLI::App& command, std::string& file)
         ->option_text("FILE");
 }
 
-std::optional<std::string> inputsMistake(const InputArguments& inputs)
+std::optional<std::string> inputsMistake(const InputArguments& inputs, NamedBy by)
 {
     const std::vector<std::string>& names = inputs.names.names;
     const bool listed = inputs.filesFromOption->count() > 0;
-    if (names.empty() && !listed) {
+    if (names.empty() && !listed && by == NamedBy::TheseArguments) {
         return inputs.called +
                " is missing: name the documents, or a list of them with --files-from FILE";
     }

@@ -26,7 +26,9 @@ void declareInputs(CLI::App& command, InputArguments& inputs, const char* inFold
 /// Declares --password-file.
 void declarePasswords(CLI::App& command, std::string& file);
 
-/// What is wrong with how they name documents.
-std::optional<std::string> inputsMistake(const InputArguments& inputs);
+/// What is wrong with how they name documents. They may name none where something else does.
+enum class NamedBy { TheseArguments, OthersToo };
+std::optional<std::string> inputsMistake(const InputArguments& inputs,
+                                         NamedBy by = NamedBy::TheseArguments);
 
 } // namespace vantora::cli

@@ -4,6 +4,7 @@
 #include "VantoraHost/core/actions/DeletePagesOptions.h"
 #include "VantoraHost/core/choices/StepChoices.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
 
@@ -100,6 +101,21 @@ std::optional<NamedStep> stepOfChoices(const StepArguments& run)
 }
 
 } // namespace
+
+bool StepArguments::areGiven() const
+{
+    const auto all = {&pages, &choose,     &keep,         &except,  &actions,
+                      &lists, &favourites, &toolSettings, &settings};
+    return std::any_of(all.begin(), all.end(), [](const auto* some) { return !some->empty(); });
+}
+
+NamedStep stepOfOwnRanges()
+{
+    NamedStep step;
+    step.action = deletepages::actionName;
+    step.options = {{ownRangesKey, "yes"}};
+    return step;
+}
 
 // The parser keeps them apart by option.
 tl::expected<std::vector<NamedStep>, std::string> stepsOf(const StepArguments& run)

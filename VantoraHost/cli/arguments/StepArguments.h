@@ -28,10 +28,16 @@ struct StepArguments {
     CLI::Option* favouriteOption = nullptr;
     CLI::Option* toolSettingsOption = nullptr;
     CLI::Option* setOption = nullptr;
+
+    /// Whether any of them is on the command line.
+    bool areGiven() const;
 };
 
 /// Declares the arguments that name steps; what they are read into must outlive the parsing.
 void declareSteps(CLI::App& command, StepArguments& steps);
+
+/// The step that removes of each document the pages that a list of ranges has for it.
+NamedStep stepOfOwnRanges();
 
 /// The steps in the order of the command line, at least one, or the mistake in them.
 tl::expected<std::vector<NamedStep>, std::string> stepsOf(const StepArguments& arguments);

@@ -77,6 +77,8 @@ std::string remedy(Reason reason)
         return "run it in a desktop session, with DISPLAY or WAYLAND_DISPLAY set";
     case Reason::BadChoice:
         return "vantora run --help shows examples";
+    case Reason::BadRanges:
+        return "correct the list";
     case Reason::OptionUnknown:
         return "vantora configure shows an action's options";
     case Reason::OutOfMemory:
@@ -136,6 +138,7 @@ ExitStatus exitStatus(Reason reason)
     case Reason::BadPageRange:
     case Reason::OptionUnknown:
     case Reason::BadChoice:
+    case Reason::BadRanges:
     case Reason::ActionMissing:
     case Reason::ActionListMissing:
     case Reason::FavouriteMissing:

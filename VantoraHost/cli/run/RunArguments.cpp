@@ -31,11 +31,34 @@ constexpr char runExamples[] = R"(Examples:
 Exit status: 0 every document is done, 1 at least one failed (the others are done) for
 a reason that --accept-failures does not name, 2 wrong usage, 130 interrupted.)";
 
+bool fromStandardInput(const RunArguments& run)
+{
+    const auto& names = run.inputs.names.names;
+    return std::find(names.begin(), names.end(), standardStream) != names.end();
+}
+
+std::optional<std::string> rangesMistake(const RunArguments& run)
+{
+    if (run.rangesOption->count() == 0) {
+        return std::nullopt;
+    }
+    if (run.areGiven()) {
+        return "--ranges says what goes of each document; leave out --pages, --choose, --keep, "
+               "--except, actions and lists";
+    }
+    if (run.options.rangesPath.empty()) {
+        return "the name of the list of ranges is empty";
+    }
+    if (run.options.rangesPath == standardStream &&
+        (fromStandardInput(run) || run.inputs.names.filesFrom == standardStream)) {
+        return "standard input (-) can be read once only";
+    }
+    return std::nullopt;
+}
+
 std::optional<std::string> destinationMistake(const RunArguments& run)
 {
     const auto& inputs = run.inputs.names.names;
-    const bool fromStandardInput =
-        std::find(inputs.begin(), inputs.end(), standardStream) != inputs.end();
     const bool toFile = run.outputOption->count() > 0;
     const bool toFolder = run.folderOption->count() > 0;
     const bool listed = run.inputs.filesFromOption->count() > 0;
@@ -56,10 +79,10 @@ std::optional<std::string> destinationMistake(const RunArguments& run)
     if ((toFile && run.output.empty()) || (toFolder && run.folder.empty())) {
         return "the name of the output is empty";
     }
-    if (fromStandardInput && several) {
+    if (fromStandardInput(run) && several) {
         return "standard input (-) can only be the one input";
     }
-    if (fromStandardInput && (toFolder || run.inPlace)) {
+    if (fromStandardInput(run) && (toFolder || run.inPlace)) {
         return "standard input (-) has no name to write to; use -o FILE";
     }
     if (run.backup && !run.inPlace) {
@@ -157,9 +180,8 @@ std::optional<std::string> readReports(RunArguments& run)
 // Standard input and output belong to this process.
 std::optional<std::string> workersMistake(const RunArguments& run)
 {
-    const bool throughPipe = (run.outputOption->count() > 0 && run.output == standardStream) ||
-                             std::find(run.inputs.names.names.begin(), run.inputs.names.names.end(),
-                                       standardStream) != run.inputs.names.names.end();
+    const bool throughPipe =
+        (run.outputOption->count() > 0 && run.output == standardStream) || fromStandardInput(run);
     if (run.options.workers.areAskedFor() && throughPipe) {
         return "standard input and output (-) are not for worker processes; name files, or leave "
                "out -j, --timeout and --memory-limit";
@@ -244,6 +266,14 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
     command.footer(runExamples);
     declareInputs(command, run.inputs, ", which -d makes in DIR, too", arguments);
     declareSteps(command, run);
+    run.rangesOption =
+        command.add_option("--ranges", run.options.rangesPath,
+                           "Remove from each document the pages that this list has for\n"
+                           "it: a line a document, its path and its range with a tab (or\n"
+                           "a comma) between, as vantora pages prints them; paths are\n"
+                           "relative to the list. Inputs that it does not name stay as\n"
+                           "they are; without INPUT, it names them. - is standard input");
+    run.rangesOption->option_text("FILE");
     run.outputOption =
         command.add_option("-o,--output", run.output, "Write to this file; - is standard output");
     run.outputOption->option_text("FILE");
@@ -280,13 +310,18 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
 
 tl::expected<RunOptions, Ending> finished(RunArguments& run)
 {
-    auto steps = stepsOf(run);
+    const bool byRanges = run.rangesOption->count() > 0;
+    if (const auto wrong = rangesMistake(run)) {
+        return tl::unexpected<Ending>(mistake(*wrong, "run"));
+    }
+    auto steps = byRanges ? std::vector<NamedStep>{stepOfOwnRanges()} : stepsOf(run);
     if (!steps) {
         return tl::unexpected<Ending>(mistake(steps.error(), "run"));
     }
     for (const auto& wrong :
-         {inputsMistake(run.inputs), destinationMistake(run), readDestination(run),
-          readWorkerOptions(run), readReports(run), readJudgement(run)}) {
+         {inputsMistake(run.inputs, byRanges ? NamedBy::OthersToo : NamedBy::TheseArguments),
+          destinationMistake(run), readDestination(run), readWorkerOptions(run), readReports(run),
+          readJudgement(run)}) {
         if (wrong) {
             return tl::unexpected<Ending>(mistake(*wrong, "run"));
         }

@@ -18,6 +18,7 @@ namespace vantora::cli {
 /// What the arguments of the command "run" are read into.
 struct RunArguments : StepArguments {
     InputArguments inputs;
+    CLI::Option* rangesOption = nullptr;
     CLI::Option* outputOption = nullptr;
     CLI::Option* folderOption = nullptr;
     CLI::Option* nameOption = nullptr;

@@ -121,11 +121,13 @@ Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, con
         inputs.begin(), inputs.end(), [](const Input& one) { return !one.leftAlone; }));
     batch.inputs.reserve(documents);
     batch.targets.reserve(documents);
+    batch.ranges.reserve(documents);
     for (std::size_t i = 0; i < inputs.size(); ++i) {
         if (!inputs[i].leftAlone) {
             readsStandardInput = readsStandardInput || inputs[i].path == standardStream;
             batch.inputs.push_back(std::move(inputs[i].path));
             batch.targets.push_back(std::move(targets[i]));
+            batch.ranges.push_back(std::move(inputs[i].range));
         }
     }
     auto passwords = readPasswords(options.passwordFile);
@@ -261,15 +263,14 @@ void sayWhatIsLeftAlone(const RunOptions& options, const RunInputs& inputs, cons
                                grouped(inputs.all.size() + inputs.outputs) +
                                " files are outputs of such a run, and so no inputs");
     }
+    const std::size_t meant = inputs.all.size() - inputs.notNamed;
     if (inputs.elsewhere > 0) {
-        printNote(streams, grouped(inputs.all.size() - inputs.elsewhere) + " of " +
-                               grouped(inputs.all.size()) + " documents are in share " +
-                               std::to_string(options.share.number) + " of " +
-                               std::to_string(options.share.count));
+        printNote(streams, grouped(meant - inputs.elsewhere) + " of " + grouped(meant) +
+                               " documents are in share " + std::to_string(options.share.number) +
+                               " of " + std::to_string(options.share.count));
     }
     if (inputs.doneBefore > 0) {
-        printNote(streams, grouped(inputs.doneBefore) + " of " +
-                               grouped(inputs.all.size() - inputs.elsewhere) +
+        printNote(streams, grouped(inputs.doneBefore) + " of " + grouped(meant - inputs.elsewhere) +
                                " documents are done by the report, and left as they are");
     }
     std::size_t changed = 0;
@@ -373,7 +374,8 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
         makeFolders(batch->inputs, batch->targets);
         removeAbandonedFiles(batch->targets);
     }
-    RunReporter reporter(options, batch->inputs.size(), {identity, std::move(*report)}, streams);
+    RunReporter reporter(options, batch->inputs.size(),
+                         {identity, std::move(*report), inputs->notNamed}, streams);
     const Result<BatchResult> result =
         options.workers.jobs != 0U && !batch->inputs.empty()
             ? spreadRun(*sequence, *batch,

@@ -2,6 +2,8 @@
 
 #include "VantoraHost/cli/console/InputFiles.h"
 #include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/core/Target.h"
+#include "VantoraHost/core/choices/InputRanges.h"
 
 #include <algorithm>
 #include <string>
@@ -73,6 +75,11 @@ Outcome leaveAlone(RunInputs& inputs, const EarlierReports& earlier, const RunOp
     };
     for (std::size_t i = 0; i < inputs.all.size(); ++i) {
         Input& input = inputs.all[i];
+        if (!options.rangesPath.empty() && !input.range) {
+            input.leftAlone = true;
+            ++inputs.notNamed;
+            continue;
+        }
         if (!options.share.holds(input.path)) {
             input.leftAlone = true;
             ++inputs.elsewhere;
@@ -99,11 +106,39 @@ Outcome leaveAlone(RunInputs& inputs, const EarlierReports& earlier, const RunOp
 
 } // namespace
 
+namespace {
+
+// All that the options name, with their ranges where there is a list of these.
+Result<std::vector<Input>> documentsNamed(const RunOptions& options, const Streams& streams)
+{
+    const bool namesSome = !options.inputs.names.empty() || !options.inputs.filesFrom.empty();
+    auto named = namesSome
+                     ? inputsNamed(options.inputs, outputFolder(options), options.quiet, streams)
+                     : std::vector<Input>();
+    if (!named || options.rangesPath.empty()) {
+        return named;
+    }
+    const auto list = options.rangesPath == standardStream
+                          ? readRangesList(streams.in, streams.interrupted)
+                          : readRangesList(options.rangesPath, streams.interrupted);
+    if (!list) {
+        return tl::unexpected<Error>(list.error());
+    }
+    if (!namesSome) {
+        return list->ranges.empty()
+                   ? fail(Reason::InputMissing, list->file, "the list of ranges names no document")
+                   : vantora::inputsOf(*list);
+    }
+    return assignRanges(*list, *named).map([&] { return std::move(*named); });
+}
+
+} // namespace
+
 Result<RunInputs> inputsOf(const RunOptions& options, const RunIdentity& run,
                            const Streams& streams)
 {
     RunInputs inputs;
-    auto named = inputsNamed(options.inputs, outputFolder(options), options.quiet, streams);
+    auto named = documentsNamed(options, streams);
     if (!named) {
         return tl::unexpected<Error>(std::move(named.error()));
     }

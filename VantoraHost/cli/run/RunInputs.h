@@ -17,13 +17,18 @@ struct RunInputs {
     std::map<SinceReport, std::size_t> changed; ///< to be done, though an earlier run did them
     std::size_t doneBefore = 0;                 ///< left alone, because an earlier run did them
     std::size_t outputThere = 0; ///< left alone, because their outputs are there already
+    std::size_t notNamed = 0;    ///< left alone, because the list of ranges doesn't name them
     std::size_t elsewhere = 0;   ///< left alone, because they belong to other shares
     std::size_t outputs = 0;     ///< not among them, because they are outputs of such a run
 
-    std::size_t toDo() const { return all.size() - doneBefore - outputThere - elsewhere; }
+    std::size_t toDo() const
+    {
+        return all.size() - doneBefore - outputThere - notNamed - elsewhere;
+    }
 };
 
-/// Those that the options name: on the command line, in a list, in folders. What is left alone
+/// Those that the options name: on the command line, in a list, in folders, or else in the list of
+/// ranges, which all of them get theirs from. What is left alone
 /// depends on which run this is. Says on the error stream which folders hold no document.
 Result<RunInputs> inputsOf(const RunOptions& options, const RunIdentity& run,
                            const Streams& streams);

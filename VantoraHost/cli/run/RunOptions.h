@@ -17,7 +17,8 @@ namespace vantora::cli {
 /// What the command line says about a run.
 struct RunOptions {
     std::vector<NamedStep> steps;
-    InputNames inputs;
+    InputNames inputs;                      ///< none where the list of ranges names them
+    std::string rangesPath;                 ///< a list of each document's own range; empty: none
     std::optional<Destination> destination; ///< none only in a dry run
     std::string passwordFile;               ///< empty: none
     TakenName taken = TakenName::Refuse;

@@ -133,7 +133,7 @@ Outcome RunReporter::finish(bool interrupted)
     progress_.clear();
     printSummary(interrupted);
     const std::chrono::duration<double> taken = ProgressLine::Clock::now() - started_;
-    const RunEnd end = {total_, taken.count(), nanosecondsNow(), interrupted};
+    const RunEnd end = {total_, taken.count(), nanosecondsNow(), interrupted, reporting_.notNamed};
     if (options_.json) {
         streams_.out << summary_.json(end) << '\n' << std::flush;
     }
@@ -147,11 +147,15 @@ Outcome RunReporter::finish(bool interrupted)
 
 void RunReporter::printSummary(bool interrupted) const
 {
-    const std::string documents = summary_.documentsText(total_, options_.acceptedFailures);
+    std::string documents = summary_.documentsText(total_, options_.acceptedFailures);
+    if (reporting_.notNamed > 0) {
+        documents += "; " + grouped(reporting_.notNamed) +
+                     " not named in the list of ranges, and left as they are";
+    }
     if (interrupted) {
         printNote(streams_, "interrupted: " + documents + "; nothing is half-written; " +
                                 howToGoOn(options_));
-    } else if (total_ > 1 && !options_.quiet) {
+    } else if ((total_ > 1 || reporting_.notNamed > 0) && !options_.quiet) {
         const std::chrono::duration<double> taken = ProgressLine::Clock::now() - started_;
         const std::string work = summary_.workText(taken.count());
         printNote(streams_, documents + (work.empty() ? "" : "; " + work));

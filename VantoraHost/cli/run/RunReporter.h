@@ -24,6 +24,7 @@ public:
     struct Reporting {
         RunIdentity run;
         std::optional<ReportFile> file; ///< the one that --report names
+        std::size_t notNamed = 0;       ///< inputs that the list of ranges leaves as they are
     };
 
     /// `total` is the number of documents of the run. The options and streams must outlive the

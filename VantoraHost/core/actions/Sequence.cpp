@@ -63,13 +63,14 @@ Result<Step> stepOf(const StepRequest& request, const ActionCatalog& catalog)
     if (!choices) {
         return tl::unexpected<Error>(std::move(choices.error()));
     }
-    if (*choices) {
+    step.ownRanges = step.preferences.contains(ownRangesKey);
+    if (*choices || step.ownRanges) {
         if (!known || known->pagesKey == nullptr) {
             return fail(Reason::BadChoice, {},
                         "action \"" + step.action.name + "\" has no pages to choose");
         }
         step.choices = std::move(*choices);
-        step.preferences.insert(known->pagesKey, "1"); // until a document's own are known
+        step.preferences.insert(known->pagesKey, "1"); // as good as any, so that it is accepted
     }
     if (known) {
         if (const Outcome accepted = checkKeys(*known, request.options).and_then([&] {
@@ -78,6 +79,9 @@ Result<Step> stepOf(const StepRequest& request, const ActionCatalog& catalog)
             !accepted) {
             return tl::unexpected<Error>(accepted.error());
         }
+    }
+    if (step.choices || step.ownRanges) {
+        step.preferences.remove(known->pagesKey); // until a document's own are known
     }
     return step;
 }
@@ -115,7 +119,7 @@ Result<Sequence> Sequence::of(const std::vector<StepRequest>& requests,
         if (auto doubt = doubtOf(request, step->action)) {
             doubts.push_back(std::move(*doubt));
         }
-        if (step->choices && !steps.empty()) {
+        if ((step->choices || step->ownRanges) && !steps.empty()) {
             return fail(Reason::BadChoice, request.file,
                         "pages can be chosen by what they are in the first step of a run only");
         }
@@ -126,18 +130,24 @@ Result<Sequence> Sequence::of(const std::vector<StepRequest>& requests,
     return sequence;
 }
 
-Outcome Sequence::choosePages(PageFacts& facts)
+Outcome Sequence::choosePages(PageFacts& facts, const std::optional<std::string>& ownRange)
 {
-    if (steps_.empty() || !steps_.front().choices) {
+    if (steps_.empty() || !(steps_.front().choices || steps_.front().ownRanges)) {
         return {};
     }
     Step& step = steps_.front();
-    const auto chosen = vantora::choosePages(*step.choices, facts);
-    if (!chosen) {
-        return tl::unexpected<Error>(chosen.error());
+    std::string range = ownRange.value_or("");
+    if (step.ownRanges && !ownRange) {
+        return fail(Reason::BadRanges, {}, "no list of ranges says which of its pages go");
     }
-    step.preferences.insert(knownAction(step.action.name)->pagesKey,
-                            QString::fromStdString(rangeTextOf(*chosen)));
+    if (step.choices) {
+        const auto chosen = vantora::choosePages(*step.choices, facts);
+        if (!chosen) {
+            return tl::unexpected<Error>(chosen.error());
+        }
+        range = rangeTextOf(*chosen);
+    }
+    step.preferences.insert(knownAction(step.action.name)->pagesKey, QString::fromStdString(range));
     return {};
 }
 

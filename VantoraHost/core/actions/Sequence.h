@@ -25,6 +25,7 @@ struct Step {
     Action action;
     PreferencesMap preferences;
     std::optional<ChoiceSet> choices = {}; ///< the pages are worked out for each document
+    bool ownRanges = false;                ///< each document comes with its own
 };
 
 /// What can only be guessed about a step: options that were set and may be none of its action.
@@ -56,8 +57,9 @@ public:
     const Action* firstThatSeesTheRun() const;
 
     /// Works out which pages of a document its first step is about, where they are chosen by what
-    /// they are; to be called for each document before its pages are forecast or changed.
-    Outcome choosePages(PageFacts& facts);
+    /// they are or the document has its own range; to be called for each document before its pages
+    /// are forecast or changed.
+    Outcome choosePages(PageFacts& facts, const std::optional<std::string>& ownRange = {});
 
     /// Tells every action that a run begins; to be called once, before any document. Where one
     /// refuses, those that have begun are told that the run is over.

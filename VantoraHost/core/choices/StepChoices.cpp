@@ -22,7 +22,7 @@ Result<std::vector<Choice>> readChoices(const PreferencesMap& preferences, const
 
 bool isChoiceKey(const std::string& key)
 {
-    return key == chooseKey || key == keepKey || key == exceptKey;
+    return key == chooseKey || key == keepKey || key == exceptKey || key == ownRangesKey;
 }
 
 Result<std::optional<ChoiceSet>> choicesIn(const PreferencesMap& preferences)

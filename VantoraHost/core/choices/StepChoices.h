@@ -14,6 +14,10 @@ inline constexpr char chooseKey[] = "HostChoosePages";
 inline constexpr char keepKey[] = "HostKeepPages";
 inline constexpr char exceptKey[] = "HostExceptPages";
 
+/// Another one, with any value: each document comes with a range of its own.
+inline constexpr char ownRangesKey[] = "HostRangesOfDocuments";
+
+/// Whether it is one of these.
 bool isChoiceKey(const std::string& key);
 
 /// The choices in a step's options; nothing where it has none. The error says which is wrong.

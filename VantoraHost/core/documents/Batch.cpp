@@ -39,7 +39,7 @@ Result<BatchResult> runBatch(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& 
             result.interrupted = true;
             break;
         }
-        ProcessedDocument document = job.run(batch.inputs[i], batch.targets[i]);
+        ProcessedDocument document = job.run(batch.inputs[i], batch.targets[i], batch.rangeOf(i));
         result.interrupted = wasInterrupted(document.report);
         if (document.output) {
             outputs.add(i, std::move(document.report), std::move(*document.output));

@@ -33,7 +33,14 @@ public:
 struct Batch {
     std::vector<std::string> inputs;
     std::vector<Result<Target>> targets; ///< one for each input
+    /// The range that each input has of its own; none at all where the steps tell for all of them.
+    std::vector<std::optional<std::string>> ranges = {};
     JobSettings settings;
+
+    std::optional<std::string> rangeOf(std::size_t input) const
+    {
+        return input < ranges.size() ? ranges[input] : std::nullopt;
+    }
 };
 
 /// How a run ended. A document that failed doesn't end it.

@@ -46,12 +46,14 @@ DocumentReport failedReport(const std::string& input, Error error)
     return report;
 }
 
-ProcessedDocument DocumentJob::run(const std::string& input, const Result<Target>& target)
+ProcessedDocument DocumentJob::run(const std::string& input, const Result<Target>& target,
+                                   const std::optional<std::string>& range)
 {
     const auto start = std::chrono::steady_clock::now();
     ProcessedDocument document;
     DocumentReport& report = document.report;
     report.input = input;
+    report.range = range;
     Outcome done =
         target ? guardedProcess(document, *target) : tl::unexpected<Error>(target.error());
     input_.reset();
@@ -161,7 +163,7 @@ Outcome DocumentJob::changePages(DocumentReport& report)
     }
     report.pagesBefore = pages;
     LibraryFacts facts(library_, report.input);
-    if (const Outcome chosen = sequence_.choosePages(facts); !chosen) {
+    if (const Outcome chosen = sequence_.choosePages(facts, report.range); !chosen) {
         return chosen;
     }
     std::optional<PageForecast> forecast = forecastPages(sequence_, pages);

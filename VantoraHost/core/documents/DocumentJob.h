@@ -58,8 +58,9 @@ public:
     }
 
     /// Does one document. `target` may be the reason why it can't be written, which is then
-    /// reported without opening it.
-    ProcessedDocument run(const std::string& input, const Result<Target>& target);
+    /// reported without opening it; `range` are the document's own pages, where it has some.
+    ProcessedDocument run(const std::string& input, const Result<Target>& target,
+                          const std::optional<std::string>& range = {});
 
 private:
     Outcome guardedProcess(ProcessedDocument& document, const Target& target);

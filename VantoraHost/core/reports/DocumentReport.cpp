@@ -104,6 +104,9 @@ JsonObject objectOf(const DocumentReport& report)
     if (report.error) {
         errors.push_back(errorJson(*report.error));
     }
+    if (report.range) {
+        json.add("range", *report.range);
+    }
     json.add("errors", errors)
         .add("left", report.leftToJudge)
         .add("seconds", std::round(report.seconds * 1e6) / 1e6);
@@ -131,6 +134,9 @@ std::optional<DocumentReport> reportOf(const QJsonObject& json)
     DocumentReport report;
     report.input = bytesOf(json["input"].toString());
     report.output = bytesOf(json["output"].toString());
+    if (json["range"].isString()) {
+        report.range = bytesOf(json["range"].toString());
+    }
     if (json["output_existed"].isBool()) {
         report.outputExisted = json["output_existed"].toBool();
     }

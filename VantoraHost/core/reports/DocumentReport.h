@@ -23,6 +23,7 @@ enum class DocumentStatus {
 struct DocumentReport {
     std::string input;                 ///< as named by the caller, "-" for standard input
     std::string output;                ///< "-" for standard output
+    std::optional<std::string> range;  ///< the document's own, where a list of ranges gave it one
     std::optional<bool> outputExisted; ///< whether something had the output's name before
     DocumentStatus status = DocumentStatus::Failed;
     bool inPart = false;    ///< not all that was asked for could be done; the warnings say what

@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace vantora {
@@ -36,7 +37,7 @@ public:
         : reports_(reports), run_(run)
     {
         for (const Input& input : inputs) {
-            inputs_.insert(input.path);
+            inputs_.emplace(input.path, &input);
             paths_.insert(normalPath(input.path));
         }
     }
@@ -50,7 +51,7 @@ private:
 
     EarlierReports& reports_;
     const RunIdentity& run_;
-    std::unordered_set<std::string_view> inputs_;
+    std::unordered_map<std::string_view, const Input*> inputs_;
     std::unordered_set<std::string> paths_; ///< of the inputs, without needless parts
 };
 
@@ -128,16 +129,19 @@ void EarlierReports::Reader::takeDone(DocumentReport report, const QJsonObject& 
             reports_.outputs_[std::move(output)] = written;
         }
     }
-    if (inputs_.count(report.input) == 0) {
+    const auto input = inputs_.find(report.input);
+    if (input == inputs_.end()) {
         return;
     }
+    const bool bySameSteps = bytesOf(by["steps_sha256"].toString()) == run_.stepsDigest &&
+                             report.range == input->second->range;
     reports_.hashes_ = reports_.hashes_ || !report.inputSha256.empty();
     reports_.done_[std::move(report.input)] = {
         std::move(report.output),
         written,
         {report.bytesBefore.value_or(0), std::move(report.inputModified)},
         std::move(report.inputSha256),
-        bytesOf(by["steps_sha256"].toString()) == run_.stepsDigest,
+        bySameSteps,
         bytesOf(by["version"].toString()) == run_.version};
 }
 

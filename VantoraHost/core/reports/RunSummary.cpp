@@ -94,6 +94,7 @@ std::string RunSummary::json(const RunEnd& end) const
     for (const auto& [status, count] : byStatus()) {
         figures.add(status, static_cast<std::uint64_t>(count));
     }
+    figures.add("not_named", static_cast<std::uint64_t>(end.notNamed));
     figures.add("in_part", static_cast<std::uint64_t>(inPart_))
         .add("left_blank", static_cast<std::uint64_t>(leftBlank_))
         .add("with_warnings", static_cast<std::uint64_t>(withWarnings_))

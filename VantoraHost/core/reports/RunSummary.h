@@ -18,6 +18,7 @@ struct RunEnd {
     double seconds = 0;    ///< how long it took
     std::int64_t time = 0; ///< when, in nanoseconds since 1970
     bool interrupted = false;
+    std::size_t notNamed = 0; ///< further inputs, which no list of ranges named
 };
 
 /// Counts what becomes of the documents of a run.

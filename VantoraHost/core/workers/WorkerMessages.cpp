@@ -102,6 +102,9 @@ JsonObject taskJson(const WorkerTask& task)
 {
     JsonObject json;
     json.add("number", task.number).add("input", task.input).add("name", task.target.name);
+    if (task.range) {
+        json.add("range", *task.range);
+    }
     if (task.target.path != task.target.name) {
         json.add("path", task.target.path);
     }
@@ -138,6 +141,9 @@ std::optional<WorkerTask> taskOf(const QJsonObject& json)
     WorkerTask task;
     task.number = *number;
     task.input = bytesOf(json["input"].toString());
+    if (json["range"].isString()) {
+        task.range = bytesOf(json["range"].toString());
+    }
     task.target.name = bytesOf(json["name"].toString());
     task.target.path = json.contains("path") ? bytesOf(json["path"].toString()) : task.target.name;
     task.target.backup = bytesOf(json["backup"].toString());

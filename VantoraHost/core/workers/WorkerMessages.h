@@ -21,7 +21,7 @@
 namespace vantora {
 
 /// The version of the messages; a worker refuses the setup of another one.
-inline constexpr int workerProtocol = 5;
+inline constexpr int workerProtocol = 6;
 
 /// What a worker is told first.
 struct WorkerSetup {
@@ -41,6 +41,7 @@ struct WorkerTask {
     std::size_t number = 0; ///< the document's place in the run, which its report names
     std::string input;
     Target target;
+    std::optional<std::string> range = {}; ///< the document's own pages
 };
 
 /// The worker has its actions, which know of the run.

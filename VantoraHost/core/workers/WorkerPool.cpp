@@ -200,7 +200,8 @@ private:
             }
             std::vector<WorkerTask> tasks;
             for (const std::size_t document : group) {
-                tasks.push_back({document, batch_.inputs[document], *batch_.targets[document]});
+                tasks.push_back({document, batch_.inputs[document], *batch_.targets[document],
+                                 batch_.rangeOf(document)});
             }
             member.documents.assign(group.begin(), group.end());
             member.after(WorkerEvent::IsGivenDocuments);

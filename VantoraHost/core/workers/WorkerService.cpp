@@ -151,7 +151,7 @@ private:
     // Returns whether there may be another document.
     bool doDocument(DocumentJob& job, const WorkerTask& task)
     {
-        ProcessedDocument done = job.run(task.input, task.target);
+        ProcessedDocument done = job.run(task.input, task.target, task.range);
         nothingToFinish();
         if (done.output) {
             const bool announced =

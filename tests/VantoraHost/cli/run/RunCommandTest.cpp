@@ -239,7 +239,8 @@ TEST_F(Run, PrintsJsonPerDocumentAndDoesTheOthersWhenOneFails)
                 StartsWith(R"({"schema":1,"summary":{"version":)"),
                 HasSubstr(
                     R"("documents":4,"done":2,"planned":0,"skipped":0,"failed":2,)"
-                    R"("in_part":2,"left_blank":0,"with_warnings":2,"reasons":{"input-missing":1,)"
+                    R"("not_named":0,"in_part":2,"left_blank":0,"with_warnings":2,)"
+                    R"("reasons":{"input-missing":1,)"
                     R"("not-pdf":1},"pages_removed":4,)"),
                 HasSubstr(R"("interrupted":false,"ended_at":"2)"))));
     EXPECT_THAT(

@@ -74,12 +74,14 @@ TEST(WorkerTasks, ArriveAsTheyWereSent)
     replaced.root = FileIdentity{7, 18'446'744'073'709'551'615U};
     replaced.replaced = FileVersion{7, 9'007'199'254'740'993, 5'000'000'000, -1};
     const auto got =
-        tasksOf(tasksMessage({{7, "a\n.pdf", plain}, {5'000'000'000, "b.pdf", replaced}}));
+        tasksOf(tasksMessage({{7, "a\n.pdf", plain}, {5'000'000'000, "b.pdf", replaced, "1,4-6"}}));
     ASSERT_TRUE(got);
     ASSERT_EQ(got->size(), 2U);
     EXPECT_EQ(got->front().number, 7U);
     EXPECT_EQ(got->front().input, "a\n.pdf");
     EXPECT_EQ(got->front().target.path, plain.path);
+    EXPECT_FALSE(got->front().range);
+    EXPECT_EQ(got->back().range, "1,4-6");
     EXPECT_FALSE(got->front().target.inPlace || got->front().target.root ||
                  got->front().target.replaced);
     EXPECT_EQ(got->front().target.below, std::string::npos);
