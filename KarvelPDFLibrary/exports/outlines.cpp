@@ -96,3 +96,12 @@ wchar_t* KPLGetOutlineTitle(int instance, int entry)
                        });
     });
 }
+
+int KPLGetOutlinePage(int instance, int entry)
+{
+    return boundary::integer(instance, [=](Instance& self) {
+        return onEntry(self, entry, [&](OpenDocument& open, QPDFObjectHandle found) -> Result<int> {
+            return open.outlineTargets.pageOf(*open.document, std::move(found));
+        });
+    });
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KarvelPDFLibrary/document/Document.h"
+#include "KarvelPDFLibrary/outlines/Targets.h"
 #include "KarvelPDFLibrary/transfer/Frozen.h"
 #include "KarvelPDFLibrary/transfer/ImportPages.h"
 #include "KarvelPDFLibrary/viewer/View.h"
@@ -22,6 +23,7 @@ struct OpenDocument {
     /// The entries of its outline that have handles, and the handles of these.
     std::map<int, QPDFObjGen> outlineEntries = {};
     std::map<QPDFObjGen, int> outlineHandles = {};
+    outlines::Targets outlineTargets = {};
 
     /// For rendering and reading text.
     viewer::View view = {};

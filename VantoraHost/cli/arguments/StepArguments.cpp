@@ -21,8 +21,8 @@ void declareSteps(CLI::App& command, StepArguments& run)
                 "RANGE");
     oneEach(command.add_option("--choose", run.choose,
                                "Remove the pages that this names in each document, such as\n"
-                               "last:2, even, label:iv-x, text:Draft or size:A4; several: the\n"
-                               "pages of any of them"),
+                               "last:2, even, label:iv-x, bookmark:Index, text:Draft or\n"
+                               "size:A4; several: the pages of any of them"),
             "CHOICE");
     oneEach(command.add_option("--keep", run.keep,
                                "Remove all pages but those of this choice, or of any of several"),

@@ -70,16 +70,15 @@ Checked readName(Choice& choice)
     return {};
 }
 
-// WORDS, /REGEX/ or /REGEX/c.
-Checked readText(Choice& choice)
+// WORDS, /REGEX/ or /REGEX/c; words are looked for so.
+Checked readPattern(Choice& choice, QString (*patternOf)(const QString& words))
 {
     const QString& text = choice.argument;
     const bool exact = text.endsWith("/c");
     const int closing = text.size() - (exact ? 2 : 1);
     const bool isPattern = text.startsWith('/') && closing > 0 && text.at(closing) == '/';
-    const QString pattern =
-        isPattern ? text.mid(1, closing - 1) : QRegularExpression::escape(text.simplified());
-    if (pattern.isEmpty()) {
+    const QString pattern = isPattern ? text.mid(1, closing - 1) : patternOf(text.simplified());
+    if (pattern.isEmpty() || (!isPattern && text.simplified().isEmpty())) {
         return wrong("needs words, or a regular expression between slashes");
     }
     QRegularExpression::PatternOptions options = QRegularExpression::UseUnicodePropertiesOption;
@@ -92,6 +91,19 @@ Checked readText(Choice& choice)
                      " at character " + std::to_string(choice.pattern.patternErrorOffset() + 1));
     }
     return {};
+}
+
+Checked readText(Choice& choice)
+{
+    return readPattern(choice,
+                       [](const QString& words) { return QRegularExpression::escape(words); });
+}
+
+Checked readTitle(Choice& choice)
+{
+    return readPattern(choice, [](const QString& title) {
+        return QRegularExpression::anchoredPattern(QRegularExpression::escape(title));
+    });
 }
 
 constexpr double pointsPerMillimetre = 72 / 25.4;
@@ -131,7 +143,7 @@ Checked readNothing(Choice& /*choice*/)
     return {};
 }
 
-constexpr std::array<KindRow, 12> kinds = {{
+constexpr std::array<KindRow, 13> kinds = {{
     {ChoiceKind::Range, "range", Argument::Needed, "range:1,4-6", readRange},
     {ChoiceKind::First, "first", Argument::Optional, "first[:N]", readCount},
     {ChoiceKind::Last, "last", Argument::Optional, "last[:N]", readCount},
@@ -139,6 +151,7 @@ constexpr std::array<KindRow, 12> kinds = {{
     {ChoiceKind::Even, "even", Argument::None, "even", readNothing},
     {ChoiceKind::Every, "every", Argument::Needed, "every:3[+1]", readStep},
     {ChoiceKind::Label, "label", Argument::Needed, "label:iv-x", readName},
+    {ChoiceKind::Bookmark, "bookmark", Argument::Needed, "bookmark:TITLE", readTitle},
     {ChoiceKind::Size, "size", Argument::Needed, "size:A4", readSize},
     {ChoiceKind::Portrait, "portrait", Argument::None, "portrait", readNothing},
     {ChoiceKind::Landscape, "landscape", Argument::None, "landscape", readNothing},

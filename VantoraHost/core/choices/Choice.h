@@ -19,6 +19,7 @@ enum class ChoiceKind {
     Even,
     Every,
     Label,
+    Bookmark,
     Size,
     Portrait,
     Landscape,
@@ -44,7 +45,7 @@ struct Choice {
     int offset = 0;                 ///< of Every: the remainder of the pages' numbers
     ShownSize size;                 ///< of Size
     bool eitherOrientation = false; ///< of Size: a format by its name
-    QRegularExpression pattern;     ///< of Text
+    QRegularExpression pattern;     ///< of Text and Bookmark
 };
 
 /// The kinds for people: "range:1,4-6, first[:N], ...".

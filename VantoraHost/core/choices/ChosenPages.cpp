@@ -2,6 +2,7 @@
 
 #include "VantoraApp/CActionUtils.h"
 #include "VantoraHost/core/PageNumbers.h"
+#include "VantoraHost/core/choices/Sections.h"
 
 #include <algorithm>
 #include <cmath>
@@ -57,6 +58,8 @@ private:
             return {};
         case ChoiceKind::Label:
             return takeLabels(choice, take);
+        case ChoiceKind::Bookmark:
+            return takeSections(choice, take);
         default:
             break;
         }
@@ -163,6 +166,18 @@ private:
             }
         }
         return {};
+    }
+
+    Outcome takeSections(const Choice& choice, const Take& take)
+    {
+        return facts_.outline().map([&](const std::vector<OutlineEntry>& outline) {
+            const auto isWanted = [&](const OutlineEntry& entry) {
+                const QString title = QString::fromStdWString(entry.title).simplified();
+                return choice.pattern.match(title).hasMatch();
+            };
+            const std::vector<int> pages = pagesOfSections(outline, count_, isWanted);
+            std::for_each(pages.begin(), pages.end(), take);
+        });
     }
 
     PageFacts& facts_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/OutlineEntries.h"
 #include "VantoraHost/core/choices/Choice.h"
 
 #include <QtCore/QString>
@@ -23,6 +24,9 @@ public:
     virtual Result<ShownSize> size(int page) = 0;
 
     virtual Result<QString> text(int page) = 0;
+
+    /// The entries of the outline in the order in which they are read.
+    virtual Result<std::vector<OutlineEntry>> outline() = 0;
 };
 
 /// Which pages a user wants to go.

@@ -3,6 +3,8 @@
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/LibraryFailure.h"
 
+#include <limits>
+
 namespace vantora {
 
 /// The answer, unless the library complained since the error was last cleared.
@@ -43,6 +45,13 @@ Result<QString> LibraryFacts::text(int page)
     library_.ClearLastError();
     return checked(QString::fromStdWString(library_.GetPageText(page, readingOrder)),
                    "has a page whose text can't be read");
+}
+
+Result<std::vector<OutlineEntry>> LibraryFacts::outline()
+{
+    library_.ClearLastError();
+    return checked(outlineEntries(library_, std::numeric_limits<std::size_t>::max()),
+                   "has an unreadable outline");
 }
 
 } // namespace vantora

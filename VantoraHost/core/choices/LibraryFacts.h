@@ -21,6 +21,7 @@ public:
     Result<QString> label(int page) override;
     Result<ShownSize> size(int page) override;
     Result<QString> text(int page) override;
+    Result<std::vector<OutlineEntry>> outline() override;
 
 private:
     template <class Answer>

@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/base/Text.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/LibraryFailure.h"
+#include "VantoraHost/core/OutlineEntries.h"
 #include "VantoraHost/core/PaperFormats.h"
 #include "VantoraHost/core/Target.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
@@ -11,7 +12,6 @@
 #include <cmath>
 #include <filesystem>
 #include <map>
-#include <set>
 #include <system_error>
 #include <utility>
 
@@ -147,25 +147,6 @@ std::vector<SignatureInfo> signaturesOf(Library& library, const std::optional<in
     return signatures;
 }
 
-// From entry to entry, in the order in which they are read; each once, whatever loops there are.
-std::vector<OutlineLine> outlineOf(Library& library)
-{
-    std::vector<OutlineLine> lines;
-    std::set<int> seen;
-    std::vector<std::pair<int, int>> waiting = {{library.FirstOutlineEntry(), 1}};
-    while (!waiting.empty() && lines.size() < mostListed) {
-        const auto [entry, level] = waiting.back();
-        waiting.pop_back();
-        if (entry == 0 || !seen.insert(entry).second) {
-            continue;
-        }
-        lines.push_back({level, shortened(library.GetOutlineTitle(entry))});
-        waiting.emplace_back(library.GetNextOutlineEntry(entry), level);
-        waiting.emplace_back(library.GetOutlineChild(entry), level + 1);
-    }
-    return lines;
-}
-
 DocumentLists listsOf(Library& library, const DocumentInfo& info)
 {
     DocumentLists lists;
@@ -175,7 +156,9 @@ DocumentLists listsOf(Library& library, const DocumentInfo& info)
     for (int number = 1; number <= atMost(info.layers); ++number) {
         lists.layers.push_back(shortened(library.GetLayerName(number)));
     }
-    lists.outline = outlineOf(library);
+    for (const OutlineEntry& entry : outlineEntries(library, mostListed)) {
+        lists.outline.push_back({entry.level, shortened(entry.title)});
+    }
     return lists;
 }
 

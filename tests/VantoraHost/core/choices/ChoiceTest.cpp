@@ -54,6 +54,8 @@ TEST(Choice, SaysWhatIsWrongWithATextInOneSentence)
         {"range:", "needs a page range"},
         {"range:1 2", "has a space inside a number"},
         {"label:  ", "needs a name"},
+        {"bookmark: ", "needs words"},
+        {"bookmark://c", "needs words"},
         {"text:", "needs words"},
         {"text://", "needs words"},
         {"text:/(/", "is no regular expression: missing closing parenthesis"},

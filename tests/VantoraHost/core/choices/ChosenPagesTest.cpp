@@ -1,4 +1,5 @@
 #include "VantoraHost/core/choices/ChosenPages.h"
+#include "VantoraHost/core/choices/Sections.h"
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,13 @@ public:
         return QString(page == 9 ? " \n" : page == 2 ? "Page  intentionally\nleft BLANK" : "words");
     }
 
+    Result<std::vector<OutlineEntry>> outline() override
+    {
+        return std::vector<OutlineEntry>{
+            {1, L"Cover", 1}, {1, L"Text", 4},      {2, L"First  part", 4}, {2, L"Second part", 6},
+            {3, L"Notes", 7}, {1, L"Elsewhere", 0}, {1, L"Appendix", 9},    {2, L"Notes", 10}};
+    }
+
     std::map<int, int> asked; ///< how often the text of a page was asked for
 };
 
@@ -65,6 +73,14 @@ TEST(ChosenPages, AreThoseThatTheChoicesName)
         {{"label:5-A-1"}, {}, {}, "8-9"},
         {{"label:2-ii"}, {}, {}, ""},
         {{"label:nowhere"}, {}, {}, ""},
+        {{"bookmark:text"}, {}, {}, "4-8"},
+        {{"bookmark:first part"}, {}, {}, "4-5"},
+        {{"bookmark:Notes"}, {}, {}, "7-8,10"},
+        {{"bookmark:appendix"}, {}, {}, "9-10"},
+        {{"bookmark:elsewhere"}, {}, {}, ""},
+        {{"bookmark:part"}, {}, {}, ""},
+        {{"bookmark:/ PART$/"}, {}, {}, "4-8"},
+        {{"bookmark:/ PART$/c"}, {}, {}, ""},
         {{"landscape"}, {}, {}, "4"},
         {{"portrait"}, {}, {"range:1-9"}, "10"},
         {{"size:a4"}, {}, {"range:2-3,5-9"}, "1,4,10"},
@@ -82,6 +98,33 @@ TEST(ChosenPages, AreThoseThatTheChoicesName)
         }
         ASSERT_TRUE(chosen) << name;
         EXPECT_EQ(rangeTextOf(*chosen), row.range) << name;
+    }
+}
+
+TEST(Sections, EndWhereTheNextOneBeginsInWhateverOrderTheyStand)
+{
+    const struct {
+        const char* name;
+        std::vector<OutlineEntry> outline;
+        std::vector<int> pages; ///< of the sections that are called "x"
+    } rows[] = {
+        {"no outline", {}, {}},
+        {"a section up to the end", {{1, L"x", 3}}, {3, 4, 5, 6}},
+        {"one that ends where it begins", {{1, L"x", 3}, {1, L"a", 3}}, {}},
+        {"one that begins where another does", {{1, L"a", 3}, {1, L"x", 3}, {1, L"b", 5}}, {3, 4}},
+        {"one with parts", {{1, L"x", 2}, {2, L"a", 3}, {3, L"b", 4}, {1, L"c", 5}}, {2, 3, 4}},
+        {"the last part of a section", {{1, L"a", 1}, {2, L"x", 2}, {1, L"b", 4}}, {2, 3}},
+        {"one followed by what leads nowhere", {{1, L"x", 2}, {1, L"a", 0}, {1, L"b", 3}}, {2}},
+        {"one followed by what stands before", {{1, L"x", 5}, {1, L"a", 1}}, {5, 6}},
+        {"one that ends where one listed before begins", {{1, L"a", 5}, {1, L"x", 3}}, {3, 4}},
+        {"one whose parts begin before it", {{1, L"x", 3}, {2, L"a", 2}, {1, L"b", 5}}, {3, 4}},
+        {"pages that are not there", {{1, L"x", 7}, {1, L"x", -1}, {1, L"x", 6}}, {6}},
+        {"two of a name", {{1, L"x", 1}, {1, L"a", 2}, {1, L"x", 6}}, {1, 6}},
+        {"one in another", {{1, L"x", 1}, {2, L"x", 2}, {2, L"a", 3}, {1, L"b", 4}}, {1, 2, 3}},
+    };
+    for (const auto& row : rows) {
+        const auto isWanted = [](const OutlineEntry& entry) { return entry.title == L"x"; };
+        EXPECT_EQ(pagesOfSections(row.outline, 6, isWanted), row.pages) << row.name;
     }
 }
 

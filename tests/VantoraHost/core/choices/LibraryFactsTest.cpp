@@ -1,0 +1,97 @@
+#include "VantoraHost/core/choices/LibraryFacts.h"
+
+#include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/core/documents/PdfLibrary.h"
+#include "tests/support/Sketch.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+// What the library tells about pages, through the binding.
+namespace {
+
+using namespace vantora;
+using testing::ElementsAre;
+
+class Facts : public testing::Test {
+protected:
+    static std::vector<std::string> outlineOf(KarvelPDFLibraryCPDylibCPP1311& library)
+    {
+        std::vector<std::string> shown;
+        const auto entries = LibraryFacts(library, "a.pdf").outline();
+        EXPECT_TRUE(entries) << (entries ? "" : entries.error().sentence);
+        for (const OutlineEntry& entry : entries.value_or(std::vector<OutlineEntry>())) {
+            shown.push_back(std::to_string(entry.level) + " " +
+                            QString::fromStdWString(entry.title).toStdString() + " " +
+                            std::to_string(entry.page));
+        }
+        return shown;
+    }
+
+    std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library =
+        std::move(loadPdfLibrary(PDF_LIBRARY).value());
+};
+
+TEST_F(Facts, OfTheOutlineAreWhereItsEntriesLead)
+{
+    // Each leads where its title says, one after the other on one level.
+    const std::pair<const char*, const char*> entries[] = {
+        {"page 2", "/Dest [@p2 /Fit]"},
+        {"page 3", "/A << /S /GoTo /D [@p3 /XYZ 0 0 0] >>"},
+        {"page 4", "/Dest (named)"},
+        {"page 1", "/A << /S /GoTo /D /old >>"},
+        {"page 3", "/Dest [2 /Fit]"},
+        {"page 2", "/Dest [@element /Fit]"},
+        {"page 4", "/Dest [@p4 /Fit] /A << /S /GoTo /D [@p1 /Fit] >>"},
+        {"page 0", "/Dest (unknown)"},
+        {"page 0", "/Dest [4 /Fit]"},
+        {"page 0", "/Dest [-1 /Fit]"},
+        {"page 0", "/Dest []"},
+        {"page 0", "/Dest [@outline /Fit]"},
+        {"page 0", "/A << /S /URI /URI (https://example.com) >>"},
+        {"page 0", "/A << /S /GoToR /F (b.pdf) /D [0 /Fit] >>"},
+        {"page 0", ""},
+    };
+    support::Sketch sketch{
+        {"", "", "", ""},
+        "/Outlines @outline /Dests << /old << /D [@p1 /Fit] >> >> "
+        "/Names << /Dests << /Kids [<< /Names [(named) << /D [@p4 /Fit] >>] >>] >> >>",
+        {{"outline", "<< /First @e0 >>"}, {"element", "<< /S /P /Pg @p2 >>"}}};
+    std::vector<std::string> expected;
+    for (std::size_t i = 0; i < std::size(entries); ++i) {
+        const std::string next =
+            i + 1 < std::size(entries) ? " /Next @e" + std::to_string(i + 1) : "";
+        sketch.objects.emplace_back("e" + std::to_string(i),
+                                    "<< /Parent @outline /Title (" + std::string(entries[i].first) +
+                                        ") " + entries[i].second + next + " >>");
+        expected.push_back(std::string("1 ") + entries[i].first + " " + entries[i].first[5]);
+    }
+    ASSERT_NE(library->LoadFromString(sketch.built(), L""), 0);
+    EXPECT_EQ(outlineOf(*library), expected);
+}
+
+TEST_F(Facts, OfTheOutlineFollowThePagesThatAreLeft)
+{
+    ASSERT_NE(
+        library->LoadFromString(
+            support::Sketch{{"", "", "", ""},
+                            "/Outlines @outline",
+                            {{"outline", "<< /First @a /Last @c >>"},
+                             {"a", "<< /Title (A) /Parent @outline /Dest [@p3 /Fit] /First @b "
+                                   "/Last @b /Next @c >>"},
+                             {"b", "<< /Title (B) /Parent @a /Dest [@p4 /Fit] >>"},
+                             {"c", "<< /Title (C) /Parent @outline /Dest [@p1 /Fit] >>"}}}
+                .built(),
+            L""),
+        0);
+    EXPECT_THAT(outlineOf(*library), ElementsAre("1 A 3", "2 B 4", "1 C 1"));
+    ASSERT_EQ(library->DeletePages(2, 1), 1);
+    EXPECT_THAT(outlineOf(*library), ElementsAre("1 A 2", "2 B 3", "1 C 1"));
+    ASSERT_EQ(library->DeletePages(2, 1), 1);
+    EXPECT_THAT(outlineOf(*library), testing::Contains("1 C 1"));
+    library->ClearLastError();
+    EXPECT_EQ(library->GetOutlinePage(12345), 0);
+    EXPECT_EQ(library->LastErrorCode(), 3) << "no such handle";
+}
+
+} // namespace
