@@ -60,7 +60,9 @@ void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
     declareInfo(program, all.info, arguments);
     declareActions(program, all.actions);
     declareSaved(program, all.saved);
-    program.add_subcommand(workerCommand)->group(""); // no group: not in the help
+    for (const char* hidden : {workerCommand, picturesCommand}) {
+        program.add_subcommand(hidden)->group(""); // no group: not in the help
+    }
 }
 
 // "help" and "help run" are "--help" and "run --help".
@@ -79,8 +81,8 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
     if (chosen == "run") {
         return finished(all.run);
     }
-    if (chosen == workerCommand) {
-        return Command(WorkerOptions());
+    if (chosen == workerCommand || chosen == picturesCommand) {
+        return Command(WorkerOptions{chosen == picturesCommand});
     }
     if (chosen == "configure") {
         return finished(all.configure);

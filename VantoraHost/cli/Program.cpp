@@ -36,8 +36,8 @@ int carryOut(const Command& command, const Installation& installation, const Gui
     if (const auto* options = std::get_if<RunOptions>(&command)) {
         return run(*options, installation, guiPart, streams);
     }
-    if (std::holds_alternative<WorkerOptions>(command)) {
-        return work(guiPart, streams);
+    if (const auto* options = std::get_if<WorkerOptions>(&command)) {
+        return work(*options, guiPart, streams);
     }
     if (const auto* options = std::get_if<InfoOptions>(&command)) {
         return showInfo(*options, installation, streams);

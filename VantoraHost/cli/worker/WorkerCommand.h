@@ -6,14 +6,17 @@
 
 namespace vantora::cli {
 
-/// Processes documents for a run that started this process; not for people.
-struct WorkerOptions {};
+/// Works for the program that started this process; not for people.
+struct WorkerOptions {
+    bool makesPictures = false; ///< of pages; else it processes documents
+};
 
 /// Reads stored options by the part for windows, which is loaded when there are any.
 StoredReader storedReader(const GuiPartSource& guiPart);
 
-/// Processes documents for the run that started this process, whose orders come on standard input
-/// and whose answers go to standard output. Doesn't return: the process ends with its work.
-[[noreturn]] int work(const GuiPartSource& guiPart, const Streams& streams);
+/// Works for the program that started this process; its orders come on standard input and the
+/// answers go to standard output. Doesn't return: the process ends with its work.
+[[noreturn]] int work(const WorkerOptions& options, const GuiPartSource& guiPart,
+                      const Streams& streams);
 
 } // namespace vantora::cli

@@ -69,10 +69,9 @@ public:
     Spawning& operator=(const Spawning&) = delete;
 
     // Returns 0 or an errno value.
-    int start(const std::filesystem::path& program, pid_t& process)
+    int start(const std::filesystem::path& program, std::string command, pid_t& process)
     {
         char name[] = "vantora";
-        std::string command = workerCommand;
         char* arguments[] = {name, command.data(), nullptr};
         return ::posix_spawn(&process, program.c_str(), &actions_, &attributes_, arguments,
                              environ);
@@ -85,7 +84,8 @@ private:
 
 } // namespace
 
-Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::filesystem::path& program)
+Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::filesystem::path& program,
+                                                            const char* command)
 {
     auto orders = makePipe();
     auto answers = orders ? makePipe() : tl::unexpected<Error>(orders.error());
@@ -93,7 +93,8 @@ Result<std::unique_ptr<WorkerProcess>> WorkerProcess::start(const std::filesyste
         return tl::unexpected<Error>(std::move(answers.error()));
     }
     pid_t process = 0;
-    if (const int failed = Spawning(*orders, *answers).start(program, process); failed != 0) {
+    if (const int failed = Spawning(*orders, *answers).start(program, command, process);
+        failed != 0) {
         return fail(Reason::WorkerFailed, program,
                     "a worker process can't be started: " + systemMessage(failed));
     }
@@ -161,12 +162,10 @@ void WorkerProcess::writeOrders()
     }
 }
 
-Heard WorkerProcess::readAnswers(std::vector<std::string>& lines)
+Heard WorkerProcess::readBytes(std::string& bytes) const
 {
     // A worker that never stops talking is not to keep the run from everything else.
     constexpr std::size_t mostAtATime = 1024 * 1024;
-    // The report of a million pages takes less than a tenth.
-    constexpr std::size_t longestLine = 64 * 1024 * 1024;
     for (std::size_t read = 0; read < mostAtATime;) {
         char piece[65536];
         const ssize_t got = ::read(answers_.get(), piece, sizeof piece);
@@ -177,19 +176,24 @@ Heard WorkerProcess::readAnswers(std::vector<std::string>& lines)
             return got < 0 && errno == EAGAIN ? Heard::Lines : Heard::End;
         }
         read += static_cast<std::size_t>(got);
-        std::size_t searched = received_.size();
-        received_.append(piece, static_cast<std::size_t>(got));
-        std::size_t start = 0;
-        for (std::size_t end = 0; (end = received_.find('\n', searched)) != std::string::npos;) {
-            lines.push_back(received_.substr(start, end - start));
-            start = searched = end + 1;
-        }
-        received_.erase(0, start);
-        if (received_.size() > longestLine) {
-            return Heard::Nonsense;
-        }
+        bytes.append(piece, static_cast<std::size_t>(got));
     }
     return Heard::Lines;
+}
+
+Heard WorkerProcess::readAnswers(std::vector<std::string>& lines)
+{
+    // The report of a million pages takes less than a tenth.
+    constexpr std::size_t longestLine = 64 * 1024 * 1024;
+    std::size_t searched = received_.size();
+    const Heard heard = readBytes(received_);
+    std::size_t start = 0;
+    for (std::size_t end = 0; (end = received_.find('\n', searched)) != std::string::npos;) {
+        lines.push_back(received_.substr(start, end - start));
+        start = searched = end + 1;
+    }
+    received_.erase(0, start);
+    return heard == Heard::Lines && received_.size() > longestLine ? Heard::Nonsense : heard;
 }
 
 void WorkerProcess::signal(int number) const

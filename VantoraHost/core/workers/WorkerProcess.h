@@ -13,8 +13,10 @@
 
 namespace vantora {
 
-/// The command of the program that makes it a worker.
+/// The commands of the program that make it a worker: one that works on documents, and one that
+/// makes pictures of pages.
 inline constexpr char workerCommand[] = "worker";
+inline constexpr char picturesCommand[] = "pictures";
 
 /// How a process ended.
 struct ProcessEnd {
@@ -39,8 +41,9 @@ enum class Heard {
 /// waits. It is killed at the end of this object.
 class WorkerProcess {
 public:
-    /// Starts "PROGRAM worker". It does not hear the signals that a terminal sends to a run.
-    static Result<std::unique_ptr<WorkerProcess>> start(const std::filesystem::path& program);
+    /// Starts "PROGRAM COMMAND". It does not hear the signals that a terminal sends to a run.
+    static Result<std::unique_ptr<WorkerProcess>> start(const std::filesystem::path& program,
+                                                        const char* command = workerCommand);
 
     /// Starts a copy of this process that does `work`, which is given the descriptors of its orders
     /// and answers. The copy keeps `kept` open, beside these.
@@ -68,6 +71,9 @@ public:
 
     /// Adds lines that have come; there may be more.
     Heard readAnswers(std::vector<std::string>& lines);
+
+    /// Adds bytes that have come, whatever they are; there may be more.
+    Heard readBytes(std::string& bytes) const;
 
     void signal(int number) const;
 

@@ -7,58 +7,29 @@
 #include "VantoraHost/core/workers/Verdicts.h"
 
 #include <signal.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <memory>
 
 namespace vantora {
 
 namespace {
 
-/// Lines in both directions; whether they still go through.
+/// Orders that come and answers that go.
 class Lines {
 public:
-    explicit Lines(const WorkerChannel& channel) : channel_(channel) {}
+    explicit Lines(const WorkerChannel& channel) : lines_(channel) {}
 
-    /// The next line; none at the end of the orders.
-    std::optional<std::string> next()
-    {
-        std::size_t end = 0;
-        while ((end = buffer_.find('\n', searched_)) == std::string::npos) {
-            searched_ = buffer_.size();
-            char piece[65536];
-            const ssize_t got = ::read(channel_.orders, piece, sizeof piece);
-            if (got > 0) {
-                buffer_.append(piece, static_cast<std::size_t>(got));
-            } else if (got == 0 || errno != EINTR) {
-                return std::nullopt;
-            }
-        }
-        std::string line = buffer_.substr(0, end);
-        buffer_.erase(0, end + 1);
-        searched_ = 0;
-        return line;
-    }
+    /// The next order; none at the end of them.
+    std::optional<std::string> next() { return lines_.next(); }
 
-    bool answer(const WorkerAnswer& answer)
+    /// Whether the answer went through.
+    bool answer(const WorkerAnswer& answer) const
     {
-        const std::string line = answerMessage(answer) + '\n';
-        for (std::size_t written = 0; written < line.size();) {
-            const ssize_t count =
-                ::write(channel_.answers, line.data() + written, line.size() - written);
-            if (count < 0 && errno != EINTR) {
-                return false;
-            }
-            written += count > 0 ? static_cast<std::size_t>(count) : 0;
-        }
-        return true;
+        return lines_.write(answerMessage(answer) + '\n');
     }
 
 private:
-    const WorkerChannel channel_;
-    std::string buffer_;
-    std::size_t searched_ = 0;
+    WorkerLines lines_;
 };
 
 // A run that is interrupted asks its workers to end: at once, unless there is something to finish.

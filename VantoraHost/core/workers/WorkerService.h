@@ -1,14 +1,9 @@
 #pragma once
 
+#include "VantoraHost/core/workers/WorkerLines.h"
 #include "VantoraHost/core/workers/WorkerMessages.h"
 
 namespace vantora {
-
-/// Where a worker's orders come from and its answers go to: open file descriptors.
-struct WorkerChannel {
-    int orders;
-    int answers;
-};
 
 /// What a worker process does: takes its setup, then groups of documents, and answers with a report
 /// for each, until the orders end. SIGTERM ends the process at once, or when what is being saved is
