@@ -1,5 +1,6 @@
 #include "VantoraHost/core/pictures/PicturePool.h"
 
+#include "KarvelPDFLibrary/io/FileDescriptor.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
 
