@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/io/OutputFile.h"
 
 #include "KarvelPDFLibrary/io/Permissions.h"
+#include "KarvelPDFLibrary/io/Replacement.h"
 #include "KarvelPDFLibrary/io/TemporaryFile.h"
 
 #include <cerrno>
@@ -132,36 +133,13 @@ int OutputFile::takeFreeName(const std::string& name)
 
 int OutputFile::takeNameOfReplaced(const std::string& name)
 {
-    const auto isStill = [&](const std::string& place) {
-        const auto version = folder_->versionAt(place);
-        return version && *version == *replaced_;
-    };
     const auto ours = versionOf(file_.get());
-    if (!isAt(temporary_, ours)) {
+    if (!ours) {
         return ESTALE;
     }
-    overtaken_ = !isStill(name);
-    if (overtaken_) {
-        return EEXIST;
-    }
-    int failed = folder_->exchange(temporary_, name);
-    if (failed == ENOTSUP || failed == EPERM || failed == EACCES) {
-        // No exchange here: between the look and this, one moment is left.
-        return folder_->renameOver(temporary_, name);
-    }
-    if (failed != 0) {
-        overtaken_ = failed == ENOENT;
-        return failed;
-    }
-    // Now nobody finds the old file under its name any more, and it can be looked at in peace.
-    const bool isOurs = isAt(name, ours);
-    overtaken_ = !isStill(temporary_);
-    if (isOurs && !overtaken_) {
-        folder_->remove(temporary_, *replaced_);
-        return 0;
-    }
-    failed = folder_->exchange(temporary_, name);
-    return failed != 0 ? failed : ESTALE;
+    const Replacement taken = replace(*folder_, temporary_, *ours, name, *replaced_);
+    overtaken_ = taken.overtaken;
+    return taken.error;
 }
 
 Outcome OutputFile::takeName()

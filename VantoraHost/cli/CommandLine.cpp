@@ -7,6 +7,7 @@
 #include "VantoraHost/cli/info/InfoArguments.h"
 #include "VantoraHost/cli/lists_favourites_settings/SavedArguments.h"
 #include "VantoraHost/cli/run/RunArguments.h"
+#include "VantoraHost/cli/undo/UndoArguments.h"
 #include "VantoraHost/core/workers/WorkerProcess.h"
 
 #include <CLI/CLI.hpp>
@@ -39,8 +40,8 @@ public:
 
 std::string commandMistake(const std::vector<std::string>& arguments)
 {
-    const std::string which = "name what to do: run, configure, info, actions, lists, "
-                              "favourites or settings";
+    const std::string which = "name what to do: run, configure, info, undo, actions, "
+                              "lists, favourites or settings";
     return arguments.empty() ? which : "\"" + arguments.front() + "\" is no command; " + which;
 }
 
@@ -48,6 +49,7 @@ std::string commandMistake(const std::vector<std::string>& arguments)
 struct AllArguments {
     RunArguments run;
     InfoArguments info;
+    UndoOptions undo;
     ActionsOptions actions;
     SavedArguments saved;
     ConfigureArguments configure;
@@ -58,6 +60,7 @@ void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
     declareRun(program, all.run, arguments);
     declareConfigure(program, all.configure);
     declareInfo(program, all.info, arguments);
+    declareUndo(program, all.undo, arguments);
     declareActions(program, all.actions);
     declareSaved(program, all.saved);
     for (const char* hidden : {workerCommand, picturesCommand}) {
@@ -92,6 +95,9 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
     }
     if (chosen == "info") {
         return finished(all.info);
+    }
+    if (chosen == "undo") {
+        return Command(all.undo);
     }
     return Command(all.actions);
 }

@@ -5,6 +5,7 @@
 #include "VantoraHost/cli/console/Messages.h"
 #include "VantoraHost/cli/info/InfoCommand.h"
 #include "VantoraHost/cli/run/RunCommand.h"
+#include "VantoraHost/cli/undo/UndoCommand.h"
 #include "VantoraHost/cli/worker/WorkerCommand.h"
 #include "VantoraHost/core/reports/FailureJson.h"
 
@@ -41,6 +42,9 @@ int carryOut(const Command& command, const Installation& installation, const Gui
     }
     if (const auto* options = std::get_if<InfoOptions>(&command)) {
         return showInfo(*options, installation, streams);
+    }
+    if (const auto* options = std::get_if<UndoOptions>(&command)) {
+        return undoRun(*options, streams);
     }
     if (const auto* options = std::get_if<ActionsOptions>(&command)) {
         return listActions(*options, installation, streams);

@@ -47,10 +47,16 @@ const char* reasonName(Reason reason)
         return "output-not-a-file";
     case Reason::OutputNotWritable:
         return "output-not-writable";
+    case Reason::OutputKept:
+        return "output-kept";
     case Reason::BackupExists:
         return "backup-exists";
+    case Reason::BackupMissing:
+        return "backup-missing";
     case Reason::ChangedMeanwhile:
         return "changed-meanwhile";
+    case Reason::ChangedSince:
+        return "changed-since";
     case Reason::ActionMissing:
         return "action-missing";
     case Reason::ActionUnusable:
@@ -101,6 +107,8 @@ const char* reasonName(Reason reason)
         return "not-a-report";
     case Reason::ReportTooOld:
         return "report-too-old";
+    case Reason::ReportUntrusted:
+        return "report-untrusted";
     case Reason::StepsDiffer:
         return "steps-differ";
     case Reason::WrongUsage:

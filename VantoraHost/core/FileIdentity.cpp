@@ -28,10 +28,7 @@ std::optional<FileState> stateIn(const std::optional<struct stat>& status)
     if (!status) {
         return std::nullopt;
     }
-    constexpr std::int64_t nanosecondsASecond = 1'000'000'000;
-    return FileState{
-        static_cast<std::uint64_t>(status->st_size),
-        std::to_string(status->st_mtim.tv_sec * nanosecondsASecond + status->st_mtim.tv_nsec)};
+    return stateOf(karvel::io::versionOf(*status));
 }
 
 } // namespace
@@ -63,6 +60,16 @@ std::optional<FileVersion> versionAt(const std::string& path)
     struct stat status = {};
     return ::lstat(path.c_str(), &status) == 0 ? std::optional(karvel::io::versionOf(status))
                                                : std::nullopt;
+}
+
+bool isStill(const std::optional<FileState>& now, const FileState& then)
+{
+    return now && !then.changed.empty() && now->size == then.size && now->changed == then.changed;
+}
+
+FileState stateOf(const FileVersion& version)
+{
+    return {static_cast<std::uint64_t>(version.size), std::to_string(version.modified)};
 }
 
 std::optional<FileState> stateOf(const std::string& path)

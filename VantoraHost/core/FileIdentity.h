@@ -51,11 +51,17 @@ struct FileState {
     std::string changed;
 };
 
+/// Whether a file still is as it was then, which must be known.
+bool isStill(const std::optional<FileState>& now, const FileState& then);
+
 /// The state of the file that a path leads to; none when there is nothing.
 std::optional<FileState> stateOf(const std::string& path);
 
 /// The state of an open file.
 std::optional<FileState> stateOf(int descriptor);
+
+/// The state that a version of a file has.
+FileState stateOf(const FileVersion& version);
 
 struct FileIdentityHash {
     std::size_t operator()(const FileIdentity& identity) const

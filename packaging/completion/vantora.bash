@@ -16,7 +16,7 @@ _vantora()
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case "$command:$word" in
-        :run | :configure | :info | :actions | :lists | :favourites | :settings)
+        :run | :configure | :info | :undo | :actions | :lists | :favourites | :settings)
             command="$word"
             ;;
         lists:show | lists:add | lists:change | lists:remove | \
@@ -83,6 +83,9 @@ _vantora()
     "info ")
         words="--recursive --files-from --null --password-file --jobs --timeout --memory-limit --verbose --json --help -r -0 -j -v -h"
         ;;
+    "undo ")
+        words="--remove-outputs --dry-run --json --quiet --help -n -q -h"
+        ;;
     "actions ")
         words="--json --help -h"
         ;;
@@ -114,7 +117,7 @@ _vantora()
         words="--help -h"
         ;;
     *)
-        words="run configure info actions lists favourites settings --help --version -h"
+        words="run configure info undo actions lists favourites settings --help --version -h"
         ;;
     esac
 
@@ -127,6 +130,9 @@ _vantora()
     elif [[ "$command" == settings ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -X '!*.tsf' -- "$current")
+    elif [[ "$command" == undo ]]; then
+        compopt -o filenames
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
     elif [[ "$command" == run || "$command" == info ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(

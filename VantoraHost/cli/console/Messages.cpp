@@ -65,6 +65,8 @@ std::string remedy(Reason reason)
         return "put a folder in its place, or name the one that it leads to with -d";
     case Reason::OutputNotAFile:
         return "name a file with -o, a folder with -d, or - for standard output";
+    case Reason::OutputKept:
+        return "--remove-outputs removes it";
     case Reason::ActionMissing:
         return "vantora actions lists them";
     case Reason::ActionListMissing:

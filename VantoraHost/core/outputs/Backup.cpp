@@ -107,6 +107,11 @@ tl::unexpected<Error> notMade(const std::string& backup, const std::string& why)
 
 } // namespace
 
+std::string backupOf(const std::string& file)
+{
+    return file + ".bak";
+}
+
 bool holdsOriginal(const karvel::io::Folder& folder, const std::string& name,
                    const std::string& backup)
 {

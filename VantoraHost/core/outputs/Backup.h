@@ -42,6 +42,9 @@ private:
     FileVersion made_;
 };
 
+/// The name, or path, of the backup of a file with that name or path.
+std::string backupOf(const std::string& file);
+
 /// Whether a backup that is there holds what the file holds now.
 bool holdsOriginal(const karvel::io::Folder& folder, const std::string& name,
                    const std::string& backup);

@@ -226,7 +226,7 @@ private:
         if (!backup) {
             return target;
         }
-        target.backup = target.path + ".bak";
+        target.backup = backupOf(target.path);
         if (isThere(target.backup)) {
             const auto identity = identityOf(target.backup);
             const auto original = identityOf(target.path);

@@ -1,34 +1,14 @@
 #include "VantoraHost/core/reports/EarlierReports.h"
 
-#include "KarvelPDFLibrary/io/FileDescriptor.h"
 #include "VantoraHost/core/FileDigest.h"
 #include "VantoraHost/core/reports/JsonReading.h"
-#include "VantoraHost/core/reports/ReportLines.h"
+#include "VantoraHost/core/reports/ReportReading.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
-#include <cerrno>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 
 namespace vantora {
-
-namespace {
-
-tl::unexpected<Error> unreadable(const std::string& path, int why)
-{
-    return fail(why == ENOENT ? Reason::InputMissing : Reason::InputUnreadable, path,
-                "the report can't be read: " + systemMessage(why));
-}
-
-bool isStill(const std::optional<FileState>& now, const FileState& then)
-{
-    return now && !then.changed.empty() && now->size == then.size && now->changed == then.changed;
-}
-
-} // namespace
 
 /// Takes reports line by line, and of them what is about the run's inputs.
 class EarlierReports::Reader {
@@ -45,7 +25,8 @@ public:
     Outcome read(const std::string& path);
 
 private:
-    Outcome take(const std::string& path, const ReportLines::Line& line);
+    Outcome take(const std::string& path, DocumentReport report, const QJsonObject& line,
+                 std::size_t number);
     void takeDone(DocumentReport report, const QJsonObject& by);
     void takeFailure(const std::string& input);
 
@@ -74,49 +55,25 @@ Result<EarlierReports> EarlierReports::read(const std::vector<std::string>& path
 
 Outcome EarlierReports::Reader::read(const std::string& path)
 {
-    // A named pipe must not wait for a writer before it can be refused.
-    const karvel::io::FileDescriptor file(
-        ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    struct stat status = {};
-    if (!file || ::fstat(file.get(), &status) != 0) {
-        return unreadable(path, errno);
-    }
-    if (S_ISDIR(status.st_mode)) {
-        return unreadable(path, EISDIR);
-    }
-    if (!S_ISREG(status.st_mode)) {
-        return fail(Reason::NotAReport, path, "is a device or pipe, not a report");
-    }
-    ReportLines lines(file.get());
-    while (auto line = lines.next()) {
-        if (Outcome taken = take(path, *line); !taken) {
-            return taken;
-        }
-    }
-    return lines.error() == 0 ? Outcome() : unreadable(path, lines.error());
+    return readReport(path, ReportWriter::Anybody,
+                      [&](DocumentReport report, const QJsonObject& line, std::size_t number) {
+                          return take(path, std::move(report), line, number);
+                      });
 }
 
-Outcome EarlierReports::Reader::take(const std::string& path, const ReportLines::Line& line)
+Outcome EarlierReports::Reader::take(const std::string& path, DocumentReport report,
+                                     const QJsonObject& line, std::size_t number)
 {
-    const bool isTorn = line.mayBeOurs() && !line.complete;
-    if (isTorn || line.isSummary()) {
+    if (report.status != DocumentStatus::Done || !report.bytesAfter) {
+        takeFailure(report.input);
         return {};
     }
-    const auto json = line.mayBeOurs() ? jsonObjectOf(line.text) : std::nullopt;
-    auto report = json ? reportOf(*json) : std::nullopt;
-    const std::string where = "line " + std::to_string(line.number);
-    if (!report) {
-        return fail(Reason::NotAReport, path, where + " is no report of a document");
-    }
-    if (report->status != DocumentStatus::Done || !report->bytesAfter) {
-        takeFailure(report->input);
-        return {};
-    }
-    if (!(*json)["run"].isObject()) {
+    if (!line["run"].isObject()) {
         return fail(Reason::ReportTooOld, path,
-                    where + " is of a version that did not note what it had done");
+                    "line " + std::to_string(number) +
+                        " is of a version that did not note what it had done");
     }
-    takeDone(std::move(*report), (*json)["run"].toObject());
+    takeDone(std::move(report), line["run"].toObject());
     return {};
 }
 

@@ -16,6 +16,12 @@ std::string commonRemedy(Reason reason)
         return "check space and permissions there, or name another place";
     case Reason::BackupExists:
         return "move it away, since no backup is ever replaced";
+    case Reason::BackupMissing:
+        return "there is nothing to give back";
+    case Reason::ChangedSince:
+        return "look at both, and put it back by hand if what was changed isn't needed";
+    case Reason::ReportUntrusted:
+        return "name one of your own that nobody else may write to (chmod go-w)";
     case Reason::ChangedMeanwhile:
         return "run it again";
     case Reason::ActionUnusable:
