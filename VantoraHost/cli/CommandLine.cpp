@@ -6,6 +6,7 @@
 #include "VantoraHost/cli/console/Streams.h"
 #include "VantoraHost/cli/info/InfoArguments.h"
 #include "VantoraHost/cli/lists_favourites_settings/SavedArguments.h"
+#include "VantoraHost/cli/pages/PagesArguments.h"
 #include "VantoraHost/cli/run/RunArguments.h"
 #include "VantoraHost/cli/undo/UndoArguments.h"
 #include "VantoraHost/core/workers/WorkerProcess.h"
@@ -24,6 +25,7 @@ constexpr char programHelp[] = "Runs actions over PDF documents; above all, remo
 constexpr char programExamples[] = R"(Examples:
   vantora run --pages 1,4-6 report.pdf -o short.pdf
   vantora run --pages 1 *.pdf -d without-covers
+  vantora pages --choose last:2 report.pdf
   vantora info short.pdf
   vantora configure "Delete Pages"
 
@@ -40,7 +42,7 @@ public:
 
 std::string commandMistake(const std::vector<std::string>& arguments)
 {
-    const std::string which = "name what to do: run, configure, info, undo, actions, "
+    const std::string which = "name what to do: run, pages, configure, info, undo, actions, "
                               "lists, favourites or settings";
     return arguments.empty() ? which : "\"" + arguments.front() + "\" is no command; " + which;
 }
@@ -48,6 +50,7 @@ std::string commandMistake(const std::vector<std::string>& arguments)
 /// All that the commands' arguments are read into.
 struct AllArguments {
     RunArguments run;
+    PagesArguments pages;
     InfoArguments info;
     UndoOptions undo;
     ActionsOptions actions;
@@ -58,6 +61,7 @@ struct AllArguments {
 void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
 {
     declareRun(program, all.run, arguments);
+    declarePages(program, all.pages, arguments);
     declareConfigure(program, all.configure);
     declareInfo(program, all.info, arguments);
     declareUndo(program, all.undo, arguments);
@@ -92,6 +96,9 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
     }
     if (isSaved(all.saved, chosen)) {
         return finished(all.saved, chosen);
+    }
+    if (chosen == "pages") {
+        return finished(all.pages);
     }
     if (chosen == "info") {
         return finished(all.info);

@@ -5,6 +5,7 @@
 #include "VantoraHost/cli/configure/ConfigureCommand.h"
 #include "VantoraHost/cli/info/InfoCommand.h"
 #include "VantoraHost/cli/lists_favourites_settings/SavedCommand.h"
+#include "VantoraHost/cli/pages/PagesCommand.h"
 #include "VantoraHost/cli/run/RunOptions.h"
 #include "VantoraHost/cli/undo/UndoCommand.h"
 #include "VantoraHost/cli/worker/WorkerCommand.h"
@@ -17,8 +18,8 @@
 namespace vantora::cli {
 
 /// What a command line says to do: a command with its options.
-using Command = std::variant<RunOptions, WorkerOptions, InfoOptions, UndoOptions, ActionsOptions,
-                             SavedOptions, ConfigureOptions>;
+using Command = std::variant<RunOptions, WorkerOptions, PagesOptions, InfoOptions, UndoOptions,
+                             ActionsOptions, SavedOptions, ConfigureOptions>;
 
 /// Whether these arguments are for a command that draws, and makes its own application for that.
 bool draws(const std::vector<std::string>& arguments);

@@ -4,6 +4,7 @@
 #include "VantoraHost/cli/actions/ActionsCommand.h"
 #include "VantoraHost/cli/console/Messages.h"
 #include "VantoraHost/cli/info/InfoCommand.h"
+#include "VantoraHost/cli/pages/PagesCommand.h"
 #include "VantoraHost/cli/run/RunCommand.h"
 #include "VantoraHost/cli/undo/UndoCommand.h"
 #include "VantoraHost/cli/worker/WorkerCommand.h"
@@ -39,6 +40,9 @@ int carryOut(const Command& command, const Installation& installation, const Gui
     }
     if (const auto* options = std::get_if<WorkerOptions>(&command)) {
         return work(*options, guiPart, streams);
+    }
+    if (const auto* options = std::get_if<PagesOptions>(&command)) {
+        return showPages(*options, installation, streams);
     }
     if (const auto* options = std::get_if<InfoOptions>(&command)) {
         return showInfo(*options, installation, streams);

@@ -16,7 +16,7 @@ _vantora()
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case "$command:$word" in
-        :run | :configure | :info | :undo | :actions | :lists | :favourites | :settings)
+        :run | :pages | :configure | :info | :undo | :actions | :lists | :favourites | :settings)
             command="$word"
             ;;
         lists:show | lists:add | lists:change | lists:remove | \
@@ -34,7 +34,7 @@ _vantora()
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    -o | --output | --password-file | --settings | --files-from | --ranges | --report | --resume | --metrics)
+    -o | --output | --password-file | --settings | --files-from | --ranges | --report | --resume | --metrics | --sheet)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
@@ -77,6 +77,9 @@ _vantora()
             --recursive --report --report-hashes --resume --shard --files-from --null --password-file --keep-signed --strict --if-empty --accept-failures --skip-existing --metrics --jobs --timeout --memory-limit --dry-run --json --quiet --verbose --help
             -p -o -d -i -j -n -q -v -r -h -0"
         ;;
+    "pages ")
+        words="--choose --keep --except --sheet --report --overwrite --recursive --files-from --null --password-file --jobs --timeout --memory-limit --json --help -r -0 -j -h"
+        ;;
     "configure ")
         words="--set --hide-add-to-action-list --inside --help -h"
         ;;
@@ -117,7 +120,7 @@ _vantora()
         words="--help -h"
         ;;
     *)
-        words="run configure info undo actions lists favourites settings --help --version -h"
+        words="run pages configure info undo actions lists favourites settings --help --version -h"
         ;;
     esac
 
@@ -133,7 +136,7 @@ _vantora()
     elif [[ "$command" == undo ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
-    elif [[ "$command" == run || "$command" == info ]]; then
+    elif [[ "$command" == run || "$command" == pages || "$command" == info ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(
             compgen -d -- "$current"

@@ -10,6 +10,21 @@
 
 namespace vantora::cli {
 
+void declareChoices(CLI::App& command, ChoiceArguments& choices)
+{
+    oneEach(command.add_option("--choose", choices.choose,
+                               "The pages that this names in each document go, such as last:2,\n"
+                               "even, label:iv-x, bookmark:Index, text:Draft or size:A4;\n"
+                               "several: the pages of any of them"),
+            "CHOICE");
+    oneEach(command.add_option("--keep", choices.keep,
+                               "All pages go but those of this choice, or of any of several"),
+            "CHOICE");
+    oneEach(command.add_option("--except", choices.except,
+                               "Pages that --choose or --keep leave in any case"),
+            "CHOICE");
+}
+
 void declareSteps(CLI::App& command, StepArguments& run)
 {
     run.command = &command;
@@ -19,17 +34,7 @@ void declareSteps(CLI::App& command, StepArguments& run)
                                    "a file names whose name follows an @; short for\n"
                                    "--action \"Delete Pages\" --set byPageRangeTextEdit=RANGE"),
                 "RANGE");
-    oneEach(command.add_option("--choose", run.choose,
-                               "Remove the pages that this names in each document, such as\n"
-                               "last:2, even, label:iv-x, bookmark:Index, text:Draft or\n"
-                               "size:A4; several: the pages of any of them"),
-            "CHOICE");
-    oneEach(command.add_option("--keep", run.keep,
-                               "Remove all pages but those of this choice, or of any of several"),
-            "CHOICE");
-    oneEach(command.add_option("--except", run.except,
-                               "Pages that --choose or --keep do not remove in any case"),
-            "CHOICE");
+    declareChoices(command, run);
     run.actionOption =
         oneEach(command.add_option("--action", run.actions,
                                    "Run this action; several run one after the other"),
@@ -87,20 +92,28 @@ std::optional<NamedStep> stepOfChoices(const StepArguments& run)
 {
     NamedStep step;
     step.action = deletepages::actionName;
-    for (const auto& [key, choices] :
-         {std::pair(chooseKey, &run.choose), {keepKey, &run.keep}, {exceptKey, &run.except}}) {
-        std::string lines;
-        for (const std::string& choice : *choices) {
-            lines += choice + "\n";
-        }
-        if (!lines.empty()) {
-            step.options.emplace_back(key, lines);
-        }
-    }
+    step.options = optionsOf(run);
     return step.options.empty() ? std::nullopt : std::optional(step);
 }
 
 } // namespace
+
+std::vector<std::pair<std::string, std::string>> optionsOf(const ChoiceArguments& choices)
+{
+    std::vector<std::pair<std::string, std::string>> options;
+    for (const auto& [key, given] : {std::pair(chooseKey, &choices.choose),
+                                     {keepKey, &choices.keep},
+                                     {exceptKey, &choices.except}}) {
+        std::string lines;
+        for (const std::string& choice : *given) {
+            lines += choice + "\n";
+        }
+        if (!lines.empty()) {
+            options.emplace_back(key, lines);
+        }
+    }
+    return options;
+}
 
 bool StepArguments::areGiven() const
 {

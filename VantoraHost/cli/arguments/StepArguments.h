@@ -6,17 +6,28 @@
 
 #include <string>
 #include <tl/expected.hpp>
+#include <utility>
 #include <vector>
 
 namespace vantora::cli {
 
-/// What the arguments that name steps are read into.
-struct StepArguments {
-    CLI::App* command = nullptr;
-    std::vector<std::string> pages;
+/// What the arguments that choose pages by what they are are read into.
+struct ChoiceArguments {
     std::vector<std::string> choose;
     std::vector<std::string> keep;
     std::vector<std::string> except;
+};
+
+/// Declares --choose, --keep and --except; what they are read into must outlive the parsing.
+void declareChoices(CLI::App& command, ChoiceArguments& choices);
+
+/// The choices as options of a step; empty for none.
+std::vector<std::pair<std::string, std::string>> optionsOf(const ChoiceArguments& choices);
+
+/// What the arguments that name steps are read into.
+struct StepArguments : ChoiceArguments {
+    CLI::App* command = nullptr;
+    std::vector<std::string> pages;
     std::vector<std::string> actions;
     std::vector<std::string> lists;
     std::vector<std::string> favourites;

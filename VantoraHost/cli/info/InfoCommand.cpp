@@ -1,18 +1,13 @@
 #include "VantoraHost/cli/info/InfoCommand.h"
 
-#include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
-#include "VantoraHost/cli/console/InputFiles.h"
 #include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/core/Target.h"
 #include "VantoraHost/core/documents/DocumentInfo.h"
 #include "VantoraHost/core/documents/InfoJson.h"
-#include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/reports/FailureJson.h"
-#include "VantoraHost/core/workers/ConfinedCall.h"
-#include "VantoraHost/core/workers/Confinement.h"
 
 #include <algorithm>
 #include <ostream>
-#include <thread>
 
 namespace vantora::cli {
 
@@ -158,65 +153,34 @@ void printText(const DocumentInfo& info, std::ostream& out)
     sheet.yesOrNo("linearised", info.linearised);
 }
 
-/// Looks at documents and prints what they are, in the order in which they are named.
+/// Prints what documents are, in the order in which they are named.
 class Inspection {
 public:
-    Inspection(const InfoOptions& options, KarvelPDFLibraryCPDylibCPP1311& library,
-               std::vector<std::string> passwords, const Streams& streams)
-        : options_(options), library_(library), passwords_(std::move(passwords)), streams_(streams)
+    Inspection(const InfoOptions& options, const Looking& looking, const Streams& streams)
+        : options_(options), looking_(looking), streams_(streams)
     {
     }
 
-    /// Each in a process of its own, which can come to no more harm than the document. Returns
-    /// false when the person doesn't want to wait any longer.
-    bool runConfined(const std::vector<Input>& inputs, const std::vector<std::string>& own)
+    /// Returns false when the person doesn't want to wait any longer.
+    bool run()
     {
-        const std::size_t atOnce =
-            std::min(inputs.size(), options_.workers.jobs.value_or(std::max<std::size_t>(
-                                        1, std::thread::hardware_concurrency())));
-        ConfinedWork calls;
-        calls.count = inputs.size();
-        calls.limits = [&](std::size_t i) {
-            CallLimits limits;
-            limits.files.readable = own;
-            limits.files.readable.push_back(inputs[i].path);
-            limits.memory = options_.workers.memoryLimit.value_or(memoryShare(atOnce));
-            limits.time =
-                std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument));
-            return limits;
-        };
-        calls.work = [&](std::size_t i) { return json(inputs[i].path, look(inputs[i].path)); };
-        return callEachConfined(
-            calls, atOnce, streams_.interrupted, [&](std::size_t i, Result<std::string> answer) {
-                take(inputs[i].path, answer ? documentInfoOf(*answer)
-                                            : tl::unexpected<Error>(std::move(answer.error())));
-            });
+        return looking_.atEach([&](const std::string& input) { return json(input, look(input)); },
+                               [&](const std::string& input, const Result<std::string>& found) {
+                                   take(input, found ? documentInfoOf(*found)
+                                                     : tl::unexpected<Error>(found.error()));
+                               });
     }
-
-    /// All in this process.
-    bool runHere(const std::vector<Input>& inputs)
-    {
-        for (const Input& input : inputs) {
-            if (streams_.interrupted()) {
-                return false;
-            }
-            take(input.path, look(input.path));
-        }
-        return true;
-    }
-
-    /// The document that "-" stands for, or why there is none.
-    void setStandardInput(Result<std::string> bytes) { standardInput_ = std::move(bytes); }
 
     bool allDone() const { return done_; }
 
 private:
     Result<DocumentInfo> look(const std::string& input)
     {
-        if (input == standardStream && !standardInput_) {
-            return tl::unexpected<Error>(standardInput_.error());
+        if (input == standardStream && !looking_.standardInput()) {
+            return tl::unexpected<Error>(looking_.standardInput().error());
         }
-        return inspect(library_, input, standardInput_.value_or(""), passwords_, options_.verbose);
+        return inspect(looking_.library(), input, looking_.standardInput().value_or(""),
+                       looking_.passwords(), options_.verbose);
     }
 
     static std::string json(const std::string& input, const Result<DocumentInfo>& info)
@@ -244,10 +208,8 @@ private:
     }
 
     const InfoOptions& options_;
-    KarvelPDFLibraryCPDylibCPP1311& library_;
-    const std::vector<std::string> passwords_;
+    const Looking& looking_;
     const Streams& streams_;
-    Result<std::string> standardInput_ = std::string();
     bool done_ = true;
 };
 
@@ -261,29 +223,12 @@ int failedWith(const InfoOptions& options, const Streams& streams, const Error& 
 
 int showInfo(const InfoOptions& options, const Installation& installation, const Streams& streams)
 {
-    auto passwords = readPasswords(options.passwordFile);
-    if (!passwords) {
-        return failedWith(options, streams, passwords.error());
+    const Result<Looking> looking = Looking::prepare(options, installation, streams);
+    if (!looking) {
+        return failedWith(options, streams, looking.error());
     }
-    const auto library = loadPdfLibrary(installation.library);
-    if (!library) {
-        return failedWith(options, streams, library.error());
-    }
-    const auto inputs = inputsNamed(options.inputs, {}, false, streams);
-    if (!inputs) {
-        return failedWith(options, streams, inputs.error());
-    }
-    Inspection inspection(options, **library, std::move(*passwords), streams);
-    const bool readsStandardInput =
-        std::any_of(inputs->begin(), inputs->end(),
-                    [](const Input& input) { return input.path == standardStream; });
-    if (readsStandardInput) {
-        inspection.setStandardInput(readStandardInput(streams));
-    }
-    const bool ended =
-        options.workers.jobs == 0U
-            ? inspection.runHere(*inputs)
-            : inspection.runConfined(*inputs, programFiles({installation.library.parent_path()}));
+    Inspection inspection(options, *looking, streams);
+    const bool ended = inspection.run();
     return !ended ? InterruptedByUser : inspection.allDone() ? AllDone : SomeFailed;
 }
 

@@ -1,0 +1,86 @@
+#include "VantoraHost/cli/looking/Looking.h"
+
+#include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/core/Target.h"
+#include "VantoraHost/core/documents/PdfLibrary.h"
+#include "VantoraHost/core/workers/ConfinedCall.h"
+#include "VantoraHost/core/workers/Confinement.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace vantora::cli {
+
+Looking::Looking(const LookOptions& options, const Streams& streams)
+    : options_(options), streams_(streams)
+{
+}
+
+Looking::~Looking() = default;
+Looking::Looking(Looking&&) noexcept = default;
+
+Result<Looking> Looking::prepare(const LookOptions& options, const Installation& installation,
+                                 const Streams& streams)
+{
+    Looking looking(options, streams);
+    auto passwords = readPasswords(options.passwordFile);
+    if (!passwords) {
+        return tl::unexpected<Error>(std::move(passwords.error()));
+    }
+    looking.passwords_ = std::move(*passwords);
+    auto library = loadPdfLibrary(installation.library);
+    if (!library) {
+        return tl::unexpected<Error>(std::move(library.error()));
+    }
+    looking.library_ = std::move(*library);
+    auto inputs = inputsNamed(options.inputs, {}, false, streams);
+    if (!inputs) {
+        return tl::unexpected<Error>(std::move(inputs.error()));
+    }
+    looking.inputs_ = std::move(*inputs);
+    const bool readsStandardInput =
+        std::any_of(looking.inputs_.begin(), looking.inputs_.end(),
+                    [](const Input& input) { return input.path == standardStream; });
+    if (readsStandardInput) {
+        looking.standardInput_ = readStandardInput(streams);
+    }
+    looking.programFiles_ = programFiles({installation.library.parent_path()});
+    return looking;
+}
+
+bool Looking::atEach(const Look& look, const Take& take) const
+{
+    if (options_.workers.jobs != 0U) {
+        return inProcesses(look, take);
+    }
+    for (const Input& input : inputs_) {
+        if (streams_.interrupted()) {
+            return false;
+        }
+        take(input.path, look(input.path));
+    }
+    return true;
+}
+
+bool Looking::inProcesses(const Look& look, const Take& take) const
+{
+    const std::size_t atOnce =
+        std::min(inputs_.size(), options_.workers.jobs.value_or(std::max<std::size_t>(
+                                     1, std::thread::hardware_concurrency())));
+    ConfinedWork calls;
+    calls.count = inputs_.size();
+    calls.limits = [&](std::size_t i) {
+        CallLimits limits;
+        limits.files.readable = programFiles_;
+        limits.files.readable.push_back(inputs_[i].path);
+        limits.memory = options_.workers.memoryLimit.value_or(memoryShare(atOnce));
+        limits.time = std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument));
+        return limits;
+    };
+    calls.work = [&](std::size_t i) { return look(inputs_[i].path); };
+    return callEachConfined(
+        calls, atOnce, streams_.interrupted,
+        [&](std::size_t i, Result<std::string> found) { take(inputs_[i].path, std::move(found)); });
+}
+
+} // namespace vantora::cli

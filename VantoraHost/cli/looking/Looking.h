@@ -1,0 +1,65 @@
+#pragma once
+
+#include "VantoraHost/cli/arguments/WorkerOptions.h"
+#include "VantoraHost/cli/console/InputFiles.h"
+#include "VantoraHost/cli/console/Streams.h"
+#include "VantoraHost/core/Installation.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+class KarvelPDFLibraryCPDylibCPP1311;
+
+namespace vantora::cli {
+
+/// What the command line says about documents that are looked at.
+struct LookOptions {
+    InputNames inputs;
+    std::string passwordFile; ///< empty: none
+    WorkerChoice workers;
+};
+
+/// Documents that a command looks at, each in a process of its own, which can come to no more harm
+/// than the document; without worker processes, all in this one.
+class Looking {
+public:
+    /// Finds the documents, and reads what that takes. The options and streams must outlive the
+    /// result.
+    static Result<Looking> prepare(const LookOptions& options, const Installation& installation,
+                                   const Streams& streams);
+
+    /// Looks at one document: the text about it that goes on to `Take`.
+    using Look = std::function<std::string(const std::string& input)>;
+    /// Takes what was found in a document, or why its process had nothing to say.
+    using Take = std::function<void(const std::string& input, Result<std::string> found)>;
+
+    /// Looks at each document, and hands over what was found in the order of the inputs. Returns
+    /// false when the person doesn't want to wait any longer.
+    bool atEach(const Look& look, const Take& take) const;
+
+    const std::vector<Input>& inputs() const { return inputs_; }
+    KarvelPDFLibraryCPDylibCPP1311& library() const { return *library_; }
+    const std::vector<std::string>& passwords() const { return passwords_; }
+
+    /// The document that "-" stands for, or why there is none.
+    const Result<std::string>& standardInput() const { return standardInput_; }
+
+    ~Looking();
+    Looking(Looking&&) noexcept;
+
+private:
+    Looking(const LookOptions& options, const Streams& streams);
+    bool inProcesses(const Look& look, const Take& take) const;
+
+    const LookOptions& options_;
+    const Streams& streams_;
+    std::vector<std::string> programFiles_;
+    std::vector<std::string> passwords_;
+    std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library_;
+    std::vector<Input> inputs_;
+    Result<std::string> standardInput_ = std::string();
+};
+
+} // namespace vantora::cli

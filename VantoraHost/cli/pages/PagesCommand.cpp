@@ -1,0 +1,184 @@
+#include "VantoraHost/cli/pages/PagesCommand.h"
+
+#include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/cli/pages/Sheet.h"
+#include "VantoraHost/core/FileIdentity.h"
+#include "VantoraHost/core/Target.h"
+#include "VantoraHost/core/choices/RangesFile.h"
+#include "VantoraHost/core/choices/StepChoices.h"
+#include "VantoraHost/core/documents/PageSurvey.h"
+#include "VantoraHost/core/outputs/TextFile.h"
+#include "VantoraHost/core/reports/FailureJson.h"
+
+#include <optional>
+#include <ostream>
+
+namespace vantora::cli {
+
+namespace {
+
+/// The choices as they stand on the command line, "--choose last:2".
+std::vector<std::string> shownChoices(const ChoiceSet& set)
+{
+    std::vector<std::string> texts;
+    for (const auto& [option, choices] : {std::pair("--choose ", &set.choose),
+                                          {"--keep ", &set.keep},
+                                          {"--except ", &set.except}}) {
+        for (const Choice& choice : *choices) {
+            texts.push_back(option + choice.text);
+        }
+    }
+    return texts;
+}
+
+/// Prints which pages of documents choices name, in the order in which the documents are named.
+class Selection {
+public:
+    Selection(const PagesOptions& options, const ChoiceSet& choices, const Looking& looking,
+              const Streams& streams)
+        : options_(options), choices_(choices), looking_(looking), streams_(streams),
+          sheet_(shownChoices(choices))
+    {
+    }
+
+    /// Returns false when the person doesn't want to wait any longer.
+    bool run()
+    {
+        return looking_.atEach(
+            [&](const std::string& input) { return json(input, look(input), WithPictures::Yes); },
+            [&](const std::string& input, const Result<std::string>& found) {
+                take(input, found ? pageSurveyOf(*found) : tl::unexpected<Error>(found.error()));
+            });
+    }
+
+    /// Writes the files that are asked for, and says how much was found.
+    Outcome finish() const
+    {
+        const auto existing = options_.overwrite ? ExistingText::Replace : ExistingText::Refuse;
+        Outcome written;
+        if (!options_.reportPath.empty()) {
+            written = writePrivateText(options_.reportPath, report_, existing);
+        }
+        if (written && !options_.sheetPath.empty()) {
+            written = writePrivateText(options_.sheetPath, sheet_.html(), existing);
+        }
+        if (looking_.inputs().size() > 1) {
+            printNote(streams_, counted(pages_, "page", "pages") + " in " +
+                                    counted(withPages_, "document", "documents") + ", of " +
+                                    grouped(looking_.inputs().size()) + " looked at" +
+                                    (failed_ > 0 ? "; " + grouped(failed_) + " failed" : ""));
+        }
+        return written;
+    }
+
+    bool allDone() const { return failed_ == 0; }
+
+private:
+    Result<PageSurvey> look(const std::string& input)
+    {
+        if (input == standardStream && !looking_.standardInput()) {
+            return tl::unexpected<Error>(looking_.standardInput().error());
+        }
+        return surveyPages(looking_.library(), input, looking_.standardInput().value_or(""),
+                           looking_.passwords(), choices_,
+                           options_.sheetPath.empty() ? 0 : sheet_.picturesLeft());
+    }
+
+    static std::string json(const std::string& input, const Result<PageSurvey>& survey,
+                            WithPictures pictures)
+    {
+        return survey ? toJson(*survey, pictures) : failureJson(survey.error(), input);
+    }
+
+    void take(const std::string& input, Result<PageSurvey> survey)
+    {
+        if (!survey) {
+            survey.error().file = input;
+        }
+        const std::string line = json(input, survey, WithPictures::No) + '\n';
+        report_ += options_.reportPath.empty() ? "" : line;
+        if (options_.json) {
+            streams_.out << line;
+        } else if (survey) {
+            // What a name would tell a terminal to do, it only shows.
+            streams_.out << rangesLine(streams_.outIsTerminal ? shown(input) : input,
+                                       rangeTextOf(survey->chosen));
+        }
+        streams_.out.flush();
+        if (survey) {
+            pages_ += survey->chosen.size();
+            withPages_ += survey->chosen.empty() ? 0 : 1;
+            sheet_.add(input, *survey);
+            printRepairs(streams_, input, survey->repairs);
+        } else {
+            ++failed_;
+            sheet_.addFailure(inputName(input), survey.error().sentence);
+            printError(streams_, survey.error());
+        }
+    }
+
+    const PagesOptions& options_;
+    const ChoiceSet& choices_;
+    const Looking& looking_;
+    const Streams& streams_;
+    Sheet sheet_;
+    std::string report_;
+    std::size_t pages_ = 0;
+    std::size_t withPages_ = 0; ///< documents
+    std::size_t failed_ = 0;
+};
+
+Result<ChoiceSet> choicesOf(const PagesOptions& options)
+{
+    PreferencesMap preferences;
+    for (const auto& [key, value] : options.choices) {
+        preferences.insert(QString::fromStdString(key), QString::fromStdString(value));
+    }
+    return choicesIn(preferences).map([](std::optional<ChoiceSet> set) {
+        return std::move(set).value_or(ChoiceSet());
+    });
+}
+
+// Before documents are looked at for nothing.
+Outcome mayBeWritten(const PagesOptions& options)
+{
+    for (const std::string& path : {options.sheetPath, options.reportPath}) {
+        if (!path.empty() && !options.overwrite && isThere(path)) {
+            return fail(Reason::OutputExists, path, "exists already");
+        }
+    }
+    return {};
+}
+
+int failedWith(const PagesOptions& options, const Streams& streams, const Error& error)
+{
+    printFailure(streams, options.json, error);
+    return exitStatus(error.reason);
+}
+
+} // namespace
+
+int showPages(const PagesOptions& options, const Installation& installation, const Streams& streams)
+{
+    const Result<ChoiceSet> choices = choicesOf(options);
+    if (!choices) {
+        return failedWith(options, streams, choices.error());
+    }
+    if (const Outcome free = mayBeWritten(options); !free) {
+        return failedWith(options, streams, free.error());
+    }
+    const Result<Looking> looking = Looking::prepare(options, installation, streams);
+    if (!looking) {
+        return failedWith(options, streams, looking.error());
+    }
+    Selection selection(options, *choices, *looking, streams);
+    if (!selection.run()) {
+        return InterruptedByUser;
+    }
+    if (const Outcome written = selection.finish(); !written) {
+        return failedWith(options, streams, written.error());
+    }
+    return selection.allDone() ? AllDone : SomeFailed;
+}
+
+} // namespace vantora::cli
