@@ -19,11 +19,11 @@ namespace vantora {
 
 /// How pictures are made.
 struct PictureSettings {
-    std::filesystem::path program;    ///< which is started with the argument "pictures"
-    std::filesystem::path library;    ///< the PDF library's file
-    std::size_t workers = 2;          ///< at most so many processes, at least 1
-    std::uint64_t memoryLimit = 0;    ///< bytes that each may use; 0 for no limit
-    std::chrono::seconds timeout{20}; ///< the longest that one answer may take; 0 for no limit
+    std::filesystem::path program;        ///< which is started with the argument "pictures"
+    std::filesystem::path library;        ///< the PDF library's file
+    std::size_t workers = 2;              ///< at most so many processes, at least 1
+    std::uint64_t memoryLimit = 1U << 30; ///< bytes that each may use; 0 for no limit
+    std::chrono::seconds timeout{20};     ///< the longest that one answer may take; 0 for no limit
     std::function<std::chrono::steady_clock::time_point()> now =
         std::chrono::steady_clock::now; ///< the time that the limit goes by
 };

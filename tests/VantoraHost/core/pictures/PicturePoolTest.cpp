@@ -290,6 +290,19 @@ TEST_F(Pictures, GoOnAfterAPageThatIsNotThere)
                 testing::ElementsAre(StartsWith("page: "), "155 x 200"));
 }
 
+#ifndef __SANITIZE_ADDRESS__ // which reserves terabytes, so that nothing is limited there
+TEST_F(Pictures, MayTakeAsMuchMemoryAsIsAllowedAndNoMore)
+{
+    PictureSettings small = settings(BUILT_PROGRAM);
+    small.memoryLimit = 32'000'000;
+    PicturePool pool(small);
+    pool.open(1, scratch.write("in.pdf", support::documentOfPages(2)), {});
+    const PictureWish large = {1, PictureTask{1, largestPicture, 0}};
+    EXPECT_THAT(textsOf(answers(pool, {picture(1, 1), large, picture(1, 2)})),
+                testing::ElementsAre("155 x 200", StartsWith("page: "), "155 x 200"));
+}
+#endif
+
 TEST_F(Pictures, ComeFromProcessesThatMayDoNothingElse)
 {
     PicturePool pool(settings(BUILT_PROGRAM));
