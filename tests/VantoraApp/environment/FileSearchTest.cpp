@@ -89,6 +89,18 @@ INSTANTIATE_TEST_SUITE_P(
         SearchRow{"a_folder_with_the_suffix", {"d.pdf/x.txt"}, {"pdf"}, true, {}}),
     [](const auto& info) { return std::string(info.param.sentence); });
 
+TEST_F(FileSearch, HandsOverWhatItFindsUntilNobodyWantsMore)
+{
+    create({"a/1.pdf", "b/2.pdf", "c/3.pdf"});
+    QStringList names;
+    QStringList unreadable;
+    CActionUtils::SearchFilesInDir(root(), {"pdf"}, true, unreadable, [&](const QString& file) {
+        names << QFileInfo(file).fileName();
+        return names.size() < 2;
+    });
+    EXPECT_EQ(names, QStringList({"1.pdf", "2.pdf"}));
+}
+
 TEST_F(FileSearch, NeverFollowsLinks)
 {
     create({"real/a.pdf"});
