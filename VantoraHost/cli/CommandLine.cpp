@@ -4,6 +4,7 @@
 #include "VantoraHost/cli/arguments/ArgumentParsing.h"
 #include "VantoraHost/cli/configure/ConfigureArguments.h"
 #include "VantoraHost/cli/console/Streams.h"
+#include "VantoraHost/cli/desktop/DesktopArguments.h"
 #include "VantoraHost/cli/info/InfoArguments.h"
 #include "VantoraHost/cli/lists_favourites_settings/SavedArguments.h"
 #include "VantoraHost/cli/pages/PagesArguments.h"
@@ -28,6 +29,7 @@ constexpr char programExamples[] = R"(Examples:
   vantora pages --choose last:2 report.pdf
   vantora info short.pdf
   vantora configure "Delete Pages"
+  vantora desktop *.pdf
 
 `vantora COMMAND --help`, or `vantora help COMMAND`, explains a command.)";
 
@@ -42,7 +44,7 @@ public:
 
 std::string commandMistake(const std::vector<std::string>& arguments)
 {
-    const std::string which = "name what to do: run, pages, configure, info, undo, actions, "
+    const std::string which = "name what to do: run, pages, desktop, configure, info, undo, actions, "
                               "lists, favourites or settings";
     return arguments.empty() ? which : "\"" + arguments.front() + "\" is no command; " + which;
 }
@@ -51,6 +53,7 @@ std::string commandMistake(const std::vector<std::string>& arguments)
 struct AllArguments {
     RunArguments run;
     PagesArguments pages;
+    DesktopOptions desktop;
     InfoArguments info;
     UndoOptions undo;
     ActionsOptions actions;
@@ -62,6 +65,7 @@ void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
 {
     declareRun(program, all.run, arguments);
     declarePages(program, all.pages, arguments);
+    declareDesktop(program, all.desktop, arguments);
     declareConfigure(program, all.configure);
     declareInfo(program, all.info, arguments);
     declareUndo(program, all.undo, arguments);
@@ -90,6 +94,9 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
     }
     if (chosen == workerCommand || chosen == picturesCommand) {
         return Command(WorkerOptions{chosen == picturesCommand});
+    }
+    if (chosen == "desktop") {
+        return Command(all.desktop);
     }
     if (chosen == "configure") {
         return finished(all.configure);

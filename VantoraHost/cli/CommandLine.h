@@ -3,6 +3,7 @@
 #include "VantoraHost/cli/actions/ActionsCommand.h"
 #include "VantoraHost/cli/arguments/Ending.h"
 #include "VantoraHost/cli/configure/ConfigureCommand.h"
+#include "VantoraHost/cli/desktop/DesktopCommand.h"
 #include "VantoraHost/cli/info/InfoCommand.h"
 #include "VantoraHost/cli/lists_favourites_settings/SavedCommand.h"
 #include "VantoraHost/cli/pages/PagesCommand.h"
@@ -19,7 +20,7 @@ namespace vantora::cli {
 
 /// What a command line says to do: a command with its options.
 using Command = std::variant<RunOptions, WorkerOptions, PagesOptions, InfoOptions, UndoOptions,
-                             ActionsOptions, SavedOptions, ConfigureOptions>;
+                             ActionsOptions, SavedOptions, ConfigureOptions, DesktopOptions>;
 
 /// Whether these arguments are for a command that draws, and makes its own application for that.
 bool draws(const std::vector<std::string>& arguments);

@@ -3,6 +3,7 @@
 #include "VantoraHost/cli/CommandLine.h"
 #include "VantoraHost/cli/actions/ActionsCommand.h"
 #include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/cli/desktop/DesktopCommand.h"
 #include "VantoraHost/cli/info/InfoCommand.h"
 #include "VantoraHost/cli/pages/PagesCommand.h"
 #include "VantoraHost/cli/run/RunCommand.h"
@@ -52,6 +53,9 @@ int carryOut(const Command& command, const Installation& installation, const Gui
     }
     if (const auto* options = std::get_if<ActionsOptions>(&command)) {
         return listActions(*options, installation, streams);
+    }
+    if (const auto* options = std::get_if<DesktopOptions>(&command)) {
+        return openDesktop(*options, installation, streams);
     }
     return carryOutWith(guiPart(), command, installation, streams);
 }

@@ -10,6 +10,7 @@ struct Installation {
     std::filesystem::path library;                    ///< the PDF library's file
     std::vector<std::filesystem::path> actionFolders; ///< searched in this order
     std::filesystem::path guiPart;                    ///< the program's own module for windows
+    std::filesystem::path desktop;                    ///< the program with the window
     std::filesystem::path program = "/proc/self/exe"; ///< for workers: this one, also when its file
                                                       ///< has been replaced since
 };

@@ -16,7 +16,7 @@ _vantora()
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case "$command:$word" in
-        :run | :pages | :configure | :info | :undo | :actions | :lists | :favourites | :settings)
+        :run | :pages | :desktop | :configure | :info | :undo | :actions | :lists | :favourites | :settings)
             command="$word"
             ;;
         lists:show | lists:add | lists:change | lists:remove | \
@@ -80,6 +80,9 @@ _vantora()
     "pages ")
         words="--choose --keep --except --sheet --report --overwrite --recursive --files-from --null --password-file --jobs --timeout --memory-limit --json --help -r -0 -j -h"
         ;;
+    "desktop ")
+        words="--help -h"
+        ;;
     "configure ")
         words="--set --hide-add-to-action-list --inside --help -h"
         ;;
@@ -120,7 +123,7 @@ _vantora()
         words="--help -h"
         ;;
     *)
-        words="run pages configure info undo actions lists favourites settings --help --version -h"
+        words="run pages desktop configure info undo actions lists favourites settings --help --version -h"
         ;;
     esac
 
@@ -136,7 +139,7 @@ _vantora()
     elif [[ "$command" == undo ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
-    elif [[ "$command" == run || "$command" == pages || "$command" == info ]]; then
+    elif [[ "$command" == run || "$command" == pages || "$command" == desktop || "$command" == info ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(
             compgen -d -- "$current"

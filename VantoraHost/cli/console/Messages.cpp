@@ -75,8 +75,6 @@ std::string remedy(Reason reason)
         return "vantora favourites shows what there is";
     case Reason::SavedStepsUnusable:
         return "save it anew from the action's options dialog (vantora configure)";
-    case Reason::DisplayMissing:
-        return "run it in a desktop session, with DISPLAY or WAYLAND_DISPLAY set";
     case Reason::BadChoice:
         return "vantora run --help shows examples";
     case Reason::BadRanges:

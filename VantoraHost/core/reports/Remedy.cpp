@@ -27,6 +27,8 @@ std::string commonRemedy(Reason reason)
     case Reason::ActionUnusable:
     case Reason::LibraryMissing:
         return "the installation is incomplete; install it again";
+    case Reason::DisplayMissing:
+        return "run it in a desktop session, with DISPLAY or WAYLAND_DISPLAY set";
     case Reason::BadPageRange:
         return "a valid one is 1,4-6,9-15,21";
     case Reason::NotReached:

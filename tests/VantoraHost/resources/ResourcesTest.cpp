@@ -53,7 +53,7 @@ bool isCompiled(const QString& name)
     if (name.startsWith(":/"))
         return QFile::exists(name);
     return QFile::exists(root + name) || QFile::exists(root + "Tools/" + name) ||
-           QFile::exists(root + "HelpFiles/" + name);
+           QFile::exists(root + "HelpFiles/" + name) || QFile::exists(root + "Desktop/" + name);
 }
 
 TEST(Resources, HoldEveryImageAndPageThatTheSourcesName)

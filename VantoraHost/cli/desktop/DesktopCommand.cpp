@@ -1,0 +1,28 @@
+#include "VantoraHost/cli/desktop/DesktopCommand.h"
+
+#include "VantoraHost/cli/console/Messages.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace vantora::cli {
+
+int openDesktop(const DesktopOptions& options, const Installation& installation,
+                const Streams& streams)
+{
+    std::string program = installation.desktop.string();
+    std::string endOfOptions = "--";
+    std::vector<std::string> files = options.files;
+    std::vector<char*> arguments = {program.data(), endOfOptions.data()};
+    for (std::string& file : files) {
+        arguments.push_back(file.data());
+    }
+    arguments.push_back(nullptr);
+    ::execv(program.c_str(), arguments.data());
+    printError(streams, {Reason::LibraryMissing, program,
+                         "the program with the window can't be started: " + systemMessage(errno)});
+    return SomeFailed;
+}
+
+} // namespace vantora::cli

@@ -1,0 +1,43 @@
+#include "VantoraHost/desktop/DesktopArguments.h"
+
+namespace vantora::desktop {
+
+namespace {
+
+constexpr char help[] = R"(Opens a window to remove pages from many PDF documents.
+
+vantora-desktop [FILE...]
+
+  FILE         PDF files, and folders whose PDF files are added with those of
+               their subfolders
+  --help       print this
+  --version    print the version
+
+`vantora desktop FILE...` is the same; `vantora --help` shows what a terminal can do.
+)";
+
+} // namespace
+
+DesktopArguments readArguments(const QStringList& arguments)
+{
+    DesktopArguments read;
+    bool onlyFiles = false;
+    for (const QString& argument : arguments) {
+        if (onlyFiles || !argument.startsWith('-')) {
+            read.files << argument;
+        } else if (argument == "--") {
+            onlyFiles = true;
+        } else if (argument == "--help" || argument == "-h") {
+            read.printed = QString::fromLatin1(help);
+        } else if (argument == "--version") {
+            read.printed = QStringLiteral("vantora-desktop " VANTORA_VERSION "\n");
+        } else {
+            read.mistake = QStringLiteral("there is no option %1; --help shows what there is; a "
+                                          "file of such a name goes behind --")
+                               .arg(argument);
+        }
+    }
+    return read;
+}
+
+} // namespace vantora::desktop

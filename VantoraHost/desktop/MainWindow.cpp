@@ -1,0 +1,406 @@
+#include "VantoraHost/desktop/MainWindow.h"
+
+#include "VantoraApp/environment/ProductTitle.h"
+#include "VantoraHost/desktop/EmptyPage.h"
+#include "VantoraHost/desktop/documents/DocumentsPane.h"
+#include "VantoraHost/desktop/help/AboutWindow.h"
+#include "VantoraHost/desktop/help/HelpPane.h"
+#include "VantoraHost/desktop/pages/PagesPane.h"
+#include "VantoraHost/desktop/run/ResultsPane.h"
+#include "VantoraHost/desktop/run/RunBar.h"
+#include "VantoraHost/desktop/sequence/SequencePane.h"
+
+#include <QtCore/QFileInfo>
+#include <QtCore/QMimeData>
+#include <QtCore/QUrl>
+#include <QtGui/QClipboard>
+#include <QtGui/QDesktopServices>
+#include <QtGui/QDragEnterEvent>
+#include <QtGui/QScreen>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QMenuBar>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QStackedWidget>
+#include <QtWidgets/QStatusBar>
+#include <QtWidgets/QToolBar>
+#include <QtWidgets/QVBoxLayout>
+
+#include <memory>
+
+namespace vantora::desktop {
+
+namespace {
+
+QStringList filesIn(const QMimeData* data)
+{
+    QStringList files;
+    for (const QUrl& url : data->urls()) {
+        if (url.isLocalFile()) {
+            files << url.toLocalFile();
+        }
+    }
+    return files;
+}
+
+// The review of thousands of documents isn't put together anew for each that is read; in
+// milliseconds.
+constexpr int reviewDelay = 200;
+
+ShownDocument shownOf(const Document& document)
+{
+    return {document.id, shownPath(document.input.path), nameOf(document),
+            QString::fromStdString(document.password), document.version};
+}
+
+PictureSettings picturesFor(const Installation& installation)
+{
+    PictureSettings settings;
+    settings.program = installation.program;
+    settings.library = installation.library;
+    return settings;
+}
+
+} // namespace
+
+MainWindow::MainWindow(const Installation& installation)
+    : workbench_(installation), pictures_(picturesFor(installation)), actions_(workbench_.undo),
+      documents_(new DocumentsPane(workbench_.list, workbench_.documents)),
+      pages_(new PagesPane(workbench_.marks, workbench_.undo, pictures_)),
+      sequence_(new SequencePane({workbench_.steps, workbench_.undo, workbench_.actions,
+                                  [this] { return workbench_.marks.forAll().text; }},
+                                 *pages_)),
+      help_(new HelpPane), runBar_(new RunBar(actions_.run)),
+      results_(new ResultsPane(workbench_.results))
+{
+    setObjectName("VantoraClass");
+    setWindowTitle(ProductTitle());
+    setWindowIcon(QIcon(":/Vantora/Resources/Icons/App_icon_256x256.png"));
+    setAcceptDrops(true);
+    layOut();
+    makeMenus();
+    connectCommands();
+    connectRuns();
+    restore();
+    showOutlook();
+}
+
+// The panes go before what they show.
+MainWindow::~MainWindow()
+{
+    const std::unique_ptr<QWidget> panes(takeCentralWidget());
+}
+
+QWidget* MainWindow::titled(const QString& title, QWidget* pane)
+{
+    auto* area = new QWidget;
+    auto* layout = new QVBoxLayout(area);
+    auto* heading = new QLabel(title);
+    QFont strong = heading->font();
+    strong.setBold(true);
+    heading->setFont(strong);
+    layout->addWidget(heading);
+    layout->addWidget(pane, 1);
+    return area;
+}
+
+void MainWindow::layOut()
+{
+    panes_ = new QSplitter(Qt::Horizontal);
+    panes_->setChildrenCollapsible(false);
+    panes_->addWidget(titled(tr("Documents"), documents_));
+    panes_->addWidget(titled(tr("Pages"), pages_));
+    pages_->layout()->setContentsMargins(0, 0, 0, 0); // those beside it have theirs here, too
+    auto* steps = new QSplitter(Qt::Vertical);
+    steps->setChildrenCollapsible(false);
+    steps->addWidget(sequence_);
+    steps->addWidget(help_);
+    panes_->addWidget(titled(tr("Steps"), steps));
+    const int letter = fontMetrics().averageCharWidth();
+    panes_->setSizes({68 * letter, 80 * letter, 34 * letter});
+    panes_->setStretchFactor(1, 1);
+    help_->hide();
+
+    upAndDown_ = new QSplitter(Qt::Vertical);
+    upAndDown_->setChildrenCollapsible(false);
+    upAndDown_->addWidget(panes_);
+    upAndDown_->addWidget(titled(tr("Results"), results_));
+    upAndDown_->setStretchFactor(0, 1);
+    upAndDown_->widget(1)->hide();
+
+    note_ = new QLabel;
+    note_->setWordWrap(true);
+    note_->setContentsMargins(12, 6, 12, 6);
+    note_->hide();
+    closing_ = new QFrame;
+    closing_->setFrameShape(QFrame::StyledPanel);
+    auto* question = new QHBoxLayout(closing_);
+    question->addWidget(new QLabel(tr("A run is going on.")), 1);
+    auto* stop = new QPushButton(tr("Stop It and &Close"));
+    auto* goOn = new QPushButton(tr("Go &On"));
+    question->addWidget(stop);
+    question->addWidget(goOn);
+    connect(stop, &QPushButton::clicked, this, [this] {
+        closesAnyway_ = true;
+        workbench_.runs.cancel();
+    });
+    connect(goOn, &QPushButton::clicked, closing_, &QWidget::hide);
+    closing_->hide();
+
+    auto* work = new QWidget;
+    auto* layout = new QVBoxLayout(work);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(upAndDown_, 1);
+    layout->addWidget(note_);
+    layout->addWidget(closing_);
+    auto* line = new QFrame;
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
+    layout->addWidget(line);
+    layout->addWidget(runBar_);
+
+    stack_ = new QStackedWidget;
+    stack_->addWidget(new EmptyPage(actions_.addFiles, actions_.addFolder));
+    stack_->addWidget(work);
+    setCentralWidget(stack_);
+    const QSize wanted(190 * letter, 46 * fontMetrics().height());
+    resize(wanted.boundedTo(screen()->availableSize()));
+}
+
+void MainWindow::makeMenus()
+{
+    const auto add = [](QMenu* menu, const QList<QAction*>& actions) {
+        for (QAction* action : actions) {
+            action == nullptr ? menu->addSeparator() : (menu->addAction(action), nullptr);
+        }
+    };
+    add(menuBar()->addMenu(tr("&File")), {&actions_.addFiles, &actions_.addFolder, &actions_.paste,
+                                          nullptr, &actions_.run, nullptr, &actions_.quit});
+    add(menuBar()->addMenu(tr("&Edit")),
+        {actions_.undo, actions_.redo, nullptr, &actions_.removeDocuments, &actions_.readAgain,
+         &actions_.showInFolder});
+    add(menuBar()->addMenu(tr("&Mark")), pages_->markActions());
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    add(view, {&actions_.showDocuments, &actions_.showPages, &actions_.showSequence, nullptr});
+    add(view, pages_->viewActions());
+    add(menuBar()->addMenu(tr("&Help")), {&actions_.showHelp, nullptr, &actions_.about});
+    documents_->setCommands(actions_.forDocuments());
+
+    QToolBar* bar = addToolBar(tr("Tools"));
+    bar->setObjectName("tools");
+    bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    bar->addActions({&actions_.addFiles, &actions_.addFolder});
+    bar->addSeparator();
+    bar->addActions({actions_.undo, actions_.redo});
+}
+
+void MainWindow::connectCommands()
+{
+    connect(&actions_.addFiles, &QAction::triggered, this, [this] { chooseFiles(false); });
+    connect(&actions_.addFolder, &QAction::triggered, this, [this] { chooseFiles(true); });
+    connect(&actions_.paste, &QAction::triggered, this, &MainWindow::pasteFiles);
+    connect(&actions_.removeDocuments, &QAction::triggered, this,
+            [this] { workbench_.documents.remove(documents_->selected()); });
+    connect(&actions_.readAgain, &QAction::triggered, this, [this] {
+        const QSet<DocumentId> ids = documents_->selected();
+        workbench_.documents.readAgain({ids.begin(), ids.end()});
+    });
+    connect(&actions_.showInFolder, &QAction::triggered, this, [this] {
+        const auto id = documents_->current();
+        if (const Document* document = id ? workbench_.list.find(*id) : nullptr) {
+            QDesktopServices::openUrl(
+                QUrl::fromLocalFile(QFileInfo(shownPath(document->input.path)).absolutePath()));
+        }
+    });
+    connect(&actions_.quit, &QAction::triggered, this, &QWidget::close);
+    connect(&actions_.about, &QAction::triggered, this, [this] { showAbout(*this); });
+    const std::pair<QAction*, int> panes[] = {
+        {&actions_.showDocuments, 0}, {&actions_.showPages, 1}, {&actions_.showSequence, 2}};
+    for (const auto& [action, place] : panes) {
+        connect(action, &QAction::toggled, panes_->widget(place), &QWidget::setVisible);
+    }
+    connect(&actions_.showHelp, &QAction::toggled, help_, &QWidget::setVisible);
+    connect(sequence_, &SequencePane::helpAsked, help_, &HelpPane::showPage);
+    sequence_->askForHelp();
+    connect(sequence_, &SequencePane::rangeAsked, &workbench_, &Workbench::markForAll);
+    connect(documents_, &DocumentsPane::currentChanged, this, &MainWindow::showCurrentDocument);
+    connect(&workbench_.list, &DocumentList::changed, this, [this] {
+        stack_->setCurrentIndex(workbench_.list.rowCount() > 0 ? 1 : 0);
+        if (!reviewTimer_.isActive()) {
+            reviewTimer_.start();
+        }
+    });
+    reviewTimer_.setSingleShot(true);
+    reviewTimer_.setInterval(reviewDelay);
+    connect(&reviewTimer_, &QTimer::timeout, this, &MainWindow::showReviewed);
+    connect(&workbench_, &Workbench::noted, this, &MainWindow::showNote);
+}
+
+void MainWindow::connectRuns()
+{
+    RunController& runs = workbench_.runs;
+    connect(&actions_.run, &QAction::triggered, this, [this] {
+        showNote({});
+        workbench_.runs.isRunning() ? workbench_.runs.cancel() : workbench_.startRun();
+    });
+    connect(runBar_, &RunBar::settingsChanged, this,
+            [this] { workbench_.setSettings(runBar_->settings()); });
+    connect(&workbench_, &Workbench::outlookChanged, this, &MainWindow::showOutlook);
+    connect(&runs, &RunController::started, this, [this](std::size_t documents) {
+        inRun_ = documents;
+        actions_.setRunning(true);
+        actions_.run.setEnabled(true);
+        runBar_->setRunning(true);
+        runBar_->showProgress(workbench_.runs.progress());
+    });
+    connect(&runs, &RunController::progressed, this,
+            [this] { runBar_->showProgress(workbench_.runs.progress()); });
+    connect(&runs, &RunController::finished, this, &MainWindow::endRun);
+    connect(results_, &ResultsPane::retryAsked, &workbench_, &Workbench::goOn);
+    connect(results_, &ResultsPane::restAsked, &workbench_, &Workbench::goOn);
+    connect(results_, &ResultsPane::closeAsked, this, [this] { upAndDown_->widget(1)->hide(); });
+    connect(results_, &ResultsPane::commandAsked, this,
+            [this] { QApplication::clipboard()->setText(workbench_.commands()); });
+}
+
+void MainWindow::open(const QStringList& paths)
+{
+    if (!paths.isEmpty()) {
+        workbench_.documents.add(paths);
+    }
+}
+
+void MainWindow::chooseFiles(bool folders)
+{
+    auto* dialog = new QFileDialog(this, folders ? tr("Add a Folder") : tr("Add Files"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    if (folders) {
+        dialog->setFileMode(QFileDialog::Directory);
+        dialog->setOption(QFileDialog::ShowDirsOnly);
+    } else {
+        dialog->setFileMode(QFileDialog::ExistingFiles);
+        dialog->setNameFilters({tr("PDF files (*.pdf *.PDF)"), tr("All files (*)")});
+    }
+    connect(dialog, &QFileDialog::filesSelected, this, &MainWindow::open);
+    dialog->show();
+}
+
+void MainWindow::pasteFiles()
+{
+    open(filesIn(QApplication::clipboard()->mimeData()));
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!filesIn(event->mimeData()).isEmpty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    open(filesIn(event->mimeData()));
+    event->setDropAction(Qt::CopyAction); // the files stay where they are
+    event->accept();
+}
+
+void MainWindow::showReviewed()
+{
+    std::vector<ShownDocument> reviewed;
+    for (const Document& document : workbench_.list.documents()) {
+        if (document.isUsable()) {
+            reviewed.push_back(shownOf(document));
+        }
+    }
+    pages_->setReviewed(std::move(reviewed));
+}
+
+void MainWindow::showCurrentDocument()
+{
+    const auto id = documents_->current();
+    const Document* document = id ? workbench_.list.find(*id) : nullptr;
+    const bool isUsable = document != nullptr && document->isUsable();
+    // Every document that is read is a change of the list.
+    const auto now =
+        isUsable ? std::pair(document->id, document->version) : std::pair(DocumentId{}, quint64{});
+    if (now != shown_) {
+        shown_ = now;
+        pages_->showDocument(isUsable ? std::optional(shownOf(*document)) : std::nullopt);
+    }
+}
+
+void MainWindow::showOutlook()
+{
+    const RunOutlook& outlook = workbench_.outlook();
+    runBar_->showOutlook(outlook);
+    if (!workbench_.runs.isRunning()) {
+        actions_.run.setEnabled(outlook.obstacle.isEmpty() && outlook.plan.documents > 0);
+    }
+}
+
+void MainWindow::endRun(bool cancelled, const QString& error)
+{
+    actions_.setRunning(false);
+    runBar_->setRunning(false);
+    upAndDown_->widget(1)->show();
+    results_->showSummary(workbench_.runs.summary(), inRun_, cancelled, error);
+    results_->focusList(); // the fields that had the keyboard were switched off meanwhile
+    closing_->hide();
+    QApplication::alert(this);
+    if (closesAnyway_) {
+        close();
+    }
+}
+
+void MainWindow::showNote(const QString& sentence)
+{
+    note_->setText(sentence);
+    note_->setVisible(!sentence.isEmpty());
+}
+
+void MainWindow::restore()
+{
+    const WindowState state;
+    restoreGeometry(state.bytes("geometry"));
+    panes_->restoreState(state.bytes("panes"));
+    upAndDown_->restoreState(state.bytes("results"));
+    documents_->restoreState(state.bytes("documents"));
+    pages_->restoreState(state.bytes("pages"));
+    actions_.showDocuments.setChecked(state.flag("documentsShown", true));
+    actions_.showPages.setChecked(state.flag("pagesShown", true));
+    actions_.showSequence.setChecked(state.flag("sequenceShown", true));
+    runBar_->setSettings(state.runSettings());
+    workbench_.setSettings(runBar_->settings());
+}
+
+void MainWindow::keep()
+{
+    WindowState state;
+    state.set("geometry", saveGeometry());
+    state.set("panes", panes_->saveState());
+    state.set("results", upAndDown_->saveState());
+    state.set("documents", documents_->saveState());
+    state.set("pages", pages_->saveState());
+    state.set("documentsShown", actions_.showDocuments.isChecked());
+    state.set("pagesShown", actions_.showPages.isChecked());
+    state.set("sequenceShown", actions_.showSequence.isChecked());
+    state.setRunSettings(runBar_->settings());
+    state.write();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (workbench_.runs.isRunning()) {
+        closing_->show();
+        event->ignore();
+        return;
+    }
+    keep();
+    event->accept();
+}
+
+} // namespace vantora::desktop

@@ -1,0 +1,220 @@
+#include "VantoraHost/desktop/Workbench.h"
+
+#include "VantoraHost/core/actions/DeletePagesOptions.h"
+#include "VantoraHost/desktop/pages/MarkCommand.h"
+#include "VantoraHost/desktop/run/RunRemedy.h"
+
+#include <algorithm>
+
+namespace vantora::desktop {
+
+namespace {
+
+// After the last keystroke, in milliseconds; what exists is looked up on the disk.
+constexpr int planDelay = 150;
+
+std::vector<DocumentId> idsOf(const std::vector<Document>& documents)
+{
+    std::vector<DocumentId> ids;
+    for (const Document& document : documents) {
+        ids.push_back(document.id);
+    }
+    return ids;
+}
+
+} // namespace
+
+Workbench::Workbench(const Installation& installation, QObject* parent)
+    : QObject(parent), documents(list, undo, installation.program),
+      actions(installedActions(installation.actionFolders)), runs(installation),
+      forecast_(steps, marks, installation.actionFolders)
+{
+    if (const InstalledAction* deletion = actionNamed(actions, deletepages::actionName)) {
+        steps.set({stepOf(*deletion)});
+    }
+    list.setForecast([this](const Document& document) { return forecast_.goingFrom(document); });
+    connect(&list, &DocumentList::changed, this, &Workbench::outdated);
+    connect(&marks, &Marks::changedForAll, this, [this] {
+        steps.setMarks(marks.forAll().text);
+        forgetRuns();
+    });
+    connect(&marks, &Marks::changedFor, this, [this](DocumentId id) {
+        documents.forgetRun({id});
+        list.forecastChanged(id);
+        outdated();
+    });
+    connect(&steps, &StepList::changed, this, [this] {
+        forecast_.forgetSteps();
+        forgetRuns();
+    });
+    connect(&runs, &RunController::documentsDone, this, &Workbench::takeResults);
+    connect(&runs, &RunController::finished, this, &Workbench::outdated);
+    planTimer_.setSingleShot(true);
+    planTimer_.setInterval(planDelay);
+    connect(&planTimer_, &QTimer::timeout, this, &Workbench::plan);
+    outdated();
+}
+
+Workbench::~Workbench()
+{
+    undo.clear(); // its commands speak of the list
+    disconnect(&list, nullptr, this, nullptr);
+}
+
+void Workbench::setSettings(const RunSettings& settings)
+{
+    settings_ = settings;
+    forgetRuns();
+}
+
+void Workbench::markForAll(const QString& range)
+{
+    undo.push(new MarkCommand(marks, std::nullopt, Marks::ofText(range, marks.forAll()),
+                              tr("marking %1").arg(range)));
+}
+
+void Workbench::forgetRuns()
+{
+    documents.forgetRun(idsOf(list.documents()));
+    list.forecastChanged();
+    outdated();
+}
+
+void Workbench::outdated()
+{
+    planTimer_.start();
+}
+
+QString Workbench::obstacle() const
+{
+    const auto& all = list.documents();
+    const bool isReading = std::any_of(all.begin(), all.end(), [](const Document& document) {
+        return document.state == DocumentState::Reading;
+    });
+    if (all.empty()) {
+        return tr("Add the documents that pages are to go from.");
+    }
+    if (isReading) {
+        return tr("The documents are being read.");
+    }
+    if (marks.forAll().fault) {
+        return tr("The page range “%1” %2.", "a range and what is wrong with it")
+            .arg(marks.forAll().text, *marks.forAll().fault);
+    }
+    if (steps.requests(QStringLiteral("1")).empty()) {
+        return tr("No step is switched on; add what is to be done on the right.");
+    }
+    return {};
+}
+
+std::vector<RunDocument> Workbench::toRun() const
+{
+    std::vector<RunDocument> run;
+    for (const Document& document : list.documents()) {
+        if (document.isUsable() && !document.isDone) {
+            run.push_back({document.id, document.input, forecast_.goingFrom(document).value_or(0),
+                           forecast_.stepsFor(document.id)});
+        }
+    }
+    return run;
+}
+
+void Workbench::plan()
+{
+    if (runs.isRunning()) {
+        return;
+    }
+    RunOutlook outlook;
+    outlook.obstacle = obstacle();
+    for (const Document& document : list.documents()) {
+        outlook.unreadable += document.isUsable() ? 0 : 1;
+        outlook.done += document.isDone ? 1 : 0;
+    }
+    std::vector<RunDocument> run =
+        outlook.obstacle.isEmpty() ? toRun() : std::vector<RunDocument>();
+    const bool nothingMarked =
+        !run.empty() && std::all_of(run.begin(), run.end(), [](const RunDocument& document) {
+            return document.steps.empty();
+        });
+    if (nothingMarked) {
+        outlook.obstacle = tr("Mark the pages that go: click them, or type their numbers.");
+        run.clear();
+    }
+    planning_.start([this, outlook, run = std::move(run),
+                     settings = settings_](const std::atomic<bool>&) mutable {
+        if (outlook.obstacle.isEmpty()) {
+            auto plan = planRun(run, settings);
+            if (plan) {
+                outlook.plan = std::move(*plan);
+            } else {
+                outlook.obstacle = tr("%1.", "a sentence").arg(explained(plan.error()));
+                outlook.obstacle[0] = outlook.obstacle[0].toUpper();
+            }
+        }
+        return [this, outlook = std::move(outlook)] {
+            outlook_ = outlook;
+            emit outlookChanged();
+            if (std::exchange(startsWhenPlanned_, false) && outlook_.plan.documents > 0) {
+                if (!keepsResults_) {
+                    results.clear();
+                }
+                commands_ = commandsOf(outlook_.plan, settings_);
+                runs.start(outlook_.plan, documents.passwords());
+            }
+        };
+    });
+}
+
+void Workbench::startRun()
+{
+    run(false);
+}
+
+void Workbench::goOn()
+{
+    documents.forgetRun(results.failed());
+    run(true);
+}
+
+void Workbench::run(bool keepsResults)
+{
+    if (runs.isRunning()) {
+        return;
+    }
+    const auto changed = documents.readChanged();
+    if (!changed.empty()) {
+        emit noted(tr("%n document(s) have changed on the disk and are read anew. Look at them, "
+                      "and run it then.",
+                      nullptr, static_cast<int>(changed.size())));
+        return;
+    }
+    startsWhenPlanned_ = true;
+    keepsResults_ = keepsResults;
+    planTimer_.stop();
+    plan();
+}
+
+void Workbench::takeResults(const std::vector<RunResult>& done)
+{
+    results.add(done);
+    QHash<DocumentId, const DocumentReport*> reports;
+    std::vector<DocumentId> ids;
+    std::vector<DocumentId> replaced;
+    for (const RunResult& result : done) {
+        reports.insert(result.id, &result.report);
+        ids.push_back(result.id);
+        if (!result.report.error && result.report.output == result.report.input) {
+            replaced.push_back(result.id);
+        }
+    }
+    list.update(ids, [&](Document& document) {
+        const DocumentReport& report = *reports.value(document.id);
+        document.isDone = !report.error;
+        document.error = report.error;
+        document.state = report.error ? DocumentState::Failed : DocumentState::Done;
+        return true;
+    });
+    documents.readAgain(replaced);
+}
+
+} // namespace vantora::desktop

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "VantoraHost/desktop/documents/DocumentsController.h"
+#include "VantoraHost/desktop/pages/Marks.h"
+#include "VantoraHost/desktop/run/Forecast.h"
+#include "VantoraHost/desktop/run/ResultList.h"
+#include "VantoraHost/desktop/run/RunController.h"
+#include "VantoraHost/desktop/run/RunOutlook.h"
+#include "VantoraHost/desktop/sequence/InstalledActions.h"
+
+#include <QtCore/QTimer>
+#include <QtWidgets/QUndoStack>
+
+#include <vector>
+
+namespace vantora::desktop {
+
+/// All that somebody works on, without a window: documents, marks, steps, and the runs over them.
+class Workbench : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Workbench(const Installation& installation, QObject* parent = nullptr);
+    ~Workbench() override;
+
+    QUndoStack undo;
+    DocumentList list;
+    DocumentsController documents;
+    Marks marks;
+    const std::vector<InstalledAction> actions;
+    StepList steps;
+    RunController runs;
+    ResultList results;
+
+    void setSettings(const RunSettings& settings);
+    const RunOutlook& outlook() const { return outlook_; }
+
+    /// Puts this range into the marks for all documents.
+    void markForAll(const QString& range);
+
+    /// Starts a run over all documents that aren't done, unless one of them has changed. Results of
+    /// before go.
+    void startRun();
+
+    /// Goes on with those that aren't done, or have failed: as startRun(), but results of before
+    /// stay.
+    void goOn();
+
+    /// The commands of a terminal that do what was run last.
+    QString commands() const { return commands_; }
+
+signals:
+    void outlookChanged();
+    /// Something that people are to know, as a sentence.
+    void noted(const QString& sentence);
+
+private:
+    void outdated();
+    void run(bool keepsResults);
+    void plan();
+    QString obstacle() const;
+    std::vector<RunDocument> toRun() const;
+    void takeResults(const std::vector<RunResult>& results);
+    void forgetRuns();
+
+    Forecast forecast_;
+    RunSettings settings_;
+    RunOutlook outlook_;
+    QString commands_;
+    QTimer planTimer_;
+    bool startsWhenPlanned_ = false;
+    bool keepsResults_ = false;
+    Background planning_; ///< the last: what it does uses the others
+};
+
+} // namespace vantora::desktop

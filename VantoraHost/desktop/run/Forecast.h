@@ -1,0 +1,40 @@
+#pragma once
+
+#include "VantoraHost/desktop/documents/Document.h"
+#include "VantoraHost/desktop/pages/Marks.h"
+#include "VantoraHost/desktop/sequence/StepList.h"
+
+#include <QtCore/QHash>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace vantora::desktop {
+
+/// What marks and steps together do to documents.
+class Forecast {
+public:
+    /// Both outlive the forecast.
+    Forecast(const StepList& steps, const Marks& marks,
+             std::vector<std::filesystem::path> actionFolders);
+    ~Forecast();
+
+    /// The steps for a document; none when it stays as it is.
+    std::vector<StepRequest> stepsFor(DocumentId id) const;
+
+    /// How many of its pages go; none when only an action itself knows.
+    std::optional<int> goingFrom(const Document& document) const;
+
+    /// The steps are others.
+    void forgetSteps() { sequences_.clear(); }
+
+private:
+    const StepList& steps_;
+    const Marks& marks_;
+    const std::vector<std::filesystem::path> actionFolders_;
+    mutable QHash<QString, std::shared_ptr<const Sequence>> sequences_; ///< by the marks' range
+};
+
+} // namespace vantora::desktop

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "VantoraHost/desktop/run/RunController.h"
+
+#include <QtCore/QAbstractTableModel>
+#include <QtCore/QSet>
+
+#include <vector>
+
+namespace vantora::desktop {
+
+/// What became of the documents of the last run, as a table.
+class ResultList : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    enum Column { Name, Outcome, Pages, Size, Output, Columns };
+    enum Role {
+        SortRole = Qt::UserRole, ///< what rows are sorted by; failures come first
+        OutputRole,              ///< the output's path; empty when there is none
+        IdRole,
+    };
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    void clear();
+
+    /// Adds results; one for a document that has one takes its place.
+    void add(const std::vector<RunResult>& results);
+
+    const std::vector<RunResult>& results() const { return results_; }
+    std::vector<DocumentId> failed() const;
+
+private:
+    QString display(const DocumentReport& report, int column) const;
+
+    std::vector<RunResult> results_;
+    QHash<DocumentId, int> rows_;
+};
+
+} // namespace vantora::desktop

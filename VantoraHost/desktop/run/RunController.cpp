@@ -1,0 +1,166 @@
+#include "VantoraHost/desktop/run/RunController.h"
+
+#include "VantoraHost/core/ShownText.h"
+#include "VantoraHost/core/actions/ActionCatalog.h"
+#include "VantoraHost/core/workers/Confinement.h"
+#include "VantoraHost/core/workers/SpreadRun.h"
+
+#include <algorithm>
+#include <mutex>
+#include <thread>
+#include <unordered_map>
+#include <utility>
+
+namespace vantora::desktop {
+
+namespace {
+
+// How often results are taken over, in milliseconds: often enough to look alive, seldom enough for
+// thousands of documents in a second.
+constexpr int interval = 100;
+
+} // namespace
+
+/// Takes results in the run's thread, for the window's.
+class RunFeed : public RunObserver {
+public:
+    explicit RunFeed(const RunPlan& plan)
+    {
+        for (const RunGroup& group : plan.groups) {
+            for (std::size_t i = 0; i < group.ids.size(); ++i) {
+                ids_.emplace(group.batch.inputs[i], group.ids[i]);
+            }
+        }
+    }
+
+    void outputsGetNames(const std::vector<DocumentReport>& /*reports*/) override {}
+
+    void documentArrived(const DocumentReport& report) override
+    {
+        const auto id = ids_.find(report.input);
+        const std::lock_guard lock(mutex_);
+        results_.push_back({id == ids_.end() ? 0 : id->second, report});
+    }
+
+    void documentInTurn(const DocumentReport& /*report*/) override {}
+    bool cancelled() const override { return cancelled_; }
+
+    void cancel() { cancelled_ = true; }
+
+    std::vector<RunResult> take()
+    {
+        const std::lock_guard lock(mutex_);
+        return std::exchange(results_, {});
+    }
+
+private:
+    std::unordered_map<std::string, DocumentId> ids_;
+    std::atomic<bool> cancelled_{false};
+    std::mutex mutex_;
+    std::vector<RunResult> results_;
+};
+
+namespace {
+
+WorkerSettings workersFor(const Installation& installation, const std::vector<StepRequest>& steps)
+{
+    WorkerSettings settings;
+    settings.program = installation.program;
+    settings.count = std::max(1U, std::thread::hardware_concurrency());
+    settings.timeout = std::chrono::seconds(longestForADocument);
+    settings.setup.library = installation.library;
+    settings.setup.actionFolders = installation.actionFolders;
+    settings.setup.steps = steps;
+    settings.setup.memoryLimit = memoryShare(settings.count);
+    return settings;
+}
+
+// Returns why it could not go on.
+std::optional<Error> runGroup(RunGroup& group, const Installation& installation, RunFeed& feed)
+{
+    auto sequence = Sequence::of(group.steps, ActionCatalog::of(installation.actionFolders));
+    if (!sequence) {
+        return sequence.error();
+    }
+    makeFolders(group.batch.inputs, group.batch.targets);
+    removeAbandonedFiles(group.batch.targets);
+    const auto result =
+        spreadRun(*sequence, group.batch, workersFor(installation, group.steps), feed);
+    return result ? result->ending : std::optional(result.error());
+}
+
+} // namespace
+
+RunController::RunController(Installation installation, QObject* parent)
+    : QObject(parent), installation_(std::move(installation))
+{
+    connect(&timer_, &QTimer::timeout, this, &RunController::takeResults);
+}
+
+RunController::~RunController()
+{
+    cancel();
+}
+
+void RunController::start(RunPlan plan, std::vector<std::string> passwords)
+{
+    feed_ = std::make_shared<RunFeed>(plan);
+    summary_ = {};
+    total_ = plan.documents;
+    elapsed_.start();
+    timer_.start(interval);
+    background_.start([this, feed = feed_, plan = std::make_shared<RunPlan>(std::move(plan)),
+                       passwords = std::move(passwords)](const std::atomic<bool>&) {
+        std::optional<Error> error;
+        for (RunGroup& group : plan->groups) {
+            if (error || feed->cancelled()) {
+                break;
+            }
+            group.batch.settings.passwords = passwords;
+            group.batch.settings.cancelled = [feed] { return feed->cancelled(); };
+            error = runGroup(group, installation_, *feed);
+        }
+        return [this, feed, error] {
+            takeResults();
+            timer_.stop();
+            emit finished(feed->cancelled() && summary_.finished() < total_,
+                          error ? QString::fromStdString(shown(error->sentence)) : QString());
+        };
+    });
+    emit started(total_);
+}
+
+void RunController::cancel()
+{
+    if (feed_) {
+        feed_->cancel();
+    }
+}
+
+void RunController::takeResults()
+{
+    const std::vector<RunResult> results = feed_->take();
+    for (const RunResult& result : results) {
+        summary_.add(result.report);
+    }
+    if (!results.empty()) {
+        emit documentsDone(results);
+    }
+    emit progressed();
+}
+
+RunProgress RunController::progress() const
+{
+    RunProgress progress;
+    progress.finished = summary_.finished();
+    progress.failed = summary_.failed();
+    progress.total = total_;
+    const double seconds = elapsed_.isValid() ? static_cast<double>(elapsed_.elapsed()) / 1000 : 0;
+    if (seconds >= 1 && progress.finished > 0) {
+        progress.rate = static_cast<double>(progress.finished) / seconds;
+        progress.left = static_cast<double>(progress.total - progress.finished) / progress.rate;
+    }
+    return progress;
+}
+
+} // namespace vantora::desktop

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "VantoraHost/core/actions/SavedSteps.h"
+#include "VantoraHost/desktop/sequence/InstalledActions.h"
+
+#include <QtWidgets/QWidget>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QMenu;
+class QUndoStack;
+
+namespace Ui {
+class SequencePane;
+}
+
+namespace vantora::desktop {
+
+/// What the pane of steps works with; all of it outlives the pane.
+struct SequenceParts {
+    StepList& list;
+    QUndoStack& undo;
+    const std::vector<InstalledAction>& actions;
+    std::function<QString()> range; ///< that of the marks for all documents
+};
+
+/// The steps of the run, where each is configured by its plug-in's own dialog.
+class SequencePane : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Dialogs are shown in `preview`.
+    SequencePane(SequenceParts parts, QWidget& preview, QWidget* parent = nullptr);
+    ~SequencePane() override;
+
+    /// Opens the options of the chosen step.
+    void configure();
+
+    /// Asks for the help of the chosen step's action.
+    void askForHelp();
+
+    /// Takes saved steps in the place of these.
+    void load(const SavedIn& saved);
+
+signals:
+    /// The range of the pages that go was changed in a dialog or came with saved steps.
+    void rangeAsked(const QString& range);
+    /// Another action is the chosen one; empty for none.
+    void helpAsked(const QString& title, const QString& page);
+
+private:
+    void change(ListedSteps steps, const QString& text);
+    int row() const;
+    void fillAddMenu(QMenu& menu);
+    void fillSavedMenu(QMenu& menu);
+    void addSaved(QMenu& menu, const std::vector<Result<SavedEntry>>& entries, SavedKind kind);
+    void moveBy(int distance);
+    void remove();
+    void beginSaving();
+    void save();
+    void follow();
+    void say(const QString& message);
+
+    const SequenceParts parts_;
+    QWidget& preview_;
+    const std::unique_ptr<Ui::SequencePane> form_;
+};
+
+} // namespace vantora::desktop

@@ -1,0 +1,141 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en_US">
+<context>
+    <name>DocumentCommands</name>
+    <message numerus="yes">
+        <source>removing %n document(s)</source>
+        <translation>
+            <numerusform>removing a document</numerusform>
+            <numerusform>removing %n documents</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>adding %n document(s)</source>
+        <translation>
+            <numerusform>adding a document</numerusform>
+            <numerusform>adding %n documents</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::DocumentsPane</name>
+    <message numerus="yes">
+        <source>Looking for documents: %n found</source>
+        <translation>
+            <numerusform>Looking for documents: %n found</numerusform>
+            <numerusform>Looking for documents: %n found</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Reading: %n document(s) left</source>
+        <translation>
+            <numerusform>Reading: %n document left</numerusform>
+            <numerusform>Reading: %n documents left</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::ResultsPane</name>
+    <message numerus="yes">
+        <source>%n document(s) done</source>
+        <translation>
+            <numerusform>%n document done</numerusform>
+            <numerusform>%n documents done</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n failed</source>
+        <translation>
+            <numerusform>%n failed</numerusform>
+            <numerusform>%n failed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n page(s) removed</source>
+        <translation>
+            <numerusform>%n page removed</numerusform>
+            <numerusform>%n pages removed</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::RunBar</name>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n failed</source>
+        <translation>
+            <numerusform>%n failed</numerusform>
+            <numerusform>%n failed</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>RunOutlook</name>
+    <message numerus="yes">
+        <source>%n page(s)</source>
+        <translation>
+            <numerusform>%n page</numerusform>
+            <numerusform>%n pages</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) that exist will be replaced.</source>
+        <translation>
+            <numerusform>%n file that exists will be replaced.</numerusform>
+            <numerusform>%n files that exist will be replaced.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s) without marked pages stay as they are.</source>
+        <translation>
+            <numerusform>%n document without marked pages stays as it is.</numerusform>
+            <numerusform>%n documents without marked pages stay as they are.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s) are done.</source>
+        <translation>
+            <numerusform>%n document is done.</numerusform>
+            <numerusform>%n documents are done.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s) that can&apos;t be read are left out.</source>
+        <translation>
+            <numerusform>%n document that can&apos;t be read is left out.</numerusform>
+            <numerusform>%n documents that can&apos;t be read are left out.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::Workbench</name>
+    <message numerus="yes">
+        <source>%n document(s) have changed on the disk and are read anew. Look at them, and run it then.</source>
+        <translation>
+            <numerusform>%n document has changed on the disk and is read anew. Look at it, and run it then.</numerusform>
+            <numerusform>%n documents have changed on the disk and are read anew. Look at them, and run it then.</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,345 @@
+#include "VantoraHost/desktop/MainWindow.h"
+#include "tests/support/Inspect.h"
+#include "tests/support/ModalDialogs.h"
+#include "tests/support/PdfBuilder.h"
+#include "tests/support/ScratchHome.h"
+
+#include <QtCore/QMimeData>
+#include <QtCore/QUrl>
+#include <QtGui/QDropEvent>
+#include <QtTest/QTest>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QPushButton>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <functional>
+
+namespace {
+
+using namespace vantora;
+using namespace vantora::desktop;
+using testing::HasSubstr;
+
+Installation installation()
+{
+    Installation found = installationOf(BUILT_PROGRAM, nullptr);
+    found.program = BUILT_PROGRAM;
+    return found;
+}
+
+/// A window of its own home, and a folder with documents.
+class Window : public testing::Test {
+protected:
+    Window()
+    {
+        std::filesystem::create_directory(scratch.path("in"));
+        std::filesystem::create_directory(scratch.path("out"));
+        open();
+    }
+
+    void open()
+    {
+        window.reset();
+        window = std::make_unique<MainWindow>(installation());
+        window->show();
+        part<QLineEdit>("folderEdit").setText(QString::fromStdString(scratch.path("out")));
+    }
+
+    QString write(const std::string& name, const std::string& bytes) const
+    {
+        return QString::fromStdString(scratch.write("in/" + name, bytes));
+    }
+
+    template <class Part>
+    Part& part(const char* name)
+    {
+        return *window->findChild<Part*>(name);
+    }
+
+    std::string shownIn(const char* label) { return part<QLabel>(label).text().toStdString(); }
+
+    void press(const char* button) { QTest::mouseClick(&part<QWidget>(button), Qt::LeftButton); }
+
+    void choose(const char* combo, int index) { part<QComboBox>(combo).setCurrentIndex(index); }
+
+    static void wait(const std::function<bool()>& until)
+    {
+        ASSERT_TRUE(QTest::qWaitFor(until, longestWait));
+    }
+
+    Workbench& bench() { return window->workbench(); }
+
+    DocumentState stateOf(int row)
+    {
+        return bench().list.documents().at(static_cast<std::size_t>(row)).state;
+    }
+
+    void add(const QStringList& files)
+    {
+        const int before = bench().list.rowCount();
+        window->open(files);
+        wait([&] {
+            const auto& all = bench().list.documents();
+            return all.size() >= static_cast<std::size_t>(before + files.size()) &&
+                   std::none_of(all.begin(), all.end(), [](const Document& document) {
+                       return document.state == DocumentState::Reading;
+                   });
+        });
+    }
+
+    /// Waits until it is said what a run would do, and that is `text`.
+    void waitForPlan(const std::string& text)
+    {
+        wait([&] { return shownIn("planLabel").find(text) != std::string::npos; });
+    }
+
+    void waitForRun()
+    {
+        bool over = false;
+        const auto connection =
+            QObject::connect(&bench().runs, &RunController::finished, [&over] { over = true; });
+        press("runButton");
+        wait([&] { return over; });
+        QObject::disconnect(connection);
+    }
+
+    int pagesOf(const std::string& name) const
+    {
+        const std::string path = scratch.path(name);
+        EXPECT_EQ(support::problems(support::readFile(path)), "") << path;
+        return static_cast<int>(support::pageTexts(support::readFile(path)).size());
+    }
+
+    ScratchHome home;
+    support::ScratchFolder scratch;
+    std::unique_ptr<MainWindow> window;
+};
+
+TEST_F(Window, HasTheNamesThatActionsLookForAndSaysWhatToDo)
+{
+    EXPECT_EQ(window->objectName(), "VantoraClass");
+    EXPECT_EQ(window->windowTitle(), "Sorrelin");
+    EXPECT_NE(window->findChild<QWidget*>("VantoraPreviewClass"), nullptr);
+    EXPECT_TRUE(part<QLabel>("titleLabel").isVisible());
+    EXPECT_FALSE(part<QWidget>("runButton").isEnabled());
+}
+
+TEST_F(Window, RemovesTwoPagesFromTwentyDocumentsThatAreDroppedOnIt)
+{
+    QMimeData dropped;
+    QList<QUrl> urls;
+    for (int i = 1; i <= 20; ++i) {
+        urls << QUrl::fromLocalFile(
+            write("scan " + std::to_string(i) + ".pdf", support::documentOfPages(i == 20 ? 3 : 6)));
+    }
+    dropped.setUrls(urls);
+    QDropEvent drop({10, 10}, Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    static_cast<QObject&>(*window).event(&drop); // as if it had been dragged there
+    EXPECT_TRUE(drop.isAccepted());
+    waitForPlan("Mark the pages");
+    bench().markForAll("2,5");
+    waitForPlan("39 ");
+    waitForRun();
+    EXPECT_THAT(shownIn("summaryLabel"), HasSubstr("39 "));
+    EXPECT_EQ(pagesOf("out/scan 1.pdf"), 4);
+    EXPECT_EQ(pagesOf("out/scan 20.pdf"), 2);
+    EXPECT_EQ(pagesOf("in/scan 1.pdf"), 6);
+    EXPECT_EQ(stateOf(0), DocumentState::Done);
+    waitForPlan("are done");
+    EXPECT_FALSE(part<QWidget>("runButton").isEnabled()) << "all is done, until something changes";
+    bench().markForAll("3");
+    waitForPlan("exists already");
+}
+
+TEST_F(Window, GoesOnWithWhatAStoppedRunHasLeft)
+{
+    QStringList files;
+    for (int i = 1; i <= 12; ++i) {
+        files << write(std::to_string(i) + ".pdf", support::documentOfPages(3));
+    }
+    add(files);
+    bench().markForAll("1");
+    waitForPlan("12 ");
+    const auto stop =
+        QObject::connect(&bench().runs, &RunController::started, [&] { bench().runs.cancel(); });
+    waitForRun();
+    QObject::disconnect(stop);
+    // However many were done by then, those are whole, and the others are not begun.
+    for (const auto& output : std::filesystem::directory_iterator(scratch.path("out"))) {
+        EXPECT_EQ(pagesOf("out/" + output.path().filename().string()), 2);
+    }
+    if (bench().runs.summary().finished() < 12) {
+        EXPECT_THAT(shownIn("summaryLabel"), HasSubstr("Stopped"));
+        waitForPlan(" will go from");
+        waitForRun();
+    }
+    for (int row = 0; row < 12; ++row) {
+        EXPECT_EQ(stateOf(row), DocumentState::Done);
+    }
+}
+
+TEST_F(Window, AsksForThePasswordOnceAndTriesItOnTheOtherLockedDocuments)
+{
+    const std::string locked =
+        support::rewritten(support::documentOfPages(3), "--encrypt secret owner 256 --");
+    add({write("a.pdf", locked), write("b.pdf", locked)});
+    EXPECT_EQ(stateOf(0), DocumentState::Locked);
+    ASSERT_TRUE(part<QWidget>("passwordRow").isVisible());
+    part<QLineEdit>("passwordEdit").setText("wrong");
+    press("passwordButton");
+    wait([&] { return shownIn("passwordLabel").find("does not open") != std::string::npos; });
+    part<QLineEdit>("passwordEdit").setText("secret");
+    press("passwordButton");
+    wait([&] { return stateOf(0) == DocumentState::Ready && stateOf(1) == DocumentState::Ready; });
+    EXPECT_FALSE(part<QWidget>("passwordRow").isVisible());
+    window->close();
+    for (const auto& file :
+         std::filesystem::recursive_directory_iterator(home.data().toStdString())) {
+        if (file.is_regular_file()) {
+            EXPECT_THAT(support::readFile(file.path()), testing::Not(HasSubstr("secret")));
+        }
+    }
+}
+
+TEST_F(Window, ShowsWhyADocumentCannotBeReadAndLeavesItOut)
+{
+    add({write("broken.pdf", "no PDF at all"), write("good.pdf", support::documentOfPages(2)),
+         QString::fromStdString(scratch.path("in/missing.pdf"))});
+    EXPECT_EQ(stateOf(0), DocumentState::Damaged);
+    EXPECT_EQ(stateOf(2), DocumentState::Damaged);
+    EXPECT_THAT(bench().list.index(2, DocumentList::State).data().toString().toStdString(),
+                HasSubstr("no such file"));
+    bench().markForAll("1");
+    waitForPlan("are left out");
+    waitForRun();
+    EXPECT_EQ(pagesOf("out/good.pdf"), 1);
+}
+
+TEST_F(Window, ReadsADocumentAnewThatHasChangedAndNeverRunsItAsItWas)
+{
+    add({write("a.pdf", support::documentOfPages(3))});
+    bench().markForAll("1");
+    waitForPlan("1 ");
+    write("a.pdf", support::documentOfPages(7));
+    press("runButton");
+    EXPECT_FALSE(bench().runs.isRunning());
+    wait([&] { return bench().list.documents()[0].pages == 7; });
+}
+
+TEST_F(Window, SaysWhatToDoAboutAFailureAndRetriesIt)
+{
+    add({write("short.pdf", support::documentOfPages(2)),
+         write("long.pdf", support::documentOfPages(4))});
+    bench().markForAll("1-2");
+    choose("placeCombo", 2); // in place
+    waitForPlan("4 ");
+    waitForRun();
+    EXPECT_EQ(stateOf(0), DocumentState::Failed) << "no page would be left of it";
+    EXPECT_EQ(bench().results.failed().size(), 1U);
+    wait([&] { return stateOf(1) == DocumentState::Done; });
+    EXPECT_EQ(bench().list.documents()[1].pages, 2) << "the replaced file is shown as it is";
+    EXPECT_TRUE(QFile::exists(QString::fromStdString(scratch.path("in/long.pdf.bak"))));
+    bench().undo.undo(); // nothing is marked any more
+    bench().markForAll("2");
+    EXPECT_EQ(stateOf(1), DocumentState::Ready) << "other pages are another run";
+    ASSERT_TRUE(part<QWidget>("retryButton").isVisible());
+    bool over = false;
+    QObject::connect(&bench().runs, &RunController::finished, [&over] { over = true; });
+    press("retryButton");
+    wait([&] { return over; });
+    EXPECT_EQ(pagesOf("in/short.pdf"), 1);
+}
+
+TEST_F(Window, UndoesWhatWasDoneToTheListTheMarksAndTheSteps)
+{
+    add({write("a.pdf", support::documentOfPages(3)), write("b.pdf", support::documentOfPages(3))});
+    bench().documents.remove({bench().list.documents()[0].id});
+    bench().markForAll("2");
+    part<QWidget>("removeButton").setFocus();
+    press("removeButton");
+    EXPECT_EQ(bench().steps.rowCount(), 0);
+    waitForPlan("No step is switched on");
+    bench().undo.undo();
+    EXPECT_EQ(bench().steps.rowCount(), 1);
+    bench().undo.undo();
+    EXPECT_EQ(bench().marks.forAll().text, "");
+    bench().undo.undo();
+    EXPECT_EQ(bench().list.rowCount(), 2);
+    EXPECT_EQ(bench().list.index(0, 0).data().toString(), "a.pdf");
+    bench().undo.undo();
+    EXPECT_EQ(bench().list.rowCount(), 0);
+    bench().undo.redo();
+    EXPECT_EQ(bench().list.rowCount(), 2);
+}
+
+TEST_F(Window, OpensThePlugInsOwnDialogWhosePagesBecomeTheMarks)
+{
+    add({write("a.pdf", support::documentOfPages(3))});
+    bench().markForAll("1");
+    {
+        const OnModal<QDialog> configure("DeletePagesPrefsDialog", [](QDialog& dialog) {
+            auto* edit = dialog.findChild<QPlainTextEdit*>("byPageRangeTextEdit");
+            EXPECT_EQ(edit->toPlainText(), "1");
+            edit->setPlainText("2-3");
+            QTest::mouseClick(dialog.findChild<QWidget*>("okButton"), Qt::LeftButton);
+        });
+        press("configureButton");
+    }
+    EXPECT_EQ(bench().marks.forAll().text, "2-3");
+    bench().undo.undo();
+    EXPECT_EQ(bench().marks.forAll().text, "1");
+}
+
+TEST_F(Window, FindsTheDocumentsInFoldersAndMirrorsTheirSubfolders)
+{
+    std::filesystem::create_directories(scratch.path("in/2026/may"));
+    write("a.pdf", support::documentOfPages(3));
+    write("2026/may/b.pdf", support::documentOfPages(3));
+    window->open({QString::fromStdString(scratch.path("in"))});
+    bench().markForAll("1");
+    waitForPlan("2 ");
+    waitForRun();
+    EXPECT_EQ(pagesOf("out/a.pdf"), 2);
+    EXPECT_EQ(pagesOf("out/2026/may/b.pdf"), 2);
+}
+
+TEST_F(Window, AsksBeforeItClosesDuringARun)
+{
+    QStringList files;
+    for (int i = 1; i <= 5; ++i) {
+        files << write(std::to_string(i) + ".pdf", support::documentOfPages(3));
+    }
+    add(files);
+    bench().markForAll("1");
+    waitForPlan("5 ");
+    bool asked = false;
+    QObject::connect(&bench().runs, &RunController::started, [&] {
+        window->close();
+        asked = window->isVisible();
+    });
+    waitForRun();
+    EXPECT_TRUE(asked);
+    EXPECT_TRUE(window->close());
+}
+
+TEST_F(Window, RemembersWhereResultsGoButNotToReplaceDocuments)
+{
+    choose("placeCombo", 1); // beside
+    part<QLineEdit>("nameEdit").setText("{name}-short{ext}");
+    window->close();
+    open();
+    EXPECT_EQ(part<QComboBox>("placeCombo").currentIndex(), 1);
+    EXPECT_EQ(part<QLineEdit>("nameEdit").text(), "{name}-short{ext}");
+    choose("placeCombo", 2); // in place
+    window->close();
+    open();
+    EXPECT_EQ(part<QComboBox>("placeCombo").currentIndex(), 0);
+}
+
+} // namespace
