@@ -1,3 +1,5 @@
+#include "VantoraHost/core/choices/RangesFile.h"
+#include "VantoraHost/core/documents/PageSurvey.h"
 #include "VantoraHost/core/workers/WorkerMessages.h"
 
 #include <cstdlib>
@@ -16,6 +18,15 @@ void require(bool holds, const char* law)
 std::optional<PreferencesMap> noOptions(const QByteArray& /*bytes*/)
 {
     return PreferencesMap();
+}
+
+std::string listOf(const std::vector<vantora::DocumentRange>& ranges)
+{
+    std::string text;
+    for (const vantora::DocumentRange& one : ranges) {
+        text += vantora::rangesLine(one.path, one.range);
+    }
+    return text;
 }
 
 } // namespace
@@ -38,6 +49,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const std::string text = answerMessage(*answer);
         const auto again = answerOf(text);
         require(again && answerMessage(*again) == text, "an answer that was read is read again");
+    }
+    if (const auto survey = pageSurveyOf(line)) {
+        const std::string text = toJson(*survey, WithPictures::Yes);
+        const auto again = pageSurveyOf(text);
+        require(again && toJson(*again, WithPictures::Yes) == text,
+                "a survey that was read is read again");
+    }
+    if (const auto ranges = documentRangesOf(line)) {
+        const std::string text = listOf(*ranges);
+        const auto again = documentRangesOf(text);
+        require(again && again->size() == ranges->size() && listOf(*again) == text,
+                "a list of ranges that was read is read again");
     }
     return 0;
 }

@@ -1,23 +1,42 @@
 #include "VantoraHost/cli/pages/PagesArguments.h"
 
 #include "VantoraHost/cli/arguments/ArgumentParsing.h"
+#include "VantoraHost/core/choices/Choice.h"
+
+#include <algorithm>
 
 namespace vantora::cli {
 
 namespace {
 
-constexpr char pagesExamples[] = R"(Choices:
-  range:1,4-6  first[:N]  last[:N]  odd  even  every:3[+1]    by number
-  label:iv-x                                                  by page label
-  bookmark:TITLE  bookmark:/REGEX/                            by outline entry, up to the next
-  text:WORDS  text:/REGEX/  no-text                           by text
-  size:A4  size:210x297mm  portrait  landscape                by size as shown
+constexpr char pagesExamples[] = R"(
 
 Examples:
   vantora pages --choose last:2 report.pdf
   vantora pages --choose "text:intentionally left blank" -r scans --sheet look.html
   vantora pages --choose "bookmark:Appendix" *.pdf >ranges.tsv
   vantora run --ranges ranges.tsv -d cut)";
+
+// All there are, in lines of a terminal's width.
+std::string choicesHelp()
+{
+    constexpr std::size_t width = 76;
+    std::string help = "Choices:\n ";
+    std::size_t used = 1;
+    const std::string kinds = choiceKindsText() + "; the manual page explains them";
+    for (std::size_t start = 0; start < kinds.size();) {
+        const std::size_t end = std::min(kinds.find(", ", start), kinds.size() - 1) + 1;
+        const std::string kind = kinds.substr(start, end - start);
+        if (used + kind.size() >= width) {
+            help += "\n ";
+            used = 1;
+        }
+        help += " " + kind;
+        used += kind.size() + 1;
+        start = end + 1;
+    }
+    return help;
+}
 
 std::optional<std::string> outputsMistake(const PagesArguments& pages)
 {
@@ -36,7 +55,7 @@ void declarePages(CLI::App& program, PagesArguments& pages, std::size_t argument
 {
     PagesOptions& options = pages.options;
     CLI::App& command = declareCommand(program, "pages", "Show which pages choices name");
-    command.footer(pagesExamples);
+    command.footer(choicesHelp() + pagesExamples);
     declareInputs(command, pages.inputs, "", arguments);
     declareChoices(command, pages.choices);
     pages.sheetOption =

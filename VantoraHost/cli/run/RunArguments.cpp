@@ -21,6 +21,9 @@ constexpr char runExamples[] = R"(Examples:
     vantora run --pages 1 --in-place --backup scans/*.pdf
   Remove the last two pages of each file, and those that only say that they are blank:
     vantora run --choose last:2 --choose "text:intentionally left blank" *.pdf -d cut
+  See such pages first, with pictures, and rescue some (vantora pages --help lists all choices):
+    vantora pages --choose last:2 *.pdf --sheet look.html >ranges.tsv
+    vantora run --ranges ranges.tsv -d cut
   In a pipe:
     vantora run --pages 1 - -o - <report.pdf >short.pdf
   A whole folder; given again after an interruption, it goes on where it was:

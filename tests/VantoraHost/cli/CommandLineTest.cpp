@@ -213,6 +213,7 @@ TEST(HelpAndVersion, AreNoMistakes)
         {"run --help", HasSubstr("Examples:")},
         {"help", HasSubstr("Commands")},
         {"help run", HasSubstr("--pages")},
+        {"pages --help", HasSubstr(" bookmark:TITLE,")},
         {"lists --help", HasSubstr("vantora lists remove \"Clean scans\"")},
         {"lists change --help", HasSubstr("--step N")},
         {"--version", testing::MatchesRegex("vantora [0-9.]+\n")},
