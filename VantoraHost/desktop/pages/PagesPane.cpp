@@ -216,6 +216,7 @@ void PagesPane::Parts::jump()
     if (row >= 0) {
         grid->goTo(row);
         grid->setFocus(Qt::OtherFocusReason);
+        showCurrent(); // the number in the place of a label
     } else {
         form.jumpEdit->selectAll();
     }
