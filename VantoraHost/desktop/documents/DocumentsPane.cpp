@@ -1,5 +1,7 @@
 #include "VantoraHost/desktop/documents/DocumentsPane.h"
 
+#include "VantoraHost/core/ShownText.h"
+
 #include "ui_DocumentsPane.h"
 
 #include <QtWidgets/QAction>
@@ -45,7 +47,7 @@ DocumentsPane::DocumentsPane(DocumentList& list, DocumentsController& controller
         emit currentChanged();
     });
     for (const auto signal : {&DocumentsPane::currentChanged, &DocumentsPane::selectionChanged}) {
-        connect(this, signal, this, &DocumentsPane::showPassword);
+        connect(this, signal, this, &DocumentsPane::showDetail);
     }
     connect(form_->passwordEdit, &QLineEdit::returnPressed, this, &DocumentsPane::tryPassword);
     connect(form_->passwordButton, &QPushButton::clicked, this, &DocumentsPane::tryPassword);
@@ -56,14 +58,14 @@ DocumentsPane::DocumentsPane(DocumentList& list, DocumentsController& controller
     connect(&controller_, &DocumentsController::refused, form_->statusLabel, &QLabel::setText);
     connect(&controller_, &DocumentsController::passwordRefused, this, [this](DocumentId id) {
         if (const Document* document = list_.find(id)) {
-            form_->passwordLabel->setText(
+            form_->detailLabel->setText(
                 tr("This password does not open %1.").arg(nameOf(*document)));
             form_->passwordEdit->selectAll();
             form_->passwordEdit->setFocus();
         }
     });
     showStatus();
-    showPassword();
+    showDetail();
 }
 
 DocumentsPane::~DocumentsPane() = default;
@@ -149,19 +151,25 @@ void DocumentsPane::showStatus()
                      : tr("%n document(s)", nullptr, all));
 }
 
-void DocumentsPane::showPassword()
+void DocumentsPane::showDetail()
 {
     const auto id = current();
     const Document* document = id ? list_.find(*id) : nullptr;
     const bool isLocked = document != nullptr && document->state == DocumentState::Locked;
-    if (isLocked && !form_->passwordRow->isVisible()) {
+    if (isLocked && !form_->passwordEdit->isVisible()) {
         form_->passwordEdit->clear();
     }
-    form_->passwordRow->setVisible(isLocked);
+    form_->passwordEdit->setVisible(isLocked);
+    form_->passwordButton->setVisible(isLocked);
+    form_->detailRow->setVisible(document != nullptr && document->error);
     if (isLocked) {
-        form_->passwordLabel->setText(tr("%1 is locked. Its password is tried on the other locked "
-                                         "documents, too, and is never saved.")
-                                          .arg(nameOf(*document)));
+        form_->detailLabel->setText(tr("%1 is locked. Its password is tried on the other locked "
+                                       "documents, too, and is never saved.")
+                                        .arg(nameOf(*document)));
+    } else if (document != nullptr && document->error) {
+        form_->detailLabel->setText(
+            tr("%1: %2", "a document and what is wrong with it")
+                .arg(nameOf(*document), QString::fromStdString(shown(document->error->sentence))));
     }
 }
 
@@ -170,7 +178,7 @@ void DocumentsPane::tryPassword()
     const auto id = current();
     if (id && !form_->passwordEdit->text().isEmpty()) {
         controller_.tryPassword(*id, form_->passwordEdit->text());
-        form_->passwordLabel->setText(tr("Trying the password…"));
+        form_->detailLabel->setText(tr("Trying the password…"));
     }
 }
 

@@ -51,7 +51,7 @@ signals:
 private:
     void chooseFirst();
     void showStatus();
-    void showPassword();
+    void showDetail();
     void tryPassword();
 
     DocumentList& list_;

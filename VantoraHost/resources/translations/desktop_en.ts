@@ -43,6 +43,32 @@
     </message>
 </context>
 <context>
+    <name>vantora::desktop::PagesPane</name>
+    <message numerus="yes">
+        <source>of %n</source>
+        <comment>pages</comment>
+        <translation>
+            <numerusform>of %n</numerusform>
+            <numerusform>of %n</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n page(s) will be removed</source>
+        <translation>
+            <numerusform>%n page will be removed</numerusform>
+            <numerusform>%n pages will be removed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <comment>after: removed from</comment>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>vantora::desktop::ResultsPane</name>
     <message numerus="yes">
         <source>%n document(s) done</source>

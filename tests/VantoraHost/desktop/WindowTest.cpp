@@ -190,14 +190,14 @@ TEST_F(Window, AsksForThePasswordOnceAndTriesItOnTheOtherLockedDocuments)
         support::rewritten(support::documentOfPages(3), "--encrypt secret owner 256 --");
     add({write("a.pdf", locked), write("b.pdf", locked)});
     EXPECT_EQ(stateOf(0), DocumentState::Locked);
-    ASSERT_TRUE(part<QWidget>("passwordRow").isVisible());
+    ASSERT_TRUE(part<QWidget>("passwordEdit").isVisible());
     part<QLineEdit>("passwordEdit").setText("wrong");
     press("passwordButton");
-    wait([&] { return shownIn("passwordLabel").find("does not open") != std::string::npos; });
+    wait([&] { return shownIn("detailLabel").find("does not open") != std::string::npos; });
     part<QLineEdit>("passwordEdit").setText("secret");
     press("passwordButton");
     wait([&] { return stateOf(0) == DocumentState::Ready && stateOf(1) == DocumentState::Ready; });
-    EXPECT_FALSE(part<QWidget>("passwordRow").isVisible());
+    EXPECT_FALSE(part<QWidget>("passwordEdit").isVisible());
     window->close();
     for (const auto& file :
          std::filesystem::recursive_directory_iterator(home.data().toStdString())) {
@@ -340,6 +340,31 @@ TEST_F(Window, RemembersWhereResultsGoButNotToReplaceDocuments)
     window->close();
     open();
     EXPECT_EQ(part<QComboBox>("placeCombo").currentIndex(), 0);
+}
+
+TEST(DesktopProgram, NeedsADisplayForItsWindowAlone)
+{
+    const struct {
+        const char* name;
+        const char* arguments;
+        int status;
+        const char* said;
+    } rows[] = {
+        {"help", "--help", 0, "vantora-desktop [FILE...]"},
+        {"version", "--version", 0, "vantora-desktop "},
+        {"a wrong option", "--fast", 2, "vantora-desktop: there is no option --fast"},
+        {"a window", "", 1,
+         "vantora-desktop: error: no display can be reached; run it in a desktop session"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto result = support::runCommand(
+            std::string("env -u DISPLAY -u WAYLAND_DISPLAY QT_QPA_PLATFORM=xcb " BUILT_DESKTOP
+                        " ") +
+            row.arguments + " 2>&1");
+        EXPECT_EQ(result.status, row.status);
+        EXPECT_THAT(result.output, HasSubstr(row.said));
+    }
 }
 
 } // namespace
