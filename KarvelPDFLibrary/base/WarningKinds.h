@@ -11,4 +11,7 @@ constexpr char deletingPages[] = "deleting pages: ";
 /// to be damaged.
 constexpr char leftToJudge[] = "left to judge: ";
 
+/// What a warning begins with that tells which text of a page can be seen but not read.
+constexpr char unreadableText[] = "unreadable text: ";
+
 } // namespace karvel

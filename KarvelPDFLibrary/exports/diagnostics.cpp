@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/diagnostics/CheckDocument.h"
 #include "KarvelPDFLibrary/exports/Arguments.h"
+#include "KarvelPDFLibrary/rendering/ComparePages.h"
 #include "exports.h"
 
 using namespace karvel;
@@ -103,4 +104,22 @@ int KPLCheckDocument(int instance, int level)
         });
     };
     return boundary::integer(instance, check, -1);
+}
+
+int KPLComparePageAppearance(int instance, int firstDocument, int firstPage, int secondDocument,
+                             int secondPage, int dpi)
+{
+    const auto compare = [&](Instance& self) -> Result<int> {
+        const Result<OpenDocument*> first = self.documents.find(firstDocument);
+        if (!first) {
+            return tl::unexpected<Error>(first.error());
+        }
+        const Result<OpenDocument*> second = self.documents.find(secondDocument);
+        if (!second) {
+            return tl::unexpected<Error>(second.error());
+        }
+        return rendering::differentPixels({*(*first)->document, (*first)->view, firstPage},
+                                          {*(*second)->document, (*second)->view, secondPage}, dpi);
+    };
+    return boundary::integer(instance, compare, -1);
 }

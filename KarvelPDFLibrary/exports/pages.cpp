@@ -6,7 +6,8 @@
 #include "KarvelPDFLibrary/pages/PageLabels.h"
 #include "KarvelPDFLibrary/pages/PageList.h"
 #include "KarvelPDFLibrary/pages/TabOrder.h"
-#include "KarvelPDFLibrary/rendering/PageMarks.h"
+#include "KarvelPDFLibrary/rendering/PageBlankness.h"
+#include "KarvelPDFLibrary/rendering/PageColor.h"
 #include "exports.h"
 
 #include <algorithm>
@@ -162,9 +163,9 @@ int KPLIsPageBlank(int instance, int page, double tolerance)
 {
     return boundary::integer(instance, [&](Instance& self) {
         return onOpenDocument(self, [&](OpenDocument& open) {
-            return isPercentage(tolerance).and_then([&] {
-                return rendering::markedPercentage(*open.document, open.view, page)
-                    .map([&](double marked) { return marked <= tolerance; });
+            return isPercentage(tolerance < 0 ? -1 - tolerance : tolerance).and_then([&] {
+                return rendering::isBlank(*open.document, open.view, open.lastJudgement, page,
+                                          tolerance);
             });
         });
     });

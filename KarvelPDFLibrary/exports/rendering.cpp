@@ -1,5 +1,4 @@
 #include "KarvelPDFLibrary/exports/Arguments.h"
-#include "KarvelPDFLibrary/rendering/PageMarks.h"
 #include "KarvelPDFLibrary/rendering/RenderPage.h"
 #include "exports.h"
 

@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/extraction/PageText.h"
 
+#include "KarvelPDFLibrary/extraction/UnreadableText.h"
+
 namespace karvel::extraction {
 
 namespace {
@@ -30,6 +32,7 @@ Result<std::string> pageText(Document& document, viewer::View& view, int page, T
             return fail(ErrorCode::LibraryFailed,
                         document.name() + ": page " + std::to_string(page) + " cannot be shown");
         }
+        warnOfUnreadableText(document, page);
         text->erase(text->find_last_not_of("\n\f") + 1);
         return std::move(*text);
     } catch (...) {

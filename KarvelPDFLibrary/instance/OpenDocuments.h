@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/document/Document.h"
 #include "KarvelPDFLibrary/outlines/Targets.h"
+#include "KarvelPDFLibrary/rendering/PageBlankness.h"
 #include "KarvelPDFLibrary/transfer/Frozen.h"
 #include "KarvelPDFLibrary/transfer/ImportPages.h"
 #include "KarvelPDFLibrary/viewer/View.h"
@@ -27,6 +28,7 @@ struct OpenDocument {
 
     /// For rendering and reading text.
     viewer::View view = {};
+    rendering::LastJudgement lastJudgement = {};
 
     /// For taking pages from it, and for what it took from others.
     transfer::Frozen frozen = {};

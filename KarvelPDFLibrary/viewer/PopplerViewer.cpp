@@ -28,6 +28,9 @@ const poppler::rectf everything(-1e6, -1e6, 2e6, 2e6);
 constexpr unsigned smoothing =
     poppler::page_renderer::antialiasing | poppler::page_renderer::text_antialiasing;
 
+/// How often poppler found something wrong on this thread.
+thread_local unsigned complaints = 0;
+
 class PopplerDocument final : public Viewed {
 public:
     PopplerDocument(std::vector<char> bytes, std::unique_ptr<poppler::document> document)
@@ -51,6 +54,7 @@ public:
         if (!seen) {
             return std::nullopt;
         }
+        const unsigned before = complaints;
         poppler::page_renderer renderer;
         renderer.set_render_hints(request.smooth ? smoothing : 0);
         renderer.set_image_format(request.grey ? poppler::image::format_gray8
@@ -58,12 +62,15 @@ public:
         renderer.set_paper_color(request.paper);
         const poppler::image image = renderer.render_page(seen.get(), request.dpi, request.dpi, 0,
                                                           0, request.width, request.height);
+        wasDamaged_ = complaints != before;
         if (!image.is_valid() || image.width() != request.width ||
             image.height() != request.height) {
             return std::nullopt;
         }
         return rasterOf(image, request);
     }
+
+    bool wasDamaged() const override { return wasDamaged_; }
 
 private:
     static pictures::Raster rasterOf(const poppler::image& image, const PictureRequest& request)
@@ -85,6 +92,7 @@ private:
 
     std::vector<char> bytes_; // poppler reads from them
     std::unique_ptr<poppler::document> document_;
+    bool wasDamaged_ = false;
 };
 
 std::unique_ptr<Viewed> opened(std::vector<char> bytes, poppler::document* document)
@@ -101,7 +109,7 @@ public:
     PopplerViewer()
     {
         // poppler would write what it finds wrong to standard error.
-        poppler::set_debug_error_function([](const std::string&, void*) {}, nullptr);
+        poppler::set_debug_error_function([](const std::string&, void*) { ++complaints; }, nullptr);
     }
 
     std::unique_ptr<Viewed> openFile(const std::string& path, const std::string& password) override
@@ -120,6 +128,21 @@ public:
                                   int quality) override
     {
         return pictures::imageFile(raster, format, quality);
+    }
+
+    std::optional<pictures::Raster> reducedJpeg(const std::string& bytes,
+                                                pictures::Reduction reduction,
+                                                const pictures::Enough& enough) override
+    {
+        return pictures::reducedJpeg(bytes, reduction, enough);
+    }
+
+    std::optional<pictures::Raster> reducedFax(const std::string& bytes,
+                                               const pictures::FaxImage& image,
+                                               pictures::Reduction reduction,
+                                               const pictures::Enough& enough) override
+    {
+        return pictures::reducedFax(bytes, image, reduction, enough);
     }
 };
 

@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/base/Error.h"
 #include "KarvelPDFLibrary/pictures/ImageFile.h"
 #include "KarvelPDFLibrary/pictures/Raster.h"
+#include "KarvelPDFLibrary/pictures/ReducedImages.h"
 
 #include <cstdint>
 #include <memory>
@@ -36,6 +37,10 @@ public:
 
     /// A page's pixels; nothing when the page cannot be rendered.
     virtual std::optional<pictures::Raster> picture(int page, const PictureRequest& request) = 0;
+
+    /// Whether anything was found wrong while the last picture was made: then it may show less than
+    /// the page has.
+    virtual bool wasDamaged() const = 0;
 };
 
 class Viewer {
@@ -49,6 +54,15 @@ public:
     /// pictures::imageFile of the module.
     virtual Result<std::string> imageFile(const pictures::Raster& raster,
                                           pictures::ImageFormat format, int quality) = 0;
+
+    /// pictures::reducedJpeg and pictures::reducedFax of the module.
+    virtual std::optional<pictures::Raster> reducedJpeg(const std::string& bytes,
+                                                        pictures::Reduction reduction,
+                                                        const pictures::Enough& enough) = 0;
+    virtual std::optional<pictures::Raster> reducedFax(const std::string& bytes,
+                                                       const pictures::FaxImage& image,
+                                                       pictures::Reduction reduction,
+                                                       const pictures::Enough& enough) = 0;
 
 protected:
     ~Viewer() = default;

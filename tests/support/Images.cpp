@@ -42,7 +42,59 @@ Image fromTiff(const std::string& file)
     return read ? image : Image();
 }
 
+std::string bigEndian(std::uint32_t number, int bytes)
+{
+    std::string text;
+    for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8) {
+        text += static_cast<char>(number >> static_cast<unsigned>(shift));
+    }
+    return text;
+}
+
+std::string jbig2Segment(std::uint32_t number, int type, const std::string& data)
+{
+    const std::string onPageOne(1, '\1');
+    return bigEndian(number, 4) + static_cast<char>(type) + std::string(1, '\0') + onPageOne +
+           bigEndian(static_cast<std::uint32_t>(data.size()), 4) + data;
+}
+
 } // namespace
+
+std::string groupFour(const std::vector<unsigned char>& bits, int width, int height)
+{
+    const ScratchFolder scratch;
+    const std::string path = scratch.path("a.tif");
+    TIFF* writer = TIFFOpen(path.c_str(), "w");
+    TIFFSetField(writer, TIFFTAG_IMAGEWIDTH, width);
+    TIFFSetField(writer, TIFFTAG_IMAGELENGTH, height);
+    TIFFSetField(writer, TIFFTAG_ROWSPERSTRIP, height);
+    TIFFSetField(writer, TIFFTAG_BITSPERSAMPLE, 1);
+    TIFFSetField(writer, TIFFTAG_SAMPLESPERPIXEL, 1);
+    TIFFSetField(writer, TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE);
+    TIFFSetField(writer, TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4);
+    std::vector<unsigned char> copy = bits; // libtiff may write into it
+    TIFFWriteEncodedStrip(writer, 0, copy.data(), static_cast<tmsize_t>(copy.size()));
+    TIFFClose(writer);
+    TIFF* reader = TIFFOpen(path.c_str(), "r");
+    std::string data(static_cast<std::size_t>(TIFFRawStripSize(reader, 0)), '\0');
+    TIFFReadRawStrip(reader, 0, data.data(), static_cast<tmsize_t>(data.size()));
+    TIFFClose(reader);
+    return data;
+}
+
+std::string jbig2(const std::vector<unsigned char>& bits, int width, int height)
+{
+    constexpr int pageInformation = 48;
+    constexpr int genericRegion = 38;
+    const std::string size = bigEndian(static_cast<std::uint32_t>(width), 4) +
+                             bigEndian(static_cast<std::uint32_t>(height), 4);
+    const std::string noResolutionNoStripes(11, '\0');
+    const std::string placedByOr(9, '\0');
+    const std::string byRuns(1, '\1');
+    return jbig2Segment(0, pageInformation, size + noResolutionNoStripes) +
+           jbig2Segment(1, genericRegion,
+                        size + placedByOr + byRuns + groupFour(bits, width, height));
+}
 
 std::array<int, 4> Image::at(int x, int y) const
 {

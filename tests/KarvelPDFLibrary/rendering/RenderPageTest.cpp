@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/rendering/RenderPage.h"
 
-#include "KarvelPDFLibrary/rendering/PageMarks.h"
+#include "KarvelPDFLibrary/rendering/PageBlankness.h"
+#include "KarvelPDFLibrary/rendering/PageColor.h"
 #include "tests/support/Images.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
@@ -178,27 +179,26 @@ TEST(Rendering, OptionsThatContradictEachOtherAreRefused)
     EXPECT_FALSE(thumbnail(*document, view, 1, INT_MAX, {}).has_value());
 }
 
-struct Marks {
+struct Coloured {
     const char* name;
     const char* content;
-    double marked;
-    double coloured;
+    double percent;
 };
 
-TEST(PageMarks, AreMeasured)
+TEST(PageColour, IsMeasured)
 {
-    const Marks rows[] = {{"none", "", 0, 0},
-                          {"white", "1 g 0 0 100 50 re f", 0, 0},
-                          {"red half", "1 0 0 rg 0 0 50 50 re f", 50, 50},
-                          {"grey half", "0.5 g 0 0 50 50 re f", 50, 0},
-                          {"grey of four inks", "0 0 0 0.5 k 0 0 50 50 re f", 50, 0},
-                          {"dot", "0 g 10 10 1 1 re f", 0.02, 0}};
-    for (const Marks& row : rows) {
+    const Coloured rows[] = {{"nothing", "", 0},
+                             {"white", "1 g 0 0 100 50 re f", 0},
+                             {"red half", "1 0 0 rg 0 0 50 50 re f", 50},
+                             {"grey half", "0.5 g 0 0 50 50 re f", 0},
+                             {"grey of four inks", "0 0 0 0.5 k 0 0 50 50 re f", 0},
+                             {"pale yellow dot", "1 1 0.9 rg 10 10 1 1 re f", 0.02}};
+    for (const Coloured& row : rows) {
         SCOPED_TRACE(row.name);
         auto document = support::opened(page(row.content));
         viewer::View view;
-        EXPECT_NEAR(markedPercentage(*document, view, 1).value(), row.marked, 0.1);
-        EXPECT_NEAR(colouredPercentage(*document, view, 1).value(), row.coloured, 0.1);
+        EXPECT_NEAR(colouredPercentage(*document, view, 1).value(), row.percent, 0.1);
+        EXPECT_EQ(colouredPercentage(*document, view, 1).value() > 0, row.percent > 0);
     }
 }
 

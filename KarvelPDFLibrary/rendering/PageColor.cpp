@@ -1,0 +1,38 @@
+#include "KarvelPDFLibrary/rendering/PageColor.h"
+
+#include "KarvelPDFLibrary/rendering/RenderPage.h"
+
+#include <algorithm>
+
+namespace karvel::rendering {
+
+namespace {
+
+/// Fine enough to show coloured text, and bounded for posters.
+constexpr double dpi = 72;
+constexpr int longestSide = 4000;
+
+constexpr int greyTolerance = 10;
+
+double percentage(std::size_t part, std::size_t whole)
+{
+    return 100.0 * static_cast<double>(part) / static_cast<double>(whole);
+}
+
+} // namespace
+
+Result<double> colouredPercentage(Document& document, viewer::View& view, int page)
+{
+    return pagePixels(document, view, page, dpi, Colors::Full, longestSide)
+        .map([](const pictures::Raster& raster) {
+            std::size_t coloured = 0;
+            for (std::size_t i = 0; i < raster.pixels.size(); i += 3) {
+                const unsigned char* pixel = raster.pixels.data() + i;
+                const auto [least, most] = std::minmax({pixel[0], pixel[1], pixel[2]});
+                coloured += most - least > greyTolerance ? 1 : 0;
+            }
+            return percentage(coloured, raster.pixels.size() / 3);
+        });
+}
+
+} // namespace karvel::rendering
