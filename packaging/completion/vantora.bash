@@ -44,7 +44,7 @@ _vantora()
         ;;
     --choose | --keep | --except)
         compopt -o nospace
-        mapfile -t COMPREPLY < <(compgen -W "range: first last odd even every: label: bookmark: size: portrait landscape text: no-text" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "range: first last odd even every: label: bookmark: size: portrait landscape text: no-text blank blank:strict colour grey duplicate" -- "$current")
         return
         ;;
     --action)

@@ -128,6 +128,15 @@ Checked readSize(Choice& choice)
     return {};
 }
 
+Checked readStrictness(Choice& choice)
+{
+    choice.isStrict = !choice.argument.isNull();
+    if (choice.isStrict && choice.argument != QLatin1String("strict")) {
+        return wrong("can only be blank or blank:strict");
+    }
+    return {};
+}
+
 enum class Argument { None, Optional, Needed };
 
 struct KindRow {
@@ -143,7 +152,7 @@ Checked readNothing(Choice& /*choice*/)
     return {};
 }
 
-constexpr std::array<KindRow, 13> kinds = {{
+constexpr std::array<KindRow, 17> kinds = {{
     {ChoiceKind::Range, "range", Argument::Needed, "range:1,4-6", readRange},
     {ChoiceKind::First, "first", Argument::Optional, "first[:N]", readCount},
     {ChoiceKind::Last, "last", Argument::Optional, "last[:N]", readCount},
@@ -157,6 +166,10 @@ constexpr std::array<KindRow, 13> kinds = {{
     {ChoiceKind::Landscape, "landscape", Argument::None, "landscape", readNothing},
     {ChoiceKind::Text, "text", Argument::Needed, "text:WORDS or text:/REGEX/", readText},
     {ChoiceKind::NoText, "no-text", Argument::None, "no-text", readNothing},
+    {ChoiceKind::Blank, "blank", Argument::Optional, "blank[:strict]", readStrictness},
+    {ChoiceKind::Colour, "colour", Argument::None, "colour", readNothing},
+    {ChoiceKind::Grey, "grey", Argument::None, "grey", readNothing},
+    {ChoiceKind::Duplicate, "duplicate", Argument::None, "duplicate", readNothing},
 }};
 
 } // namespace

@@ -25,6 +25,10 @@ enum class ChoiceKind {
     Landscape,
     Text,
     NoText,
+    Blank,
+    Colour,
+    Grey,
+    Duplicate,
 };
 
 /// A size in points, as a page is shown.
@@ -45,6 +49,7 @@ struct Choice {
     int offset = 0;                 ///< of Every: the remainder of the pages' numbers
     ShownSize size;                 ///< of Size
     bool eitherOrientation = false; ///< of Size: a format by its name
+    bool isStrict = false;          ///< of Blank: the noise of scanners counts, too
     QRegularExpression pattern;     ///< of Text and Bookmark
 };
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <map>
 
 namespace vantora {
 
@@ -44,6 +45,13 @@ public:
             }
         }
         return found;
+    }
+
+    /// The figure by which a page was found.
+    std::optional<double> figureOf(int page) const
+    {
+        const auto found = figures_.find(page);
+        return found == figures_.end() ? std::nullopt : std::optional<double>(found->second);
     }
 
 private:
@@ -108,8 +116,26 @@ private:
             };
         case ChoiceKind::NoText:
             return [this](int page) {
-                return facts_.text(page).map(
-                    [](const QString& text) { return text.simplified().isEmpty(); });
+                return facts_.text(page).map([&](const QString& text) {
+                    return text.simplified().isEmpty() && !facts_.hasUnreadableText(page);
+                });
+            };
+        case ChoiceKind::Blank:
+            return [this, &choice](int page) { return isBlank(choice, page); };
+        case ChoiceKind::Colour:
+            return [this](int page) { return facts_.hasColour(page); };
+        case ChoiceKind::Grey:
+            return [this](int page) {
+                return facts_.hasColour(page).map([](bool coloured) { return !coloured; });
+            };
+        case ChoiceKind::Duplicate:
+            return [this](int page) {
+                return facts_.duplicateOf(page).map([&](int first) {
+                    if (first > 0) {
+                        figures_[page] = first;
+                    }
+                    return first > 0;
+                });
             };
         default:
             return [this, &choice](int page) {
@@ -118,6 +144,18 @@ private:
                 });
             };
         }
+    }
+
+    Result<bool> isBlank(const Choice& choice, int page)
+    {
+        const Result<bool> blank = facts_.isBlank(page, choice.isStrict);
+        if (!blank || !*blank) {
+            return blank;
+        }
+        return facts_.noise(page).map([&](double noise) {
+            figures_[page] = noise;
+            return true;
+        });
     }
 
     static bool fits(const Choice& choice, ShownSize size)
@@ -182,6 +220,7 @@ private:
 
     PageFacts& facts_;
     const int count_;
+    std::map<int, double> figures_;
 };
 
 } // namespace
@@ -206,8 +245,10 @@ Result<std::vector<ChosenPage>> choosePages(const ChoiceSet& set, PageFacts& fac
     for (std::size_t page = 1; page < found->size(); ++page) {
         if (goes(static_cast<int>(page)) && (*excepted)[page] == 0) {
             const std::size_t choice = (*found)[page];
+            const int number = static_cast<int>(page);
             chosen.push_back(
-                {static_cast<int>(page), keeps ? std::string() : set.choose[choice - 1].text});
+                keeps ? ChosenPage{number, {}}
+                      : ChosenPage{number, set.choose[choice - 1].text, chooser.figureOf(number)});
         }
     }
     return chosen;

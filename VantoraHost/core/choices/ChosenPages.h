@@ -6,6 +6,7 @@
 
 #include <QtCore/QString>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,20 @@ public:
 
     /// The entries of the outline in the order in which they are read.
     virtual Result<std::vector<OutlineEntry>> outline() = 0;
+
+    /// Whether a page, whose text was asked for, shows text that can't be read for its fonts.
+    virtual bool hasUnreadableText(int page) = 0;
+
+    /// Whether a person would see anything on a page; strictly, the noise of scanners counts, too.
+    virtual Result<bool> isBlank(int page, bool strictly) = 0;
+
+    /// How much of a blank page differs from its paper, in percent: the noise that it has.
+    virtual Result<double> noise(int page) = 0;
+
+    virtual Result<bool> hasColour(int page) = 0;
+
+    /// The first page before this one that looks the same; 0 for none.
+    virtual Result<int> duplicateOf(int page) = 0;
 };
 
 /// Which pages a user wants to go.
@@ -40,6 +55,10 @@ struct ChoiceSet {
 struct ChosenPage {
     int page = 0;
     std::string reason;
+
+    /// By a choice of blank pages: how much of it differs from its paper, in percent. By one of
+    /// duplicates: the page that it looks like.
+    std::optional<double> figure = std::nullopt;
 };
 
 /// The pages of a document that go, ascending. Choices that cost little are asked first, and the

@@ -2,7 +2,12 @@
 
 #include "VantoraHost/core/choices/ChosenPages.h"
 
+#include <QtCore/QByteArray>
+
+#include <map>
+#include <set>
 #include <string>
+#include <vector>
 
 class KarvelPDFLibraryCPDylibCPP1311;
 
@@ -22,13 +27,30 @@ public:
     Result<ShownSize> size(int page) override;
     Result<QString> text(int page) override;
     Result<std::vector<OutlineEntry>> outline() override;
+    bool hasUnreadableText(int page) override;
+    Result<bool> isBlank(int page, bool strictly) override;
+    Result<double> noise(int page) override;
+    Result<bool> hasColour(int page) override;
+    Result<int> duplicateOf(int page) override;
+
+    /// The pages that were asked for their text and show some that can't be read, ascending.
+    std::vector<int> unreadablePages() const { return {unreadable_.begin(), unreadable_.end()}; }
 
 private:
+    Result<int> findDuplicate(int page);
+
     template <class Answer>
     Result<Answer> checked(Answer answer, const char* otherwise);
 
     KarvelPDFLibraryCPDylibCPP1311& library_;
     std::string input_;
+
+    std::set<int> unreadable_;
+
+    // Pages looked at for duplicates: those with the same small picture, and the first of each
+    // look.
+    std::map<QByteArray, std::vector<int>> looks_;
+    std::vector<int> duplicateOf_;
 };
 
 } // namespace vantora

@@ -5,6 +5,7 @@
 #include "VantoraHost/core/FileDigest.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/LibraryFailure.h"
+#include "VantoraHost/core/PageNumbers.h"
 #include "VantoraHost/core/choices/LibraryFacts.h"
 #include "VantoraHost/core/documents/PageForecast.h"
 #include "VantoraHost/core/outputs/OutputPlan.h"
@@ -169,6 +170,11 @@ Outcome DocumentJob::changePages(DocumentReport& report)
     std::optional<PageForecast> forecast = forecastPages(sequence_, pages);
     if (forecast) {
         const Outcome judged = judge(report, *forecast);
+        if (const auto unreadable = facts.unreadablePages(); !unreadable.empty()) {
+            report.warnings.push_back("text of pages " + pageRangeText(unreadable) +
+                                      " can't be read, as their fonts don't say which characters "
+                                      "they show");
+        }
         if (!judged || report.status == DocumentStatus::Skipped) {
             return judged;
         }

@@ -192,7 +192,9 @@ std::vector<std::string> OpenDocument::leftToJudge() const
 std::vector<std::string> OpenDocument::warnings(Warning kind) const
 {
     constexpr std::pair<std::string_view, Warning> beginnings[] = {
-        {karvel::deletingPages, Warning::OfDeletion}, {karvel::leftToJudge, Warning::LeftToJudge}};
+        {karvel::deletingPages, Warning::OfDeletion},
+        {karvel::leftToJudge, Warning::LeftToJudge},
+        {karvel::unreadableText, Warning::OfText}};
     std::vector<std::string> texts;
     const int count = library_->WarningCount();
     for (int warning = 1; warning <= count; ++warning) {

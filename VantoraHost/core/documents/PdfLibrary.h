@@ -58,7 +58,7 @@ private:
     };
     static Result<OpenDocument> load(KarvelPDFLibraryCPDylibCPP1311& library, const Source& source,
                                      const std::vector<std::string>& passwords, Access access);
-    enum class Warning { OfDeletion, LeftToJudge, OfDamage };
+    enum class Warning { OfDeletion, LeftToJudge, OfText, OfDamage };
     std::vector<std::string> warnings(Warning kind) const;
 
     explicit OpenDocument(KarvelPDFLibraryCPDylibCPP1311& library) : library_(&library) {}

@@ -21,7 +21,8 @@ TEST(Choice, IsReadFromItsText)
         {"every:3+3", ChoiceKind::Every, 3, 0},     {"odd", ChoiceKind::Odd, 1, 0},
         {"label:A-3", ChoiceKind::Label, 1, 0},     {"no-text", ChoiceKind::NoText, 1, 0},
         {"text:a:b/c", ChoiceKind::Text, 1, 0},     {"size:letter", ChoiceKind::Size, 1, 0},
-        {"size:99.5x20pt", ChoiceKind::Size, 1, 0},
+        {"size:99.5x20pt", ChoiceKind::Size, 1, 0}, {"blank:strict", ChoiceKind::Blank, 1, 0},
+        {"duplicate", ChoiceKind::Duplicate, 1, 0},
     };
     for (const auto& [text, kind, count, offset] : rows) {
         const auto choice = Choice::of(text);
@@ -59,6 +60,8 @@ TEST(Choice, SaysWhatIsWrongWithATextInOneSentence)
         {"text:", "needs words"},
         {"text://", "needs words"},
         {"text:/(/", "is no regular expression: missing closing parenthesis"},
+        {"blank:nearly", "can only be blank or blank:strict"},
+        {"colour:red", "has a colon too many"},
         {"size:A99", "needs a paper format"},
         {"size:0x0mm", "needs a paper format"},
         {"size:210x297", "needs a paper format"},

@@ -32,7 +32,7 @@ public:
         if (page == 7) {
             return fail(Reason::LibraryFailed, {}, "page 7 can't be read");
         }
-        return QString(page == 9 ? " \n" : page == 2 ? "Page  intentionally\nleft BLANK" : "words");
+        return QString(page >= 9 ? " \n" : page == 2 ? "Page  intentionally\nleft BLANK" : "words");
     }
 
     Result<std::vector<OutlineEntry>> outline() override
@@ -41,6 +41,17 @@ public:
             {1, L"Cover", 1}, {1, L"Text", 4},      {2, L"First  part", 4}, {2, L"Second part", 6},
             {3, L"Notes", 7}, {1, L"Elsewhere", 0}, {1, L"Appendix", 9},    {2, L"Notes", 10}};
     }
+
+    bool hasUnreadableText(int page) override { return page == 10; }
+
+    // Page 3 is blank but for noise, page 6 wholly; page 5 is in colour; 8 looks like 2, 10 too.
+    Result<bool> isBlank(int page, bool strictly) override
+    {
+        return page == 6 || (page == 3 && !strictly);
+    }
+    Result<double> noise(int page) override { return page == 3 ? 0.4 : 0.0; }
+    Result<bool> hasColour(int page) override { return page == 5; }
+    Result<int> duplicateOf(int page) override { return page == 8 || page == 10 ? 2 : 0; }
 
     std::map<int, int> asked; ///< how often the text of a page was asked for
 };
@@ -85,6 +96,11 @@ TEST(ChosenPages, AreThoseThatTheChoicesName)
         {{"portrait"}, {}, {"range:1-9"}, "10"},
         {{"size:a4"}, {}, {"range:2-3,5-9"}, "1,4,10"},
         {{"size:297x210mm"}, {}, {}, "4"},
+        {{"blank"}, {}, {}, "3,6"},
+        {{"blank:strict"}, {}, {}, "6"},
+        {{"colour"}, {}, {}, "5"},
+        {{"grey"}, {}, {"blank"}, "1-2,4,7-10"},
+        {{"duplicate"}, {}, {"last"}, "8"},
         {{"text:intentionally left blank"}, {}, {"range:7"}, ""},
     };
     for (const auto& row : rows) {
@@ -157,6 +173,20 @@ TEST(ChosenPages, AreFoundByPatternsWithAndWithoutCase)
         ASSERT_TRUE(chosen) << text;
         EXPECT_EQ(rangeTextOf(*chosen), range) << text;
     }
+}
+
+TEST(ChosenPages, TellByHowMuchTheyWereFound)
+{
+    TenPages pages;
+    const auto chosen = choosePages({choices({"blank", "duplicate", "first"}), {}, {}}, pages);
+    ASSERT_TRUE(chosen);
+    std::map<int, std::optional<double>> figures;
+    for (const ChosenPage& page : *chosen) {
+        figures[page.page] = page.figure;
+    }
+    const std::map<int, std::optional<double>> expected = {
+        {1, std::nullopt}, {3, 0.4}, {6, 0.0}, {8, 2.0}, {10, 2.0}};
+    EXPECT_EQ(figures, expected);
 }
 
 } // namespace

@@ -13,6 +13,12 @@ namespace {
 using namespace vantora;
 using testing::ElementsAre;
 
+/// A font whose glyphs have numbers only, which pages 6 and 7 name and page 6 uses.
+const char* const unreadableFont =
+    "<< /Type /Font /Subtype /Type3 /FontBBox [0 0 1 1] /FontMatrix [1 0 0 1 0 0] /FirstChar 65 "
+    "/LastChar 65 /Widths [1] /CharProcs << /g1 @glyph >> "
+    "/Encoding << /Differences [65 /g1] >> >>";
+
 class Facts : public testing::Test {
 protected:
     static std::vector<std::string> outlineOf(KarvelPDFLibraryCPDylibCPP1311& library)
@@ -92,6 +98,44 @@ TEST_F(Facts, OfTheOutlineFollowThePagesThatAreLeft)
     library->ClearLastError();
     EXPECT_EQ(library->GetOutlinePage(12345), 0);
     EXPECT_EQ(library->LastErrorCode(), 3) << "no such handle";
+}
+
+TEST_F(Facts, OfPagesAreWhatTheyShow)
+{
+    const std::string pdf = support::Sketch{
+        {"/Contents @drawing", "/Contents @nothing", "/Contents @colour", "/Contents @drawing",
+         "/Contents @same", "/Contents @glyphs /Resources << /Font << /G @font >> >>",
+         "/Contents @drawing /Resources << /Font << /G @font >> >>"},
+        "",
+        {{"drawing", "|0 0 50 60 re f"},
+         {"same", "|0 0 50 60 re f  "},
+         {"nothing", "|q Q"},
+         {"colour", "|1 0 0 rg 0 0 50 60 re f"},
+         {"glyphs", "|BT /G 20 Tf 50 50 Td (A) Tj ET"},
+         {"glyph", "|1 0 d0 0 0 1 1 re f"},
+         {"font",
+          unreadableFont}}}.built();
+    ASSERT_NE(library->LoadFromString(pdf, L""), 0);
+    LibraryFacts facts(*library, "a.pdf");
+    const auto answers = [&](auto&& question) {
+        std::string text;
+        for (int page = 1; page <= facts.count(); ++page) {
+            text += std::to_string(static_cast<int>(question(page).value())) + " ";
+        }
+        return text;
+    };
+    EXPECT_EQ(answers([&](int page) { return facts.isBlank(page, false); }), "0 1 0 0 0 0 0 ");
+    EXPECT_EQ(answers([&](int page) { return facts.isBlank(page, true); }), "0 1 0 0 0 0 0 ");
+    EXPECT_EQ(answers([&](int page) { return facts.hasColour(page); }), "0 0 1 0 0 0 0 ");
+    EXPECT_EQ(answers([&](int page) { return facts.duplicateOf(page); }), "0 0 0 1 1 0 1 ");
+    EXPECT_EQ(facts.noise(2).value(), 0);
+    EXPECT_NEAR(facts.noise(1).value(), 100.0 * 50 * 60 / 612 / 792, 0.1);
+    EXPECT_TRUE(facts.unreadablePages().empty());
+    for (int page = 1; page <= facts.count(); ++page) {
+        ASSERT_TRUE(facts.text(page));
+    }
+    EXPECT_EQ(facts.unreadablePages(), std::vector<int>{6});
+    EXPECT_FALSE(facts.isBlank(8, false));
 }
 
 } // namespace
