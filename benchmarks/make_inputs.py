@@ -4,10 +4,14 @@
 make_inputs.py pages COUNT FILE       COUNT text pages, about 570 bytes each
 make_inputs.py images COUNT BYTES FILE  COUNT pages with an incompressible image of BYTES bytes each
 make_inputs.py many COUNT PAGES DIR   COUNT documents of PAGES text pages
+make_inputs.py scans jpeg|fax COUNT PAGES DIR  COUNT documents of PAGES scans of A4 at 300 dpi, every fourth blank
 make_inputs.py rich COUNT FILE        COUNT pages with an outline, links, tags, a form and labels
 """
 import random
+import struct
+import subprocess
 import sys
+import tempfile
 from pathlib import Path
 
 FAN_OUT = 50
@@ -150,6 +154,77 @@ def rich_pages(path, count):
     writer.finish(1)
 
 
+SCAN = (2480, 3508)  # pixels of A4 at 300 dpi
+
+
+def noisy(picture, source):
+    """A grey picture with noise of three bits in each pixel, and paper that is not quite white."""
+    head, pixels = picture[:-SCAN[0] * SCAN[1]], picture[-SCAN[0] * SCAN[1]:]
+    size = len(pixels)
+    base = int.from_bytes(pixels, "big") & int.from_bytes(b"\xf0" * size, "big")
+    noise = int.from_bytes(source.randbytes(size), "big") & int.from_bytes(b"\x07" * size, "big")
+    return head + (base + noise).to_bytes(size, "big")
+
+
+def strip_of(tiff):
+    """The data of a TIFF file of one strip, in which pdftoppm has 1 for white."""
+    order = "<" if tiff[:2] == b"II" else ">"
+    directory, = struct.unpack_from(order + "I", tiff, 4)
+    count, = struct.unpack_from(order + "H", tiff, directory)
+    found = {}
+    for entry in range(count):
+        tag, kind, _, value = struct.unpack_from(order + "HHII", tiff, directory + 2 + 12 * entry)
+        found[tag] = value if kind == 4 else value & 0xFFFF if order == "<" else value >> 16
+    assert found[262] == 1
+    return tiff[found[273]:found[273] + found[279]]
+
+
+def scanned_images(kind, count):
+    """Different scans, made by pdftoppm, cjpeg and tiffcp from text pages; the first is blank."""
+    source = random.Random(4)
+    images = []
+    with tempfile.TemporaryDirectory() as folder:
+        folder = Path(folder)
+        text_pages(folder / "text.pdf", count)
+        blank = Writer(folder / "blank.pdf")
+        blank.object(1, b"<< /Type /Catalog /Pages 2 0 R >>")
+        blank.object(2, b"<< /Type /Pages /Count 1 /Kids [3 0 R] >>")
+        blank.object(3, b"<< /Type /Page /Parent 2 0 R /MediaBox [0 0 595 842] >>")
+        blank.finish(1)
+        for page in range(1, count + 1):
+            mode = ["-gray"] if kind == "jpeg" else ["-mono", "-tiff"]
+            box = ["-scale-to-x", str(SCAN[0]), "-scale-to-y", str(SCAN[1])]
+            drawn = folder / ("blank.pdf" if page == 1 else "text.pdf")
+            subprocess.run(["pdftoppm", "-singlefile", "-f", str(page), "-l", str(page), *mode, *box, drawn, folder / "page"],
+                           check=True)
+            if kind == "jpeg":
+                picture = noisy((folder / "page.pgm").read_bytes(), source)
+                images.append(subprocess.run(["cjpeg", "-quality", "75"], input=picture, capture_output=True, check=True).stdout)
+            else:
+                subprocess.run(["tiffcp", "-c", "g4", "-r", str(SCAN[1]), folder / "page.tif", folder / "g4.tif"], check=True)
+                images.append(strip_of((folder / "g4.tif").read_bytes()))
+    return images
+
+
+def scan_pages(path, kind, images, count):
+    writer = Writer(path)
+    pages = list(range(2, 2 + 3 * count, 3))
+    parent, root = page_tree(writer, pages, 2 + 3 * count)
+    writer.object(1, b"<< /Type /Catalog /Pages %d 0 R >>" % root)
+    filters = b"/Filter /DCTDecode /BitsPerComponent 8"
+    if kind == "fax":
+        filters = b"/Filter /CCITTFaxDecode /DecodeParms << /K -1 /Columns %d /Rows %d >> /BitsPerComponent 1 /Decode [1 0]" % SCAN
+    for index, page in enumerate(pages):
+        image = images[0] if index % 4 == 3 else images[1 + index % (len(images) - 1)]
+        content = b"q 595.2 0 0 841.9 0 0 cm /Im Do Q"
+        writer.object(page, b"<< /Type /Page /Parent %d 0 R /MediaBox [0 0 595.2 841.9] /Contents %d 0 R "
+                            b"/Resources << /XObject << /Im %d 0 R >> >> >>" % (parent[page], page + 1, page + 2))
+        writer.object(page + 1, b"<< /Length %d >>" % len(content), content)
+        writer.object(page + 2, b"<< /Type /XObject /Subtype /Image /Width %d /Height %d /ColorSpace /DeviceGray %s "
+                                b"/Length %d >>" % (*SCAN, filters, len(image)), image)
+    writer.finish(1)
+
+
 def main():
     if len(sys.argv) == 4 and sys.argv[1] == "pages":
         text_pages(sys.argv[3], int(sys.argv[2]))
@@ -162,6 +237,12 @@ def main():
         folder.mkdir(parents=True, exist_ok=True)
         for index in range(int(sys.argv[2])):
             text_pages(folder / f"document-{index:05}.pdf", int(sys.argv[3]), seed=index)
+    elif len(sys.argv) == 6 and sys.argv[1] == "scans":
+        folder = Path(sys.argv[5])
+        folder.mkdir(parents=True, exist_ok=True)
+        images = scanned_images(sys.argv[2], 8)
+        for index in range(int(sys.argv[3])):
+            scan_pages(folder / f"scan-{index:05}.pdf", sys.argv[2], images, int(sys.argv[4]))
     else:
         sys.exit(__doc__)
 

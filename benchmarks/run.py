@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Times vantora beside other tools, in one run, and prints a table.
 
-run.py [--runs N] [--large] [--only WORD] [--inputs DIR]
+run.py [--runs N] [--large] [--only WORD] [--inputs DIR] [--scans N]
 
 Inputs are made once and kept in the inputs folder. Tools that are not installed are named and left
 out; one that takes longer than LIMIT seconds is cut off and named. Commands of one row run in turn,
@@ -182,12 +182,29 @@ def in_workers(folder):
     return {"vantora": command, "vantora -j 1": [*command, "-j", "1"], "vantora -j 0": [*command, "-j", "0"]}
 
 
+def choosing(bench, documents):
+    """What choosing pages costs: blank ones among scans of 100 pages a document, and by their text."""
+    loop = 'for file in "$0"/*.pdf; do {} ; done'
+    for kind in ("jpeg", "fax"):
+        scans = bench.make(f"scans-{kind}-{documents}", "scans", kind, documents, 100)
+        bench.row(f"blank pages of {documents * 100} scans of 300 dpi, {kind}, two workers", {
+            "vantora": [VANTORA, "run", "--quiet", "--choose", "blank", "--dry-run", "-j", "2", "-r", scans],
+            "pdftoppm -r 50 -gray": ["sh", "-c", loop.format('pdftoppm -r 50 -gray "$file" "$1/page"'), scans, "OUTDIR"],
+        })
+    texts = bench.make(f"texts-{documents}", "many", documents * 10, 100)
+    bench.row(f"pages by their text of {documents * 1000} pages, two workers", {
+        "vantora": [VANTORA, "run", "--quiet", "--choose", "text:nowhere at all", "--dry-run", "-j", "2", "-r", texts],
+        "pdfgrep -c": ["sh", "-c", 'pdfgrep -c "nowhere at all" "$0"/*.pdf; true', texts],
+    })
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--runs", type=int, default=5)
     parser.add_argument("--large", action="store_true", help="a million pages too")
     parser.add_argument("--only", default="", help="only rows whose title has this word")
     parser.add_argument("--inputs", default=str(ROOT / "build" / "benchmark-inputs"))
+    parser.add_argument("--scans", type=int, default=10, help="documents of 100 scans")
     bench = Bench(parser.parse_args())
     large = parser.parse_args().large
     if not VANTORA.exists():
@@ -243,6 +260,7 @@ def main():
     # Loops over other tools take ten times what they take in the row before.
     bench.row("one page of each of 10,000 documents of 10 pages", in_workers(bench.make("many-10000", "many", 10000, 10)), 9)
     bench.row("starting and ending", {"vantora": [VANTORA, "--version"], "qpdf": ["qpdf", "--version"]})
+    choosing(bench, parser.parse_args().scans)
     if large:
         odd_pages(bench, 1000000, bench.make("1000000.pdf", "pages", 1000000), "every odd page of 1,000,000 pages")
     shutil.rmtree(bench.trash)
