@@ -28,11 +28,11 @@ QStringList namesIn(const QString& text)
     return names;
 }
 
-/// The names in the sources of programs and plug-ins, each with a file that has it.
+/// The names in the sources of windows and plug-ins, each with a file that has it.
 QMap<QString, QString> namesInSources()
 {
     QMap<QString, QString> names;
-    for (const char* layer : {"VantoraApp", "VantoraActions", "VantoraHost"}) {
+    for (const char* layer : {"VantoraApp", "VantoraActions", "VantoraHost/desktop"}) {
         QDirIterator files(QString(SOURCE_DIR "/") + layer, {"*.cpp", "*.h", "*.ui", "*.html"},
                            QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
