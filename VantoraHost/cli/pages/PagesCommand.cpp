@@ -110,6 +110,9 @@ private:
             withPages_ += survey->chosen.empty() ? 0 : 1;
             sheet_.add(input, *survey);
             printRepairs(streams_, input, survey->repairs);
+            for (const std::string& warning : survey->warnings) {
+                printWarning(streams_, input, warning);
+            }
         } else {
             ++failed_;
             sheet_.addFailure(inputName(input), survey.error().sentence);

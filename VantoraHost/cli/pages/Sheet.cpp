@@ -7,6 +7,8 @@
 
 #include <QtCore/QByteArray>
 
+#include <array>
+#include <cstdio>
 #include <filesystem>
 #include <string_view>
 
@@ -27,13 +29,27 @@ std::string wholePath(const std::string& input)
     return input == standardStream ? input : std::filesystem::absolute(input, failed).string();
 }
 
+/// "blank, 0.2 % differs" or "duplicate of page 3".
+std::string reasonText(const ChosenPage& chosen)
+{
+    if (!chosen.figure) {
+        return shown(chosen.reason);
+    }
+    if (chosen.reason.rfind("duplicate", 0) == 0) {
+        return "duplicate of page " + std::to_string(static_cast<int>(*chosen.figure));
+    }
+    std::array<char, 32> figure = {};
+    std::snprintf(figure.data(), figure.size(), ", %.2g %% differs", *chosen.figure);
+    return shown(chosen.reason) + figure.data();
+}
+
 JsonObject documentJson(const std::string& input, const PageSurvey& survey, std::size_t most)
 {
     constexpr std::size_t mostReasons = 5000; // the page shows no more
     std::vector<JsonObject> reasons;
     for (std::size_t i = 0; i < survey.chosen.size() && i < mostReasons; ++i) {
         JsonObject reason;
-        reason.add("page", survey.chosen[i].page).add("text", shown(survey.chosen[i].reason));
+        reason.add("page", survey.chosen[i].page).add("text", reasonText(survey.chosen[i]));
         reasons.push_back(std::move(reason));
     }
     JsonObject pictures;

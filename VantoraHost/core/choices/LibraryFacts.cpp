@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/base/WarningKinds.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/LibraryFailure.h"
+#include "VantoraHost/core/PageNumbers.h"
 
 #include <QtCore/QCryptographicHash>
 
@@ -59,6 +60,15 @@ Result<QString> LibraryFacts::text(int page)
         }
     }
     return checked(QString::fromStdWString(text), "has a page whose text can't be read");
+}
+
+std::vector<std::string> LibraryFacts::remarks() const
+{
+    if (unreadable_.empty()) {
+        return {};
+    }
+    return {"text of pages " + pageRangeText({unreadable_.begin(), unreadable_.end()}) +
+            " can't be read, as their fonts don't say which characters they show"};
 }
 
 bool LibraryFacts::hasUnreadableText(int page)

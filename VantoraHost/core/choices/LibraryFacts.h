@@ -33,8 +33,9 @@ public:
     Result<bool> hasColour(int page) override;
     Result<int> duplicateOf(int page) override;
 
-    /// The pages that were asked for their text and show some that can't be read, ascending.
-    std::vector<int> unreadablePages() const { return {unreadable_.begin(), unreadable_.end()}; }
+    /// Which of the pages that were asked for their text show some that can't be read, as a
+    /// sentence; none when there are no such pages.
+    std::vector<std::string> remarks() const;
 
 private:
     Result<int> findDuplicate(int page);

@@ -170,11 +170,8 @@ Outcome DocumentJob::changePages(DocumentReport& report)
     std::optional<PageForecast> forecast = forecastPages(sequence_, pages);
     if (forecast) {
         const Outcome judged = judge(report, *forecast);
-        if (const auto unreadable = facts.unreadablePages(); !unreadable.empty()) {
-            report.warnings.push_back("text of pages " + pageRangeText(unreadable) +
-                                      " can't be read, as their fonts don't say which characters "
-                                      "they show");
-        }
+        const std::vector<std::string> remarks = facts.remarks();
+        report.warnings.insert(report.warnings.end(), remarks.begin(), remarks.end());
         if (!judged || report.status == DocumentStatus::Skipped) {
             return judged;
         }

@@ -55,13 +55,18 @@ JsonObject chosenJson(const ChosenPage& chosen)
     JsonObject json;
     json.add("page", chosen.page)
         .add("reason",
-             chosen.reason.empty() ? std::nullopt : std::optional<std::string>(chosen.reason));
+             chosen.reason.empty() ? std::nullopt : std::optional<std::string>(chosen.reason))
+        .add("figure", chosen.figure);
     return json;
 }
 
 ChosenPage chosenOf(const QJsonObject& json)
 {
-    return {json["page"].toInt(), bytesOf(json["reason"].toString())};
+    ChosenPage chosen = {json["page"].toInt(), bytesOf(json["reason"].toString())};
+    if (json["figure"].isDouble()) {
+        chosen.figure = json["figure"].toDouble();
+    }
+    return chosen;
 }
 
 JsonObject pictureJson(int page, const std::string& bytes)
@@ -94,6 +99,7 @@ Result<PageSurvey> surveyPages(KarvelPDFLibraryCPDylibCPP1311& library, const st
     survey.chosen = std::move(*chosen);
     takePictures(library, survey, std::min(pictures, mostPictures));
     dropWhatIsNoPicture(survey);
+    survey.warnings = facts.remarks();
     survey.repairs = document->repairs();
     return survey;
 }
@@ -111,7 +117,7 @@ std::string toJson(const PageSurvey& survey, WithPictures pictures)
         .add("pages", survey.pages)
         .add("range", rangeTextOf(survey.chosen))
         .add("chosen", chosen)
-        .add("warnings", withRepairs({}, survey.repairs))
+        .add("warnings", withRepairs(survey.warnings, survey.repairs))
         .add("errors", std::vector<std::string>());
     if (pictures == WithPictures::Yes) {
         std::vector<JsonObject> objects;
@@ -150,10 +156,7 @@ Result<PageSurvey> pageSurveyOf(std::string_view text)
             QByteArray::fromBase64(picture["jpeg"].toString().toLatin1()).toStdString();
     }
     dropWhatIsNoPicture(survey);
-    const std::string mark = withRepairs({}, {""}).front();
-    for (const std::string& warning : bytesOf((*json)["warnings"].toArray())) {
-        survey.repairs.push_back(warning.substr(std::min(mark.size(), warning.size())));
-    }
+    takeWarnings((*json)["warnings"].toArray(), survey.warnings, survey.repairs);
     return survey;
 }
 

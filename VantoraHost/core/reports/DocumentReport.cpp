@@ -52,18 +52,6 @@ std::optional<int> pageCount(const QJsonValue& value)
     return count >= 0 ? std::optional<int>(count) : std::nullopt;
 }
 
-void takeWarnings(DocumentReport& report, const QJsonArray& warnings)
-{
-    for (const QJsonValue& value : warnings) {
-        std::string text = bytesOf(value.toString());
-        if (text.compare(0, sizeof repaired - 1, repaired) == 0) {
-            report.repairs.push_back(text.substr(sizeof repaired - 1));
-        } else {
-            report.warnings.push_back(std::move(text));
-        }
-    }
-}
-
 } // namespace
 
 std::vector<std::string> withRepairs(std::vector<std::string> warnings,
@@ -73,6 +61,19 @@ std::vector<std::string> withRepairs(std::vector<std::string> warnings,
         warnings.push_back(repaired + repair);
     }
     return warnings;
+}
+
+void takeWarnings(const QJsonArray& all, std::vector<std::string>& warnings,
+                  std::vector<std::string>& repairs)
+{
+    for (const QJsonValue& value : all) {
+        std::string text = bytesOf(value.toString());
+        if (text.compare(0, sizeof repaired - 1, repaired) == 0) {
+            repairs.push_back(text.substr(sizeof repaired - 1));
+        } else {
+            warnings.push_back(std::move(text));
+        }
+    }
 }
 
 namespace {
@@ -156,7 +157,7 @@ std::optional<DocumentReport> reportOf(const QJsonObject& json)
     report.inputModified = bytesOf(json["input_modified"].toString());
     report.inputSha256 = bytesOf(json["input_sha256"].toString());
     report.outputModified = bytesOf(json["output_modified"].toString());
-    takeWarnings(report, json["warnings"].toArray());
+    takeWarnings(json["warnings"].toArray(), report.warnings, report.repairs);
     report.leftToJudge = bytesOf(json["left"].toArray());
     const QJsonObject error = json["errors"].toArray().first().toObject();
     if (const auto reason = reasonNamed(bytesOf(error["reason"].toString()))) {

@@ -47,6 +47,10 @@ struct DocumentReport {
 std::vector<std::string> withRepairs(std::vector<std::string> warnings,
                                      const std::vector<std::string>& repairs);
 
+/// The two lists that such a list was made of.
+void takeWarnings(const QJsonArray& all, std::vector<std::string>& warnings,
+                  std::vector<std::string>& repairs);
+
 /// The report as one JSON object on one line, without the line's end; ASCII only.
 std::string toJson(const DocumentReport& report);
 

@@ -130,11 +130,12 @@ TEST_F(Facts, OfPagesAreWhatTheyShow)
     EXPECT_EQ(answers([&](int page) { return facts.duplicateOf(page); }), "0 0 0 1 1 0 1 ");
     EXPECT_EQ(facts.noise(2).value(), 0);
     EXPECT_NEAR(facts.noise(1).value(), 100.0 * 50 * 60 / 612 / 792, 0.1);
-    EXPECT_TRUE(facts.unreadablePages().empty());
+    EXPECT_THAT(facts.remarks(), testing::IsEmpty());
     for (int page = 1; page <= facts.count(); ++page) {
         ASSERT_TRUE(facts.text(page));
     }
-    EXPECT_EQ(facts.unreadablePages(), std::vector<int>{6});
+    EXPECT_THAT(facts.remarks(),
+                testing::ElementsAre(testing::StartsWith("text of pages 6 can't be read")));
     EXPECT_FALSE(facts.isBlank(8, false));
 }
 

@@ -12,8 +12,9 @@ TEST(PageSurvey, IsReadAsItWasWritten)
     PageSurvey survey;
     survey.input = "caf\xe9.pdf";
     survey.pages = 9;
-    survey.chosen = {{2, "text:a\nb"}, {9, ""}};
+    survey.chosen = {{2, "text:a\nb"}, {9, "blank", 0.125}};
     survey.pictures = {{1, std::string("\xff\xd8\xff\0x", 5)}, {2, "\xff\xd8\xff"}};
+    survey.warnings = {"text of pages 3 can't be read"};
     survey.repairs = {"its table was damaged"};
     const std::string line = toJson(survey, WithPictures::Yes);
     EXPECT_EQ(line.find('\n'), std::string::npos);
@@ -23,7 +24,10 @@ TEST(PageSurvey, IsReadAsItWasWritten)
     EXPECT_EQ(read->pages, 9);
     EXPECT_EQ(rangeTextOf(read->chosen), "2,9");
     EXPECT_EQ(read->chosen[0].reason, "text:a\nb");
+    EXPECT_EQ(read->chosen[0].figure, std::nullopt);
+    EXPECT_EQ(read->chosen[1].figure, 0.125);
     EXPECT_EQ(read->pictures, survey.pictures);
+    EXPECT_EQ(read->warnings, survey.warnings);
     EXPECT_EQ(read->repairs, survey.repairs);
     EXPECT_TRUE(pageSurveyOf(toJson(survey, WithPictures::No))->pictures.empty());
 }
