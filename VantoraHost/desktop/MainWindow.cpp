@@ -51,8 +51,9 @@ constexpr int reviewDelay = 200;
 
 ShownDocument shownOf(const Document& document)
 {
-    return {document.id, shownPath(document.input.path), nameOf(document),
-            QString::fromStdString(document.password), document.version};
+    return {document.id,      shownPath(document.input.path),
+            nameOf(document), QString::fromStdString(document.password),
+            document.version, document.pages};
 }
 
 PictureSettings picturesFor(const Installation& installation)
