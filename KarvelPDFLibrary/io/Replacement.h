@@ -9,7 +9,7 @@ namespace karvel::io {
 
 /// What came of giving a file the name of another one.
 struct Replacement {
-    int error = 0;          ///< an errno value; ESTALE when the file itself wasn't where it was to be
+    int error = 0; ///< an errno value; ESTALE when the file itself wasn't where it was to be
     bool overtaken = false; ///< it failed because the name isn't the replaced version's any more
 };
 

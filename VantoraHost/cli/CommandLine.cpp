@@ -44,8 +44,9 @@ public:
 
 std::string commandMistake(const std::vector<std::string>& arguments)
 {
-    const std::string which = "name what to do: run, pages, desktop, configure, info, undo, actions, "
-                              "lists, favourites or settings";
+    const std::string which =
+        "name what to do: run, pages, desktop, configure, info, undo, actions, "
+        "lists, favourites or settings";
     return arguments.empty() ? which : "\"" + arguments.front() + "\" is no command; " + which;
 }
 

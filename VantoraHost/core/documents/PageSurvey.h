@@ -19,7 +19,7 @@ struct PageSurvey {
     int pages = 0;
     std::vector<ChosenPage> chosen;
     std::map<int, std::string> pictures; ///< of chosen pages and their neighbours, as JPEG
-    std::vector<std::string> warnings; ///< what could not be found out
+    std::vector<std::string> warnings;   ///< what could not be found out
     std::vector<std::string> repairs;
 };
 
