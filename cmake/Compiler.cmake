@@ -9,6 +9,12 @@ if(VANTORA_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+# What a library needs is to be named when it is linked; but clang's sanitizers are in the program.
+set(VANTORA_NO_UNDEFINED -Wl,--no-undefined)
+if(VANTORA_SANITIZE AND CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    set(VANTORA_NO_UNDEFINED)
+endif()
+
 if(VANTORA_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <memory>
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef VANTORA_SANITIZED
 #include <sanitizer/lsan_interface.h>
 #endif
 
@@ -14,7 +14,7 @@ namespace {
 
 std::unique_ptr<QApplication> startApplication(int& argc, char** argv)
 {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef VANTORA_SANITIZED
     // The offscreen platform never frees its screen, which is no leak of ours.
     const __lsan::ScopedDisabler platform;
 #endif

@@ -19,7 +19,7 @@ namespace {
 // Private memory, as a heap is: documents that are mapped from their files don't count.
 void limitMemory([[maybe_unused]] std::uint64_t bytes)
 {
-#ifndef __SANITIZE_ADDRESS__ // which reserves terabytes
+#ifndef VANTORA_SANITIZED // which reserves terabytes
     const struct rlimit limit = {bytes, bytes};
     setrlimit(RLIMIT_DATA, &limit);
 #endif

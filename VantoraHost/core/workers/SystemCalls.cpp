@@ -128,7 +128,7 @@ void addThreads(Filter& filter)
     filter.add(SCMP_ACT_ALLOW, SCMP_SYS(clone),
                SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD | namespaces, CLONE_THREAD));
     filter.add(SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3));
-#ifdef __SANITIZE_ADDRESS__
+#ifdef VANTORA_SANITIZED
     // Its reports go without the names that another program would add.
     filter.add(SCMP_ACT_ERRNO(EPERM), SCMP_SYS(clone),
                SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0));

@@ -246,7 +246,7 @@ TEST_P(AnyFiles, EndInARightDocumentWithinBounds)
     ASSERT_EQ(document->pageCount(), GetParam().pages);
     ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
     const std::string saved = support::savedIn(*document, saving::Way::CopyUnchanged);
-#ifndef __SANITIZE_ADDRESS__
+#ifndef VANTORA_SANITIZED
     rusage usage = {};
     getrusage(RUSAGE_SELF, &usage);
     EXPECT_LT(usage.ru_maxrss, 1000 * 1024);

@@ -188,7 +188,7 @@ TEST_F(WholeRun, IsNotBegunTwice)
     EXPECT_EQ(linesOf("log"), std::vector<std::string>{"begin"});
 }
 
-#ifndef __SANITIZE_ADDRESS__
+#ifndef VANTORA_SANITIZED
 TEST_F(WholeRun, GoesOnWhenADocumentNeedsTooMuchMemory)
 {
     const auto answer = run("--memory-limit 200M" + std::string(unknown) +

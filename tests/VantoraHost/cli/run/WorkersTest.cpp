@@ -141,7 +141,7 @@ const std::vector<Mishap> mishaps = {
     {"it_is_killed", "be killed", "-j 1", "at it ended: Killed; so did a fresh one"},
     {"it_leaves", "leave", "", "at it ended: exit status 3"},
     {"it_is_asked_to_end", "be asked to end", "-j 1", "ended: Terminated; so did a fresh"},
-#ifndef __SANITIZE_ADDRESS__
+#ifndef VANTORA_SANITIZED
     {"it_eats_memory", "eat memory", "--memory-limit 200M",
      "more memory than its worker may use, 209 MB"},
 #endif
@@ -189,7 +189,7 @@ TEST_F(Workers, DoASingleDocument)
     expectAllDoneBut("");
 }
 
-#ifndef __SANITIZE_ADDRESS__
+#ifndef VANTORA_SANITIZED
 TEST_F(Workers, NeedNoMoreMemoryForADryRunThanForTheRealOne)
 {
     const support::Sketch sketch = {

@@ -290,7 +290,7 @@ TEST_F(Pictures, GoOnAfterAPageThatIsNotThere)
                 testing::ElementsAre(StartsWith("page: "), "155 x 200"));
 }
 
-#ifndef __SANITIZE_ADDRESS__ // which reserves terabytes, so that nothing is limited there
+#ifndef VANTORA_SANITIZED // which reserves terabytes, so that nothing is limited there
 TEST_F(Pictures, MayTakeAsMuchMemoryAsIsAllowedAndNoMore)
 {
     PictureSettings small = settings(BUILT_PROGRAM);

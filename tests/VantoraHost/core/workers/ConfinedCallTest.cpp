@@ -89,7 +89,7 @@ TEST(ConfinedCall, CostsNoMoreThanItsDocument)
          },
          0s, Reason::Crashed, "ended: exit status 7"},
         {"it takes too long", forEver, 1s, Reason::TimedOut, "it took longer than 1 second"},
-#ifndef __SANITIZE_ADDRESS__ // with which a copy of the process is refused, and memory not bounded
+#ifndef VANTORA_SANITIZED // with which a copy of the process is refused, and memory not bounded
         {"it starts a process", [] { return std::to_string(::fork()); }, 0s, Reason::Crashed,
          "ended: Bad system call"},
         {"it eats memory",
