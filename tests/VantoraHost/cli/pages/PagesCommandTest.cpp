@@ -82,14 +82,16 @@ TEST_F(Pages, SayForEachWhyAsJson)
     EXPECT_EQ(answer.status, 1);
     EXPECT_THAT(terminal::lines(answer.out),
                 ElementsAre(R"({"schema":1,"input":"in/a.pdf","status":"done","pages":4,)"
-                            R"("range":"1,3-4","chosen":[{"page":1,"reason":"odd"},)"
-                            R"({"page":3,"reason":"odd"},{"page":4,"reason":"last"}],)"
+                            R"("range":"1,3-4","chosen":[)"
+                            R"({"page":1,"reason":"odd","figure":null},)"
+                            R"({"page":3,"reason":"odd","figure":null},)"
+                            R"({"page":4,"reason":"last","figure":null}],)"
                             R"("warnings":[],"errors":[]})",
                             HasSubstr(R"("input":"missing.pdf","status":"failed")")));
     EXPECT_THAT(answer.err, AllOf(HasSubstr("error: missing.pdf: there is no such file"),
                                   HasSubstr("3 pages in 1 document, of 2 looked at; 1 failed")));
     const auto kept = terminal::run("pages --json --keep even in/a.pdf --report r");
-    EXPECT_THAT(kept.out, HasSubstr(R"("chosen":[{"page":1,"reason":null})"));
+    EXPECT_THAT(kept.out, HasSubstr(R"("chosen":[{"page":1,"reason":null,"figure":null})"));
     EXPECT_EQ(readFile("r"), kept.out);
 }
 
