@@ -19,7 +19,7 @@ std::uint64_t seed()
 }
 
 #ifdef VANTORA_SANITIZED
-constexpr int pagesOfAKind = 4; // which takes long enough there
+constexpr int pagesOfAKind = 8; // which takes long enough there
 #else
 constexpr int pagesOfAKind = 32;
 #endif
