@@ -8,16 +8,46 @@
 
 namespace vantora {
 
+namespace {
+
 // By the form in which options are saved, which tells all values apart; JSON does not.
+class Identity {
+public:
+    Identity() { stream_.setVersion(QDataStream::Qt_4_0); }
+
+    void add(const std::string& action, const PreferencesMap& preferences)
+    {
+        stream_ << QByteArray::fromStdString(action) << QVariant(preferences);
+    }
+
+    std::string digest() const
+    {
+        return sha256Of({bytes_.constData(), static_cast<std::size_t>(bytes_.size())});
+    }
+
+private:
+    QByteArray bytes_;
+    QDataStream stream_{&bytes_, QIODevice::WriteOnly};
+};
+
+} // namespace
+
 std::string stepsDigest(const std::vector<Step>& steps)
 {
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(QDataStream::Qt_4_0);
+    Identity identity;
     for (const Step& step : steps) {
-        stream << QByteArray::fromStdString(step.action.name) << QVariant(step.preferences);
+        identity.add(step.action.name, step.preferences);
     }
-    return sha256Of({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    return identity.digest();
+}
+
+std::string stepsDigest(const std::vector<StepRequest>& steps)
+{
+    Identity identity;
+    for (const StepRequest& step : steps) {
+        identity.add(step.action, step.stored);
+    }
+    return identity.digest();
 }
 
 std::string stepsJson(const std::vector<Step>& steps)

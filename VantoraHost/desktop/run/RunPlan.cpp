@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/io/Folder.h"
 #include "VantoraHost/core/actions/DeletePagesOptions.h"
+#include "VantoraHost/core/actions/StepsIdentity.h"
 
 #include <QtCore/QFile>
 
@@ -72,19 +73,6 @@ Result<std::vector<Destined>> destined(const std::vector<RunDocument>& documents
     return list;
 }
 
-std::string keyOf(const std::vector<StepRequest>& steps)
-{
-    std::string key;
-    for (const StepRequest& step : steps) {
-        key += step.action + '\n';
-        for (auto option = step.stored.begin(); option != step.stored.end(); ++option) {
-            key +=
-                option.key().toStdString() + '=' + option.value().toString().toStdString() + '\n';
-        }
-    }
-    return key;
-}
-
 // Documents with the same steps are one batch.
 class Groups {
 public:
@@ -92,7 +80,8 @@ public:
 
     void add(const RunDocument& document, Target target, RunPlan& plan)
     {
-        const auto [found, isNew] = places_.emplace(keyOf(document.steps), plan.groups.size());
+        const auto [found, isNew] =
+            places_.emplace(stepsDigest(document.steps), plan.groups.size());
         if (isNew) {
             RunGroup group;
             group.steps = document.steps;

@@ -342,6 +342,16 @@ TEST_F(Plans, LeaveDocumentsAloneThatNoStepIsForAndGroupTheOthersBySteps)
     EXPECT_THAT(plan->groups[1].ids, ElementsAre(3U));
 }
 
+TEST_F(Plans, TellOptionsApartThatHaveNoText)
+{
+    std::vector<RunDocument> documents = {document("in/a.pdf"), document("in/b.pdf")};
+    documents[0].steps[0].stored.insert("order", QStringList({"front", "back"}));
+    documents[1].steps[0].stored.insert("order", QStringList({"back", "front"}));
+    const auto plan = planRun(documents, settings(OutputPlace::Folder));
+    ASSERT_TRUE(plan);
+    EXPECT_EQ(plan->groups.size(), 2U);
+}
+
 TEST_F(Plans, FailForSettingsThatCannotBe)
 {
     RunSettings chosen = settings(OutputPlace::Folder);
