@@ -130,15 +130,11 @@ std::string toJson(const DocumentInfo& info)
 
 Result<DocumentInfo> documentInfoOf(std::string_view text)
 {
-    const auto found = jsonObjectOf(text);
+    const Result<QJsonObject> found = doneObjectOf(text);
     if (!found) {
-        return tl::unexpected<Error>(noSense());
+        return tl::unexpected<Error>(found.error());
     }
     const QJsonObject& json = *found;
-    if (json["status"].toString() != "done") {
-        return tl::unexpected<Error>(
-            errorOf(json["errors"].toArray().at(0).toObject(), bytesOf(json["input"].toString())));
-    }
     DocumentInfo info;
     info.input = bytesOf(json["input"].toString());
     info.bytes = wholeNumber(json["bytes"]).value_or(0);

@@ -131,13 +131,9 @@ std::string toJson(const PageSurvey& survey, WithPictures pictures)
 
 Result<PageSurvey> pageSurveyOf(std::string_view text)
 {
-    const auto json = jsonObjectOf(text);
+    const Result<QJsonObject> json = doneObjectOf(text);
     if (!json) {
-        return tl::unexpected<Error>(noSense());
-    }
-    if ((*json)["status"].toString() != "done") {
-        return tl::unexpected<Error>(errorOf((*json)["errors"].toArray().at(0).toObject(),
-                                             bytesOf((*json)["input"].toString())));
+        return tl::unexpected<Error>(json.error());
     }
     PageSurvey survey;
     survey.input = bytesOf((*json)["input"].toString());

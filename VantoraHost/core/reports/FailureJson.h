@@ -21,6 +21,9 @@ JsonObject errorJson(const Error& error);
 /// What such an object says of a file. A reason that is not known reads as LibraryFailed.
 Error errorOf(const QJsonObject& json, std::string file);
 
+/// What one line says of a document, unless it is about a failure, or makes no sense.
+Result<QJsonObject> doneObjectOf(std::string_view line);
+
 /// An input, null for none in particular, about which there is nothing to say but why: one line.
 std::string failureJson(const Error& error, std::optional<std::string_view> input);
 
