@@ -152,6 +152,12 @@ ExitStatus exitStatus(Reason reason)
     }
 }
 
+ExitStatus failedWith(const Streams& streams, bool json, const Error& error)
+{
+    printFailure(streams, json, error);
+    return exitStatus(error.reason);
+}
+
 void printWarning(const Streams& streams, const std::string& file, const std::string& sentence)
 {
     streams.err << "vantora: " << label(streams, yellow, "warning:") << ' ' << subject(file)

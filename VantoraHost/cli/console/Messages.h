@@ -27,6 +27,9 @@ void printFailure(const Streams& streams, bool json, const Error& error);
 /// The exit status that goes with an error that ends a whole command.
 ExitStatus exitStatus(Reason reason);
 
+/// Prints such an error, and returns the exit status that goes with it.
+ExitStatus failedWith(const Streams& streams, bool json, const Error& error);
+
 /// Prints "vantora: warning: FILE: sentence" as one line.
 void printWarning(const Streams& streams, const std::string& file, const std::string& sentence);
 

@@ -176,11 +176,8 @@ public:
 private:
     Result<DocumentInfo> look(const std::string& input)
     {
-        if (input == standardStream && !looking_.standardInput()) {
-            return tl::unexpected<Error>(looking_.standardInput().error());
-        }
-        return inspect(looking_.library(), input, looking_.standardInput().value_or(""),
-                       looking_.passwords(), options_.verbose);
+        return inspect(looking_.library(), input, looking_.standardInput(), looking_.passwords(),
+                       options_.verbose);
     }
 
     static std::string json(const std::string& input, const Result<DocumentInfo>& info)
@@ -213,19 +210,13 @@ private:
     bool done_ = true;
 };
 
-int failedWith(const InfoOptions& options, const Streams& streams, const Error& error)
-{
-    printFailure(streams, options.json, error);
-    return exitStatus(error.reason);
-}
-
 } // namespace
 
 int showInfo(const InfoOptions& options, const Installation& installation, const Streams& streams)
 {
     const Result<Looking> looking = Looking::prepare(options, installation, streams);
     if (!looking) {
-        return failedWith(options, streams, looking.error());
+        return failedWith(streams, options.json, looking.error());
     }
     Inspection inspection(options, *looking, streams);
     const bool ended = inspection.run();

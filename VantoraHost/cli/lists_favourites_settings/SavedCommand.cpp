@@ -20,12 +20,6 @@ namespace vantora::cli {
 
 namespace {
 
-int failedWith(const Streams& streams, const Error& error)
-{
-    printError(streams, error);
-    return exitStatus(error.reason);
-}
-
 JsonObject stepObject(const StepRequest& step)
 {
     JsonObject object;
@@ -78,7 +72,7 @@ int showSaved(const SavedOptions& options, const Streams& streams)
 {
     const auto entry = savedEntry({options.kind, options.name});
     if (!entry) {
-        return failedWith(streams, entry.error());
+        return failedWith(streams, false, entry.error());
     }
     if (options.json) {
         printJson(*entry, options.kind, streams.out);
@@ -208,7 +202,7 @@ int removeSaved(const SavedOptions& options, const Streams& streams)
 {
     const auto removed = stepstore::remove({options.kind, options.name});
     if (!removed) {
-        return failedWith(streams, removed.error());
+        return failedWith(streams, false, removed.error());
     }
     streams.out << "removed " << shown(*removed) << '\n';
     return AllDone;
@@ -262,7 +256,7 @@ int workOnSaved(const SavedOptions& options, const Installation& installation,
     const Outcome done = options.verb == SavedVerb::Add      ? add(options, catalog, guiPart)
                          : options.verb == SavedVerb::Change ? change(options, catalog)
                                                              : removeStep(options);
-    return done ? showSaved(options, streams) : failedWith(streams, done.error());
+    return done ? showSaved(options, streams) : failedWith(streams, false, done.error());
 }
 
 } // namespace vantora::cli

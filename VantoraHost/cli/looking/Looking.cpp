@@ -3,6 +3,7 @@
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/Target.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
+#include "VantoraHost/core/reports/FailureJson.h"
 #include "VantoraHost/core/workers/ConfinedCall.h"
 #include "VantoraHost/core/workers/Confinement.h"
 
@@ -42,7 +43,12 @@ Result<Looking> Looking::prepare(const LookOptions& options, const Installation&
         std::any_of(looking.inputs_.begin(), looking.inputs_.end(),
                     [](const Input& input) { return input.path == standardStream; });
     if (readsStandardInput) {
-        looking.standardInput_ = readStandardInput(streams);
+        auto document = readStandardInput(streams);
+        if (document) {
+            looking.standardInput_ = std::move(*document);
+        } else {
+            looking.unreadable_ = std::move(document.error());
+        }
     }
     looking.programFiles_ = programFiles({installation.library.parent_path()});
     return looking;
@@ -57,9 +63,15 @@ bool Looking::atEach(const Look& look, const Take& take) const
         if (streams_.interrupted()) {
             return false;
         }
-        take(input.path, look(input.path));
+        take(input.path, lookAt(look, input.path));
     }
     return true;
+}
+
+std::string Looking::lookAt(const Look& look, const std::string& input) const
+{
+    const bool isUnreadable = input == standardStream && unreadable_;
+    return isUnreadable ? failureJson(*unreadable_, input) : look(input);
 }
 
 bool Looking::inProcesses(const Look& look, const Take& take) const
@@ -77,7 +89,7 @@ bool Looking::inProcesses(const Look& look, const Take& take) const
         limits.time = std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument));
         return limits;
     };
-    calls.work = [&](std::size_t i) { return look(inputs_[i].path); };
+    calls.work = [&](std::size_t i) { return lookAt(look, inputs_[i].path); };
     return callEachConfined(
         calls, atOnce, streams_.interrupted,
         [&](std::size_t i, Result<std::string> found) { take(inputs_[i].path, std::move(found)); });

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,7 @@ public:
     static Result<Looking> prepare(const LookOptions& options, const Installation& installation,
                                    const Streams& streams);
 
-    /// Looks at one document: the text about it that goes on to `Take`.
+    /// Looks at one document that can be read: the JSON text about it that goes on to `Take`.
     using Look = std::function<std::string(const std::string& input)>;
     /// Takes what was found in a document, or why its process had nothing to say.
     using Take = std::function<void(const std::string& input, Result<std::string> found)>;
@@ -43,14 +44,15 @@ public:
     KarvelPDFLibraryCPDylibCPP1311& library() const { return *library_; }
     const std::vector<std::string>& passwords() const { return passwords_; }
 
-    /// The document that "-" stands for, or why there is none.
-    const Result<std::string>& standardInput() const { return standardInput_; }
+    /// The document that "-" stands for; empty where no input is that.
+    const std::string& standardInput() const { return standardInput_; }
 
     ~Looking();
     Looking(Looking&&) noexcept;
 
 private:
     Looking(const LookOptions& options, const Streams& streams);
+    std::string lookAt(const Look& look, const std::string& input) const;
     bool inProcesses(const Look& look, const Take& take) const;
 
     const LookOptions& options_;
@@ -59,7 +61,8 @@ private:
     std::vector<std::string> passwords_;
     std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library_;
     std::vector<Input> inputs_;
-    Result<std::string> standardInput_ = std::string();
+    std::string standardInput_;
+    std::optional<Error> unreadable_; ///< why standard input can't be read
 };
 
 } // namespace vantora::cli

@@ -76,10 +76,7 @@ public:
 private:
     Result<PageSurvey> look(const std::string& input)
     {
-        if (input == standardStream && !looking_.standardInput()) {
-            return tl::unexpected<Error>(looking_.standardInput().error());
-        }
-        return surveyPages(looking_.library(), input, looking_.standardInput().value_or(""),
+        return surveyPages(looking_.library(), input, looking_.standardInput(),
                            looking_.passwords(), choices_,
                            options_.sheetPath.empty() ? 0 : sheet_.picturesLeft());
     }
@@ -108,7 +105,9 @@ private:
         if (survey) {
             pages_ += survey->chosen.size();
             withPages_ += survey->chosen.empty() ? 0 : 1;
-            sheet_.add(input, *survey);
+            if (!options_.sheetPath.empty()) {
+                sheet_.add(input, *survey);
+            }
             printRepairs(streams_, input, survey->repairs);
             for (const std::string& warning : survey->warnings) {
                 printWarning(streams_, input, warning);
@@ -153,33 +152,27 @@ Outcome mayBeWritten(const PagesOptions& options)
     return {};
 }
 
-int failedWith(const PagesOptions& options, const Streams& streams, const Error& error)
-{
-    printFailure(streams, options.json, error);
-    return exitStatus(error.reason);
-}
-
 } // namespace
 
 int showPages(const PagesOptions& options, const Installation& installation, const Streams& streams)
 {
     const Result<ChoiceSet> choices = choicesOf(options);
     if (!choices) {
-        return failedWith(options, streams, choices.error());
+        return failedWith(streams, options.json, choices.error());
     }
     if (const Outcome free = mayBeWritten(options); !free) {
-        return failedWith(options, streams, free.error());
+        return failedWith(streams, options.json, free.error());
     }
     const Result<Looking> looking = Looking::prepare(options, installation, streams);
     if (!looking) {
-        return failedWith(options, streams, looking.error());
+        return failedWith(streams, options.json, looking.error());
     }
     Selection selection(options, *choices, *looking, streams);
     if (!selection.run()) {
         return InterruptedByUser;
     }
     if (const Outcome written = selection.finish(); !written) {
-        return failedWith(options, streams, written.error());
+        return failedWith(streams, options.json, written.error());
     }
     return selection.allDone() ? AllDone : SomeFailed;
 }

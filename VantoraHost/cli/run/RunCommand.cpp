@@ -24,12 +24,6 @@ namespace vantora::cli {
 
 namespace {
 
-int failedWith(const RunOptions& options, const Streams& streams, const Error& error)
-{
-    printFailure(streams, options.json, error);
-    return exitStatus(error.reason);
-}
-
 // An action that isn't there may be the name of something that the person has saved.
 Error withNamesakes(Error error, const RunOptions& options, const ActionCatalog& catalog,
                     const GuiPartSource& guiPart)
@@ -336,37 +330,37 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
         const Streams& streams)
 {
     if (streams.outIsTerminal && writesDocumentToOutput(options)) {
-        return failedWith(options, streams,
+        return failedWith(streams, options.json,
                           {Reason::OutputNotAFile, {}, "a PDF is not for a terminal"});
     }
     const ActionCatalog catalog = ActionCatalog::of(installation.actionFolders);
     const Result<std::vector<StepRequest>> steps = stepsNamed(options.steps, guiPart);
     if (!steps) {
-        return failedWith(options, streams, steps.error());
+        return failedWith(streams, options.json, steps.error());
     }
     Result<Sequence> sequence = Sequence::of(*steps, catalog);
     if (!sequence) {
-        return failedWith(options, streams,
+        return failedWith(streams, options.json,
                           withNamesakes(sequence.error(), options, catalog, guiPart));
     }
     const RunIdentity identity = {VANTORA_VERSION, stepsDigest(sequence->steps()),
                                   stepsJson(sequence->steps()), nanosecondsNow()};
     Result<RunInputs> inputs = inputsOf(options, identity, streams);
     if (!inputs) {
-        return failedWith(options, streams, inputs.error());
+        return failedWith(streams, options.json, inputs.error());
     }
     const Result<std::size_t> done = leaveOutDone(options, inputs->all);
     if (!done) {
-        return failedWith(options, streams, done.error());
+        return failedWith(streams, options.json, done.error());
     }
     inputs->outputThere = *done;
     Result<Batch> batch = prepare(options, inputs->all, streams);
     if (!batch) {
-        return failedWith(options, streams, batch.error());
+        return failedWith(streams, options.json, batch.error());
     }
     auto report = openReport(options);
     if (!report) {
-        return failedWith(options, streams, report.error());
+        return failedWith(streams, options.json, report.error());
     }
     sayWhatStepsMean(options, *sequence, streams);
     sayWhatIsLeftAlone(options, *inputs, streams);
@@ -382,7 +376,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
                         workersFor(options, installation, *steps, *batch, guiPart), reporter)
             : runHere(*batch, installation, *sequence, reporter);
     if (!result) {
-        return failedWith(options, streams, result.error());
+        return failedWith(streams, options.json, result.error());
     }
     return statusOf(*result, reporter, streams);
 }

@@ -95,8 +95,7 @@ int undoRun(const UndoOptions& options, const Streams& streams)
 {
     const auto undo = RunUndo::read(options.reports);
     if (!undo) {
-        printFailure(streams, options.json, undo.error());
-        return exitStatus(undo.error().reason);
+        return failedWith(streams, options.json, undo.error());
     }
     UndoReporter reporter(options, streams);
     undo->undo({options.removeOutputs, options.dryRun, streams.interrupted},
