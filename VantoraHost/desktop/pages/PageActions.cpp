@@ -50,6 +50,7 @@ PageActions::PageActions(QObject* parent)
       goTo(made(parent, "goToPage", tr("&Go to Page..."), Qt::CTRL | Qt::Key_G)),
       retry(made(parent, "retryPictures", tr("&Draw Again"), QKeySequence::Refresh))
 {
+    review->setIconText(tr("Review All")); // on its button, beside the range, which needs the room
     zoomIn->setShortcuts({QKeySequence(QKeySequence::ZoomIn), Qt::CTRL | Qt::Key_Equal});
     for (QAction* action : {toggle, add, remove, fromHere, toHere, selectAll, wholePage}) {
         action->setShortcutContext(Qt::WidgetShortcut);
