@@ -56,29 +56,40 @@ Result<Looking> Looking::prepare(const LookOptions& options, const Installation&
 
 bool Looking::atEach(const Look& look, const Take& take) const
 {
-    if (options_.workers.jobs != 0U) {
-        return inProcesses(look, take);
+    return atEach(
+        {[&](const std::string& input, std::size_t) { return look(input); },
+         [](const std::string&, const std::string&, std::size_t) { return std::size_t{0}; },
+         [&](const std::string& input, Result<std::vector<std::string>> found) {
+             take(input, std::move(found).map(
+                             [](std::vector<std::string> parts) { return parts.front(); }));
+         }});
+}
+
+bool Looking::atEach(const Sharing& sharing) const
+{
+    if (hasProcesses()) {
+        return inProcesses(sharing);
     }
     for (const Input& input : inputs_) {
         if (streams_.interrupted()) {
             return false;
         }
-        take(input.path, lookAt(look, input.path));
+        sharing.take(input.path, std::vector{lookAt(sharing, input.path, 0)});
     }
     return true;
 }
 
-std::string Looking::lookAt(const Look& look, const std::string& input) const
+std::string Looking::lookAt(const Sharing& sharing, const std::string& input,
+                            std::size_t part) const
 {
     const bool isUnreadable = input == standardStream && unreadable_;
-    return isUnreadable ? failureJson(*unreadable_, input) : look(input);
+    return isUnreadable ? failureJson(*unreadable_, input) : sharing.look(input, part);
 }
 
-bool Looking::inProcesses(const Look& look, const Take& take) const
+bool Looking::inProcesses(const Sharing& sharing) const
 {
-    const std::size_t atOnce =
-        std::min(inputs_.size(), options_.workers.jobs.value_or(std::max<std::size_t>(
-                                     1, std::thread::hardware_concurrency())));
+    const std::size_t atOnce = options_.workers.jobs.value_or(
+        std::max<std::size_t>(1, std::thread::hardware_concurrency()));
     ConfinedWork calls;
     calls.count = inputs_.size();
     calls.limits = [&](std::size_t i) {
@@ -89,10 +100,16 @@ bool Looking::inProcesses(const Look& look, const Take& take) const
         limits.time = std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument));
         return limits;
     };
-    calls.work = [&](std::size_t i) { return lookAt(look, inputs_[i].path); };
-    return callEachConfined(
-        calls, atOnce, streams_.interrupted,
-        [&](std::size_t i, Result<std::string> found) { take(inputs_[i].path, std::move(found)); });
+    calls.work = [&](std::size_t i, std::size_t part) {
+        return lookAt(sharing, inputs_[i].path, part);
+    };
+    calls.furtherParts = [&](std::size_t i, const std::string& first) {
+        return sharing.furtherParts(inputs_[i].path, first, atOnce);
+    };
+    return callEachConfined(calls, atOnce, streams_.interrupted,
+                            [&](std::size_t i, PieceAnswers found) {
+                                sharing.take(inputs_[i].path, std::move(found));
+                            });
 }
 
 } // namespace vantora::cli

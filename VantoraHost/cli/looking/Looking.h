@@ -40,6 +40,24 @@ public:
     /// false when the person doesn't want to wait any longer.
     bool atEach(const Look& look, const Take& take) const;
 
+    /// A document that several processes share; parts count from 0.
+    struct Sharing {
+        std::function<std::string(const std::string& input, std::size_t part)> look;
+
+        /// How many parts follow the first one, in which this was found, for so many processes.
+        std::function<std::size_t(const std::string& input, const std::string& first,
+                                  std::size_t processes)>
+            furtherParts;
+        std::function<void(const std::string& input, Result<std::vector<std::string>> found)> take;
+    };
+
+    /// The same, with the parts of a document looked at by processes of their own; without worker
+    /// processes, there are none but the first.
+    bool atEach(const Sharing& sharing) const;
+
+    /// Whether documents are looked at in processes of their own.
+    bool hasProcesses() const { return options_.workers.jobs != 0U; }
+
     const std::vector<Input>& inputs() const { return inputs_; }
     KarvelPDFLibraryCPDylibCPP1311& library() const { return *library_; }
     const std::vector<std::string>& passwords() const { return passwords_; }
@@ -52,8 +70,8 @@ public:
 
 private:
     Looking(const LookOptions& options, const Streams& streams);
-    std::string lookAt(const Look& look, const std::string& input) const;
-    bool inProcesses(const Look& look, const Take& take) const;
+    std::string lookAt(const Sharing& sharing, const std::string& input, std::size_t part) const;
+    bool inProcesses(const Sharing& sharing) const;
 
     const LookOptions& options_;
     const Streams& streams_;

@@ -10,6 +10,7 @@
 #include "VantoraHost/core/outputs/TextFile.h"
 #include "VantoraHost/core/reports/FailureJson.h"
 
+#include <map>
 #include <optional>
 #include <ostream>
 
@@ -37,6 +38,7 @@ public:
     Selection(const PagesOptions& options, const ChoiceSet& choices, const Looking& looking,
               const Streams& streams)
         : options_(options), choices_(choices), looking_(looking), streams_(streams),
+          isShared_(looking.hasProcesses() && isWorthSharing(choices)),
           sheet_(shownChoices(choices))
     {
     }
@@ -45,10 +47,15 @@ public:
     bool run()
     {
         return looking_.atEach(
-            [&](const std::string& input) { return json(input, look(input), WithPictures::Yes); },
-            [&](const std::string& input, const Result<std::string>& found) {
-                take(input, found ? pageSurveyOf(*found) : tl::unexpected<Error>(found.error()));
-            });
+            {[&](const std::string& input, std::size_t part) {
+                 return json(input, look(input, part), Extent::Whole);
+             },
+             [&](const std::string& input, const std::string& first, std::size_t processes) {
+                 return share(input, first, processes);
+             },
+             [&](const std::string& input, Result<std::vector<std::string>> found) {
+                 take(input, std::move(found).and_then(join));
+             }});
     }
 
     /// Writes the files that are asked for, and says how much was found.
@@ -74,17 +81,51 @@ public:
     bool allDone() const { return failed_ == 0; }
 
 private:
-    Result<PageSurvey> look(const std::string& input)
+    /// What is known of a document once its first part was looked at.
+    struct Shares {
+        int pages = 0;
+        std::size_t further = 0; ///< parts
+    };
+
+    Result<PageSurvey> look(const std::string& input, std::size_t part)
     {
-        return surveyPages(looking_.library(), input, looking_.standardInput(),
-                           looking_.passwords(), choices_,
-                           options_.sheetPath.empty() ? 0 : sheet_.picturesLeft());
+        SurveyRequest request = {choices_, looking_.passwords()};
+        request.pictures = options_.sheetPath.empty() ? 0 : sheet_.picturesLeft();
+        if (isShared_) {
+            const Shares shares = part == 0 ? Shares() : shares_.at(input);
+            request.span = spanOfPart(part, shares.pages, shares.further);
+        }
+        return surveyPages(looking_.library(), input, looking_.standardInput(), request);
+    }
+
+    std::size_t share(const std::string& input, const std::string& first, std::size_t processes)
+    {
+        const Result<PageSurvey> survey = pageSurveyOf(first);
+        if (!isShared_ || !survey) {
+            return 0;
+        }
+        const std::size_t further = furtherParts(survey->pages, processes);
+        shares_[input] = {survey->pages, further};
+        return further;
+    }
+
+    static Result<PageSurvey> join(const std::vector<std::string>& found)
+    {
+        std::vector<PageSurvey> parts;
+        for (const std::string& text : found) {
+            Result<PageSurvey> part = pageSurveyOf(text);
+            if (!part) {
+                return part;
+            }
+            parts.push_back(std::move(*part));
+        }
+        return joined(std::move(parts));
     }
 
     static std::string json(const std::string& input, const Result<PageSurvey>& survey,
-                            WithPictures pictures)
+                            Extent extent)
     {
-        return survey ? toJson(*survey, pictures) : failureJson(survey.error(), input);
+        return survey ? toJson(*survey, extent) : failureJson(survey.error(), input);
     }
 
     void take(const std::string& input, Result<PageSurvey> survey)
@@ -92,7 +133,7 @@ private:
         if (!survey) {
             survey.error().file = input;
         }
-        const std::string line = json(input, survey, WithPictures::No) + '\n';
+        const std::string line = json(input, survey, Extent::Printed) + '\n';
         report_ += options_.reportPath.empty() ? "" : line;
         if (options_.json) {
             streams_.out << line;
@@ -123,6 +164,8 @@ private:
     const ChoiceSet& choices_;
     const Looking& looking_;
     const Streams& streams_;
+    const bool isShared_;
+    std::map<std::string, Shares> shares_; ///< by input
     Sheet sheet_;
     std::string report_;
     std::size_t pages_ = 0;

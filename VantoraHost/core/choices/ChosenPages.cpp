@@ -225,17 +225,17 @@ private:
 
 } // namespace
 
-Result<std::vector<ChosenPage>> choosePages(const ChoiceSet& set, PageFacts& facts)
+Result<std::vector<ChosenPage>> choosePages(const ChoiceSet& set, PageFacts& facts, PageSpan span)
 {
     Chooser chooser(facts);
     const bool keeps = !set.keep.empty();
-    const auto every = [](int) { return true; };
+    const auto every = [&](int page) { return span.contains(page); };
     const Result<Found> found = chooser.find(keeps ? set.keep : set.choose, every);
     if (!found) {
         return tl::unexpected<Error>(found.error());
     }
     const auto goes = [&](int page) {
-        return ((*found)[static_cast<std::size_t>(page)] == 0) == keeps;
+        return span.contains(page) && ((*found)[static_cast<std::size_t>(page)] == 0) == keeps;
     };
     const Result<Found> excepted = chooser.find(set.except, goes);
     if (!excepted) {
@@ -252,6 +252,20 @@ Result<std::vector<ChosenPage>> choosePages(const ChoiceSet& set, PageFacts& fac
         }
     }
     return chosen;
+}
+
+bool isWorthSharing(const ChoiceSet& set)
+{
+    bool looksAtPages = false;
+    for (const auto* choices : {&set.choose, &set.keep, &set.except}) {
+        for (const Choice& choice : *choices) {
+            if (choice.kind == ChoiceKind::Duplicate) {
+                return false;
+            }
+            looksAtPages = looksAtPages || choice.kind >= ChoiceKind::Text;
+        }
+    }
+    return looksAtPages;
 }
 
 std::string rangeTextOf(const std::vector<ChosenPage>& pages)

@@ -6,6 +6,7 @@
 
 #include <QtCore/QString>
 
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,6 +45,14 @@ public:
     virtual Result<int> duplicateOf(int page) = 0;
 };
 
+/// Pages that follow each other, from 1, as far as the document has them.
+struct PageSpan {
+    int first = 1;
+    int last = std::numeric_limits<int>::max();
+
+    bool contains(int page) const { return page >= first && page <= last; }
+};
+
 /// Which pages a user wants to go.
 struct ChoiceSet {
     std::vector<Choice> choose; ///< pages of any of these go
@@ -61,9 +70,14 @@ struct ChosenPage {
     std::optional<double> figure = std::nullopt;
 };
 
-/// The pages of a document that go, ascending. Choices that cost little are asked first, and the
-/// others only about the pages that are not decided by then.
-Result<std::vector<ChosenPage>> choosePages(const ChoiceSet& set, PageFacts& facts);
+/// The pages of a document, or of a span of it, that go, ascending. Choices that cost little are
+/// asked first, and the others only about the pages that are not decided by then.
+Result<std::vector<ChosenPage>> choosePages(const ChoiceSet& set, PageFacts& facts,
+                                            PageSpan span = {});
+
+/// Whether spans of a long document are better looked at apart: choosing takes looking at pages,
+/// and at each by itself.
+bool isWorthSharing(const ChoiceSet& set);
 
 /// The shortest range text that names pages, which must be ascending: "1,4-6"; empty for none.
 std::string rangeTextOf(const std::vector<ChosenPage>& pages);

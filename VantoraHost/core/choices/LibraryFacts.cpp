@@ -12,6 +12,15 @@
 
 namespace vantora {
 
+std::vector<std::string> unreadableTextRemarks(const std::set<int>& pages)
+{
+    if (pages.empty()) {
+        return {};
+    }
+    return {"text of pages " + pageRangeText({pages.begin(), pages.end()}) +
+            " can't be read, as their fonts don't say which characters they show"};
+}
+
 /// The answer, unless the library complained since the error was last cleared.
 template <class Answer>
 Result<Answer> LibraryFacts::checked(Answer answer, const char* otherwise)
@@ -60,15 +69,6 @@ Result<QString> LibraryFacts::text(int page)
         }
     }
     return checked(QString::fromStdWString(text), "has a page whose text can't be read");
-}
-
-std::vector<std::string> LibraryFacts::remarks() const
-{
-    if (unreadable_.empty()) {
-        return {};
-    }
-    return {"text of pages " + pageRangeText({unreadable_.begin(), unreadable_.end()}) +
-            " can't be read, as their fonts don't say which characters they show"};
 }
 
 bool LibraryFacts::hasUnreadableText(int page)

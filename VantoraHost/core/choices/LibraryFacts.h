@@ -13,6 +13,9 @@ class KarvelPDFLibraryCPDylibCPP1311;
 
 namespace vantora {
 
+/// Which pages show text that can't be read, as a sentence; none for no pages.
+std::vector<std::string> unreadableTextRemarks(const std::set<int>& pages);
+
 /// What choices ask, answered from the document that is open and selected in the library. Errors
 /// name `input`.
 class LibraryFacts : public PageFacts {
@@ -33,9 +36,11 @@ public:
     Result<bool> hasColour(int page) override;
     Result<int> duplicateOf(int page) override;
 
-    /// Which of the pages that were asked for their text show some that can't be read, as a
-    /// sentence; none when there are no such pages.
-    std::vector<std::string> remarks() const;
+    /// Those of the pages that were asked for their text that show some that can't be read.
+    const std::set<int>& unreadable() const { return unreadable_; }
+
+    /// The same as a sentence; none when there are no such pages.
+    std::vector<std::string> remarks() const { return unreadableTextRemarks(unreadable_); }
 
 private:
     Result<int> findDuplicate(int page);

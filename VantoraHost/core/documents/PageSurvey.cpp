@@ -1,7 +1,9 @@
 #include "VantoraHost/core/documents/PageSurvey.h"
 
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/core/Target.h"
 #include "VantoraHost/core/choices/LibraryFacts.h"
+#include "VantoraHost/core/documents/InputFile.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/reports/DocumentReport.h"
 #include "VantoraHost/core/reports/FailureJson.h"
@@ -12,10 +14,14 @@
 #include <QtCore/QJsonArray>
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
 
 namespace vantora {
 
 namespace {
+
+constexpr int leastShared = 32; ///< pages of a part; of fewer, starting a process takes longer
 
 constexpr char jpegStart[] = "\xff\xd8\xff";
 
@@ -69,6 +75,12 @@ ChosenPage chosenOf(const QJsonObject& json)
     return chosen;
 }
 
+std::string textOf(const FileVersion& version)
+{
+    return std::to_string(version.device) + ' ' + std::to_string(version.inode) + ' ' +
+           std::to_string(version.size) + ' ' + std::to_string(version.modified);
+}
+
 JsonObject pictureJson(int page, const std::string& bytes)
 {
     JsonObject json;
@@ -79,32 +91,88 @@ JsonObject pictureJson(int page, const std::string& bytes)
 } // namespace
 
 Result<PageSurvey> surveyPages(KarvelPDFLibraryCPDylibCPP1311& library, const std::string& input,
-                               const std::string& standardInput,
-                               const std::vector<std::string>& passwords, const ChoiceSet& choices,
-                               std::size_t pictures)
+                               const std::string& standardInput, const SurveyRequest& request)
 {
+    PageSurvey survey;
+    survey.input = input;
+    std::optional<InputFile> file;
+    if (input != standardStream) {
+        Result<InputFile> opened = InputFile::open(input);
+        if (!opened) {
+            return tl::unexpected<Error>(std::move(opened.error()));
+        }
+        survey.version = textOf(opened->version());
+        file = std::move(*opened);
+    }
     const auto document =
-        OpenDocument::open(library, input, standardInput, passwords, Access::Read);
+        file ? OpenDocument::open(library, input, *file, request.passwords, Access::Read)
+             : OpenDocument::open(library, input, standardInput, request.passwords, Access::Read);
     if (!document) {
         return tl::unexpected<Error>(document.error());
     }
-    PageSurvey survey;
-    survey.input = input;
     LibraryFacts facts(library, input);
     survey.pages = facts.count();
-    auto chosen = choosePages(choices, facts);
+    survey.span = {request.span.first, std::min(request.span.last, survey.pages)};
+    auto chosen = choosePages(request.choices, facts, survey.span);
     if (!chosen) {
         return tl::unexpected<Error>(std::move(chosen.error()));
     }
     survey.chosen = std::move(*chosen);
-    takePictures(library, survey, std::min(pictures, mostPictures));
+    takePictures(library, survey, std::min(request.pictures, mostPictures));
     dropWhatIsNoPicture(survey);
+    survey.unreadable = facts.unreadable();
     survey.warnings = facts.remarks();
     survey.repairs = document->repairs();
     return survey;
 }
 
-std::string toJson(const PageSurvey& survey, WithPictures pictures)
+std::size_t furtherParts(int pages, std::size_t processes)
+{
+    const int rest = std::max(0, pages - leastShared);
+    const auto most = static_cast<std::size_t>((rest + leastShared - 1) / leastShared);
+    // Twice as many as processes, since parts take differently long.
+    return std::min(most, 2 * processes);
+}
+
+PageSpan spanOfPart(std::size_t part, int pages, std::size_t further)
+{
+    if (part == 0) {
+        return {1, leastShared};
+    }
+    const auto end = [&](std::size_t parts) {
+        const auto rest = static_cast<std::size_t>(std::max(0, pages - leastShared));
+        return leastShared + static_cast<int>(rest * parts / further);
+    };
+    return {end(part - 1) + 1, end(part)};
+}
+
+Result<PageSurvey> joined(std::vector<PageSurvey> parts)
+{
+    PageSurvey whole = parts.empty() ? PageSurvey() : std::move(parts.front());
+    bool fits = !parts.empty() && whole.span.first == 1;
+    for (std::size_t i = 1; i < parts.size(); ++i) {
+        PageSurvey& part = parts[i];
+        fits = fits && part.pages == whole.pages && part.version == whole.version &&
+               part.span.first == whole.span.last + 1;
+        whole.span.last = part.span.last;
+        whole.chosen.insert(whole.chosen.end(), std::make_move_iterator(part.chosen.begin()),
+                            std::make_move_iterator(part.chosen.end()));
+        whole.pictures.merge(part.pictures);
+        whole.unreadable.merge(part.unreadable);
+    }
+    if (!fits || whole.span.last != whole.pages) {
+        return fail(Reason::ChangedMeanwhile, whole.input, "was changed while it was looked at");
+    }
+    if (whole.pictures.size() > mostPictures) {
+        whole.pictures.erase(std::next(whole.pictures.begin(), mostPictures), whole.pictures.end());
+    }
+    if (parts.size() > 1) {
+        whole.warnings = unreadableTextRemarks(whole.unreadable);
+    }
+    return whole;
+}
+
+std::string toJson(const PageSurvey& survey, Extent extent)
 {
     std::vector<JsonObject> chosen;
     for (const ChosenPage& page : survey.chosen) {
@@ -119,12 +187,16 @@ std::string toJson(const PageSurvey& survey, WithPictures pictures)
         .add("chosen", chosen)
         .add("warnings", withRepairs(survey.warnings, survey.repairs))
         .add("errors", std::vector<std::string>());
-    if (pictures == WithPictures::Yes) {
-        std::vector<JsonObject> objects;
+    if (extent == Extent::Whole) {
+        std::vector<JsonObject> pictures;
         for (const auto& [page, bytes] : survey.pictures) {
-            objects.push_back(pictureJson(page, bytes));
+            pictures.push_back(pictureJson(page, bytes));
         }
-        json.add("pictures", objects);
+        json.add("pictures", pictures)
+            .add("first", survey.span.first)
+            .add("last", survey.span.last)
+            .add("unreadable", std::vector<int>(survey.unreadable.begin(), survey.unreadable.end()))
+            .add("version", survey.version);
     }
     return json.text();
 }
@@ -138,13 +210,18 @@ Result<PageSurvey> pageSurveyOf(std::string_view text)
     PageSurvey survey;
     survey.input = bytesOf((*json)["input"].toString());
     survey.pages = (*json)["pages"].toInt();
+    survey.span = {(*json)["first"].toInt(1), (*json)["last"].toInt(survey.pages)};
     for (const QJsonValue& value : (*json)["chosen"].toArray()) {
         ChosenPage page = chosenOf(value.toObject());
         const int last = survey.chosen.empty() ? 0 : survey.chosen.back().page;
-        if (page.page <= last || page.page > survey.pages) {
+        if (page.page <= last || page.page > survey.pages || !survey.span.contains(page.page)) {
             return tl::unexpected<Error>(noSense());
         }
         survey.chosen.push_back(std::move(page));
+    }
+    survey.version = bytesOf((*json)["version"].toString());
+    for (const QJsonValue& value : (*json)["unreadable"].toArray()) {
+        survey.unreadable.insert(value.toInt());
     }
     for (const QJsonValue& value : (*json)["pictures"].toArray()) {
         const QJsonObject picture = value.toObject();

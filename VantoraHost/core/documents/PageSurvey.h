@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,30 +14,50 @@ class KarvelPDFLibraryCPDylibCPP1311;
 
 namespace vantora {
 
-/// Which pages of a document choices name, without changing anything.
+/// Which pages of a document choices name, without changing anything; also of a span of it alone.
 struct PageSurvey {
     std::string input; ///< "-" for standard input
-    int pages = 0;
+    int pages = 0;     ///< of the whole document
+    PageSpan span;     ///< what was looked at; only pages of it are chosen
     std::vector<ChosenPage> chosen;
     std::map<int, std::string> pictures; ///< of chosen pages and their neighbours, as JPEG
+    std::set<int> unreadable;            ///< pages that were asked for text that can't be read
     std::vector<std::string> warnings;   ///< what could not be found out
     std::vector<std::string> repairs;
+    std::string version; ///< tells versions of the file apart; empty of standard input
 };
 
 /// A survey has no more pictures than this, and takes none for one that is larger.
 inline constexpr std::size_t mostPictures = 1000;
 inline constexpr std::size_t largestPicture = 128 * 1024; ///< in bytes
 
-/// Surveys a document; up to so many `pictures` are taken. The error says why it can't be.
-Result<PageSurvey> surveyPages(KarvelPDFLibraryCPDylibCPP1311& library, const std::string& input,
-                               const std::string& standardInput,
-                               const std::vector<std::string>& passwords, const ChoiceSet& choices,
-                               std::size_t pictures);
+/// What to survey of a document that is opened with one of the passwords, or with none.
+struct SurveyRequest {
+    const ChoiceSet& choices;
+    const std::vector<std::string>& passwords;
+    std::size_t pictures = 0; ///< up to so many are taken
+    PageSpan span = {};
+};
 
-/// The survey as one JSON object on one line, which is also what `vantora pages --json` prints
-/// without the pictures; where there is none, that is failureJson().
-enum class WithPictures { Yes, No };
-std::string toJson(const PageSurvey& survey, WithPictures pictures);
+/// Surveys a document. The error says why it can't be.
+Result<PageSurvey> surveyPages(KarvelPDFLibraryCPDylibCPP1311& library, const std::string& input,
+                               const std::string& standardInput, const SurveyRequest& request);
+
+/// Into how many further parts a document of so many pages is to be divided, which so many
+/// processes share, after a first part that is looked at to know the number of pages.
+std::size_t furtherParts(int pages, std::size_t processes);
+
+/// The pages of a part, from 0, of so many further ones; of the first part, 0, for any document.
+PageSpan spanOfPart(std::size_t part, int pages = 0, std::size_t further = 0);
+
+/// One survey of the parts of a document, in their order. The error is that they are not parts of
+/// one version of it, or not all.
+Result<PageSurvey> joined(std::vector<PageSurvey> parts);
+
+/// The survey as one JSON object on one line: as `vantora pages --json` prints it, or with all that
+/// joining and showing it takes. Where there is none, that is failureJson().
+enum class Extent { Printed, Whole };
+std::string toJson(const PageSurvey& survey, Extent extent);
 
 /// What such an object says, as far as it makes sense: pages that ascend within the document,
 /// pictures that are such. The error is the one that it tells, or that it is none.

@@ -13,7 +13,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <map>
+#include <deque>
 #include <memory>
 #include <new>
 #include <optional>
@@ -93,17 +93,23 @@ Reading readSome(int descriptor, std::string& text)
     return got == 0 ? Reading::End : errno == EINTR ? Reading::More : Reading::Failed;
 }
 
+/// Which part of which piece.
+struct Place {
+    std::size_t piece = 0;
+    std::size_t part = 0;
+};
+
 /// A copy that is at work, and what it has answered so far.
 class RunningCall {
 public:
-    RunningCall(std::size_t number, CallLimits limits, FileDescriptor answers, pid_t process)
-        : number_(number), limits_(std::move(limits)), answers_(std::move(answers)),
+    RunningCall(Place place, CallLimits limits, FileDescriptor answers, pid_t process)
+        : place_(place), limits_(std::move(limits)), answers_(std::move(answers)),
           copy_(std::make_unique<Copy>(process))
     {
     }
 
     int descriptor() const { return answers_.get(); }
-    std::size_t place() const { return number_; }
+    Place place() const { return place_; }
 
     /// Takes what there is of the answer; the result, once there is one.
     std::optional<Result<std::string>> goOn(bool readable)
@@ -135,7 +141,7 @@ private:
         return std::move(text_);
     }
 
-    std::size_t number_;
+    Place place_;
     CallLimits limits_;
     FileDescriptor answers_;
     std::unique_ptr<Copy> copy_;
@@ -143,7 +149,7 @@ private:
     std::string text_;
 };
 
-Result<RunningCall> start(const ConfinedWork& calls, std::size_t number)
+Result<RunningCall> start(const ConfinedWork& calls, Place place)
 {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {
@@ -152,15 +158,16 @@ Result<RunningCall> start(const ConfinedWork& calls, std::size_t number)
     }
     FileDescriptor answers(ends[0]);
     const FileDescriptor answer(ends[1]);
-    CallLimits limits = calls.limits(number);
+    CallLimits limits = calls.limits(place.piece);
     const pid_t process = startCopy({answer.get()}, [&] {
-        return doConfined(limits, answer.get(), [&] { return calls.work(number); });
+        return doConfined(limits, answer.get(),
+                          [&] { return calls.work(place.piece, place.part); });
     });
     if (process < 0) {
         return fail(Reason::WorkerFailed, {},
                     "a worker process can't be started: " + systemMessage(errno));
     }
-    return RunningCall(number, std::move(limits), std::move(answers), process);
+    return RunningCall(place, std::move(limits), std::move(answers), process);
 }
 
 // Waits a while for answers; which calls have some.
@@ -178,41 +185,125 @@ std::vector<bool> readableOf(const std::vector<RunningCall>& running)
     return readable;
 }
 
+/// The parts of a piece: which are to be begun, which are at work, what they answered.
+class Piece {
+public:
+    bool hasMore() const { return !error_ && begun_ < answers_.size(); }
+    bool isDone() const { return atWork_ == 0 && (error_ || begun_ == answers_.size()); }
+
+    std::size_t begin()
+    {
+        ++atWork_;
+        return begun_++;
+    }
+
+    void take(std::size_t part, Result<std::string> answer,
+              const std::function<std::size_t(const std::string&)>& furtherParts)
+    {
+        --atWork_;
+        if (!answer) {
+            error_ = error_ ? error_ : std::move(answer.error());
+            return;
+        }
+        if (part == 0) {
+            answers_.resize(1 + furtherParts(*answer));
+        }
+        answers_[part] = std::move(*answer);
+    }
+
+    PieceAnswers answers()
+    {
+        return error_ ? PieceAnswers(tl::unexpected<Error>(std::move(*error_)))
+                      : PieceAnswers(std::move(answers_));
+    }
+
+private:
+    std::vector<std::string> answers_ = std::vector<std::string>(1);
+    std::size_t begun_ = 0;
+    std::size_t atWork_ = 0;
+    std::optional<Error> error_;
+};
+
+/// The pieces that have begun and are not handed over.
+class Pieces {
+public:
+    Pieces(const ConfinedWork& calls, std::size_t atOnce) : calls_(calls), atOnce_(atOnce) {}
+
+    bool areDone() const { return handedOver_ == calls_.count; }
+
+    /// What is to be begun next: further parts of earlier pieces first.
+    std::optional<Place> next()
+    {
+        const auto more = std::find_if(open_.begin(), open_.end(),
+                                       [](const Piece& piece) { return piece.hasMore(); });
+        if (more != open_.end()) {
+            return Place{handedOver_ + static_cast<std::size_t>(more - open_.begin()),
+                         more->begin()};
+        }
+        // One that takes long must not let the answers of all others pile up.
+        const std::size_t piece = handedOver_ + open_.size();
+        if (piece >= calls_.count || open_.size() >= 2 * atOnce_) {
+            return std::nullopt;
+        }
+        return Place{piece, open_.emplace_back().begin()};
+    }
+
+    void take(Place place, Result<std::string> answer)
+    {
+        open_[place.piece - handedOver_].take(
+            place.part, std::move(answer), [&](const std::string& first) {
+                return calls_.furtherParts ? calls_.furtherParts(place.piece, first) : 0;
+            });
+    }
+
+    void handOver(const std::function<void(std::size_t, PieceAnswers)>& receive)
+    {
+        while (!open_.empty() && open_.front().isDone()) {
+            PieceAnswers answers = open_.front().answers();
+            open_.pop_front();
+            receive(handedOver_++, std::move(answers));
+        }
+    }
+
+private:
+    const ConfinedWork& calls_;
+    std::size_t atOnce_;
+    std::size_t handedOver_ = 0;
+    std::deque<Piece> open_;
+};
+
 } // namespace
 
 bool callEachConfined(const ConfinedWork& calls, std::size_t atOnce,
                       const std::function<bool()>& cancelled,
-                      const std::function<void(std::size_t, Result<std::string>)>& receive)
+                      const std::function<void(std::size_t, PieceAnswers)>& receive)
 {
+    Pieces pieces(calls, atOnce);
     std::vector<RunningCall> running;
-    std::map<std::size_t, Result<std::string>> finished; // whose turn has not come
-    std::size_t started = 0;
-    std::size_t received = 0;
-    while (received < calls.count) {
+    while (!pieces.areDone()) {
         if (cancelled()) {
             return false;
         }
-        // One that takes long must not let the answers of all others pile up.
-        const std::size_t most = std::min(calls.count, received + 2 * atOnce);
-        for (; running.size() < atOnce && started < most; ++started) {
-            Result<RunningCall> call = start(calls, started);
+        while (running.size() < atOnce) {
+            const std::optional<Place> place = pieces.next();
+            if (!place) {
+                break;
+            }
+            Result<RunningCall> call = start(calls, *place);
             if (call) {
                 running.push_back(std::move(*call));
             } else {
-                finished.emplace(started, tl::unexpected<Error>(std::move(call.error())));
+                pieces.take(*place, tl::unexpected<Error>(std::move(call.error())));
             }
         }
         const std::vector<bool> readable = readableOf(running);
         for (std::size_t i = running.size(); i-- > 0;) {
-            if (auto result = running[i].goOn(readable[i])) {
-                finished.emplace(running[i].place(), std::move(*result));
+            if (auto answer = running[i].goOn(readable[i])) {
+                pieces.take(running[i].place(), std::move(*answer));
                 running.erase(running.begin() + static_cast<std::ptrdiff_t>(i));
             }
         }
-        for (auto first = finished.begin(); first != finished.end() && first->first == received;
-             first = finished.erase(first)) {
-            receive(received++, std::move(first->second));
-        }
+        pieces.handOver(receive);
     }
     return true;
 }
@@ -221,9 +312,14 @@ Result<std::string> callConfined(const CallLimits& limits, const std::function<b
                                  const std::function<std::string()>& work)
 {
     Result<std::string> answer = fail(Reason::Interrupted, {}, "interrupted");
-    callEachConfined({1, [&](std::size_t) { return limits; }, [&](std::size_t) { return work(); }},
-                     1, cancelled,
-                     [&](std::size_t, Result<std::string> given) { answer = std::move(given); });
+    ConfinedWork calls;
+    calls.count = 1;
+    calls.limits = [&](std::size_t) { return limits; };
+    calls.work = [&](std::size_t, std::size_t) { return work(); };
+    callEachConfined(calls, 1, cancelled, [&](std::size_t, PieceAnswers given) {
+        answer = std::move(given).map(
+            [](std::vector<std::string> answers) { return std::move(answers.front()); });
+    });
     return answer;
 }
 

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace vantora {
 
@@ -25,18 +26,25 @@ struct CallLimits {
 Result<std::string> callConfined(const CallLimits& limits, const std::function<bool()>& cancelled,
                                  const std::function<std::string()>& work);
 
-/// Pieces of work, numbered from 0.
+/// Pieces of work, numbered from 0. Each has parts, numbered from 0 as well: the first one, and as
+/// many further ones as its answer turns out to need.
 struct ConfinedWork {
     std::size_t count = 0;
-    std::function<CallLimits(std::size_t)> limits;
-    std::function<std::string(std::size_t)> work;
+    std::function<CallLimits(std::size_t piece)> limits; ///< of each part
+    std::function<std::string(std::size_t piece, std::size_t part)> work;
+
+    /// Asked in this process, before any further part begins. Without it, none has further parts.
+    std::function<std::size_t(std::size_t piece, const std::string& first)> furtherParts;
 };
 
-/// Does each piece as callConfined does, up to `atOnce` at a time, and hands the results over in
-/// their order, as they come. Returns false when `cancelled` said so; what is not handed over then
-/// is given up.
+/// The answers of all parts of a piece in their order, or the error of one that failed.
+using PieceAnswers = Result<std::vector<std::string>>;
+
+/// Does each part as callConfined does, up to `atOnce` at a time, and hands the pieces over in
+/// their order, as they come; a piece is given up over the first part of it that fails. Returns
+/// false when `cancelled` said so; what is not handed over then is given up.
 bool callEachConfined(const ConfinedWork& calls, std::size_t atOnce,
                       const std::function<bool()>& cancelled,
-                      const std::function<void(std::size_t, Result<std::string>)>& receive);
+                      const std::function<void(std::size_t, PieceAnswers)>& receive);
 
 } // namespace vantora

@@ -75,6 +75,24 @@ TEST_F(Pages, AreALineForEachDocument)
     }
 }
 
+TEST_F(Pages, OfALongDocumentAreTheSameHoweverManyProcessesShareIt)
+{
+    scratch.write("in/long.pdf", documentOfPages(150));
+    for (const char* choices : {"--choose 'text:/page 1[0-9]*$/'", "--keep 'text:page 7'",
+                                "--choose last:40 --except 'text:/[05]$/'"}) {
+        const std::string arguments =
+            std::string("pages --json ") + choices + " in/long.pdf in/a.pdf";
+        const auto alone = terminal::run(arguments + " -j 0");
+        ASSERT_EQ(alone.status, 0) << alone.err;
+        EXPECT_THAT(alone.out, HasSubstr(R"("page":149)")) << choices;
+        for (const char* jobs : {" -j 1", " -j 2", " -j 5"}) {
+            const auto shared = terminal::run(arguments + jobs);
+            EXPECT_EQ(shared.status, 0) << shared.err;
+            EXPECT_EQ(shared.out, alone.out) << choices << jobs;
+        }
+    }
+}
+
 TEST_F(Pages, SayForEachWhyAsJson)
 {
     const auto answer =

@@ -106,14 +106,46 @@ TEST(ChosenPages, AreThoseThatTheChoicesName)
     for (const auto& row : rows) {
         TenPages pages;
         const std::string name = row.choose.empty() ? row.keep.front() : row.choose.front();
-        const auto chosen =
-            choosePages({choices(row.choose), choices(row.keep), choices(row.except)}, pages);
+        const ChoiceSet set = {choices(row.choose), choices(row.keep), choices(row.except)};
+        const auto chosen = choosePages(set, pages);
         if (name.rfind("text", 0) == 0) {
             EXPECT_FALSE(chosen) << "a page that can't be read is not passed over";
             continue;
         }
         ASSERT_TRUE(chosen) << name;
         EXPECT_EQ(rangeTextOf(*chosen), row.range) << name;
+        std::vector<ChosenPage> ofSpans;
+        for (const PageSpan span : {PageSpan{1, 3}, {4, 8}, {9, 9}, {10}, {11}}) {
+            const auto part = choosePages(set, pages, span);
+            ASSERT_TRUE(part) << name;
+            ofSpans.insert(ofSpans.end(), part->begin(), part->end());
+        }
+        EXPECT_EQ(rangeTextOf(ofSpans), row.range) << name << " span by span";
+    }
+}
+
+TEST(ChosenPages, OfASpanTakeNoLookAtOthers)
+{
+    TenPages pages;
+    const ChoiceSet set = {choices({"text:words"}), {}, {}};
+    ASSERT_TRUE(choosePages(set, pages, {2, 4}));
+    EXPECT_EQ(pages.asked, (std::map<int, int>{{2, 1}, {3, 1}, {4, 1}}));
+}
+
+TEST(ChosenPages, AreWorthSharingWherePagesAreLookedAtEachByItself)
+{
+    const struct {
+        std::vector<const char*> choose, except;
+        bool worth;
+    } rows[] = {
+        {{"last", "label:i", "size:A4"}, {}, false},
+        {{"last", "blank"}, {}, true},
+        {{"odd"}, {"text:words"}, true},
+        {{"blank"}, {"duplicate"}, false},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(isWorthSharing({choices(row.choose), {}, choices(row.except)}), row.worth)
+            << row.choose.back();
     }
 }
 

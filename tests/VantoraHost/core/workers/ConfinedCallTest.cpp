@@ -136,7 +136,7 @@ TEST(ConfinedCalls, AreHandedOverInTheirOrderWhicheverEndsFirst)
         return limits;
     };
     // The first one ends after the second one only, and one of them never does.
-    calls.work = [&](std::size_t i) -> std::string {
+    calls.work = [&](std::size_t i, std::size_t) -> std::string {
         if (i == 1) {
             ::close(::open(flag.c_str(), O_WRONLY | O_CREAT, 0600));
         }
@@ -149,11 +149,50 @@ TEST(ConfinedCalls, AreHandedOverInTheirOrderWhicheverEndsFirst)
         return std::to_string(i);
     };
     std::string received;
-    EXPECT_TRUE(callEachConfined(calls, 2, never, [&](std::size_t i, Result<std::string> answer) {
-        EXPECT_EQ(answer.has_value(), i != 4) << i;
-        received += std::to_string(i) + (answer ? *answer : "!");
+    EXPECT_TRUE(callEachConfined(calls, 2, never, [&](std::size_t i, PieceAnswers answers) {
+        EXPECT_EQ(answers.has_value(), i != 4) << i;
+        received += std::to_string(i) + (answers ? answers->at(0) : "!");
     }));
     EXPECT_EQ(received, "001122334!55667788");
+}
+
+TEST(ConfinedCalls, AreSharedInAsManyPartsAsTheFirstOneAsksFor)
+{
+    const struct {
+        const char* first; ///< answers of the first parts, which say how many parts follow
+        std::size_t atOnce;
+        std::optional<std::pair<std::size_t, std::size_t>> failing; ///< piece and part
+        const char* received;
+    } rows[] = {
+        {"03", 1, {}, "0:0; 1:3,1.1,1.2,1.3; "},     {"31", 2, {}, "0:3,0.1,0.2,0.3; 1:1,1.1; "},
+        {"31", 5, {}, "0:3,0.1,0.2,0.3; 1:1,1.1; "}, {"31", 2, {{0, 0}}, "0!; 1:1,1.1; "},
+        {"31", 2, {{0, 2}}, "0!; 1:1,1.1; "},        {"31", 5, {{1, 1}}, "0:3,0.1,0.2,0.3; 1!; "},
+    };
+    for (const auto& row : rows) {
+        ConfinedWork calls;
+        calls.count = 2;
+        calls.limits = [](std::size_t) { return CallLimits(); };
+        calls.work = [&](std::size_t piece, std::size_t part) {
+            if (row.failing == std::pair(piece, part)) {
+                std::abort();
+            }
+            return part == 0 ? std::string(1, row.first[piece])
+                             : std::to_string(piece) + "." + std::to_string(part);
+        };
+        calls.furtherParts = [](std::size_t, const std::string& first) {
+            return static_cast<std::size_t>(std::stoul(first));
+        };
+        std::string received;
+        EXPECT_TRUE(
+            callEachConfined(calls, row.atOnce, never, [&](std::size_t i, PieceAnswers answers) {
+                received += std::to_string(i) + (answers ? ":" : "!");
+                for (std::size_t part = 0; answers && part < answers->size(); ++part) {
+                    received += (part > 0 ? "," : "") + (*answers)[part];
+                }
+                received += "; ";
+            }));
+        EXPECT_EQ(received, row.received);
+    }
 }
 
 TEST(ConfinedCalls, AreGivenUpWhenThePersonDoesNotWantToWait)
@@ -161,11 +200,13 @@ TEST(ConfinedCalls, AreGivenUpWhenThePersonDoesNotWantToWait)
     ConfinedWork calls;
     calls.count = 5;
     calls.limits = [](std::size_t) { return CallLimits(); };
-    calls.work = [](std::size_t i) { return i == 0 ? std::string("first") : forEver(); };
+    calls.work = [](std::size_t i, std::size_t) {
+        return i == 0 ? std::string("first") : forEver();
+    };
     std::size_t received = 0;
     EXPECT_FALSE(callEachConfined(
         calls, 2, [&] { return received > 0; },
-        [&](std::size_t, Result<std::string>) { ++received; }));
+        [&](std::size_t, const PieceAnswers&) { ++received; }));
     EXPECT_EQ(received, 1U);
 }
 
