@@ -82,4 +82,10 @@ std::optional<FileState> stateOf(int descriptor)
     return stateIn(statusOf(descriptor));
 }
 
+std::string versionText(const FileVersion& version)
+{
+    return std::to_string(version.device) + ' ' + std::to_string(version.inode) + ' ' +
+           std::to_string(version.size) + ' ' + std::to_string(version.modified);
+}
+
 } // namespace vantora

@@ -63,6 +63,9 @@ std::optional<FileState> stateOf(int descriptor);
 /// The state that a version of a file has.
 FileState stateOf(const FileVersion& version);
 
+/// A version as a text, which is equal where versions are.
+std::string versionText(const FileVersion& version);
+
 struct FileIdentityHash {
     std::size_t operator()(const FileIdentity& identity) const
     {

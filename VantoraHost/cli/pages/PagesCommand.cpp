@@ -6,11 +6,10 @@
 #include "VantoraHost/core/Target.h"
 #include "VantoraHost/core/choices/RangesFile.h"
 #include "VantoraHost/core/choices/StepChoices.h"
-#include "VantoraHost/core/documents/PageSurvey.h"
+#include "VantoraHost/core/documents/SurveyShares.h"
 #include "VantoraHost/core/outputs/TextFile.h"
 #include "VantoraHost/core/reports/FailureJson.h"
 
-#include <map>
 #include <optional>
 #include <ostream>
 
@@ -51,10 +50,10 @@ public:
                  return json(input, look(input, part), Extent::Whole);
              },
              [&](const std::string& input, const std::string& first, std::size_t processes) {
-                 return share(input, first, processes);
+                 return isShared_ ? shares_.furtherParts(input, first, processes) : 0;
              },
              [&](const std::string& input, Result<std::vector<std::string>> found) {
-                 take(input, std::move(found).and_then(join));
+                 take(input, std::move(found).and_then(SurveyShares::join));
              }});
     }
 
@@ -81,45 +80,12 @@ public:
     bool allDone() const { return failed_ == 0; }
 
 private:
-    /// What is known of a document once its first part was looked at.
-    struct Shares {
-        int pages = 0;
-        std::size_t further = 0; ///< parts
-    };
-
     Result<PageSurvey> look(const std::string& input, std::size_t part)
     {
         SurveyRequest request = {choices_, looking_.passwords()};
         request.pictures = options_.sheetPath.empty() ? 0 : sheet_.picturesLeft();
-        if (isShared_) {
-            const Shares shares = part == 0 ? Shares() : shares_.at(input);
-            request.span = spanOfPart(part, shares.pages, shares.further);
-        }
+        request.span = isShared_ ? shares_.spanOf(input, part) : PageSpan();
         return surveyPages(looking_.library(), input, looking_.standardInput(), request);
-    }
-
-    std::size_t share(const std::string& input, const std::string& first, std::size_t processes)
-    {
-        const Result<PageSurvey> survey = pageSurveyOf(first);
-        if (!isShared_ || !survey) {
-            return 0;
-        }
-        const std::size_t further = furtherParts(survey->pages, processes);
-        shares_[input] = {survey->pages, further};
-        return further;
-    }
-
-    static Result<PageSurvey> join(const std::vector<std::string>& found)
-    {
-        std::vector<PageSurvey> parts;
-        for (const std::string& text : found) {
-            Result<PageSurvey> part = pageSurveyOf(text);
-            if (!part) {
-                return part;
-            }
-            parts.push_back(std::move(*part));
-        }
-        return joined(std::move(parts));
     }
 
     static std::string json(const std::string& input, const Result<PageSurvey>& survey,
@@ -165,7 +131,7 @@ private:
     const Looking& looking_;
     const Streams& streams_;
     const bool isShared_;
-    std::map<std::string, Shares> shares_; ///< by input
+    SurveyShares shares_;
     Sheet sheet_;
     std::string report_;
     std::size_t pages_ = 0;

@@ -13,6 +13,7 @@
 #include "VantoraHost/core/documents/Batch.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/workers/Confinement.h"
+#include "VantoraHost/core/workers/SharedJudgement.h"
 #include "VantoraHost/core/workers/SpreadRun.h"
 
 #include <algorithm>
@@ -368,13 +369,19 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
         makeFolders(batch->inputs, batch->targets);
         removeAbandonedFiles(batch->targets);
     }
+    const WorkerSettings workers = workersFor(options, installation, *steps, *batch, guiPart);
+    const bool inWorkers = options.workers.jobs != 0U && !batch->inputs.empty();
+    if (const ChoiceSet* choices = sequence->choices(); choices && inWorkers) {
+        batch->settings.judged =
+            judgeTogether(*choices, *batch,
+                          {installation.library, workers.count, workers.setup.memoryLimit,
+                           workers.timeout, streams.interrupted});
+    }
     RunReporter reporter(options, batch->inputs.size(),
                          {identity, std::move(*report), inputs->notNamed}, streams);
-    const Result<BatchResult> result =
-        options.workers.jobs != 0U && !batch->inputs.empty()
-            ? spreadRun(*sequence, *batch,
-                        workersFor(options, installation, *steps, *batch, guiPart), reporter)
-            : runHere(*batch, installation, *sequence, reporter);
+    const Result<BatchResult> result = inWorkers
+                                           ? spreadRun(*sequence, *batch, workers, reporter)
+                                           : runHere(*batch, installation, *sequence, reporter);
     if (!result) {
         return failedWith(streams, options.json, result.error());
     }

@@ -135,7 +135,7 @@ Outcome Sequence::choosePages(PageFacts& facts, const std::optional<std::string>
     if (steps_.empty() || !(steps_.front().choices || steps_.front().ownRanges)) {
         return {};
     }
-    Step& step = steps_.front();
+    const Step& step = steps_.front();
     std::string range = ownRange.value_or("");
     if (step.ownRanges && !ownRange) {
         return fail(Reason::BadRanges, {}, "no list of ranges says which of its pages go");
@@ -147,8 +147,19 @@ Outcome Sequence::choosePages(PageFacts& facts, const std::optional<std::string>
         }
         range = rangeTextOf(*chosen);
     }
-    step.preferences.insert(knownAction(step.action.name)->pagesKey, QString::fromStdString(range));
+    takePages(range);
     return {};
+}
+
+void Sequence::takePages(const std::string& range)
+{
+    Step& step = steps_.front();
+    step.preferences.insert(knownAction(step.action.name)->pagesKey, QString::fromStdString(range));
+}
+
+const ChoiceSet* Sequence::choices() const
+{
+    return steps_.empty() || !steps_.front().choices ? nullptr : &*steps_.front().choices;
 }
 
 Access Sequence::access() const

@@ -61,6 +61,12 @@ public:
     /// are forecast or changed.
     Outcome choosePages(PageFacts& facts, const std::optional<std::string>& ownRange = {});
 
+    /// The same where it is known already what the choices of its first step come to.
+    void takePages(const std::string& range);
+
+    /// The choices that each document is judged by; null for none.
+    const ChoiceSet* choices() const;
+
     /// Tells every action that a run begins; to be called once, before any document. Where one
     /// refuses, those that have begun are told that the run is over.
     Outcome begin(KarvelPDFLibraryCPDylibCPP1311& library);

@@ -163,14 +163,13 @@ Outcome DocumentJob::changePages(DocumentReport& report)
         return tl::unexpected<Error>(failure(report.input, "has no pages"));
     }
     report.pagesBefore = pages;
-    LibraryFacts facts(library_, report.input);
-    if (const Outcome chosen = sequence_.choosePages(facts, report.range); !chosen) {
+    std::vector<std::string> remarks;
+    if (const Outcome chosen = choosePages(report, remarks); !chosen) {
         return chosen;
     }
     std::optional<PageForecast> forecast = forecastPages(sequence_, pages);
     if (forecast) {
         const Outcome judged = judge(report, *forecast);
-        const std::vector<std::string> remarks = facts.remarks();
         report.warnings.insert(report.warnings.end(), remarks.begin(), remarks.end());
         if (!judged || report.status == DocumentStatus::Skipped) {
             return judged;
@@ -190,6 +189,23 @@ Outcome DocumentJob::changePages(DocumentReport& report)
     }
     report.pagesAfter = left;
     return {};
+}
+
+// Which pages the first step is about, and what could not be found out about them.
+Outcome DocumentJob::choosePages(DocumentReport& report, std::vector<std::string>& remarks)
+{
+    const std::string version = input_ ? versionText(input_->version()) : "";
+    for (const JudgedDocument& judged : settings_.judged) {
+        if (!report.range && judged.version == version && judged.pages == report.pagesBefore) {
+            sequence_.takePages(judged.range);
+            remarks = unreadableTextRemarks(judged.unreadable);
+            return {};
+        }
+    }
+    LibraryFacts facts(library_, report.input);
+    const Outcome chosen = sequence_.choosePages(facts, report.range);
+    remarks = facts.remarks();
+    return chosen;
 }
 
 // Whether the document is to be done, by what is going to become of its pages.

@@ -11,11 +11,20 @@
 
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vantora {
+
+/// What the choices of a run came to for a document that was looked at before.
+struct JudgedDocument {
+    std::string version; ///< of its file (versionText)
+    int pages = 0;
+    std::string range;        ///< the pages that go
+    std::set<int> unreadable; ///< pages that were asked for text that can't be read
+};
 
 /// What holds for every document of a run.
 struct JobSettings {
@@ -24,10 +33,11 @@ struct JobSettings {
     bool keepSigned = false;            ///< refuse documents with signatures
     bool strict = false;                ///< refuse to do a part of what was asked for
     IfEmpty ifEmpty = IfEmpty::Blank;
-    bool hashInputs = false;         ///< note the SHA-256 of each input
-    bool reportFirst = false;        ///< report outputs before they get their names, too
-    std::string standardInput;       ///< the document that the input "-" stands for
-    mode_t standardInputMode = 0777; ///< what others may do with the file that it comes from
+    bool hashInputs = false;            ///< note the SHA-256 of each input
+    bool reportFirst = false;           ///< report outputs before they get their names, too
+    std::vector<JudgedDocument> judged; ///< documents in another version are judged anew
+    std::string standardInput;          ///< the document that the input "-" stands for
+    mode_t standardInputMode = 0777;    ///< what others may do with the file that it comes from
     /// Takes the document whose target is standard output; returns false when that failed.
     std::function<bool(std::string_view)> standardOutput;
     /// Asked between the steps of a document: whether to give it up.
@@ -68,6 +78,7 @@ private:
     Outcome openInput(DocumentReport& report, const Target& target);
     Result<OpenDocument> openDocument(const DocumentReport& report);
     Outcome changePages(DocumentReport& report);
+    Outcome choosePages(DocumentReport& report, std::vector<std::string>& remarks);
     Outcome judge(DocumentReport& report, PageForecast forecast);
     Outcome rehearse(DocumentReport& report);
     Outcome prepareToSave(const std::string& input);

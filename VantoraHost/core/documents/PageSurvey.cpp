@@ -14,14 +14,11 @@
 #include <QtCore/QJsonArray>
 
 #include <algorithm>
-#include <iterator>
 #include <optional>
 
 namespace vantora {
 
 namespace {
-
-constexpr int leastShared = 32; ///< pages of a part; of fewer, starting a process takes longer
 
 constexpr char jpegStart[] = "\xff\xd8\xff";
 
@@ -75,12 +72,6 @@ ChosenPage chosenOf(const QJsonObject& json)
     return chosen;
 }
 
-std::string textOf(const FileVersion& version)
-{
-    return std::to_string(version.device) + ' ' + std::to_string(version.inode) + ' ' +
-           std::to_string(version.size) + ' ' + std::to_string(version.modified);
-}
-
 JsonObject pictureJson(int page, const std::string& bytes)
 {
     JsonObject json;
@@ -101,7 +92,7 @@ Result<PageSurvey> surveyPages(KarvelPDFLibraryCPDylibCPP1311& library, const st
         if (!opened) {
             return tl::unexpected<Error>(std::move(opened.error()));
         }
-        survey.version = textOf(opened->version());
+        survey.version = versionText(opened->version());
         file = std::move(*opened);
     }
     const auto document =
@@ -124,52 +115,6 @@ Result<PageSurvey> surveyPages(KarvelPDFLibraryCPDylibCPP1311& library, const st
     survey.warnings = facts.remarks();
     survey.repairs = document->repairs();
     return survey;
-}
-
-std::size_t furtherParts(int pages, std::size_t processes)
-{
-    const int rest = std::max(0, pages - leastShared);
-    const auto most = static_cast<std::size_t>((rest + leastShared - 1) / leastShared);
-    // Twice as many as processes, since parts take differently long.
-    return std::min(most, 2 * processes);
-}
-
-PageSpan spanOfPart(std::size_t part, int pages, std::size_t further)
-{
-    if (part == 0) {
-        return {1, leastShared};
-    }
-    const auto end = [&](std::size_t parts) {
-        const auto rest = static_cast<std::size_t>(std::max(0, pages - leastShared));
-        return leastShared + static_cast<int>(rest * parts / further);
-    };
-    return {end(part - 1) + 1, end(part)};
-}
-
-Result<PageSurvey> joined(std::vector<PageSurvey> parts)
-{
-    PageSurvey whole = parts.empty() ? PageSurvey() : std::move(parts.front());
-    bool fits = !parts.empty() && whole.span.first == 1;
-    for (std::size_t i = 1; i < parts.size(); ++i) {
-        PageSurvey& part = parts[i];
-        fits = fits && part.pages == whole.pages && part.version == whole.version &&
-               part.span.first == whole.span.last + 1;
-        whole.span.last = part.span.last;
-        whole.chosen.insert(whole.chosen.end(), std::make_move_iterator(part.chosen.begin()),
-                            std::make_move_iterator(part.chosen.end()));
-        whole.pictures.merge(part.pictures);
-        whole.unreadable.merge(part.unreadable);
-    }
-    if (!fits || whole.span.last != whole.pages) {
-        return fail(Reason::ChangedMeanwhile, whole.input, "was changed while it was looked at");
-    }
-    if (whole.pictures.size() > mostPictures) {
-        whole.pictures.erase(std::next(whole.pictures.begin(), mostPictures), whole.pictures.end());
-    }
-    if (parts.size() > 1) {
-        whole.warnings = unreadableTextRemarks(whole.unreadable);
-    }
-    return whole;
 }
 
 std::string toJson(const PageSurvey& survey, Extent extent)

@@ -43,17 +43,6 @@ struct SurveyRequest {
 Result<PageSurvey> surveyPages(KarvelPDFLibraryCPDylibCPP1311& library, const std::string& input,
                                const std::string& standardInput, const SurveyRequest& request);
 
-/// Into how many further parts a document of so many pages is to be divided, which so many
-/// processes share, after a first part that is looked at to know the number of pages.
-std::size_t furtherParts(int pages, std::size_t processes);
-
-/// The pages of a part, from 0, of so many further ones; of the first part, 0, for any document.
-PageSpan spanOfPart(std::size_t part, int pages = 0, std::size_t further = 0);
-
-/// One survey of the parts of a document, in their order. The error is that they are not parts of
-/// one version of it, or not all.
-Result<PageSurvey> joined(std::vector<PageSurvey> parts);
-
 /// The survey as one JSON object on one line: as `vantora pages --json` prints it, or with all that
 /// joining and showing it takes. Where there is none, that is failureJson().
 enum class Extent { Printed, Whole };

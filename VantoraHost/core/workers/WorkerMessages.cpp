@@ -231,8 +231,8 @@ std::optional<WorkerAnswer> reportAnswerOf(const QJsonObject& json)
 template <class Settings, class Visitor>
 void visitSettings(Settings& settings, const Visitor& visit)
 {
-    auto& [passwords, dryRun, keepSigned, strict, ifEmpty, hashInputs, reportFirst, standardInput,
-           standardInputMode, standardOutput, cancelled, savingBegins] = settings;
+    auto& [passwords, dryRun, keepSigned, strict, ifEmpty, hashInputs, reportFirst, judged,
+           standardInput, standardInputMode, standardOutput, cancelled, savingBegins] = settings;
     visit("passwords", passwords);
     visit("dry_run", dryRun);
     visit("keep_signed", keepSigned);
@@ -240,6 +240,7 @@ void visitSettings(Settings& settings, const Visitor& visit)
     visit("if_empty", ifEmpty);
     visit("hash_inputs", hashInputs);
     visit("report_first", reportFirst);
+    visit("judged", judged);
 }
 
 struct SettingWriter {
@@ -251,6 +252,20 @@ struct SettingWriter {
     }
     void operator()(const char* name, bool value) const { json.add(name, value); }
     void operator()(const char* name, IfEmpty way) const { json.add(name, static_cast<int>(way)); }
+    void operator()(const char* name, const std::vector<JudgedDocument>& documents) const
+    {
+        std::vector<JsonObject> objects;
+        for (const JudgedDocument& document : documents) {
+            JsonObject object;
+            object.add("version", document.version)
+                .add("pages", document.pages)
+                .add("range", document.range)
+                .add("unreadable",
+                     std::vector<int>(document.unreadable.begin(), document.unreadable.end()));
+            objects.push_back(std::move(object));
+        }
+        json.add(name, objects);
+    }
 };
 
 struct SettingReader {
@@ -270,6 +285,20 @@ struct SettingReader {
         way = number == static_cast<int>(IfEmpty::Blank)  ? IfEmpty::Blank
               : number == static_cast<int>(IfEmpty::Skip) ? IfEmpty::Skip
                                                           : IfEmpty::Fail;
+    }
+    void operator()(const char* name, std::vector<JudgedDocument>& documents) const
+    {
+        for (const QJsonValue& value : json[QLatin1String(name)].toArray()) {
+            const QJsonObject object = value.toObject();
+            JudgedDocument document = {bytesOf(object["version"].toString()),
+                                       object["pages"].toInt(),
+                                       bytesOf(object["range"].toString()),
+                                       {}};
+            for (const QJsonValue& page : object["unreadable"].toArray()) {
+                document.unreadable.insert(page.toInt());
+            }
+            documents.push_back(std::move(document));
+        }
     }
 };
 

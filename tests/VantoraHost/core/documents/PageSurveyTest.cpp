@@ -1,4 +1,4 @@
-#include "VantoraHost/core/documents/PageSurvey.h"
+#include "VantoraHost/core/documents/SurveyShares.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -58,7 +58,7 @@ TEST(PageSurvey, IsNotBelievedWhereItMakesNoSense)
     EXPECT_EQ(failed.error().reason, Reason::Damaged);
 }
 
-TEST(PageSurvey, OfALongDocumentIsSharedPageByPage)
+TEST(SurveyShares, CoverEveryPageOnce)
 {
     for (const int pages : {0, 1, 31, 32, 33, 64, 65, 100, 1000, 100'003}) {
         for (const std::size_t processes : {1, 2, 7}) {
@@ -86,7 +86,7 @@ PageSurvey partOf(int pages, PageSpan span, std::vector<ChosenPage> chosen)
     return part;
 }
 
-TEST(PageSurvey, IsJoinedOfItsParts)
+TEST(SurveyShares, AreJoined)
 {
     PageSurvey one = partOf(9, {1, 4}, {{2, "blank", 0.1}});
     one.unreadable = {4};
@@ -104,7 +104,7 @@ TEST(PageSurvey, IsJoinedOfItsParts)
     EXPECT_EQ(joined({partOf(3, {1, 3}, {})})->span.last, 3);
 }
 
-TEST(PageSurvey, IsNotJoinedOfPartsThatDoNotFit)
+TEST(SurveyShares, AreNotJoinedWhereTheyDoNotFit)
 {
     PageSurvey changed = partOf(9, {5, 9}, {});
     changed.version = "2";

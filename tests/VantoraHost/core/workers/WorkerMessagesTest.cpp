@@ -24,6 +24,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     setup.job.keepSigned = setup.job.reportFirst = true;
     setup.job.strict = setup.job.hashInputs = true;
     setup.job.ifEmpty = IfEmpty::Skip;
+    setup.job.judged = {{"1 2 3 4", 9, "2,7", {3, 5}}, {}};
     setup.memoryLimit = 1ULL << 40;
     setup.wholeRun = true;
     setup.files = {{"in/caf\xe9.pdf", "b.pdf"}, {"out"}};
@@ -43,6 +44,11 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     EXPECT_TRUE(got->job.keepSigned && got->job.reportFirst && !got->job.dryRun);
     EXPECT_TRUE(got->job.strict && got->job.hashInputs);
     EXPECT_EQ(got->job.ifEmpty, IfEmpty::Skip);
+    ASSERT_EQ(got->job.judged.size(), 2U);
+    EXPECT_EQ(got->job.judged[0].version, "1 2 3 4");
+    EXPECT_EQ(got->job.judged[0].pages, 9);
+    EXPECT_EQ(got->job.judged[0].range, "2,7");
+    EXPECT_EQ(got->job.judged[0].unreadable, (std::set<int>{3, 5}));
     EXPECT_EQ(got->memoryLimit, setup.memoryLimit);
     EXPECT_TRUE(got->wholeRun);
     EXPECT_EQ(got->files, setup.files);
