@@ -6,10 +6,11 @@ namespace {
 
 constexpr char help[] = R"(Opens a window to remove pages from many PDF documents.
 
-vantora-desktop [FILE...]
+vantora-desktop [--new-window] [FILE...]
 
   FILE         PDF files, and folders whose PDF files are added with those of
                their subfolders
+  --new-window open another window; else one that is there takes the files
   --help       print this
   --version    print the version
 
@@ -27,6 +28,8 @@ DesktopArguments readArguments(const QStringList& arguments)
             read.files << argument;
         } else if (argument == "--") {
             onlyFiles = true;
+        } else if (argument == "--new-window") {
+            read.newWindow = true;
         } else if (argument == "--help" || argument == "-h") {
             read.printed = QString::fromLatin1(help);
         } else if (argument == "--version") {

@@ -10,6 +10,7 @@ namespace vantora::desktop {
 /// What the command line of the desktop program says.
 struct DesktopArguments {
     QStringList files;              ///< files and folders to open
+    bool newWindow = false;         ///< even where the session has one
     std::optional<QString> printed; ///< to be printed, and that is all: help or version
     std::optional<QString> mistake; ///< what is wrong; then nothing else counts
 };

@@ -9,6 +9,7 @@
 #include "VantoraHost/desktop/run/ResultsPane.h"
 #include "VantoraHost/desktop/run/RunBar.h"
 #include "VantoraHost/desktop/sequence/SequencePane.h"
+#include "VantoraHost/desktop/session/Notice.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
@@ -178,8 +179,12 @@ void MainWindow::makeMenus()
             action == nullptr ? menu->addSeparator() : (menu->addAction(action), nullptr);
         }
     };
-    add(menuBar()->addMenu(tr("&File")), {&actions_.addFiles, &actions_.addFolder, &actions_.paste,
-                                          nullptr, &actions_.run, nullptr, &actions_.quit});
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    add(file, {&actions_.addFiles, &actions_.addFolder, &actions_.paste});
+    auto* recent = new RecentMenu(recent_, file);
+    connect(recent, &RecentMenu::chosen, this, [this](const QString& path) { open({path}); });
+    file->addMenu(recent);
+    add(file, {nullptr, &actions_.run, nullptr, &actions_.quit});
     add(menuBar()->addMenu(tr("&Edit")),
         {actions_.undo, actions_.redo, nullptr, &actions_.removeDocuments, &actions_.readAgain,
          &actions_.showInFolder});
@@ -271,8 +276,19 @@ void MainWindow::connectRuns()
 void MainWindow::open(const QStringList& paths)
 {
     if (!paths.isEmpty()) {
+        recent_.add(paths);
         workbench_.documents.add(paths);
     }
+}
+
+void MainWindow::comeForward(const QStringList& paths)
+{
+    open(paths);
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    QApplication::alert(this); // where the desktop doesn't let it come to the front
 }
 
 void MainWindow::chooseFiles(bool folders)
@@ -351,7 +367,11 @@ void MainWindow::endRun(bool cancelled, const QString& error)
     results_->showSummary(workbench_.runs.summary(), inRun_, cancelled, error);
     results_->focusList(); // the fields that had the keyboard were switched off meanwhile
     closing_->hide();
-    QApplication::alert(this);
+    if (!isActiveWindow()) {
+        QApplication::alert(this);
+        showNotice(cancelled ? tr("The run was stopped") : tr("The run is over"),
+                   summaryText(workbench_.runs.summary(), inRun_, cancelled, error));
+    }
     if (closesAnyway_) {
         close();
     }
@@ -374,6 +394,7 @@ void MainWindow::restore()
     actions_.showDocuments.setChecked(state.flag("documentsShown", true));
     actions_.showPages.setChecked(state.flag("pagesShown", true));
     actions_.showSequence.setChecked(state.flag("sequenceShown", true));
+    recent_ = RecentPaths(state.paths("recent"));
     runBar_->setSettings(state.runSettings());
     workbench_.setSettings(runBar_->settings());
 }
@@ -389,6 +410,7 @@ void MainWindow::keep()
     state.set("documentsShown", actions_.showDocuments.isChecked());
     state.set("pagesShown", actions_.showPages.isChecked());
     state.set("sequenceShown", actions_.showSequence.isChecked());
+    state.set("recent", recent_.paths());
     state.setRunSettings(runBar_->settings());
     state.write();
 }

@@ -4,6 +4,7 @@
 #include "VantoraHost/desktop/WindowState.h"
 #include "VantoraHost/desktop/Workbench.h"
 #include "VantoraHost/desktop/pages/Pictures.h"
+#include "VantoraHost/desktop/session/RecentPaths.h"
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QMainWindow>
@@ -36,6 +37,9 @@ public:
     /// Adds files and folders to the list.
     void open(const QStringList& paths);
 
+    /// The same, and shows itself to the user, who asked for it elsewhere.
+    void comeForward(const QStringList& paths);
+
     Workbench& workbench() { return workbench_; }
 
 protected:
@@ -62,6 +66,7 @@ private:
     Workbench workbench_;
     Pictures pictures_;
     WindowActions actions_;
+    RecentPaths recent_;
     DocumentsPane* documents_;
     PagesPane* pages_;
     SequencePane* sequence_;

@@ -14,10 +14,10 @@ QString file()
     return CUtils::GetSettingsFolder() + "/VantoraViewerSettings.vsf";
 }
 
-const QStringList names = {"geometry",      "panes",      "documentsShown", "pagesShown",
-                           "sequenceShown", "documents",  "pages",          "results",
-                           "runPlace",      "runFolder",  "folderName",     "besideName",
-                           "keepsBackup",   "keepsSigned"};
+const QStringList names = {"geometry",      "panes",       "documentsShown", "pagesShown",
+                           "sequenceShown", "documents",   "pages",          "results",
+                           "runPlace",      "runFolder",   "folderName",     "besideName",
+                           "keepsBackup",   "keepsSigned", "recent"};
 
 } // namespace
 

@@ -15,6 +15,7 @@ public:
 
     QByteArray bytes(const QString& name) const;
     bool flag(const QString& name, bool otherwise) const;
+    QStringList paths(const QString& name) const { return value(name).toStringList(); }
     RunSettings runSettings() const;
 
     void set(const QString& name, const QVariant& value) { values_.insert(keyOf(name), value); }

@@ -4,6 +4,7 @@
 #include "VantoraHost/core/workers/Confinement.h"
 #include "VantoraHost/desktop/DesktopArguments.h"
 #include "VantoraHost/desktop/MainWindow.h"
+#include "VantoraHost/desktop/session/SingleWindow.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -68,11 +69,16 @@ int main(int argc, char** argv)
     vantora::Installation installation =
         vantora::installationOf(vantora::thisProgram(), std::getenv("VANTORA_ACTIONS_PATH"));
     installation.program = vantora::thisProgram().parent_path() / "vantora";
-    MainWindow window(installation);
     QStringList files;
     for (const QString& file : arguments.files) {
         files << QFileInfo(file).absoluteFilePath();
     }
+    SingleWindow single(arguments.newWindow ? QString() : sessionFolder(), sessionName());
+    if (single.handOver(files)) {
+        return 0;
+    }
+    MainWindow window(installation);
+    QObject::connect(&single, &SingleWindow::filesGiven, &window, &MainWindow::comeForward);
     window.open(files);
     window.show();
     return QApplication::exec();

@@ -48,8 +48,9 @@ TEST(Arguments, SayWhatToOpenOrToPrint)
     } rows[] = {
         {"nothing", {}, {}, "", ""},
         {"files and a folder", {"a.pdf", "scans"}, {"a.pdf", "scans"}, "", ""},
+        {"another window", {"--new-window", "a.pdf"}, {"a.pdf"}, "", ""},
         {"a name that looks like an option", {"--", "-a.pdf"}, {"-a.pdf"}, "", ""},
-        {"help", {"--help"}, {}, "vantora-desktop [FILE...]", ""},
+        {"help", {"--help"}, {}, "vantora-desktop [--new-window] [FILE...]", ""},
         {"version", {"--version"}, {}, "vantora-desktop 1.", ""},
         {"no option", {"--fast"}, {}, "", "there is no option --fast"},
     };

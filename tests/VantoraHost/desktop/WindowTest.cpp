@@ -350,7 +350,7 @@ TEST(DesktopProgram, NeedsADisplayForItsWindowAlone)
         int status;
         const char* said;
     } rows[] = {
-        {"help", "--help", 0, "vantora-desktop [FILE...]"},
+        {"help", "--help", 0, "vantora-desktop [--new-window] [FILE...]"},
         {"version", "--version", 0, "vantora-desktop "},
         {"a wrong option", "--fast", 2, "vantora-desktop: there is no option --fast"},
         {"a window", "", 1,
