@@ -6,6 +6,10 @@ namespace karvel {
 /// signatures.
 constexpr char deletingPages[] = "deleting pages: ";
 
+/// What a warning begins with that tells which part of a page is missing in what was saved, since
+/// damage made it unreadable; the page's number and ": " follow.
+constexpr char lostOfPage[] = "lost of page ";
+
 /// What a note begins with that names things of the document that may repeat what removed pages
 /// said, such as attachments: nobody but a person can judge. All other warnings tell what was found
 /// to be damaged.

@@ -20,6 +20,9 @@ public:
         for (const QPDFObjGen& annotation : annotations) {
             leaveParents(annotation.getObj());
         }
+        if (aLostPageWent()) {
+            dropWidgetsOfLostPages();
+        }
         dropEmptyFields();
         dropWidgetsWithoutPage();
         std::size_t withValues = 0;
@@ -46,6 +49,31 @@ private:
         bool hasDirectKids = false;
         bool lostKid = false;
     };
+
+    bool aLostPageWent()
+    {
+        const std::vector<PageEntry>& removed = removal_.document().removedPages();
+        return std::any_of(removed.begin(), removed.end(), [this](const PageEntry& page) {
+            return removal_.document().pageDoubts().isLost(page.loaded);
+        });
+    }
+
+    /// What a page listed that can't be read is known only by standing on no other page.
+    void dropWidgetsOfLostPages()
+    {
+        const QPDFObjectHandle form = removal_.catalog().getKey("/AcroForm");
+        for (const QPDFObjectHandle& field : QPDFObjectHandle(form).getKey("/Fields").aitems()) {
+            forEachNode(field, "/Kids", [this](QPDFObjectHandle node) {
+                const bool isWidget = node.isIndirect() && !removal_.isGone(node) &&
+                                      node.getKey("/Subtype").isNameAndEquals("/Widget");
+                if (isWidget && !removal_.isRemainingPage(node.getKey("/P")) &&
+                    places_.remainingPageOf(node).isNull()) {
+                    removal_.drop(node);
+                    leaveParents(node.getObjectID());
+                }
+            });
+        }
+    }
 
     /// An object leaves the fields that have it as a kid.
     void leaveParents(int kid)

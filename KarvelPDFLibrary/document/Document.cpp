@@ -143,7 +143,7 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
         Outcome status;
         for (const std::string& encoding : encodings) {
             std::unique_ptr<Document> document(new Document(from));
-            status = document->open({encoding, with.reconstruct});
+            status = document->open({encoding, with.reconstruct, with.salvage});
             if (status) {
                 return document;
             }
@@ -153,6 +153,13 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
         }
         return tl::unexpected<Error>(std::move(status.error()));
     };
+    if (const auto ended = options.salvage ? withStreamEnded(source) : nullptr) {
+        Opened document = load(ended, options);
+        if (document) {
+            (*document)->originalSize_ = source->size();
+            return document;
+        }
+    }
     std::optional<EncryptionTraces> known; // finding them takes all bytes of the file
     const Traces traces = [&]() -> const EncryptionTraces& {
         if (!known) {
@@ -178,7 +185,7 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
     if (document || !options.reconstruct || document.error().code != ErrorCode::NotPdf) {
         return document;
     }
-    if (auto mended = traces().any ? nullptr : loadWithTrailerAdded(source)) {
+    if (auto mended = traces().any ? nullptr : loadWithTrailerAdded(source, options)) {
         return mended;
     }
     Opened found = openEncrypted();
@@ -189,7 +196,8 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
 /// libqpdf rebuilds a cross-reference table only where a trailer is left. For sources without a
 /// trace of encryption.
 std::unique_ptr<Document>
-Document::loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source)
+Document::loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source,
+                               const LoadOptions& options)
 {
     const std::shared_ptr<io::ByteSource> mended = withTrailerAdded(source);
     if (!mended) {
@@ -198,12 +206,13 @@ Document::loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source)
     std::unique_ptr<Document> document(new Document(mended));
     document->originalSize_ = source->size();
     document->reconstructed_ = true;
-    return document->open({}) ? std::move(document) : nullptr;
+    return document->open({{}, true, options.salvage}) ? std::move(document) : nullptr;
 }
 
 Outcome Document::open(const LoadOptions& options)
 {
     password_ = options.password;
+    salvage_ = options.salvage;
     if (source_->size() == 0) {
         return fail(ErrorCode::NotPdf, source_->name() + ": the file is empty");
     }
@@ -285,8 +294,12 @@ Outcome Document::readPages()
         pages = pageTree::readFromIndex(*file_, *index_);
     }
     if (!pages) {
+        const auto reconstructed = [this] {
+            warnings();
+            return reconstructed_;
+        };
         Result<ReadPages> read =
-            pageTree::read(*file_, source_->size(), changes_, reconstructed_, warnings_);
+            pageTree::read(*file_, source_->size(), changes_, reconstructed, warnings_);
         if (Outcome status = source_->intact(); !status) {
             return status;
         }
@@ -297,10 +310,11 @@ Outcome Document::readPages()
     }
     std::int32_t number = 0;
     for (PageEntry& entry : pages->entries) {
-        entry.original = ++number;
+        entry.original = entry.loaded = ++number;
     }
     order_ = PageOrder(std::move(pages->entries));
     inherited_ = std::move(pages->inherited);
+    doubts_ = std::move(pages->doubts);
     copies_.insert(pages->copies.begin(), pages->copies.end());
     treeIsStale_ = pages->differsFromTree;
     if (pages->canBePruned && !pages->differsFromTree) {
@@ -391,10 +405,20 @@ void Document::removePages(PageRun run)
 {
     for (int page = run.first; page < run.first + run.count; ++page) {
         removed_.push_back(order_.at(page));
+        if (removed_.back().loaded > 0) {
+            removedSinceLoading_.push_back(removed_.back().loaded);
+        }
     }
     order_.remove(run);
     treeIsStale_ = true;
     ++orderRevision_;
+}
+
+std::vector<std::int32_t> Document::removedSinceLoading() const
+{
+    std::vector<std::int32_t> numbers = removedSinceLoading_;
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
 }
 
 void Document::insertPages(int beforePage, const std::vector<QPDFObjectHandle>& pages)

@@ -27,6 +27,11 @@ struct LoadOptions {
 
     /// Whether a damaged cross-reference table may be rebuilt.
     bool reconstruct = true;
+
+    /// Whether a damaged document may be saved with losses: without pages that can't be read, and
+    /// where nobody can tell whether other readers number its pages in the same way. Each loss is a
+    /// warning then (base/WarningKinds.h); without it, such a document can't be saved.
+    bool salvage = false;
 };
 
 // What a document's pages and objects are, and which view of them is the truth when.
@@ -133,6 +138,18 @@ public:
     /// The labels of pages as they stand in the document; valid until the document is changed.
     const PageLabelRanges& pageLabels();
 
+    /// What is uncertain about the pages of a damaged document.
+    const PageDoubts& pageDoubts() const { return doubts_; }
+
+    /// Whether an empty page stands for one that can't be read.
+    bool isLost(int number) const { return doubts_.isLost(order_.at(number).loaded); }
+
+    /// The numbers, as the document was loaded, of all pages removed since then, ascending.
+    std::vector<std::int32_t> removedSinceLoading() const;
+
+    /// Whether it may be saved with losses.
+    bool maySalvage() const { return salvage_; }
+
     /// Removes a run of pages. What only they use is dropped when the document is saved.
     void removePages(PageRun run);
 
@@ -218,7 +235,7 @@ private:
     explicit Document(std::shared_ptr<io::ByteSource> source);
     Outcome open(const LoadOptions& options);
     static std::unique_ptr<Document>
-    loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source);
+    loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source, const LoadOptions& options);
     void keepWhatTheKeyWasMadeFrom();
     Outcome hasPossibleNumbers() const;
     Outcome readPages();
@@ -234,6 +251,8 @@ private:
     PageOrder order_;
     std::vector<InheritedSet> inherited_;
     std::vector<TreeNode> nodes_; // of the tree that was read, while it can be pruned
+    PageDoubts doubts_;
+    std::vector<std::int32_t> removedSinceLoading_;
     std::vector<PageEntry> removed_;
     std::vector<std::int32_t> cutPages_;
     std::unordered_map<std::int32_t, std::int32_t> copies_; // of pages used twice: the page itself
@@ -245,6 +264,7 @@ private:
     std::uint64_t loadedRevision_ = 0;
     bool reconstructed_ = false;
     bool treeIsStale_ = false;
+    bool salvage_ = false;
 };
 
 } // namespace karvel

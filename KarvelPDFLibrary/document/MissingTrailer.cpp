@@ -100,6 +100,27 @@ std::optional<std::string> objectAround(std::string_view before)
     return std::to_string(number) + " " + std::to_string(generation) + " R";
 }
 
+std::shared_ptr<io::ByteSource> withStreamEnded(const std::shared_ptr<io::ByteSource>& source)
+{
+    constexpr std::string_view keyword = "stream"; // the end of "endstream" as well
+    constexpr std::string_view end = "end";
+    bool isOpen = false;
+    io::forEachWindow(*source, end.size() + keyword.size() + 1, [&](std::string_view text) {
+        for (std::size_t at = text.rfind(keyword); at != std::string_view::npos && at > 0;
+             at = text.rfind(keyword, at - 1)) {
+            const bool ends = at >= end.size() && text.substr(at - end.size(), end.size()) == end;
+            const char behind = at + keyword.size() < text.size() ? text[at + keyword.size()] : 'x';
+            if (ends || behind == '\n' || behind == '\r') {
+                isOpen = !ends;
+                break;
+            }
+        }
+        return true;
+    });
+    return isOpen ? std::make_shared<LongerSource>(source, "\nendstream\nendobj\n%%EOF\n")
+                  : nullptr;
+}
+
 std::shared_ptr<io::ByteSource> withTrailerAdded(const std::shared_ptr<io::ByteSource>& source)
 {
     const std::optional<std::string> catalog = findCatalog(*source);

@@ -21,6 +21,10 @@ std::shared_ptr<io::ByteSource> withTrailerAdded(const std::shared_ptr<io::ByteS
 std::shared_ptr<io::ByteSource> withTrailerAdded(const std::shared_ptr<io::ByteSource>& source,
                                                  const EncryptionTraces& traces);
 
+/// A file that breaks off within a stream, as a source that ends this stream, so that what is there
+/// of its data can be kept. Null for other files.
+std::shared_ptr<io::ByteSource> withStreamEnded(const std::shared_ptr<io::ByteSource>& source);
+
 /// The number and generation of the object whose dictionary a position lies in, given the text
 /// before it: "12 0 R".
 std::optional<std::string> objectAround(std::string_view before);

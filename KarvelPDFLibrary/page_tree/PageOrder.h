@@ -28,6 +28,9 @@ struct PageEntry {
     /// The page's number when the page tree was last read or written; 0 for a page that came since.
     std::int32_t original = 0;
 
+    /// The page's number in the document as it was loaded; 0 for a page that came since.
+    std::int32_t loaded = 0;
+
     QPDFObjGen id() const { return QPDFObjGen(object, generation); }
 };
 

@@ -1,7 +1,5 @@
 #include "KarvelPDFLibrary/page_tree/PageTree.h"
 
-#include "KarvelPDFLibrary/base/Text.h"
-
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
@@ -41,7 +39,8 @@ std::uint32_t inheritedBelow(std::vector<InheritedSet>& sets, std::uint32_t abov
 
 class Reader {
 public:
-    Reader(QPDF& file, std::int64_t size, Changes& changes, bool reconstructed, Warnings& warnings)
+    Reader(QPDF& file, std::int64_t size, Changes& changes, const WasReconstructed& reconstructed,
+           Warnings& warnings)
         : file_(file), changes_(changes), reconstructed_(reconstructed), warnings_(warnings),
           leftForCopies_(static_cast<std::uint64_t>(size) + copiesBeside)
     {
@@ -58,7 +57,7 @@ public:
         while (!path_.empty()) {
             Node& node = path_.back();
             if (node.next == node.count) {
-                path_.pop_back();
+                leave();
                 continue;
             }
             const int index = node.next++;
@@ -68,12 +67,11 @@ public:
                                                "more often than a file of its size can mean");
             }
         }
-        if (lost_ > 0) {
-            return fail(ErrorCode::NotPdf, "damaged: " + text::counted(lost_, "page", "pages") +
-                                               " cannot be recovered");
-        }
         if (pages_.entries.empty()) {
             return fail(ErrorCode::NotPdf, "the document has no pages");
+        }
+        if (pages_.entries.size() == pages_.doubts.lost.size()) {
+            return fail(ErrorCode::NotPdf, "damaged: none of its pages can be recovered");
         }
         return std::move(pages_);
     }
@@ -85,7 +83,16 @@ private:
         int next;
         int count;
         std::uint32_t inherited;
-        std::int32_t position; // in the list of nodes
+        std::int32_t position;      // in the list of nodes
+        std::size_t before;         // how many pages come before its own
+        std::int64_t declared;      // how many pages it says that it has
+        std::int32_t firstLost = 0; // the first page among its kids that can't be read; 0: none
+
+        /// Kids that are neither references nor null: the number of the page in whose place the
+        /// first one is, or 0, how many there are, and whether one is in another place.
+        std::int32_t firstGarbled = 0;
+        int garbled = 0;
+        bool isGarbledElsewhere = false;
     };
 
     void enter(const QPDFObjectHandle& dictionary, std::uint32_t inherited, std::int32_t parent)
@@ -93,6 +100,9 @@ private:
         QPDFObjectHandle node = dictionary;
         if (node.isIndirect() && !nodes_.insert(node.getObjGen().getObj()).second) {
             leaveOut("the page tree refers to one of its nodes twice");
+            if (!isAncestor(node.getObjectID())) { // whose pages no reader can count again
+                startDoubting();
+            }
             return;
         }
         QPDFObjectHandle kids = node.getKey("/Kids");
@@ -101,10 +111,86 @@ private:
         const auto position = static_cast<std::int32_t>(pages_.nodes.size());
         const QPDFObjGen id = node.getObjGen();
         pages_.nodes.push_back({id.getObj(), id.getGen(), parent});
-        path_.push_back({kids, owner, 0, count, extend(inherited, node), position});
+        path_.push_back({kids, owner, 0, count, extend(inherited, node), position,
+                         pages_.entries.size(), declaredBy(node)});
         pages_.canBePruned = pages_.canBePruned && node.isIndirect() &&
                              path_.size() <= deepestPrunable && node.isDictionaryOfType("/Pages");
     }
+
+    /// Pages that can't be read have certain numbers where their node's own count says that each of
+    /// them is one.
+    void leave()
+    {
+        const Node node = path_.back();
+        const auto found = static_cast<std::int64_t>(pages_.entries.size() - node.before);
+        if (node.firstLost > 0 && node.declared != found) {
+            startDoubting(node.firstLost);
+        }
+        if (node.firstGarbled > 0 && node.declared > found) {
+            standInForGarbled(node, node.declared - found);
+        }
+        path_.pop_back();
+    }
+
+    /// Where the count says that there are more pages, what the tree has in their place led to
+    /// them.
+    void standInForGarbled(const Node& node, std::int64_t missing)
+    {
+        const std::int32_t first = node.firstGarbled;
+        const auto count = static_cast<std::int32_t>(std::min<std::int64_t>(missing, node.garbled));
+        if (count > 1 || node.isGarbledElsewhere) {
+            startDoubting(first);
+        }
+        PageDoubts& doubts = pages_.doubts;
+        doubts.passedOver.erase(
+            std::remove(doubts.passedOver.begin(), doubts.passedOver.end(), first),
+            doubts.passedOver.end());
+        for (std::vector<std::int32_t>* numbers : {&doubts.lost, &doubts.passedOver}) {
+            for (std::int32_t& number : *numbers) {
+                number += number >= first ? count : 0;
+            }
+        }
+        for (std::int32_t number = first; number < first + count; ++number) {
+            const QPDFObjGen id =
+                changes_.add(QPDFObjectHandle::parse("<< /Type /Page >>")).getObjGen();
+            pages_.entries.insert(pages_.entries.begin() + number - 1,
+                                  {id.getObj(), id.getGen(), node.inherited,
+                                   static_cast<std::uint32_t>(node.position), 0});
+            noteLost(number);
+        }
+        std::sort(doubts.lost.begin(), doubts.lost.end());
+    }
+
+    void noteLost(std::int32_t number)
+    {
+        pages_.canBePruned = false;
+        pages_.differsFromTree = true;
+        pages_.doubts.lost.push_back(number);
+        warnings_.push_back("page " + std::to_string(number) + " cannot be read");
+    }
+
+    static std::int64_t declaredBy(QPDFObjectHandle node)
+    {
+        QPDFObjectHandle count = node.getKey("/Count");
+        return count.isInteger() ? count.getIntValue() : -1;
+    }
+
+    bool isAncestor(int object) const
+    {
+        return std::any_of(path_.begin(), path_.end(), [&](const Node& node) {
+            return pages_.nodes[static_cast<std::size_t>(node.position)].object == object;
+        });
+    }
+
+    std::int32_t nextNumber() const { return static_cast<std::int32_t>(pages_.entries.size()) + 1; }
+
+    /// From a page on, readers may count otherwise in a way that isn't known.
+    void startDoubting(std::int32_t page)
+    {
+        std::int32_t& from = pages_.doubts.unknownFrom;
+        from = from == 0 ? page : std::min(from, page);
+    }
+    void startDoubting() { startDoubting(nextNumber()); }
 
     std::uint32_t extend(std::uint32_t above, QPDFObjectHandle& node)
     {
@@ -113,8 +199,8 @@ private:
 
     void visit(QPDFObjectHandle kid, int index)
     {
-        if (!kid.isDictionary()) {
-            passOver(kid);
+        if (!kid.isDictionary() || lostObjects_.count(kid.getObjectID()) > 0) {
+            passOver(kid, index);
         } else if (kid.hasKey("/Kids")) {
             enter(kid, path_.back().inherited, path_.back().position);
         } else if (kid.isDictionaryOfType("/Pages")) {
@@ -124,14 +210,40 @@ private:
         }
     }
 
-    void passOver(const QPDFObjectHandle& kid)
+    void passOver(QPDFObjectHandle kid, int index)
     {
         const bool inTable = kid.isIndirect() && file_.getXRefTable().count(kid.getObjGen()) > 0;
-        if (inTable || (reconstructed_ && kid.isIndirect())) {
-            ++lost_;
+        if (inTable || (kid.isIndirect() && reconstructed_())) {
+            standInFor(kid, index);
         } else {
-            leaveOut("the page tree has an entry that is no page");
+            leaveOut("the page tree has an entry that is no page; viewers may count one there");
+            const std::int32_t number = nextNumber();
+            pages_.doubts.passedOver.push_back(number);
+            Node& node = path_.back();
+            if (!kid.isIndirect() && !kid.isNull()) {
+                node.firstGarbled = node.firstGarbled == 0 ? number : node.firstGarbled;
+                node.isGarbledElsewhere = node.isGarbledElsewhere || node.firstGarbled != number;
+                ++node.garbled;
+            }
         }
+    }
+
+    /// What leads to the page that is lost leads to the empty one, unless its number is beyond what
+    /// a file of its size can have.
+    void standInFor(QPDFObjectHandle kid, int index)
+    {
+        const std::int32_t number = nextNumber();
+        QPDFObjectHandle page = QPDFObjectHandle::parse("<< /Type /Page >>");
+        if (!index::isOutOfProportion(static_cast<std::uint64_t>(kid.getObjectID()),
+                                      file_.getXRefTable().size())) {
+            lostObjects_.insert(kid.getObjectID());
+            changes_.replace(kid.getObjGen(), page);
+            page = kid;
+        }
+        addPage(page, index);
+        noteLost(number);
+        std::int32_t& first = path_.back().firstLost;
+        first = first == 0 ? number : first;
     }
 
     /// Other readers may see pages in such an entry: the tree is written anew when pages go.
@@ -188,13 +300,13 @@ private:
 
     QPDF& file_;
     Changes& changes_;
-    bool reconstructed_;
+    const WasReconstructed& reconstructed_;
     Warnings& warnings_;
     ReadPages pages_;
     std::vector<Node> path_;
     std::unordered_set<int> nodes_;
     std::unordered_set<int> seen_;
-    std::uint64_t lost_ = 0;
+    std::unordered_set<int> lostObjects_; // for which there are empty pages
 
     std::unordered_map<int, std::uint64_t> sizes_; // of pages that were copied
     std::uint64_t leftForCopies_;
@@ -300,8 +412,8 @@ private:
 
 } // namespace
 
-Result<ReadPages> read(QPDF& file, std::int64_t size, Changes& changes, bool reconstructed,
-                       Warnings& warnings)
+Result<ReadPages> read(QPDF& file, std::int64_t size, Changes& changes,
+                       const WasReconstructed& reconstructed, Warnings& warnings)
 {
     return Reader(file, size, changes, reconstructed, warnings).run();
 }

@@ -5,9 +5,11 @@
 #include "KarvelPDFLibrary/objects/Changes.h"
 #include "KarvelPDFLibrary/objects/ObjectView.h"
 #include "KarvelPDFLibrary/objects/Warnings.h"
+#include "KarvelPDFLibrary/page_tree/PageDoubts.h"
 #include "KarvelPDFLibrary/page_tree/PageOrder.h"
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <qpdf/QPDF.hh>
 #include <vector>
@@ -43,17 +45,23 @@ struct ReadPages {
     /// Pages can be taken out of the tree as it stands: its nodes have numbers of their own and it
     /// is not deeper than is good for readers.
     bool canBePruned = true;
+
+    PageDoubts doubts;
 };
 
 namespace pageTree {
 
+/// Whether the table of objects was rebuilt by now: reading a damaged object may bring that about.
+using WasReconstructed = std::function<bool()>;
+
 /// Reads a document's page tree, whatever its depth, without recursion. Loops and entries that are
-/// no pages are passed over with a warning. Fails when pages were lost to damage, since numbers
-/// would then mean other pages than they say, when there is no page at all, and when copies of
-/// pages that stand in the tree more than once would be out of all proportion to the file's size in
-/// bytes (five thousand copies of a small page are not).
-Result<ReadPages> read(QPDF& file, std::int64_t size, Changes& changes, bool reconstructed,
-                       Warnings& warnings);
+/// no pages are passed over with a warning. In the place of a page that was lost to damage stands
+/// an empty one, so that all have the numbers that the document's own counts give them; the doubts
+/// say which. Fails when there is no page at all, and when copies of pages that stand in the tree
+/// more than once would be out of all proportion to the file's size in bytes (five thousand copies
+/// of a small page are not).
+Result<ReadPages> read(QPDF& file, std::int64_t size, Changes& changes,
+                       const WasReconstructed& reconstructed, Warnings& warnings);
 
 /// Reads a well-formed page tree through the index, without reading a page; nothing when there is
 /// anything about the tree that read() would have to look at.

@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/rendering/PageBlankness.h"
 
+#include "KarvelPDFLibrary/content/LostContent.h"
 #include "KarvelPDFLibrary/content/PaintedContent.h"
 #include "KarvelPDFLibrary/document/PageArguments.h"
 #include "KarvelPDFLibrary/page_boxes/PageBoxes.h"
@@ -21,6 +22,12 @@ constexpr int longestSide = 4000;
 Judgement without(Finding picture)
 {
     return {picture, 100, 100};
+}
+
+/// To be asked when the page was read.
+bool hasLostContent(Document& document, int page)
+{
+    return !document.warnings().empty() && content::LostContent(document).isLost(page);
 }
 
 /// ISO 32000-2, 12.5.3: an annotation that is printed, but not shown on a screen.
@@ -98,10 +105,13 @@ Result<Judgement> pageJudgement(Document& document, viewer::View& view, int page
     if (Outcome status = hasPage(document, page); !status) {
         return tl::unexpected<Error>(status.error());
     }
+    if (document.isLost(page)) {
+        return without(Finding::Unreadable);
+    }
     try {
         const content::PaintedContent painted = content::paintedContent(document, page);
         if (!painted.paints()) {
-            return Judgement();
+            return hasLostContent(document, page) ? without(Finding::Unreadable) : Judgement();
         }
         const auto enough = [&](const pictures::Raster& picture, int rows) {
             return thoroughness == Thoroughness::Whether &&
@@ -112,7 +122,8 @@ Result<Judgement> pageJudgement(Document& document, viewer::View& view, int page
             return blankness::judged(*scanned.picture, Allowing::Noise);
         }
         Result<Judgement> judgement = judgedByRendering(document, view, page, painted);
-        if (judgement && judgement->isBlank() && scanned.isDamaged) {
+        if (judgement && judgement->isBlank() &&
+            (scanned.isDamaged || hasLostContent(document, page))) {
             return without(Finding::Unreadable);
         }
         if (judgement && judgement->isBlank() &&

@@ -1,66 +1,141 @@
 #include "KarvelPDFLibrary/saving/Damage.h"
 
+#include "KarvelPDFLibrary/base/Text.h"
+#include "KarvelPDFLibrary/base/WarningKinds.h"
+#include "KarvelPDFLibrary/content/LostContent.h"
+
 #include <algorithm>
 #include <string>
+#include <vector>
 
 namespace karvel::saving {
 
 namespace {
 
-bool wasEmptied(QPDFObjectHandle stream)
+bool mayLose(const Document& document, LostPages lost)
 {
-    return stream.isStream() && stream.getRawStreamData()->getSize() == 0;
+    return lost == LostPages::AsWished && document.maySalvage();
 }
 
-class ContentCheck {
-public:
-    explicit ContentCheck(Document& document) : document_(document)
-    {
-        const Warnings& warnings = document.warnings();
-        streamsEmptied_ =
-            std::any_of(warnings.begin(), warnings.end(), [](const std::string& text) {
-                return text.find("unable to recover stream data") != std::string::npos;
-            });
-    }
+/// The number of a page in the document as it was loaded, which is what its caller knows it by.
+int numberLoaded(const Document& document, int page)
+{
+    const int number = document.order().at(page).loaded;
+    return number > 0 ? number : page;
+}
 
-    bool isLost(QPDFObjectHandle part)
-    {
-        if (part.isNull() && part.isIndirect()) {
-            return document_.wasReconstructed() ||
-                   document_.file().getXRefTable().count(part.getObjGen()) > 0;
+void warnOnce(Document& document, const std::string& text)
+{
+    Warnings& warnings = document.warnings();
+    if (std::find(warnings.begin(), warnings.end(), text) == warnings.end()) {
+        warnings.push_back(text);
+    }
+}
+
+void warnOfLoss(Document& document, int number, const char* what)
+{
+    warnOnce(document, lostOfPage + std::to_string(number) + ": " + what);
+}
+
+Outcome damaged(Document& document, const std::string& how)
+{
+    return fail(ErrorCode::NotPdf, document.name() + ": damaged: " + how);
+}
+
+/// "page 19", "page 19 and 2 others"
+std::string pagesText(int first, std::size_t count)
+{
+    return "page " + std::to_string(first) +
+           (count == 1 ? "" : " and " + text::counted(count - 1, "other", "others"));
+}
+
+/// Which pages went has to be the same for readers that count them otherwise.
+Outcome settleDoubts(Document& document, bool mayLose)
+{
+    const PageDoubts& doubts = document.pageDoubts();
+    if (!doubts.any() && doubts.unknownFrom == 0) {
+        return {};
+    }
+    const std::vector<std::int32_t> removed = document.removedSinceLoading();
+    const std::int32_t doubtful = doubts.firstPerhapsNotMeant(removed);
+    if (doubtful > 0) {
+        const std::string how =
+            "its page tree leads to what is no page, so that viewers may call page " +
+            std::to_string(doubtful) + " by another number";
+        if (!mayLose) {
+            return damaged(document, how + " and another page be meant");
         }
-        return streamsEmptied_ && wasEmptied(part);
+        warnOnce(document, deletingPages + how);
     }
-
-private:
-    Document& document_;
-    bool streamsEmptied_ = false;
-};
+    for (const std::int32_t page : removed) {
+        if (doubts.isLost(page)) {
+            warnOnce(document, deletingPages + ("page " + std::to_string(page)) +
+                                   ", which cannot be read, was removed; viewers that leave it "
+                                   "out give the pages behind it lower numbers");
+        }
+    }
+    return {};
+}
 
 } // namespace
 
-Outcome pagesAreWhole(Document& document)
+Outcome settleLostPages(Document& document, LostPages lost)
+{
+    if (lost == LostPages::ShowEmpty) {
+        return {};
+    }
+    std::vector<int> pages;
+    for (int page = document.pageDoubts().lost.empty() ? 0 : document.pageCount(); page > 0;
+         --page) {
+        if (document.isLost(page)) {
+            pages.push_back(page);
+        }
+    }
+    if (!pages.empty() && !mayLose(document, lost)) {
+        return damaged(document, pagesText(numberLoaded(document, pages.back()), pages.size()) +
+                                     " cannot be recovered");
+    }
+    if (Outcome status = settleDoubts(document, mayLose(document, lost)); !status) {
+        return status;
+    }
+    if (!pages.empty() && static_cast<int>(pages.size()) == document.pageCount()) {
+        return damaged(document, "none of the pages that are left can be recovered");
+    }
+    for (auto page = pages.rbegin(); page != pages.rend(); ++page) {
+        const int number = numberLoaded(document, *page);
+        const int unknownFrom = document.pageDoubts().unknownFrom;
+        warnOfLoss(document, number,
+                   unknownFrom > 0 && number >= unknownFrom
+                       ? "it cannot be read, and is left out, and perhaps others with it"
+                       : "it cannot be read, and is left out");
+    }
+    for (const int page : pages) {
+        document.removePages({page, 1});
+    }
+    return {};
+}
+
+Outcome settleLostContent(Document& document, LostPages lost)
 {
     if (document.warnings().empty()) {
         return {};
     }
-    ContentCheck check(document);
-    for (int number = 1; number <= document.pageCount(); ++number) {
-        // The reference itself is looked at: a lost object reads as if the key were absent.
-        QPDFObjectHandle contents = document.page(number).getDictAsMap()["/Contents"];
-        if (!contents.isInitialized()) {
+    content::LostContent content(document);
+    for (int page = 1; page <= document.pageCount(); ++page) {
+        const int number = numberLoaded(document, page);
+        if (!content.isLost(page)) {
+            if (mayLose(document, lost) && content.isBroken(page)) {
+                warnOfLoss(
+                    document, number,
+                    "its content breaks off or cannot be decoded to its end, and is kept as it is");
+            }
             continue;
         }
-        bool lost = check.isLost(contents);
-        if (contents.isArray()) {
-            for (const QPDFObjectHandle& part : contents.getArrayAsVector()) {
-                lost = lost || check.isLost(part);
-            }
+        if (!mayLose(document, lost)) {
+            return damaged(document, "the content of page " + std::to_string(number) +
+                                         " cannot be recovered");
         }
-        if (lost) {
-            return fail(ErrorCode::NotPdf, document.name() + ": damaged: the content of page " +
-                                               std::to_string(number) + " cannot be recovered");
-        }
+        warnOfLoss(document, number, "content that cannot be read is missing");
     }
     return {};
 }

@@ -295,6 +295,9 @@ Outcome writeTo(Document& document, io::ByteSink& sink, const SaveOptions& optio
     if (Outcome status = content::giveUpUnchangedStreams(document); !status) {
         return status;
     }
+    if (Outcome status = settleLostPages(document, options.lostPages); !status) {
+        return status;
+    }
     const bool verbatim = whyNotVerbatim(document, options).empty();
     const auto degree = verbatim ? deletion::Degree::Recorded : deletion::Degree::Whole;
     if (Outcome status = deletion::synchronize(document, degree); !status) {
@@ -311,7 +314,8 @@ Outcome writeTo(Document& document, io::ByteSink& sink, const SaveOptions& optio
             return status;
         }
     }
-    return !written || verbatim ? written : pagesAreWhole(document);
+    const bool judged = !verbatim && options.lostPages != LostPages::ShowEmpty;
+    return written && judged ? settleLostContent(document, options.lostPages) : written;
 }
 
 /// Tells failures of writing from those of reading, which libqpdf reports alike.

@@ -10,6 +10,10 @@ enum class StreamData : int { Keep = 0, Decode = 1, Compress = 2 };
 /// Encryption by the document's plan, or as it was loaded, or none.
 enum class Encrypting { AsPlanned, AsLoaded, Never };
 
+/// What becomes of pages that can't be read: the document is refused or they are left out, as its
+/// caller wished (Document::maySalvage()); it is refused in any case; empty pages are shown.
+enum class LostPages { AsWished, Refuse, ShowEmpty };
+
 /// Whether objects that were not changed may be copied as they stand in the file.
 enum class Way { CopyUnchanged, Rewrite };
 
@@ -29,6 +33,7 @@ struct SaveOptions {
     bool readable = false;
     Encrypting encrypting = Encrypting::AsPlanned;
     io::Existing existing = io::Existing::Replace;
+    LostPages lostPages = LostPages::AsWished;
 
     /// CopyUnchanged where the document and the other options allow it.
     Way way = Way::CopyUnchanged;

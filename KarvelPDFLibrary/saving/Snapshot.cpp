@@ -4,7 +4,7 @@
 
 namespace karvel::saving {
 
-Result<Snapshot> snapshot(Document& document, Encrypting encrypting)
+Result<Snapshot> snapshot(Document& document, Encrypting encrypting, LostPages lost)
 {
     if (document.isAsLoaded()) {
         return Snapshot{document.source(), document.password()};
@@ -13,6 +13,7 @@ Result<Snapshot> snapshot(Document& document, Encrypting encrypting)
     options.objectStreams = ObjectStreams::Keep;
     options.streamData = StreamData::Keep;
     options.encrypting = encrypting;
+    options.lostPages = lost;
     Result<std::string> bytes = copyToString(document, options);
     if (!bytes) {
         return tl::unexpected<Error>(bytes.error());

@@ -16,7 +16,8 @@ struct Snapshot {
 
 /// A document's bytes as it is now, for reading them elsewhere: the original ones as long as
 /// nothing was changed, else a copy in memory, encrypted as `encrypting` says (not AsPlanned, whose
-/// passwords open new files). Does not count as saving.
-Result<Snapshot> snapshot(Document& document, Encrypting encrypting);
+/// passwords open new files). Does not count as saving, so no page is left out.
+Result<Snapshot> snapshot(Document& document, Encrypting encrypting,
+                          LostPages lost = LostPages::Refuse);
 
 } // namespace karvel::saving

@@ -37,7 +37,7 @@ Outcome canBeTaken(Document& source, const std::vector<int>& list)
             return status;
         }
     }
-    return saving::pagesAreWhole(source);
+    return saving::settleLostContent(source, saving::LostPages::Refuse);
 }
 
 /// What refers to removed pages is put right first. The page tree may stay stale: it would be

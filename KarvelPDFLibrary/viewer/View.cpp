@@ -29,7 +29,8 @@ Outcome View::refresh(Document& document)
     if (!viewer) {
         return tl::unexpected<Error>(viewer.error());
     }
-    const Result<saving::Snapshot> now = saving::snapshot(document, saving::Encrypting::Never);
+    const Result<saving::Snapshot> now =
+        saving::snapshot(document, saving::Encrypting::Never, saving::LostPages::ShowEmpty);
     if (!now) {
         return tl::unexpected<Error>(now.error());
     }
@@ -56,6 +57,10 @@ Result<viewer::Viewed*> View::seen(Document& document, int page)
 {
     if (Outcome status = hasPage(document, page); !status) {
         return tl::unexpected<Error>(status.error());
+    }
+    if (document.isLost(page)) {
+        return fail(ErrorCode::NotPdf, document.name() + ": damaged: page " +
+                                           std::to_string(page) + " cannot be read");
     }
     try {
         if (!seen_ || revision_ != document.revision()) {

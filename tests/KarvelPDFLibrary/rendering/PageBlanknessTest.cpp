@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/viewer/Viewer.h"
 #include "tests/support/Images.h"
 #include "tests/support/Inspect.h"
+#include "tests/support/PdfBuilder.h"
 #include "tests/support/Sketch.h"
 
 #include <gtest/gtest.h>
@@ -92,6 +93,17 @@ TEST(BlankPages, AreWhatIsSeenOfThem)
     };
     for (const auto& row : rows) {
         EXPECT_EQ(found(*scan(row.data, row.entries, row.more)), row.finding) << row.name;
+    }
+}
+
+TEST(BlankPages, AreNoneOfThoseThatDamageMadeUnreadable)
+{
+    support::PagedDocument file(2);
+    const std::string whole = file.build();
+    for (const int object : {file.pages[0], file.pages[0] - 1 /* its content */}) {
+        const std::string header = "\n" + std::to_string(object) + " 0 ";
+        EXPECT_EQ(found(*support::opened(support::replaced(whole, header + "obj", header + "xxx"))),
+                  Finding::Unreadable);
     }
 }
 
