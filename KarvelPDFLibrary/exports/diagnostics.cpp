@@ -76,10 +76,11 @@ int KPLClearWarnings(int instance)
 int KPLSetReconstruction(int instance, int mode)
 {
     return boundary::integer(instance, [&](Instance& self) -> Outcome {
-        if (mode != 0 && mode != 1) {
-            return fail(ErrorCode::BadArgument, "the value must be 0 or 1");
+        if (mode < 0 || mode > 2) {
+            return fail(ErrorCode::BadArgument, "the value must be 0 to 2");
         }
-        self.reconstruct = mode == 1;
+        self.reconstruct = mode > 0;
+        self.salvage = mode == 2;
         return {};
     });
 }

@@ -5,10 +5,12 @@
 #include "KarvelPDFLibrary/saving/Save.h"
 #include "exports.h"
 
+#include <algorithm>
 #include <climits>
 
 using namespace karvel;
 using boundary::onDocument;
+using boundary::onOpenDocument;
 
 namespace {
 
@@ -18,12 +20,20 @@ Result<int> load(Instance& self, Result<std::shared_ptr<io::ByteSource>> source,
     if (!source) {
         return tl::unexpected<Error>(source.error());
     }
-    auto document = Document::load(*source, {password, self.reconstruct});
+    auto document = Document::load(*source, {password, self.reconstruct, self.salvage});
     if (!document) {
         return tl::unexpected<Error>(document.error());
     }
     (*document)->setPath(path);
     return self.documents.add(std::move(*document));
+}
+
+/// After saving, which may have left out pages that can't be read (SetReconstruction).
+template <class Saved>
+Saved keepingSelectionWithin(OpenDocument& open, Saved saved)
+{
+    open.selectedPage = std::min(open.selectedPage, open.document->pageCount());
+    return saved;
 }
 
 /// Sets a setting whose codes run from 0 to `largest`.
@@ -215,8 +225,9 @@ int KPLSaveToFile(int instance, const wchar_t* path)
 {
     return boundary::integer(instance, [&](Instance& self) {
         const std::string file = boundary::takeWide(self, path);
-        return onDocument(self, [&](Document& document) {
-            return saving::toFile(document, file, self.saveOptions);
+        return onOpenDocument(self, [&](OpenDocument& open) {
+            return keepingSelectionWithin(open,
+                                          saving::toFile(*open.document, file, self.saveOptions));
         });
     });
 }
@@ -224,8 +235,9 @@ int KPLSaveToFile(int instance, const wchar_t* path)
 char* KPLSaveToString(int instance)
 {
     return boundary::byteString(instance, [](Instance& self) {
-        return onDocument(
-            self, [&](Document& document) { return saving::toString(document, self.saveOptions); });
+        return onOpenDocument(self, [&](OpenDocument& open) {
+            return keepingSelectionWithin(open, saving::toString(*open.document, self.saveOptions));
+        });
     });
 }
 

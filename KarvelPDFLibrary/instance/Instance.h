@@ -22,6 +22,9 @@ public:
     /// Whether loading may rebuild a damaged cross-reference table.
     bool reconstruct = true;
 
+    /// Whether damaged documents may be saved with losses.
+    bool salvage = false;
+
     /// What NewPage adds: width and height in points; A4 at first.
     double defaultPageWidth = 595.276;
     double defaultPageHeight = 841.89;

@@ -19,6 +19,8 @@ const char* reasonName(Reason reason)
         return "not-pdf";
     case Reason::Damaged:
         return "damaged";
+    case Reason::PagesDamaged:
+        return "pages-damaged";
     case Reason::Empty:
         return "empty";
     case Reason::InPart:

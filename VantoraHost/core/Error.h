@@ -18,6 +18,7 @@ enum class Reason {
     InputUnreadable,
     NotPdf,
     Damaged,
+    PagesDamaged, ///< in a document that can be opened
     Empty,
     InPart,
     PasswordNeeded,

@@ -41,6 +41,8 @@ std::string remedy(Reason reason)
         return "name a PDF file, a folder with --recursive, or - for standard input";
     case Reason::NotPdf:
         return "name a PDF file, or get an undamaged copy of it";
+    case Reason::PagesDamaged:
+        return "get an undamaged copy of it, or keep what can be kept with --salvage";
     case Reason::Empty:
         return "--if-empty blank leaves a blank page, --if-empty skip leaves the document out";
     case Reason::InPart:

@@ -22,6 +22,7 @@ enum ExitStatus {
     AllDone = 0,
     SomeFailed = 1,
     WrongUsage = 2,
+    DoneWithLosses = 3,
     InterruptedByUser = 130,
 };
 

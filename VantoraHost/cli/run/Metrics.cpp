@@ -51,6 +51,8 @@ std::string metricsText(const RunSummary& summary, const RunEnd& end)
     for (const auto& [reason, count] : summary.byReason()) {
         metrics.add("reason=\"" + std::string(reasonName(reason)) + '"', std::to_string(count));
     }
+    metrics.addOne("documents_with_losses", "Damaged documents that were done with losses.",
+                   std::to_string(summary.withLosses()));
     metrics.addOne("pages_removed", "Pages that were removed.",
                    std::to_string(summary.removedPages()));
     metrics.begin("bytes", "Size of the documents that were done.");

@@ -32,7 +32,8 @@ constexpr char runExamples[] = R"(Examples:
     vantora run --list "Clean scans" scans/*.pdf -d clean
 
 Exit status: 0 every document is done, 1 at least one failed (the others are done) for
-a reason that --accept-failures does not name, 2 wrong usage, 130 interrupted.)";
+a reason that --accept-failures does not name, 2 wrong usage, 3 done with losses that
+--salvage allowed, 130 interrupted.)";
 
 bool fromStandardInput(const RunArguments& run)
 {
@@ -210,6 +211,9 @@ void declareJudgement(CLI::App& command, RunArguments& run)
     command.add_flag("--strict", run.options.strict,
                      "Refuse documents where not all that was asked for can\n"
                      "be done, such as those that lack pages of the range");
+    command.add_flag("--salvage", run.options.salvage,
+                     "Keep what can be kept of damaged documents; each loss is\n"
+                     "a warning with its page, and the exit status is 3");
     run.ifEmptyOption =
         command.add_option("--if-empty", run.ifEmpty,
                            "Where every page would go: leave a \"blank\" one, \"skip\" the\n"

@@ -142,6 +142,7 @@ Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, con
     batch.settings.keepSigned = options.keepSigned;
     batch.settings.hashInputs = options.reportHashes;
     batch.settings.strict = options.strict;
+    batch.settings.salvage = options.salvage;
     const bool inPlace =
         options.destination && std::holds_alternative<InPlace>(*options.destination);
     batch.settings.ifEmpty =
@@ -322,7 +323,10 @@ int statusOf(const BatchResult& result, RunReporter& reporter, const Streams& st
     if (result.interrupted) {
         return InterruptedByUser;
     }
-    return reporter.someFailed() || result.ending || !reported ? SomeFailed : AllDone;
+    if (reporter.someFailed() || result.ending || !reported) {
+        return SomeFailed;
+    }
+    return reporter.someLost() ? DoneWithLosses : AllDone;
 }
 
 } // namespace
@@ -345,7 +349,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
                           withNamesakes(sequence.error(), options, catalog, guiPart));
     }
     const RunIdentity identity = {VANTORA_VERSION, stepsDigest(sequence->steps()),
-                                  stepsJson(sequence->steps()), nanosecondsNow()};
+                                  stepsJson(sequence->steps()), nanosecondsNow(), options.salvage};
     Result<RunInputs> inputs = inputsOf(options, identity, streams);
     if (!inputs) {
         return failedWith(streams, options.json, inputs.error());

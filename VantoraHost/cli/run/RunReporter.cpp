@@ -172,6 +172,11 @@ void RunReporter::printWarnings(const DocumentReport& report) const
     for (const std::string& warning : report.warnings) {
         printWarning(streams_, report.input, warning);
     }
+    for (const PageLoss& loss : report.losses) {
+        printWarning(streams_, report.input,
+                     "lost of page " + grouped(static_cast<std::uint64_t>(loss.page)) + ": " +
+                         loss.what);
+    }
     printRepairs(streams_, report.input, report.repairs);
 }
 

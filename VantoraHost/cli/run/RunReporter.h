@@ -44,6 +44,9 @@ public:
     /// Whether a document failed for a reason that counts for the exit status.
     bool someFailed() const { return summary_.failedBut(options_.acceptedFailures) > 0; }
 
+    /// Whether a document is done with losses.
+    bool someLost() const { return summary_.withLosses() > 0; }
+
 private:
     bool saysSomething(const DocumentReport& report) const;
     void printSummary(bool interrupted) const;

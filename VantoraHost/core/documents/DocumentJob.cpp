@@ -122,6 +122,10 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
         const std::vector<std::string> remarks = document->remarks();
         report.warnings.insert(report.warnings.end(), remarks.begin(), remarks.end());
         report.leftToJudge = document->leftToJudge();
+        report.losses = document->losses();
+        if (!report.losses.empty()) { // pages may be among them
+            report.pagesAfter = library_.PageCount();
+        }
     }
     return done;
 }
@@ -149,6 +153,9 @@ Outcome DocumentJob::openInput(DocumentReport& report, const Target& target)
 
 Result<OpenDocument> DocumentJob::openDocument(const DocumentReport& report)
 {
+    constexpr int rebuild = 1;
+    constexpr int rebuildAndSalvage = 2;
+    library_.SetReconstruction(settings_.salvage ? rebuildAndSalvage : rebuild);
     return input_ ? OpenDocument::open(library_, report.input, *input_, settings_.passwords,
                                        sequence_.access())
                   : OpenDocument::open(library_, report.input, settings_.standardInput,
@@ -366,8 +373,7 @@ Outcome DocumentJob::writeLarge(karvel::io::OutputFile& file, const Target& targ
 
 Error DocumentJob::savingError(const Target& target)
 {
-    Error error = lastLibraryFailure(library_, target.path)
-                      .value_or(Error{Reason::LibraryFailed, {}, "can't be saved"});
+    Error error = failure(target.path, "can't be saved");
     if (error.reason == Reason::OutputNotWritable || error.reason == Reason::OutputExists) {
         error.sentence = "the output " + target.name + ": " + error.sentence;
     }
@@ -390,8 +396,12 @@ Outcome DocumentJob::saveToStandardOutput(DocumentReport& report)
 
 Error DocumentJob::failure(const std::string& input, const char* otherwise)
 {
-    return lastLibraryFailure(library_, input)
-        .value_or(Error{Reason::LibraryFailed, input, otherwise});
+    Error error = lastLibraryFailure(library_, input)
+                      .value_or(Error{Reason::LibraryFailed, input, otherwise});
+    if (error.reason == Reason::Damaged && !settings_.salvage) {
+        error.reason = Reason::PagesDamaged; // the document is open
+    }
+    return error;
 }
 
 } // namespace vantora

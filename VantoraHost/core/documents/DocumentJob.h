@@ -32,6 +32,7 @@ struct JobSettings {
     bool dryRun = false;                ///< work out what would happen and write nothing
     bool keepSigned = false;            ///< refuse documents with signatures
     bool strict = false;                ///< refuse to do a part of what was asked for
+    bool salvage = false;               ///< do damaged documents with losses, and report these
     IfEmpty ifEmpty = IfEmpty::Blank;
     bool hashInputs = false;            ///< note the SHA-256 of each input
     bool reportFirst = false;           ///< report outputs before they get their names, too

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <climits>
+#include <cstdlib>
 #include <string_view>
 #include <utility>
 
@@ -183,6 +184,17 @@ std::vector<std::string> OpenDocument::remarks() const
     return warnings(Warning::OfDeletion);
 }
 
+std::vector<PageLoss> OpenDocument::losses() const
+{
+    std::vector<PageLoss> losses;
+    for (const std::string& text : warnings(Warning::OfLoss)) { // "19: what"
+        const std::size_t colon = text.find(": ");
+        losses.push_back(
+            {std::atoi(text.c_str()), colon == std::string::npos ? text : text.substr(colon + 2)});
+    }
+    return losses;
+}
+
 std::vector<std::string> OpenDocument::leftToJudge() const
 {
     return warnings(Warning::LeftToJudge);
@@ -194,7 +206,8 @@ std::vector<std::string> OpenDocument::warnings(Warning kind) const
     constexpr std::pair<std::string_view, Warning> beginnings[] = {
         {karvel::deletingPages, Warning::OfDeletion},
         {karvel::leftToJudge, Warning::LeftToJudge},
-        {karvel::unreadableText, Warning::OfText}};
+        {karvel::unreadableText, Warning::OfText},
+        {karvel::lostOfPage, Warning::OfLoss}};
     std::vector<std::string> texts;
     const int count = library_->WarningCount();
     for (int warning = 1; warning <= count; ++warning) {

@@ -2,6 +2,7 @@
 
 #include "VantoraHost/core/Access.h"
 #include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/PageLoss.h"
 #include "VantoraHost/core/documents/InputFile.h"
 
 #include <filesystem>
@@ -42,6 +43,9 @@ public:
     /// What deleting pages did to the document beside, such as removing signatures, as sentences.
     std::vector<std::string> remarks() const;
 
+    /// What damage made unreadable and what was saved lacks.
+    std::vector<PageLoss> losses() const;
+
     /// What stays of the document as a whole and may repeat what deleted pages said.
     std::vector<std::string> leftToJudge() const;
 
@@ -58,7 +62,7 @@ private:
     };
     static Result<OpenDocument> load(KarvelPDFLibraryCPDylibCPP1311& library, const Source& source,
                                      const std::vector<std::string>& passwords, Access access);
-    enum class Warning { OfDeletion, LeftToJudge, OfText, OfDamage };
+    enum class Warning { OfDeletion, LeftToJudge, OfText, OfLoss, OfDamage };
     std::vector<std::string> warnings(Warning kind) const;
 
     explicit OpenDocument(KarvelPDFLibraryCPDylibCPP1311& library) : library_(&library) {}

@@ -78,6 +78,16 @@ void takeWarnings(const QJsonArray& all, std::vector<std::string>& warnings,
 
 namespace {
 
+std::vector<JsonObject> lossesJson(const std::vector<PageLoss>& losses)
+{
+    std::vector<JsonObject> array;
+    for (const PageLoss& loss : losses) {
+        array.emplace_back();
+        array.back().add("page", loss.page).add("text", loss.what);
+    }
+    return array;
+}
+
 JsonObject objectOf(const DocumentReport& report)
 {
     const std::string inputModifiedAt = isoTime(report.inputModified);
@@ -107,6 +117,9 @@ JsonObject objectOf(const DocumentReport& report)
     }
     if (report.range) {
         json.add("range", *report.range);
+    }
+    if (!report.losses.empty()) {
+        json.add("losses", lossesJson(report.losses));
     }
     json.add("errors", errors)
         .add("left", report.leftToJudge)
@@ -158,6 +171,10 @@ std::optional<DocumentReport> reportOf(const QJsonObject& json)
     report.inputSha256 = bytesOf(json["input_sha256"].toString());
     report.outputModified = bytesOf(json["output_modified"].toString());
     takeWarnings(json["warnings"].toArray(), report.warnings, report.repairs);
+    for (const QJsonValue& value : json["losses"].toArray()) {
+        const QJsonObject loss = value.toObject();
+        report.losses.push_back({loss["page"].toInt(), bytesOf(loss["text"].toString())});
+    }
     report.leftToJudge = bytesOf(json["left"].toArray());
     const QJsonObject error = json["errors"].toArray().first().toObject();
     if (const auto reason = reasonNamed(bytesOf(error["reason"].toString()))) {

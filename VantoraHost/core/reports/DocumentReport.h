@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/PageLoss.h"
 #include "VantoraHost/core/reports/RunIdentity.h"
 
 #include <QtCore/QJsonObject>
@@ -37,6 +38,7 @@ struct DocumentReport {
     std::string inputSha256;   ///< in hexadecimal digits; empty where nobody asked for it
     std::string outputModified; ///< FileState::changed of the output; empty for none
     std::vector<std::string> warnings;
+    std::vector<PageLoss> losses;         ///< what damage made unreadable and the output lacks
     std::vector<std::string> leftToJudge; ///< what stays and may repeat what removed pages said
     std::vector<std::string> repairs;     ///< what was damaged in the input
     std::optional<Error> error;

@@ -90,7 +90,9 @@ void EarlierReports::Reader::takeDone(DocumentReport report, const QJsonObject& 
     if (input == inputs_.end()) {
         return;
     }
+    // What was done without losses at any price is done the same where these are allowed.
     const bool bySameSteps = bytesOf(by["steps_sha256"].toString()) == run_.stepsDigest &&
+                             (run_.salvage || !by["salvage"].toBool()) &&
                              report.range == input->second->range;
     reports_.hashes_ = reports_.hashes_ || !report.inputSha256.empty();
     reports_.done_[std::move(report.input)] = {

@@ -8,6 +8,7 @@ std::string commonRemedy(Reason reason)
     case Reason::InputUnreadable:
         return "check its permissions";
     case Reason::Damaged:
+    case Reason::PagesDamaged:
     case Reason::InputEmpty:
         return "get an undamaged copy of it";
     case Reason::EncryptionUnsupported:

@@ -22,6 +22,7 @@ std::size_t bytesOf(const DocumentReport& report)
            report.inputSha256.size() +
            (report.pagesRemoved ? report.pagesRemoved->size() * sizeof(int) : 0) +
            bytesOf(report.warnings) + bytesOf(report.leftToJudge) + bytesOf(report.repairs) +
+           report.losses.size() * 2 * sizeof(PageLoss) +
            (report.error ? report.error->file.size() + report.error->sentence.size() : 0);
 }
 

@@ -15,6 +15,9 @@ std::string toJson(const RunIdentity& run)
         .add("steps_sha256", run.stepsDigest)
         .addJson("steps",
                  run.steps.empty() || run.steps.size() > longestSteps ? "null" : run.steps);
+    if (run.salvage) {
+        json.add("salvage", true);
+    }
     return json.text();
 }
 

@@ -11,6 +11,7 @@ struct RunIdentity {
     std::string stepsDigest;  ///< the same for the same steps with the same options only
     std::string steps;        ///< these steps as a JSON array, for people
     std::int64_t started = 0; ///< in nanoseconds since 1970
+    bool salvage = false;     ///< whether damaged documents are done with losses
 };
 
 /// As it stands in each line of a report: one JSON object. Long steps are left out, since a report

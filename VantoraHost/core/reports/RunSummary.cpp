@@ -27,6 +27,7 @@ void RunSummary::add(const DocumentReport& report)
     inPart_ += report.inPart ? 1 : 0;
     leftBlank_ += report.leftBlank ? 1 : 0;
     withWarnings_ += report.warnings.empty() && report.repairs.empty() ? 0 : 1;
+    withLosses_ += report.losses.empty() ? 0 : 1;
     if (report.pagesRemoved) {
         pagesRemoved_ = pagesRemoved_.value_or(0) + report.pagesRemoved->size();
     }
@@ -61,6 +62,9 @@ std::string RunSummary::documentsText(std::size_t total, const std::vector<Reaso
     }
     if (withWarnings_ > 0) {
         text += ", " + grouped(withWarnings_) + " with warnings";
+    }
+    if (withLosses_ > 0) {
+        text += ", " + grouped(withLosses_) + " with losses";
     }
     if (failed_ > 0) {
         text += ", " + grouped(failed_) + " failed";
@@ -102,6 +106,7 @@ std::string RunSummary::json(const RunEnd& end) const
         .add("pages_removed", pagesRemoved_)
         .add("bytes_before", bytesBefore_)
         .add("bytes_after", bytesAfter_)
+        .add("with_losses", static_cast<std::uint64_t>(withLosses_))
         .add("interrupted", end.interrupted)
         .add("ended_at", isoTime(end.time))
         .add("ended", std::to_string(end.time))

@@ -29,6 +29,9 @@ public:
     std::size_t finished() const { return done_ + skipped_ + failed_; }
     std::size_t failed() const { return failed_; }
 
+    /// How many are done with losses.
+    std::size_t withLosses() const { return withLosses_; }
+
     /// How many failed for other reasons than these.
     std::size_t failedBut(const std::vector<Reason>& accepted) const;
 
@@ -58,6 +61,7 @@ private:
     std::size_t leftBlank_ = 0; ///< of those done
     std::size_t skipped_ = 0;
     std::size_t withWarnings_ = 0;
+    std::size_t withLosses_ = 0; ///< of those done
     std::map<Reason, std::size_t> reasons_;
     std::optional<std::uint64_t> pagesRemoved_; ///< none where no report tells
     std::uint64_t bytesBefore_ = 0;             ///< of documents with an output, as bytesAfter

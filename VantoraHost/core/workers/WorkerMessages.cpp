@@ -231,12 +231,13 @@ std::optional<WorkerAnswer> reportAnswerOf(const QJsonObject& json)
 template <class Settings, class Visitor>
 void visitSettings(Settings& settings, const Visitor& visit)
 {
-    auto& [passwords, dryRun, keepSigned, strict, ifEmpty, hashInputs, reportFirst, judged,
+    auto& [passwords, dryRun, keepSigned, strict, salvage, ifEmpty, hashInputs, reportFirst, judged,
            standardInput, standardInputMode, standardOutput, cancelled, savingBegins] = settings;
     visit("passwords", passwords);
     visit("dry_run", dryRun);
     visit("keep_signed", keepSigned);
     visit("strict", strict);
+    visit("salvage", salvage);
     visit("if_empty", ifEmpty);
     visit("hash_inputs", hashInputs);
     visit("report_first", reportFirst);

@@ -259,7 +259,7 @@ TEST(Exports, ReconstructionCanBeRefused)
         support::replaced(support::documentOfPages(3), "startxref\n", "startxref\n99");
     Caller caller;
     const int self = caller.instance;
-    EXPECT_EQ(KPLSetReconstruction(self, 2), 0);
+    EXPECT_EQ(KPLSetReconstruction(self, 3), 0);
     ASSERT_EQ(KPLSetReconstruction(self, 0), 1);
     EXPECT_EQ(caller.load(damaged), 0);
     ASSERT_EQ(KPLSetReconstruction(self, 1), 1);
@@ -267,6 +267,21 @@ TEST(Exports, ReconstructionCanBeRefused)
     EXPECT_EQ(KPLWasReconstructed(self), 1);
     EXPECT_GT(KPLCheckDocument(self, 1), 0);
     EXPECT_EQ(KPLCheckDocument(self, 4), -1);
+}
+
+TEST(Exports, OfLossesAreAllowedForDocumentsThatAreLoadedThen)
+{
+    const std::string damaged =
+        support::replaced(support::documentOfPages(3), "4 0 obj", "4 0 xxx");
+    Caller caller;
+    const int self = caller.instance;
+    for (const int mode : {1, 2, 1}) {
+        ASSERT_EQ(KPLSetReconstruction(self, mode), 1);
+        ASSERT_GT(caller.load(damaged), 0);
+        EXPECT_EQ(KPLSaveToString(self) != nullptr, mode == 2);
+        const std::wstring last = caller.text(KPLGetWarningText(self, KPLWarningCount(self)));
+        EXPECT_EQ(last.find(L"lost of page 1: ") == 0, mode == 2);
+    }
 }
 
 TEST(Exports, OfFunctionsThatAreNotAvailableSaySo)

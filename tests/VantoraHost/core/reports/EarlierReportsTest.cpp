@@ -57,15 +57,17 @@ protected:
         return done;
     }
 
-    void write(const std::vector<DocumentReport>& reports) const
+    static void write(const std::vector<DocumentReport>& reports, const RunIdentity& by)
     {
         auto file = ReportFile::open("report", ExistingReport::Replace);
         ASSERT_TRUE(file);
         for (const DocumentReport& one : reports) {
-            file->add(one, run);
+            file->add(one, by);
         }
         ASSERT_TRUE(file->sync());
     }
+
+    void write(const std::vector<DocumentReport>& reports) const { write(reports, run); }
 
     static Result<EarlierReports> read(const RunIdentity& now)
     {
@@ -128,6 +130,8 @@ const std::vector<Change> changes = {
      SinceReport::InputChanged, SinceReport::InputChanged, SinceReport::Same},
     {"the_steps", [](RunIdentity& now) { now.stepsDigest = "of others"; }, SinceReport::OtherSteps,
      SinceReport::OtherSteps, SinceReport::OtherSteps},
+    {"that_losses_are_allowed", [](RunIdentity& now) { now.salvage = true; }, SinceReport::Same,
+     SinceReport::Same, SinceReport::Same},
     {"the_version", [](RunIdentity& now) { now.version = "1.1"; }, SinceReport::OtherVersion,
      SinceReport::OtherVersion, SinceReport::Same},
     {"the_output_is_gone", [](RunIdentity&) { fs::remove("out"); }, SinceReport::OutputGone,
@@ -140,6 +144,15 @@ const std::vector<Change> changes = {
 
 INSTANTIATE_TEST_SUITE_P(Changes, Changed, testing::ValuesIn(changes),
                          [](const auto& info) { return info.param.name; });
+
+TEST_F(EarlierRun, ThatAllowedLossesDidWhatOthersWouldRefuse)
+{
+    RunIdentity salvaging = run;
+    salvaging.salvage = true;
+    write({report("in", "out")}, salvaging);
+    EXPECT_EQ(read(run)->since("in", anyOutput), SinceReport::OtherSteps);
+    EXPECT_EQ(read(salvaging)->since("in", anyOutput), SinceReport::Same);
+}
 
 TEST_F(EarlierRun, IsBelievedOnlyOfOutputsThatThisRunWouldWrite)
 {

@@ -20,6 +20,7 @@ TEST(RunSummary, CountsByWhatBecameOfDocuments)
     report.inPart = report.leftBlank = true;
     report.warnings = {"one"};
     report.repairs = {"two"};
+    report.losses = {{3, "gone"}};
     summary.add(report);
     DocumentReport skipped;
     skipped.status = DocumentStatus::Skipped;
@@ -32,7 +33,7 @@ TEST(RunSummary, CountsByWhatBecameOfDocuments)
     }
     EXPECT_EQ(summary.documentsText(1200), "2 of 1,200 documents done, 1 in part, "
                                            "1 left with a blank page only, 1 left out, "
-                                           "1 with warnings, 3 failed "
+                                           "1 with warnings, 1 with losses, 3 failed "
                                            "(1 not-pdf, 2 timed-out)");
     EXPECT_EQ(summary.workText(2),
               "4 pages removed; 3.0 kB before, 2.0 kB after; 3.0 documents a second");

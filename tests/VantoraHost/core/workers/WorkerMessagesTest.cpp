@@ -22,7 +22,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
                    {"Other", {}, {{"colour", 7}}, "list.xqq"}};
     setup.job.passwords = {"pass\xffword", "ü"};
     setup.job.keepSigned = setup.job.reportFirst = true;
-    setup.job.strict = setup.job.hashInputs = true;
+    setup.job.strict = setup.job.hashInputs = setup.job.salvage = true;
     setup.job.ifEmpty = IfEmpty::Skip;
     setup.job.judged = {{"1 2 3 4", 9, "2,7", {3, 5}}, {}};
     setup.memoryLimit = 1ULL << 40;
@@ -42,7 +42,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     EXPECT_FALSE(got->steps[1].stored["bytes"].toByteArray().isEmpty());
     EXPECT_EQ(got->job.passwords, setup.job.passwords);
     EXPECT_TRUE(got->job.keepSigned && got->job.reportFirst && !got->job.dryRun);
-    EXPECT_TRUE(got->job.strict && got->job.hashInputs);
+    EXPECT_TRUE(got->job.strict && got->job.hashInputs && got->job.salvage);
     EXPECT_EQ(got->job.ifEmpty, IfEmpty::Skip);
     ASSERT_EQ(got->job.judged.size(), 2U);
     EXPECT_EQ(got->job.judged[0].version, "1 2 3 4");
@@ -140,12 +140,14 @@ TEST(WorkerAnswers, HoldWholeReports)
     report.outputExisted = report.inPart = report.leftBlank = true;
     report.warnings = {"ouch"};
     report.repairs = {"the table"};
+    report.losses = {{3, "gone"}, {7, "gone, too"}};
     report.leftToJudge = {"a file"};
     const auto got = answerOf(answerMessage(WorkerReport{12, report}));
     ASSERT_TRUE(got);
     EXPECT_EQ(std::get<WorkerReport>(*got).number, 12U);
     EXPECT_EQ(toJson(std::get<WorkerReport>(*got).report), toJson(report));
     EXPECT_THAT(std::get<WorkerReport>(*got).report.repairs, ElementsAre("the table"));
+    EXPECT_EQ(std::get<WorkerReport>(*got).report.losses.at(1).page, 7);
 
     report.status = DocumentStatus::Failed;
     report.error = {Reason::NotPdf, "a.pdf", "no PDF"};
