@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/content/LostContent.h"
 
+#include "KarvelPDFLibrary/base/InventedKeys.h"
+
 #include <algorithm>
 #include <qpdf/Pl_Discard.hh>
 #include <string>
@@ -41,11 +43,15 @@ LostContent::LostContent(Document& document) : document_(document)
 bool LostContent::isLost(int page)
 {
     // The reference itself is looked at: a lost object reads as if the key were absent.
-    const std::vector<QPDFObjectHandle> parts =
-        partsOf(document_.page(page).getDictAsMap()["/Contents"]);
-    return std::any_of(parts.begin(), parts.end(),
+    auto entries = document_.page(page).getDictAsMap();
+    const std::vector<QPDFObjectHandle> parts = partsOf(entries["/Contents"]);
+    QPDFObjectHandle resources = entries["/Resources"];
+    const bool hasLostResources =
+        resources.isInitialized() && resources.isIndirect() && isLostResource(resources);
+    return hasInventedKey(entries) || hasLostResources ||
+           std::any_of(parts.begin(), parts.end(),
                        [this](const QPDFObjectHandle& part) { return isLost(part); }) ||
-           losesPictures(document_.pageAttribute(page, "/Resources"));
+           losesResources(document_.pageAttribute(page, "/Resources"));
 }
 
 bool LostContent::isBroken(int page)
@@ -56,27 +62,31 @@ bool LostContent::isBroken(int page)
     });
 }
 
-/// Whether an image or form is lost that these resources have, those of forms included.
-bool LostContent::losesPictures(const QPDFObjectHandle& resources)
+/// Whether something is lost that these resources have, those of forms included.
+bool LostContent::losesResources(const QPDFObjectHandle& resources)
 {
     std::vector<QPDFObjectHandle> open = {resources};
     std::unordered_set<int> seen;
     while (!open.empty()) {
-        QPDFObjectHandle category = open.back();
+        QPDFObjectHandle categories = open.back();
         open.pop_back();
-        category = category.isDictionary() ? category.getKey("/XObject") : category;
-        if (!category.isDictionary()) {
+        if (!categories.isDictionary()) {
             continue;
         }
-        for (auto& [key, picture] : category.getDictAsMap()) {
-            if (!picture.isIndirect() || !seen.insert(picture.getObjectID()).second) {
+        for (auto& [name, category] : categories.getDictAsMap()) {
+            if (!category.isDictionary()) {
                 continue;
             }
-            if (isLostPicture(picture)) {
-                return true;
-            }
-            if (picture.isStream()) {
-                open.push_back(picture.getDict().getKey("/Resources"));
+            for (auto& [key, resource] : category.getDictAsMap()) {
+                if (!resource.isIndirect() || !seen.insert(resource.getObjectID()).second) {
+                    continue;
+                }
+                if (isLostResource(resource)) {
+                    return true;
+                }
+                if (resource.isStream()) {
+                    open.push_back(resource.getDict().getKey("/Resources"));
+                }
             }
         }
     }
@@ -84,14 +94,19 @@ bool LostContent::losesPictures(const QPDFObjectHandle& resources)
 }
 
 /// Where the table was rebuilt, references may lead to what was never there: nothing is lost.
-bool LostContent::isLostPicture(const QPDFObjectHandle& picture)
+bool LostContent::isLostResource(QPDFObjectHandle resource)
 {
-    const auto [known, isNew] = lostPictures_.try_emplace(picture.getObjectID(), false);
+    const auto [known, isNew] = lostResources_.try_emplace(resource.getObjectID(), false);
     if (isNew) {
-        const bool isThere = document_.file().getXRefTable().count(picture.getObjGen()) > 0;
-        known->second = isThere && isLost(picture);
+        const bool mayBeLost = resource.isNull() || resource.isStream();
+        known->second = mayBeLost && isInTable(resource) && isLost(resource);
     }
     return known->second;
+}
+
+bool LostContent::isInTable(const QPDFObjectHandle& object)
+{
+    return document_.file().getXRefTable().count(object.getObjGen()) > 0;
 }
 
 /// Whether the file ended before the stream did.
@@ -120,9 +135,11 @@ bool LostContent::canBeDecoded(QPDFObjectHandle part)
 
 bool LostContent::isLost(QPDFObjectHandle part)
 {
+    if (!part.isNull() && !part.isStream()) {
+        return true;
+    }
     if (part.isNull() && part.isIndirect()) {
-        return document_.wasReconstructed() ||
-               document_.file().getXRefTable().count(part.getObjGen()) > 0;
+        return document_.wasReconstructed() || isInTable(part);
     }
     return streamsEmptied_ && wasEmptied(part);
 }

@@ -13,7 +13,7 @@ class LostContent {
 public:
     explicit LostContent(Document& document);
 
-    /// Whether content of a page, or an image or form that it may show, can't be read.
+    /// Whether content of a page, or an image, font or another resource of it, can't be read.
     bool isLost(int page);
 
     /// Whether the file ends within a stream of a page's content, or it can't be decoded to its
@@ -21,15 +21,16 @@ public:
     bool isBroken(int page);
 
 private:
-    bool losesPictures(const QPDFObjectHandle& resources);
-    bool isLostPicture(const QPDFObjectHandle& picture);
+    bool losesResources(const QPDFObjectHandle& resources);
+    bool isLostResource(QPDFObjectHandle resource);
+    bool isInTable(const QPDFObjectHandle& object);
     bool breaksOff(QPDFObjectHandle stream);
     bool canBeDecoded(QPDFObjectHandle part);
     bool isLost(QPDFObjectHandle part);
 
     Document& document_;
     bool streamsEmptied_ = false;
-    std::unordered_map<int, bool> lostPictures_; // by number
+    std::unordered_map<int, bool> lostResources_; // by number
 };
 
 } // namespace karvel::content

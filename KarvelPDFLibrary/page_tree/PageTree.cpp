@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/page_tree/PageTree.h"
 
+#include "KarvelPDFLibrary/base/InventedKeys.h"
+
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
@@ -41,8 +43,8 @@ class Reader {
 public:
     Reader(QPDF& file, std::int64_t size, Changes& changes, const WasReconstructed& reconstructed,
            Warnings& warnings)
-        : file_(file), changes_(changes), reconstructed_(reconstructed), warnings_(warnings),
-          leftForCopies_(static_cast<std::uint64_t>(size) + copiesBeside)
+        : file_(file), size_(size), changes_(changes), reconstructed_(reconstructed),
+          warnings_(warnings), leftForCopies_(static_cast<std::uint64_t>(size) + copiesBeside)
     {
         pages_.inherited.emplace_back();
     }
@@ -86,6 +88,7 @@ private:
         std::int32_t position;      // in the list of nodes
         std::size_t before;         // how many pages come before its own
         std::int64_t declared;      // how many pages it says that it has
+        bool isGarbled;             // its dictionary is damaged, or its kids are no array
         std::int32_t firstLost = 0; // the first page among its kids that can't be read; 0: none
 
         /// Kids that are neither references nor null: the number of the page in whose place the
@@ -112,7 +115,7 @@ private:
         const QPDFObjGen id = node.getObjGen();
         pages_.nodes.push_back({id.getObj(), id.getGen(), parent});
         path_.push_back({kids, owner, 0, count, extend(inherited, node), position,
-                         pages_.entries.size(), declaredBy(node)});
+                         pages_.entries.size(), declaredBy(node), isGarbled(node)});
         pages_.canBePruned = pages_.canBePruned && node.isIndirect() &&
                              path_.size() <= deepestPrunable && node.isDictionaryOfType("/Pages");
     }
@@ -126,38 +129,47 @@ private:
         if (node.firstLost > 0 && node.declared != found) {
             startDoubting(node.firstLost);
         }
-        if (node.firstGarbled > 0 && node.declared > found) {
-            standInForGarbled(node, node.declared - found);
+        const std::int64_t missing = node.declared - found;
+        if (missing > 0 && node.firstGarbled > 0) {
+            const std::int64_t count = std::min<std::int64_t>(missing, node.garbled);
+            dropPassedOverAt(node.firstGarbled);
+            insertLost(node, node.firstGarbled, count);
+            if (count > 1 || node.isGarbledElsewhere) {
+                startDoubting(node.firstGarbled);
+            }
+        } else if (missing > 0 && node.isGarbled) {
+            insertLost(node, nextNumber(), missing);
+            startDoubting(static_cast<std::int32_t>(node.before) + 1);
         }
         path_.pop_back();
     }
 
-    /// Where the count says that there are more pages, what the tree has in their place led to
-    /// them.
-    void standInForGarbled(const Node& node, std::int64_t missing)
+    void dropPassedOverAt(std::int32_t number)
     {
-        const std::int32_t first = node.firstGarbled;
-        const auto count = static_cast<std::int32_t>(std::min<std::int64_t>(missing, node.garbled));
-        if (count > 1 || node.isGarbledElsewhere) {
-            startDoubting(first);
-        }
+        std::vector<std::int32_t>& numbers = pages_.doubts.passedOver;
+        numbers.erase(std::remove(numbers.begin(), numbers.end(), number), numbers.end());
+    }
+
+    /// Pages that a node says that it has, where nothing leads to them any more.
+    void insertLost(const Node& node, std::int32_t first, std::int64_t missing)
+    {
+        constexpr std::int64_t shortestKid = 6; // "1 0 R "
+        const auto count = static_cast<std::int32_t>(std::min(missing, size_ / shortestKid));
         PageDoubts& doubts = pages_.doubts;
-        doubts.passedOver.erase(
-            std::remove(doubts.passedOver.begin(), doubts.passedOver.end(), first),
-            doubts.passedOver.end());
         for (std::vector<std::int32_t>* numbers : {&doubts.lost, &doubts.passedOver}) {
             for (std::int32_t& number : *numbers) {
                 number += number >= first ? count : 0;
             }
         }
+        std::vector<PageEntry> entries;
         for (std::int32_t number = first; number < first + count; ++number) {
             const QPDFObjGen id =
                 changes_.add(QPDFObjectHandle::parse("<< /Type /Page >>")).getObjGen();
-            pages_.entries.insert(pages_.entries.begin() + number - 1,
-                                  {id.getObj(), id.getGen(), node.inherited,
-                                   static_cast<std::uint32_t>(node.position), 0});
+            entries.push_back({id.getObj(), id.getGen(), node.inherited,
+                               static_cast<std::uint32_t>(node.position), 0});
             noteLost(number);
         }
+        pages_.entries.insert(pages_.entries.begin() + first - 1, entries.begin(), entries.end());
         std::sort(doubts.lost.begin(), doubts.lost.end());
     }
 
@@ -167,6 +179,11 @@ private:
         pages_.differsFromTree = true;
         pages_.doubts.lost.push_back(number);
         warnings_.push_back("page " + std::to_string(number) + " cannot be read");
+    }
+
+    static bool isGarbled(QPDFObjectHandle node)
+    {
+        return !node.getKey("/Kids").isArray() || hasInventedKey(node.getDictAsMap());
     }
 
     static std::int64_t declaredBy(QPDFObjectHandle node)
@@ -205,6 +222,10 @@ private:
             enter(kid, path_.back().inherited, path_.back().position);
         } else if (kid.isDictionaryOfType("/Pages")) {
             leaveOut("the page tree has a node without children");
+            if (const std::int64_t missing = declaredBy(kid); missing > 0) {
+                startDoubting();
+                insertLost(path_.back(), nextNumber(), missing);
+            }
         } else {
             addPage(kid, index);
         }
@@ -273,7 +294,12 @@ private:
             pages_.differsFromTree = true;
         } else if (isSomethingElse(page)) {
             // Readers show an empty page; the object itself is not to go with it.
-            leaveOut("the page tree lists an object that is something else as a page");
+            reconstructed_(); // fetches the warnings about the object
+            if (!warnings_.empty()) {
+                noteLost(nextNumber());
+            } else {
+                leaveOut("the page tree lists an object that is something else as a page");
+            }
             page = changes_.add(QPDFObjectHandle::parse("<< /Type /Page >>"));
             pages_.differsFromTree = true;
         }
@@ -299,6 +325,7 @@ private:
     }
 
     QPDF& file_;
+    std::int64_t size_;
     Changes& changes_;
     const WasReconstructed& reconstructed_;
     Warnings& warnings_;

@@ -12,6 +12,8 @@ namespace karvel::saving {
 
 namespace {
 
+constexpr char missingContent[] = "content that cannot be read is missing";
+
 bool mayLose(const Document& document, LostPages lost)
 {
     return lost == LostPages::AsWished && document.maySalvage();
@@ -47,6 +49,18 @@ std::string pagesText(int first, std::size_t count)
 {
     return "page " + std::to_string(first) +
            (count == 1 ? "" : " and " + text::counted(count - 1, "other", "others"));
+}
+
+/// Viewers can't show a page whose content is something else.
+void dropWhatIsNoContent(Document& document)
+{
+    for (int page = 1; page <= document.pageCount(); ++page) {
+        QPDFObjectHandle contents = document.page(page).getKey("/Contents");
+        if (!contents.isNull() && !contents.isStream() && !contents.isArray()) {
+            document.editPage(page).removeKey("/Contents");
+            warnOfLoss(document, numberLoaded(document, page), missingContent);
+        }
+    }
 }
 
 /// Which pages went has to be the same for readers that count them otherwise.
@@ -112,6 +126,9 @@ Outcome settleLostPages(Document& document, LostPages lost)
     for (const int page : pages) {
         document.removePages({page, 1});
     }
+    if (mayLose(document, lost) && document.index() == nullptr) {
+        dropWhatIsNoContent(document);
+    }
     return {};
 }
 
@@ -135,7 +152,7 @@ Outcome settleLostContent(Document& document, LostPages lost)
             return damaged(document, "the content of page " + std::to_string(number) +
                                          " cannot be recovered");
         }
-        warnOfLoss(document, number, "content that cannot be read is missing");
+        warnOfLoss(document, number, missingContent);
     }
     return {};
 }

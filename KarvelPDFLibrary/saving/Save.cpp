@@ -175,6 +175,12 @@ void rewrite(Document& document, io::ByteSink& sink, const SaveOptions& options)
     if (!document.file().getTrailer().hasKey("/Size")) {
         document.changes().editTrailer().replaceKey("/Size", QPDFObjectHandle::newInteger(0));
     }
+    // It takes the first half as a string, which a damaged trailer may not have.
+    QPDFObjectHandle identifier = document.file().getTrailer().getKey("/ID");
+    if (!identifier.isNull() && !(identifier.isArray() && identifier.getArrayNItems() > 0 &&
+                                  identifier.getArrayItem(0).isString())) {
+        document.changes().editTrailer().removeKey("/ID");
+    }
     const EscapedNames names(document.file());
     QPDFWriter writer(document.file());
     SinkPipeline pipeline(sink);

@@ -119,7 +119,17 @@ struct Refusal {
     const char* why;
 };
 
-const Refusal refusals[] = {{"a reference to a page is garbled",
+const Refusal refusals[] = {{"a node lost its kids",
+                             {1},
+                             "/Type /Pages /Count 6 /Kids [@p1 @childless @p2 @p3 @p4]",
+                             "",
+                             "damaged: page 2 and 1 other cannot be recovered"},
+                            {"the tree breaks off",
+                             {1},
+                             "/Type /Pages /Count 4 /Kids [@p1 @p2] @p3 @p4",
+                             "",
+                             "damaged: page 3 and 1 other cannot be recovered"},
+                            {"a reference to a page is garbled",
                              {1},
                              "/Type /Pages /Count 5 /Kids [@p1 @p2 12 0 S @p3 @p4]",
                              "",
@@ -169,7 +179,8 @@ std::string damagedAsIn(const Refusal& row)
 {
     const Sketch sketch = {{"", "/Note (NOTE2)", "", ""},
                            "",
-                           {{"node", "<< /Type /Pages /Count 1 /Kids [@p1] >>"}},
+                           {{"node", "<< /Type /Pages /Count 1 /Kids [@p1] >>"},
+                            {"childless", "<< /Type /Pages /Count 2 /Kjds [@p1 @p2] >>"}},
                            row.tree};
     return *row.lost == 0 ? sketch.built() : damaged(sketch.built(), row.lost, damages[0]);
 }
@@ -201,16 +212,25 @@ struct Loss {
     std::vector<std::string> left; ///< when the first page went
 };
 
+/// The number and generation of the third page's content.
+std::string contentOf(const std::string& pdf)
+{
+    const std::size_t start = pdf.find("/Contents ", pdf.find("(NOTE3)")) + 10;
+    return pdf.substr(start, pdf.find(" R", start) - start);
+}
+
 std::vector<Loss> losses()
 {
     const Sketch sketch = {
         {"", "",
-         "/Note (NOTE3) /Contents @content /Resources << /Font << /F1 @font >> /XObject << /X "
+         "/Note (NOTE3) /Contents @content /Resources << /Font << /F1 @font /F9 @spare >> /XObject "
+         "<< /X "
          "@picture >> >>",
          ""},
         "",
         {{"content", "/Mark /Content|BT /F1 24 Tf 72 700 Td (Page 3) Tj ET"},
          {"font", "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>"},
+         {"spare", "<< /Type /Font /Subtype /Type1 /BaseFont /Courier >>"},
          {"picture", "/Mark /Picture /Type /XObject /Subtype /Form /BBox [0 0 9 9]|q Q"}}};
     const std::string pdf = sketch.built();
     return {{"the page",
@@ -223,6 +243,17 @@ std::vector<Loss> losses()
              "damaged: the content of page 3 cannot be recovered",
              "lost of page 3: content that cannot be read is missing",
              {"Page 2", "", "Page 4"}},
+            {"the reference to its content",
+             support::replaced(pdf, "/Contents " + contentOf(pdf) + " R",
+                               "/Contents " + contentOf(pdf) + " S"),
+             "damaged: the content of page 3 cannot be recovered",
+             "lost of page 3: content that cannot be read is missing",
+             {"Page 2", "", "Page 4"}},
+            {"its font",
+             damaged(pdf, "/BaseFont /Courier", damages[1]),
+             "damaged: the content of page 3 cannot be recovered",
+             "lost of page 3: content that cannot be read is missing",
+             {"Page 2", "Page 3", "Page 4"}},
             {"its picture",
              damaged(pdf, "/Mark /Picture", damages[1]),
              "damaged: the content of page 3 cannot be recovered",
