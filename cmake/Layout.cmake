@@ -4,6 +4,7 @@
 #   bin/vantora
 #   lib/vantora/libVantoraApp.so
 #   lib/vantora/vantora_gui.so
+#   lib/vantora/vantora_verifier.so
 #   lib/vantora/KarvelPDFLibraryCPDylib1311.dylib
 #   lib/vantora/actions/libDeletePages.so
 set(VANTORA_BINARY_DIR bin)

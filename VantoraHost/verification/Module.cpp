@@ -1,0 +1,101 @@
+#include "VantoraHost/verification/Kept.h"
+#include "VantoraHost/verification/Leftovers.h"
+
+#include <exception>
+#include <new>
+#include <qpdf/QPDFExc.hh>
+
+namespace vantora::verification {
+
+namespace {
+
+Refusal about(Refusal refusal, bool isAfter)
+{
+    refusal.isAfter = isAfter;
+    return refusal;
+}
+
+// A document whose pages all went has one blank page.
+void judgeBlankPage(PdfFile& after, Findings& findings)
+{
+    const Page& page = after.pages().front();
+    for (const QPDFObjectHandle& stream : contentsOf(page.object)) {
+        if (!dataOf(stream).bytes.empty()) {
+            findings.add(Kind::PageCount, 0, numberText(QPDFObjectHandle(page.object).getObjGen()),
+                         "the page that stands for none is not blank");
+            return;
+        }
+    }
+}
+
+void compare(PdfFile& before, PdfFile& after, const Question& question, Verdict& verdict)
+{
+    Findings findings(verdict);
+    const Split split(before, question.removed);
+    const Targets targets(before);
+    const Judgement judgement(split, targets);
+    const Targets targetsAfter(after);
+    const Belongings belongings(split, judgement);
+    const Both both{split, judgement, belongings, targets, after, targetsAfter, findings};
+    verdict.pagesBefore = static_cast<int>(before.pages().size());
+    verdict.pagesAfter = static_cast<int>(after.pages().size());
+    verdict.pagesRemoved = static_cast<int>(split.removed().size());
+    const auto viewedBefore = view(before.bytes(), before.password());
+    const auto viewedAfter = view(after.bytes(), after.password());
+    const bool readable =
+        viewedBefore && viewedBefore->pages() == static_cast<int>(before.pages().size());
+    if (!readable) {
+        findings.notTold("texts of removed pages: poppler can't open the document, or counts its "
+                         "pages differently");
+    }
+    findLeftovers(split, judgement, belongings, after, readable ? viewedBefore.get() : nullptr,
+                  findings);
+    compareDocuments(both);
+    const std::size_t kept = split.kept().size();
+    if (kept == 0 && after.pages().size() == 1) {
+        judgeBlankPage(after, findings);
+    } else if (kept != after.pages().size()) {
+        findings.add(Kind::PageCount, 0, "",
+                     "the document should have " + std::to_string(kept) + " pages and has " +
+                         std::to_string(after.pages().size()));
+    } else {
+        compareKeptPages(both);
+        compareViews(both, viewedBefore.get(), viewedAfter.get());
+    }
+}
+
+class ThisVerifier final : public Verifier {
+public:
+    tl::expected<Verdict, Refusal> verify(const Question& question) const override
+    {
+        auto before = PdfFile::open(question.before, question.passwords);
+        if (!before) {
+            return tl::unexpected<Refusal>(about(std::move(before.error()), false));
+        }
+        auto after = PdfFile::open(question.after, question.passwords);
+        if (!after) {
+            return tl::unexpected<Refusal>(about(std::move(after.error()), true));
+        }
+        Verdict verdict;
+        try {
+            compare(**before, **after, question, verdict);
+        } catch (const std::bad_alloc&) {
+            throw;
+        } catch (const std::exception& error) {
+            return tl::unexpected<Refusal>(Refusal{
+                Refusal::Why::Failed, false, std::string("can't be verified: ") + error.what()});
+        }
+        return verdict;
+    }
+};
+
+} // namespace
+
+} // namespace vantora::verification
+
+extern "C" __attribute__((visibility("default"))) const vantora::verification::Verifier*
+vantoraVerifier()
+{
+    static const vantora::verification::ThisVerifier verifier;
+    return &verifier;
+}
