@@ -10,6 +10,7 @@
 #include "VantoraHost/cli/pages/PagesArguments.h"
 #include "VantoraHost/cli/run/RunArguments.h"
 #include "VantoraHost/cli/undo/UndoArguments.h"
+#include "VantoraHost/cli/verify/VerifyArguments.h"
 #include "VantoraHost/core/workers/WorkerProcess.h"
 
 #include <CLI/CLI.hpp>
@@ -28,6 +29,7 @@ constexpr char programExamples[] = R"(Examples:
   vantora run --pages 1 *.pdf -d without-covers
   vantora pages --choose last:2 report.pdf
   vantora info short.pdf
+  vantora verify report.pdf short.pdf --pages 1,4-6
   vantora configure "Delete Pages"
   vantora desktop *.pdf
 
@@ -45,7 +47,7 @@ public:
 std::string commandMistake(const std::vector<std::string>& arguments)
 {
     const std::string which =
-        "name what to do: run, pages, desktop, configure, info, undo, actions, "
+        "name what to do: run, pages, desktop, configure, info, verify, undo, actions, "
         "lists, favourites or settings";
     return arguments.empty() ? which : "\"" + arguments.front() + "\" is no command; " + which;
 }
@@ -56,6 +58,7 @@ struct AllArguments {
     PagesArguments pages;
     DesktopOptions desktop;
     InfoArguments info;
+    VerifyArguments verify;
     UndoOptions undo;
     ActionsOptions actions;
     SavedArguments saved;
@@ -69,6 +72,7 @@ void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
     declareDesktop(program, all.desktop, arguments);
     declareConfigure(program, all.configure);
     declareInfo(program, all.info, arguments);
+    declareVerify(program, all.verify);
     declareUndo(program, all.undo, arguments);
     declareActions(program, all.actions);
     declareSaved(program, all.saved);
@@ -110,6 +114,9 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
     }
     if (chosen == "info") {
         return finished(all.info);
+    }
+    if (chosen == "verify") {
+        return finished(all.verify);
     }
     if (chosen == "undo") {
         return Command(all.undo);

@@ -9,6 +9,7 @@
 #include "VantoraHost/cli/pages/PagesCommand.h"
 #include "VantoraHost/cli/run/RunOptions.h"
 #include "VantoraHost/cli/undo/UndoCommand.h"
+#include "VantoraHost/cli/verify/VerifyCommand.h"
 #include "VantoraHost/cli/worker/WorkerCommand.h"
 
 #include <string>
@@ -19,8 +20,9 @@
 namespace vantora::cli {
 
 /// What a command line says to do: a command with its options.
-using Command = std::variant<RunOptions, WorkerOptions, PagesOptions, InfoOptions, UndoOptions,
-                             ActionsOptions, SavedOptions, ConfigureOptions, DesktopOptions>;
+using Command =
+    std::variant<RunOptions, WorkerOptions, PagesOptions, InfoOptions, VerifyOptions, UndoOptions,
+                 ActionsOptions, SavedOptions, ConfigureOptions, DesktopOptions>;
 
 /// Whether these arguments are for a command that draws, and makes its own application for that.
 bool draws(const std::vector<std::string>& arguments);

@@ -8,6 +8,7 @@
 #include "VantoraHost/cli/pages/PagesCommand.h"
 #include "VantoraHost/cli/run/RunCommand.h"
 #include "VantoraHost/cli/undo/UndoCommand.h"
+#include "VantoraHost/cli/verify/VerifyCommand.h"
 #include "VantoraHost/cli/worker/WorkerCommand.h"
 #include "VantoraHost/core/reports/FailureJson.h"
 
@@ -47,6 +48,9 @@ int carryOut(const Command& command, const Installation& installation, const Gui
     }
     if (const auto* options = std::get_if<InfoOptions>(&command)) {
         return showInfo(*options, installation, streams);
+    }
+    if (const auto* options = std::get_if<VerifyOptions>(&command)) {
+        return verifyRemovals(*options, installation, streams);
     }
     if (const auto* options = std::get_if<UndoOptions>(&command)) {
         return undoRun(*options, streams);

@@ -14,6 +14,7 @@ Installation installationOf(const fs::path& program, const char* actionFolders)
     Installation found;
     found.library = parts / VANTORA_PDF_LIBRARY;
     found.guiPart = parts / VANTORA_GUI_PART;
+    found.verifier = parts / VANTORA_VERIFIER;
     found.desktop = program.parent_path() / VANTORA_DESKTOP;
     std::string_view given = actionFolders ? actionFolders : "";
     while (!given.empty()) {

@@ -13,6 +13,7 @@ struct Installation {
     std::filesystem::path desktop;                    ///< the program with the window
     std::filesystem::path program = "/proc/self/exe"; ///< for workers: this one, also when its file
                                                       ///< has been replaced since
+    std::filesystem::path verifier;                   ///< the module that verifies removals
 };
 
 /// The parts that belong to a program file: the build tree and an installation have the same

@@ -158,6 +158,8 @@ private:
         }
         std::vector<Stray> strays;
         const std::string& bytes = file_.bytes();
+        Forward ends(bytes, "endobj");
+        Forward streams(bytes, "stream");
         for (std::size_t at = bytes.find("obj"); at != std::string::npos;
              at = bytes.find("obj", at)) {
             Stray stray;
@@ -166,8 +168,10 @@ private:
                 continue;
             }
             const auto known = listed.find(stray.offset);
-            at = endOfData(at, known == listed.end() ? QPDFObjectHandle::newNull()
-                                                     : file_.qpdf().getObject(known->second));
+            at = endOfData(at,
+                           known == listed.end() ? QPDFObjectHandle::newNull()
+                                                 : file_.qpdf().getObject(known->second),
+                           ends, streams);
             if (known == listed.end()) {
                 strays.push_back(stray);
             }
@@ -203,23 +207,55 @@ private:
         return true;
     }
 
-    // Behind an object's data, if it is a stream; else behind the word at `at`.
-    std::size_t endOfData(std::size_t at, QPDFObjectHandle known) const
+    /// Finds a word from places that only go forward, each byte once.
+    class Forward {
+    public:
+        Forward(const std::string& bytes, const char* word) : bytes_(bytes), word_(word) {}
+
+        std::size_t from(std::size_t at)
+        {
+            if (!looked_ || next_ < at) {
+                next_ = std::min(bytes_.find(word_, at), bytes_.size());
+                looked_ = true;
+            }
+            return next_;
+        }
+
+    private:
+        const std::string& bytes_;
+        const char* word_;
+        std::size_t next_ = 0;
+        bool looked_ = false;
+    };
+
+    bool followsDictionary(std::size_t at) const
     {
         const std::string& bytes = file_.bytes();
-        const std::size_t end = bytes.find("endobj", at);
-        const std::size_t data = bytes.find("stream", at);
-        if (data == std::string::npos || (data > end && !known.isStream())) {
+        while (at > 0 && isSpace(bytes[at - 1])) {
+            --at;
+        }
+        return at > 0 && bytes[at - 1] == '>';
+    }
+
+    // Behind an object's data, if it is a stream; else behind the word at `at`.
+    std::size_t endOfData(std::size_t at, QPDFObjectHandle known, Forward& ends, Forward& streams)
+    {
+        const std::size_t size = file_.bytes().size();
+        const std::size_t data = streams.from(at);
+        if (data >= size || data > ends.from(at) || !followsDictionary(data)) {
             return at + 3;
         }
-        const QPDFObjectHandle length =
+        QPDFObjectHandle length =
             known.isStream() ? valueOf(known, "/Length") : QPDFObjectHandle::newNull();
-        if (known.isStream() && QPDFObjectHandle(length).isInteger()) {
-            const auto skipped = static_cast<std::size_t>(
-                std::max<long long>(QPDFObjectHandle(length).getIntValue(), 0));
-            return data + 6 + std::min(skipped, bytes.size() - data - 6);
+        std::size_t end = data + 6;
+        if (length.isInteger()) {
+            const auto skipped =
+                static_cast<std::size_t>(std::max<long long>(length.getIntValue(), 0));
+            end += std::min(skipped, size - std::min(end, size));
+        } else {
+            end = std::min(file_.bytes().find("endstream", end), size);
         }
-        return std::min(bytes.find("endstream", data + 6), bytes.size() - 3) + 3;
+        return end;
     }
 
     /// Strays are read, and decrypted, by giving them an entry in a table at the end of a copy.

@@ -32,17 +32,22 @@ std::string numbersOf(QPDFObjectHandle array)
     return text;
 }
 
+double numberOr(QPDFObjectHandle value, double otherwise)
+{
+    return value.isInitialized() && value.isNumber() ? value.getNumericValue() : otherwise;
+}
+
+// What a page doesn't say has a value all the same (ISO 32000-2, table 31).
 std::string sizeOf(const Page& page)
 {
-    const auto textOf = [](QPDFObjectHandle value) {
-        return value.isInitialized() && value.isNumber() ? std::to_string(value.getNumericValue())
-                                                         : std::string();
-    };
-    const auto boxOf = [](const QPDFObjectHandle& box) {
-        return QPDFObjectHandle(box).isInitialized() ? numbersOf(box) : std::string();
-    };
-    return boxOf(page.inherited[MediaBox]) + "/" + boxOf(page.inherited[CropBox]) + "/" +
-           textOf(page.inherited[Rotate]) + "/" + textOf(valueOf(page.object, "/UserUnit"));
+    QPDFObjectHandle crop = page.inherited[CropBox];
+    const std::string media = page.inherited[MediaBox].isInitialized()
+                                  ? numbersOf(page.inherited[MediaBox])
+                                  : std::string();
+    const int rotation = static_cast<int>(numberOr(page.inherited[Rotate], 0)) % 360;
+    return media + "/" + (crop.isInitialized() && crop.isArray() ? numbersOf(crop) : media) + "/" +
+           std::to_string((rotation + 360) % 360) + "/" +
+           std::to_string(numberOr(valueOf(page.object, "/UserUnit"), 1));
 }
 
 struct ContentText {
@@ -170,7 +175,9 @@ private:
         if (const std::size_t lost = missing(expected, present).size(); lost > 0) {
             find(Kind::KeptLink, std::to_string(lost) + " links are gone or lead elsewhere");
         } else if (const std::size_t extra = missing(present, expected).size(); extra > 0) {
-            find(Kind::Destination, std::to_string(extra) + " links lead where none did");
+            find(Kind::Destination,
+                 std::to_string(extra) +
+                     " links lead to what is no page any more, or where none did");
         }
     }
 

@@ -16,7 +16,7 @@ _vantora()
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case "$command:$word" in
-        :run | :pages | :desktop | :configure | :info | :undo | :actions | :lists | :favourites | :settings)
+        :run | :pages | :desktop | :configure | :info | :verify | :undo | :actions | :lists | :favourites | :settings)
             command="$word"
             ;;
         lists:show | lists:add | lists:change | lists:remove | \
@@ -89,6 +89,9 @@ _vantora()
     "info ")
         words="--recursive --files-from --null --password-file --jobs --timeout --memory-limit --verbose --json --help -r -0 -j -v -h"
         ;;
+    "verify ")
+        words="--pages --ranges --report --password-file --jobs --timeout --memory-limit --json --help -p -j -h"
+        ;;
     "undo ")
         words="--remove-outputs --dry-run --json --quiet --help -n -q -h"
         ;;
@@ -123,7 +126,7 @@ _vantora()
         words="--help -h"
         ;;
     *)
-        words="run pages desktop configure info undo actions lists favourites settings --help --version -h"
+        words="run pages desktop configure info verify undo actions lists favourites settings --help --version -h"
         ;;
     esac
 
@@ -139,7 +142,7 @@ _vantora()
     elif [[ "$command" == undo ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
-    elif [[ "$command" == run || "$command" == pages || "$command" == desktop || "$command" == info ]]; then
+    elif [[ "$command" == run || "$command" == pages || "$command" == desktop || "$command" == info || "$command" == verify ]]; then
         compopt -o filenames
         mapfile -t COMPREPLY < <(
             compgen -d -- "$current"

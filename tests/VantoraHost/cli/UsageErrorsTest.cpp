@@ -56,6 +56,8 @@ TEST_F(UsageErrors, ShowArgumentsThatATerminalWouldObey)
         {"a list to show", "lists show @", 2},
         {"a missing document", "run -p 1 @.pdf -n", 1},
         {"a missing document to tell about", "info @.pdf", 1},
+        {"a range of pages to verify", "verify a.pdf a.pdf -p @", 2},
+        {"a missing document to verify", "verify @.pdf a.pdf -p 1", 1},
         {"a missing list of documents", "run -p 1 --files-from @ -n", 1},
         {"a missing file of passwords", "run -p 1 a.pdf -n --password-file @", 1},
         {"a missing folder of documents", "run -p 1 -r @ -n", 1},

@@ -14,6 +14,7 @@ TEST(Installation, IsFoundFromTheProgramItBelongsTo)
     const Installation found = installationOf("/opt/v/bin/vantora", nullptr);
     EXPECT_EQ(found.library, "/opt/v/lib/vantora/KarvelPDFLibraryCPDylib1311.dylib");
     EXPECT_EQ(found.guiPart, "/opt/v/lib/vantora/vantora_gui.so");
+    EXPECT_EQ(found.verifier, "/opt/v/lib/vantora/vantora_verifier.so");
     EXPECT_THAT(found.actionFolders, ElementsAre("/opt/v/lib/vantora/actions"));
 }
 

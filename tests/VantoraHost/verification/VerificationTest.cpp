@@ -299,6 +299,71 @@ TEST(Verification, FindsWhatKeptPagesAndTheDocumentLost)
     }
 }
 
+TEST(Verification, TakesWhatMeansTheSameForTheSame)
+{
+    const std::string before = richDocument();
+    const std::string same = changed(without(before, {2}), [](QPDF& file) {
+        for (QPDFObjectHandle page : file.getAllPages()) {
+            QPDFObjectHandle box = page.getKey("/MediaBox");
+            if (box.isArray()) {
+                page.replaceKey("/CropBox", box);
+            }
+            page.replaceKey("/Rotate", QPDFObjectHandle::newInteger(360));
+            page.replaceKey("/UserUnit", QPDFObjectHandle::newInteger(1));
+            page.replaceKey("/Contents", QPDFObjectHandle::newArray({page.getKey("/Contents")}));
+        }
+    });
+    EXPECT_THAT(findings(before, same), IsEmpty());
+    EXPECT_THAT(findings(before, support::rewritten(without(before, {2}), "--qdf")), IsEmpty());
+}
+
+TEST(Verification, AnswersWhateverAFileIsMadeOf)
+{
+    const std::string before = support::documentOfPages(3);
+    const auto rooted = [](const std::string& catalog, const std::string& object) {
+        PdfBuilder builder;
+        const int root = builder.reserve();
+        const int other = builder.reserve();
+        builder.set(other, support::replaced(object + " ", "@", PdfBuilder::reference(other)));
+        builder.set(root, "<< /Type /Catalog " +
+                              support::replaced(catalog, "@", PdfBuilder::reference(other)) +
+                              " >>");
+        return builder.build(root);
+    };
+    const struct {
+        const char* name;
+        std::string file;
+    } rows[] = {
+        {"a page tree that is its own kid", rooted("/Pages @", "<< /Type /Pages /Kids [@] >>")},
+        {"an outline that follows itself",
+         rooted("/Outlines << /First @ >>", "<< /Title (a) /Next @ >>")},
+        {"names that hold themselves", rooted("/Names << /Dests @ >>", "<< /Kids [@] >>")},
+        {"a field that is its own kid",
+         rooted("/AcroForm << /Fields [@] >>", "<< /T (a) /Kids [@] >>")},
+        {"an element that is its own kid", rooted("/StructTreeRoot @", "<< /K [@] >>")},
+        {"a list in lists", rooted("/Own @", std::string(400, '[') + "@" + std::string(400, ']'))},
+        {"many words without an end", withBytes(
+                                          before, std::string(30000, ' ') +
+                                                      [] {
+                                                          std::string words;
+                                                          for (int i = 0; i < 20000; ++i) {
+                                                              words += "7 0 obj ";
+                                                          }
+                                                          return words;
+                                                      }())},
+        {"an object stream that counts without end",
+         withBytes(before, "8888 0 obj << /Type /ObjStm /N 2147483647 /First -5 /Length 9 >> "
+                           "stream\n1 9 2 9 3\nendstream endobj\n")},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto asAfter = answer(before, row.file, {{2, 2}});
+        EXPECT_TRUE(asAfter ? !asAfter->passed() : !asAfter.error().sentence.empty());
+        const auto asBefore = answer(row.file, before, {{2, 2}});
+        EXPECT_TRUE(asBefore ? asBefore->pagesAfter == 3 : !asBefore.error().sentence.empty());
+    }
+}
+
 TEST(Verification, FindsWeakerEncryption)
 {
     const std::string before = support::documentOfPages(3);
