@@ -111,8 +111,14 @@ public:
         }
         findings_.verdict().things = traces_.size() + split_.removed().size();
         if (shared > 0) {
-            findings_.notTold(std::to_string(shared) + " texts and data of removed pages are the "
-                                                       "document's or kept pages' as well");
+            findings_.notTold("texts and data of removed pages that are the document's or kept "
+                              "pages' as well: " +
+                              std::to_string(shared));
+        }
+        if (undecoded_ > 0) {
+            findings_.notTold("streams of removed pages that can't be decoded, and were looked for "
+                              "as they stand in the file: " +
+                              std::to_string(undecoded_));
         }
         if (alike_ > 0) {
             findings_.notTold(std::to_string(alike_) +
@@ -157,12 +163,16 @@ private:
         if (bytes.size() < shortestString || !strings_.emplace(bytes, traces_.size()).second) {
             return;
         }
-        addPattern(text, add(kind, page, quoted(text)));
+        const std::size_t id = add(kind, page, quoted(text));
+        if (kind != Kind::Resource) { // fonts list glyphs in strings, and name them elsewhere
+            addPattern(text, id);
+        }
     }
 
     void gatherStream(const Piece& piece)
     {
         const StreamData data = dataOf(piece.object);
+        undecoded_ += data.decoded || piece.kind == Kind::Image ? 0 : 1;
         if (data.bytes.size() < shortestData ||
             !streams_.emplace(digestOf(data.bytes), traces_.size()).second) {
             return;
@@ -171,11 +181,9 @@ private:
                                    std::to_string(data.bytes.size()) + " bytes that were in " +
                                        numberText(QPDFObjectHandle(piece.object).getObjGen()));
         if (!split_.file().qpdf().isEncrypted()) {
-            const auto buffer = QPDFObjectHandle(piece.object).getRawStreamData();
-            const std::string_view bytes(reinterpret_cast<const char*>(buffer->getBuffer()),
-                                         buffer->getSize());
+            const std::string bytes = rawDataOf(piece.object);
             if (bytes.size() >= shortestRaw) {
-                raw_.add(bytes.substr(0, longestRaw), id);
+                raw_.add(std::string_view(bytes).substr(0, longestRaw), id);
             }
         }
     }
@@ -265,8 +273,8 @@ private:
         if (const auto same = streams_.find(digestOf(data)); same != streams_.end()) {
             found(same->second, where);
         }
-        if (isNamed(stream, "/Subtype", "/Image")) {
-            return;
+        if (isNamed(stream, "/Subtype", "/Image") || isNamed(stream, "/Type", "/ObjStm")) {
+            return; // what object streams hold has its own turn
         }
         const auto take = [&](std::size_t id) { found(id, where); };
         texts_.findIn(squeezed(data), take);
@@ -340,6 +348,8 @@ private:
                 askString(object.getStringValue(), textOf(object));
                 continue;
             }
+            // One stream may hold another's bytes, such as one more line of the same content.
+            raw_.findIn(rawDataOf(object), take);
             const std::string data = dataOf(object).bytes;
             if (const auto same = streams_.find(digestOf(data)); same != streams_.end()) {
                 take(same->second);
@@ -367,6 +377,7 @@ private:
     Patterns texts_;
     Patterns raw_;
     std::size_t alike_ = 0;
+    std::size_t undecoded_ = 0;
     bool knowsStrayPages_ = false;
     std::set<std::string> allowedPages_;
 };

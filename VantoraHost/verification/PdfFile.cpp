@@ -174,22 +174,31 @@ std::vector<TreeEntry> treeEntries(const QPDFObjectHandle& root, const char* lea
     return entries;
 }
 
+namespace {
+
+std::string textOf(const std::shared_ptr<Buffer>& buffer)
+{
+    return {reinterpret_cast<const char*>(buffer->getBuffer()), buffer->getSize()};
+}
+
+} // namespace
+
+std::string rawDataOf(QPDFObjectHandle stream)
+{
+    try {
+        return textOf(stream.getRawStreamData());
+    } catch (const std::runtime_error&) { // of which libqpdf's exceptions are
+        return {};
+    }
+}
+
 StreamData dataOf(QPDFObjectHandle stream)
 {
-    const auto textOf = [](const std::shared_ptr<Buffer>& buffer) {
-        return std::string(reinterpret_cast<const char*>(buffer->getBuffer()), buffer->getSize());
-    };
     try {
         return {textOf(stream.getStreamData(qpdf_dl_specialized)), true};
-    } catch (const QPDFExc&) {
     } catch (const std::runtime_error&) {
+        return {rawDataOf(stream), false};
     }
-    try {
-        return {textOf(stream.getRawStreamData()), false};
-    } catch (const QPDFExc&) {
-    } catch (const std::runtime_error&) {
-    }
-    return {};
 }
 
 } // namespace vantora::verification

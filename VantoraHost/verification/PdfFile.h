@@ -74,4 +74,7 @@ struct StreamData {
 };
 StreamData dataOf(QPDFObjectHandle stream);
 
+/// The data of a stream as they stand in the file, decrypted; empty where they can't be read.
+std::string rawDataOf(QPDFObjectHandle stream);
+
 } // namespace vantora::verification

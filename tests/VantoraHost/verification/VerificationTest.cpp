@@ -387,8 +387,9 @@ TEST(Verification, FindsWeakerEncryption)
 TEST(Verification, SaysWhatItCannotTell)
 {
     support::PagedDocument pages(3);
-    for (const int at : {1, 2}) { // the second and third page say the same
-        const int content = pages.builder.addStream(support::showText("the very same words here"));
+    for (const int at : {1, 2}) { // the third page says what the second says, and draws more
+        const int content = pages.builder.addStream(support::showText("the very same words here") +
+                                                    (at == 2 ? "\n0 0 9 9 re f" : ""));
         pages.builder.set(pages.pages[static_cast<std::size_t>(at)],
                           "<< /Type /Page /Parent " + PdfBuilder::reference(pages.root) +
                               " /MediaBox [0 0 612 792] /Resources << /Font << /F1 << /Type /Font "
