@@ -10,6 +10,7 @@
 #include "VantoraHost/desktop/run/RunBar.h"
 #include "VantoraHost/desktop/sequence/SequencePane.h"
 #include "VantoraHost/desktop/session/Notice.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
@@ -52,7 +53,7 @@ constexpr int reviewDelay = 200;
 
 ShownDocument shownOf(const Document& document)
 {
-    return {document.id,      shownPath(document.input.path),
+    return {document.id,      qtPath(document.input.path),
             nameOf(document), QString::fromStdString(document.password),
             document.version, document.pages};
 }
@@ -219,7 +220,7 @@ void MainWindow::connectCommands()
         const auto id = documents_->current();
         if (const Document* document = id ? workbench_.list.find(*id) : nullptr) {
             QDesktopServices::openUrl(
-                QUrl::fromLocalFile(QFileInfo(shownPath(document->input.path)).absolutePath()));
+                QUrl::fromLocalFile(QFileInfo(qtPath(document->input.path)).absolutePath()));
         }
     });
     connect(&actions_.quit, &QAction::triggered, this, &QWidget::close);

@@ -5,8 +5,8 @@
 #include "VantoraHost/desktop/DesktopArguments.h"
 #include "VantoraHost/desktop/MainWindow.h"
 #include "VantoraHost/desktop/session/SingleWindow.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QTextCodec>
 #include <QtCore/QTranslator>
@@ -42,7 +42,7 @@ int main(int argc, char** argv)
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     QStringList given;
     for (int i = 1; i < argc; ++i) {
-        given << QFile::decodeName(argv[i]);
+        given << qtPath(argv[i]);
     }
     const DesktopArguments arguments = readArguments(given);
     if (arguments.mistake) {

@@ -12,8 +12,7 @@ std::vector<DocumentId> changedAmong(const std::vector<WatchedFile>& files)
 {
     std::vector<DocumentId> changed;
     for (const WatchedFile& file : files) {
-        const auto now = stateOf(file.path);
-        if (!now || now->size != file.seen.size || now->changed != file.seen.changed) {
+        if (!isStill(stateOf(file.path), file.seen)) {
             changed.push_back(file.id);
         }
     }

@@ -49,8 +49,4 @@ struct Document {
 QString nameOf(const Document& document);
 QString folderOf(const Document& document);
 
-/// A path as Qt has it and as the system has it.
-QString shownPath(const std::string& path);
-std::string bytesOf(const QString& path);
-
 } // namespace vantora::desktop

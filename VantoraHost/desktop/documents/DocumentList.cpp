@@ -1,36 +1,24 @@
 #include "VantoraHost/desktop/documents/DocumentList.h"
 
 #include "VantoraHost/core/Figures.h"
-#include "VantoraHost/core/ShownText.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QFile>
 #include <QtGui/QIcon>
 
 #include <algorithm>
 
 namespace vantora::desktop {
 
-QString shownPath(const std::string& path)
-{
-    return QFile::decodeName(path.c_str());
-}
-
-std::string bytesOf(const QString& path)
-{
-    return QFile::encodeName(path).toStdString();
-}
-
 QString nameOf(const Document& document)
 {
-    const std::string& path = document.input.path;
-    return QString::fromStdString(shown(path.substr(path.rfind('/') + 1)));
+    return shownName(document.input.path);
 }
 
 QString folderOf(const Document& document)
 {
     const std::string& path = document.input.path;
-    return QString::fromStdString(shown(path.substr(0, std::max<std::size_t>(1, path.rfind('/')))));
+    return shownText(path.substr(0, std::max<std::size_t>(1, path.rfind('/'))));
 }
 
 QString stateText(DocumentState state)
@@ -87,9 +75,8 @@ QVariant DocumentList::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return display(document, index.column());
     case Qt::ToolTipRole:
-        return document.error ? QString::fromStdString(
-                                    shown(document.input.path + ": " + document.error->sentence))
-                              : QString::fromStdString(shown(document.input.path));
+        return document.error ? shownText(document.input.path + ": " + document.error->sentence)
+                              : shownText(document.input.path);
     case Qt::TextAlignmentRole: {
         const bool isNumber =
             index.column() == Pages || index.column() == Going || index.column() == Size;
@@ -118,22 +105,19 @@ QString DocumentList::display(const Document& document, int column) const
     case Folder:
         return folderOf(document);
     case Pages:
-        return document.pages > 0
-                   ? QString::fromStdString(grouped(static_cast<std::uint64_t>(document.pages)))
-                   : QString();
+        return document.pages > 0 ? numberText(static_cast<std::uint64_t>(document.pages))
+                                  : QString();
     case Going: {
         const auto going =
             forecast_ && document.isUsable() ? forecast_(document) : std::optional<int>();
-        return going ? QString::fromStdString(grouped(static_cast<std::uint64_t>(*going)))
-                     : QString();
+        return going ? numberText(static_cast<std::uint64_t>(*going)) : QString();
     }
     case Size:
         return document.read ? QString::fromStdString(sizeText(document.bytes)) : QString();
     case State:
         return document.error && document.state != DocumentState::Locked
                    ? tr("%1: %2", "a state and its reason")
-                         .arg(stateText(document.state),
-                              QString::fromStdString(shown(document.error->sentence)))
+                         .arg(stateText(document.state), shownText(document.error->sentence))
                    : stateText(document.state);
     default:
         return {};
@@ -192,7 +176,7 @@ std::vector<Document> DocumentList::newOnes(const std::vector<Input>& inputs)
     std::vector<Document> documents;
     QSet<QString> met;
     for (const Input& input : inputs) {
-        const QString path = shownPath(input.path);
+        const QString path = qtPath(input.path);
         if (!paths_.contains(path) && !met.contains(path)) {
             met.insert(path);
             Document document;
@@ -225,7 +209,7 @@ std::vector<DocumentList::Placed> DocumentList::take(const QSet<DocumentId>& ids
     for (std::size_t row = 0; row < documents_.size(); ++row) {
         Document& document = documents_[row];
         if (ids.contains(document.id)) {
-            paths_.remove(shownPath(document.input.path));
+            paths_.remove(qtPath(document.input.path));
             taken.emplace_back(static_cast<int>(row), std::move(document));
         } else {
             kept.push_back(std::move(document));
@@ -266,7 +250,7 @@ void DocumentList::numberFrom(std::size_t row)
 {
     for (; row < documents_.size(); ++row) {
         rows_.insert(documents_[row].id, static_cast<int>(row));
-        paths_.insert(shownPath(documents_[row].input.path));
+        paths_.insert(qtPath(documents_[row].input.path));
     }
 }
 

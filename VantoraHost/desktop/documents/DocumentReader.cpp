@@ -1,8 +1,7 @@
 #include "VantoraHost/desktop/documents/DocumentReader.h"
 
-#include "VantoraHost/core/documents/InfoJson.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QProcess>
 
 #include <algorithm>
@@ -14,13 +13,10 @@ namespace {
 // A process starts in hardly any time, and one that is asked about many answers in their order.
 constexpr std::size_t mostAtATime = 200;
 
-// The longest for one document; people are waiting.
-constexpr char timeout[] = "60";
-
 } // namespace
 
-DocumentReader::DocumentReader(std::filesystem::path program, QObject* parent)
-    : QObject(parent), program_(std::move(program))
+DocumentReader::DocumentReader(std::filesystem::path program, QStringList command, QObject* parent)
+    : QObject(parent), program_(std::move(program)), command_(std::move(command))
 {
 }
 
@@ -55,7 +51,7 @@ void DocumentReader::startNext()
         return;
     }
     const std::string password = waiting_.front().password;
-    QStringList arguments = {"info", "--json", "--timeout", timeout};
+    QStringList arguments = command_ + QStringList({"--json"});
     if (!password.empty()) {
         arguments << "--password-file"
                   << "/dev/stdin";
@@ -65,9 +61,9 @@ void DocumentReader::startNext()
            current_.size() < mostAtATime) {
         ReadingTask task = std::move(waiting_.front());
         waiting_.pop_front();
-        arguments << shownPath(task.path);
+        arguments << qtPath(task.path);
         auto state = stateOf(task.path);
-        current_.push_back({std::move(task), std::move(state), DocumentInfo()});
+        current_.push_back({std::move(task), std::move(state), std::string()});
     }
     process_ = std::make_unique<QProcess>();
     // Each document's sentence is in the answers, too.
@@ -80,7 +76,7 @@ void DocumentReader::startNext()
             finish();
         }
     });
-    process_->start(QFile::decodeName(program_.c_str()), arguments);
+    process_->start(qtPath(program_), arguments);
     process_->write(QByteArray::fromStdString(password));
     process_->closeWriteChannel();
 }
@@ -92,8 +88,8 @@ std::vector<ReadDocument> DocumentReader::answersIn(const QByteArray& lines)
     for (int end = 0; (end = lines.indexOf('\n', begin)) >= 0; begin = end + 1) {
         if (answered_ < current_.size()) {
             ReadDocument& answer = current_[answered_++];
-            answer.info =
-                documentInfoOf({lines.constData() + begin, static_cast<std::size_t>(end - begin)});
+            answer.found =
+                std::string(lines.constData() + begin, static_cast<std::size_t>(end - begin));
             answers.push_back(std::move(answer));
         }
     }
@@ -115,9 +111,9 @@ void DocumentReader::finish()
     std::vector<ReadDocument> lost;
     while (answered_ < current_.size()) {
         ReadDocument& unread = current_[answered_++];
-        unread.info = fail(Reason::WorkerFailed, unread.task.path,
-                           "the process that reads documents has ended: " +
-                               process_->errorString().toStdString());
+        unread.found = fail(Reason::WorkerFailed, unread.task.path,
+                            "the process that reads documents has ended: " +
+                                process_->errorString().toStdString());
         lost.push_back(std::move(unread));
     }
     current_.clear();

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "VantoraHost/core/documents/DocumentInfo.h"
 #include "VantoraHost/desktop/documents/Document.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QObject>
+#include <QtCore/QStringList>
 
 #include <deque>
 #include <filesystem>
@@ -27,20 +27,23 @@ struct ReadingTask {
 struct ReadDocument {
     ReadingTask task;
     std::optional<FileState> file; ///< as it was before it was read
-    Result<DocumentInfo> info;
+    Result<std::string> found;     ///< a line of JSON
 };
 
-/// Reads documents without waiting and without opening any of them here: the program's command
-/// `info` does, each in a confined process of its own, and tells what it found as JSON.
+/// Reads documents without waiting and without opening any of them here: a command of the program
+/// does, each in a confined process of its own, and tells what it found as a line of JSON each.
 class DocumentReader : public QObject {
     Q_OBJECT
 
 public:
-    /// `program` is that which has the command.
-    explicit DocumentReader(std::filesystem::path program, QObject* parent = nullptr);
+    /// `program` is that which has the command, which stands before its options.
+    DocumentReader(std::filesystem::path program, QStringList command, QObject* parent = nullptr);
     ~DocumentReader() override;
 
     void read(std::vector<ReadingTask> tasks);
+
+    /// Reads with another command, or other options of it, from the next process on.
+    void setCommand(QStringList command) { command_ = std::move(command); }
 
     /// Gives up all that isn't read yet.
     void stop();
@@ -59,6 +62,7 @@ private:
     std::vector<ReadDocument> answersIn(const QByteArray& lines);
 
     const std::filesystem::path program_;
+    QStringList command_;
     std::deque<ReadingTask> waiting_;
     std::vector<ReadDocument> current_; ///< those that the process is at, in its order
     std::size_t answered_ = 0;          ///< of these

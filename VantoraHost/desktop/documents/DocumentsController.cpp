@@ -1,7 +1,8 @@
 #include "VantoraHost/desktop/documents/DocumentsController.h"
 
-#include "VantoraHost/core/ShownText.h"
+#include "VantoraHost/core/documents/InfoJson.h"
 #include "VantoraHost/desktop/documents/DocumentCommands.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QTimer>
@@ -12,14 +13,26 @@
 
 namespace vantora::desktop {
 
+namespace {
+
+// The longest for one document, in seconds; people are waiting.
+const QStringList readingCommand = {"info", "--timeout", "60"};
+
+} // namespace
+
 DocumentsController::DocumentsController(DocumentList& list, QUndoStack& undo,
                                          std::filesystem::path program, QObject* parent)
-    : QObject(parent), list_(list), undo_(undo), reader_(std::move(program)),
+    : QObject(parent), list_(list), undo_(undo), reader_(std::move(program), readingCommand),
       watch_([this] { return watched(); })
 {
-    connect(&list_, &QAbstractItemModel::rowsInserted, this, &DocumentsController::readNew);
+    connect(&list_, &QAbstractItemModel::rowsInserted, this,
+            [this](const QModelIndex& /*parent*/, int first, int last) { readNew(first, last); });
     // What is put back by undo may have been taken out before it was read.
-    connect(&list_, &QAbstractItemModel::modelReset, this, [this] { readNew({}, 0, -1); });
+    connect(&list_, &QAbstractItemModel::modelReset, this, [this] {
+        if (reader_.left() == 0) {
+            readNew(0, list_.rowCount() - 1);
+        }
+    });
     connect(&reader_, &DocumentReader::documentsRead, this, &DocumentsController::take);
     connect(&search_, &FolderSearch::found, this, &DocumentsController::addInputs);
     connect(&search_, &FolderSearch::finished, this, [this](const QStringList& unreadable) {
@@ -46,7 +59,7 @@ void DocumentsController::add(const QStringList& paths)
         if (info.isDir()) {
             folders << info.absoluteFilePath();
         } else {
-            files.push_back(inputNamed(normalPath(bytesOf(info.absoluteFilePath()))));
+            files.push_back(inputNamed(normalPath(systemPath(info.absoluteFilePath()))));
         }
     }
     addInputs(files);
@@ -69,16 +82,13 @@ void DocumentsController::remove(const QSet<DocumentId>& ids)
     }
 }
 
-void DocumentsController::readNew(const QModelIndex& /*parent*/, int first, int last)
+void DocumentsController::readNew(int first, int last)
 {
     std::vector<DocumentId> unread;
-    const auto& documents = list_.documents();
-    const auto end = last < 0 ? documents.size() : static_cast<std::size_t>(last) + 1;
-    for (auto row = static_cast<std::size_t>(first); row < end; ++row) {
-        if (documents[row].state == DocumentState::Reading && last >= 0) {
-            unread.push_back(documents[row].id);
-        } else if (documents[row].state == DocumentState::Reading && reader_.left() == 0) {
-            unread.push_back(documents[row].id);
+    for (int row = first; row <= last; ++row) {
+        const Document& document = list_.documents()[static_cast<std::size_t>(row)];
+        if (document.state == DocumentState::Reading) {
+            unread.push_back(document.id);
         }
     }
     read(unread, {});
@@ -106,9 +116,14 @@ void DocumentsController::readAgain(const std::vector<DocumentId>& ids)
         document.passwordsTried = 0;
         return true;
     });
+    std::map<std::string, std::vector<DocumentId>> byPassword;
     for (const DocumentId id : ids) {
-        const Document* document = list_.find(id);
-        read({id}, document ? document->password : std::string());
+        if (const Document* document = list_.find(id)) {
+            byPassword[document->password].push_back(id);
+        }
+    }
+    for (const auto& [password, documents] : byPassword) {
+        read(documents, password);
     }
 }
 
@@ -149,18 +164,20 @@ bool DocumentsController::takeOne(Document& document, const ReadDocument& read)
 {
     document.read = read.file;
     document.version = ++versions_;
-    if (read.info) {
+    const auto info =
+        read.found.and_then([](const std::string& line) { return documentInfoOf(line); });
+    if (info) {
         document.state = document.isDone ? DocumentState::Done : DocumentState::Ready;
         document.error.reset();
-        document.pages = read.info->pages;
-        document.bytes = read.info->bytes;
+        document.pages = info->pages;
+        document.bytes = info->bytes;
         document.password = read.task.password;
         return true;
     }
-    const Reason reason = read.info.error().reason;
+    const Reason reason = info.error().reason;
     const bool isLocked = reason == Reason::PasswordNeeded || reason == Reason::PasswordWrong;
     document.state = isLocked ? DocumentState::Locked : DocumentState::Damaged;
-    document.error = read.info.error();
+    document.error = info.error();
     document.bytes = read.file ? read.file->size : 0;
     return false;
 }

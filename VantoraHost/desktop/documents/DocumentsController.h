@@ -60,7 +60,7 @@ signals:
 
 private:
     void addInputs(const std::vector<Input>& inputs);
-    void readNew(const QModelIndex& parent, int first, int last);
+    void readNew(int first, int last); ///< rows
     void take(const std::vector<ReadDocument>& documents);
     bool takeOne(Document& document, const ReadDocument& read);
     void read(const std::vector<DocumentId>& ids, const std::string& password);

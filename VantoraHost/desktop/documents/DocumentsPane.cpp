@@ -1,6 +1,6 @@
 #include "VantoraHost/desktop/documents/DocumentsPane.h"
 
-#include "VantoraHost/core/ShownText.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include "ui_DocumentsPane.h"
 
@@ -169,7 +169,7 @@ void DocumentsPane::showDetail()
     } else if (document != nullptr && document->error) {
         form_->detailLabel->setText(
             tr("%1: %2", "a document and what is wrong with it")
-                .arg(nameOf(*document), QString::fromStdString(shown(document->error->sentence))));
+                .arg(nameOf(*document), shownText(document->error->sentence)));
     }
 }
 

@@ -1,9 +1,10 @@
 #include "VantoraHost/desktop/documents/FolderSearch.h"
 
+#include "VantoraHost/desktop/texts/ShownTexts.h"
+
 #include "VantoraApp/CActionUtils.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QMetaType>
 
 namespace vantora::desktop {
@@ -49,11 +50,11 @@ void FolderSearch::startNext()
         std::vector<Input> group;
         const QDir searched(folder);
         const QString absolute = searched.absolutePath();
-        const auto placeAt = static_cast<std::size_t>(QFile::encodeName(absolute).size() +
+        const auto placeAt = static_cast<std::size_t>(systemPath(absolute).size() +
                                                       (absolute.endsWith('/') ? 0 : 1));
         CActionUtils::SearchFilesInDir(
             searched, {"pdf"}, true, unreadable, [&](const QString& file) {
-                group.push_back({QFile::encodeName(file).toStdString(), placeAt});
+                group.push_back({systemPath(file), placeAt});
                 if (group.size() == groupSize) {
                     emit found(group); // in another thread, so it is queued
                     group.clear();

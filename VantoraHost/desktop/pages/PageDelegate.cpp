@@ -67,7 +67,9 @@ void PageDelegate::drawState(QPainter& painter, const QStyleOptionViewItem& opti
         painter.setBrush(ground);
     }
     if (option.state.testFlag(QStyle::State_HasFocus)) {
-        painter.setPen(QPen(highlight, 1.5));
+        // Text is what palettes set off from the ground most; highlights are faint on some dark
+        // ones.
+        painter.setPen(QPen(option.palette.color(QPalette::Active, QPalette::Text), 2));
     }
     painter.drawRoundedRect(cell, round, round);
     painter.setRenderHint(QPainter::Antialiasing, false);

@@ -5,8 +5,8 @@
 namespace vantora::desktop {
 
 Forecast::Forecast(const StepList& steps, const Marks& marks,
-                   std::vector<std::filesystem::path> actionFolders)
-    : steps_(steps), marks_(marks), actionFolders_(std::move(actionFolders))
+                   const std::vector<std::filesystem::path>& actionFolders)
+    : steps_(steps), marks_(marks), catalog_(ActionCatalog::of(actionFolders))
 {
 }
 
@@ -25,7 +25,7 @@ std::optional<int> Forecast::goingFrom(const Document& document) const
     }
     const QString range = marks.pages.text();
     if (!sequences_.contains(range)) {
-        auto made = Sequence::of(steps_.requests(range), ActionCatalog::of(actionFolders_));
+        auto made = Sequence::of(steps_.requests(range), catalog_);
         sequences_.insert(range,
                           made ? std::make_shared<const Sequence>(std::move(*made)) : nullptr);
     }

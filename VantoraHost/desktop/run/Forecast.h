@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VantoraHost/core/actions/ActionCatalog.h"
 #include "VantoraHost/desktop/documents/Document.h"
 #include "VantoraHost/desktop/pages/Marks.h"
 #include "VantoraHost/desktop/sequence/StepList.h"
@@ -16,9 +17,9 @@ namespace vantora::desktop {
 /// What marks and steps together do to documents.
 class Forecast {
 public:
-    /// Both outlive the forecast.
+    /// Both outlive the forecast. The actions are those in the folders now.
     Forecast(const StepList& steps, const Marks& marks,
-             std::vector<std::filesystem::path> actionFolders);
+             const std::vector<std::filesystem::path>& actionFolders);
     ~Forecast();
 
     /// The steps for a document; none when it stays as it is.
@@ -33,7 +34,7 @@ public:
 private:
     const StepList& steps_;
     const Marks& marks_;
-    const std::vector<std::filesystem::path> actionFolders_;
+    const ActionCatalog catalog_; ///< what is installed, once: looking takes the disk
     mutable QHash<QString, std::shared_ptr<const Sequence>> sequences_; ///< by the marks' range
 };
 

@@ -1,6 +1,7 @@
 #include "VantoraHost/desktop/run/RunBar.h"
 
 #include "VantoraHost/core/Figures.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include "ui_RunBar.h"
 
@@ -10,16 +11,6 @@
 #include <QtWidgets/QFileDialog>
 
 namespace vantora::desktop {
-
-namespace {
-
-// As translations count.
-int asCount(std::uint64_t number)
-{
-    return static_cast<int>(number);
-}
-
-} // namespace
 
 RunBar::RunBar(QAction& runAction, QWidget* parent)
     : QWidget(parent), form_(std::make_unique<Ui::RunBar>())
@@ -139,7 +130,7 @@ void RunBar::showProgress(const RunProgress& progress)
     form_->progressBar->setMaximum(std::max(1, static_cast<int>(progress.total)));
     form_->progressBar->setValue(static_cast<int>(progress.finished));
     QStringList parts = {tr("%1 of %2", "documents done")
-                             .arg(QString::fromStdString(grouped(progress.finished)),
+                             .arg(numberText(progress.finished),
                                   RunBar::tr("%n document(s)", nullptr, asCount(progress.total)))};
     if (progress.failed > 0) {
         parts << RunBar::tr("%n failed", nullptr, asCount(progress.failed));

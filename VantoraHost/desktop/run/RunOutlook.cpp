@@ -1,22 +1,12 @@
 #include "VantoraHost/desktop/run/RunOutlook.h"
 
-#include "VantoraHost/core/ShownText.h"
 #include "VantoraHost/desktop/run/RunRemedy.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QStringList>
 
 namespace vantora::desktop {
-
-namespace {
-
-// As translations count.
-int asCount(std::uint64_t number)
-{
-    return static_cast<int>(number);
-}
-
-} // namespace
 
 QString outlookText(const RunOutlook& outlook)
 {
@@ -44,9 +34,7 @@ QString outlookText(const RunOutlook& outlook)
                                                  "documents, the first reason")
                          .arg(QCoreApplication::translate("RunOutlook", "%n document(s)", nullptr,
                                                           asCount(plan.refused.size())),
-                              QString::fromStdString(
-                                  shown(first.file.substr(first.file.rfind('/') + 1))) +
-                                  QStringLiteral(": ") + explained(first));
+                              shownName(first.file) + QStringLiteral(": ") + explained(first));
     }
     if (plan.untouched > 0) {
         sentences << QCoreApplication::translate(

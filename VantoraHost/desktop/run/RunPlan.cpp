@@ -3,8 +3,7 @@
 #include "KarvelPDFLibrary/io/Folder.h"
 #include "VantoraHost/core/actions/DeletePagesOptions.h"
 #include "VantoraHost/core/actions/StepsIdentity.h"
-
-#include <QtCore/QFile>
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <algorithm>
 #include <map>
@@ -12,11 +11,6 @@
 namespace vantora::desktop {
 
 namespace {
-
-std::string bytes(const QString& text)
-{
-    return QFile::encodeName(text).toStdString();
-}
 
 // Documents that are planned together, because they go below one folder.
 struct Destined {
@@ -54,7 +48,7 @@ Result<std::vector<Destined>> destined(const std::vector<RunDocument>& documents
         Input input = documents[i].input;
         std::string folder;
         if (settings.place == OutputPlace::Folder) {
-            folder = bytes(settings.folder);
+            folder = systemPath(settings.folder);
         } else if (settings.place == OutputPlace::Beside) {
             folder = karvel::io::folderOf(input.path);
             input = inputNamed(input.path);
@@ -134,7 +128,7 @@ QString outputText(const std::string& folder, const RunSettings& settings)
     } else {
         const bool beside = settings.place == OutputPlace::Beside;
         const QString name = beside ? settings.besideName : settings.folderName;
-        text = " -d " + quoted(QFile::decodeName(folder.c_str()));
+        text = " -d " + quoted(qtPath(folder));
         text += name == "{name}{ext}" ? QString() : " --name " + quoted(name);
         text += settings.taken == TakenName::Replace  ? " --overwrite"
                 : settings.taken == TakenName::Number ? " --rename"
@@ -153,7 +147,7 @@ Result<RunPlan> planRun(const std::vector<RunDocument>& documents, const RunSett
                  [](const RunDocument& document) { return !document.steps.empty(); });
     plan.untouched = documents.size() - concerned.size();
     if (settings.place == OutputPlace::Folder && settings.folder.isEmpty()) {
-        return fail(Reason::OutputFolderMissing, {}, "no folder is chosen for the results");
+        return fail(Reason::WrongUsage, {}, "choose a folder for the results");
     }
     const auto places = destined(concerned, settings);
     if (!places) {
@@ -192,7 +186,7 @@ QString commandsOf(const RunPlan& plan, const RunSettings& settings)
             const bool inPlace = settings.place == OutputPlace::InPlace;
             const std::string folder =
                 inPlace ? std::string() : karvel::io::folderOf(group.batch.targets[i]->path);
-            filesByFolder[folder] += ' ' + quoted(QFile::decodeName(group.batch.inputs[i].c_str()));
+            filesByFolder[folder] += ' ' + quoted(qtPath(group.batch.inputs[i]));
         }
         for (const auto& [folder, files] : filesByFolder) {
             commands += "vantora run" + stepsText(group.steps) + outputText(folder, settings) +

@@ -1,7 +1,7 @@
 #include "VantoraHost/desktop/run/RunRemedy.h"
 
-#include "VantoraHost/core/ShownText.h"
 #include "VantoraHost/core/reports/Remedy.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtCore/QCoreApplication>
 
@@ -70,7 +70,7 @@ QString remedyOf(Reason reason)
 
 QString explained(const Error& error)
 {
-    const QString sentence = QString::fromStdString(shown(error.sentence));
+    const QString sentence = shownText(error.sentence);
     const QString remedy = remedyOf(error.reason);
     return remedy.isEmpty()
                ? sentence

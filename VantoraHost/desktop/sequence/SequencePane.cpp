@@ -1,7 +1,7 @@
 #include "VantoraHost/desktop/sequence/SequencePane.h"
 
 #include "VantoraApp/CActionUtils.h"
-#include "VantoraHost/core/ShownText.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include "ui_SequencePane.h"
 
@@ -99,8 +99,7 @@ void SequencePane::addSaved(QMenu& menu, const std::vector<Result<SavedEntry>>& 
             }
         }
         const SavedIn saved = {kind, entry->name};
-        place->addAction(QString::fromStdString(shown(entry->name)), this,
-                         [this, saved] { load(saved); });
+        place->addAction(shownText(entry->name), this, [this, saved] { load(saved); });
     }
 }
 
@@ -123,7 +122,7 @@ void SequencePane::load(const SavedIn& saved)
     auto steps = requests ? listed(*requests, parts_.actions)
                           : Result<ListedSteps>(tl::unexpected<Error>(requests.error()));
     if (!steps) {
-        say(QString::fromStdString(shown(steps.error().sentence)));
+        say(shownText(steps.error().sentence));
         return;
     }
     QString range;
@@ -132,7 +131,7 @@ void SequencePane::load(const SavedIn& saved)
             range = step.preferences.take(key).toString();
         }
     }
-    const QString text = tr("loading %1").arg(QString::fromStdString(shown(saved.name)));
+    const QString text = tr("loading %1").arg(shownText(saved.name));
     parts_.undo.beginMacro(text);
     change(std::move(*steps), text);
     if (!range.isEmpty()) {
@@ -217,7 +216,7 @@ void SequencePane::save()
         saveAsActionList(name.toStdString(), form_->saveCategoryCombo->currentText().toStdString(),
                          parts_.list, parts_.range(), parts_.actions);
     if (!saved) {
-        say(QString::fromStdString(shown(saved.error().sentence)));
+        say(shownText(saved.error().sentence));
         return;
     }
     form_->saveRow->hide();

@@ -362,7 +362,8 @@ TEST_F(Plans, FailForSettingsThatCannotBe)
     chosen.folder = QString::fromStdString(scratch.path("missing"));
     EXPECT_EQ(planRun({document("in/a.pdf")}, chosen).error().reason, Reason::OutputFolderMissing);
     chosen.folder.clear();
-    EXPECT_EQ(planRun({document("in/a.pdf")}, chosen).error().reason, Reason::OutputFolderMissing);
+    EXPECT_EQ(explained(planRun({document("in/a.pdf")}, chosen).error()).toStdString(),
+              "choose a folder for the results");
 }
 
 TEST_F(Plans, HaveCommandsThatDoTheSame)

@@ -1,0 +1,43 @@
+#include "VantoraHost/desktop/texts/ShownTexts.h"
+
+#include "VantoraHost/core/Figures.h"
+#include "VantoraHost/core/ShownText.h"
+
+#include <QtCore/QFile>
+
+#include <algorithm>
+#include <limits>
+
+namespace vantora::desktop {
+
+QString shownText(const std::string& text)
+{
+    return QString::fromStdString(shown(text));
+}
+
+QString shownName(const std::string& path)
+{
+    return shownText(path.substr(path.rfind('/') + 1));
+}
+
+QString numberText(std::uint64_t number)
+{
+    return QString::fromStdString(grouped(number));
+}
+
+int asCount(std::uint64_t number)
+{
+    return static_cast<int>(std::min<std::uint64_t>(number, std::numeric_limits<int>::max()));
+}
+
+QString qtPath(const std::string& path)
+{
+    return QFile::decodeName(path.c_str());
+}
+
+std::string systemPath(const QString& path)
+{
+    return QFile::encodeName(path).toStdString();
+}
+
+} // namespace vantora::desktop

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QtCore/QString>
+
+#include <cstdint>
+#include <string>
+
+namespace vantora::desktop {
+
+/// Text that came from outside, as people see it: on one line, and doing nothing to it.
+QString shownText(const std::string& text);
+
+/// The name at the end of a path, as people see it.
+QString shownName(const std::string& path);
+
+/// 12345 as "12,345".
+QString numberText(std::uint64_t number);
+
+/// A number as texts with plural forms count.
+int asCount(std::uint64_t number);
+
+/// A path as Qt has it and as the system has it.
+QString qtPath(const std::string& path);
+std::string systemPath(const QString& path);
+
+} // namespace vantora::desktop
