@@ -2,6 +2,7 @@
 
 #include "VantoraApp/environment/ProductTitle.h"
 #include "VantoraHost/desktop/EmptyPage.h"
+#include "VantoraHost/desktop/choosing/ChoosePane.h"
 #include "VantoraHost/desktop/documents/DocumentsPane.h"
 #include "VantoraHost/desktop/help/AboutWindow.h"
 #include "VantoraHost/desktop/help/HelpPane.h"
@@ -71,6 +72,7 @@ PictureSettings picturesFor(const Installation& installation)
 MainWindow::MainWindow(const Installation& installation)
     : workbench_(installation), pictures_(picturesFor(installation)), actions_(workbench_.undo),
       documents_(new DocumentsPane(workbench_.list, workbench_.documents)),
+      choosing_(new ChoosePane(workbench_.chooser, workbench_.list)),
       pages_(new PagesPane(workbench_.marks, workbench_.undo, pictures_)),
       sequence_(new SequencePane({workbench_.steps, workbench_.undo, workbench_.actions,
                                   [this] { return workbench_.marks.forAll().text; }},
@@ -85,6 +87,7 @@ MainWindow::MainWindow(const Installation& installation)
     layOut();
     makeMenus();
     connectCommands();
+    connectChoosing();
     connectRuns();
     restore();
     showOutlook();
@@ -114,8 +117,11 @@ void MainWindow::layOut()
     panes_ = new QSplitter(Qt::Horizontal);
     panes_->setChildrenCollapsible(false);
     panes_->addWidget(titled(tr("Documents"), documents_));
-    panes_->addWidget(titled(tr("Pages"), pages_));
+    QWidget* pages = titled(tr("Pages"), pages_);
     pages_->layout()->setContentsMargins(0, 0, 0, 0); // those beside it have theirs here, too
+    choosing_->hide();
+    static_cast<QVBoxLayout*>(pages->layout())->insertWidget(1, choosing_); // below the title
+    panes_->addWidget(pages);
     auto* steps = new QSplitter(Qt::Vertical);
     steps->setChildrenCollapsible(false);
     steps->addWidget(sequence_);
@@ -189,7 +195,9 @@ void MainWindow::makeMenus()
     add(menuBar()->addMenu(tr("&Edit")),
         {actions_.undo, actions_.redo, nullptr, &actions_.removeDocuments, &actions_.readAgain,
          &actions_.showInFolder});
-    add(menuBar()->addMenu(tr("&Mark")), pages_->markActions());
+    QMenu* mark = menuBar()->addMenu(tr("&Mark"));
+    add(mark, {&actions_.choosePages, nullptr});
+    add(mark, pages_->markActions());
     QMenu* view = menuBar()->addMenu(tr("&View"));
     add(view, {&actions_.showDocuments, &actions_.showPages, &actions_.showSequence, nullptr});
     add(view, pages_->viewActions());
@@ -203,6 +211,8 @@ void MainWindow::makeMenus()
     bar->addActions({&actions_.addFiles, &actions_.addFolder});
     bar->addSeparator();
     bar->addActions({actions_.undo, actions_.redo});
+    bar->addSeparator();
+    bar->addAction(&actions_.choosePages);
 }
 
 void MainWindow::connectCommands()
@@ -245,6 +255,26 @@ void MainWindow::connectCommands()
     reviewTimer_.setInterval(reviewDelay);
     connect(&reviewTimer_, &QTimer::timeout, this, &MainWindow::showReviewed);
     connect(&workbench_, &Workbench::noted, this, &MainWindow::showNote);
+}
+
+void MainWindow::connectChoosing()
+{
+    connect(&actions_.choosePages, &QAction::toggled, this, [this](bool on) {
+        choosing_->setVisible(on);
+        on ? choosing_->focusLastRow() : workbench_.chooser.stop();
+    });
+    connect(choosing_, &ChoosePane::closeAsked, this,
+            [this] { actions_.choosePages.setChecked(false); });
+    connect(choosing_, &ChoosePane::documentAsked, documents_, &DocumentsPane::setCurrent);
+    connect(choosing_, &ChoosePane::reviewAsked, this, [this] {
+        showReviewed();
+        pages_->setReview(false); // one that is on has the pages that went when it was begun
+        pages_->setReview(true);
+    });
+    pages_->setReasons(
+        [this](DocumentId id, int page) { return workbench_.chooser.reasonOf(id, page); });
+    connect(documents_, &DocumentsPane::currentChanged, this,
+            [this] { workbench_.chooser.setCurrent(documents_->current()); });
 }
 
 void MainWindow::connectRuns()

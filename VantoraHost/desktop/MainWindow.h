@@ -18,6 +18,7 @@ class QStackedWidget;
 
 namespace vantora::desktop {
 
+class ChoosePane;
 class DocumentsPane;
 class HelpPane;
 class PagesPane;
@@ -52,6 +53,7 @@ private:
     void layOut();
     void makeMenus();
     void connectCommands();
+    void connectChoosing();
     void connectRuns();
     void chooseFiles(bool folders);
     void pasteFiles();
@@ -68,6 +70,7 @@ private:
     WindowActions actions_;
     RecentPaths recent_;
     DocumentsPane* documents_;
+    ChoosePane* choosing_;
     PagesPane* pages_;
     SequencePane* sequence_;
     HelpPane* help_;

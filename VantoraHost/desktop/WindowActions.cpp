@@ -48,6 +48,10 @@ WindowActions::WindowActions(QUndoStack& stack, QObject* parent)
     shape(quit, tr("&Quit"), QString(), QKeySequence::Quit, tr("Close the program"));
     shape(paste, tr("&Paste Files"), QString(), QKeySequence::Paste,
           tr("Add the files that were copied elsewhere"));
+    shape(choosePages, tr("&Choose Pages…"), "Choose.png", QKeySequence::Find,
+          tr("Find pages by what they are: blank, with some words, the last one"));
+    choosePages.setCheckable(true);
+    choosePages.setIconText(tr("Choose Pages"));
     shapePane(showDocuments, tr("&Documents"), QKeySequence("Ctrl+1"));
     shapePane(showPages, tr("&Pages"), QKeySequence("Ctrl+2"));
     shapePane(showSequence, tr("&Steps"), QKeySequence("Ctrl+3"));

@@ -26,6 +26,7 @@ public:
     QAction* undo;
     QAction* redo;
     QAction paste;
+    QAction choosePages;
     QAction showDocuments;
     QAction showPages;
     QAction showSequence;

@@ -26,6 +26,7 @@ std::vector<DocumentId> idsOf(const std::vector<Document>& documents)
 
 Workbench::Workbench(const Installation& installation, QObject* parent)
     : QObject(parent), documents(list, undo, installation.program),
+      chooser(list, marks, undo, installation.program),
       actions(installedActions(installation.actionFolders)), runs(installation),
       forecast_(steps, marks, installation.actionFolders)
 {
@@ -47,6 +48,9 @@ Workbench::Workbench(const Installation& installation, QObject* parent)
         forecast_.forgetSteps();
         forgetRuns();
     });
+    connect(&chooser, &Chooser::progressed, this, &Workbench::outdated);
+    // What is replaced is read anew, and would be looked at as if it were to be done again.
+    connect(&runs, &RunController::started, &chooser, &Chooser::stop);
     connect(&runs, &RunController::documentsDone, this, &Workbench::takeResults);
     connect(&runs, &RunController::finished, this, &Workbench::outdated);
     planTimer_.setSingleShot(true);
@@ -96,6 +100,9 @@ QString Workbench::obstacle() const
     }
     if (isReading) {
         return tr("The documents are being read.");
+    }
+    if (chooser.isBusy()) {
+        return tr("The pages that go are being looked for.");
     }
     if (marks.forAll().fault) {
         return tr("The page range “%1” %2.", "a range and what is wrong with it")

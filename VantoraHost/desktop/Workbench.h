@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VantoraHost/desktop/choosing/Chooser.h"
 #include "VantoraHost/desktop/documents/DocumentsController.h"
 #include "VantoraHost/desktop/pages/Marks.h"
 #include "VantoraHost/desktop/run/Forecast.h"
@@ -27,6 +28,7 @@ public:
     DocumentList list;
     DocumentsController documents;
     Marks marks;
+    Chooser chooser;
     const std::vector<InstalledAction> actions;
     StepList steps;
     RunController runs;

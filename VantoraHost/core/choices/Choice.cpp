@@ -174,6 +174,13 @@ constexpr std::array<KindRow, 17> kinds = {{
 
 } // namespace
 
+const char* choiceName(ChoiceKind kind)
+{
+    return std::find_if(kinds.begin(), kinds.end(),
+                        [&](const KindRow& row) { return row.kind == kind; })
+        ->name;
+}
+
 std::string choiceKindsText()
 {
     std::string text;

@@ -53,6 +53,9 @@ struct Choice {
     QRegularExpression pattern;     ///< of Text and Bookmark
 };
 
+/// What stands before the colon: "no-text".
+const char* choiceName(ChoiceKind kind);
+
 /// The kinds for people: "range:1,4-6, first[:N], ...".
 std::string choiceKindsText();
 

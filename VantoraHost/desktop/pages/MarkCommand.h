@@ -29,4 +29,28 @@ private:
     const int series_;
 };
 
+/// Gives documents marks of their own, or takes these away, as one step.
+class MarkDocuments : public QUndoCommand {
+public:
+    using Changes = QHash<DocumentId, std::optional<RangeMarks>>;
+
+    /// `text` and `series` as of MarkCommand. A series that in the end changes nothing is no step.
+    MarkDocuments(Marks& marks, Changes after, const QString& text, int series);
+
+    void redo() override;
+    void undo() override;
+    int id() const override;
+    bool mergeWith(const QUndoCommand* next) override;
+
+    int series() const { return series_; }
+
+private:
+    void put(const Changes& changes);
+
+    Marks& marks_;
+    Changes before_;
+    Changes after_;
+    const int series_;
+};
+
 } // namespace vantora::desktop

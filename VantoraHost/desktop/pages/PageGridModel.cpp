@@ -16,8 +16,10 @@ PageGridModel::PageGridModel(Marks& marks, Pictures& pictures, QObject* parent)
     connect(&marks_, &Marks::changedForAll, this, [this] {
         allChanged({GoesRole, Qt::AccessibleTextRole});
     });
-    connect(&marks_, &Marks::changedFor, this, [this] {
-        allChanged({GoesRole, Qt::AccessibleTextRole});
+    connect(&marks_, &Marks::changedFor, this, [this](DocumentId id) {
+        if (isReview_ || (document_ && document_->id == id)) {
+            allChanged({GoesRole, Qt::AccessibleTextRole});
+        }
     });
     connect(&pictures_, &Pictures::pagesKnown, this, &PageGridModel::takePages);
     connect(&pictures_, &Pictures::factsKnown, this, &PageGridModel::takeFacts);
@@ -354,6 +356,9 @@ QString PageGridModel::accessibleText(const Row& row) const
     } else {
         text = goes ? tr("page %1, %2, will be removed") : tr("page %1, %2, stays");
         text = text.arg(QString::number(row.page), label);
+    }
+    if (const QString why = goes ? reasons_(row.document, row.page) : QString(); !why.isEmpty()) {
+        text = tr("%1 (%2)", "what becomes of a page, and why").arg(text, why);
     }
     if (isReview_) {
         text =

@@ -8,6 +8,7 @@
 #include <QtCore/QHash>
 #include <QtCore/QSizeF>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -34,6 +35,10 @@ public:
 
     /// Both outlive the model.
     PageGridModel(Marks& marks, Pictures& pictures, QObject* parent = nullptr);
+
+    /// Who says why a page goes, in words; an empty text where there is no reason but a person's.
+    using Reasons = std::function<QString(DocumentId document, int page)>;
+    void setReasons(Reasons reasons) { reasons_ = std::move(reasons); }
 
     /// Shows a document's pages; none for no pages at all.
     void showDocument(const std::optional<ShownDocument>& document);
@@ -109,6 +114,7 @@ private:
     QString accessibleText(const Row& row) const;
     QString reasonOf(const Row& row) const;
 
+    Reasons reasons_ = [](DocumentId, int) { return QString(); };
     Marks& marks_;
     Pictures& pictures_;
     mutable PictureCache cache_;

@@ -10,6 +10,7 @@
 
 #include <QtCore/QDataStream>
 #include <QtCore/QSignalBlocker>
+#include <QtCore/QTimer>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QUndoStack>
 
@@ -54,6 +55,7 @@ private:
     QString summary() const;
     MarksPlace place() const;
 
+    QTimer summing_;         ///< until what is said of a review is said anew
     int series_ = 1;         ///< of typing
     int zoomBefore_ = 3;     ///< one page at a time
     bool showsStart_ = true; ///< the first page is to become the current one
@@ -94,7 +96,15 @@ void PagesPane::Parts::connectForm()
     connect(form.jumpEdit, &QLineEdit::returnPressed, this, &Parts::jump);
     connect(form.zoomSlider, &QSlider::valueChanged, grid, &PageGridView::setZoom);
     connect(&marks, &Marks::changedForAll, this, &Parts::refreshMarks);
-    connect(&marks, &Marks::changedFor, this, &Parts::refreshMarks);
+    connect(&marks, &Marks::changedFor, this, [this](DocumentId id) {
+        if (model.isReview()) {
+            summing_.start(); // thousands may change together, and it goes by all of them
+        } else if (document && document->id == id) {
+            refreshMarks();
+        }
+    });
+    summing_.setSingleShot(true);
+    connect(&summing_, &QTimer::timeout, this, &Parts::refreshMarks);
     actions.connectMarks(
         [this](MarkOperation operation, const QString& text) { apply(operation, text); });
     connect(actions.review, &QAction::toggled, this, &Parts::setReview);
@@ -356,6 +366,11 @@ void PagesPane::setReviewed(std::vector<ShownDocument> documents)
     if (isReview() && !isSame) {
         parts_->model.review(parts_->reviewed);
     }
+}
+
+void PagesPane::setReasons(std::function<QString(DocumentId document, int page)> reasons)
+{
+    parts_->model.setReasons(std::move(reasons));
 }
 
 bool PagesPane::isReview() const

@@ -4,6 +4,7 @@
 
 #include <QtWidgets/QWidget>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -30,6 +31,9 @@ public:
 
     /// The documents that a review is about. While it is on, it is brought up to date.
     void setReviewed(std::vector<ShownDocument> documents);
+
+    /// Who says why pages go, for their tips.
+    void setReasons(std::function<QString(DocumentId document, int page)> reasons);
 
     bool isReview() const;
     void setReview(bool on);

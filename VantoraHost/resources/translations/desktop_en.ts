@@ -164,4 +164,28 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>vantora::desktop::ChoosePane</name>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n page(s)</source>
+        <translation>
+            <numerusform>%n page</numerusform>
+            <numerusform>%n pages</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s) can&apos;t be judged and keep the marks that they had:</source>
+        <translation>
+            <numerusform>%n document can&apos;t be judged and keeps the marks that it had:</numerusform>
+            <numerusform>%n documents can&apos;t be judged and keep the marks that they had:</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

@@ -1,0 +1,99 @@
+#include "VantoraHost/desktop/choosing/ChoiceTexts.h"
+
+#include <QtCore/QCoreApplication>
+
+#include <algorithm>
+
+namespace vantora::desktop {
+
+namespace {
+
+QString tr(const char* source)
+{
+    return QCoreApplication::translate("ChoiceTexts", source);
+}
+
+bool needsArgument(ChoiceKind kind)
+{
+    const auto all = allChoiceWords();
+    const auto words = std::find_if(all.begin(), all.end(),
+                                    [&](const ChoiceWords& one) { return one.kind == kind; });
+    return words->field != ChoiceField::None && words->field != ChoiceField::Strictness;
+}
+
+} // namespace
+
+std::vector<ChoiceWords> allChoiceWords()
+{
+    using Kind = ChoiceKind;
+    using Field = ChoiceField;
+    return {
+        {Kind::Blank, Field::Strictness, tr("Blank"), {}},
+        {Kind::Text, Field::Words, tr("With the words"),
+         tr("such as Draft; /expression/ for a regular one")},
+        {Kind::NoText, Field::None, tr("Without any text"), {}},
+        {Kind::Duplicate, Field::None, tr("Same as an earlier page"), {}},
+        {Kind::First, Field::Count, tr("The first"), {}},
+        {Kind::Last, Field::Count, tr("The last"), {}},
+        {Kind::Every, Field::Step, tr("One of every"), {}},
+        {Kind::Odd, Field::None, tr("With odd numbers"), {}},
+        {Kind::Even, Field::None, tr("With even numbers"), {}},
+        {Kind::Range, Field::Range, tr("With the numbers"), tr("such as 1,4-6,9-15")},
+        {Kind::Label, Field::Label, tr("With the labels"), tr("such as iv-x or A-3")},
+        {Kind::Bookmark, Field::Title, tr("Under the bookmark"), tr("its title, such as Appendix")},
+        {Kind::Size, Field::Size, tr("Of the size"), tr("such as A4 or 210x297mm")},
+        {Kind::Portrait, Field::None, tr("Upright"), {}},
+        {Kind::Landscape, Field::None, tr("Sideways"), {}},
+        {Kind::Colour, Field::None, tr("In colour"), {}},
+        {Kind::Grey, Field::None, tr("Without colour"), {}},
+    };
+}
+
+bool ChoiceDraft::isComplete() const
+{
+    return kind && (!needsArgument(*kind) || !argument.trimmed().isEmpty());
+}
+
+QString ChoiceDraft::text() const
+{
+    const QString name = QLatin1String(choiceName(*kind));
+    return argument.isNull() ? name : name + ':' + argument;
+}
+
+QString ChoiceDraft::fault() const
+{
+    if (!isComplete()) {
+        return {};
+    }
+    const auto choice = Choice::of(text().toStdString());
+    return choice ? QString() : QString::fromStdString(choice.error());
+}
+
+ChoiceTexts ChoiceTexts::of(const std::vector<ChoiceDraft>& drafts, bool keepsOnly)
+{
+    ChoiceTexts texts;
+    for (const ChoiceDraft& draft : drafts) {
+        if (!draft.isComplete() || !draft.fault().isEmpty()) {
+            return {};
+        }
+        QStringList& list = draft.isException ? texts.except
+                            : keepsOnly       ? texts.keep
+                                              : texts.choose;
+        list << draft.text();
+    }
+    return texts.isEmpty() ? ChoiceTexts() : texts;
+}
+
+QStringList ChoiceTexts::arguments() const
+{
+    QStringList arguments;
+    for (const auto& [option, list] :
+         {std::pair("--choose", &choose), {"--keep", &keep}, {"--except", &except}}) {
+        for (const QString& text : *list) {
+            arguments << option << text;
+        }
+    }
+    return arguments;
+}
+
+} // namespace vantora::desktop
