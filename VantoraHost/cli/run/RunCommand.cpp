@@ -197,9 +197,9 @@ Result<BatchResult> runHere(const Batch& batch, const Installation& installation
 }
 
 // The file that --report names; going on with one of --resume adds to it.
-Result<std::optional<ReportFile>> openReport(const RunOptions& options)
+Result<std::optional<RunReport>> openReport(const RunOptions& options)
 {
-    std::optional<ReportFile> report;
+    std::optional<RunReport> report;
     if (!options.reportPath.empty()) {
         const bool goesOn = std::any_of(
             options.resumed.begin(), options.resumed.end(),

@@ -82,24 +82,15 @@ RunReporter::RunReporter(const RunOptions& options, std::size_t total, Reporting
 
 void RunReporter::outputsGetNames(const std::vector<DocumentReport>& reports)
 {
-    if (reporting_.file) {
-        for (const DocumentReport& document : reports) {
-            reporting_.file->add(document, reporting_.run);
-            reportedFirst_[document.input] = toJson(document);
-        }
-        static_cast<void>(reporting_.file->sync()); // the end of the run says what went wrong
+    if (reporting_.report) {
+        reporting_.report->outputsGetNames(reports, reporting_.run);
     }
 }
 
 void RunReporter::documentArrived(const DocumentReport& document)
 {
-    const auto first = reportedFirst_.find(document.input);
-    const bool isKnown = first != reportedFirst_.end() && first->second == toJson(document);
-    if (first != reportedFirst_.end()) {
-        reportedFirst_.erase(first);
-    }
-    if (reporting_.file && !isKnown) {
-        reporting_.file->add(document, reporting_.run);
+    if (reporting_.report) {
+        reporting_.report->documentArrived(document, reporting_.run);
     }
     summary_.add(document);
     progress_.show(summary_.finished(), summary_.failed(), total_);
@@ -137,7 +128,7 @@ Outcome RunReporter::finish(bool interrupted)
     if (options_.json) {
         streams_.out << summary_.json(end) << '\n' << std::flush;
     }
-    const Outcome synced = reporting_.file ? reporting_.file->sync() : Outcome();
+    const Outcome synced = reporting_.report ? reporting_.report->sync() : Outcome();
     if (options_.metricsPath.empty()) {
         return synced;
     }

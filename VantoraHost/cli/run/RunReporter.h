@@ -4,10 +4,9 @@
 #include "VantoraHost/cli/run/ProgressLine.h"
 #include "VantoraHost/cli/run/RunOptions.h"
 #include "VantoraHost/core/documents/Batch.h"
-#include "VantoraHost/core/reports/ReportFile.h"
+#include "VantoraHost/core/reports/RunReport.h"
 #include "VantoraHost/core/reports/RunSummary.h"
 
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,8 +22,8 @@ public:
     /// Where lines about documents go, and what they say of the run.
     struct Reporting {
         RunIdentity run;
-        std::optional<ReportFile> file; ///< the one that --report names
-        std::size_t notNamed = 0;       ///< inputs that the list of ranges leaves as they are
+        std::optional<RunReport> report; ///< the one that --report names
+        std::size_t notNamed = 0;        ///< inputs that the list of ranges leaves as they are
     };
 
     /// `total` is the number of documents of the run. The options and streams must outlive the
@@ -59,7 +58,6 @@ private:
     const std::size_t total_;
     const ProgressLine::Clock::time_point started_ = ProgressLine::Clock::now();
     Reporting reporting_;
-    std::map<std::string, std::string> reportedFirst_; ///< what the report says already, by input
     ProgressLine progress_;
     RunSummary summary_;
 };

@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <unordered_map>
 
 namespace vantora {
 
@@ -82,6 +83,7 @@ const char* statusName(UndoStatus status)
 Result<RunUndo> RunUndo::read(const std::vector<std::string>& reports)
 {
     RunUndo undo;
+    std::unordered_map<std::string, std::size_t> places; // by output
     const auto take = [&](DocumentReport report, const QJsonObject&, std::size_t) -> Outcome {
         if (report.status != DocumentStatus::Done || report.output.empty() ||
             report.output == standardStream || !report.bytesAfter) {
@@ -94,7 +96,7 @@ Result<RunUndo> RunUndo::read(const std::vector<std::string>& reports)
                            {report.bytesBefore.value_or(0), std::move(report.inputModified)},
                            {*report.bytesAfter, std::move(report.outputModified)}};
         written.inPlace = written.input == written.output;
-        const auto [place, isNew] = undo.places_.emplace(written.output, undo.written_.size());
+        const auto [place, isNew] = places.emplace(written.output, undo.written_.size());
         if (isNew) {
             undo.written_.push_back(std::move(written));
         } else {

@@ -6,7 +6,6 @@
 #include <functional>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace vantora {
@@ -45,6 +44,7 @@ public:
     /// removed, only this user's own ones are taken.
     static Result<RunUndo> read(const std::vector<std::string>& reports);
 
+    /// How many documents there are to undo.
     std::size_t count() const { return written_.size(); }
 
     /// Undoes one document after the other, the last one first, and hands on what came of each.
@@ -66,7 +66,6 @@ private:
     static Result<UndoStatus> remove(const Written& written, const Settings& settings);
 
     std::vector<Written> written_;
-    std::unordered_map<std::string, std::size_t> places_; ///< in `written_`, by output
 };
 
 } // namespace vantora
