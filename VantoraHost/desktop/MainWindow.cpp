@@ -89,6 +89,7 @@ MainWindow::MainWindow(const Installation& installation)
     connectCommands();
     connectChoosing();
     connectRuns();
+    connectUndo();
     restore();
     showOutlook();
 }
@@ -191,7 +192,10 @@ void MainWindow::makeMenus()
     auto* recent = new RecentMenu(recent_, file);
     connect(recent, &RecentMenu::chosen, this, [this](const QString& path) { open({path}); });
     file->addMenu(recent);
-    add(file, {nullptr, &actions_.run, nullptr, &actions_.quit});
+    add(file, {nullptr, &actions_.run});
+    QMenu* past = file->addMenu(tr("Past R&uns"));
+    connect(past, &QMenu::aboutToShow, this, [this, past] { fillPastRuns(*past); });
+    add(file, {nullptr, &actions_.quit});
     add(menuBar()->addMenu(tr("&Edit")),
         {actions_.undo, actions_.redo, nullptr, &actions_.removeDocuments, &actions_.readAgain,
          &actions_.showInFolder});
@@ -292,6 +296,7 @@ void MainWindow::connectRuns()
         actions_.setRunning(true);
         actions_.run.setEnabled(true);
         runBar_->setRunning(true);
+        results_->setUndoable(false);
         runBar_->showProgress(workbench_.runs.progress());
     });
     connect(&runs, &RunController::progressed, this,
@@ -302,6 +307,46 @@ void MainWindow::connectRuns()
     connect(results_, &ResultsPane::closeAsked, this, [this] { upAndDown_->widget(1)->hide(); });
     connect(results_, &ResultsPane::commandAsked, this,
             [this] { QApplication::clipboard()->setText(workbench_.commands()); });
+}
+
+void MainWindow::connectUndo()
+{
+    UndoController& undoing = workbench_.undoing;
+    connect(results_, &ResultsPane::undoAsked, &workbench_, &Workbench::foreseeUndo);
+    connect(results_, &ResultsPane::undoConfirmed, &workbench_, &Workbench::undoRun);
+    connect(&undoing, &UndoController::foreseen, results_, &ResultsPane::askUndo);
+    connect(&undoing, &UndoController::progressed, results_,
+            [this, &undoing] { results_->showUndoing(undoing.done(), undoing.total()); });
+    connect(&undoing, &UndoController::undone, results_,
+            [this](const std::vector<Undone>& documents) {
+                UndoOutlook came;
+                for (const Undone& document : documents) {
+                    came.add(document);
+                }
+                results_->showUndoNote(undoneText(came));
+            });
+    connect(&undoing, &UndoController::failed, this, &MainWindow::showNote);
+    connect(&workbench_, &Workbench::pastRunShown, this, [this](const QString& title) {
+        stack_->setCurrentIndex(1);
+        upAndDown_->widget(1)->show();
+        results_->showTitle(title);
+        results_->setUndoable(workbench_.canUndoRun());
+        results_->focusList();
+    });
+}
+
+void MainWindow::fillPastRuns(QMenu& menu)
+{
+    menu.clear();
+    for (const PastRun& run : workbench_.pastRuns.list()) {
+        const QString time = QLocale().toString(run.begun.toLocalTime(), QLocale::ShortFormat);
+        menu.addAction(time + QStringLiteral(" · ") +
+                           MainWindow::tr("%n document(s)", nullptr, asCount(run.documents)),
+                       this, [this, run] { workbench_.showPastRun(run); });
+    }
+    if (menu.isEmpty()) {
+        menu.addAction(tr("None yet"))->setEnabled(false);
+    }
 }
 
 void MainWindow::open(const QStringList& paths)
@@ -396,6 +441,11 @@ void MainWindow::endRun(bool cancelled, const QString& error)
     runBar_->setRunning(false);
     upAndDown_->widget(1)->show();
     results_->showSummary(workbench_.runs.summary(), inRun_, cancelled, error);
+    results_->setUndoable(workbench_.canUndoRun());
+    if (const auto& fault = workbench_.runs.reportFault()) {
+        showNote(
+            tr("This run can't be undone later: %1.", "a reason").arg(shownText(fault->sentence)));
+    }
     results_->focusList(); // the fields that had the keyboard were switched off meanwhile
     closing_->hide();
     if (!isActiveWindow()) {

@@ -13,6 +13,7 @@
 
 class QFrame;
 class QLabel;
+class QMenu;
 class QSplitter;
 class QStackedWidget;
 
@@ -55,6 +56,8 @@ private:
     void connectCommands();
     void connectChoosing();
     void connectRuns();
+    void connectUndo();
+    void fillPastRuns(QMenu& menu);
     void chooseFiles(bool folders);
     void pasteFiles();
     void showCurrentDocument();

@@ -3,6 +3,9 @@
 #include "VantoraHost/core/actions/DeletePagesOptions.h"
 #include "VantoraHost/desktop/pages/MarkCommand.h"
 #include "VantoraHost/desktop/run/RunRemedy.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
+
+#include <QtCore/QLocale>
 
 #include <algorithm>
 
@@ -53,6 +56,8 @@ Workbench::Workbench(const Installation& installation, QObject* parent)
     connect(&runs, &RunController::started, &chooser, &Chooser::stop);
     connect(&runs, &RunController::documentsDone, this, &Workbench::takeResults);
     connect(&runs, &RunController::finished, this, &Workbench::outdated);
+    connect(&undoing, &UndoController::runRead, this, &Workbench::showRead);
+    connect(&undoing, &UndoController::undone, this, &Workbench::takeUndone);
     planTimer_.setSingleShot(true);
     planTimer_.setInterval(planDelay);
     connect(&planTimer_, &QTimer::timeout, this, &Workbench::plan);
@@ -162,14 +167,97 @@ void Workbench::plan()
             outlook_ = outlook;
             emit outlookChanged();
             if (std::exchange(startsWhenPlanned_, false) && outlook_.plan.documents > 0) {
-                if (!keepsResults_) {
-                    results.clear();
-                }
-                commands_ = commandsOf(outlook_.plan, settings_);
-                runs.start(outlook_.plan, documents.passwords());
+                begin();
             }
         };
     });
+}
+
+void Workbench::begin()
+{
+    if (!keepsResults_ || !past_.report.empty()) {
+        results.clear();
+        report_.clear();
+        past_ = {};
+    }
+    commands_ = commandsOf(outlook_.plan, settings_);
+    runs.start(outlook_.plan, documents.passwords(), openReport());
+}
+
+// A run goes on without one, too.
+std::optional<RunReport> Workbench::openReport()
+{
+    if (!report_.empty()) {
+        auto file = ReportFile::open(report_, ExistingReport::Continue);
+        if (file) {
+            return RunReport(std::move(*file));
+        }
+        report_.clear();
+    }
+    auto begun = pastRuns.begin(QDateTime::currentDateTimeUtc(), outlook_.plan.documents);
+    if (!begun) {
+        emit noted(tr("This run can't be undone later: %1: %2.", "a file and what is wrong with it")
+                       .arg(shownText(begun.error().file), explained(begun.error())));
+        return std::nullopt;
+    }
+    report_ = begun->path;
+    return RunReport(std::move(begun->file));
+}
+
+void Workbench::showPastRun(const PastRun& run)
+{
+    if (!runs.isRunning()) {
+        past_ = run;
+        report_ = run.report;
+        undoing.read(report_);
+    }
+}
+
+void Workbench::showRead(const std::vector<RunResult>& read)
+{
+    results.clear();
+    results.add(read);
+    emit pastRunShown(
+        tr("Run of %1", "a time")
+            .arg(QLocale().toString(past_.begun.toLocalTime(), QLocale::ShortFormat)) +
+        QStringLiteral(" · ") + Workbench::tr("%n document(s)", nullptr, asCount(read.size())));
+}
+
+void Workbench::foreseeUndo()
+{
+    if (canUndoRun() && !undoing.isBusy()) {
+        undoing.foresee(report_);
+    }
+}
+
+void Workbench::undoRun()
+{
+    if (canUndoRun() && !undoing.isBusy()) {
+        undoing.undo(report_);
+    }
+}
+
+void Workbench::takeUndone(const std::vector<Undone>& undone)
+{
+    results.setUndone(undone);
+    QHash<QString, DocumentId> ids;
+    for (const Document& document : list.documents()) {
+        ids.insert(qtPath(document.input.path), document.id);
+    }
+    std::vector<DocumentId> again;
+    std::vector<DocumentId> replaced;
+    for (const Undone& one : undone) {
+        const auto id = ids.constFind(qtPath(one.input));
+        if (id != ids.constEnd() && one.status != UndoStatus::LeftAlone) {
+            again.push_back(*id);
+            if (one.input == one.output) {
+                replaced.push_back(*id);
+            }
+        }
+    }
+    documents.forgetRun(again);
+    documents.readAgain(replaced);
+    outdated();
 }
 
 void Workbench::startRun()
@@ -185,7 +273,7 @@ void Workbench::goOn()
 
 void Workbench::run(bool keepsResults)
 {
-    if (runs.isRunning()) {
+    if (runs.isRunning() || undoing.isBusy()) {
         return;
     }
     const auto changed = documents.readChanged();

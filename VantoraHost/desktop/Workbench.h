@@ -4,9 +4,11 @@
 #include "VantoraHost/desktop/documents/DocumentsController.h"
 #include "VantoraHost/desktop/pages/Marks.h"
 #include "VantoraHost/desktop/run/Forecast.h"
+#include "VantoraHost/desktop/run/PastRuns.h"
 #include "VantoraHost/desktop/run/ResultList.h"
 #include "VantoraHost/desktop/run/RunController.h"
 #include "VantoraHost/desktop/run/RunOutlook.h"
+#include "VantoraHost/desktop/run/UndoController.h"
 #include "VantoraHost/desktop/sequence/InstalledActions.h"
 
 #include <QtCore/QTimer>
@@ -33,6 +35,8 @@ public:
     StepList steps;
     RunController runs;
     ResultList results;
+    const PastRuns pastRuns;
+    UndoController undoing;
 
     void setSettings(const RunSettings& settings);
     const RunOutlook& outlook() const { return outlook_; }
@@ -48,11 +52,23 @@ public:
     /// stay.
     void goOn();
 
+    /// Shows the results of a run of before, once they are read.
+    void showPastRun(const PastRun& run);
+
+    /// Works out what undoing the run would do whose results are shown, or undoes it.
+    void foreseeUndo();
+    void undoRun();
+
+    /// Whether there is a report to undo that run by.
+    bool canUndoRun() const { return !report_.empty() && !runs.isRunning(); }
+
     /// The commands of a terminal that do what was run last.
     QString commands() const { return commands_; }
 
 signals:
     void outlookChanged();
+    /// The results are those of a run of before now; the title says which.
+    void pastRunShown(const QString& title);
     /// Something that people are to know, as a sentence.
     void noted(const QString& sentence);
 
@@ -63,12 +79,18 @@ private:
     QString obstacle() const;
     std::vector<RunDocument> toRun() const;
     void takeResults(const std::vector<RunResult>& results);
+    void begin();
+    std::optional<RunReport> openReport();
+    void showRead(const std::vector<RunResult>& results);
+    void takeUndone(const std::vector<Undone>& undone);
     void forgetRuns();
 
     Forecast forecast_;
     RunSettings settings_;
     RunOutlook outlook_;
     QString commands_;
+    std::string report_; ///< of the run whose results are shown; empty for none
+    PastRun past_;       ///< the run of before whose results are shown; else without a report
     QTimer planTimer_;
     bool startsWhenPlanned_ = false;
     bool keepsResults_ = false;

@@ -20,6 +20,7 @@ public:
         set("HOME", scratch_.filePath("home"));
         set("XDG_DATA_HOME", scratch_.filePath("data"));
         set("XDG_CONFIG_HOME", scratch_.filePath("config"));
+        set("XDG_STATE_HOME", scratch_.filePath("home/.local/state"));
         set("TMPDIR", scratch_.filePath("temp"));
     }
 

@@ -1,30 +1,40 @@
 #include "VantoraHost/desktop/run/ResultList.h"
 
 #include "VantoraHost/core/Figures.h"
-#include "VantoraHost/core/ShownText.h"
 #include "VantoraHost/desktop/documents/DocumentList.h"
 #include "VantoraHost/desktop/run/RunRemedy.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
-#include <QtCore/QFile>
 #include <QtGui/QIcon>
 
 namespace vantora::desktop {
 
 namespace {
 
-QString text(const std::string& bytes)
-{
-    return QString::fromStdString(shown(bytes));
-}
-
 QString number(int value)
 {
-    return QString::fromStdString(grouped(static_cast<std::uint64_t>(value)));
+    return numberText(static_cast<std::uint64_t>(value));
 }
 
-QString name(const std::string& path)
+QString undoneText(const Undone& undone)
 {
-    return text(path.substr(path.rfind('/') + 1));
+    switch (undone.status) {
+    case UndoStatus::GivenBack:
+        return ResultList::tr("undone: the original is put back");
+    case UndoStatus::Removed:
+        return ResultList::tr("undone: the result is removed");
+    case UndoStatus::Already:
+        return ResultList::tr("undone already");
+    case UndoStatus::LeftAlone:
+        break;
+    }
+    return undone.why ? ResultList::tr("left alone: %1").arg(explained(*undone.why))
+                      : ResultList::tr("left alone");
+}
+
+bool isLeftAlone(const RunResult& result)
+{
+    return result.undone && result.undone->status == UndoStatus::LeftAlone;
 }
 
 bool hasWarnings(const DocumentReport& report)
@@ -44,20 +54,24 @@ int ResultList::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : Columns;
 }
 
-QString ResultList::display(const DocumentReport& report, int column) const
+QString ResultList::display(const RunResult& result, int column) const
 {
+    const DocumentReport& report = result.report;
     const bool isDone = report.status == DocumentStatus::Done;
     switch (column) {
     case Name:
-        return name(report.input);
+        return shownName(report.input);
     case Outcome: {
+        if (result.undone) {
+            return undoneText(*result.undone);
+        }
         if (report.error) {
             return tr("failed: %1").arg(explained(*report.error));
         }
         const auto warnings = withRepairs(report.warnings, report.repairs);
         if (!warnings.empty()) {
             return tr("%1; %2", "done or left out, and a warning")
-                .arg(isDone ? tr("done") : tr("left out"), text(warnings.front()));
+                .arg(isDone ? tr("done") : tr("left out"), shownText(warnings.front()));
         }
         return isDone ? tr("done") : tr("left out");
     }
@@ -69,11 +83,11 @@ QString ResultList::display(const DocumentReport& report, int column) const
     case Size:
         return report.bytesBefore && report.bytesAfter
                    ? tr("%1 → %2", "before and after")
-                         .arg(text(sizeText(*report.bytesBefore)),
-                              text(sizeText(*report.bytesAfter)))
+                         .arg(shownText(sizeText(*report.bytesBefore)),
+                              shownText(sizeText(*report.bytesAfter)))
                    : QString();
     case Output:
-        return isDone ? text(report.output) : QString();
+        return isDone ? shownText(report.output) : QString();
     default:
         return {};
     }
@@ -85,30 +99,30 @@ QVariant ResultList::data(const QModelIndex& index, int role) const
     const DocumentReport& report = result.report;
     switch (role) {
     case Qt::DisplayRole:
-        return display(report, index.column());
+        return display(result, index.column());
     case Qt::ToolTipRole:
-        return index.column() == Name ? text(report.input) : display(report, index.column());
+        return index.column() == Name ? shownText(report.input) : display(result, index.column());
     case Qt::TextAlignmentRole: {
         const bool isNumber = index.column() == Pages || index.column() == Size;
         return static_cast<int>((isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
     }
     case SortRole:
-        return index.column() == Outcome ? QVariant(report.error          ? 0
-                                                    : hasWarnings(report) ? 1
-                                                                          : 2)
+        return index.column() == Outcome ? QVariant(report.error || isLeftAlone(result) ? 0
+                                                    : hasWarnings(report)               ? 1
+                                                                                        : 2)
                : index.column() == Pages ? QVariant(report.pagesBefore.value_or(0))
                : index.column() == Size
                    ? QVariant(static_cast<qulonglong>(report.bytesBefore.value_or(0)))
-                   : QVariant(display(report, index.column()));
+                   : QVariant(display(result, index.column()));
     case Qt::DecorationRole: {
-        const bool isGood = report.status == DocumentStatus::Done && !hasWarnings(report);
+        const bool isGood =
+            report.status == DocumentStatus::Done && !hasWarnings(report) && !isLeftAlone(result);
         return index.column() == Outcome
                    ? QIcon(statePicture(isGood ? DocumentState::Done : DocumentState::Failed))
                    : QVariant();
     }
     case OutputRole:
-        return report.status == DocumentStatus::Done ? QFile::decodeName(report.output.c_str())
-                                                     : QString();
+        return report.status == DocumentStatus::Done ? qtPath(report.output) : QString();
     case IdRole:
         return result.id;
     default:
@@ -141,7 +155,7 @@ void ResultList::add(const std::vector<RunResult>& results)
 {
     std::vector<RunResult> others;
     for (const RunResult& result : results) {
-        const int row = rows_.value(result.id, -1);
+        const int row = result.id == 0 ? -1 : rows_.value(result.id, -1);
         if (row < 0) {
             others.push_back(result);
         } else {
@@ -155,17 +169,36 @@ void ResultList::add(const std::vector<RunResult>& results)
     const int first = rowCount();
     beginInsertRows({}, first, first + static_cast<int>(others.size()) - 1);
     for (RunResult& result : others) {
-        rows_.insert(result.id, rowCount());
+        if (result.id != 0) {
+            rows_.insert(result.id, rowCount());
+        }
         results_.push_back(std::move(result));
     }
     endInsertRows();
+}
+
+void ResultList::setUndone(const std::vector<Undone>& undone)
+{
+    QHash<QString, const Undone*> byOutput;
+    for (const Undone& one : undone) {
+        byOutput.insert(qtPath(one.output), &one);
+    }
+    for (RunResult& result : results_) {
+        const Undone* const one = byOutput.value(qtPath(result.report.output));
+        if (one != nullptr && result.report.status == DocumentStatus::Done) {
+            result.undone = *one;
+        }
+    }
+    if (!results_.empty()) {
+        emit dataChanged(index(0, 0), index(rowCount() - 1, Columns - 1));
+    }
 }
 
 std::vector<DocumentId> ResultList::failed() const
 {
     std::vector<DocumentId> ids;
     for (const RunResult& result : results_) {
-        if (result.report.error) {
+        if (result.report.error && result.id != 0) {
             ids.push_back(result.id);
         }
     }

@@ -30,14 +30,18 @@ public:
 
     void clear();
 
-    /// Adds results; one for a document that has one takes its place.
+    /// Adds results; one for a document that has one takes its place. Those of no listed document
+    /// have 0 for it.
     void add(const std::vector<RunResult>& results);
 
+    /// Says what became of results that were undone.
+    void setUndone(const std::vector<Undone>& undone);
+
     const std::vector<RunResult>& results() const { return results_; }
-    std::vector<DocumentId> failed() const;
+    std::vector<DocumentId> failed() const; ///< of the list
 
 private:
-    QString display(const DocumentReport& report, int column) const;
+    QString display(const RunResult& result, int column) const;
 
     std::vector<RunResult> results_;
     QHash<DocumentId, int> rows_;

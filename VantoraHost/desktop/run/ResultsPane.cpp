@@ -1,6 +1,7 @@
 #include "VantoraHost/desktop/run/ResultsPane.h"
 
 #include "VantoraHost/core/Figures.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include "ui_ResultsPane.h"
 
@@ -34,7 +35,16 @@ ResultsPane::ResultsPane(ResultList& list, QWidget* parent)
     connect(form_->restButton, &QPushButton::clicked, this, &ResultsPane::restAsked);
     connect(form_->commandButton, &QPushButton::clicked, this, &ResultsPane::commandAsked);
     connect(form_->closeButton, &QToolButton::clicked, this, &ResultsPane::closeAsked);
+    connect(form_->undoButton, &QPushButton::clicked, this, &ResultsPane::undoAsked);
+    connect(form_->undoNowButton, &QPushButton::clicked, this, [this] {
+        form_->undoNowButton->hide();
+        form_->keepButton->hide();
+        emit undoConfirmed();
+    });
+    connect(form_->keepButton, &QPushButton::clicked, this, &ResultsPane::endAsking);
     form_->restButton->hide();
+    form_->undoButton->hide();
+    form_->undoRow->hide();
     updateButtons();
 }
 
@@ -64,7 +74,57 @@ void ResultsPane::showSummary(const RunSummary& summary, std::size_t total, bool
 {
     form_->summaryLabel->setText(summaryText(summary, total, cancelled, error));
     form_->restButton->setVisible(cancelled);
+    form_->commandButton->show();
     updateButtons();
+    fitColumns();
+}
+
+void ResultsPane::showTitle(const QString& title)
+{
+    form_->summaryLabel->setText(title);
+    form_->restButton->hide();
+    form_->commandButton->hide(); // that of another run
+    updateButtons();
+    fitColumns();
+}
+
+void ResultsPane::setUndoable(bool undoable)
+{
+    form_->undoButton->setVisible(undoable);
+    form_->undoRow->hide();
+}
+
+void ResultsPane::askUndo(const UndoOutlook& outlook)
+{
+    form_->undoLabel->setText(outlookText(outlook));
+    form_->undoNowButton->setVisible(outlook.hasWork());
+    form_->keepButton->setText(outlook.hasWork() ? tr("&Leave It") : tr("C&lose"));
+    form_->keepButton->show();
+    form_->undoRow->show();
+    (outlook.hasWork() ? form_->undoNowButton : form_->keepButton)->setFocus();
+}
+
+void ResultsPane::showUndoing(std::size_t done, std::size_t total)
+{
+    showUndoNote(tr("Undoing: %1 of %2", "documents").arg(numberText(done), numberText(total)));
+}
+
+void ResultsPane::showUndoNote(const QString& text)
+{
+    form_->undoLabel->setText(text);
+    form_->undoNowButton->hide();
+    form_->keepButton->hide();
+    form_->undoRow->show();
+}
+
+void ResultsPane::endAsking()
+{
+    form_->undoRow->hide();
+    form_->undoButton->setFocus();
+}
+
+void ResultsPane::fitColumns()
+{
     const int room = 2 * form_->view->fontMetrics().averageCharWidth();
     for (int column = 0; column < ResultList::Columns; ++column) {
         form_->view->resizeColumnToContents(column);
@@ -76,12 +136,11 @@ void ResultsPane::showSummary(const RunSummary& summary, std::size_t total, bool
 QString summaryText(const RunSummary& summary, std::size_t total, bool cancelled,
                     const QString& error)
 {
-    const auto asCount = [](std::uint64_t number) { return static_cast<int>(number); };
     const std::size_t done = summary.finished() - summary.failed();
     QStringList parts = {
         done == total ? ResultsPane::tr("%n document(s) done", nullptr, asCount(done))
                       : ResultsPane::tr("%1 of %2", "documents done")
-                            .arg(QString::fromStdString(grouped(done)),
+                            .arg(numberText(done),
                                  ResultsPane::tr("%n document(s) done", nullptr, asCount(total)))};
     if (summary.failed() > 0) {
         parts << ResultsPane::tr("%n failed", nullptr, asCount(summary.failed()));

@@ -1,9 +1,11 @@
 #include "VantoraHost/desktop/run/RunController.h"
 
-#include "VantoraHost/core/ShownText.h"
+#include "VantoraHost/core/IsoTime.h"
 #include "VantoraHost/core/actions/ActionCatalog.h"
+#include "VantoraHost/core/actions/StepsIdentity.h"
 #include "VantoraHost/core/workers/Confinement.h"
 #include "VantoraHost/core/workers/SpreadRun.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <algorithm>
 #include <mutex>
@@ -24,7 +26,7 @@ constexpr int interval = 100;
 /// Takes results in the run's thread, for the window's.
 class RunFeed : public RunObserver {
 public:
-    explicit RunFeed(const RunPlan& plan)
+    RunFeed(const RunPlan& plan, std::optional<RunReport> report) : report_(std::move(report))
     {
         for (const RunGroup& group : plan.groups) {
             for (std::size_t i = 0; i < group.ids.size(); ++i) {
@@ -33,10 +35,23 @@ public:
         }
     }
 
-    void outputsGetNames(const std::vector<DocumentReport>& /*reports*/) override {}
+    /// The documents that follow are of this run.
+    void begin(RunIdentity run) { run_ = std::move(run); }
+
+    bool hasReport() const { return report_.has_value(); }
+
+    void outputsGetNames(const std::vector<DocumentReport>& reports) override
+    {
+        if (report_) {
+            report_->outputsGetNames(reports, run_);
+        }
+    }
 
     void documentArrived(const DocumentReport& report) override
     {
+        if (report_) {
+            report_->documentArrived(report, run_);
+        }
         const auto id = ids_.find(report.input);
         const std::lock_guard lock(mutex_);
         results_.push_back({id == ids_.end() ? 0 : id->second, report});
@@ -47,6 +62,14 @@ public:
 
     void cancel() { cancelled_ = true; }
 
+    /// Closes the report; returns why it isn't complete.
+    std::optional<Error> endReport()
+    {
+        const Outcome synced = report_ ? report_->sync() : Outcome();
+        report_.reset(); // a run that goes on writes to it, too
+        return synced ? std::nullopt : std::optional(synced.error());
+    }
+
     std::vector<RunResult> take()
     {
         const std::lock_guard lock(mutex_);
@@ -54,6 +77,8 @@ public:
     }
 
 private:
+    std::optional<RunReport> report_; ///< these two are the run's thread's
+    RunIdentity run_;
     std::unordered_map<std::string, DocumentId> ids_;
     std::atomic<bool> cancelled_{false};
     std::mutex mutex_;
@@ -82,6 +107,10 @@ std::optional<Error> runGroup(RunGroup& group, const Installation& installation,
     if (!sequence) {
         return sequence.error();
     }
+    feed.begin({VANTORA_VERSION, stepsDigest(sequence->steps()), stepsJson(sequence->steps()),
+                nanosecondsNow()});
+    // A run that is killed leaves nothing replaced that nobody knows of.
+    group.batch.settings.reportFirst = feed.hasReport();
     makeFolders(group.batch.inputs, group.batch.targets);
     removeAbandonedFiles(group.batch.targets);
     const auto result =
@@ -102,10 +131,12 @@ RunController::~RunController()
     cancel();
 }
 
-void RunController::start(RunPlan plan, std::vector<std::string> passwords)
+void RunController::start(RunPlan plan, std::vector<std::string> passwords,
+                          std::optional<RunReport> report)
 {
-    feed_ = std::make_shared<RunFeed>(plan);
+    feed_ = std::make_shared<RunFeed>(plan, std::move(report));
     summary_ = {};
+    reportFault_.reset();
     total_ = plan.documents;
     elapsed_.start();
     timer_.start(interval);
@@ -120,11 +151,12 @@ void RunController::start(RunPlan plan, std::vector<std::string> passwords)
             group.batch.settings.cancelled = [feed] { return feed->cancelled(); };
             error = runGroup(group, installation_, *feed);
         }
-        return [this, feed, error] {
+        return [this, feed, error, reportFault = feed->endReport()] {
+            reportFault_ = reportFault;
             takeResults();
             timer_.stop();
             emit finished(feed->cancelled() && summary_.finished() < total_,
-                          error ? QString::fromStdString(shown(error->sentence)) : QString());
+                          error ? shownText(error->sentence) : QString());
         };
     });
     emit started(total_);

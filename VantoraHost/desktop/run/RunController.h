@@ -1,6 +1,8 @@
 #pragma once
 
 #include "VantoraHost/core/Installation.h"
+#include "VantoraHost/core/outputs/RunUndo.h"
+#include "VantoraHost/core/reports/RunReport.h"
 #include "VantoraHost/core/reports/RunSummary.h"
 #include "VantoraHost/desktop/background/Background.h"
 #include "VantoraHost/desktop/run/RunPlan.h"
@@ -19,8 +21,9 @@ class RunFeed;
 
 /// What became of a document.
 struct RunResult {
-    DocumentId id = 0;
+    DocumentId id = 0; ///< 0 where it isn't listed
     DocumentReport report;
+    std::optional<Undone> undone = std::nullopt; ///< where the run was undone
 };
 
 /// How far a run is.
@@ -42,8 +45,9 @@ public:
     ~RunController() override;
 
     /// Starts a run, with passwords that are tried on encrypted documents. Makes the folders that
-    /// the outputs need.
-    void start(RunPlan plan, std::vector<std::string> passwords);
+    /// the outputs need. With a report, that has each document as it is done.
+    void start(RunPlan plan, std::vector<std::string> passwords,
+               std::optional<RunReport> report = std::nullopt);
 
     /// Ends the run; what is being saved is finished. The rest is as it was.
     void cancel();
@@ -51,6 +55,9 @@ public:
     bool isRunning() const { return background_.isBusy(); }
     RunProgress progress() const;
     const RunSummary& summary() const { return summary_; }
+
+    /// Why the report of the last run isn't complete; none when it is.
+    const std::optional<Error>& reportFault() const { return reportFault_; }
 
 signals:
     void started(std::size_t documents);
@@ -67,6 +74,7 @@ private:
     const Installation installation_;
     std::shared_ptr<RunFeed> feed_;
     RunSummary summary_;
+    std::optional<Error> reportFault_;
     std::size_t total_ = 0;
     QElapsedTimer elapsed_;
     QTimer timer_;

@@ -157,6 +157,13 @@
 <context>
     <name>vantora::desktop::Workbench</name>
     <message numerus="yes">
+        <source>%n document(s)</source>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
         <source>%n document(s) have changed on the disk and are read anew. Look at them, and run it then.</source>
         <translation>
             <numerusform>%n document has changed on the disk and is read anew. Look at it, and run it then.</numerusform>
@@ -185,6 +192,47 @@
         <translation>
             <numerusform>%n document can&apos;t be judged and keeps the marks that it had:</numerusform>
             <numerusform>%n documents can&apos;t be judged and keep the marks that they had:</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::UndoController</name>
+    <message numerus="yes">
+        <source>%n original(s) put back</source>
+        <translation>
+            <numerusform>%n original put back</numerusform>
+            <numerusform>%n originals put back</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n result(s) removed</source>
+        <translation>
+            <numerusform>%n result removed</numerusform>
+            <numerusform>%n results removed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n undone already</source>
+        <translation>
+            <numerusform>%n undone already</numerusform>
+            <numerusform>%n undone already</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n left alone</source>
+        <translation>
+            <numerusform>%n left alone</numerusform>
+            <numerusform>%n left alone</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::MainWindow</name>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
         </translation>
     </message>
 </context>

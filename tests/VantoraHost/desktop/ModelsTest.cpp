@@ -410,15 +410,16 @@ TEST(Translations, CountInEnglish)
                             ResultsPane::tr("%n page(s) removed", nullptr, count),
                             RunBar::tr("%n document(s)", nullptr, count),
                             ChoosePane::tr("%n page(s)", nullptr, count),
+                            UndoController::tr("%n result(s) removed", nullptr, count),
                             QCoreApplication::translate("RunOutlook", "%n page(s)", nullptr, count),
                             AddDocuments(*std::make_unique<DocumentList>(),
                                          std::vector<Document>(static_cast<std::size_t>(count)), 0)
                                 .text()});
     };
     EXPECT_EQ(texts(1), QStringList({"1 document", "1 page removed", "1 document", "1 page",
-                                     "1 page", "adding a document"}));
+                                     "1 result removed", "1 page", "adding a document"}));
     EXPECT_EQ(texts(3), QStringList({"3 documents", "3 pages removed", "3 documents", "3 pages",
-                                     "3 pages", "adding 3 documents"}));
+                                     "3 results removed", "3 pages", "adding 3 documents"}));
 }
 
 TEST(Remedies, NameNoOptionOfTheCommandLine)
