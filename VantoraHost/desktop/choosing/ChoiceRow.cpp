@@ -83,6 +83,13 @@ void ChoiceRow::focusKind()
     form_->kindCombo->setFocus(Qt::OtherFocusReason);
 }
 
+std::vector<QWidget*> ChoiceRow::tabStops() const
+{
+    return {form_->kindCombo,   form_->textEdit,    form_->sizeCombo,
+            form_->countSpin,   form_->countSlider, form_->startSpin,
+            form_->startSlider, form_->strictCheck, form_->removeButton};
+}
+
 ChoiceField ChoiceRow::field() const
 {
     const int kind = form_->kindCombo->currentIndex() - 1;

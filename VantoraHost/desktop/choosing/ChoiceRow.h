@@ -30,6 +30,9 @@ public:
     /// Leads the keyboard to the kind.
     void focusKind();
 
+    /// What the keyboard goes through, in this order.
+    std::vector<QWidget*> tabStops() const;
+
 signals:
     void changed();
     void removeAsked();

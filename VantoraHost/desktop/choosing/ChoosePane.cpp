@@ -18,6 +18,9 @@ constexpr std::size_t mostRemarks = 200;
 
 constexpr int rowsOfRemarks = 3;
 
+// The pages below need room, too.
+constexpr std::size_t mostRows = 12;
+
 } // namespace
 
 ChoosePane::ChoosePane(Chooser& chooser, const DocumentList& list, QWidget* parent)
@@ -66,11 +69,14 @@ ChoiceRow* ChoosePane::addRow(bool isException)
     rows_.insert(place, row);
     connect(row, &ChoiceRow::changed, this, &ChoosePane::followRows);
     connect(row, &ChoiceRow::removeAsked, this, [this, row] { removeRow(row); });
-    QWidget* before = form_->modeCombo;
-    for (ChoiceRow* one : rows_) {
-        setTabOrder(before, one);
-        before = one;
+    QWidget* before = form_->closeButton;
+    for (const ChoiceRow* one : rows_) {
+        for (QWidget* stop : one->tabStops()) {
+            setTabOrder(before, stop);
+            before = stop;
+        }
     }
+    setTabOrder(before, form_->stopButton);
     followRows();
     return row;
 }
@@ -100,6 +106,8 @@ void ChoosePane::followRows()
                       : rows_.size() > 1        ? QStringLiteral("")
                                                 : QString());
     }
+    form_->addButton->setEnabled(rows_.size() < mostRows);
+    form_->exceptButton->setEnabled(rows_.size() < mostRows);
     chooser_.choose(ChoiceTexts::of(drafts, form_->modeCombo->currentIndex() == 1));
     showProgress();
 }

@@ -32,6 +32,11 @@ QString undoneText(const Undone& undone)
                       : ResultList::tr("left alone");
 }
 
+bool isRemoved(const RunResult& result)
+{
+    return result.undone && result.undone->status == UndoStatus::Removed;
+}
+
 bool isLeftAlone(const RunResult& result)
 {
     return result.undone && result.undone->status == UndoStatus::LeftAlone;
@@ -122,7 +127,8 @@ QVariant ResultList::data(const QModelIndex& index, int role) const
                    : QVariant();
     }
     case OutputRole:
-        return report.status == DocumentStatus::Done ? qtPath(report.output) : QString();
+        return report.status == DocumentStatus::Done && !isRemoved(result) ? qtPath(report.output)
+                                                                           : QString();
     case IdRole:
         return result.id;
     default:
