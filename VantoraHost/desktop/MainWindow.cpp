@@ -192,7 +192,7 @@ void MainWindow::makeMenus()
     auto* recent = new RecentMenu(recent_, file);
     connect(recent, &RecentMenu::chosen, this, [this](const QString& path) { open({path}); });
     file->addMenu(recent);
-    add(file, {nullptr, &actions_.run});
+    add(file, {nullptr, &actions_.loadRanges, &actions_.saveRanges, nullptr, &actions_.run});
     QMenu* past = file->addMenu(tr("Past R&uns"));
     connect(past, &QMenu::aboutToShow, this, [this, past] { fillPastRuns(*past); });
     add(file, {nullptr, &actions_.quit});
@@ -267,6 +267,8 @@ void MainWindow::connectChoosing()
         choosing_->setVisible(on);
         on ? choosing_->focusLastRow() : workbench_.chooser.stop();
     });
+    connect(&actions_.loadRanges, &QAction::triggered, this, [this] { chooseRangesFile(false); });
+    connect(&actions_.saveRanges, &QAction::triggered, this, [this] { chooseRangesFile(true); });
     connect(choosing_, &ChoosePane::closeAsked, this,
             [this] { actions_.choosePages.setChecked(false); });
     connect(choosing_, &ChoosePane::documentAsked, documents_, &DocumentsPane::setCurrent);
@@ -379,6 +381,26 @@ void MainWindow::chooseFiles(bool folders)
         dialog->setNameFilters({tr("PDF files (*.pdf *.PDF)"), tr("All files (*)")});
     }
     connect(dialog, &QFileDialog::filesSelected, this, &MainWindow::open);
+    dialog->show();
+}
+
+void MainWindow::chooseRangesFile(bool saves)
+{
+    auto* dialog = new QFileDialog(this, saves ? tr("Save Pages") : tr("Load Pages"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog->setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog->setDefaultSuffix(QStringLiteral("tsv"));
+    dialog->setNameFilters({tr("Lists of pages (*.tsv *.csv *.txt)"), tr("All files (*)")});
+    connect(dialog, &QFileDialog::fileSelected, this, [this, saves](const QString& path) {
+        if (saves) {
+            workbench_.ranges.save(path);
+        } else {
+            workbench_.chooser
+                .stop(); // the pages of documents that are added are those of the file
+            workbench_.ranges.load(path);
+        }
+    });
     dialog->show();
 }
 

@@ -59,6 +59,7 @@ private:
     void connectUndo();
     void fillPastRuns(QMenu& menu);
     void chooseFiles(bool folders);
+    void chooseRangesFile(bool saves);
     void pasteFiles();
     void showCurrentDocument();
     void showReviewed();

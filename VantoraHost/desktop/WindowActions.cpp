@@ -50,6 +50,10 @@ WindowActions::WindowActions(QUndoStack& stack, QObject* parent)
           tr("Add the files that were copied elsewhere"));
     shape(choosePages, tr("&Choose Pages…"), "Choose.png", QKeySequence::Find,
           tr("Find pages by what they are: blank, with some words, the last one"));
+    shape(loadRanges, tr("&Load Pages…"), QString(), QKeySequence(),
+          tr("Mark the pages that a list of documents and pages names"));
+    shape(saveRanges, tr("&Save Pages…"), QString(), QKeySequence(),
+          tr("Save which pages go from which documents, for another time or vantora run --ranges"));
     choosePages.setCheckable(true);
     choosePages.setIconText(tr("Choose Pages"));
     shapePane(showDocuments, tr("&Documents"), QKeySequence("Ctrl+1"));

@@ -27,6 +27,8 @@ public:
     QAction* redo;
     QAction paste;
     QAction choosePages;
+    QAction loadRanges;
+    QAction saveRanges;
     QAction showDocuments;
     QAction showPages;
     QAction showSequence;

@@ -29,7 +29,7 @@ std::vector<DocumentId> idsOf(const std::vector<Document>& documents)
 
 Workbench::Workbench(const Installation& installation, QObject* parent)
     : QObject(parent), documents(list, undo, installation.program),
-      chooser(list, marks, undo, installation.program),
+      chooser(list, marks, undo, installation.program), ranges(list, marks, undo),
       actions(installedActions(installation.actionFolders)), runs(installation),
       forecast_(steps, marks, installation.actionFolders)
 {
@@ -51,6 +51,7 @@ Workbench::Workbench(const Installation& installation, QObject* parent)
         forecast_.forgetSteps();
         forgetRuns();
     });
+    connect(&ranges, &RangesFiles::noted, this, &Workbench::noted);
     connect(&chooser, &Chooser::progressed, this, &Workbench::outdated);
     // What is replaced is read anew, and would be looked at as if it were to be done again.
     connect(&runs, &RunController::started, &chooser, &Chooser::stop);
@@ -58,6 +59,7 @@ Workbench::Workbench(const Installation& installation, QObject* parent)
     connect(&runs, &RunController::finished, this, &Workbench::outdated);
     connect(&undoing, &UndoController::runRead, this, &Workbench::showRead);
     connect(&undoing, &UndoController::undone, this, &Workbench::takeUndone);
+    connect(&undoing, &UndoController::failed, this, &Workbench::outdated);
     planTimer_.setSingleShot(true);
     planTimer_.setInterval(planDelay);
     connect(&planTimer_, &QTimer::timeout, this, &Workbench::plan);
@@ -105,6 +107,9 @@ QString Workbench::obstacle() const
     }
     if (isReading) {
         return tr("The documents are being read.");
+    }
+    if (undoing.isBusy()) {
+        return tr("A run is being undone.");
     }
     if (chooser.isBusy()) {
         return tr("The pages that go are being looked for.");
@@ -234,6 +239,7 @@ void Workbench::undoRun()
 {
     if (canUndoRun() && !undoing.isBusy()) {
         undoing.undo(report_);
+        outdated();
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/desktop/choosing/Chooser.h"
+#include "VantoraHost/desktop/choosing/RangesFiles.h"
 #include "VantoraHost/desktop/documents/DocumentsController.h"
 #include "VantoraHost/desktop/pages/Marks.h"
 #include "VantoraHost/desktop/run/Forecast.h"
@@ -31,6 +32,7 @@ public:
     DocumentsController documents;
     Marks marks;
     Chooser chooser;
+    RangesFiles ranges;
     const std::vector<InstalledAction> actions;
     StepList steps;
     RunController runs;

@@ -236,4 +236,28 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>vantora::desktop::RangesFiles</name>
+    <message numerus="yes">
+        <source>%n document(s) have their pages from the list</source>
+        <translation>
+            <numerusform>%n document has its pages from the list</numerusform>
+            <numerusform>%n documents have their pages from the list</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n that it doesn&apos;t name stay as they were</source>
+        <translation>
+            <numerusform>%n that it doesn&apos;t name stays as it was</numerusform>
+            <numerusform>%n that it doesn&apos;t name stay as they were</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The pages of %n document(s) are saved as %1.</source>
+        <translation>
+            <numerusform>The pages of %n document are saved as %1.</numerusform>
+            <numerusform>The pages of %n documents are saved as %1.</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>
