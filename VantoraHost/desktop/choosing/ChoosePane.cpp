@@ -114,6 +114,12 @@ void ChoosePane::followRows()
 
 QString ChoosePane::statusText() const
 {
+    const bool isWrong = std::any_of(rows_.begin(), rows_.end(), [](const ChoiceRow* row) {
+        return !row->draft().fault().isEmpty();
+    });
+    if (isWrong) {
+        return tr("Nothing is looked for until that is right.");
+    }
     if (!chooser_.isOn()) {
         return tr("What is found is marked at once, in each document only there.");
     }

@@ -157,7 +157,7 @@ QString outlookText(const UndoOutlook& outlook)
                                  : UndoController::tr("Nothing to undo: %1.").arg(counts)) +
                whyText(outlook);
     }
-    return UndoController::tr("Undoing this run: %1.", "counts").arg(counts) + whyText(outlook);
+    return UndoController::tr("Undo this run? %1.", "counts").arg(counts) + whyText(outlook);
 }
 
 QString undoneText(const UndoOutlook& outlook)
