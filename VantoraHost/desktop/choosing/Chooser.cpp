@@ -157,6 +157,9 @@ std::optional<RangeMarks> Chooser::foundIn(const Result<std::string>& line, Judg
     auto survey = line.and_then([](const std::string& text) { return pageSurveyOf(text); });
     judged.isAnswered = true;
     judged.isFailed = !survey;
+    judged.count = 0;
+    reasons_ -= judged.pages.size(); // it may be answered a second time
+    judged.pages.clear();
     if (!survey) {
         judged.sentence = shownText(survey.error().sentence);
         return std::nullopt;
