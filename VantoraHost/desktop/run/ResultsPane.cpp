@@ -115,6 +115,7 @@ void ResultsPane::showUndoNote(const QString& text)
     form_->undoNowButton->hide();
     form_->keepButton->hide();
     form_->undoRow->show();
+    fitColumns(); // what became of each takes more room
 }
 
 void ResultsPane::endAsking()
