@@ -33,16 +33,6 @@ constexpr double leastInk = 0.08;
 constexpr double leastPlace = 3.0;  // square millimetres
 constexpr double leastChange = 1.6; // levels on average, so that ripples come to nothing
 
-std::size_t pixelCount(const Raster& picture)
-{
-    return static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height);
-}
-
-double percentage(std::size_t part, std::size_t whole)
-{
-    return whole == 0 ? 0 : 100.0 * static_cast<double>(part) / static_cast<double>(whole);
-}
-
 /// A pixel's channels, side by side.
 using Colour = std::array<int, 3>;
 
@@ -182,7 +172,7 @@ Judgement judged(const Raster& picture, Allowing allowing)
         return judgement;
     }
     const Compared found = compared(picture);
-    judgement.different = percentage(found.different, pixelCount(picture));
+    judgement.different = picture.percentage(found.different);
     if (found.different == 0 || allowing == Allowing::Nothing) {
         const auto& paper = found.paper;
         if (found.different > 0) {

@@ -1,36 +1,20 @@
 #include "KarvelPDFLibrary/pictures/ImageFile.h"
+#include "KarvelPDFLibrary/pictures/JpegErrors.h"
 
 #include <cmath>
-#include <csetjmp>
-#include <cstdio>
 #include <cstdlib>
-#include <jpeglib.h>
 
 namespace karvel::pictures {
 
 namespace {
 
-struct Errors {
-    jpeg_error_mgr manager; // first, as libjpeg hands its address back
-    std::jmp_buf escape;
-};
-
-[[noreturn]] void leave(j_common_ptr compressor)
-{
-    std::longjmp(reinterpret_cast<Errors*>(compressor->err)->escape, 1);
-}
-
-void ignore(j_common_ptr /*compressor*/) {}
-
-/// libjpeg comes back by longjmp from errors: nothing here may need to be destroyed.
+/// Nothing here may need to be destroyed after setjmp.
 bool write(const Raster& raster, int quality, std::vector<unsigned char>& row,
            unsigned char** bytes, unsigned long* length)
 {
     jpeg_compress_struct compressor = {};
-    Errors errors = {};
-    compressor.err = jpeg_std_error(&errors.manager);
-    errors.manager.error_exit = leave;
-    errors.manager.output_message = ignore;
+    JpegErrors errors;
+    compressor.err = &errors.manager;
     if (setjmp(errors.escape) != 0) {
         jpeg_destroy_compress(&compressor);
         return false;

@@ -42,6 +42,13 @@ struct Raster {
                                   : columns * static_cast<std::size_t>(channels());
     }
 
+    /// How much of the picture that many pixels are, in percent.
+    double percentage(std::size_t pixelCount) const
+    {
+        const double whole = static_cast<double>(width) * height;
+        return whole > 0 ? 100 * static_cast<double>(pixelCount) / whole : 0;
+    }
+
     const unsigned char* row(int y) const
     {
         return pixels.data() + bytesPerRow() * static_cast<std::size_t>(y);

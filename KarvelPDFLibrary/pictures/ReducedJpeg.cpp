@@ -1,30 +1,15 @@
+#include "KarvelPDFLibrary/pictures/JpegErrors.h"
 #include "KarvelPDFLibrary/pictures/ReducedImages.h"
-
-#include <csetjmp>
-#include <cstdio>
-#include <jpeglib.h>
 
 namespace karvel::pictures {
 
 namespace {
 
-struct Errors {
-    jpeg_error_mgr manager; // first, as libjpeg hands its address back
-    std::jmp_buf escape;
-};
-
-[[noreturn]] void leave(j_common_ptr decompressor)
-{
-    std::longjmp(reinterpret_cast<Errors*>(decompressor->err)->escape, 1);
-}
-
-void ignore(j_common_ptr /*decompressor*/) {}
-
 /// Warnings tell of damage: what such a file shows is for others to judge.
 void leaveAtWarning(j_common_ptr decompressor, int level)
 {
     if (level < 0) {
-        leave(decompressor);
+        JpegErrors::leave(decompressor);
     }
 }
 
@@ -36,15 +21,12 @@ constexpr double mostPixels = 400e6;
 /// Why a part of the decoding ended.
 enum class Read { Failed, MoreToCome, Done };
 
-/// libjpeg comes back by longjmp from errors: nothing that is made in these functions may need to
-/// be destroyed.
+/// Nothing that is made in these functions may need to be destroyed after setjmp.
 class Decoder {
 public:
     explicit Decoder(const std::string& bytes) : bytes_(bytes)
     {
-        decompressor_.err = jpeg_std_error(&errors_.manager);
-        errors_.manager.error_exit = leave;
-        errors_.manager.output_message = ignore;
+        decompressor_.err = &errors_.manager;
         errors_.manager.emit_message = leaveAtWarning;
     }
     Decoder(const Decoder&) = delete;
@@ -96,7 +78,7 @@ public:
 private:
     const std::string& bytes_;
     jpeg_decompress_struct decompressor_ = {};
-    Errors errors_ = {};
+    JpegErrors errors_;
 };
 
 } // namespace

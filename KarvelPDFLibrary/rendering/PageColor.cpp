@@ -14,11 +14,6 @@ constexpr int longestSide = 4000;
 
 constexpr int greyTolerance = 10;
 
-double percentage(std::size_t part, std::size_t whole)
-{
-    return 100.0 * static_cast<double>(part) / static_cast<double>(whole);
-}
-
 } // namespace
 
 Result<double> colouredPercentage(Document& document, viewer::View& view, int page)
@@ -31,7 +26,7 @@ Result<double> colouredPercentage(Document& document, viewer::View& view, int pa
                 const auto [least, most] = std::minmax({pixel[0], pixel[1], pixel[2]});
                 coloured += most - least > greyTolerance ? 1 : 0;
             }
-            return percentage(coloured, raster.pixels.size() / 3);
+            return raster.percentage(coloured);
         });
 }
 
