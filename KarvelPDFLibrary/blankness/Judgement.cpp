@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 
 namespace karvel::blankness {
 
@@ -27,7 +28,7 @@ constexpr double coarsestGrain = 2.2;
 
 /// Single specks have less; a dot of a third of a millimetre has more. In square
 /// millimetres of black.
-constexpr double leastInk = 0.08;
+constexpr double leastInk = 0.07;
 
 /// As large a place that is off by more than grain can be, however faintly, is a mark.
 constexpr double leastPlace = 3.0;  // square millimetres
@@ -106,6 +107,22 @@ Judgement& marked(Judgement& judgement, Finding finding, double percent)
     return judgement;
 }
 
+/// Whether a spot goes on over the edge, or in a shadow that was taken out and is no weaker.
+bool goesOnInShadow(const TakenOut& shadows, const Paper& paper, const Spot& spot, int threshold)
+{
+    const Grid<std::int16_t>& before = shadows.before;
+    for (int y = spot.top - 1; y <= spot.bottom + 1; ++y) {
+        for (int x = spot.left - 1; x <= spot.right + 1; ++x) {
+            const bool isOnPage = x >= 0 && y >= 0 && x < before.width && y < before.height;
+            if (!isOnPage || (2 * std::abs(before.at(x, y)) >= spot.strongest &&
+                              std::abs(paper.difference.at(x, y)) <= threshold)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 /// What is left of a page's corner where two shadows meet, or where it is bent or round: within
 /// 7 mm of both edges, 2.5 mm of one, and beside a bar.
 bool isCorner(const Cells& cells, const Spot& spot, const std::array<bool, 4>& bars)
@@ -131,18 +148,19 @@ Judgement judgedAllowingNoise(const Raster& picture, Judgement judgement)
         return marked(judgement, Finding::DarkPaper, 100);
     }
     const double threshold = thresholdFor(std::min(paper.grain, coarsestGrain));
-    const std::array<bool, 4> bars =
-        takeShadowsOut(cells, paper.lightness, threshold, paper.difference);
-    std::vector<Spot> spots = spotsOf(cells, paper.difference, threshold);
+    const TakenOut shadows = takeShadowsOut(cells, paper.lightness, threshold, paper.difference);
+    std::vector<Spot> spots = spotsOf(cells, paper, threshold);
     leavePunchHolesOut(cells, spots, paper.difference);
     const double whole = static_cast<double>(cells.width()) * cells.height();
     const double cellArea = cells.millimetres * cells.millimetres;
     double inMarks = 0;
     for (const Spot& spot : spots) {
         const double place = spot.cells * cellArea;
-        if (!isCorner(cells, spot, bars) &&
+        const bool isOfShadows = isCorner(cells, spot, shadows.bars) &&
+                                 goesOnInShadow(shadows, paper, spot, static_cast<int>(threshold));
+        if (!isOfShadows &&
             (spot.ink >= leastInk ||
-             (place >= leastPlace && spot.ink * 255 >= leastChange * place))) {
+             (place >= leastPlace && spot.ink * paper.lightness >= leastChange * place))) {
             inMarks += spot.cells;
         }
     }

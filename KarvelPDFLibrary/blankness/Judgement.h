@@ -43,8 +43,9 @@ struct Judgement {
 ///
 /// In doubt a page is not blank. What is taken for noise: single specks of less than a quarter of
 /// a millimetre; what is as strong as the grain of the page itself; straight shadows along an edge,
-/// as wide everywhere or like a wedge; round dark holes along an edge, two at least, at equal
-/// distances from its middle; and what differs by less than a fiftieth where the page has grain.
+/// as wide everywhere or like a wedge, of the paper's hue, that get weaker inward all the way;
+/// round holes of one shade along an edge, two at least, at equal distances from its middle; and
+/// what differs by less than a fiftieth where the page has grain.
 Judgement judged(const pictures::Raster& picture, Allowing allowing);
 
 /// Whether the upper rows of a picture have marks enough that no noise can be meant. Costs less

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 
 namespace karvel::blankness {
 
@@ -141,13 +142,14 @@ std::vector<Between> betweenTiles(int cells, int side, int tiles)
     return places;
 }
 
-/// Keeps in `difference` what a channel is further away from its paper.
-void addDifference(const Grid<std::uint8_t>& channel, const Grid<std::uint8_t>& tiles,
-                   const Tiling& tiling, Grid<std::int16_t>& difference)
+/// How far a channel is from its paper.
+Grid<std::int16_t> differenceOf(const Grid<std::uint8_t>& channel, const Grid<std::uint8_t>& tiles,
+                                const Tiling& tiling)
 {
     const auto columns = betweenTiles(channel.width, tiling.side, tiling.columns);
     const auto rows = betweenTiles(channel.height, tiling.side, tiling.rows);
     std::vector<int> line(static_cast<std::size_t>(tiling.columns));
+    Grid<std::int16_t> difference(channel.width, channel.height);
     for (int y = 0; y < channel.height; ++y) {
         const Between& row = rows[static_cast<std::size_t>(y)];
         for (int column = 0; column < tiling.columns; ++column) {
@@ -164,12 +166,10 @@ void addDifference(const Grid<std::uint8_t>& channel, const Grid<std::uint8_t>& 
             const int away =
                 (paper - channel.at(x, y) * 256 + (paper > channel.at(x, y) * 256 ? 128 : -128)) /
                 256;
-            std::int16_t& most = difference.at(x, y);
-            if (std::abs(away) > std::abs(most)) {
-                most = static_cast<std::int16_t>(away);
-            }
+            difference.at(x, y) = static_cast<std::int16_t>(away);
         }
     }
+    return difference;
 }
 
 /// The standard deviation of cells within each inner tile, told from neighbours, so that shades do
@@ -204,21 +204,40 @@ void addGrain(const Grid<std::uint8_t>& channel, const Tiling& tiling, Paper& pa
     }
 }
 
+Grid<std::int16_t> strongestOf(const std::vector<Grid<std::int16_t>>& channels)
+{
+    Grid<std::int16_t> strongest = channels.front();
+    for (std::size_t c = 1; c < channels.size(); ++c) {
+        for (std::size_t i = 0; i < strongest.values.size(); ++i) {
+            const std::int16_t value = channels[c].values[i];
+            if (std::abs(value) > std::abs(strongest.values[i])) {
+                strongest.values[i] = value;
+            }
+        }
+    }
+    return strongest;
+}
+
 } // namespace
 
 Paper paperOf(const Cells& cells)
 {
     const Tiling tiling(cells);
     Paper paper;
-    paper.difference = Grid<std::int16_t>(cells.width(), cells.height());
     for (const Grid<std::uint8_t>& channel : cells.channels) {
         const Grid<std::uint8_t> tiles = paperTiles(channel, tiling);
         const auto [darkest, lightest] =
             std::minmax_element(tiles.values.begin(), tiles.values.end());
         paper.unevenness = std::max(paper.unevenness, double(*lightest) - *darkest);
         paper.lightness = std::max(paper.lightness, double(*darkest));
-        addDifference(channel, tiles, tiling, paper.difference);
+        paper.channels.push_back(differenceOf(channel, tiles, tiling));
         addGrain(channel, tiling, paper);
+    }
+    if (paper.channels.size() == 1) {
+        paper.difference = std::move(paper.channels.front());
+        paper.channels.clear();
+    } else {
+        paper.difference = strongestOf(paper.channels);
     }
     return paper;
 }

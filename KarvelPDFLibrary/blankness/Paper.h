@@ -15,6 +15,9 @@ struct Paper {
 
     /// How far cells are from the paper, in the channel where it is most; darker ones are positive.
     Grid<std::int16_t> difference;
+
+    /// The same in each channel, where there are several.
+    std::vector<Grid<std::int16_t>> channels;
 };
 
 /// Takes the colour of the paper from the page, place by place, as what most of the surroundings

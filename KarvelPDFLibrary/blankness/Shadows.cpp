@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <limits>
+#include <optional>
 #include <vector>
 
 namespace karvel::blankness {
@@ -16,11 +19,15 @@ public:
     bool isUpright() const { return edge_ < 2; } // left, right
     int length() const { return isUpright() ? grid_.height : grid_.width; }
 
-    int value(int along, int depth) const
+    int value(int along, int depth) const { return valueIn(grid_, along, depth); }
+
+    /// In a grid of the same size.
+    template <class Value>
+    int valueIn(const Grid<Value>& grid, int along, int depth) const
     {
-        const int other = (isUpright() ? grid_.width : grid_.height) - 1 - depth;
+        const int other = (isUpright() ? grid.width : grid.height) - 1 - depth;
         const int across = edge_ % 2 == 0 ? depth : other;
-        return isUpright() ? grid_.at(across, along) : grid_.at(along, across);
+        return isUpright() ? grid.at(across, along) : grid.at(along, across);
     }
 
     int along(int x, int y) const { return isUpright() ? y : x; }
@@ -42,21 +49,40 @@ int medianOf(std::vector<int>& values)
     return *middle;
 }
 
+/// Whether no value is below one before it by more than a tolerance.
+template <class Iterator>
+bool isRising(Iterator first, Iterator last, int tolerance)
+{
+    int most = std::numeric_limits<int>::min() / 2;
+    return std::all_of(first, last, [&](int value) {
+        most = std::max(most, value);
+        return value >= most - tolerance;
+    });
+}
+
 /// The shadow along one edge.
 class Shadow {
 public:
-    Shadow(const FromEdge& page, int margin, int blur, double threshold)
+    Shadow(const Cells& cells, const FromEdge& page, int margin, int blur, double threshold)
         : page_(page), margin_(margin), blur_(blur)
     {
         // Corners have the shadows of two edges.
         first_ = margin;
         last_ = page.length() - margin;
-        if (last_ - first_ >= 4 * blur + 8) {
-            fitBar(std::max(threshold, strong));
+        if (margin < 1 || last_ - first_ < 4 * blur + 8) {
+            return;
+        }
+        fitBar(std::max(threshold, strong));
+        if (!fallsSmoothly(threshold) || !isColourless(cells)) {
+            takeBarBack();
+            return;
+        }
+        isStraight_ = std::abs(slope_) * page.length() <= 0.5;
+        if (!isStraight_) {
             findTone();
             findEnd();
-            findFading();
         }
+        findFading();
     }
 
     /// What a shadow makes of the paper at a place: from one difference to another.
@@ -74,45 +100,70 @@ public:
             return {};
         }
         const double inward = hasBar_ ? depth + 0.5 - (start_ + slope_ * along) : depth + 1e3;
-        // In corners another shadow makes it end elsewhere.
-        const bool isCorner = along < first_ || along >= last_;
-        const double blur = (isCorner ? 3 * blur_ : blur_) + 0.5;
+        if (isStraight_) {
+            return expectedOfStraight(depth, std::abs(inward));
+        }
+        const double blur = blur_ + 0.5;
         const int tone = tone_.empty()
                              ? end_
                              : tone_[std::min(static_cast<std::size_t>(depth), tone_.size() - 1)];
+        const int ripples = ripplesAt(std::abs(inward));
         if (inward < 0) {
             // Where it ends it is blurred, and outermost mixed with what is beyond the page.
             const bool isMixed = depth == 0 || inward >= -blur;
             return {isMixed ? std::min({0, tone, end_}) : tone,
-                    isMixed ? std::max({0, tone, end_}) : tone, toneTolerance};
+                    isMixed ? std::max({0, tone, end_}) : tone, ripples};
         }
         if (inward <= blur) {
-            return {std::min(0, end_), std::max(0, end_), toneTolerance};
+            return {std::min(0, end_), std::max(0, end_), ripples};
         }
-        const auto index = static_cast<std::size_t>(std::max(0, depth - fadesFrom(along)));
-        const int fading = index < fading_.size() ? fading_[index] : 0;
-        // Compression makes ripples beside what is sharp.
-        const int ripples = inward <= blur_ + 4 ? rippleTolerance : inward <= blur_ + 8 ? 2 : 0;
-        return depth == 0 ? Expected{std::min(0, fading), std::max(0, fading), ripples}
-                          : Expected{fading, fading, ripples};
+        return fadedTo(fadingAt(depth - fadesFrom(along)), depth, ripples);
     }
 
     bool hasBar() const { return hasBar_; }
 
 private:
     static constexpr double strong = 40;
-    static constexpr int toneTolerance = 25;
+    static constexpr int lineTolerance = 25;
+    static constexpr int coloursTell = 15; // where shadows are weaker, their hue says nothing
+    static constexpr double mostColour = 10;
     static constexpr int noticeable = 5;
     static constexpr int rippleTolerance = 10;
+    static constexpr int typicalRipple = 6; // along the whole edge
 
     int barAt(int along) const
     {
         return std::max(0, static_cast<int>(std::lround(start_ + slope_ * along)));
     }
 
+    int fadingAt(int inward) const
+    {
+        const auto index = static_cast<std::size_t>(std::max(0, inward));
+        return index < fading_.size() ? fading_[index] : 0;
+    }
+
+    static Expected fadedTo(int value, int depth, int tolerance)
+    {
+        return depth == 0 ? Expected{std::min(0, value), std::max(0, value), tolerance}
+                          : Expected{value, value, tolerance};
+    }
+
+    /// It is the same all along, so that a place may be off by half a cell at most.
+    Expected expectedOfStraight(int depth, double fromEnd) const
+    {
+        const int steep = std::abs(fadingAt(depth - 1) - fadingAt(depth + 1)) / 4;
+        return fadedTo(fadingAt(depth), depth, ripplesAt(fromEnd) + steep);
+    }
+
+    /// Compression makes ripples beside what is sharp.
+    int ripplesAt(double fromEnd) const
+    {
+        return fromEnd <= blur_ + 4 ? rippleTolerance : fromEnd <= blur_ + 8 ? 2 : 0;
+    }
+
     int fadesFrom(int along) const
     {
-        const int bar = barAt(along);
+        const int bar = isStraight_ ? 0 : barAt(along);
         return bar > 0 ? bar + blur_ + 1 : 0;
     }
 
@@ -125,7 +176,7 @@ private:
         int before = 255;
         while (depth <= margin_) {
             const int value = isDark ? page_.value(along, depth) : -page_.value(along, depth);
-            if ((value <= threshold && depth > 0) || value > before + toneTolerance) {
+            if ((value <= threshold && depth > 0) || value > before + lineTolerance) {
                 break; // the paper, or a line on it
             }
             before = depth == 0 ? 255 : std::min(before, value);
@@ -157,10 +208,121 @@ private:
             };
             places.erase(std::remove_if(places.begin(), places.end(), isOff), places.end());
         }
-        if (places.size() < needed ||
+        // A shadow is as long as its edge, unless it is a wedge.
+        if (places.size() < needed || 4 * places.size() < 3 * placesWithBar() ||
             std::max(barAt(0), barAt(page_.length() - 1)) > margin_ + blur_) {
             takeBarBack();
         }
+    }
+
+    std::size_t placesWithBar() const
+    {
+        std::size_t places = 0;
+        for (int along = first_; along < last_; ++along) {
+            places += barAt(along) > 0 ? 1 : 0;
+        }
+        return places;
+    }
+
+    /// What is typical along the edge, from the outside to the inside; seen from the end of the bar
+    /// where there is one.
+    std::vector<int> profile() const
+    {
+        const int deepest = std::max(barAt(0), barAt(page_.length() - 1));
+        std::vector<int> typical;
+        for (int inward = -deepest; inward < margin_; ++inward) {
+            std::vector<int> values;
+            for (int along = first_; along < last_; ++along) {
+                const int depth = barAt(along) + inward;
+                // The outermost cells may be mixed with what is beyond the page.
+                if (depth > 0 && depth < margin_ + blur_) {
+                    values.push_back(page_.value(along, depth));
+                }
+            }
+            if (static_cast<int>(values.size()) * 4 >= last_ - first_) {
+                typical.push_back(medianOf(values));
+            }
+        }
+        return typical;
+    }
+
+    /// Whether what is along the edge gets weaker inward all the way, slowly, then quickly, then
+    /// slowly again. With a line along the edge in it or beside it, it doesn't.
+    bool fallsSmoothly(double threshold) const
+    {
+        const std::vector<int> typical = profile();
+        if (typical.size() < 2) {
+            return true;
+        }
+        const bool isDark = typical[0] + typical[1] > 0;
+        const int tolerance = (hasBar_ ? typicalRipple : 0) + static_cast<int>(threshold);
+        std::vector<int> strengths;
+        std::vector<int> steps;
+        for (std::size_t i = 0; i < typical.size(); ++i) {
+            strengths.push_back(isDark ? typical[i] : -typical[i]);
+            if (i > 0) {
+                steps.push_back(strengths[i - 1] - strengths[i]);
+            }
+        }
+        const auto steepest = std::max_element(steps.begin(), steps.end());
+        return isRising(strengths.rbegin(), strengths.rend(), tolerance) &&
+               isRising(steps.begin(), steepest, tolerance) &&
+               isRising(steps.rbegin(), std::make_reverse_iterator(steepest), tolerance);
+    }
+
+    using Colour = std::array<double, 3>;
+
+    /// The mean colour at a depth of the places that differ from the paper, or don't; nothing where
+    /// these are few.
+    std::optional<Colour> meanColour(const Cells& cells, int depth, bool ofShadow) const
+    {
+        Colour sum = {};
+        int count = 0;
+        for (int along = first_; along < last_; ++along) {
+            if ((std::abs(page_.value(along, depth)) >= coloursTell) == ofShadow) {
+                for (std::size_t c = 0; c < sum.size(); ++c) {
+                    sum[c] += page_.valueIn(cells.channels[c], along, depth);
+                }
+                ++count;
+            }
+        }
+        if (count * 4 < last_ - first_) {
+            return std::nullopt;
+        }
+        for (double& channel : sum) {
+            channel /= count;
+        }
+        return sum;
+    }
+
+    /// Shadows and the lids of scanners have no other hue than the paper.
+    bool isColourless(const Cells& cells) const
+    {
+        if (cells.channels.size() < 3) {
+            return true;
+        }
+        const auto hue = [](Colour colour) {
+            const double mean = (colour[0] + colour[1] + colour[2]) / 3;
+            return Colour{colour[0] - mean, colour[1] - mean, colour[2] - mean};
+        };
+        const std::optional<Colour> inside = meanColour(cells, margin_ + blur_, false);
+        const Colour paper = inside ? hue(*inside) : Colour{};
+        const double square = paper[0] * paper[0] + paper[1] * paper[1] + paper[2] * paper[2];
+        for (int depth = 0; depth < margin_; ++depth) {
+            const std::optional<Colour> here = meanColour(cells, depth, true);
+            if (!here) {
+                continue;
+            }
+            const Colour shade = hue(*here);
+            const double product = shade[0] * paper[0] + shade[1] * paper[1] + shade[2] * paper[2];
+            const double share = square > 0 ? std::clamp(product / square, 0.0, 1.0) : 0;
+            for (std::size_t c = 0; c < shade.size(); ++c) {
+                if (std::abs(shade[c] - share * paper[c]) > mostColour) {
+                    return false;
+                }
+            }
+        }
+        return true;
     }
 
     void takeBarBack()
@@ -212,10 +374,10 @@ private:
         }
     }
 
-    /// How dark the bar is where it ends, at most.
+    /// How dark a wedge is where it ends, which may be anywhere in a cell.
     void findEnd()
     {
-        std::vector<int> values;
+        std::vector<int> values = tone_;
         for (int along = first_; along < last_; ++along) {
             if (const int bar = barAt(along); bar > 0) {
                 values.push_back(page_.value(along, bar - 1));
@@ -226,6 +388,11 @@ private:
             const std::size_t few = values.size() / 20;
             const bool isDark = values[values.size() / 2] > 0;
             end_ = isDark ? values[values.size() - 1 - few] : values[few];
+            constexpr std::size_t deep = 4;
+            if (tone_.size() >= deep) { // less has no place that is all dark
+                const auto [least, most] = std::minmax_element(tone_.begin(), tone_.end());
+                end_ = std::clamp(end_, std::min(*least, 0), std::max(*most, 0));
+            }
         }
     }
 
@@ -259,6 +426,7 @@ private:
     int first_ = 0;
     int last_ = 0;
     bool hasBar_ = false;
+    bool isStraight_ = false;
     double start_ = 0;
     double slope_ = 0;
     int end_ = 0;
@@ -295,10 +463,12 @@ int weaker(int one, int other)
 
 } // namespace
 
-std::array<bool, 4> takeShadowsOut(const Cells& cells, double lightness, double threshold,
-                                   Grid<std::int16_t>& difference)
+TakenOut takeShadowsOut(const Cells& cells, double lightness, double threshold,
+                        Grid<std::int16_t>& difference)
 {
-    const Grid<std::int16_t> seen = difference;
+    TakenOut takenOut;
+    takenOut.before = difference;
+    const Grid<std::int16_t>& seen = takenOut.before;
     const int limit = static_cast<int>(threshold);
     const int margin = cells.margin();
     const int blur = cells.across(0.8);
@@ -306,7 +476,7 @@ std::array<bool, 4> takeShadowsOut(const Cells& cells, double lightness, double 
     std::vector<Shadow> shadows;
     for (int edge = 0; edge < 4; ++edge) {
         edges.emplace_back(seen, edge);
-        shadows.emplace_back(edges.back(), margin, blur, threshold);
+        shadows.emplace_back(cells, edges.back(), margin, blur, threshold);
     }
     for (int y = 0; y < seen.height; ++y) {
         const bool isAtEnd = y < margin + blur || y >= seen.height - margin - blur;
@@ -328,7 +498,10 @@ std::array<bool, 4> takeShadowsOut(const Cells& cells, double lightness, double 
                 static_cast<std::int16_t>(weaker(least, remaining(value, all, limit)));
         }
     }
-    return {shadows[0].hasBar(), shadows[1].hasBar(), shadows[2].hasBar(), shadows[3].hasBar()};
+    for (std::size_t edge = 0; edge < shadows.size(); ++edge) {
+        takenOut.bars[edge] = shadows[edge].hasBar();
+    }
+    return takenOut;
 }
 
 } // namespace karvel::blankness

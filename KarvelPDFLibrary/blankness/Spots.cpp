@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/blankness/Spots.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
@@ -9,12 +10,16 @@ namespace karvel::blankness {
 
 namespace {
 
+/// What compression makes around sharp borders.
+constexpr double ripplesReach = 3; // millimetres
+constexpr int strongestRipple = 15;
+
 class Tracer {
 public:
-    Tracer(const Cells& cells, const Grid<std::int16_t>& difference, double threshold)
-        : difference_(difference), threshold_(static_cast<int>(threshold)),
-          seen_(difference.width, difference.height),
-          inkOfLevel_(cells.millimetres * cells.millimetres / 255)
+    Tracer(const Cells& cells, const Paper& paper, double threshold)
+        : difference_(paper.difference), channels_(paper.channels),
+          threshold_(static_cast<int>(threshold)), seen_(difference_.width, difference_.height),
+          inkOfLevel_(cells.millimetres * cells.millimetres / paper.lightness)
     {
     }
 
@@ -28,11 +33,11 @@ public:
     {
         Spot spot{x, y, x, y};
         members_.clear();
+        sums_ = {};
         take(x, y);
         for (std::size_t next = 0; next < members_.size(); ++next) {
             const auto [atX, atY] = members_[next];
             const int strength = std::abs(difference_.at(atX, atY));
-            spot.ink += difference_.at(atX, atY) * inkOfLevel_; // ripples come to nothing
             spot.strongest = std::max(spot.strongest, strength);
             spot.left = std::min(spot.left, atX);
             spot.right = std::max(spot.right, atX);
@@ -47,7 +52,7 @@ public:
             }
         }
         spot.cells = static_cast<int>(members_.size());
-        spot.ink = std::abs(spot.ink);
+        spot.ink = ink();
         spot.isRound = isRound(spot);
         return spot;
     }
@@ -57,6 +62,50 @@ private:
     {
         seen_.at(x, y) = 1;
         members_.emplace_back(x, y);
+        addInk(x, y);
+    }
+
+    /// Sums in each channel by itself, as a colour may be darker in one and lighter in another.
+    /// What shadows explain, they do in all channels alike.
+    void addInk(int x, int y)
+    {
+        const int difference = difference_.at(x, y);
+        if (channels_.empty()) {
+            sums_[0] += difference;
+            return;
+        }
+        int most = 0;
+        for (const Grid<std::int16_t>& channel : channels_) {
+            most = std::abs(channel.at(x, y)) > std::abs(most) ? channel.at(x, y) : most;
+        }
+        for (std::size_t c = 0; c < channels_.size(); ++c) {
+            sums_[c] += channels_[c].at(x, y) - most + difference;
+        }
+    }
+
+    /// Ripples come to nothing in it.
+    double ink() const
+    {
+        const auto [least, most] = std::minmax_element(sums_.begin(), sums_.end());
+        return static_cast<double>(std::max(std::abs(*least), std::abs(*most))) * inkOfLevel_;
+    }
+
+    /// Whether nothing is in a circle but one shade.
+    bool isEvenInside(double middleX, double middleY, double radius) const
+    {
+        int least = 255;
+        int most = -255;
+        const int right = std::min(int(middleX + radius), difference_.width - 1);
+        const int bottom = std::min(int(middleY + radius), difference_.height - 1);
+        for (int y = std::max(0, int(middleY - radius)); y <= bottom; ++y) {
+            for (int x = std::max(0, int(middleX - radius)); x <= right; ++x) {
+                if (std::hypot(x - middleX, y - middleY) <= radius) {
+                    least = std::min<int>(least, difference_.at(x, y));
+                    most = std::max<int>(most, difference_.at(x, y));
+                }
+            }
+        }
+        return most - least <= 2 * strongestRipple;
     }
 
     /// Whether the cells fill a circle, or its line, but for faint ones around it.
@@ -86,10 +135,15 @@ private:
         const double middleX = (core.left + core.right) / 2.0;
         const double middleY = (core.top + core.bottom) / 2.0;
         for (const auto& cell : members_) {
-            if (isStrong(cell) &&
-                std::hypot(cell.first - middleX, cell.second - middleY) > radius) {
+            const double away = std::hypot(cell.first - middleX, cell.second - middleY);
+            const int strength = std::abs(difference_.at(cell.first, cell.second));
+            if ((away > radius && isStrong(cell)) ||
+                (away > radius + 1 && strength > strongestRipple)) {
                 return false;
             }
+        }
+        if (!isEvenInside(middleX, middleY, radius - 2)) {
+            return false;
         }
         spot.left = core.left;
         spot.right = core.right;
@@ -99,9 +153,11 @@ private:
     }
 
     const Grid<std::int16_t>& difference_;
+    const std::vector<Grid<std::int16_t>>& channels_;
     int threshold_;
     Grid<std::uint8_t> seen_;
     double inkOfLevel_;
+    std::array<long, 3> sums_ = {};
     std::vector<std::pair<int, int>> members_;
 };
 
@@ -151,9 +207,6 @@ bool areHoles(const Cells& cells, const Spot& one, const Spot& other)
     return false;
 }
 
-constexpr double ripplesReach = 3; // millimetres
-constexpr int strongestRipple = 25;
-
 void clearAround(const Cells& cells, const Spot& hole, Grid<std::int16_t>& difference)
 {
     const int near = cells.across(ripplesReach);
@@ -180,10 +233,10 @@ bool isRippleOf(const Cells& cells, const Spot& hole, const Spot& spot)
 
 } // namespace
 
-std::vector<Spot> spotsOf(const Cells& cells, const Grid<std::int16_t>& difference,
-                          double threshold)
+std::vector<Spot> spotsOf(const Cells& cells, const Paper& paper, double threshold)
 {
-    Tracer tracer(cells, difference, threshold);
+    Tracer tracer(cells, paper, threshold);
+    const Grid<std::int16_t>& difference = paper.difference;
     std::vector<Spot> spots;
     for (int y = 0; y < difference.height; ++y) {
         for (int x = 0; x < difference.width; ++x) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KarvelPDFLibrary/blankness/Cells.h"
+#include "KarvelPDFLibrary/blankness/Paper.h"
 
 #include <vector>
 
@@ -13,7 +13,7 @@ struct Spot {
     int right = 0; // within
     int bottom = 0;
     int cells = 0;
-    double ink = 0;    ///< square millimetres of black that would change the page as much
+    double ink = 0;    ///< square millimetres of black that would change the paper as much
     int strongest = 0; ///< difference from the paper, 0 to 255
     bool isRound = false;
 
@@ -21,9 +21,8 @@ struct Spot {
     int height() const { return bottom - top + 1; }
 };
 
-/// All spots that differ by more than a threshold.
-std::vector<Spot> spotsOf(const Cells& cells, const Grid<std::int16_t>& difference,
-                          double threshold);
+/// All spots that differ from the paper by more than a threshold.
+std::vector<Spot> spotsOf(const Cells& cells, const Paper& paper, double threshold);
 
 /// Removes the spots that are punch holes and what they make of the differences, with the ripples
 /// that compression makes around them: round, as large as such are, along one edge at equal

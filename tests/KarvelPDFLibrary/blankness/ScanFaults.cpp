@@ -41,15 +41,17 @@ void scan(Sheet& sheet, unsigned faults, Random& random)
         for (int edge = 0; edge < 4; ++edge) {
             if (random.chance(0.5)) {
                 const double bar = random.chance(0.5) ? random.between(0.5, 4) : 0;
-                sheet.shadow(edge, bar, bar, random.between(0, 4), random.between(0.1, 1));
+                const double fading = random.between(0, 4);
+                sheet.shadow(edge, bar, bar, fading, random.between(0.1, 1));
             }
         }
     }
     if ((faults & Wedges) != 0) {
         const double deep = random.between(1, 6);
         const bool falls = random.chance(0.5);
-        sheet.shadow(random.whole(0, 3), falls ? deep : 0, falls ? 0 : deep, 0,
-                     random.between(0.5, 1));
+        const int edge = random.whole(0, 3);
+        const double dark = random.between(0.5, 1);
+        sheet.shadow(edge, falls ? deep : 0, falls ? 0 : deep, 0, dark);
     }
     if ((faults & Holes) != 0) {
         punch(sheet, random);

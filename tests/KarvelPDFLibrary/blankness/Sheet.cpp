@@ -118,11 +118,12 @@ void Sheet::stroke(double fromX, double fromY, double toX, double toY, double th
 void Sheet::dot(double x, double y, double diameter, const Colour& ink)
 {
     const double radius = diameter * scale_ / 2;
-    // A dot within one pixel darkens it by its area.
-    const double most = std::min(1.0, 3.14159 * radius * radius);
+    // A cone with a base of one pixel around it has a third of the volume of a column: where dots
+    // are smaller than pixels, it is as high as darkens the page by the dot's area.
+    const double most = std::min(1.0, 3 * radius * radius);
     blend(x - diameter, y - diameter, x + diameter, y + diameter, ink, [&](double px, double py) {
         const double away = std::hypot(px - x * scale_, py - y * scale_);
-        return std::min(most, std::max(radius, 0.5) + 0.5 - away);
+        return most < 1 ? most * (1 - away) : std::min(1.0, std::max(radius, 0.5) + 0.5 - away);
     });
 }
 
@@ -158,9 +159,11 @@ void Sheet::text(double x, double y, int characters, double height, const Colour
         }
         stroke(left, y, left + random.between(0, 0.3) * wide, y + height, thickness, ink);
         for (int more = random.whole(1, 2); more > 0; --more) {
-            stroke(left + random.between(0, 0.4) * wide, y + random.between(0, 1) * height,
-                   left + random.between(0.6, 1) * wide, y + random.between(0, 1) * height,
-                   thickness, ink);
+            const double fromX = left + random.between(0, 0.4) * wide;
+            const double fromY = y + random.between(0, 1) * height;
+            const double toX = left + random.between(0.6, 1) * wide;
+            const double toY = y + random.between(0, 1) * height;
+            stroke(fromX, fromY, toX, toY, thickness, ink);
         }
     }
 }
@@ -183,8 +186,9 @@ void Sheet::specks(int count, double largest, Random& random)
 {
     for (int i = 0; i < count; ++i) {
         const double dark = random.between(0, 120);
-        dot(random.between(0, width_), random.between(0, height_), random.between(0.03, largest),
-            {dark, dark, dark});
+        const double x = random.between(0, width_);
+        const double y = random.between(0, height_);
+        dot(x, y, random.between(0.03, largest), {dark, dark, dark});
     }
 }
 

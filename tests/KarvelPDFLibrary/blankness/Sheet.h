@@ -7,7 +7,8 @@
 
 namespace labelled {
 
-/// Numbers that look random and depend on nothing but the seed.
+/// Numbers that look random and depend on nothing but the seed. As compilers evaluate arguments of
+/// a call and operands in any order, each is drawn in a statement or between braces.
 class Random {
 public:
     explicit Random(std::uint64_t seed) : state_(seed * 2 + 1) { next(); }
