@@ -88,6 +88,9 @@ std::size_t addHexadecimal(std::string_view content, std::size_t at, std::string
             half = digit;
         }
     }
+    if (half >= 0) { // a last digit that is missing is 0 (ISO 32000-2, 7.3.4.3)
+        all += static_cast<char>(half * 16);
+    }
     return at;
 }
 
@@ -161,7 +164,9 @@ std::string stringsIn(std::string_view content)
     for (std::size_t at = 0; at < content.size(); ++at) {
         if (content[at] == '(') {
             at = addLiteral(content, at, all);
-        } else if (content[at] == '<' && at + 1 < content.size() && content[at + 1] != '<') {
+        } else if (content.compare(at, 2, "<<") == 0) {
+            ++at; // a dictionary
+        } else if (content[at] == '<') {
             at = addHexadecimal(content, at, all);
         }
     }
