@@ -109,8 +109,14 @@ std::optional<Error> runGroup(RunGroup& group, const Installation& installation,
     }
     feed.begin({VANTORA_VERSION, stepsDigest(sequence->steps()), stepsJson(sequence->steps()),
                 nanosecondsNow()});
-    // A run that is killed leaves nothing replaced that nobody knows of.
-    group.batch.settings.reportFirst = feed.hasReport();
+    // A run that is killed leaves nothing replaced that nobody knows of; new files need no wait for
+    // the disk.
+    const auto& targets = group.batch.targets;
+    group.batch.settings.reportFirst =
+        feed.hasReport() &&
+        std::any_of(targets.begin(), targets.end(), [](const Result<Target>& target) {
+            return target && (target->inPlace || target->replaced);
+        });
     makeFolders(group.batch.inputs, group.batch.targets);
     removeAbandonedFiles(group.batch.targets);
     const auto result =
