@@ -51,9 +51,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(again && answerMessage(*again) == text, "an answer that was read is read again");
     }
     if (const auto survey = pageSurveyOf(line)) {
-        const std::string text = toJson(*survey, WithPictures::Yes);
+        const std::string text = toJson(*survey, Extent::Whole);
         const auto again = pageSurveyOf(text);
-        require(again && toJson(*again, WithPictures::Yes) == text,
+        require(again && toJson(*again, Extent::Whole) == text,
                 "a survey that was read is read again");
     }
     if (const auto ranges = documentRangesOf(line)) {
