@@ -169,7 +169,7 @@ private:
                                static_cast<std::uint32_t>(node.position), 0});
             noteLost(number);
         }
-        pages_.entries.insert(pages_.entries.begin() + first - 1, entries.begin(), entries.end());
+        pages_.entries.insert(pages_.entries.begin() + (first - 1), entries.begin(), entries.end());
         std::sort(doubts.lost.begin(), doubts.lost.end());
     }
 
