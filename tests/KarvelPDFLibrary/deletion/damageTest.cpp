@@ -315,11 +315,19 @@ TEST(Salvage, KeepsContentThatBreaksOffAsItIs)
 
 TEST(AnUnreadablePageThatGoes, MayBeOneToWhichAGarbledReferenceLed)
 {
-    const Sketch sketch = {
-        {"", "", ""}, "", {}, "/Type /Pages /Count 4 /Kids [@p1 12 0 S @p2 @p3]"};
-    const auto saved = withoutPages(sketch.built(), {2});
-    ASSERT_TRUE(saved.has_value()) << saved.error().text;
-    EXPECT_EQ(support::pageTexts(*saved), support::pagesNamed({1, 2, 3}));
+    const std::pair<Sketch, int> rows[] = {
+        {{{"", "", ""}, "", {}, "/Type /Pages /Count 4 /Kids [@p1 12 0 S @p2 @p3]"}, 2},
+        {{{"", "", ""},
+          "",
+          {{"node", "<< /Type /Pages /Count 1 /Kids [12 0 S] >>"}},
+          "/Type /Pages /Count 4 /Kids [@node @p1 @p2 @p3]"},
+         1},
+    };
+    for (const auto& [sketch, removed] : rows) {
+        const auto saved = withoutPages(sketch.built(), {removed});
+        ASSERT_TRUE(saved.has_value()) << saved.error().text;
+        EXPECT_EQ(support::pageTexts(*saved), support::pagesNamed({1, 2, 3})) << removed;
+    }
 }
 
 TEST(Salvage, DoesWhereAnotherPageMayBeMeantAsTheDocumentCounts)
