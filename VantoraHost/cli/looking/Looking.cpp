@@ -56,13 +56,11 @@ Result<Looking> Looking::prepare(const LookOptions& options, const Installation&
 
 bool Looking::atEach(const Look& look, const Take& take) const
 {
-    return atEach(
-        {[&](const std::string& input, std::size_t) { return look(input); },
-         [](const std::string&, const std::string&, std::size_t) { return std::size_t{0}; },
-         [&](const std::string& input, Result<std::vector<std::string>> found) {
-             take(input, std::move(found).map(
-                             [](std::vector<std::string> parts) { return parts.front(); }));
-         }});
+    return atEach({[&](const std::string& input, std::size_t) { return look(input); },
+                   {},
+                   [&](const std::string& input, PieceAnswers found) {
+                       take(input, onlyAnswer(std::move(found)));
+                   }});
 }
 
 bool Looking::atEach(const Sharing& sharing) const
@@ -88,24 +86,25 @@ std::string Looking::lookAt(const Sharing& sharing, const std::string& input,
 
 bool Looking::inProcesses(const Sharing& sharing) const
 {
-    const std::size_t atOnce = options_.workers.jobs.value_or(
+    const std::size_t most = options_.workers.jobs.value_or(
         std::max<std::size_t>(1, std::thread::hardware_concurrency()));
+    const std::size_t atOnce = sharing.furtherParts ? most : std::min(inputs_.size(), most);
     ConfinedWork calls;
     calls.count = inputs_.size();
     calls.limits = [&](std::size_t i) {
-        CallLimits limits;
-        limits.files.readable = programFiles_;
-        limits.files.readable.push_back(inputs_[i].path);
-        limits.memory = options_.workers.memoryLimit.value_or(memoryShare(atOnce));
-        limits.time = std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument));
-        return limits;
+        return limitsToRead(
+            {inputs_[i].path}, programFiles_,
+            options_.workers.memoryLimit.value_or(memoryShare(atOnce)),
+            std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument)));
     };
     calls.work = [&](std::size_t i, std::size_t part) {
         return lookAt(sharing, inputs_[i].path, part);
     };
-    calls.furtherParts = [&](std::size_t i, const std::string& first) {
-        return sharing.furtherParts(inputs_[i].path, first, atOnce);
-    };
+    if (sharing.furtherParts) {
+        calls.furtherParts = [&](std::size_t i, const std::string& first) {
+            return sharing.furtherParts(inputs_[i].path, first, atOnce);
+        };
+    }
     return callEachConfined(calls, atOnce, streams_.interrupted,
                             [&](std::size_t i, PieceAnswers found) {
                                 sharing.take(inputs_[i].path, std::move(found));

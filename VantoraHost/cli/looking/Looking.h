@@ -44,7 +44,8 @@ public:
     struct Sharing {
         std::function<std::string(const std::string& input, std::size_t part)> look;
 
-        /// How many parts follow the first one, in which this was found, for so many processes.
+        /// How many parts follow the first one, in which this was found, for so many processes;
+        /// where there are never any, nothing.
         std::function<std::size_t(const std::string& input, const std::string& first,
                                   std::size_t processes)>
             furtherParts;

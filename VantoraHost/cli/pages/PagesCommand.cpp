@@ -45,16 +45,20 @@ public:
     /// Returns false when the person doesn't want to wait any longer.
     bool run()
     {
-        return looking_.atEach(
-            {[&](const std::string& input, std::size_t part) {
-                 return json(input, look(input, part), Extent::Whole);
-             },
-             [&](const std::string& input, const std::string& first, std::size_t processes) {
-                 return isShared_ ? shares_.furtherParts(input, first, processes) : 0;
-             },
-             [&](const std::string& input, Result<std::vector<std::string>> found) {
-                 take(input, std::move(found).and_then(SurveyShares::join));
-             }});
+        Looking::Sharing sharing;
+        sharing.look = [&](const std::string& input, std::size_t part) {
+            return json(input, look(input, part), Extent::Whole);
+        };
+        if (isShared_) {
+            sharing.furtherParts = [&](const std::string& input, const std::string& first,
+                                       std::size_t processes) {
+                return shares_.furtherParts(input, first, processes);
+            };
+        }
+        sharing.take = [&](const std::string& input, Result<std::vector<std::string>> found) {
+            take(input, std::move(found).and_then(SurveyShares::join));
+        };
+        return looking_.atEach(sharing);
     }
 
     /// Writes the files that are asked for, and says how much was found.

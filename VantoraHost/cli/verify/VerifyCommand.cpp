@@ -121,20 +121,16 @@ private:
         ConfinedWork calls;
         calls.count = removals_.size();
         calls.limits = [&](std::size_t i) {
-            CallLimits limits;
-            limits.files.readable = programFiles;
-            limits.files.readable.push_back(removals_[i].before);
-            limits.files.readable.push_back(removals_[i].after);
-            limits.memory = options_.workers.memoryLimit.value_or(memoryShare(atOnce));
-            limits.time =
-                std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument));
-            return limits;
+            return limitsToRead(
+                {removals_[i].before, removals_[i].after}, programFiles,
+                options_.workers.memoryLimit.value_or(memoryShare(atOnce)),
+                std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument)));
         };
         calls.work = [&](std::size_t i, std::size_t) { return lineAbout(removals_[i]); };
-        return callEachConfined(
-            calls, atOnce, streams_.interrupted, [&](std::size_t i, PieceAnswers lines) {
-                take(removals_[i], lines.map([](const auto& parts) { return parts.front(); }));
-            });
+        return callEachConfined(calls, atOnce, streams_.interrupted,
+                                [&](std::size_t i, PieceAnswers lines) {
+                                    take(removals_[i], onlyAnswer(std::move(lines)));
+                                });
     }
 
     std::string lineAbout(const RemovalToVerify& removal) const

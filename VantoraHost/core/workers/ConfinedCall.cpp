@@ -274,6 +274,21 @@ private:
 
 } // namespace
 
+CallLimits limitsToRead(const std::vector<std::string>& documents,
+                        const std::vector<std::string>& programFiles, std::uint64_t memory,
+                        std::chrono::seconds time)
+{
+    CallLimits limits{{programFiles, {}}, memory, time};
+    limits.files.readable.insert(limits.files.readable.end(), documents.begin(), documents.end());
+    return limits;
+}
+
+Result<std::string> onlyAnswer(PieceAnswers answers)
+{
+    return std::move(answers).map(
+        [](std::vector<std::string> parts) { return std::move(parts.front()); });
+}
+
 bool callEachConfined(const ConfinedWork& calls, std::size_t atOnce,
                       const std::function<bool()>& cancelled,
                       const std::function<void(std::size_t, PieceAnswers)>& receive)
@@ -317,8 +332,7 @@ Result<std::string> callConfined(const CallLimits& limits, const std::function<b
     calls.limits = [&](std::size_t) { return limits; };
     calls.work = [&](std::size_t, std::size_t) { return work(); };
     callEachConfined(calls, 1, cancelled, [&](std::size_t, PieceAnswers given) {
-        answer = std::move(given).map(
-            [](std::vector<std::string> answers) { return std::move(answers.front()); });
+        answer = onlyAnswer(std::move(given));
     });
     return answer;
 }

@@ -19,6 +19,11 @@ struct CallLimits {
     std::chrono::seconds time{0}; ///< 0 for no limit
 };
 
+/// What a call may use that only reads these documents.
+CallLimits limitsToRead(const std::vector<std::string>& documents,
+                        const std::vector<std::string>& programFiles, std::uint64_t memory,
+                        std::chrono::seconds time);
+
 /// Does `work` in a confined copy of this process and returns the text that it returned there. The
 /// errors are that the copy couldn't be started, that it crashed, that it took too long, that it
 /// needed more memory (as far as it throws std::bad_alloc), and that `cancelled` said so, which is
@@ -39,6 +44,9 @@ struct ConfinedWork {
 
 /// The answers of all parts of a piece in their order, or the error of one that failed.
 using PieceAnswers = Result<std::vector<std::string>>;
+
+/// The answer of a piece that has no further parts.
+Result<std::string> onlyAnswer(PieceAnswers answers);
 
 /// Does each part as callConfined does, up to `atOnce` at a time, and hands the pieces over in
 /// their order, as they come; a piece is given up over the first part of it that fails. Returns

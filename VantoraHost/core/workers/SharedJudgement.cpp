@@ -46,13 +46,9 @@ std::vector<JudgedDocument> judgeTogether(const ChoiceSet& choices, const Batch&
     SurveyShares shares;
     ConfinedWork calls;
     calls.count = inputs.size();
+    const std::vector<std::string> always = programFiles({judges.library.parent_path()});
     calls.limits = [&](std::size_t i) {
-        CallLimits limits;
-        limits.files.readable = programFiles({judges.library.parent_path()});
-        limits.files.readable.push_back(inputs[i]);
-        limits.memory = judges.memory;
-        limits.time = judges.time;
-        return limits;
+        return limitsToRead({inputs[i]}, always, judges.memory, judges.time);
     };
     calls.work = [&](std::size_t i, std::size_t part) {
         SurveyRequest request = {choices, batch.settings.passwords};
