@@ -1,6 +1,7 @@
 #include "VantoraHost/core/FileIdentity.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace vantora {
 
@@ -48,6 +49,14 @@ bool isThere(const std::string& path)
 {
     struct stat status = {};
     return ::lstat(path.c_str(), &status) == 0;
+}
+
+bool isPrivateFolder(const std::string& path)
+{
+    constexpr mode_t ofOthers = S_IRWXG | S_IRWXO;
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
+           status.st_uid == ::geteuid() && (status.st_mode & ofOthers) == 0;
 }
 
 std::optional<FileIdentity> identityOf(int descriptor)

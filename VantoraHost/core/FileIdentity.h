@@ -36,6 +36,9 @@ bool isSameFile(const std::string& one, const std::string& other);
 /// Whether a path names anything, if only a link to nothing.
 bool isThere(const std::string& path);
 
+/// Whether a path is a folder, and no link to one, that only this user may enter.
+bool isPrivateFolder(const std::string& path);
+
 /// An open file.
 std::optional<FileIdentity> identityOf(int descriptor);
 

@@ -1,5 +1,6 @@
 #include "VantoraHost/desktop/run/PastRuns.h"
 
+#include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtCore/QDir>
@@ -50,12 +51,10 @@ Outcome PastRuns::makeFolder() const
     if (::mkdir(folder_.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
         return fail(Reason::OutputNotWritable, folder_, systemMessage(errno));
     }
-    struct stat status = {};
-    const bool isOurs = ::lstat(folder_.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
-                        status.st_uid == ::geteuid() && (status.st_mode & (S_IRWXG | S_IRWXO)) == 0;
-    return isOurs ? Outcome()
-                  : fail(Reason::OutputNotWritable, folder_,
-                         "is not a folder of yours that nobody else may look into");
+    return isPrivateFolder(folder_)
+               ? Outcome()
+               : fail(Reason::OutputNotWritable, folder_,
+                      "is not a folder of yours that nobody else may look into");
 }
 
 std::vector<PastRun> PastRuns::list() const

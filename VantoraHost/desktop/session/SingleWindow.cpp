@@ -1,5 +1,7 @@
 #include "VantoraHost/desktop/session/SingleWindow.h"
 
+#include "VantoraHost/core/FileIdentity.h"
+
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
@@ -7,9 +9,6 @@
 #include <QtCore/QThread>
 #include <QtNetwork/QLocalServer>
 #include <QtNetwork/QLocalSocket>
-
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace vantora::desktop {
 
@@ -52,18 +51,11 @@ QStringList filesOf(const QByteArray& message)
     return files;
 }
 
-bool isTheUsersAlone(const QString& folder)
-{
-    struct stat status = {};
-    return ::lstat(QFile::encodeName(folder).constData(), &status) == 0 &&
-           S_ISDIR(status.st_mode) && status.st_uid == ::geteuid() && (status.st_mode & 077) == 0;
-}
-
 } // namespace
 
 SingleWindow::SingleWindow(const QString& folder, const QString& session)
 {
-    if (!folder.isEmpty() && isTheUsersAlone(folder)) {
+    if (!folder.isEmpty() && isPrivateFolder(QFile::encodeName(folder).toStdString())) {
         const QByteArray name =
             QCryptographicHash::hash(session.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
         path_ = folder + "/vantora-desktop-" + QString::fromLatin1(name);

@@ -104,6 +104,17 @@ protected:
         QObject::disconnect(connection);
     }
 
+    /// Pages 1 and 2 of a document of two pages, of which none would be left, and of one of four.
+    void runInPlaceWhereTheFirstFails()
+    {
+        add({write("short.pdf", support::documentOfPages(2)),
+             write("long.pdf", support::documentOfPages(4))});
+        bench().markForAll("1-2");
+        choose("placeCombo", 2); // in place
+        waitForPlan("4 ");
+        waitForRun();
+    }
+
     int pagesOf(const std::string& name) const
     {
         const std::string path = scratch.path(name);

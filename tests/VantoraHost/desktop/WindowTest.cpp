@@ -151,12 +151,7 @@ TEST_F(Window, ReadsADocumentAnewThatHasChangedAndNeverRunsItAsItWas)
 
 TEST_F(Window, SaysWhatToDoAboutAFailureAndRetriesIt)
 {
-    add({write("short.pdf", support::documentOfPages(2)),
-         write("long.pdf", support::documentOfPages(4))});
-    bench().markForAll("1-2");
-    choose("placeCombo", 2); // in place
-    waitForPlan("4 ");
-    waitForRun();
+    runInPlaceWhereTheFirstFails();
     EXPECT_EQ(stateOf(0), DocumentState::Failed) << "no page would be left of it";
     EXPECT_EQ(bench().results.failed().size(), 1U);
     wait([&] { return stateOf(1) == DocumentState::Done; });

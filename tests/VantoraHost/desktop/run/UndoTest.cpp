@@ -169,12 +169,7 @@ TEST_F(UndoInWindow, WorksAfterARestartFromTheListOfPastRuns)
 
 TEST_F(UndoInWindow, OfARunThatWasGoneOnWithUndoesAllOfIt)
 {
-    add({write("short.pdf", support::documentOfPages(2)),
-         write("long.pdf", support::documentOfPages(4))});
-    bench().markForAll("1-2");
-    choose("placeCombo", 2); // in place
-    waitForPlan("4 ");
-    waitForRun();
+    runInPlaceWhereTheFirstFails();
     EXPECT_EQ(bench().results.failed().size(), 1U);
     bench().undo.undo();
     bench().markForAll("2");
