@@ -163,6 +163,12 @@ std::vector<int> Removal::formerReferrersOf(int object)
     return {range.begin(), range.end()};
 }
 
+std::size_t Removal::formerReferrerCount(int object)
+{
+    const ObjectView::Numbers range = referrers().of(object);
+    return static_cast<std::size_t>(range.end() - range.begin());
+}
+
 std::vector<QPDFObjectHandle> Removal::referrersOf(int object)
 {
     std::vector<QPDFObjectHandle> found;

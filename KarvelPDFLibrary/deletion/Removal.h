@@ -139,6 +139,9 @@ public:
     /// The numbers of all objects that referred to an object when the removal began, gone or not.
     std::vector<int> formerReferrersOf(int object);
 
+    /// How often the objects referred to an object when the removal began.
+    std::size_t formerReferrerCount(int object);
+
     /// The numbers of the objects, not gone themselves, that refer to removed pages, each once.
     /// Page tree nodes and plain links are left out.
     std::vector<int> pageReferrers();

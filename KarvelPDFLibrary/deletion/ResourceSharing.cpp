@@ -56,6 +56,11 @@ bool isTreeNode(QPDFObjectHandle object)
            (object.isDictionary() && object.hasKey("/Kids") && object.hasKey("/Count"));
 }
 
+QPDFObjectHandle dictionaryOf(QPDFObjectHandle object)
+{
+    return object.isStream() ? object.getDict() : object;
+}
+
 QPDFObjectHandle valuesOf(QPDFObjectHandle dictionary)
 {
     QPDFObjectHandle values = QPDFObjectHandle::newArray();
@@ -91,30 +96,26 @@ bool ResourceSharing::isDrawn(const std::string& category, QPDFObjectHandle entr
     return category != "/ColorSpace";
 }
 
-bool ResourceSharing::mayBeShared(int object)
+bool ResourceSharing::mayShare(int object)
 {
-    return !removal_.isHeldByGoneOnly(object);
-}
-
-bool ResourceSharing::mayShare(const PageEntry& page)
-{
-    if (!removal_.mayHave(page.object, index::HasResources)) {
-        return true; // it inherits them
+    if (!removal_.mayHave(object, index::HasResources)) {
+        return removal_.isRemovedPage(object); // which inherits them
     }
-    const auto references = removal_.indexedReferencesOf(page.object);
+    const auto references = removal_.indexedReferencesOf(object);
     if (!references) {
-        return true;
+        // What goes and was changed before was so to be taken out of some order: it draws nothing.
+        return removal_.isRemovedPage(object) || removal_.document().index() == nullptr;
     }
-    if (removal_.mayHave(page.object, index::HasOwnResources)) {
+    if (removal_.mayHave(object, index::HasOwnResources)) {
         return false;
     }
     // Its resources are among the objects that it refers to.
-    return std::any_of(references->begin(), references->end(), [this](std::uint32_t target) {
-        const auto object = static_cast<int>(target);
-        const bool dictionary = object != 0 && removal_.mayHave(object, index::IsDictionary) &&
-                                !removal_.isTreeNode(object);
+    return std::any_of(references->begin(), references->end(), [this](std::uint32_t reference) {
+        const auto target = static_cast<int>(reference);
+        const bool dictionary = target != 0 && removal_.mayHave(target, index::IsDictionary) &&
+                                !removal_.isTreeNode(target);
         return dictionary &&
-               (mayBeShared(object) || removal_.mayHave(object, index::HasLinkedCategory));
+               (mayBeShared(target) || removal_.mayHave(target, index::HasLinkedCategory));
     });
 }
 
@@ -130,15 +131,44 @@ ResourceUser ResourceSharing::userOf(const PageEntry& page)
     return user;
 }
 
+std::optional<ResourceUser> ResourceSharing::userIn(QPDFObjectHandle object)
+{
+    QPDFObjectHandle dictionary = dictionaryOf(object);
+    if (!dictionary.isDictionary() || !dictionary.getKey("/Resources").isDictionary()) {
+        return std::nullopt;
+    }
+    ResourceUser user = {object, object, dictionary.getKey("/Resources")};
+    if (object.isStream()) {
+        return user;
+    }
+    if (object.getKey("/CharProcs").isDictionary()) {
+        user.content = valuesOf(object.getKey("/CharProcs"));
+        return user;
+    }
+    user.content = object.getKey("/Contents");
+    return removal_.isPage(object.getObjectID()) ? std::optional(user) : std::nullopt;
+}
+
 std::vector<ResourceCategory> ResourceSharing::sharedBy(const PageEntry& page)
 {
-    std::vector<ResourceCategory> shared;
     const ResourceUser user = userOf(page);
-    QPDFObjectHandle resources = user.resources;
+    const bool inherited = QPDFObjectHandle(user.object).getKey("/Resources").isNull();
+    return sharedBy(user.resources, inherited ? &page : nullptr);
+}
+
+std::vector<ResourceCategory> ResourceSharing::sharedBy(const ResourceUser& user)
+{
+    return sharedBy(user.resources, nullptr);
+}
+
+/// `heir` is the page that inherits the resources, null when they aren't inherited.
+std::vector<ResourceCategory> ResourceSharing::sharedBy(QPDFObjectHandle resources,
+                                                        const PageEntry* heir)
+{
+    std::vector<ResourceCategory> shared;
     if (!resources.isDictionary()) {
         return shared;
     }
-    const bool inherited = QPDFObjectHandle(user.object).getKey("/Resources").isNull();
     for (const char* name : index::resourceCategories) {
         ResourceCategory category;
         category.name = name;
@@ -150,13 +180,13 @@ std::vector<ResourceCategory> ResourceSharing::sharedBy(const PageEntry& page)
             category.owner = category.dictionary;
         } else if (resources.isIndirect()) {
             category.owner = resources;
-        } else if (inherited) {
-            category.owner = removal_.document().inheritedFrom(page, "/Resources");
+        } else if (heir != nullptr) {
+            category.owner = removal_.document().inheritedFrom(*heir, "/Resources");
         } else {
-            continue; // it goes with the page
+            continue; // it goes with its only user
         }
         category.place = category.owner.isIndirect() ? category.owner.getObjectID()
-                                                     : placeOfInherited(page, resources);
+                                                     : placeOfInherited(*heir, resources);
         if ((category.place < 0 || mayBeShared(category.place)) && matters(category)) {
             shared.push_back(category);
         }
@@ -219,14 +249,13 @@ const std::vector<int>& ResourceSharing::inheritingFrom(int place)
     return inheriting_[place];
 }
 
-std::vector<ResourceUser> ResourceSharing::someUsersOf(const ResourceCategory& category,
-                                                       const PageEntry& page)
+std::vector<ResourceUser> ResourceSharing::someUsersOf(const ResourceCategory& category, int near)
 {
     Document& document = removal_.document();
     std::set<int> numbers;
     for (int step = 1; step <= neighbours; ++step) {
-        numbers.insert(removal_.presentNumberOf(page.original + step));
-        numbers.insert(removal_.presentNumberOf(std::max(page.original - step, 1)));
+        numbers.insert(removal_.presentNumberOf(near + step));
+        numbers.insert(removal_.presentNumberOf(std::max(near - step, 1)));
     }
     for (int part = 0; part < samples; ++part) {
         numbers.insert(1 + static_cast<int>((document.pageCount() - 1LL) * part / (samples - 1)));
@@ -257,7 +286,11 @@ public:
     std::optional<std::vector<ResourceUser>> run()
     {
         addInheriting(category_.place);
-        if (category_.owner.isIndirect() && !isTreeNode(category_.owner)) {
+        if (standsInUser()) {
+            if (!add(category_.owner, category_.owner)) {
+                return std::nullopt;
+            }
+        } else if (category_.owner.isIndirect() && !isTreeNode(category_.owner)) {
             open_.push_back(category_.owner);
         }
         while (!open_.empty()) {
@@ -267,7 +300,7 @@ public:
                 continue;
             }
             for (const QPDFObjectHandle& referrer : removal_.referrersOf(at.getObjectID())) {
-                if (!add(referrer, at)) {
+                if (!sharing_.dependents_.has(referrer.getObjectID()) && !add(referrer, at)) {
                     return std::nullopt;
                 }
             }
@@ -282,6 +315,16 @@ public:
     }
 
 private:
+    /// Whether the category stands in the resources of a single user, which are its own.
+    bool standsInUser() const
+    {
+        QPDFObjectHandle holder = dictionaryOf(category_.owner);
+        QPDFObjectHandle resources =
+            holder.isDictionary() ? holder.getKey("/Resources") : QPDFObjectHandle::newNull();
+        return resources.isDictionary() && !resources.isIndirect() && !isTreeNode(holder) &&
+               resources.getKey(category_.name).isSameObjectAs(category_.dictionary);
+    }
+
     void addInheriting(int place)
     {
         for (const int number : sharing_.inheritingFrom(place)) {
@@ -342,6 +385,78 @@ private:
 std::optional<std::vector<ResourceUser>> ResourceSharing::usersOf(const ResourceCategory& category)
 {
     return Climb(*this, category).run();
+}
+
+std::vector<ResourceListing> ResourceSharing::listings(int object, int listed)
+{
+    const Lists& lists = listsIn(object);
+    const auto [first, last] =
+        std::equal_range(lists.entries.begin(), lists.entries.end(), Lists::Entry{listed, 0, {}});
+    std::vector<ResourceListing> found;
+    for (auto entry = first; entry != last; ++entry) {
+        found.push_back({lists.categories[entry->category], entry->name});
+    }
+    return found;
+}
+
+const ResourceSharing::Lists& ResourceSharing::listsIn(int object)
+{
+    const auto [known, isNew] = lists_.try_emplace(object);
+    Lists& lists = known->second;
+    const QPDFObjectHandle owner = removal_.object(object);
+    QPDFObjectHandle holder = dictionaryOf(owner);
+    if (!isNew || !holder.isDictionary()) {
+        return lists;
+    }
+    QPDFObjectHandle own = holder.getKey("/Resources");
+    for (const char* name : index::resourceCategories) {
+        if (own.isDictionary() && !own.isIndirect() && !own.getKey(name).isIndirect()) {
+            lists.add({name, own.getKey(name), owner, object});
+        }
+        if (!holder.getKey(name).isIndirect()) {
+            lists.add({name, holder.getKey(name), owner, object});
+        }
+    }
+    if (lists.categories.empty()) {
+        for (const char* name : categoriesOf(object)) {
+            lists.add({name, holder, owner, object});
+        }
+    }
+    std::sort(lists.entries.begin(), lists.entries.end());
+    return lists;
+}
+
+void ResourceSharing::Lists::add(const ResourceCategory& category)
+{
+    if (!QPDFObjectHandle(category.dictionary).isDictionary()) {
+        return;
+    }
+    for (auto& [name, value] : QPDFObjectHandle(category.dictionary).getDictAsMap()) {
+        if (value.isIndirect()) {
+            entries.push_back({value.getObjectID(), categories.size(), name});
+        }
+    }
+    categories.push_back(category);
+}
+
+/// The categories as whose dictionary an object stands in resources.
+std::set<const char*> ResourceSharing::categoriesOf(int object)
+{
+    std::set<const char*> categories;
+    for (const QPDFObjectHandle& referrer : removal_.referrersOf(object)) {
+        QPDFObjectHandle holder = dictionaryOf(referrer);
+        if (!holder.isDictionary()) {
+            continue;
+        }
+        for (QPDFObjectHandle resources : {holder.getKey("/Resources"), holder}) {
+            for (const char* name : index::resourceCategories) {
+                if (resources.isDictionary() && resources.getKey(name).getObjectID() == object) {
+                    categories.insert(name);
+                }
+            }
+        }
+    }
+    return categories;
 }
 
 QPDFObjectHandle ResourceSharing::appearancesOn(QPDFObjectHandle page)

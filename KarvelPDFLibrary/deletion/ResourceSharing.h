@@ -1,8 +1,9 @@
 #pragma once
 
-#include "KarvelPDFLibrary/deletion/Removal.h"
+#include "KarvelPDFLibrary/deletion/Dependents.h"
 
 #include <map>
+#include <set>
 
 namespace karvel::deletion {
 
@@ -18,6 +19,12 @@ struct ResourceCategory {
     int place = 0;
 };
 
+/// An entry of a category.
+struct ResourceListing {
+    ResourceCategory category;
+    std::string name; // "/Im1"
+};
+
 /// Something that draws with resources: a page, a stream with resources of its own, or a font whose
 /// glyphs are drawn.
 struct ResourceUser {
@@ -26,30 +33,45 @@ struct ResourceUser {
     QPDFObjectHandle resources;
 };
 
-/// Finds who shares resources with removed pages (ISO 32000-2, 7.8.3): the same dictionary, the
-/// same dictionary of a category, or what is inherited from the page tree.
+/// Finds who shares resources with what goes (ISO 32000-2, 7.8.3): the same dictionary, the same
+/// dictionary of a category, or what is inherited from the page tree.
 class ResourceSharing {
 public:
-    explicit ResourceSharing(Removal& removal) : removal_(removal) {}
+    ResourceSharing(Removal& removal, const Dependents& dependents)
+        : removal_(removal), dependents_(dependents)
+    {
+    }
 
-    /// Whether a removed page may share resources, as far as is known without building it. Most
-    /// pages don't.
-    bool mayShare(const PageEntry& page);
+    /// Whether a page or stream that goes may share resources, as far as is known without building
+    /// it. Most don't.
+    bool mayShare(int object);
 
     /// The categories of a removed page's resources that something else may use too and whose
     /// entries have content of their own.
     std::vector<ResourceCategory> sharedBy(const PageEntry& page);
 
+    /// The same for what else draws.
+    std::vector<ResourceCategory> sharedBy(const ResourceUser& user);
+
     /// A removed page.
     ResourceUser userOf(const PageEntry& page);
 
-    /// Some of the remaining pages that use a category of a removed page, found without looking for
-    /// all who do: those next to it and some from all over the document.
-    std::vector<ResourceUser> someUsersOf(const ResourceCategory& category, const PageEntry& page);
+    /// A page, stream or font with resources of its own; nothing for other objects.
+    std::optional<ResourceUser> userIn(QPDFObjectHandle object);
 
-    /// Who uses a category, removed pages left out, and so streams that can only be reached through
-    /// the category itself. Nothing when it cannot be told.
+    /// Some of the remaining pages that use a category, found without looking for all who do: those
+    /// next to where the page with the former number `near` was, and some from all over the
+    /// document.
+    std::vector<ResourceUser> someUsersOf(const ResourceCategory& category, int near);
+
+    /// Who uses a category, what goes left out, and so streams that can only be reached through the
+    /// category itself. Nothing when it cannot be told.
     std::optional<std::vector<ResourceUser>> usersOf(const ResourceCategory& category);
+
+    /// Where an object lists another among resources: its own, those of a resource dictionary that
+    /// it is, or in itself where it is a category's dictionary. As things are when it is first
+    /// asked about.
+    std::vector<ResourceListing> listings(int object, int listed);
 
     /// Whether an entry tells anything of the pages that use it: all but the fonts that every
     /// reader has, the names of colour spaces, and what is nothing but settings.
@@ -65,17 +87,35 @@ public:
 private:
     class Climb;
 
-    bool mayBeShared(int object);
+    bool mayBeShared(int object) { return !dependents_.goes(object); }
+    std::vector<ResourceCategory> sharedBy(QPDFObjectHandle resources, const PageEntry* heir);
+
+    /// The objects that an object lists.
+    struct Lists {
+        struct Entry {
+            int object;
+            std::size_t category; // of categories
+            std::string name;
+            bool operator<(const Entry& other) const { return object < other.object; }
+        };
+        std::vector<ResourceCategory> categories;
+        std::vector<Entry> entries; // by object
+        void add(const ResourceCategory& category);
+    };
+    const Lists& listsIn(int object);
+    std::set<const char*> categoriesOf(int object);
     bool matters(const ResourceCategory& category);
     int placeOfInherited(const PageEntry& page, const QPDFObjectHandle& resources);
     const std::vector<int>& inheritingFrom(int place);
 
     Removal& removal_;
+    const Dependents& dependents_;
     std::map<std::pair<int, std::string>, bool> matters_;
     std::unordered_map<std::uint32_t, int> inheritedPlaces_; // by set of inherited attributes
     std::vector<QPDFObjectHandle> unowned_;                  // resources whose places are below 0
     std::map<int, std::vector<int>> inheriting_;             // numbers of remaining pages by place
     bool knowsInheriting_ = false;
+    std::unordered_map<int, Lists> lists_; // by object
 };
 
 } // namespace karvel::deletion

@@ -1,5 +1,5 @@
 #include "KarvelPDFLibrary/deletion/ContentNames.h"
-#include "KarvelPDFLibrary/deletion/ResourceSharing.h"
+#include "KarvelPDFLibrary/deletion/ListedResources.h"
 #include "KarvelPDFLibrary/deletion/modules.h"
 
 #include <algorithm>
@@ -10,13 +10,23 @@ namespace {
 
 class ResourceRemover {
 public:
-    explicit ResourceRemover(Removal& removal) : removal_(removal), sharing_(removal) {}
+    explicit ResourceRemover(Removal& removal)
+        : removal_(removal), dependents_(removal), sharing_(removal, dependents_)
+    {
+    }
 
     void run()
     {
         for (const PageEntry& page : removal_.document().removedPages()) {
-            if (sharing_.mayShare(page)) {
-                takeCandidatesOf(page);
+            if (sharing_.mayShare(page.object)) {
+                takeCandidatesOf(sharing_.userOf(page), sharing_.sharedBy(page), page.original);
+            }
+        }
+        for (const int object : dependents_.objects()) {
+            if (sharing_.mayShare(object)) {
+                if (const auto user = sharing_.userIn(removal_.object(object))) {
+                    takeCandidatesOf(*user, sharing_.sharedBy(*user), 1);
+                }
             }
         }
         for (auto& [place, shared] : shared_) {
@@ -28,7 +38,9 @@ public:
         for (auto& [place, shared] : shared_) {
             remove(shared);
         }
-        if (unclear_) {
+        ListedResources listed(removal_, dependents_, sharing_, content_);
+        listed.run(std::move(takenOut_));
+        if (unclear_ || listed.isUnclear()) {
             removal_.warn("resources that removed pages share with others were kept, since it "
                           "cannot be told what else uses them");
         }
@@ -58,27 +70,29 @@ private:
         }
     };
 
-    void takeCandidatesOf(const PageEntry& entry)
+    /// What a user that goes draws from what it shares. `near` is the former number of a page where
+    /// others may draw the same.
+    void takeCandidatesOf(const ResourceUser& user, const std::vector<ResourceCategory>& categories,
+                          int near)
     {
-        std::vector<Shared*> ofPage;
-        for (const ResourceCategory& category : sharing_.sharedBy(entry)) {
-            Shared& shared = sharedAs(category, entry);
+        std::vector<Shared*> ofUser;
+        for (const ResourceCategory& category : categories) {
+            Shared& shared = sharedAs(category, near);
             if (!shared.unexplained.empty()) {
-                ofPage.push_back(&shared);
+                ofUser.push_back(&shared);
             }
         }
-        if (ofPage.empty()) {
+        if (ofUser.empty()) {
             return;
         }
-        const ResourceUser page = sharing_.userOf(entry);
         std::set<std::string> names;
-        if (!content_.collect(page.content, page.resources, sharesAnyOf(ofPage), names)) {
-            for (const Shared* shared : ofPage) {
+        if (!content_.collect(user.content, user.resources, sharesAnyOf(ofUser), names)) {
+            for (const Shared* shared : ofUser) {
                 unclear_ = unclear_ || shared->isDrawn;
             }
             return;
         }
-        for (Shared* shared : ofPage) {
+        for (Shared* shared : ofUser) {
             for (const std::string& name : names) {
                 if (shared->unexplained.count(name) > 0) {
                     shared->candidates.insert(name);
@@ -89,7 +103,7 @@ private:
 
     /// What is shared as a category. Most documents use their fonts all over: what a few pages use
     /// that stay needs no further search.
-    Shared& sharedAs(const ResourceCategory& category, const PageEntry& page)
+    Shared& sharedAs(const ResourceCategory& category, int near)
     {
         const auto [entry, isNew] = shared_.try_emplace({category.place, category.name});
         Shared& shared = entry->second;
@@ -108,7 +122,7 @@ private:
         if (shared.unexplained.empty()) {
             return shared;
         }
-        for (const ResourceUser& user : sharing_.someUsersOf(category, page)) {
+        for (const ResourceUser& user : sharing_.someUsersOf(category, near)) {
             std::set<std::string> names;
             if (!shared.unexplained.empty() &&
                 content_.collect(user.content, user.resources, sharesAnyOf({&shared}), names)) {
@@ -188,15 +202,21 @@ private:
             removal_.changes().edit(shared.category.owner);
         }
         for (const std::string& name : shared.candidates) {
+            QPDFObjectHandle value = shared.category.dictionary.getKey(name);
+            if (value.isIndirect()) {
+                takenOut_.push_back(value.getObjectID());
+            }
             shared.category.dictionary.removeKey(name);
         }
     }
 
     Removal& removal_;
+    Dependents dependents_;
     ResourceSharing sharing_;
     ContentNames content_;
     std::map<std::pair<int, std::string>, Shared> shared_; // by place and category
     std::map<int, User> users_;                            // by object number
+    std::vector<int> takenOut_;                            // objects that were listed
     bool unclear_ = false;
 };
 

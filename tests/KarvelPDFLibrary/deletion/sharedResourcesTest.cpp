@@ -244,6 +244,136 @@ TEST(SharedResources, AreLeftToThoseWhoUseThem)
     support::expectFound(cases);
 }
 
+const SketchCase listedCases[] = {
+    {"in a page's own resources, under another name",
+     {{"/Contents @c1 /Resources << /XObject << /A @a >> /Font << /F @f >> >>",
+       "/Contents @c2 /Resources << /XObject << /Other @a /B @b >> /Font << /F @f /G @g >> >>"},
+      "",
+      {{"c1", "|/A Do BT /F 9 Tf ET"},
+       {"c2", "|/B Do /A Do BT /G 9 Tf ET"},
+       form("a", "(SECRET) Tj"),
+       form("b", "(Kept) Tj"),
+       {"f", "<< /Subtype /TrueType /BaseFont /SECRET-F >>"},
+       {"g", "<< /Subtype /TrueType /BaseFont /Kept >>"}}},
+     {{"p1/Resources/XObject/Other", "nothing"},
+      {"p1/Resources/XObject/B", "stream"},
+      {"p1/Resources/Font/F", "nothing"},
+      {"p1/Resources/Font/G/BaseFont", "/Kept"}},
+     {"SECRET"}},
+    {"in dictionaries with numbers, of one page each",
+     {{"/Contents @c1 /Resources << /XObject << /A @a /B @b >> >>",
+       "/Contents @c2 /Resources @res2", "/Contents @c2 /Resources << /XObject @x3 >>"},
+      "",
+      {{"res2", "<< /XObject << /A @a /B @b >> >>"},
+       {"x3", "<< /A @a /B @b >>"},
+       {"c1", "|/A Do /B Do"},
+       {"c2", "|/B Do"},
+       form("a", "(SECRET) Tj"),
+       form("b", "(Kept) Tj")}},
+     {{"p1/Resources/XObject/A", "nothing"},
+      {"p1/Resources/XObject/B", "stream"},
+      {"p2/Resources/XObject/A", "nothing"},
+      {"p2/Resources/XObject/B", "stream"}},
+     {"SECRET"}},
+    {"in what a page inherits",
+     {{"/Contents @c1 /Resources << /XObject << /A @a >> >>", "/Contents @c2"},
+      "",
+      {{"c1", "|/A Do"}, {"c2", "|/B Do"}, form("a", "(SECRET) Tj"), form("b", "(Kept) Tj")},
+      "/Resources << /XObject << /A @a /B @b >> >>"},
+     {{"Root/Pages/Resources/XObject/A", "nothing"}, {"Root/Pages/Resources/XObject/B", "stream"}},
+     {"SECRET"}},
+    {"in a dictionary that a form of each page has",
+     {{"/Contents @c1 /Resources << /XObject << /F @f1 >> >>",
+       "/Contents @c1 /Resources << /XObject << /F @f2 >> >>"},
+      "",
+      {{"res", "<< /XObject << /A @a /B @b >> /Shading << /S << /X (SECRET-S) >> >> >>"},
+       {"c1", "|/F Do"},
+       form("f1", "/A Do /B Do /S sh", "/Resources @res"),
+       form("f2", "/B Do", "/Resources @res"),
+       form("a", "(SECRET) Tj"),
+       form("b", "(Kept) Tj")}},
+     {{"p1/Resources/XObject/F/Resources/XObject/A", "nothing"},
+      {"p1/Resources/XObject/F/Resources/XObject/B", "stream"},
+      {"p1/Resources/XObject/F/Resources/Shading/S", "nothing"}},
+     {"SECRET"}},
+    {"in the resources of a form, an appearance and a drawn font",
+     {{"/Contents @c1 /Resources << /XObject << /A @a >> >>",
+       "/Contents @c2 /Resources << /XObject << /F @f >> /Font << /T @t >> >> /Annots [<< /Type "
+       "/Annot /Subtype /Stamp /Rect [0 0 9 9] /AP << /N @look >> >>]"},
+      "",
+      {{"c1", "|/A Do"},
+       {"c2", "|/F Do BT /T 9 Tf ET"},
+       form("f", "q Q", "/Resources << /XObject << /A @a >> >>"),
+       form("look", "q Q", "/Resources << /XObject << /A @a >> >>"),
+       {"t", "<< /Type /Font /Subtype /Type3 /CharProcs << /a @glyph >> /Resources << /XObject << "
+             "/A @a >> >> >>"},
+       {"glyph", "|(Kept) Tj"},
+       form("a", "(SECRET) Tj")}},
+     {{"p1/Resources/XObject/F/Resources/XObject/A", "nothing"},
+      {"p1/Resources/Font/T/Resources/XObject/A", "nothing"},
+      {"p1/Annots/0/AP/N/Resources/XObject/A", "nothing"}},
+     {"SECRET"}},
+    {"drawn by a form of the removed page, and by one that is listed alone",
+     {{"/Contents @c1 /Resources << /XObject << /F @f >> >>",
+       "/Contents @c2 /Resources << /XObject << /F @f >> >>",
+       "/Contents @c2 /Resources << /XObject << /A @a >> >>"},
+      "",
+      {{"c1", "|/F Do"},
+       {"c2", "|q Q"},
+       form("f", "/A Do", "/Resources << /XObject << /A @a >> >>"),
+       form("a", "(SECRET) Tj")}},
+     {{"p1/Resources/XObject/F", "nothing"}, {"p2/Resources/XObject/A", "nothing"}},
+     {"SECRET"}},
+    {"in a shared dictionary and in another page's own",
+     {{"/Contents @c1 /Resources @res", "/Contents @c2 /Resources @res",
+       "/Contents @c2 /Resources << /XObject << /A @a /B @b >> >>"},
+      "",
+      {{"res", "<< /XObject << /A @a /B @b >> >>"},
+       {"c1", "|/A Do"},
+       {"c2", "|/B Do"},
+       form("a", "(SECRET) Tj"),
+       form("b", "(Kept) Tj")}},
+     {{"p1/Resources/XObject/A", "nothing"}, {"p2/Resources/XObject/A", "nothing"}},
+     {"SECRET"}},
+    {"layer that only the removed page marks content with",
+     {{"/Contents @c1 /Resources << /Properties << /L @layer >> >>",
+       "/Contents @c2 /Resources << /Properties << /L @layer /M @other >> >>"},
+      "/OCProperties << /OCGs [@layer @other] /D << /Order [@layer @other] >> >>",
+      {{"c1", "|/OC /L BDC EMC"},
+       {"c2", "|/OC /M BDC EMC"},
+       {"layer", "<< /Type /OCG /Name (SECRET) >>"},
+       {"other", "<< /Type /OCG /Name (Kept) >>"}}},
+     {{"Root/OCProperties/OCGs", "array 1"}, {"p1/Resources/Properties/L", "nothing"}},
+     {"SECRET"}},
+    {"drawn by one page that stays, and so listed as before",
+     {{"/Contents @c1 /Resources << /XObject << /A @a >> >>",
+       "/Contents @c2 /Resources << /XObject << /A @a >> >>",
+       "/Contents @c1 /Resources << /XObject << /A @a >> >>"},
+      "",
+      {{"c1", "|/A Do"}, {"c2", "|q Q"}, form("a", "(Kept) Tj")}},
+     {{"p1/Resources/XObject/A", "stream"}, {"p2/Resources/XObject/A", "stream"}}},
+    {"not drawn by the removed page either",
+     {{"/Contents @c1 /Resources << /XObject << /A @a >> >>",
+       "/Contents @c1 /Resources << /XObject << /A @a >> >>"},
+      "",
+      {{"c1", "|q Q"}, form("a", "(Kept) Tj")}},
+     {{"p1/Resources/XObject/A", "stream"}}},
+    {"needed for another purpose",
+     {{"/Contents @c1 /Resources << /XObject << /A @a >> >>",
+       "/Contents @c2 /Resources << /XObject << /A @a /B @b >> >>"},
+      "",
+      {{"c1", "|/A Do"},
+       {"c2", "|/B Do"},
+       {"a", "/Type /XObject /Subtype /Image|Kept"},
+       {"b", "/Type /XObject /Subtype /Image /SMask @a|Kept"}}},
+     {{"p1/Resources/XObject/A", "stream"}, {"p1/Resources/XObject/B/SMask", "stream"}}},
+};
+
+TEST(ListedResources, GoWithThePagesThatDrewThem)
+{
+    support::expectFound(listedCases);
+}
+
 /// Two pages that share a dictionary: their content streams, and the catalog's entries.
 struct Unclear {
     const char* name;
@@ -275,6 +405,20 @@ TEST(SharedResources, StayAndEarnAWarningWhereTheirUseIsUnclear)
         EXPECT_EQ(support::valueAt(saved, "p1/Resources/XObject/A"), "stream");
         EXPECT_THAT(document->warnings(), testing::Contains(testing::HasSubstr("were kept")));
     }
+}
+
+TEST(ListedResources, StayAndEarnAWarningWhereWhatListsThemCannotBeRead)
+{
+    const Sketch sketch = {{"/Contents @c1 /Resources << /XObject << /A @a >> >>",
+                            "/Contents @c2 /Resources << /XObject << /A @a >> >>"},
+                           "",
+                           {{"c1", "|/A Do"},
+                            {"c2", "/Filter /FlateDecode|no deflated data"},
+                            form("a", "(Kept) Tj")}};
+    auto document = support::opened(sketch.built());
+    ASSERT_TRUE(karvel::pages::deletePages(*document, {1, 1}).has_value());
+    EXPECT_EQ(support::valueAt(support::savedIn(*document), "p1/Resources/XObject/A"), "stream");
+    EXPECT_THAT(document->warnings(), testing::Contains(testing::HasSubstr("were kept")));
 }
 
 } // namespace
