@@ -24,20 +24,42 @@ bool canBeResource(QPDFObjectHandle object)
 void ListedResources::run(std::vector<int> drawn)
 {
     for (const int object : drawn) {
-        going_.objects.insert(object);
+        going_.drawers.try_emplace(object, 0);
     }
-    for (std::vector<int> open = std::move(drawn); true; open.clear()) {
+    for (std::vector<int> open = std::move(drawn); true; open = withoutTheirDrawer()) {
         const std::vector<int> shared = dependents_.takeShared();
         open.insert(open.end(), shared.begin(), shared.end());
         if (open.empty()) {
             return;
         }
-        for (const int object : open) {
-            if (!dependents_.goes(object) && judged_.insert(object)) {
-                judge(object);
-            }
+        judge(open);
+    }
+}
+
+void ListedResources::judge(const std::vector<int>& objects)
+{
+    for (const int object : objects) {
+        if (!dependents_.goes(object) && judged_.insert(object)) {
+            judge(object);
         }
     }
+}
+
+/// What was left since somebody drew it who has turned out to go as well: to be judged anew.
+std::vector<int> ListedResources::withoutTheirDrawer()
+{
+    std::vector<int> found;
+    for (const auto& [object, drawer] : staying_.drawers) {
+        if (dependents_.has(drawer)) {
+            found.push_back(object);
+            judged_.erase(object);
+        }
+    }
+    if (!found.empty()) {
+        staying_ = {};
+    }
+    std::sort(found.begin(), found.end());
+    return found;
 }
 
 void ListedResources::judge(int object)
@@ -80,7 +102,7 @@ bool ListedResources::needs(int holder, int object)
 bool ListedResources::isDrawnBySome(int object, const std::vector<int>& holders)
 {
     const std::size_t count = std::min(samples, holders.size());
-    for (std::size_t part = 0; part < count && !staying_.objects.has(object); ++part) {
+    for (std::size_t part = 0; part < count && !staying_.has(object); ++part) {
         const int holder = holders[part * holders.size() / count];
         if (sharing_.listings(holder, object).empty() && needs(holder, object)) {
             return true;
@@ -89,14 +111,14 @@ bool ListedResources::isDrawnBySome(int object, const std::vector<int>& holders)
             read(*user, staying_);
         }
     }
-    return staying_.objects.has(object);
+    return staying_.has(object);
 }
 
 bool ListedResources::isDrawnByWhatGoes(int object)
 {
     NumberSet seen;
     std::vector<int> open = {object};
-    while (!open.empty() && !going_.objects.has(object)) {
+    while (!open.empty() && !going_.has(object)) {
         const int at = open.back();
         open.pop_back();
         for (const int number : removal_.formerReferrersOf(at)) {
@@ -111,7 +133,7 @@ bool ListedResources::isDrawnByWhatGoes(int object)
             }
         }
     }
-    return going_.objects.has(object);
+    return going_.has(object);
 }
 
 /// Where an object is listed that nobody draws who stays. Nothing when somebody does or may, or has
@@ -147,7 +169,7 @@ bool ListedResources::isDrawnThrough(const ResourceCategory& category, int objec
         if (!dependents_.has(user.object.getObjectID())) {
             clear = read(user, staying_) && clear;
         }
-        if (staying_.objects.has(object)) {
+        if (staying_.has(object)) {
             return true;
         }
     }
@@ -188,7 +210,7 @@ bool ListedResources::read(const ResourceUser& user, Drawing& drawing)
             // Default colour spaces (ISO 32000-2, 8.6.5.6) are used without being named.
             const bool drawn = names.count(name) > 0 || name.rfind("/Default", 0) == 0;
             if (drawn && value.isIndirect()) {
-                drawing.objects.insert(value.getObjectID());
+                drawing.drawers.try_emplace(value.getObjectID(), user.object.getObjectID());
             }
         }
     }

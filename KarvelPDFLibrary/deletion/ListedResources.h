@@ -5,6 +5,7 @@
 #include "KarvelPDFLibrary/deletion/ResourceSharing.h"
 
 #include <map>
+#include <unordered_map>
 #include <vector>
 
 namespace karvel::deletion {
@@ -23,7 +24,8 @@ public:
     {
     }
 
-    /// `drawn` are objects that are known to be drawn by what goes.
+    /// `drawn` are objects that are known to be drawn by what goes. May be called again when more
+    /// goes.
     void run(std::vector<int> drawn);
 
     /// Whether something was kept since it cannot be told what draws it.
@@ -32,11 +34,14 @@ public:
 private:
     /// What has been read of those who draw.
     struct Drawing {
-        std::map<int, bool> users; // by number: whether they could be read
-        NumberSet objects;         // what they draw
+        std::map<int, bool> users;            // by number: whether they could be read
+        std::unordered_map<int, int> drawers; // by what they draw: one who does
+        bool has(int object) const { return drawers.count(object) > 0; }
     };
 
+    void judge(const std::vector<int>& objects);
     void judge(int object);
+    std::vector<int> withoutTheirDrawer();
     std::vector<int> stayingHolders(int object);
     bool needs(int holder, int object);
     bool isDrawnBySome(int object, const std::vector<int>& holders);

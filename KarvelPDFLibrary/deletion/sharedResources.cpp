@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/deletion/modules.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace karvel::deletion {
 
@@ -11,7 +12,8 @@ namespace {
 class ResourceRemover {
 public:
     explicit ResourceRemover(Removal& removal)
-        : removal_(removal), dependents_(removal), sharing_(removal, dependents_)
+        : removal_(removal), dependents_(removal), sharing_(removal, dependents_),
+          listed_(removal, dependents_, sharing_, content_)
     {
     }
 
@@ -22,25 +24,16 @@ public:
                 takeCandidatesOf(sharing_.userOf(page), sharing_.sharedBy(page), page.original);
             }
         }
-        for (const int object : dependents_.objects()) {
-            if (sharing_.mayShare(object)) {
-                if (const auto user = sharing_.userIn(removal_.object(object))) {
-                    takeCandidatesOf(*user, sharing_.sharedBy(*user), 1);
-                }
+        // Forms that go with the pages may draw with what they share, too, and so may those that
+        // go when nobody lists them any more.
+        std::size_t looked = 0;
+        do {
+            for (const std::size_t all = dependents_.objects().size(); looked < all; ++looked) {
+                takeCandidatesOf(dependents_.objects()[looked]);
             }
-        }
-        for (auto& [place, shared] : shared_) {
-            findUsersOf(shared);
-        }
-        for (const auto& [number, user] : users_) {
-            keepWhatIsUsedBy(user);
-        }
-        for (auto& [place, shared] : shared_) {
-            remove(shared);
-        }
-        ListedResources listed(removal_, dependents_, sharing_, content_);
-        listed.run(std::move(takenOut_));
-        if (unclear_ || listed.isUnclear()) {
+            takeOut();
+        } while (looked < dependents_.objects().size());
+        if (unclear_ || listed_.isUnclear()) {
             removal_.warn("resources that removed pages share with others were kept, since it "
                           "cannot be told what else uses them");
         }
@@ -69,6 +62,31 @@ private:
                                [](const Shared* one) { return !one->candidates.empty(); });
         }
     };
+
+    void takeOut()
+    {
+        for (auto& [place, shared] : shared_) {
+            findUsersOf(shared);
+        }
+        for (const auto& [number, user] : users_) {
+            keepWhatIsUsedBy(user);
+        }
+        for (auto& [place, shared] : shared_) {
+            remove(shared);
+        }
+        shared_.clear();
+        users_.clear();
+        listed_.run(std::exchange(takenOut_, {}));
+    }
+
+    void takeCandidatesOf(int object)
+    {
+        if (sharing_.mayShare(object)) {
+            if (const auto user = sharing_.userIn(removal_.object(object))) {
+                takeCandidatesOf(*user, sharing_.sharedBy(*user), 1);
+            }
+        }
+    }
 
     /// What a user that goes draws from what it shares. `near` is the former number of a page where
     /// others may draw the same.
@@ -214,6 +232,7 @@ private:
     Dependents dependents_;
     ResourceSharing sharing_;
     ContentNames content_;
+    ListedResources listed_;
     std::map<std::pair<int, std::string>, Shared> shared_; // by place and category
     std::map<int, User> users_;                            // by object number
     std::vector<int> takenOut_;                            // objects that were listed
