@@ -10,6 +10,9 @@ constexpr char deletingPages[] = "deleting pages: ";
 /// damage made it unreadable; the page's number and ": " follow.
 constexpr char lostOfPage[] = "lost of page ";
 
+/// What stands there for a page that the saved document doesn't have; more may follow.
+constexpr char pageLeftOut[] = "it cannot be read, and is left out";
+
 /// What a note begins with that names things of the document that may repeat what removed pages
 /// said, such as attachments: nobody but a person can judge. All other warnings tell what was found
 /// to be damaged.

@@ -105,14 +105,20 @@ Outcome OutputFile::setPermissions()
     return fchmod(file_.get(), usualMode() & most_) == 0 ? Outcome() : Outcome(notWritable(errno));
 }
 
-Outcome OutputFile::prepare()
+Outcome OutputFile::flush()
 {
     try {
         sink_.flush();
     } catch (const std::exception& exception) {
         return fail(ErrorCode::FileNotWritable, path_ + ": " + exception.what());
     }
-    return setPermissions();
+    return {};
+}
+
+Outcome OutputFile::prepare()
+{
+    const Outcome flushed = flush();
+    return flushed ? setPermissions() : flushed;
 }
 
 // In a folder that others can write to, the temporary name may be another file's by now; that must

@@ -41,6 +41,9 @@ public:
 
     int descriptor() const { return file_.get(); }
 
+    /// Lets what was written be read by the descriptor; commit does so as well.
+    Outcome flush();
+
     /// What is to be replaced, rather than what had the name when this was created.
     void replaceOnly(const FileVersion& version) { replaced_ = version; }
 

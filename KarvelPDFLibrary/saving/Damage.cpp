@@ -34,7 +34,7 @@ void warnOnce(Document& document, const std::string& text)
     }
 }
 
-void warnOfLoss(Document& document, int number, const char* what)
+void warnOfLoss(Document& document, int number, const std::string& what)
 {
     warnOnce(document, lostOfPage + std::to_string(number) + ": " + what);
 }
@@ -120,8 +120,8 @@ Outcome settleLostPages(Document& document, LostPages lost)
         const int unknownFrom = document.pageDoubts().unknownFrom;
         warnOfLoss(document, number,
                    unknownFrom > 0 && number >= unknownFrom
-                       ? "it cannot be read, and is left out, and perhaps others with it"
-                       : "it cannot be read, and is left out");
+                       ? std::string(pageLeftOut) + ", and perhaps others with it"
+                       : pageLeftOut);
     }
     for (const int page : pages) {
         document.removePages({page, 1});

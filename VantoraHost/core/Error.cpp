@@ -59,6 +59,8 @@ const char* reasonName(Reason reason)
         return "changed-meanwhile";
     case Reason::ChangedSince:
         return "changed-since";
+    case Reason::NotVerified:
+        return "not-verified";
     case Reason::ActionMissing:
         return "action-missing";
     case Reason::ActionUnusable:

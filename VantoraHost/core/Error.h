@@ -38,6 +38,7 @@ enum class Reason {
     BackupMissing,
     ChangedMeanwhile,
     ChangedSince,
+    NotVerified,
     ActionMissing,
     ActionUnusable,
     ActionFailed,

@@ -1,6 +1,7 @@
 #include "VantoraHost/verification/Kept.h"
 #include "VantoraHost/verification/Leftovers.h"
 
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <qpdf/QPDFExc.hh>
@@ -28,10 +29,67 @@ void judgeBlankPage(PdfFile& after, Findings& findings)
     }
 }
 
-void compare(PdfFile& before, PdfFile& after, const Question& question, Verdict& verdict)
+/// Translates numbers of pages. Whoever asks may count pages that can't be read, which PdfFile
+/// passes over.
+class Numbers {
+public:
+    static tl::expected<Numbers, Refusal> of(const Question& question, const PdfFile& before)
+    {
+        const std::size_t counted = before.pages().size();
+        const auto asked = static_cast<std::size_t>(question.pages);
+        Numbers numbers;
+        if (asked == 0 || asked == counted) {
+            return numbers;
+        }
+        if (asked != counted + before.unreadable().size()) {
+            return tl::unexpected<Refusal>(
+                Refusal{Refusal::Why::Failed, false,
+                        "can't be verified: its " + std::to_string(asked) +
+                            " pages are counted otherwise by libqpdf, which finds " +
+                            std::to_string(counted)});
+        }
+        numbers.passedOver_ = before.unreadable();
+        return numbers;
+    }
+
+    std::vector<std::pair<int, int>> gone(const Question& question) const
+    {
+        std::vector<std::pair<int, int>> runs;
+        for (const auto& [first, last] : question.removed) {
+            runs.emplace_back(first - passedOver(first), last - passedOver(last + 1));
+        }
+        for (const int page : question.lost) {
+            if (!std::binary_search(passedOver_.begin(), passedOver_.end(), page)) {
+                runs.emplace_back(page - passedOver(page), page - passedOver(page));
+            }
+        }
+        return runs;
+    }
+
+    /// The number that whoever asked knows a page by.
+    int askers(int number) const
+    {
+        for (const int page : passedOver_) {
+            number += number > 0 && page <= number ? 1 : 0;
+        }
+        return number;
+    }
+
+private:
+    int passedOver(int before) const
+    {
+        return static_cast<int>(std::count_if(passedOver_.begin(), passedOver_.end(),
+                                              [&](int page) { return page < before; }));
+    }
+
+    std::vector<int> passedOver_; ///< ascending
+};
+
+void compare(PdfFile& before, PdfFile& after, const std::vector<std::pair<int, int>>& gone,
+             Verdict& verdict)
 {
     Findings findings(verdict);
-    const Split split(before, question.removed);
+    const Split split(before, gone);
     const Targets targets(before);
     const Judgement judgement(split, targets);
     const Targets targetsAfter(after);
@@ -78,7 +136,20 @@ public:
         }
         Verdict verdict;
         try {
-            compare(**before, **after, question, verdict);
+            const auto numbers = Numbers::of(question, **before);
+            if (!numbers) {
+                return tl::unexpected<Refusal>(numbers.error());
+            }
+            const auto gone = numbers->gone(question);
+            if (gone.empty() && (*before)->bytes() == (*after)->bytes()) {
+                verdict.pagesBefore = verdict.pagesAfter =
+                    static_cast<int>((*before)->pages().size());
+                return verdict;
+            }
+            compare(**before, **after, gone, verdict);
+            for (Finding& finding : verdict.findings) {
+                finding.page = numbers->askers(finding.page);
+            }
         } catch (const std::bad_alloc&) {
             throw;
         } catch (const std::exception& error) {

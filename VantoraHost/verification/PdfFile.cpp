@@ -14,9 +14,12 @@ namespace {
 constexpr const char* inheritedKeys[inheritedCount] = {"/Resources", "/MediaBox", "/CropBox",
                                                        "/Rotate"};
 
-tl::expected<std::string, Refusal> readWhole(const std::string& path)
+tl::expected<std::string, Refusal> readWhole(const Source& source)
 {
-    std::ifstream in(path, std::ios::binary | std::ios::ate);
+    if (source.path.empty()) {
+        return std::string(source.bytes);
+    }
+    std::ifstream in(source.path, std::ios::binary | std::ios::ate);
     const std::streamoff size = in ? static_cast<std::streamoff>(in.tellg()) : -1;
     std::string bytes;
     if (size >= 0) {
@@ -33,9 +36,9 @@ tl::expected<std::string, Refusal> readWhole(const std::string& path)
 } // namespace
 
 tl::expected<std::unique_ptr<PdfFile>, Refusal>
-PdfFile::open(const std::string& path, const std::vector<std::string>& passwords)
+PdfFile::open(const Source& source, const std::vector<std::string>& passwords)
 {
-    auto bytes = readWhole(path);
+    auto bytes = readWhole(source);
     if (!bytes) {
         return tl::unexpected<Refusal>(std::move(bytes.error()));
     }
@@ -89,6 +92,7 @@ void PdfFile::readPages()
         Page node = std::move(open.back());
         open.pop_back();
         if (!node.object.isDictionary()) {
+            unreadable_.push_back(static_cast<int>(pages_.size() + unreadable_.size()) + 1);
             continue;
         }
         for (std::size_t i = 0; i < inheritedCount; ++i) {

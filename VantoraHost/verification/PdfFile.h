@@ -24,13 +24,17 @@ struct Page {
 class PdfFile {
 public:
     static tl::expected<std::unique_ptr<PdfFile>, Refusal>
-    open(const std::string& path, const std::vector<std::string>& passwords);
+    open(const Source& source, const std::vector<std::string>& passwords);
 
     const std::string& bytes() const { return bytes_; }
     const std::string& password() const { return password_; }
     QPDF& qpdf() { return *qpdf_; }
     QPDFObjectHandle catalog() { return qpdf_->getRoot(); }
     const std::vector<Page>& pages() const { return pages_; }
+
+    /// The numbers, ascending, of what stands in the place of a page and can't be read; these count
+    /// it, as `pages` doesn't.
+    const std::vector<int>& unreadable() const { return unreadable_; }
 
     /// The places, from 0, at which an object stands in the order of pages.
     const std::vector<int>& placesOf(QPDFObjectHandle object) const;
@@ -48,6 +52,7 @@ private:
     std::string password_;
     std::unique_ptr<QPDF> qpdf_;
     std::vector<Page> pages_;
+    std::vector<int> unreadable_;
     std::map<QPDFObjGen, std::vector<int>> places_;
     std::set<QPDFObjGen> nodes_;
 };

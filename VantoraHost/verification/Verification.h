@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <tl/expected.hpp>
 #include <utility>
 #include <vector>
@@ -75,19 +76,31 @@ struct Refusal {
     std::string sentence;
 };
 
+/// A file: a path to open, or with an empty one its bytes, which the caller keeps.
+struct Source {
+    Source(std::string path) : path(std::move(path)) {}
+    Source(std::string_view bytes) : bytes(bytes) {}
+
+    std::string path;
+    std::string_view bytes;
+};
+
 /// A file before and a file after, and the runs of pages (first and last, from 1) that were to go;
 /// what lies beyond the last page names none.
 struct Question {
-    std::string before; ///< paths to open
-    std::string after;
+    Source before;
+    Source after;
     std::vector<std::pair<int, int>> removed;
     std::vector<std::string> passwords; ///< tried in order; none is needed where "" opens the file
+    int pages = 0; ///< how many there are before, as who removed some counts; 0 for not known
+    std::vector<int> lost = {}; ///< further ones of these, which damage keeps from being read
 };
 
 class Verifier {
 public:
-    /// Reads both files whole. Throws std::bad_alloc where memory does not suffice; a hostile file
-    /// may take long or crash the process, so it is to be called in a confined one.
+    /// Reads both files whole. Where they are the same and no page was to go, that is all. Throws
+    /// std::bad_alloc where memory does not suffice; a hostile file may take long or crash the
+    /// process, so it is to be called in a confined one.
     virtual tl::expected<Verdict, Refusal> verify(const Question& question) const = 0;
 
 protected:

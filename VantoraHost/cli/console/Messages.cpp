@@ -69,6 +69,8 @@ std::string remedy(Reason reason)
         return "name a file with -o, a folder with -d, or - for standard output";
     case Reason::OutputKept:
         return "--remove-outputs removes it";
+    case Reason::NotVerified:
+        return "without --verify it is written, and vantora verify lists all that is found";
     case Reason::ActionMissing:
         return "vantora actions lists them";
     case Reason::ActionListMissing:
@@ -146,6 +148,7 @@ ExitStatus exitStatus(Reason reason)
     case Reason::FavouriteMissing:
     case Reason::SavedNameUnfit:
     case Reason::SavedStepMissing:
+    case Reason::WrongUsage:
         return WrongUsage;
     case Reason::Interrupted:
         return InterruptedByUser;

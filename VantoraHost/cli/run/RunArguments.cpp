@@ -211,6 +211,9 @@ void declareJudgement(CLI::App& command, RunArguments& run)
     command.add_flag("--strict", run.options.strict,
                      "Refuse documents where not all that was asked for can\n"
                      "be done, such as those that lack pages of the range");
+    command.add_flag("--verify", run.options.verify,
+                     "Write an output only when it is verified that removed\n"
+                     "pages are gone and the rest is as it was");
     command.add_flag("--salvage", run.options.salvage,
                      "Keep what can be kept of damaged documents; each loss is\n"
                      "a warning with its page, and the exit status is 3");

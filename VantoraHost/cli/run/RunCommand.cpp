@@ -94,6 +94,18 @@ std::vector<std::string> reportsOf(const RunOptions& options)
     return reports;
 }
 
+// What these steps can't be told to do.
+Outcome checkSteps(const RunOptions& options, const Sequence& sequence)
+{
+    const Action* unknown = sequence.firstThatSeesTheRun();
+    if (options.verify && unknown) {
+        return fail(Reason::WrongUsage, {},
+                    "--verify judges removals of pages, and what action \"" + unknown->name +
+                        "\" does only itself knows");
+    }
+    return {};
+}
+
 // Everything that a run needs beside its steps. Takes the names out of the inputs.
 Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, const Streams& streams)
 {
@@ -348,8 +360,15 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
         return failedWith(streams, options.json,
                           withNamesakes(sequence.error(), options, catalog, guiPart));
     }
-    const RunIdentity identity = {VANTORA_VERSION, stepsDigest(sequence->steps()),
-                                  stepsJson(sequence->steps()), nanosecondsNow(), options.salvage};
+    if (const Outcome fit = checkSteps(options, *sequence); !fit) {
+        return failedWith(streams, options.json, fit.error());
+    }
+    const RunIdentity identity = {VANTORA_VERSION,
+                                  stepsDigest(sequence->steps()),
+                                  stepsJson(sequence->steps()),
+                                  nanosecondsNow(),
+                                  options.salvage,
+                                  options.verify};
     Result<RunInputs> inputs = inputsOf(options, identity, streams);
     if (!inputs) {
         return failedWith(streams, options.json, inputs.error());
@@ -366,6 +385,9 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     auto report = openReport(options);
     if (!report) {
         return failedWith(streams, options.json, report.error());
+    }
+    if (options.verify && !options.dryRun) {
+        batch->settings.verifier = installation.verifier;
     }
     sayWhatStepsMean(options, *sequence, streams);
     sayWhatIsLeftAlone(options, *inputs, streams);

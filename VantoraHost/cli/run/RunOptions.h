@@ -29,6 +29,7 @@ struct RunOptions {
     std::string metricsPath;          ///< where figures for monitoring go; empty: nowhere
     bool keepSigned = false;
     bool strict = false;
+    bool verify = false;                  ///< verify outputs before they get their names
     bool salvage = false;                 ///< do damaged documents with losses
     std::optional<IfEmpty> ifEmpty;       ///< none: as suits the destination
     std::vector<Reason> acceptedFailures; ///< those that leave the exit status as it is

@@ -50,7 +50,7 @@ std::string resultLine(const DocumentReport& report)
         line += "; " + sizeText(*report.bytesBefore) + " before, " + sizeText(*report.bytesAfter) +
                 " after";
     }
-    return line;
+    return line + (report.verified ? "; verified" : "");
 }
 
 std::string howToGoOn(const RunOptions& options)

@@ -14,10 +14,14 @@ bool wasInterrupted(const DocumentReport& report)
 Result<BatchResult> runBatch(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& sequence,
                              const Batch& batch, RunObserver& observer)
 {
+    const auto verifier = verifierIn(batch.settings.verifier);
+    if (!verifier) {
+        return tl::unexpected<Error>(verifier.error());
+    }
     if (const Outcome begun = sequence.begin(library); !begun) {
         return tl::unexpected<Error>(begun.error());
     }
-    DocumentJob job(library, sequence, batch.settings);
+    DocumentJob job(library, sequence, batch.settings, *verifier);
     OutputGroup outputs;
     BatchResult result;
     const auto report = [&](const DocumentReport& done) {

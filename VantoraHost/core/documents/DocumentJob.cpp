@@ -114,7 +114,7 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
         if (settings_.cancelled()) {
             return fail(Reason::Interrupted, report.input, "interrupted");
         }
-        return save(processed, target);
+        return save(processed, target, *document);
     }();
     // What is damaged may show only when it is read, at the latest when saving.
     report.repairs = document->repairs();
@@ -270,16 +270,17 @@ Outcome DocumentJob::rehearse(DocumentReport& report)
     return {};
 }
 
-Outcome DocumentJob::save(ProcessedDocument& document, const Target& target)
+Outcome DocumentJob::save(ProcessedDocument& processed, const Target& target,
+                          const OpenDocument& document)
 {
-    DocumentReport& report = document.report;
+    DocumentReport& report = processed.report;
     if (const Outcome prepared = prepareToSave(report.input); !prepared) {
         return prepared;
     }
     if (target.standardOutput) {
-        return saveToStandardOutput(report);
+        return saveToStandardOutput(report, document);
     }
-    if (const Outcome saved = saveToFile(document, target); !saved) {
+    if (const Outcome saved = saveToFile(processed, target, document); !saved) {
         return saved;
     }
     report.status = DocumentStatus::Done;
@@ -304,13 +305,14 @@ Outcome DocumentJob::prepareToSave(const std::string& input)
     return {};
 }
 
-Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& planned)
+Outcome DocumentJob::saveToFile(ProcessedDocument& processed, const Target& planned,
+                                const OpenDocument& document)
 {
     using karvel::io::OutputFile;
     Target target = planned;
     if (target.number) { // another run may have taken the name after this one had looked
         target = underFreeName(target);
-        document.report.output = target.name;
+        processed.report.output = target.name;
     }
     if (target.inPlace) {
         target.replaced = input_->version();
@@ -329,9 +331,17 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& plann
         file->replaceOnly(*target.replaced);
     }
     file->allowAtMost(input_ ? input_->mode() : settings_.standardInputMode);
-    const bool small = document.report.bytesBefore.value_or(0) <= largestSmall;
+    const bool small = processed.report.bytesBefore.value_or(0) <= largestSmall;
     if (Outcome written = small ? writeSmall(*file, target) : writeLarge(*file, target); !written) {
         return written;
+    }
+    if (const karvel::Outcome flushed = file->flush(); !flushed) {
+        return tl::unexpected<Error>(outputFailure(flushed.error(), target));
+    }
+    if (const Outcome verified =
+            verify(processed.report, document, karvel::io::pathOf(file->descriptor()));
+        !verified) {
+        return verified;
     }
     if (const karvel::Outcome prepared = file->prepare(); !prepared) {
         return tl::unexpected<Error>(outputFailure(prepared.error(), target));
@@ -340,9 +350,9 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& document, const Target& plann
     if (!written) {
         return fail(Reason::OutputNotWritable, {}, "the output " + target.name + " got lost");
     }
-    document.report.bytesAfter = static_cast<std::uint64_t>(written->size);
-    document.report.outputModified = std::to_string(written->modified);
-    document.output.emplace(
+    processed.report.bytesAfter = static_cast<std::uint64_t>(written->size);
+    processed.report.outputModified = std::to_string(written->modified);
+    processed.output.emplace(
         WrittenOutput{std::move(*file), target, {written->device, written->inode}});
     return {};
 }
@@ -380,17 +390,44 @@ Error DocumentJob::savingError(const Target& target)
     return error;
 }
 
-Outcome DocumentJob::saveToStandardOutput(DocumentReport& report)
+Outcome DocumentJob::saveToStandardOutput(DocumentReport& report, const OpenDocument& document)
 {
     const std::string bytes = library_.SaveToString();
     if (bytes.empty()) {
         return tl::unexpected<Error>(failure(report.input, "can't be saved"));
+    }
+    if (const Outcome verified = verify(report, document, std::string_view(bytes)); !verified) {
+        return verified;
     }
     if (!settings_.standardOutput || !settings_.standardOutput(bytes)) {
         return fail(Reason::OutputNotWritable, report.input, "standard output can't be written");
     }
     report.status = DocumentStatus::Done;
     report.bytesAfter = bytes.size();
+    return {};
+}
+
+// The output has no name yet, and gets none when this fails.
+Outcome DocumentJob::verify(DocumentReport& report, const OpenDocument& document,
+                            const verification::Source& output)
+{
+    if (verifier_ == nullptr) {
+        return {};
+    }
+    settings_.verifyingBegins();
+    if (settings_.cancelled()) {
+        return fail(Reason::Interrupted, report.input, "interrupted");
+    }
+    const verification::Source input =
+        input_ ? verification::Source(karvel::io::pathOf(input_->descriptor()))
+               : verification::Source(std::string_view(settings_.standardInput));
+    auto verified = verifyOutput(
+        *verifier_, {input, output, {}, settings_.passwords, report.pagesBefore.value_or(0)},
+        report.pagesRemoved, document.losses(), library_.PageCount());
+    if (!verified) {
+        return tl::unexpected<Error>(std::move(verified.error()));
+    }
+    report.verified = std::move(*verified);
     return {};
 }
 

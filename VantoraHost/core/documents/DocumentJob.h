@@ -3,6 +3,7 @@
 #include "VantoraHost/core/Target.h"
 #include "VantoraHost/core/actions/Sequence.h"
 #include "VantoraHost/core/documents/IfEmpty.h"
+#include "VantoraHost/core/documents/OutputVerification.h"
 #include "VantoraHost/core/documents/PageForecast.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/outputs/OutputGroup.h"
@@ -35,6 +36,8 @@ struct JobSettings {
     bool salvage = false;               ///< do damaged documents with losses, and report these
     IfEmpty ifEmpty = IfEmpty::Blank;
     bool hashInputs = false;            ///< note the SHA-256 of each input
+    std::string verifier;               ///< the file of the module that verifies outputs before
+                                        ///< they get their names; empty: none does
     bool reportFirst = false;           ///< report outputs before they get their names, too
     std::vector<JudgedDocument> judged; ///< documents in another version are judged anew
     std::string standardInput;          ///< the document that the input "-" stands for
@@ -45,6 +48,9 @@ struct JobSettings {
     std::function<bool()> cancelled = [] { return false; };
     /// Told of each document that is about to be saved, before `cancelled` is asked a last time.
     std::function<void()> savingBegins = [] {};
+    /// Told once the output is written, and nothing is left to do but to verify it, which may take
+    /// long and may be given up.
+    std::function<void()> verifyingBegins = [] {};
 };
 
 /// The report of a document that could not even be begun, or whose processing broke off.
@@ -61,10 +67,11 @@ struct ProcessedDocument {
 /// not at all. The input is never written to, but replaced by a finished file where asked.
 class DocumentJob {
 public:
-    /// The library, sequence and settings must outlive the job.
+    /// All of them must outlive the job. Outputs that `verifier` finds fault with are not written;
+    /// null lets all pass.
     DocumentJob(KarvelPDFLibraryCPDylibCPP1311& library, Sequence& sequence,
-                const JobSettings& settings)
-        : library_(library), sequence_(sequence), settings_(settings)
+                const JobSettings& settings, const verification::Verifier* verifier = nullptr)
+        : library_(library), sequence_(sequence), settings_(settings), verifier_(verifier)
     {
     }
 
@@ -83,17 +90,21 @@ private:
     Outcome judge(DocumentReport& report, PageForecast forecast);
     Outcome rehearse(DocumentReport& report);
     Outcome prepareToSave(const std::string& input);
-    Outcome save(ProcessedDocument& document, const Target& target);
-    Outcome saveToFile(ProcessedDocument& document, const Target& planned);
+    Outcome save(ProcessedDocument& processed, const Target& target, const OpenDocument& document);
+    Outcome saveToFile(ProcessedDocument& processed, const Target& planned,
+                       const OpenDocument& document);
     Outcome writeSmall(karvel::io::OutputFile& file, const Target& target);
     Outcome writeLarge(karvel::io::OutputFile& file, const Target& target);
     Error savingError(const Target& target);
-    Outcome saveToStandardOutput(DocumentReport& report);
+    Outcome saveToStandardOutput(DocumentReport& report, const OpenDocument& document);
+    Outcome verify(DocumentReport& report, const OpenDocument& document,
+                   const verification::Source& output);
     Error failure(const std::string& input, const char* otherwise);
 
     KarvelPDFLibraryCPDylibCPP1311& library_;
     Sequence& sequence_;
     const JobSettings& settings_;
+    const verification::Verifier* const verifier_;
     TargetFolders folders_;
     std::optional<InputFile> input_; ///< of the document that it is at; none for standard input
 };

@@ -73,6 +73,7 @@ void turnIntoFailure(DocumentReport& report, Error error)
     report.bytesAfter.reset();
     report.pagesAfter.reset();
     report.pagesRemoved.reset();
+    report.verified.reset();
 }
 
 void OutputGroup::add(std::size_t number, DocumentReport report, WrittenOutput output)

@@ -118,6 +118,11 @@ JsonObject objectOf(const DocumentReport& report)
     if (report.range) {
         json.add("range", *report.range);
     }
+    if (report.verified) {
+        json.add("verified", true)
+            .add("looked_for", report.verified->lookedFor)
+            .add("not_told", report.verified->notTold);
+    }
     if (!report.losses.empty()) {
         json.add("losses", lossesJson(report.losses));
     }
@@ -171,6 +176,10 @@ std::optional<DocumentReport> reportOf(const QJsonObject& json)
     report.inputSha256 = bytesOf(json["input_sha256"].toString());
     report.outputModified = bytesOf(json["output_modified"].toString());
     takeWarnings(json["warnings"].toArray(), report.warnings, report.repairs);
+    if (json["verified"].toBool()) {
+        report.verified = {wholeNumber(json["looked_for"]).value_or(0),
+                           bytesOf(json["not_told"].toArray())};
+    }
     for (const QJsonValue& value : json["losses"].toArray()) {
         const QJsonObject loss = value.toObject();
         report.losses.push_back({loss["page"].toInt(), bytesOf(loss["text"].toString())});

@@ -3,6 +3,7 @@
 #include "VantoraHost/core/Error.h"
 #include "VantoraHost/core/PageLoss.h"
 #include "VantoraHost/core/reports/RunIdentity.h"
+#include "VantoraHost/core/reports/VerifiedOutput.h"
 
 #include <QtCore/QJsonObject>
 
@@ -38,9 +39,10 @@ struct DocumentReport {
     std::string inputSha256;   ///< in hexadecimal digits; empty where nobody asked for it
     std::string outputModified; ///< FileState::changed of the output; empty for none
     std::vector<std::string> warnings;
-    std::vector<PageLoss> losses;         ///< what damage made unreadable and the output lacks
-    std::vector<std::string> leftToJudge; ///< what stays and may repeat what removed pages said
-    std::vector<std::string> repairs;     ///< what was damaged in the input
+    std::optional<VerifiedOutput> verified; ///< none where nobody asked for it
+    std::vector<PageLoss> losses;           ///< what damage made unreadable and the output lacks
+    std::vector<std::string> leftToJudge;   ///< what stays and may repeat what removed pages said
+    std::vector<std::string> repairs;       ///< what was damaged in the input
     std::optional<Error> error;
     double seconds = 0;
 };

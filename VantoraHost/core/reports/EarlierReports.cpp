@@ -90,10 +90,13 @@ void EarlierReports::Reader::takeDone(DocumentReport report, const QJsonObject& 
     if (input == inputs_.end()) {
         return;
     }
+    // What was replaced by its own output would be changed twice for being verified.
+    const bool inPlace = report.output == report.input;
     // What was done without losses at any price is done the same where these are allowed.
     const bool bySameSteps = bytesOf(by["steps_sha256"].toString()) == run_.stepsDigest &&
                              (run_.salvage || !by["salvage"].toBool()) &&
-                             report.range == input->second->range;
+                             report.range == input->second->range &&
+                             (!run_.verify || report.verified || inPlace);
     reports_.hashes_ = reports_.hashes_ || !report.inputSha256.empty();
     reports_.done_[std::move(report.input)] = {
         std::move(report.output),

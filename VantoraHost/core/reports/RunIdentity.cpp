@@ -18,6 +18,9 @@ std::string toJson(const RunIdentity& run)
     if (run.salvage) {
         json.add("salvage", true);
     }
+    if (run.verify) {
+        json.add("verify", true);
+    }
     return json.text();
 }
 

@@ -12,6 +12,7 @@ struct RunIdentity {
     std::string steps;        ///< these steps as a JSON array, for people
     std::int64_t started = 0; ///< in nanoseconds since 1970
     bool salvage = false;     ///< whether damaged documents are done with losses
+    bool verify = false;      ///< whether outputs are verified before they get their names
 };
 
 /// As it stands in each line of a report: one JSON object. Long steps are left out, since a report

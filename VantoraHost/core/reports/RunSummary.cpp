@@ -28,6 +28,7 @@ void RunSummary::add(const DocumentReport& report)
     leftBlank_ += report.leftBlank ? 1 : 0;
     withWarnings_ += report.warnings.empty() && report.repairs.empty() ? 0 : 1;
     withLosses_ += report.losses.empty() ? 0 : 1;
+    verified_ += report.verified ? 1 : 0;
     if (report.pagesRemoved) {
         pagesRemoved_ = pagesRemoved_.value_or(0) + report.pagesRemoved->size();
     }
@@ -51,6 +52,9 @@ std::size_t RunSummary::failedBut(const std::vector<Reason>& accepted) const
 std::string RunSummary::documentsText(std::size_t total, const std::vector<Reason>& accepted) const
 {
     std::string text = grouped(done_) + " of " + grouped(total) + " documents done";
+    if (verified_ > 0) {
+        text += ", " + grouped(verified_) + " verified";
+    }
     if (inPart_ > 0) {
         text += ", " + grouped(inPart_) + " in part";
     }
@@ -107,6 +111,7 @@ std::string RunSummary::json(const RunEnd& end) const
         .add("bytes_before", bytesBefore_)
         .add("bytes_after", bytesAfter_)
         .add("with_losses", static_cast<std::uint64_t>(withLosses_))
+        .add("verified", static_cast<std::uint64_t>(verified_))
         .add("interrupted", end.interrupted)
         .add("ended_at", isoTime(end.time))
         .add("ended", std::to_string(end.time))

@@ -32,11 +32,14 @@ public:
     /// How many are done with losses.
     std::size_t withLosses() const { return withLosses_; }
 
+    /// Of how many the output was verified.
+    std::size_t verified() const { return verified_; }
+
     /// How many failed for other reasons than these.
     std::size_t failedBut(const std::vector<Reason>& accepted) const;
 
-    /// How many of `total` documents are done, in part, left blank, left out, with warnings, and
-    /// failed, by reason; says so where all of these are accepted.
+    /// How many of `total` documents are done, verified, in part, left blank, left out, with
+    /// warnings, and failed, by reason; says so where all of these are accepted.
     std::string documentsText(std::size_t total, const std::vector<Reason>& accepted = {}) const;
 
     /// How many documents there are of each status of a report, all of these named.
@@ -62,6 +65,7 @@ private:
     std::size_t skipped_ = 0;
     std::size_t withWarnings_ = 0;
     std::size_t withLosses_ = 0; ///< of those done
+    std::size_t verified_ = 0;   ///< of those done
     std::map<Reason, std::size_t> reasons_;
     std::optional<std::uint64_t> pagesRemoved_; ///< none where no report tells
     std::uint64_t bytesBefore_ = 0;             ///< of documents with an output, as bytesAfter

@@ -231,8 +231,9 @@ std::optional<WorkerAnswer> reportAnswerOf(const QJsonObject& json)
 template <class Settings, class Visitor>
 void visitSettings(Settings& settings, const Visitor& visit)
 {
-    auto& [passwords, dryRun, keepSigned, strict, salvage, ifEmpty, hashInputs, reportFirst, judged,
-           standardInput, standardInputMode, standardOutput, cancelled, savingBegins] = settings;
+    auto& [passwords, dryRun, keepSigned, strict, salvage, ifEmpty, hashInputs, verifier,
+           reportFirst, judged, standardInput, standardInputMode, standardOutput, cancelled,
+           savingBegins, verifyingBegins] = settings;
     visit("passwords", passwords);
     visit("dry_run", dryRun);
     visit("keep_signed", keepSigned);
@@ -240,6 +241,7 @@ void visitSettings(Settings& settings, const Visitor& visit)
     visit("salvage", salvage);
     visit("if_empty", ifEmpty);
     visit("hash_inputs", hashInputs);
+    visit("verifier", verifier);
     visit("report_first", reportFirst);
     visit("judged", judged);
 }
@@ -251,6 +253,7 @@ struct SettingWriter {
     {
         json.add(name, texts);
     }
+    void operator()(const char* name, const std::string& text) const { json.add(name, text); }
     void operator()(const char* name, bool value) const { json.add(name, value); }
     void operator()(const char* name, IfEmpty way) const { json.add(name, static_cast<int>(way)); }
     void operator()(const char* name, const std::vector<JudgedDocument>& documents) const
@@ -275,6 +278,10 @@ struct SettingReader {
     void operator()(const char* name, std::vector<std::string>& texts) const
     {
         texts = bytesOf(json[QLatin1String(name)].toArray());
+    }
+    void operator()(const char* name, std::string& text) const
+    {
+        text = bytesOf(json[QLatin1String(name)].toString());
     }
     void operator()(const char* name, bool& value) const
     {

@@ -1,6 +1,7 @@
 #include "VantoraHost/core/workers/WorkerService.h"
 
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
+#include "VantoraHost/core/documents/OutputVerification.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/outputs/OutputGroup.h"
 #include "VantoraHost/core/workers/Confinement.h"
@@ -65,6 +66,7 @@ public:
     {
         setup_.job.cancelled = isAsked;
         setup_.job.savingBegins = [] { mayEnd = 0; };
+        setup_.job.verifyingBegins = [this] { nothingToFinish(); };
         nothingToFinish();
     }
 
@@ -81,8 +83,16 @@ public:
             return tl::unexpected<Error>(std::move(made.error()));
         }
         sequence_ = std::make_unique<Sequence>(std::move(*made));
+        const auto verifier = verifierIn(setup_.job.verifier);
+        if (!verifier) {
+            return tl::unexpected<Error>(verifier.error());
+        }
+        verifier_ = *verifier;
         std::vector<std::filesystem::path> own = setup_.actionFolders;
         own.push_back(setup_.library.parent_path());
+        if (verifier_ != nullptr) {
+            own.push_back(std::filesystem::path(setup_.job.verifier).parent_path());
+        }
         const std::vector<std::string> always = programFiles(std::move(own));
         setup_.files.readable.insert(setup_.files.readable.end(), always.begin(), always.end());
         confine(setup_.memoryLimit, setup_.files);
@@ -91,7 +101,7 @@ public:
 
     void doDocuments()
     {
-        DocumentJob job(*library_, *sequence_, setup_.job);
+        DocumentJob job(*library_, *sequence_, setup_.job, verifier_);
         while (const auto line = lines_.next()) {
             const auto tasks = tasksOf(*line);
             if (!tasks || !doGroup(job, *tasks)) {
@@ -178,6 +188,7 @@ private:
     WorkerSetup setup_;
     std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library_;
     std::unique_ptr<Sequence> sequence_;
+    const verification::Verifier* verifier_ = nullptr;
     OutputGroup outputs_;
 };
 

@@ -49,6 +49,9 @@ QString remedyOf(Reason reason)
     case Reason::OutputFolderIsLink:
     case Reason::OutputNotAFile:
         return text(QT_TRANSLATE_NOOP("RunRemedy", "choose another folder"));
+    case Reason::NotVerified:
+        return text(QT_TRANSLATE_NOOP("RunRemedy",
+                                      "it is written when results are not verified; look at it"));
     case Reason::OutOfMemory:
         return text(
             QT_TRANSLATE_NOOP("RunRemedy", "close other programs, or divide the document first"));

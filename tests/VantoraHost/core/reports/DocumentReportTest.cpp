@@ -30,6 +30,7 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
     report.repairs = {"two"};
     report.leftToJudge = {"three"};
     report.losses = {{3, "gone"}};
+    report.verified = {7, {"told"}};
     report.seconds = 0.25;
     const RunIdentity run = {"1.0", "cd", R"([{"action":"A"}])", 3};
     EXPECT_EQ(
@@ -40,7 +41,8 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
         R"("input_modified":"2","input_modified_at":"1970-01-01T00:00:00.000000002Z",)"
         R"("input_sha256":"ab",)"
         R"("output_modified":"1","output_modified_at":"1970-01-01T00:00:00.000000001Z",)"
-        R"("in_part":true,"left_blank":false,"status":"done","warnings":["one","repaired: two"],"losses":[{"page":3,"text":"gone"}],"errors":[],"left":["three"],"seconds":0.25,)"
+        R"("in_part":true,"left_blank":false,"status":"done","warnings":["one","repaired: two"],)"
+        R"("verified":true,"looked_for":7,"not_told":["told"],"losses":[{"page":3,"text":"gone"}],"errors":[],"left":["three"],"seconds":0.25,)"
         R"("run":{"version":"1.0","started":"3","started_at":"1970-01-01T00:00:00.000000003Z",)"
         R"("steps_sha256":"cd","steps":[{"action":"A"}]}})");
 }

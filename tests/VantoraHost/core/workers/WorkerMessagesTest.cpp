@@ -24,6 +24,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     setup.job.keepSigned = setup.job.reportFirst = true;
     setup.job.strict = setup.job.hashInputs = setup.job.salvage = true;
     setup.job.ifEmpty = IfEmpty::Skip;
+    setup.job.verifier = "/lib/veri\xe9.so";
     setup.job.judged = {{"1 2 3 4", 9, "2,7", {3, 5}}, {}};
     setup.memoryLimit = 1ULL << 40;
     setup.wholeRun = true;
@@ -44,6 +45,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     EXPECT_TRUE(got->job.keepSigned && got->job.reportFirst && !got->job.dryRun);
     EXPECT_TRUE(got->job.strict && got->job.hashInputs && got->job.salvage);
     EXPECT_EQ(got->job.ifEmpty, IfEmpty::Skip);
+    EXPECT_EQ(got->job.verifier, setup.job.verifier);
     ASSERT_EQ(got->job.judged.size(), 2U);
     EXPECT_EQ(got->job.judged[0].version, "1 2 3 4");
     EXPECT_EQ(got->job.judged[0].pages, 9);
