@@ -17,7 +17,7 @@ QString file()
 const QStringList names = {"geometry",      "panes",       "documentsShown", "pagesShown",
                            "sequenceShown", "documents",   "pages",          "results",
                            "runPlace",      "runFolder",   "folderName",     "besideName",
-                           "keepsBackup",   "keepsSigned", "recent"};
+                           "keepsBackup",   "keepsSigned", "verifies",       "recent"};
 
 } // namespace
 
@@ -61,6 +61,7 @@ RunSettings WindowState::runSettings() const
     settings.besideName = besideName.isEmpty() ? settings.besideName : besideName;
     settings.keepsBackup = flag("keepsBackup", true);
     settings.keepsSigned = flag("keepsSigned", false);
+    settings.verifies = flag("verifies", false);
     return settings;
 }
 
@@ -72,6 +73,7 @@ void WindowState::setRunSettings(const RunSettings& settings)
     set("besideName", settings.besideName);
     set("keepsBackup", settings.keepsBackup);
     set("keepsSigned", settings.keepsSigned);
+    set("verifies", settings.verifies);
 }
 
 void WindowState::write() const

@@ -39,6 +39,7 @@ RunBar::RunBar(QAction& runAction, QWidget* parent)
     connect(form_->nameEdit, &QLineEdit::textChanged, this, &RunBar::settingsChanged);
     connect(form_->backupCheck, &QCheckBox::toggled, this, &RunBar::settingsChanged);
     connect(form_->signedCheck, &QCheckBox::toggled, this, &RunBar::settingsChanged);
+    connect(form_->verifyCheck, &QCheckBox::toggled, this, &RunBar::settingsChanged);
     connect(form_->takenCombo, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &RunBar::settingsChanged);
 }
@@ -67,6 +68,7 @@ RunSettings RunBar::settings() const
     settings.folder = folder.isEmpty() ? folder : QDir(folder).absolutePath();
     settings.keepsBackup = form_->backupCheck->isChecked();
     settings.keepsSigned = form_->signedCheck->isChecked();
+    settings.verifies = form_->verifyCheck->isChecked();
     settings.taken = static_cast<TakenName>(form_->takenCombo->currentIndex());
     return settings;
 }
@@ -80,6 +82,7 @@ void RunBar::setSettings(const RunSettings& settings)
     form_->folderEdit->setText(settings.folder);
     form_->backupCheck->setChecked(settings.keepsBackup);
     form_->signedCheck->setChecked(settings.keepsSigned);
+    form_->verifyCheck->setChecked(settings.verifies);
     form_->takenCombo->setCurrentIndex(static_cast<int>(settings.taken));
     updateFields();
 }
@@ -120,7 +123,7 @@ void RunBar::setRunning(bool running)
          {static_cast<QWidget*>(form_->placeCombo), static_cast<QWidget*>(form_->folderEdit),
           static_cast<QWidget*>(form_->browseButton), static_cast<QWidget*>(form_->nameEdit),
           static_cast<QWidget*>(form_->backupCheck), static_cast<QWidget*>(form_->takenCombo),
-          static_cast<QWidget*>(form_->signedCheck)}) {
+          static_cast<QWidget*>(form_->signedCheck), static_cast<QWidget*>(form_->verifyCheck)}) {
         field->setEnabled(!running);
     }
 }

@@ -108,7 +108,7 @@ std::optional<Error> runGroup(RunGroup& group, const Installation& installation,
         return sequence.error();
     }
     feed.begin({VANTORA_VERSION, stepsDigest(sequence->steps()), stepsJson(sequence->steps()),
-                nanosecondsNow()});
+                nanosecondsNow(), false, group.verifies});
     // A run that is killed leaves nothing replaced that nobody knows of; new files need no wait for
     // the disk.
     const auto& targets = group.batch.targets;
@@ -117,6 +117,7 @@ std::optional<Error> runGroup(RunGroup& group, const Installation& installation,
         std::any_of(targets.begin(), targets.end(), [](const Result<Target>& target) {
             return target && (target->inPlace || target->replaced);
         });
+    group.batch.settings.verifier = group.verifies ? installation.verifier.native() : "";
     makeFolders(group.batch.inputs, group.batch.targets);
     removeAbandonedFiles(group.batch.targets);
     const auto result =

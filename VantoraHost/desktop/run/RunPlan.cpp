@@ -80,6 +80,7 @@ public:
             RunGroup group;
             group.steps = document.steps;
             group.batch.settings.keepSigned = settings_.keepsSigned;
+            group.verifies = settings_.verifies;
             group.batch.settings.ifEmpty =
                 settings_.place == OutputPlace::InPlace ? IfEmpty::Fail : IfEmpty::Blank;
             plan.groups.push_back(std::move(group));
@@ -134,7 +135,8 @@ QString outputText(const std::string& folder, const RunSettings& settings)
                 : settings.taken == TakenName::Number ? " --rename"
                                                       : "";
     }
-    return text + (settings.keepsSigned ? " --keep-signed" : "");
+    return text + (settings.keepsSigned ? " --keep-signed" : "") +
+           (settings.verifies ? " --verify" : "");
 }
 
 } // namespace

@@ -24,6 +24,7 @@ struct RunGroup {
     std::vector<DocumentId> ids; ///< one for each input of the batch
     std::vector<StepRequest> steps;
     Batch batch;
+    bool verifies = false; ///< outputs before they get their names
 };
 
 /// What a run is going to do, worked out before it starts and without touching anything.

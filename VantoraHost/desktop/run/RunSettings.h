@@ -22,6 +22,7 @@ struct RunSettings {
     bool keepsBackup = true;                                ///< for InPlace
     TakenName taken = TakenName::Refuse;
     bool keepsSigned = false; ///< leave signed documents as they are
+    bool verifies = false;    ///< write only results that are verified
 };
 
 } // namespace vantora::desktop
