@@ -63,13 +63,13 @@ Result<Step> stepOf(const StepRequest& request, const ActionCatalog& catalog)
     if (!choices) {
         return tl::unexpected<Error>(std::move(choices.error()));
     }
+    step.choices = std::move(*choices);
     step.ownRanges = step.preferences.contains(ownRangesKey);
-    if (*choices || step.ownRanges) {
+    if (step.hasPagesOfDocuments()) {
         if (!known || known->pagesKey == nullptr) {
             return fail(Reason::BadChoice, {},
                         "action \"" + step.action.name + "\" has no pages to choose");
         }
-        step.choices = std::move(*choices);
         step.preferences.insert(known->pagesKey, "1"); // as good as any, so that it is accepted
     }
     if (known) {
@@ -80,7 +80,7 @@ Result<Step> stepOf(const StepRequest& request, const ActionCatalog& catalog)
             return tl::unexpected<Error>(accepted.error());
         }
     }
-    if (step.choices || step.ownRanges) {
+    if (step.hasPagesOfDocuments()) {
         step.preferences.remove(known->pagesKey); // until a document's own are known
     }
     return step;
@@ -119,7 +119,7 @@ Result<Sequence> Sequence::of(const std::vector<StepRequest>& requests,
         if (auto doubt = doubtOf(request, step->action)) {
             doubts.push_back(std::move(*doubt));
         }
-        if ((step->choices || step->ownRanges) && !steps.empty()) {
+        if (step->hasPagesOfDocuments() && !steps.empty()) {
             return fail(Reason::BadChoice, request.file,
                         "pages can be chosen by what they are in the first step of a run only");
         }
@@ -132,7 +132,7 @@ Result<Sequence> Sequence::of(const std::vector<StepRequest>& requests,
 
 Outcome Sequence::choosePages(PageFacts& facts, const std::optional<std::string>& ownRange)
 {
-    if (steps_.empty() || !(steps_.front().choices || steps_.front().ownRanges)) {
+    if (steps_.empty() || !steps_.front().hasPagesOfDocuments()) {
         return {};
     }
     const Step& step = steps_.front();

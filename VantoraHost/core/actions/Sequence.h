@@ -26,6 +26,9 @@ struct Step {
     PreferencesMap preferences;
     std::optional<ChoiceSet> choices = {}; ///< the pages are worked out for each document
     bool ownRanges = false;                ///< each document comes with its own
+
+    /// Whether its pages are other ones in each document.
+    bool hasPagesOfDocuments() const { return choices || ownRanges; }
 };
 
 /// What can only be guessed about a step: options that were set and may be none of its action.
