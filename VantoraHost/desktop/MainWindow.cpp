@@ -10,6 +10,7 @@
 #include "VantoraHost/desktop/run/ResultsPane.h"
 #include "VantoraHost/desktop/run/RunBar.h"
 #include "VantoraHost/desktop/sequence/SequencePane.h"
+#include "VantoraHost/desktop/session/AskForFile.h"
 #include "VantoraHost/desktop/session/Notice.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
@@ -386,22 +387,19 @@ void MainWindow::chooseFiles(bool folders)
 
 void MainWindow::chooseRangesFile(bool saves)
 {
-    auto* dialog = new QFileDialog(this, saves ? tr("Save Pages") : tr("Load Pages"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog->setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    dialog->setDefaultSuffix(QStringLiteral("tsv"));
-    dialog->setNameFilters({tr("Lists of pages (*.tsv *.csv *.txt)"), tr("All files (*)")});
-    connect(dialog, &QFileDialog::fileSelected, this, [this, saves](const QString& path) {
-        if (saves) {
-            workbench_.ranges.save(path);
-        } else {
-            workbench_.chooser
-                .stop(); // the pages of documents that are added are those of the file
-            workbench_.ranges.load(path);
-        }
-    });
-    dialog->show();
+    askForFile(*this,
+               {saves ? tr("Save Pages") : tr("Load Pages"),
+                saves,
+                QStringLiteral("tsv"),
+                {tr("Lists of pages (*.tsv *.csv *.txt)"), tr("All files (*)")}},
+               [this, saves](const QString& path) {
+                   if (saves) {
+                       workbench_.ranges.save(path);
+                   } else {
+                       workbench_.chooser.stop(); // documents that are added get those of the file
+                       workbench_.ranges.load(path);
+                   }
+               });
 }
 
 void MainWindow::pasteFiles()

@@ -1,11 +1,22 @@
 #include "VantoraHost/desktop/sequence/InstalledActions.h"
 
 #include "VantoraHost/core/actions/StepStore.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <algorithm>
 #include <tuple>
 
 namespace vantora::desktop {
+
+namespace {
+
+tl::unexpected<Error> missing(const StepRequest& request)
+{
+    return fail(Reason::ActionMissing, request.file,
+                "the action \"" + request.action + "\" is not installed");
+}
+
+} // namespace
 
 std::vector<InstalledAction> installedActions(const std::vector<std::filesystem::path>& folders)
 {
@@ -54,8 +65,7 @@ Result<ListedSteps> listed(const std::vector<StepRequest>& requests,
     for (const StepRequest& request : requests) {
         const InstalledAction* action = actionNamed(actions, request.action);
         if (action == nullptr) {
-            return fail(Reason::ActionMissing, request.file,
-                        "the action \"" + request.action + "\" is not installed");
+            return missing(request);
         }
         ListedStep step = stepOf(*action);
         step.preferences = request.stored;
@@ -86,6 +96,16 @@ Outcome saveAsActionList(const std::string& name, const std::string& category, c
     }
     return isFirst ? fail(Reason::SavedStepsUnusable, {}, "there is no step to be saved")
                    : Outcome();
+}
+
+Outcome saveAsToolSettings(const QString& path, const StepRequest& step,
+                           const std::vector<InstalledAction>& actions)
+{
+    const InstalledAction* action = actionNamed(actions, step.action);
+    return action == nullptr
+               ? missing(step)
+               : stepstore::makeToolSettings(systemPath(path), {action->action, step.stored},
+                                             stepstore::Existing::Replace);
 }
 
 } // namespace vantora::desktop

@@ -34,4 +34,8 @@ Result<ListedSteps> listed(const std::vector<StepRequest>& requests,
 Outcome saveAsActionList(const std::string& name, const std::string& category, const StepList& list,
                          const QString& range, const std::vector<InstalledAction>& actions);
 
+/// Saves a step as tool settings. A file that exists is replaced when it holds such.
+Outcome saveAsToolSettings(const QString& path, const StepRequest& step,
+                           const std::vector<InstalledAction>& actions);
+
 } // namespace vantora::desktop

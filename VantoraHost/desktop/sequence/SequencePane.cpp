@@ -1,6 +1,7 @@
 #include "VantoraHost/desktop/sequence/SequencePane.h"
 
 #include "VantoraApp/CActionUtils.h"
+#include "VantoraHost/desktop/session/AskForFile.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include "ui_SequencePane.h"
@@ -12,12 +13,18 @@
 namespace vantora::desktop {
 
 SequencePane::SequencePane(SequenceParts parts, QWidget& preview, QWidget* parent)
-    : QWidget(parent), parts_(std::move(parts)), preview_(preview),
-      form_(std::make_unique<Ui::SequencePane>())
+    : QWidget(parent), parts_(std::move(parts)), favourites_(new FavouriteBar(parts_.actions)),
+      preview_(preview), form_(std::make_unique<Ui::SequencePane>())
 {
     form_->setupUi(this);
     form_->saveRow->hide();
     form_->messageLabel->hide();
+    form_->layout->insertWidget(form_->layout->indexOf(form_->saveRow), favourites_);
+    QWidget* before = form_->removeButton;
+    for (auto* button : favourites_->findChildren<QToolButton*>()) {
+        setTabOrder(before, button);
+        before = button;
+    }
     const int line = form_->view->fontMetrics().height();
     form_->view->setIconSize({2 * line, 2 * line});
     form_->view->setModel(&parts_.list);
@@ -39,8 +46,13 @@ SequencePane::SequencePane(SequenceParts parts, QWidget& preview, QWidget* paren
     connect(form_->saveButton, &QPushButton::clicked, this, &SequencePane::save);
     connect(form_->saveNameEdit, &QLineEdit::returnPressed, this, &SequencePane::save);
     connect(form_->saveCancelButton, &QPushButton::clicked, form_->saveRow, &QWidget::hide);
+    connect(favourites_, &FavouriteBar::noted, this, &SequencePane::say);
+    connect(favourites_, &FavouriteBar::chosen, this, [this](const Favourite& favourite) {
+        takeOptions(row(), favourite.step, &favourite,
+                    tr("the favourite %1").arg(shownText(favourite.name)));
+    });
     connect(&parts_.list, &StepList::asked, this, &SequencePane::change);
-    connect(&parts_.list, &StepList::changed, this, &SequencePane::follow);
+    connect(&parts_.list, &StepList::changed, this, &SequencePane::keepChosen);
     connect(form_->view->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &SequencePane::follow);
     form_->view->setCurrentIndex(parts_.list.index(0));
@@ -56,9 +68,26 @@ int SequencePane::row() const
 
 void SequencePane::change(ListedSteps steps, const QString& text)
 {
-    const int before = row();
     parts_.undo.push(new ChangeSteps(parts_.list, std::move(steps), text));
-    form_->view->setCurrentIndex(parts_.list.index(std::min(before, parts_.list.rowCount() - 1)));
+}
+
+// A step is chosen after undoing, too, when the list is another one.
+void SequencePane::keepChosen()
+{
+    form_->view->setCurrentIndex(
+        parts_.list.index(std::min(std::max(chosen_, 0), parts_.list.rowCount() - 1)));
+    follow();
+}
+
+void SequencePane::changeWithRange(ListedSteps steps, const QString& range, const QString& text)
+{
+    parts_.undo.beginMacro(text);
+    change(std::move(steps), text);
+    if (!range.isEmpty()) {
+        emit rangeAsked(range);
+    }
+    parts_.undo.endMacro();
+    say({});
 }
 
 void SequencePane::fillAddMenu(QMenu& menu)
@@ -94,12 +123,14 @@ void SequencePane::addSaved(QMenu& menu, const std::vector<Result<SavedEntry>>& 
             const QString category = QString::fromStdString(entry->category);
             place = menu.findChild<QMenu*>(category);
             if (place == nullptr) {
-                place = menu.addMenu(category);
+                place = menu.addMenu(onButton(category));
                 place->setObjectName(category);
             }
         }
         const SavedIn saved = {kind, entry->name};
-        place->addAction(shownText(entry->name), this, [this, saved] { load(saved); });
+        const QIcon icon = kind == SavedKind::Favourite ? favouritePicture(entry->file) : QIcon();
+        place->addAction(icon, onButton(shownText(entry->name)), this,
+                         [this, saved] { load(saved); });
     }
 }
 
@@ -114,6 +145,10 @@ void SequencePane::fillSavedMenu(QMenu& menu)
     menu.addSeparator();
     menu.addAction(tr("&Save as Action List…"), this, &SequencePane::beginSaving)
         ->setEnabled(!parts_.list.requests(parts_.range()).empty());
+    menu.addSeparator();
+    menu.addAction(tr("&Load Tool Settings…"), this, [this] { chooseToolSettings(false); });
+    menu.addAction(tr("Save &Tool Settings…"), this, [this] { chooseToolSettings(true); })
+        ->setEnabled(row() >= 0);
 }
 
 void SequencePane::load(const SavedIn& saved)
@@ -131,14 +166,80 @@ void SequencePane::load(const SavedIn& saved)
             range = step.preferences.take(key).toString();
         }
     }
-    const QString text = tr("loading %1").arg(shownText(saved.name));
-    parts_.undo.beginMacro(text);
-    change(std::move(*steps), text);
-    if (!range.isEmpty()) {
-        emit rangeAsked(range);
+    changeWithRange(std::move(*steps), range, tr("loading %1").arg(shownText(saved.name)));
+}
+
+void SequencePane::takeOptions(int row, const StepRequest& options, const Favourite* favourite,
+                               const QString& text)
+{
+    auto taken = listed({options}, parts_.actions);
+    if (!taken) {
+        say(shownText(taken.error().sentence));
+        return;
     }
-    parts_.undo.endMacro();
-    say({});
+    ListedStep& step = taken->front();
+    if (favourite != nullptr) {
+        step.favourite = favourite->name;
+        step.favouriteIcon = favourite->icon;
+    }
+    ListedSteps steps = parts_.list.steps();
+    const int marks = parts_.list.marksRow();
+    const bool isMore = row < 0;
+    const bool takesMarks = isMore ? marks < 0 : row == marks;
+    const char* key = rangeKeyOf(step);
+    const QString range =
+        takesMarks && key != nullptr ? step.preferences.take(key).toString() : QString();
+    if (isMore) {
+        steps.push_back(std::move(step));
+    } else {
+        step.isOn = steps[static_cast<std::size_t>(row)].isOn;
+        steps[static_cast<std::size_t>(row)] = std::move(step);
+    }
+    changeWithRange(std::move(steps), range, text);
+    form_->view->setCurrentIndex(parts_.list.index(isMore ? parts_.list.rowCount() - 1 : row));
+}
+
+void SequencePane::loadToolSettings(const QString& path)
+{
+    const auto requests = savedSteps({SavedKind::ToolSettings, systemPath(path)});
+    if (!requests) {
+        say(tr("%1: %2", "a file's name and what is wrong with it")
+                .arg(shownName(requests.error().file), shownText(requests.error().sentence)));
+        return;
+    }
+    const StepRequest& options = requests->front();
+    const InstalledAction* action = actionNamed(parts_.actions, options.action);
+    const int chosen = row();
+    const bool isSame =
+        action != nullptr && chosen >= 0 &&
+        parts_.list.steps()[static_cast<std::size_t>(chosen)].action == action->action.name;
+    takeOptions(isSame ? chosen : -1, options, nullptr,
+                tr("loading %1").arg(shownName(systemPath(path))));
+}
+
+void SequencePane::saveToolSettings(const QString& path)
+{
+    if (row() < 0) {
+        return;
+    }
+    const Outcome saved =
+        saveAsToolSettings(path, parts_.list.request(row(), parts_.range()), parts_.actions);
+    const QString name = shownName(systemPath(path));
+    say(saved ? tr("Saved in “%1”.").arg(name)
+              : tr("%1: %2", "a file's name and what is wrong with it")
+                    .arg(name, shownText(saved.error().sentence)));
+}
+
+void SequencePane::chooseToolSettings(bool saves)
+{
+    askForFile(*this,
+               {saves ? tr("Save Tool Settings") : tr("Load Tool Settings"),
+                saves,
+                QStringLiteral("tsf"),
+                {tr("Tool settings files (*.tsf)"), tr("All files (*)")}},
+               [this, saves](const QString& path) {
+                   saves ? saveToolSettings(path) : loadToolSettings(path);
+               });
 }
 
 void SequencePane::configure()
@@ -227,10 +328,14 @@ void SequencePane::follow()
 {
     const int chosen = row();
     const int count = parts_.list.rowCount();
+    chosen_ = chosen >= 0 ? chosen : chosen_;
     form_->configureButton->setEnabled(chosen >= 0);
     form_->removeButton->setEnabled(chosen >= 0);
     form_->upButton->setEnabled(chosen > 0);
     form_->downButton->setEnabled(chosen >= 0 && chosen + 1 < count);
+    favourites_->setStep(chosen < 0 || chosen >= count
+                             ? nullptr
+                             : &parts_.list.steps()[static_cast<std::size_t>(chosen)]);
     askForHelp();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VantoraHost/core/actions/SavedSteps.h"
-#include "VantoraHost/desktop/sequence/InstalledActions.h"
+#include "VantoraHost/desktop/sequence/FavouriteBar.h"
 
 #include <QtWidgets/QWidget>
 
@@ -44,6 +44,13 @@ public:
     /// Takes saved steps in the place of these.
     void load(const SavedIn& saved);
 
+    /// Takes tool settings as the options of the chosen step where that is one of their action, and
+    /// else as a step more.
+    void loadToolSettings(const QString& path);
+
+    /// Saves the options of the chosen step.
+    void saveToolSettings(const QString& path);
+
 signals:
     /// The range of the pages that go was changed in a dialog or came with saved steps.
     void rangeAsked(const QString& range);
@@ -52,6 +59,10 @@ signals:
 
 private:
     void change(ListedSteps steps, const QString& text);
+    void changeWithRange(ListedSteps steps, const QString& range, const QString& text);
+    void takeOptions(int row, const StepRequest& options, const Favourite* favourite,
+                     const QString& text);
+    void chooseToolSettings(bool saves);
     int row() const;
     void fillAddMenu(QMenu& menu);
     void fillSavedMenu(QMenu& menu);
@@ -61,10 +72,13 @@ private:
     void beginSaving();
     void save();
     void follow();
+    void keepChosen();
     void say(const QString& message);
 
     const SequenceParts parts_;
+    FavouriteBar* const favourites_;
     QWidget& preview_;
+    int chosen_ = 0; ///< the row that was chosen last
     const std::unique_ptr<Ui::SequencePane> form_;
 };
 

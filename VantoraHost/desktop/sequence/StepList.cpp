@@ -3,8 +3,6 @@
 #include "VantoraApp/CActionUtils.h"
 #include "VantoraHost/core/actions/KnownAction.h"
 
-#include <QtGui/QIcon>
-
 #include <algorithm>
 #include <iterator>
 
@@ -132,15 +130,21 @@ std::vector<StepRequest> StepList::requests(const QString& range) const
         if (!step.isOn || (row == marks && range.isEmpty())) {
             continue;
         }
-        StepRequest request;
-        request.action = step.action;
-        request.stored = step.preferences;
-        if (row == marks) {
-            request.stored.insert(rangeKeyOf(step), range);
-        }
-        requests.push_back(std::move(request));
+        requests.push_back(request(row, range));
     }
     return requests;
+}
+
+StepRequest StepList::request(int row, const QString& range) const
+{
+    const ListedStep& step = steps_[static_cast<std::size_t>(row)];
+    StepRequest request;
+    request.action = step.action;
+    request.stored = step.preferences;
+    if (row == marksRow()) {
+        request.stored.insert(rangeKeyOf(step), range);
+    }
+    return request;
 }
 
 void StepList::setMarks(const QString& range)

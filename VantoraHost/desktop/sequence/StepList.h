@@ -5,6 +5,7 @@
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QMimeData>
 #include <QtCore/QString>
+#include <QtGui/QIcon>
 #include <QtWidgets/QUndoCommand>
 
 #include <vector>
@@ -18,7 +19,10 @@ struct ListedStep {
     QString icon;       ///< the file of its picture among the resources; may be empty
     PreferencesMap preferences;
     bool isOn = true;
+    std::string favourite; ///< the one that it had last, as bytes of the file system
+    QIcon favouriteIcon;
 
+    /// Whether both do the same.
     bool operator==(const ListedStep& other) const
     {
         return action == other.action && preferences == other.preferences && isOn == other.isOn;
@@ -54,6 +58,10 @@ public:
     /// The steps for documents whose marks are this range; without the marks' step where nothing is
     /// marked.
     std::vector<StepRequest> requests(const QString& range) const;
+
+    /// The step in a row, whether it is on or not, with the options that it has where `range` are
+    /// the marks.
+    StepRequest request(int row, const QString& range) const;
 
     /// What is shown below a step that has the marks' range, or its own.
     void setMarks(const QString& range);

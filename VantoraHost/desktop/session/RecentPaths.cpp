@@ -1,5 +1,7 @@
 #include "VantoraHost/desktop/session/RecentPaths.h"
 
+#include "VantoraHost/desktop/texts/ShownTexts.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 
@@ -37,8 +39,7 @@ void RecentMenu::fill()
     const int widest = 60 * fontMetrics().averageCharWidth();
     int number = 0;
     for (const QString& path : paths_.paths()) {
-        QString shown = fontMetrics().elidedText(path, Qt::ElideMiddle, widest);
-        shown.replace('&', "&&");
+        const QString shown = onButton(fontMetrics().elidedText(path, Qt::ElideMiddle, widest));
         number = (number + 1) % 10;
         QAction* action = addAction(QStringLiteral("&%1  %2").arg(number).arg(shown));
         action->setToolTip(path);

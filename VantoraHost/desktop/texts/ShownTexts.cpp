@@ -20,6 +20,11 @@ QString shownName(const std::string& path)
     return shownText(path.substr(path.rfind('/') + 1));
 }
 
+QString onButton(QString text)
+{
+    return text.replace('&', QLatin1String("&&"));
+}
+
 QString numberText(std::uint64_t number)
 {
     return QString::fromStdString(grouped(number));

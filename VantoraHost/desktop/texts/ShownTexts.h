@@ -13,6 +13,9 @@ QString shownText(const std::string& text);
 /// The name at the end of a path, as people see it.
 QString shownName(const std::string& path);
 
+/// A text as the entry of a menu or a button that shows it as it is.
+QString onButton(QString text);
+
 /// 12345 as "12,345".
 QString numberText(std::uint64_t number);
 

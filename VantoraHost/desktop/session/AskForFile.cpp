@@ -1,0 +1,20 @@
+#include "VantoraHost/desktop/session/AskForFile.h"
+
+#include <QtWidgets/QFileDialog>
+
+namespace vantora::desktop {
+
+void askForFile(QWidget& parent, const FileQuestion& question,
+                const std::function<void(const QString& path)>& then)
+{
+    auto* dialog = new QFileDialog(&parent, question.title);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(question.saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog->setFileMode(question.saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog->setDefaultSuffix(question.suffix);
+    dialog->setNameFilters(question.filters);
+    QObject::connect(dialog, &QFileDialog::fileSelected, &parent, then);
+    dialog->show();
+}
+
+} // namespace vantora::desktop
