@@ -1,5 +1,7 @@
 #include "VantoraHost/desktop/WindowActions.h"
 
+#include "VantoraHost/desktop/texts/ShownTexts.h"
+
 #include <QtWidgets/QUndoStack>
 
 namespace vantora::desktop {
@@ -32,9 +34,16 @@ QIcon windowPicture(const QString& name)
 }
 
 WindowActions::WindowActions(QUndoStack& stack, QObject* parent)
-    : QObject(parent), undo(stack.createUndoAction(this, tr("&Undo"))),
-      redo(stack.createRedoAction(this, tr("&Redo")))
+    : QObject(parent), undo(new QAction(this)), redo(new QAction(this))
 {
+    undo->setEnabled(false);
+    redo->setEnabled(false);
+    connect(undo, &QAction::triggered, &stack, &QUndoStack::undo);
+    connect(redo, &QAction::triggered, &stack, &QUndoStack::redo);
+    connect(&stack, &QUndoStack::canUndoChanged, undo, &QAction::setEnabled);
+    connect(&stack, &QUndoStack::canRedoChanged, redo, &QAction::setEnabled);
+    connect(&stack, &QUndoStack::undoTextChanged, this, &WindowActions::nameUndo);
+    connect(&stack, &QUndoStack::redoTextChanged, this, &WindowActions::nameRedo);
     shape(addFiles, tr("Add &Files…"), "AddFiles.png", QKeySequence::Open,
           tr("Add PDF files to the list"));
     shape(addFolder, tr("Add Fol&der…"), "AddFolder.png", QKeySequence("Ctrl+Shift+O"),
@@ -64,12 +73,23 @@ WindowActions::WindowActions(QUndoStack& stack, QObject* parent)
     shape(about, tr("&About"), QString(), QKeySequence(), tr("Show the program's version"));
     undo->setIcon(windowPicture("Undo.png"));
     undo->setShortcut(QKeySequence::Undo);
-    // A tool bar would move with each text.
-    undo->setIconText(tr("Undo"));
-    redo->setIconText(tr("Redo"));
+    nameUndo({});
+    nameRedo({});
     redo->setIcon(windowPicture("Redo.png"));
     redo->setShortcut(QKeySequence::Redo);
     setRunning(false);
+}
+
+void WindowActions::nameUndo(const QString& command)
+{
+    undo->setText(command.isEmpty() ? tr("&Undo") : tr("&Undo %1").arg(onButton(command)));
+    undo->setIconText(tr("Undo")); // a tool bar would move with each text
+}
+
+void WindowActions::nameRedo(const QString& command)
+{
+    redo->setText(command.isEmpty() ? tr("&Redo") : tr("&Redo %1").arg(onButton(command)));
+    redo->setIconText(tr("Redo"));
 }
 
 void WindowActions::setRunning(bool running)

@@ -40,6 +40,10 @@ public:
 
     /// The commands for the list of documents.
     QList<QAction*> forDocuments();
+
+private:
+    void nameUndo(const QString& command);
+    void nameRedo(const QString& command);
 };
 
 /// A picture of the window's own, by the name of its file.

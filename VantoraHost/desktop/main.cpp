@@ -6,10 +6,11 @@
 #include "VantoraHost/desktop/MainWindow.h"
 #include "VantoraHost/desktop/session/SingleWindow.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
+#include "VantoraHost/desktop/texts/Translations.h"
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QLocale>
 #include <QtCore/QTextCodec>
-#include <QtCore/QTranslator>
 #include <QtWidgets/QApplication>
 
 #include <signal.h>
@@ -61,10 +62,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationDisplayName(ProductTitle());
     QApplication::setDesktopFileName("vantora-desktop");
     std::setlocale(LC_NUMERIC, "C"); // the application has taken over the user's
-    QTranslator plurals;
-    if (plurals.load(":/Vantora/Resources/Translations/desktop_en.qm")) {
-        QCoreApplication::installTranslator(&plurals);
-    }
+    const Translations translations{QLocale::system()};
 
     vantora::Installation installation =
         vantora::installationOf(vantora::thisProgram(), std::getenv("VANTORA_ACTIONS_PATH"));

@@ -8,10 +8,9 @@ namespace vantora::desktop {
 
 namespace {
 
-QString tr(const char* source)
-{
-    return QCoreApplication::translate("ChoiceTexts", source);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ChoiceTexts)
+};
 
 bool needsArgument(ChoiceKind kind)
 {
@@ -28,24 +27,25 @@ std::vector<ChoiceWords> allChoiceWords()
     using Kind = ChoiceKind;
     using Field = ChoiceField;
     return {
-        {Kind::Blank, Field::Strictness, tr("Blank"), {}},
-        {Kind::Text, Field::Words, tr("With the words"),
-         tr("such as Draft; /expression/ for a regular one")},
-        {Kind::NoText, Field::None, tr("Without any text"), {}},
-        {Kind::Duplicate, Field::None, tr("Same as an earlier page"), {}},
-        {Kind::First, Field::Count, tr("The first"), {}},
-        {Kind::Last, Field::Count, tr("The last"), {}},
-        {Kind::Every, Field::Step, tr("One of every"), {}},
-        {Kind::Odd, Field::None, tr("With odd numbers"), {}},
-        {Kind::Even, Field::None, tr("With even numbers"), {}},
-        {Kind::Range, Field::Range, tr("With the numbers"), tr("such as 1,4-6,9-15")},
-        {Kind::Label, Field::Label, tr("With the labels"), tr("such as iv-x or A-3")},
-        {Kind::Bookmark, Field::Title, tr("Under the bookmark"), tr("its title, such as Appendix")},
-        {Kind::Size, Field::Size, tr("Of the size"), tr("such as A4 or 210x297mm")},
-        {Kind::Portrait, Field::None, tr("Upright"), {}},
-        {Kind::Landscape, Field::None, tr("Sideways"), {}},
-        {Kind::Colour, Field::None, tr("In colour"), {}},
-        {Kind::Grey, Field::None, tr("Without colour"), {}},
+        {Kind::Blank, Field::Strictness, Words::tr("Blank"), {}},
+        {Kind::Text, Field::Words, Words::tr("With the words"),
+         Words::tr("such as Draft; /expression/ for a regular one")},
+        {Kind::NoText, Field::None, Words::tr("Without any text"), {}},
+        {Kind::Duplicate, Field::None, Words::tr("Same as an earlier page"), {}},
+        {Kind::First, Field::Count, Words::tr("The first"), {}},
+        {Kind::Last, Field::Count, Words::tr("The last"), {}},
+        {Kind::Every, Field::Step, Words::tr("One of every"), {}},
+        {Kind::Odd, Field::None, Words::tr("With odd numbers"), {}},
+        {Kind::Even, Field::None, Words::tr("With even numbers"), {}},
+        {Kind::Range, Field::Range, Words::tr("With the numbers"), Words::tr("such as 1,4-6,9-15")},
+        {Kind::Label, Field::Label, Words::tr("With the labels"), Words::tr("such as iv-x or A-3")},
+        {Kind::Bookmark, Field::Title, Words::tr("Under the bookmark"),
+         Words::tr("its title, such as Appendix")},
+        {Kind::Size, Field::Size, Words::tr("Of the size"), Words::tr("such as A4 or 210x297mm")},
+        {Kind::Portrait, Field::None, Words::tr("Upright"), {}},
+        {Kind::Landscape, Field::None, Words::tr("Sideways"), {}},
+        {Kind::Colour, Field::None, Words::tr("In colour"), {}},
+        {Kind::Grey, Field::None, Words::tr("Without colour"), {}},
     };
 }
 

@@ -4,6 +4,7 @@
 #include "VantoraHost/desktop/pages/Marks.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
+#include <QtCore/QLocale>
 #include <QtWidgets/QUndoStack>
 
 #include <algorithm>
@@ -283,7 +284,7 @@ QString Chooser::reasonOf(DocumentId id, int page) const
     return found->reason.rfind("duplicate", 0) == 0
                ? tr("same as page %1").arg(*found->figure)
                : tr("%1: %2 % of it differs from the paper", "a choice and a share")
-                     .arg(shownText(found->reason), QString::number(*found->figure, 'g', 2));
+                     .arg(shownText(found->reason), QLocale().toString(*found->figure, 'g', 2));
 }
 
 } // namespace vantora::desktop

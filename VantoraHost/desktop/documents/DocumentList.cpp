@@ -113,7 +113,7 @@ QString DocumentList::display(const Document& document, int column) const
         return going ? numberText(static_cast<std::uint64_t>(*going)) : QString();
     }
     case Size:
-        return document.read ? QString::fromStdString(sizeText(document.bytes)) : QString();
+        return document.read ? sizeShown(document.bytes) : QString();
     case State:
         return document.error && document.state != DocumentState::Locked
                    ? tr("%1: %2", "a state and its reason")

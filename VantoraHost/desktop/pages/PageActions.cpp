@@ -42,13 +42,13 @@ PageActions::PageActions(QObject* parent)
       selectAll(made(parent, "selectAllPages", tr("&Select All Pages"), QKeySequence::SelectAll)),
       review(
           checkable(made(parent, "review", tr("Re&view All Removed Pages"), Qt::CTRL | Qt::Key_R))),
-      zoomIn(made(parent, "zoomIn", tr("Zoom &In"), QKeySequence::ZoomIn)),
-      zoomOut(made(parent, "zoomOut", tr("Zoom &Out"), QKeySequence::ZoomOut)),
+      zoomIn(made(parent, "zoomIn", tr("Zoom I&n"), QKeySequence::ZoomIn)),
+      zoomOut(made(parent, "zoomOut", tr("Zoom O&ut"), QKeySequence::ZoomOut)),
       wholePage(checkable(made(parent, "wholePage", tr("One Page at a &Time"), Qt::Key_Return))),
       largePage(
           checkable(made(parent, "largePage", tr("Current Page &Large"), Qt::CTRL | Qt::Key_L))),
       goTo(made(parent, "goToPage", tr("&Go to Page..."), Qt::CTRL | Qt::Key_G)),
-      retry(made(parent, "retryPictures", tr("&Draw Again"), QKeySequence::Refresh))
+      retry(made(parent, "retryPictures", tr("Dra&w Again"), QKeySequence::Refresh))
 {
     review->setIconText(tr("Review All")); // on its button, beside the range, which needs the room
     zoomIn->setShortcuts({QKeySequence(QKeySequence::ZoomIn), Qt::CTRL | Qt::Key_Equal});

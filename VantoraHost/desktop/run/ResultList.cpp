@@ -88,8 +88,7 @@ QString ResultList::display(const RunResult& result, int column) const
     case Size:
         return report.bytesBefore && report.bytesAfter
                    ? tr("%1 → %2", "before and after")
-                         .arg(shownText(sizeText(*report.bytesBefore)),
-                              shownText(sizeText(*report.bytesAfter)))
+                         .arg(sizeShown(*report.bytesBefore), sizeShown(*report.bytesAfter))
                    : QString();
     case Output:
         return isDone ? shownText(report.output) : QString();

@@ -151,8 +151,7 @@ QString summaryText(const RunSummary& summary, std::size_t total, bool cancelled
     }
     if (summary.sizeAfter() > 0) {
         parts << ResultsPane::tr("%1 before, %2 after", "sizes")
-                     .arg(QString::fromStdString(sizeText(summary.sizeBefore())),
-                          QString::fromStdString(sizeText(summary.sizeAfter())));
+                     .arg(sizeShown(summary.sizeBefore()), sizeShown(summary.sizeAfter()));
     }
     QString text = parts.join(QStringLiteral(" · "));
     if (cancelled) {

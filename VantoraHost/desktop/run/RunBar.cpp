@@ -140,10 +140,10 @@ void RunBar::showProgress(const RunProgress& progress)
     }
     if (progress.rate > 0) {
         parts << tr("%1 a second")
-                     .arg(QString::fromStdString(
+                     .arg(figureText(
                          rateText(progress.finished,
                                   static_cast<double>(progress.finished) / progress.rate)))
-              << tr("%1 left").arg(QString::fromStdString(durationText(progress.left)));
+              << tr("%1 left").arg(figureText(durationText(progress.left)));
     }
     form_->progressLabel->setText(parts.join(QStringLiteral(" · ")));
 }

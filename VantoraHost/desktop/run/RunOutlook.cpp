@@ -20,7 +20,8 @@ QString outlookText(const RunOutlook& outlook)
                                                  "pages, documents")
                          .arg(QCoreApplication::translate("RunOutlook", "%n page(s)", nullptr,
                                                           asCount(plan.pages)),
-                              QCoreApplication::translate("RunOutlook", "%n document(s)", nullptr,
+                              QCoreApplication::translate("RunOutlook", "%n document(s)",
+                                                          "after: will go from",
                                                           asCount(plan.documents)));
     }
     if (plan.replaced > 0) {
@@ -30,11 +31,10 @@ QString outlookText(const RunOutlook& outlook)
     }
     if (!plan.refused.empty()) {
         const Error& first = plan.refused.front();
-        sentences << QCoreApplication::translate("RunOutlook", "%1 can't be written: %2.",
-                                                 "documents, the first reason")
-                         .arg(QCoreApplication::translate("RunOutlook", "%n document(s)", nullptr,
-                                                          asCount(plan.refused.size())),
-                              shownName(first.file) + QStringLiteral(": ") + explained(first));
+        sentences << QCoreApplication::translate("RunOutlook",
+                                                 "%n document(s) can't be written: %1.",
+                                                 "the first reason", asCount(plan.refused.size()))
+                         .arg(shownName(first.file) + QStringLiteral(": ") + explained(first));
     }
     if (plan.untouched > 0) {
         sentences << QCoreApplication::translate(

@@ -28,7 +28,7 @@ void RecentPaths::add(const QStringList& opened)
 
 RecentMenu::RecentMenu(RecentPaths& paths, QWidget* parent) : QMenu(parent), paths_(paths)
 {
-    setTitle(tr("Open &Recent"));
+    setTitle(tr("Open Re&cent"));
     setToolTipsVisible(true);
     connect(this, &QMenu::aboutToShow, this, &RecentMenu::fill);
 }

@@ -3,7 +3,9 @@
 #include "VantoraHost/core/Figures.h"
 #include "VantoraHost/core/ShownText.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
+#include <QtCore/QLocale>
 
 #include <algorithm>
 #include <limits>
@@ -25,9 +27,29 @@ QString onButton(QString text)
     return text.replace('&', QLatin1String("&&"));
 }
 
+QString figureText(const std::string& figures)
+{
+    const QLocale locale;
+    QString text;
+    for (const QChar& mark : QString::fromStdString(figures)) {
+        text += locale == QLocale::c() ? mark
+                : mark == ','          ? locale.groupSeparator()
+                : mark == '.'          ? locale.decimalPoint()
+                                       : mark;
+    }
+    return text;
+}
+
 QString numberText(std::uint64_t number)
 {
-    return QString::fromStdString(grouped(number));
+    return figureText(grouped(number));
+}
+
+QString sizeShown(std::uint64_t bytes)
+{
+    return bytes < 1000
+               ? QCoreApplication::translate("ShownTexts", "%n byte(s)", nullptr, asCount(bytes))
+               : figureText(sizeText(bytes));
 }
 
 int asCount(std::uint64_t number)

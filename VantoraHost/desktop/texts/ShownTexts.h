@@ -16,8 +16,14 @@ QString shownName(const std::string& path);
 /// A text as the entry of a menu or a button that shows it as it is.
 QString onButton(QString text);
 
-/// 12345 as "12,345".
+/// Figures of the core, such as "12,345" or "10.1 kB", with the marks of the user's country.
+QString figureText(const std::string& figures);
+
+/// 12345 as "12,345", in the same way.
 QString numberText(std::uint64_t number);
+
+/// A size such as "1 byte", "812 bytes" or "10.1 kB".
+QString sizeShown(std::uint64_t bytes);
 
 /// A number as texts with plural forms count.
 int asCount(std::uint64_t number);

@@ -19,6 +19,94 @@
     </message>
 </context>
 <context>
+    <name>RunOutlook</name>
+    <message numerus="yes">
+        <source>%n page(s)</source>
+        <translation>
+            <numerusform>%n page</numerusform>
+            <numerusform>%n pages</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n file(s) that exist will be replaced.</source>
+        <translation>
+            <numerusform>%n file that exists will be replaced.</numerusform>
+            <numerusform>%n files that exist will be replaced.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s) without marked pages stay as they are.</source>
+        <translation>
+            <numerusform>%n document without marked pages stays as it is.</numerusform>
+            <numerusform>%n documents without marked pages stay as they are.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s) are done.</source>
+        <translation>
+            <numerusform>%n document is done.</numerusform>
+            <numerusform>%n documents are done.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s) that can&apos;t be read are left out.</source>
+        <translation>
+            <numerusform>%n document that can&apos;t be read is left out.</numerusform>
+            <numerusform>%n documents that can&apos;t be read are left out.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <comment>after: will go from</comment>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s) can&apos;t be written: %1.</source>
+        <comment>the first reason</comment>
+        <translation>
+            <numerusform>%n document can&apos;t be written: %1.</numerusform>
+            <numerusform>%n documents can&apos;t be written: %1.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ShownTexts</name>
+    <message numerus="yes">
+        <source>%n byte(s)</source>
+        <translation>
+            <numerusform>%n byte</numerusform>
+            <numerusform>%n bytes</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::ChoosePane</name>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n page(s)</source>
+        <translation>
+            <numerusform>%n page</numerusform>
+            <numerusform>%n pages</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s) can&apos;t be judged and keep the marks that they had:</source>
+        <translation>
+            <numerusform>%n document can&apos;t be judged and keeps the marks that it had:</numerusform>
+            <numerusform>%n documents can&apos;t be judged and keep the marks that they had:</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>vantora::desktop::DocumentsPane</name>
     <message numerus="yes">
         <source>Looking for documents: %n found</source>
@@ -34,6 +122,16 @@
             <numerusform>Reading: %n documents left</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::MainWindow</name>
     <message numerus="yes">
         <source>%n document(s)</source>
         <translation>
@@ -65,6 +163,30 @@
         <translation>
             <numerusform>%n document</numerusform>
             <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::RangesFiles</name>
+    <message numerus="yes">
+        <source>%n document(s) have their pages from the list</source>
+        <translation>
+            <numerusform>%n document has its pages from the list</numerusform>
+            <numerusform>%n documents have their pages from the list</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n that it doesn&apos;t name stay as they were</source>
+        <translation>
+            <numerusform>%n that it doesn&apos;t name stays as it was</numerusform>
+            <numerusform>%n that it doesn&apos;t name stay as they were</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The pages of %n document(s) are saved as %1.</source>
+        <translation>
+            <numerusform>The pages of %n document are saved as %1.</numerusform>
+            <numerusform>The pages of %n documents are saved as %1.</numerusform>
         </translation>
     </message>
 </context>
@@ -110,92 +232,6 @@
     </message>
 </context>
 <context>
-    <name>RunOutlook</name>
-    <message numerus="yes">
-        <source>%n page(s)</source>
-        <translation>
-            <numerusform>%n page</numerusform>
-            <numerusform>%n pages</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n document(s)</source>
-        <translation>
-            <numerusform>%n document</numerusform>
-            <numerusform>%n documents</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n file(s) that exist will be replaced.</source>
-        <translation>
-            <numerusform>%n file that exists will be replaced.</numerusform>
-            <numerusform>%n files that exist will be replaced.</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n document(s) without marked pages stay as they are.</source>
-        <translation>
-            <numerusform>%n document without marked pages stays as it is.</numerusform>
-            <numerusform>%n documents without marked pages stay as they are.</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n document(s) are done.</source>
-        <translation>
-            <numerusform>%n document is done.</numerusform>
-            <numerusform>%n documents are done.</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n document(s) that can&apos;t be read are left out.</source>
-        <translation>
-            <numerusform>%n document that can&apos;t be read is left out.</numerusform>
-            <numerusform>%n documents that can&apos;t be read are left out.</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>vantora::desktop::Workbench</name>
-    <message numerus="yes">
-        <source>%n document(s)</source>
-        <translation>
-            <numerusform>%n document</numerusform>
-            <numerusform>%n documents</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n document(s) have changed on the disk and are read anew. Look at them, and run it then.</source>
-        <translation>
-            <numerusform>%n document has changed on the disk and is read anew. Look at it, and run it then.</numerusform>
-            <numerusform>%n documents have changed on the disk and are read anew. Look at them, and run it then.</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>vantora::desktop::ChoosePane</name>
-    <message numerus="yes">
-        <source>%n document(s)</source>
-        <translation>
-            <numerusform>%n document</numerusform>
-            <numerusform>%n documents</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n page(s)</source>
-        <translation>
-            <numerusform>%n page</numerusform>
-            <numerusform>%n pages</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n document(s) can&apos;t be judged and keep the marks that they had:</source>
-        <translation>
-            <numerusform>%n document can&apos;t be judged and keeps the marks that it had:</numerusform>
-            <numerusform>%n documents can&apos;t be judged and keep the marks that they had:</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
     <name>vantora::desktop::UndoController</name>
     <message numerus="yes">
         <source>%n original(s) put back</source>
@@ -227,7 +263,7 @@
     </message>
 </context>
 <context>
-    <name>vantora::desktop::MainWindow</name>
+    <name>vantora::desktop::Workbench</name>
     <message numerus="yes">
         <source>%n document(s)</source>
         <translation>
@@ -235,28 +271,11 @@
             <numerusform>%n documents</numerusform>
         </translation>
     </message>
-</context>
-<context>
-    <name>vantora::desktop::RangesFiles</name>
     <message numerus="yes">
-        <source>%n document(s) have their pages from the list</source>
+        <source>%n document(s) have changed on the disk and are read anew. Look at them, and run it then.</source>
         <translation>
-            <numerusform>%n document has its pages from the list</numerusform>
-            <numerusform>%n documents have their pages from the list</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n that it doesn&apos;t name stay as they were</source>
-        <translation>
-            <numerusform>%n that it doesn&apos;t name stays as it was</numerusform>
-            <numerusform>%n that it doesn&apos;t name stay as they were</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>The pages of %n document(s) are saved as %1.</source>
-        <translation>
-            <numerusform>The pages of %n document are saved as %1.</numerusform>
-            <numerusform>The pages of %n documents are saved as %1.</numerusform>
+            <numerusform>%n document has changed on the disk and is read anew. Look at it, and run it then.</numerusform>
+            <numerusform>%n documents have changed on the disk and are read anew. Look at them, and run it then.</numerusform>
         </translation>
     </message>
 </context>
