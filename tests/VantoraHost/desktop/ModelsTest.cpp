@@ -1,12 +1,7 @@
 #include "VantoraHost/core/actions/DeletePagesOptions.h"
 #include "VantoraHost/desktop/DesktopArguments.h"
-#include "VantoraHost/desktop/choosing/ChoosePane.h"
 #include "VantoraHost/desktop/documents/DiskWatch.h"
-#include "VantoraHost/desktop/documents/DocumentCommands.h"
 #include "VantoraHost/desktop/documents/DocumentFilter.h"
-#include "VantoraHost/desktop/documents/DocumentsPane.h"
-#include "VantoraHost/desktop/run/ResultsPane.h"
-#include "VantoraHost/desktop/run/RunBar.h"
 #include "VantoraHost/desktop/run/RunOutlook.h"
 #include "VantoraHost/desktop/run/RunRemedy.h"
 #include "VantoraHost/desktop/sequence/StepList.h"
@@ -15,7 +10,6 @@
 #include <QtCore/QFile>
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QTranslator>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -399,28 +393,6 @@ TEST(Outlook, SaysWhatHoldsARunUpOrWhatItWillDo)
     const std::string text = outlookText(outlook).toStdString();
     EXPECT_THAT(text, HasSubstr("a.pdf: the output exists; choose to replace it"));
     EXPECT_THAT(text, testing::Not(HasSubstr("stay as they are")));
-}
-
-TEST(Translations, CountInEnglish)
-{
-    QTranslator english;
-    ASSERT_TRUE(english.load(":/Vantora/Resources/Translations/desktop_en.qm"));
-    QCoreApplication::installTranslator(&english);
-    const auto texts = [](int count) {
-        return QStringList({DocumentsPane::tr("%n document(s)", nullptr, count),
-                            ResultsPane::tr("%n page(s) removed", nullptr, count),
-                            RunBar::tr("%n document(s)", nullptr, count),
-                            ChoosePane::tr("%n page(s)", nullptr, count),
-                            UndoController::tr("%n result(s) removed", nullptr, count),
-                            QCoreApplication::translate("RunOutlook", "%n page(s)", nullptr, count),
-                            AddDocuments(*std::make_unique<DocumentList>(),
-                                         std::vector<Document>(static_cast<std::size_t>(count)), 0)
-                                .text()});
-    };
-    EXPECT_EQ(texts(1), QStringList({"1 document", "1 page removed", "1 document", "1 page",
-                                     "1 result removed", "1 page", "adding a document"}));
-    EXPECT_EQ(texts(3), QStringList({"3 documents", "3 pages removed", "3 documents", "3 pages",
-                                     "3 results removed", "3 pages", "adding 3 documents"}));
 }
 
 TEST(Remedies, NameNoOptionOfTheCommandLine)

@@ -3,7 +3,6 @@
 #include <QtCore/QMimeData>
 #include <QtCore/QUrl>
 #include <QtGui/QDropEvent>
-#include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 
@@ -26,25 +25,6 @@ TEST_F(Window, HasTheNamesThatActionsLookForAndSaysWhatToDo)
     EXPECT_NE(window->findChild<QWidget*>("VantoraPreviewClass"), nullptr);
     EXPECT_TRUE(part<QLabel>("titleLabel").isVisible());
     EXPECT_FALSE(part<QWidget>("runButton").isEnabled());
-}
-
-TEST_F(Window, LeavesTheLettersOfTheMenusToThem)
-{
-    const auto letterOf = [](const QString& text) {
-        const int mark = text.indexOf('&');
-        return mark < 0 || mark + 1 >= text.size() ? QChar() : text.at(mark + 1).toLower();
-    };
-    QSet<QChar> letters;
-    for (const QAction* menu : window->menuBar()->actions()) {
-        letters.insert(letterOf(menu->text()));
-    }
-    ASSERT_EQ(letters.size(), 5);
-    for (const auto* button : window->findChildren<QAbstractButton*>()) {
-        EXPECT_FALSE(letters.contains(letterOf(button->text()))) << button->text().toStdString();
-    }
-    for (const auto* label : window->findChildren<QLabel*>()) {
-        EXPECT_FALSE(letters.contains(letterOf(label->text()))) << label->text().toStdString();
-    }
 }
 
 TEST_F(Window, RemovesTwoPagesFromTwentyDocumentsThatAreDroppedOnIt)

@@ -1,0 +1,112 @@
+"""Holds the translations of the window against its sources and against themselves.
+
+translations_test.py LUPDATE SOURCE_DIR SCRATCH_DIR
+"""
+import re
+import shutil
+import sys
+import unittest
+import xml.etree.ElementTree as ElementTree
+from pathlib import Path
+
+LUPDATE, SOURCE_DIR, SCRATCH_DIR = sys.argv.pop(1), Path(sys.argv.pop(1)), Path(sys.argv.pop(1))
+TRANSLATIONS = SOURCE_DIR / "VantoraHost/resources/translations"
+sys.path.insert(0, str(TRANSLATIONS))
+sys.dont_write_bytecode = True
+from update_translations import update  # noqa: E402
+
+GERMAN, ENGLISH = "desktop_de.ts", "desktop_en.ts"
+FORMS = 2  # of plurals, in both languages
+
+
+def messages(root):
+    """The messages of a file: (context, source, comment) -> element."""
+    return {(context.findtext("name"), message.findtext("source"), message.findtext("comment")): message
+            for context in root.iter("context") for message in context.iter("message")}
+
+
+def marks(text):
+    """What stands for something in a text, each as often as it does."""
+    return sorted(re.findall(r"%(?:\d+|n)|\{\w+\}", text))
+
+
+def letters(text):
+    return len(re.findall(r"&[^&\s]", text.replace("&&", "")))
+
+
+def fault(message):
+    """What is wrong with a message; None for nothing."""
+    source, translation = message.findtext("source"), message.find("translation")
+    if translation is None or translation.get("type"):
+        return "is not finished"
+    plural = message.get("numerus") == "yes"
+    texts = [form.text for form in translation] if plural else [translation.text]
+    if plural and len(texts) != FORMS:
+        return "has another number of forms"
+    for text in texts:
+        if not text:
+            return "is empty"
+        if marks(text) != marks(source):
+            return "has other marks"
+        if letters(text) != letters(source):
+            return "has another number of letters for the keyboard"
+        if text.count("\n") != source.count("\n") or source.endswith("…") != text.endswith("…"):
+            return "ends or breaks in another way"
+    return None
+
+
+class Translations(unittest.TestCase):
+    def updated(self, name):
+        SCRATCH_DIR.mkdir(parents=True, exist_ok=True)
+        copy = SCRATCH_DIR / name
+        shutil.copy(TRANSLATIONS / name, copy)
+        complaints = update(LUPDATE, SOURCE_DIR, SCRATCH_DIR, [copy])
+        self.assertEqual(complaints, "", "lupdate may have overlooked texts")
+        return ElementTree.parse(copy).getroot()
+
+    def test_they_have_the_texts_of_the_sources_and_no_others(self):
+        for name in (GERMAN, ENGLISH):
+            before = messages(ElementTree.parse(TRANSLATIONS / name).getroot())
+            after = messages(self.updated(name))
+            self.assertGreater(len(after), 20)
+            self.assertEqual(set(before), set(after), f"{name}: build the target update_translations")
+
+    def test_each_text_is_translated_with_all_that_stands_in_it(self):
+        for name in (GERMAN, ENGLISH):
+            faults = {key: fault(message) for key, message
+                      in messages(ElementTree.parse(TRANSLATIONS / name).getroot()).items()}
+            if name == ENGLISH:  # "removing a document" is better English
+                faults = {key: why for key, why in faults.items() if why != "has other marks"}
+            self.assertEqual({key: why for key, why in faults.items() if why}, {}, name)
+
+    def test_texts_belong_to_what_the_program_looks_them_up_by(self):
+        contexts = {context for context, _, _ in messages(self.updated(GERMAN))}
+        self.assertEqual(contexts & {"", "vantora", "vantora::desktop"}, set())
+        self.assertLessEqual({"vantora::desktop::MainWindow", "RunBar", "RunRemedy"}, contexts)
+
+    def test_faults_are_found(self):
+        rows = [
+            ("unfinished", "<source>a</source><translation type='unfinished'>b</translation>"),
+            ("gone from the sources", "<source>a</source><translation type='vanished'>b</translation>"),
+            ("empty", "<source>a</source><translation></translation>"),
+            ("without a mark", "<source>%1 of %2</source><translation>%1 von</translation>"),
+            ("with a mark twice", "<source>%1</source><translation>%1 %1</translation>"),
+            ("without its name", "<source>{name}</source><translation>{Name}</translation>"),
+            ("without a letter", "<source>&amp;File</source><translation>Datei</translation>"),
+            ("with two letters", "<source>&amp;File</source><translation>&amp;Da&amp;tei</translation>"),
+            ("without its dots", "<source>Open…</source><translation>Öffnen</translation>"),
+        ]
+        for name, text in rows:
+            with self.subTest(name=name):
+                self.assertIsNotNone(fault(ElementTree.fromstring(f"<message>{text}</message>")))
+        plural = ("<message numerus='yes'><source>%n page(s)</source><translation>"
+                  "<numerusform>%n Seite</numerusform>{}</translation></message>")
+        self.assertIsNotNone(fault(ElementTree.fromstring(plural.format(""))))
+        self.assertIsNotNone(fault(ElementTree.fromstring(
+            plural.format("<numerusform>Seiten</numerusform>"))))
+        self.assertIsNone(fault(ElementTree.fromstring(
+            plural.format("<numerusform>%n Seiten</numerusform>"))))
+
+
+if __name__ == "__main__":
+    unittest.main()
