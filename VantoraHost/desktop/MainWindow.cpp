@@ -9,6 +9,7 @@
 #include "VantoraHost/desktop/pages/PagesPane.h"
 #include "VantoraHost/desktop/run/ResultsPane.h"
 #include "VantoraHost/desktop/run/RunBar.h"
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/sequence/SequencePane.h"
 #include "VantoraHost/desktop/session/AskForFile.h"
 #include "VantoraHost/desktop/session/Notice.h"
@@ -387,11 +388,15 @@ void MainWindow::chooseFiles(bool folders)
 
 void MainWindow::chooseRangesFile(bool saves)
 {
+    const auto id = documents_->current();
+    const Document* current = id ? workbench_.list.find(*id) : nullptr;
     askForFile(*this,
                {saves ? tr("Save Pages") : tr("Load Pages"),
                 saves,
                 QStringLiteral("tsv"),
-                {tr("Lists of pages (*.tsv *.csv *.txt)"), tr("All files (*)")}},
+                {tr("Lists of pages (*.tsv *.csv *.txt)"), tr("All files (*)")},
+                current ? QFileInfo(qtPath(current->input.path)).absolutePath() : QString(),
+                saves ? tr("pages.tsv", "a file's name that is proposed") : QString()},
                [this, saves](const QString& path) {
                    if (saves) {
                        workbench_.ranges.save(path);
@@ -463,8 +468,8 @@ void MainWindow::endRun(bool cancelled, const QString& error)
     results_->showSummary(workbench_.runs.summary(), inRun_, cancelled, error);
     results_->setUndoable(workbench_.canUndoRun());
     if (const auto& fault = workbench_.runs.reportFault()) {
-        showNote(
-            tr("This run can't be undone later: %1.", "a reason").arg(shownText(fault->sentence)));
+        showNote(tr("This run can't be undone later: %1.", "a reason")
+                     .arg(shownSentence(fault->sentence)));
     }
     results_->focusList(); // the fields that had the keyboard were switched off meanwhile
     closing_->hide();

@@ -1,5 +1,7 @@
 #include "VantoraHost/desktop/choosing/ChoiceTexts.h"
 
+#include "VantoraHost/desktop/sentences/Sentences.h"
+
 #include <QtCore/QCoreApplication>
 
 #include <algorithm>
@@ -66,7 +68,7 @@ QString ChoiceDraft::fault() const
         return {};
     }
     const auto choice = Choice::of(text().toStdString());
-    return choice ? QString() : QString::fromStdString(choice.error());
+    return choice ? QString() : shownSentence(choice.error());
 }
 
 ChoiceTexts ChoiceTexts::of(const std::vector<ChoiceDraft>& drafts, bool keepsOnly)

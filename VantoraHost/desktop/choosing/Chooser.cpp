@@ -2,6 +2,7 @@
 
 #include "VantoraHost/core/documents/PageSurvey.h"
 #include "VantoraHost/desktop/pages/Marks.h"
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtCore/QLocale>
@@ -162,10 +163,11 @@ std::optional<RangeMarks> Chooser::foundIn(const Result<std::string>& line, Judg
     reasons_ -= judged.pages.size(); // it may be answered a second time
     judged.pages.clear();
     if (!survey) {
-        judged.sentence = shownText(survey.error().sentence);
+        judged.sentence = shownSentence(survey.error().sentence);
         return std::nullopt;
     }
-    judged.sentence = survey->warnings.empty() ? QString() : shownText(survey->warnings.front());
+    judged.sentence =
+        survey->warnings.empty() ? QString() : shownSentence(survey->warnings.front());
     judged.count = survey->chosen.size();
     const QString range = QString::fromStdString(rangeTextOf(survey->chosen));
     if (reasons_ + judged.count <= mostReasons) {

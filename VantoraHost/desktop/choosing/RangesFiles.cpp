@@ -4,6 +4,7 @@
 #include "VantoraHost/core/outputs/TextFile.h"
 #include "VantoraHost/desktop/documents/DocumentCommands.h"
 #include "VantoraHost/desktop/pages/MarkCommand.h"
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtWidgets/QUndoStack>
@@ -38,7 +39,7 @@ private:
 QString sentenceOf(const Error& error)
 {
     return RangesFiles::tr("%1: %2.", "a file and what is wrong with it")
-        .arg(shownName(error.file), shownText(error.sentence));
+        .arg(shownName(error.file), shownSentence(error.sentence));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "VantoraHost/desktop/documents/DocumentList.h"
 
 #include "VantoraHost/core/Figures.h"
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtCore/QCoreApplication>
@@ -75,8 +76,9 @@ QVariant DocumentList::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return display(document, index.column());
     case Qt::ToolTipRole:
-        return document.error ? shownText(document.input.path + ": " + document.error->sentence)
-                              : shownText(document.input.path);
+        return document.error
+                   ? shownText(document.input.path) + ": " + shownSentence(document.error->sentence)
+                   : shownText(document.input.path);
     case Qt::TextAlignmentRole: {
         const bool isNumber =
             index.column() == Pages || index.column() == Going || index.column() == Size;
@@ -117,7 +119,7 @@ QString DocumentList::display(const Document& document, int column) const
     case State:
         return document.error && document.state != DocumentState::Locked
                    ? tr("%1: %2", "a state and its reason")
-                         .arg(stateText(document.state), shownText(document.error->sentence))
+                         .arg(stateText(document.state), shownSentence(document.error->sentence))
                    : stateText(document.state);
     default:
         return {};

@@ -1,5 +1,6 @@
 #include "VantoraHost/desktop/documents/DocumentsPane.h"
 
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include "ui_DocumentsPane.h"
@@ -30,6 +31,7 @@ DocumentsPane::DocumentsPane(DocumentList& list, DocumentsController& controller
     for (int column = 0; column < DocumentList::Folder; ++column) {
         form_->view->setColumnWidth(column, letters[column] * letter);
     }
+    fitTitles();
     for (const QString& text : {tr("All"), tr("Ready"), tr("Locked"), tr("In trouble")}) {
         form_->stateCombo->addItem(text);
     }
@@ -133,6 +135,15 @@ QByteArray DocumentsPane::saveState() const
 void DocumentsPane::restoreState(const QByteArray& state)
 {
     form_->view->header()->restoreState(state);
+    fitTitles(); // the window may have spoken another language
+}
+
+void DocumentsPane::fitTitles()
+{
+    for (int column = 0; column < DocumentList::Columns; ++column) {
+        const int title = form_->view->header()->sectionSizeHint(column);
+        form_->view->setColumnWidth(column, std::max(form_->view->columnWidth(column), title));
+    }
 }
 
 void DocumentsPane::showStatus()
@@ -169,7 +180,7 @@ void DocumentsPane::showDetail()
     } else if (document != nullptr && document->error) {
         form_->detailLabel->setText(
             tr("%1: %2", "a document and what is wrong with it")
-                .arg(nameOf(*document), shownText(document->error->sentence)));
+                .arg(nameOf(*document), shownSentence(document->error->sentence)));
     }
 }
 

@@ -50,6 +50,7 @@ signals:
 
 private:
     void chooseFirst();
+    void fitTitles();
     void showStatus();
     void showDetail();
     void tryPassword();

@@ -1,6 +1,7 @@
 #include "VantoraHost/desktop/pages/PageSet.h"
 
 #include "VantoraHost/core/PageRangeFault.h"
+#include "VantoraHost/desktop/sentences/Sentences.h"
 
 #include <QtCore/QStringList>
 
@@ -36,7 +37,7 @@ std::optional<PageSet> PageSet::ofText(const QString& text, QString* fault)
     }
     if (const auto wrong = pageRangeFault(range)) {
         if (fault) {
-            *fault = *wrong;
+            *fault = shownSentence(wrong->toStdString());
         }
         return std::nullopt;
     }

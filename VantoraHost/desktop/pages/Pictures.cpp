@@ -1,5 +1,7 @@
 #include "VantoraHost/desktop/pages/Pictures.h"
 
+#include "VantoraHost/desktop/sentences/Sentences.h"
+
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
 
 #include <QtCore/QFile>
@@ -190,7 +192,7 @@ void Pictures::arrive(const Arrival& arrival)
     const int page = answer.wish.task ? answer.wish.task->page : 0;
     if (!answer.what) {
         emit failed(document, answer.ofDocument ? 0 : page,
-                    QString::fromStdString(answer.what.error().sentence));
+                    shownSentence(answer.what.error().sentence));
     } else if (const auto* opened = std::get_if<PictureOpened>(&*answer.what)) {
         emit pagesKnown(document, opened->pages);
     } else if (const auto* told = std::get_if<ShownPages>(&*answer.what)) {

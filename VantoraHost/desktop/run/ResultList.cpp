@@ -3,6 +3,7 @@
 #include "VantoraHost/core/Figures.h"
 #include "VantoraHost/desktop/documents/DocumentList.h"
 #include "VantoraHost/desktop/run/RunRemedy.h"
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtGui/QIcon>
@@ -76,7 +77,7 @@ QString ResultList::display(const RunResult& result, int column) const
         const auto warnings = withRepairs(report.warnings, report.repairs);
         if (!warnings.empty()) {
             return tr("%1; %2", "done or left out, and a warning")
-                .arg(isDone ? tr("done") : tr("left out"), shownText(warnings.front()));
+                .arg(isDone ? tr("done") : tr("left out"), shownSentence(warnings.front()));
         }
         return isDone ? tr("done") : tr("left out");
     }

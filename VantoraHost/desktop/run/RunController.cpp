@@ -5,6 +5,7 @@
 #include "VantoraHost/core/actions/StepsIdentity.h"
 #include "VantoraHost/core/workers/Confinement.h"
 #include "VantoraHost/core/workers/SpreadRun.h"
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <algorithm>
@@ -163,7 +164,7 @@ void RunController::start(RunPlan plan, std::vector<std::string> passwords,
             takeResults();
             timer_.stop();
             emit finished(feed->cancelled() && summary_.finished() < total_,
-                          error ? shownText(error->sentence) : QString());
+                          error ? shownSentence(error->sentence) : QString());
         };
     });
     emit started(total_);

@@ -1,6 +1,7 @@
 #include "VantoraHost/desktop/run/RunRemedy.h"
 
 #include "VantoraHost/core/reports/Remedy.h"
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtCore/QCoreApplication>
@@ -67,13 +68,13 @@ QString remedyOf(Reason reason)
     case Reason::SavedStepsUnusable:
         return text(QT_TRANSLATE_NOOP("RunRemedy", "save it anew"));
     default:
-        return QString::fromStdString(commonRemedy(reason));
+        return shownSentence(commonRemedy(reason));
     }
 }
 
 QString explained(const Error& error)
 {
-    const QString sentence = shownText(error.sentence);
+    const QString sentence = shownSentence(error.sentence);
     const QString remedy = remedyOf(error.reason);
     return remedy.isEmpty()
                ? sentence

@@ -1,6 +1,7 @@
 #include "VantoraHost/desktop/sequence/SequencePane.h"
 
 #include "VantoraApp/CActionUtils.h"
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/session/AskForFile.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
@@ -157,7 +158,7 @@ void SequencePane::load(const SavedIn& saved)
     auto steps = requests ? listed(*requests, parts_.actions)
                           : Result<ListedSteps>(tl::unexpected<Error>(requests.error()));
     if (!steps) {
-        say(shownText(steps.error().sentence));
+        say(shownSentence(steps.error().sentence));
         return;
     }
     QString range;
@@ -174,7 +175,7 @@ void SequencePane::takeOptions(int row, const StepRequest& options, const Favour
 {
     auto taken = listed({options}, parts_.actions);
     if (!taken) {
-        say(shownText(taken.error().sentence));
+        say(shownSentence(taken.error().sentence));
         return;
     }
     ListedStep& step = taken->front();
@@ -204,7 +205,7 @@ void SequencePane::loadToolSettings(const QString& path)
     const auto requests = savedSteps({SavedKind::ToolSettings, systemPath(path)});
     if (!requests) {
         say(tr("%1: %2", "a file's name and what is wrong with it")
-                .arg(shownName(requests.error().file), shownText(requests.error().sentence)));
+                .arg(shownName(requests.error().file), shownSentence(requests.error().sentence)));
         return;
     }
     const StepRequest& options = requests->front();
@@ -227,16 +228,24 @@ void SequencePane::saveToolSettings(const QString& path)
     const QString name = shownName(systemPath(path));
     say(saved ? tr("Saved in “%1”.").arg(name)
               : tr("%1: %2", "a file's name and what is wrong with it")
-                    .arg(name, shownText(saved.error().sentence)));
+                    .arg(name, shownSentence(saved.error().sentence)));
 }
 
 void SequencePane::chooseToolSettings(bool saves)
 {
+    const int chosen = row();
+    QString name;
+    if (saves && chosen >= 0) {
+        name = parts_.list.steps()[static_cast<std::size_t>(chosen)].title;
+        name = name.replace('/', '_') + QStringLiteral(".tsf");
+    }
     askForFile(*this,
                {saves ? tr("Save Tool Settings") : tr("Load Tool Settings"),
                 saves,
                 QStringLiteral("tsf"),
-                {tr("Tool settings files (*.tsf)"), tr("All files (*)")}},
+                {tr("Tool settings files (*.tsf)"), tr("All files (*)")},
+                {},
+                name},
                [this, saves](const QString& path) {
                    saves ? saveToolSettings(path) : loadToolSettings(path);
                });
@@ -317,7 +326,7 @@ void SequencePane::save()
         saveAsActionList(name.toStdString(), form_->saveCategoryCombo->currentText().toStdString(),
                          parts_.list, parts_.range(), parts_.actions);
     if (!saved) {
-        say(shownText(saved.error().sentence));
+        say(shownSentence(saved.error().sentence));
         return;
     }
     form_->saveRow->hide();

@@ -15,6 +15,8 @@ struct FileQuestion {
     bool saves = false;  ///< else the file has to be there
     QString suffix;      ///< of a name that is typed without one
     QStringList filters; ///< as QFileDialog takes them
+    QString folder;      ///< where it begins; empty for where the last one ended
+    QString name;        ///< the one to save by that is proposed
 };
 
 /// Asks for a file without holding up the window, and calls `then` with its path. Before a file

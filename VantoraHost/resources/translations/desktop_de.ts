@@ -536,19 +536,19 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
     </message>
     <message>
         <source>never replace files</source>
-        <translation>nie Dateien ersetzen</translation>
+        <translation>nie ersetzen</translation>
     </message>
     <message>
         <source>replace files that exist</source>
-        <translation>vorhandene Dateien ersetzen</translation>
+        <translation>vorhandene ersetzen</translation>
     </message>
     <message>
         <source>keep both, with a number</source>
-        <translation>beide behalten, mit Nummer</translation>
+        <translation>beide behalten, mit Nr.</translation>
     </message>
     <message>
         <source>s&amp;kip signed</source>
-        <translation>signierte nicht &amp;verändern</translation>
+        <translation>signierte &amp;verschonen</translation>
     </message>
     <message>
         <source>Leave documents alone that are signed; else they lose their signatures</source>
@@ -692,6 +692,537 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
         <source>%1; %2</source>
         <comment>what is wrong, what to do</comment>
         <translation>%1; %2</translation>
+    </message>
+</context>
+<context>
+    <name>Sentences</name>
+    <message>
+        <source>there is no such file</source>
+        <translation>die Datei gibt es nicht</translation>
+    </message>
+    <message>
+        <source>is a folder, not a file</source>
+        <translation>ist ein Ordner, keine Datei</translation>
+    </message>
+    <message>
+        <source>is a device or pipe, not a file</source>
+        <translation>ist ein Gerät oder eine Pipe, keine Datei</translation>
+    </message>
+    <message>
+        <source>is empty (0 bytes)</source>
+        <translation>ist leer (0 Byte)</translation>
+    </message>
+    <message>
+        <source>is no PDF: it does not begin with %PDF-</source>
+        <translation>ist kein PDF: die Datei beginnt nicht mit %PDF-</translation>
+    </message>
+    <message>
+        <source>damaged beyond repair</source>
+        <translation>so beschädigt, dass nichts zu retten ist</translation>
+    </message>
+    <message>
+        <source>damaged beyond repair: %1</source>
+        <translation>so beschädigt, dass nichts zu retten ist: %1</translation>
+    </message>
+    <message>
+        <source>damaged: none of its pages can be recovered</source>
+        <translation>beschädigt: keine seiner Seiten ist zu retten</translation>
+    </message>
+    <message>
+        <source>damaged: %1</source>
+        <translation>beschädigt: %1</translation>
+    </message>
+    <message>
+        <source>is encrypted and needs a password</source>
+        <translation>ist verschlüsselt und braucht ein Passwort</translation>
+    </message>
+    <message>
+        <source>the password given does not open it</source>
+        <translation>das angegebene Passwort öffnet es nicht</translation>
+    </message>
+    <message>
+        <source>none of the %1 passwords given opens it</source>
+        <translation>keines der %1 angegebenen Passwörter öffnet es</translation>
+    </message>
+    <message>
+        <source>its table of objects was damaged and has been rebuilt</source>
+        <translation>seine Objekttabelle war beschädigt und wurde neu aufgebaut</translation>
+    </message>
+    <message>
+        <source>it is signed in field &quot;%1&quot;, and no signature holds once it is changed</source>
+        <translation>es ist im Feld „%1“ signiert, und keine Signatur gilt noch, wenn es geändert wird</translation>
+    </message>
+    <message>
+        <source>can&apos;t be opened</source>
+        <translation>lässt sich nicht öffnen</translation>
+    </message>
+    <message>
+        <source>has no pages</source>
+        <translation>hat keine Seiten</translation>
+    </message>
+    <message>
+        <source>can&apos;t be saved</source>
+        <translation>lässt sich nicht speichern</translation>
+    </message>
+    <message>
+        <source>there is not enough memory for it</source>
+        <translation>dafür reicht der Arbeitsspeicher nicht</translation>
+    </message>
+    <message>
+        <source>it has %1 pages after the actions where %2 were to be left</source>
+        <translation>es hat nach den Aktionen %1 Seiten, wo %2 übrig sein sollten</translation>
+    </message>
+    <message>
+        <source>the range %1 names every page, so none would be left</source>
+        <translation>der Bereich %1 nennt jede Seite, sodass keine übrig bliebe</translation>
+    </message>
+    <message>
+        <source>the range %1 names every page; the document is left out</source>
+        <translation>der Bereich %1 nennt jede Seite; das Dokument wird ausgelassen</translation>
+    </message>
+    <message>
+        <source>the range %1 names every page; one blank page is left</source>
+        <translation>der Bereich %1 nennt jede Seite; eine leere Seite bleibt</translation>
+    </message>
+    <message>
+        <source>the range %1 names pages up to %2, but the document has %3 page; none was taken out</source>
+        <translation>der Bereich %1 nennt Seiten bis %2, aber das Dokument hat %3 Seite; keine wurde entfernt</translation>
+    </message>
+    <message>
+        <source>the range %1 names pages up to %2, but the document has %3 pages; none was taken out</source>
+        <translation>der Bereich %1 nennt Seiten bis %2, aber das Dokument hat %3 Seiten; keine wurde entfernt</translation>
+    </message>
+    <message>
+        <source>the range %1 names pages up to %2, but the document has %3 pages</source>
+        <translation>der Bereich %1 nennt Seiten bis %2, aber das Dokument hat %3 Seiten</translation>
+    </message>
+    <message>
+        <source>the range %1 names pages up to %2, but the document has %3 page</source>
+        <translation>der Bereich %1 nennt Seiten bis %2, aber das Dokument hat %3 Seite</translation>
+    </message>
+    <message>
+        <source>was changed while it was looked at</source>
+        <translation>wurde geändert, während es angesehen wurde</translation>
+    </message>
+    <message>
+        <source>it can&apos;t be drawn</source>
+        <translation>sie lässt sich nicht zeichnen</translation>
+    </message>
+    <message>
+        <source>the folder can&apos;t be read: %1</source>
+        <translation>der Ordner kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>choose a folder for the results</source>
+        <translation>wählen Sie einen Ordner für die Ergebnisse</translation>
+    </message>
+    <message>
+        <source>the name &quot;%1&quot; takes {name}, {ext} and {number} only</source>
+        <translation>der Name „%1“ darf nur {name}, {ext} und {number} enthalten</translation>
+    </message>
+    <message>
+        <source>the name &quot;%1&quot; holds a slash or a single brace</source>
+        <translation>der Name „%1“ enthält einen Schrägstrich oder eine einzelne Klammer</translation>
+    </message>
+    <message>
+        <source>the name &quot;%1&quot; is empty</source>
+        <translation>der Name „%1“ ist leer</translation>
+    </message>
+    <message>
+        <source>the output %1 exists already</source>
+        <translation>das Ergebnis %1 gibt es schon</translation>
+    </message>
+    <message>
+        <source>the output %1 is a folder</source>
+        <translation>das Ergebnis %1 ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>the output %1 is a device or pipe, not a file</source>
+        <translation>das Ergebnis %1 ist ein Gerät oder eine Pipe, keine Datei</translation>
+    </message>
+    <message>
+        <source>the output %1 is the input itself</source>
+        <translation>das Ergebnis %1 ist das Dokument selbst</translation>
+    </message>
+    <message>
+        <source>the output %1 is the input %2</source>
+        <translation>das Ergebnis %1 ist das Dokument %2</translation>
+    </message>
+    <message>
+        <source>the output %1 got lost</source>
+        <translation>das Ergebnis %1 ging verloren</translation>
+    </message>
+    <message>
+        <source>it is named twice</source>
+        <translation>es kommt zweimal vor</translation>
+    </message>
+    <message>
+        <source>%1 would be written to %2, too</source>
+        <translation>auch %1 würde nach %2 geschrieben</translation>
+    </message>
+    <message>
+        <source>%1 is the same file</source>
+        <translation>%1 ist dieselbe Datei</translation>
+    </message>
+    <message>
+        <source>the output folder %1 is not there</source>
+        <translation>den Ergebnisordner %1 gibt es nicht</translation>
+    </message>
+    <message>
+        <source>the output folder %1 can&apos;t be made: %2</source>
+        <translation>der Ergebnisordner %1 kann nicht angelegt werden: %2</translation>
+    </message>
+    <message>
+        <source>the output folder %1 can&apos;t be used: %2</source>
+        <translation>der Ergebnisordner %1 kann nicht benutzt werden: %2</translation>
+    </message>
+    <message>
+        <source>the output folder %1 was exchanged for another one while the run was at work</source>
+        <translation>der Ergebnisordner %1 wurde während des Laufs gegen einen anderen ausgetauscht</translation>
+    </message>
+    <message>
+        <source>the output folder %1 is a link or lies behind one, and outputs stay in the folder that was named</source>
+        <translation>der Ergebnisordner %1 ist ein Link oder liegt hinter einem, und Ergebnisse bleiben im genannten Ordner</translation>
+    </message>
+    <message>
+        <source>the backup %1 exists already</source>
+        <translation>die Sicherung %1 gibt es schon</translation>
+    </message>
+    <message>
+        <source>the backup %1 can&apos;t be made: %2</source>
+        <translation>die Sicherung %1 kann nicht angelegt werden: %2</translation>
+    </message>
+    <message>
+        <source>the backup %1 is itself an input</source>
+        <translation>die Sicherung %1 ist selbst eines der Dokumente</translation>
+    </message>
+    <message>
+        <source>its owner or mode could not be kept: only the owner and the administrator may give a file to others</source>
+        <translation>Eigentümer oder Rechte konnten nicht beibehalten werden: nur der Eigentümer und der Administrator dürfen eine Datei anderen geben</translation>
+    </message>
+    <message>
+        <source>is not there any more</source>
+        <translation>gibt es nicht mehr</translation>
+    </message>
+    <message>
+        <source>was changed after the run</source>
+        <translation>wurde nach dem Lauf geändert</translation>
+    </message>
+    <message>
+        <source>has no backup %1</source>
+        <translation>hat keine Sicherung %1</translation>
+    </message>
+    <message>
+        <source>its backup %1 is not the original any more</source>
+        <translation>die Sicherung %1 ist nicht mehr das Original</translation>
+    </message>
+    <message>
+        <source>is just being changed</source>
+        <translation>wird gerade geändert</translation>
+    </message>
+    <message>
+        <source>replaced a file, which was not kept</source>
+        <translation>ersetzte eine Datei, die nicht behalten wurde</translation>
+    </message>
+    <message>
+        <source>is a file beside its original</source>
+        <translation>ist eine Datei neben ihrem Original</translation>
+    </message>
+    <message>
+        <source>it took longer than %1</source>
+        <translation>es dauerte länger als %1</translation>
+    </message>
+    <message>
+        <source>it needs more memory than its worker may use, %1 MB</source>
+        <translation>es braucht mehr Speicher, als sein Prozess benutzen darf, %1 MB</translation>
+    </message>
+    <message>
+        <source>the worker process that was at it ended: %1</source>
+        <translation>der Prozess, der daran arbeitete, endete: %1</translation>
+    </message>
+    <message>
+        <source>a worker process can&apos;t be started: %1</source>
+        <translation>ein Arbeitsprozess kann nicht gestartet werden: %1</translation>
+    </message>
+    <message>
+        <source>the report can&apos;t be read: %1</source>
+        <translation>der Bericht kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>the report can&apos;t be written: %1</source>
+        <translation>der Bericht kann nicht geschrieben werden: %1</translation>
+    </message>
+    <message>
+        <source>another run is writing this report</source>
+        <translation>ein anderer Lauf schreibt diesen Bericht</translation>
+    </message>
+    <message>
+        <source>others can write to this report</source>
+        <translation>andere können in diesen Bericht schreiben</translation>
+    </message>
+    <message>
+        <source>there is no step to be saved</source>
+        <translation>es gibt keinen Schritt, der gespeichert werden kann</translation>
+    </message>
+    <message>
+        <source>the action &quot;%1&quot; is not installed</source>
+        <translation>die Aktion „%1“ ist nicht installiert</translation>
+    </message>
+    <message>
+        <source>the action list holds no steps</source>
+        <translation>die Aktionsliste enthält keine Schritte</translation>
+    </message>
+    <message>
+        <source>not an action list: it holds no steps</source>
+        <translation>keine Aktionsliste: enthält keine Schritte</translation>
+    </message>
+    <message>
+        <source>not a favourite: it holds no options</source>
+        <translation>kein Favorit: enthält keine Optionen</translation>
+    </message>
+    <message>
+        <source>not a tool-settings file: it holds no options</source>
+        <translation>keine Werkzeugeinstellungen: enthält keine Optionen</translation>
+    </message>
+    <message>
+        <source>its options are damaged</source>
+        <translation>die Optionen darin sind beschädigt</translation>
+    </message>
+    <message>
+        <source>its options don&apos;t say which action they are for</source>
+        <translation>die Optionen darin sagen nicht, zu welcher Aktion sie gehören</translation>
+    </message>
+    <message>
+        <source>no action list of this name is saved</source>
+        <translation>es ist keine Aktionsliste dieses Namens gespeichert</translation>
+    </message>
+    <message>
+        <source>no favourite of this name is saved</source>
+        <translation>es ist kein Favorit dieses Namens gespeichert</translation>
+    </message>
+    <message>
+        <source>the name is empty</source>
+        <translation>der Name ist leer</translation>
+    </message>
+    <message>
+        <source>the name is too long</source>
+        <translation>der Name ist zu lang</translation>
+    </message>
+    <message>
+        <source>a name must not contain a slash or a backslash</source>
+        <translation>ein Name darf keinen Schrägstrich und keinen umgekehrten enthalten</translation>
+    </message>
+    <message>
+        <source>a name that ends in .xqq stands for a file, not for a list of yours</source>
+        <translation>ein Name, der auf .xqq endet, steht für eine Datei, nicht für eine Ihrer Listen</translation>
+    </message>
+    <message>
+        <source>the list is full</source>
+        <translation>die Liste ist voll</translation>
+    </message>
+    <message>
+        <source>can&apos;t be written</source>
+        <translation>kann nicht geschrieben werden</translation>
+    </message>
+    <message>
+        <source>exists already</source>
+        <translation>gibt es schon</translation>
+    </message>
+    <message>
+        <source>names no page</source>
+        <translation>nennt keine Seite</translation>
+    </message>
+    <message>
+        <source>names page 0, and pages count from 1</source>
+        <translation>nennt Seite 0, gezählt wird ab 1</translation>
+    </message>
+    <message>
+        <source>begins with a comma</source>
+        <translation>beginnt mit einem Komma</translation>
+    </message>
+    <message>
+        <source>ends with a comma</source>
+        <translation>endet mit einem Komma</translation>
+    </message>
+    <message>
+        <source>has two commas with no page between them</source>
+        <translation>hat zwei Kommas ohne Seite dazwischen</translation>
+    </message>
+    <message>
+        <source>has %1, which is no page number</source>
+        <translation>enthält %1, und das ist keine Seitenzahl</translation>
+    </message>
+    <message>
+        <source>has %1, which is not written in the digits 0 to 9: %2 would have meant %3</source>
+        <translation>enthält %1, was nicht mit den Ziffern 0 bis 9 geschrieben ist: %2 hätte %3 bedeutet</translation>
+    </message>
+    <message>
+        <source>has zeros before %1; write %2</source>
+        <translation>hat Nullen vor %1; schreiben Sie %2</translation>
+    </message>
+    <message>
+        <source>has a number in %1 that is higher than %2, the highest of a page: it would have meant %3</source>
+        <translation>hat in %1 eine Zahl über %2, der höchsten einer Seite: das hätte %3 bedeutet</translation>
+    </message>
+    <message>
+        <source>has a space inside a number in %1: it would have meant %2; write a comma between pages</source>
+        <translation>hat in %1 ein Leerzeichen in einer Zahl: das hätte %2 bedeutet; schreiben Sie ein Komma zwischen Seiten</translation>
+    </message>
+    <message>
+        <source>names one page as a range in %1; write %2</source>
+        <translation>nennt mit %1 eine einzelne Seite als Bereich; schreiben Sie %2</translation>
+    </message>
+    <message>
+        <source>goes down at %1; write %2</source>
+        <translation>geht bei %1 abwärts; schreiben Sie %2</translation>
+    </message>
+    <message>
+        <source>has more than one dash in %1; write a comma between ranges</source>
+        <translation>hat mehr als einen Strich in %1; schreiben Sie ein Komma zwischen Bereiche</translation>
+    </message>
+    <message>
+        <source>has a dash without pages</source>
+        <translation>hat einen Strich ohne Seiten</translation>
+    </message>
+    <message>
+        <source>has no page after the dash of %1; write the last one, too (vantora info tells how many there are)</source>
+        <translation>hat keine Seite nach dem Strich von %1; schreiben Sie auch die letzte</translation>
+    </message>
+    <message>
+        <source>has no page before the dash of %1; write %2</source>
+        <translation>hat keine Seite vor dem Strich von %1; schreiben Sie %2</translation>
+    </message>
+    <message>
+        <source>has the dash %1 in %2, which is not the one of a keyboard; write %3</source>
+        <translation>hat den Strich %1 in %2, der nicht der einer Tastatur ist; schreiben Sie %3</translation>
+    </message>
+    <message>
+        <source>has a semicolon in %1; write %2</source>
+        <translation>hat ein Semikolon in %1; schreiben Sie %2</translation>
+    </message>
+    <message>
+        <source>has %1, and pages go by their numbers alone; write the number, also for the last page (vantora info tells it)</source>
+        <translation>enthält %1, und Seiten werden nur mit ihren Nummern genannt; schreiben Sie die Nummer, auch für die letzte Seite</translation>
+    </message>
+    <message>
+        <source>has a tab or the end of a line within; write a comma between the pages</source>
+        <translation>enthält einen Tabulator oder ein Zeilenende; schreiben Sie ein Komma zwischen die Seiten</translation>
+    </message>
+    <message>
+        <source>has white space in it that is not a space; leave it out</source>
+        <translation>enthält Leerraum, der kein Leerzeichen ist; lassen Sie ihn weg</translation>
+    </message>
+    <message>
+        <source>no page at all</source>
+        <translation>keine Seite</translation>
+    </message>
+    <message>
+        <source>page %1</source>
+        <translation>Seite %1</translation>
+    </message>
+    <message>
+        <source>pages %1 to the end</source>
+        <translation>die Seiten von %1 bis zum Ende</translation>
+    </message>
+    <message>
+        <source>pages %1 to %2</source>
+        <translation>die Seiten %1 bis %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; needs a page range such as 1,4-6,9-15,21; this one %2</source>
+        <translation>„%1“ braucht einen Seitenbereich wie 1,4-6,9-15,21; dieser %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; needs a number of pages, from 1</source>
+        <translation>„%1“ braucht eine Anzahl von Seiten, ab 1</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; needs words, or a regular expression between slashes</source>
+        <translation>„%1“ braucht Wörter oder einen regulären Ausdruck zwischen Schrägstrichen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no regular expression: %2 at character %3</source>
+        <translation>„%1“ ist kein regulärer Ausdruck: %2 bei Zeichen %3</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; needs a paper format such as A4 or Letter, or a size such as 210x297mm</source>
+        <translation>„%1“ braucht ein Papierformat wie A4 oder Letter oder eine Größe wie 210x297mm</translation>
+    </message>
+    <message>
+        <source>the list of ranges can&apos;t be read: %1</source>
+        <translation>die Liste der Bereiche kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>line %1 names &quot;%2&quot;, as line %3 does</source>
+        <translation>Zeile %1 nennt „%2“ wie schon Zeile %3</translation>
+    </message>
+    <message>
+        <source>line %1 names &quot;%2&quot;, %3</source>
+        <translation>Zeile %1 nennt „%2“, %3</translation>
+    </message>
+    <message>
+        <source>line %1 has no range; a line is a path, a tab (or a comma) and a range</source>
+        <translation>Zeile %1 hat keinen Bereich; eine Zeile ist ein Pfad, ein Tabulator (oder Komma) und ein Bereich</translation>
+    </message>
+    <message>
+        <source>line %1 has the page range &quot;%2&quot;, which %3</source>
+        <translation>Zeile %1 hat den Seitenbereich „%2“; dieser %3</translation>
+    </message>
+    <message>
+        <source>line %1 names no document</source>
+        <translation>Zeile %1 nennt kein Dokument</translation>
+    </message>
+    <message>
+        <source>line %1 opens a quote that nothing closes</source>
+        <translation>Zeile %1 öffnet ein Anführungszeichen, das nichts schließt</translation>
+    </message>
+    <message>
+        <source>check its permissions</source>
+        <translation>prüfen Sie die Zugriffsrechte</translation>
+    </message>
+    <message>
+        <source>get an undamaged copy of it</source>
+        <translation>besorgen Sie eine unbeschädigte Kopie</translation>
+    </message>
+    <message>
+        <source>decrypt it with the program that encrypted it</source>
+        <translation>entschlüsseln Sie es mit dem Programm, das es verschlüsselt hat</translation>
+    </message>
+    <message>
+        <source>check space and permissions there, or name another place</source>
+        <translation>prüfen Sie dort Platz und Zugriffsrechte, oder nennen Sie einen anderen Ort</translation>
+    </message>
+    <message>
+        <source>move it away, since no backup is ever replaced</source>
+        <translation>legen Sie sie anderswohin, denn Sicherungen werden nie ersetzt</translation>
+    </message>
+    <message>
+        <source>there is nothing to give back</source>
+        <translation>es gibt nichts zurückzugeben</translation>
+    </message>
+    <message>
+        <source>look at both, and put it back by hand if what was changed isn&apos;t needed</source>
+        <translation>sehen Sie beide an, und stellen Sie das Original von Hand wieder her, wenn die Änderungen nicht gebraucht werden</translation>
+    </message>
+    <message>
+        <source>run it again</source>
+        <translation>führen Sie es noch einmal aus</translation>
+    </message>
+    <message>
+        <source>the installation is incomplete; install it again</source>
+        <translation>die Installation ist unvollständig; installieren Sie das Programm neu</translation>
+    </message>
+    <message>
+        <source>a valid one is 1,4-6,9-15,21</source>
+        <translation>gültig ist z. B. 1,4-6,9-15,21</translation>
+    </message>
+    <message>
+        <source>leave out the document over which it ended, and run all of it again</source>
+        <translation>lassen Sie das Dokument aus, bei dem er endete, und führen Sie alles noch einmal aus</translation>
+    </message>
+    <message>
+        <source>name it otherwise</source>
+        <translation>wählen Sie einen anderen Namen</translation>
     </message>
 </context>
 <context>
@@ -877,7 +1408,7 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
     </message>
     <message>
         <source>Go</source>
-        <translation>Entfernt</translation>
+        <translation>Entf.</translation>
     </message>
     <message>
         <source>Size</source>
@@ -1111,6 +1642,11 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
     <message>
         <source>The run is over</source>
         <translation>Der Lauf ist beendet</translation>
+    </message>
+    <message>
+        <source>pages.tsv</source>
+        <comment>a file&apos;s name that is proposed</comment>
+        <translation>Seiten.tsv</translation>
     </message>
 </context>
 <context>
@@ -1589,7 +2125,7 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
     <message>
         <source>Undo this run? %1.</source>
         <comment>counts</comment>
-        <translation>Diesen Lauf rückgängig machen? %1.</translation>
+        <translation>Diesen Lauf rückgängig machen? Das bewirkt: %1.</translation>
     </message>
     <message>
         <source>Undone: %1.</source>

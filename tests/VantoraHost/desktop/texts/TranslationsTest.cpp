@@ -1,4 +1,5 @@
 #include "VantoraHost/desktop/texts/Translations.h"
+#include "VantoraHost/core/PageRangeFault.h"
 #include "VantoraHost/desktop/choosing/ChoosePane.h"
 #include "VantoraHost/desktop/documents/DocumentCommands.h"
 #include "VantoraHost/desktop/documents/DocumentsPane.h"
@@ -6,6 +7,7 @@
 #include "VantoraHost/desktop/run/RunBar.h"
 #include "VantoraHost/desktop/run/RunOutlook.h"
 #include "VantoraHost/desktop/run/UndoController.h"
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 #include "tests/VantoraHost/desktop/OpenWindow.h"
 
@@ -235,6 +237,83 @@ TEST(Translations, WriteFiguresAsInTheCountryOfTheUser)
                                figureText("0.4")}),
                   row.texts);
     }
+}
+
+TEST(Sentences, AreTranslatedWithWhatStandsInThem)
+{
+    const struct {
+        const char* name;
+        std::string sentence;
+        const char* german;
+    } rows[] = {
+        {"without a value", "there is no such file", "die Datei gibt es nicht"},
+        {"a value at the end", "damaged beyond repair: no page tree",
+         "so beschädigt, dass nichts zu retten ist: no page tree"},
+        {"a value within", "the output /out/a.pdf exists already",
+         "das Ergebnis /out/a.pdf gibt es schon"},
+        {"the longer of two that fit",
+         "the range 9 names pages up to 9, but the document has 1 page; none was taken out",
+         "der Bereich 9 nennt Seiten bis 9, aber das Dokument hat 1 Seite; keine wurde entfernt"},
+        {"a sentence in a sentence",
+         "line 3 has the page range \"1;2\", which has a semicolon in \"1;2\"; write 1,2",
+         "Zeile 3 hat den Seitenbereich „1;2“; dieser hat ein Semikolon in \"1;2\"; schreiben Sie "
+         "1,2"},
+        {"a name that reads as a sentence", "the output exists already is a folder",
+         "das Ergebnis exists already ist ein Ordner"},
+        {"a name that reads as marks", "the output %2%1 is the input %1",
+         "das Ergebnis %2%1 ist das Dokument %1"},
+        {"a name that breaks the line", "the output a\nb is a folder",
+         "das Ergebnis a\\nb ist ein Ordner"},
+        {"a value that is missing", "the output is a folder", "the output is a folder"},
+        {"one that nobody knows", "it is as it is", "it is as it is"},
+        {"nothing", "", ""},
+    };
+    const User user("de_DE");
+    for (const auto& row : rows) {
+        EXPECT_EQ(shownSentence(row.sentence).toStdString(), row.german) << row.name;
+    }
+}
+
+TEST(Sentences, StayAsTheyAreInEnglish)
+{
+    const User user("en_GB");
+    for (const char* sentence :
+         {"there is no such file", "the output %2%1 is the input %1", "has 1;2; write it"}) {
+        EXPECT_EQ(shownSentence(sentence).toStdString(), sentence);
+    }
+}
+
+TEST(Sentences, ThatTheCoreSaysOfPageRangesAreAllTranslated)
+{
+    const User user("de_DE");
+    for (const char* range : {"0", "2-", "-3", "5-2", "1;2", "last", "1,,2", ",1", "1-2-3", "-",
+                              "01", "4-4", "1 2", "99999999999", "x"}) {
+        const auto fault = pageRangeFault(QString::fromLatin1(range));
+        ASSERT_TRUE(fault) << range;
+        const std::string english = fault->toStdString();
+        EXPECT_NE(shownSentence(english).toStdString(), english) << range;
+    }
+}
+
+TEST_F(Languages, SayWhyADocumentIsLeftOutAndWhatToDo)
+{
+    const User user("de_DE");
+    open();
+    write("a.pdf", support::documentOfPages(3));
+    scratch.write("out/a.pdf", "here already");
+    add({QString::fromStdString(scratch.path("in/a.pdf")),
+         QString::fromStdString(scratch.path("in/missing.pdf")),
+         write("locked.pdf",
+               support::rewritten(support::documentOfPages(3), "--encrypt secret owner 256 --"))});
+    const auto state = [&](int row) {
+        return bench().list.index(row, DocumentList::State).data().toString().toStdString();
+    };
+    EXPECT_EQ(state(1), "nicht lesbar: die Datei gibt es nicht");
+    EXPECT_THAT(state(2), HasSubstr("gesperrt"));
+    bench().markForAll("1");
+    waitForPlan("gibt es schon");
+    part<QLineEdit>("folderEdit").clear();
+    waitForPlan("ählen Sie einen Ordner für die Ergebnisse.");
 }
 
 } // namespace

@@ -55,6 +55,31 @@ def fault(message):
     return None
 
 
+def literals(path):
+    """The texts of a source, of which those beside each other are one."""
+    joined = re.sub(r'"\s*\n\s*"', "", path.read_text(encoding="utf-8"))
+    return [text.replace('\\"', '"') for text in re.findall(r'"((?:[^"\\\n]|\\.)*)"', joined)]
+
+
+MARKS = ' ",;:'  # what sentences are put together with
+SHORTEST = 3  # letters of a part of a sentence: with less, anything could be said somewhere
+
+
+def is_begun(words, said):
+    """Whether a text begins with these words, or is their beginning and another goes on so."""
+    return any(text.startswith(words) or
+               (len(text) >= SHORTEST and words.startswith(text) and
+                len(words) - len(text) >= SHORTEST and is_begun(words[len(text):], said))
+               for text in said)
+
+
+def is_said(words, said):
+    """Whether sources say these words, in one text or in several that they put together."""
+    return any(words in text for text in said) or any(
+        any(text.endswith(words[:cut]) for text in said) and is_begun(words[cut:], said)
+        for cut in range(SHORTEST, len(words) - SHORTEST + 1))
+
+
 class Translations(unittest.TestCase):
     def updated(self, name):
         SCRATCH_DIR.mkdir(parents=True, exist_ok=True)
@@ -83,6 +108,24 @@ class Translations(unittest.TestCase):
         contexts = {context for context, _, _ in messages(self.updated(GERMAN))}
         self.assertEqual(contexts & {"", "vantora", "vantora::desktop"}, set())
         self.assertLessEqual({"vantora::desktop::MainWindow", "RunBar", "RunRemedy"}, contexts)
+
+    def test_each_template_of_a_sentence_is_one_that_other_sources_say(self):
+        said = {text for folder in ("VantoraHost/core", "VantoraHost/desktop/run",
+                                    "VantoraHost/desktop/sequence", "VantoraApp/settings",
+                                    "KarvelPDFLibrary/document", "KarvelPDFLibrary/page_tree")
+                for path in (SOURCE_DIR / folder).rglob("*.cpp") for text in literals(path)}
+        # What a dialog says begins with a capital letter and ends with a full stop.
+        said |= {text[:1].lower() + text[1:].rstrip(".") for text in said}
+        templates = [source for context, source, _ in
+                     messages(ElementTree.parse(TRANSLATIONS / GERMAN).getroot())
+                     if context == "Sentences"]
+        self.assertGreater(len(templates), 50)
+        gone = [template for template in templates
+                for words in re.split(r"%\d", template)
+                if words.strip(MARKS) and not is_said(words.strip(MARKS), said)]
+        self.assertEqual(gone, [])
+        for words in ("there is no such filee", "there is no such page", " exists alreadi"):
+            self.assertFalse(is_said(words, said), words)
 
     def test_faults_are_found(self):
         rows = [
