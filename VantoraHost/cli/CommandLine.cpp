@@ -76,7 +76,7 @@ void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
     declareUndo(program, all.undo, arguments);
     declareActions(program, all.actions);
     declareSaved(program, all.saved);
-    for (const char* hidden : {workerCommand, picturesCommand}) {
+    for (const char* hidden : {workerCommand, picturesCommand, certificatesCommand}) {
         program.add_subcommand(hidden)->group(""); // no group: not in the help
     }
 }
@@ -97,8 +97,13 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
     if (chosen == "run") {
         return finished(all.run);
     }
-    if (chosen == workerCommand || chosen == picturesCommand) {
-        return Command(WorkerOptions{chosen == picturesCommand});
+    using Work = WorkerOptions::Work;
+    for (const auto& [command, work] :
+         {std::pair(workerCommand, Work::Documents), std::pair(picturesCommand, Work::Pictures),
+          std::pair(certificatesCommand, Work::Certificates)}) {
+        if (chosen == command) {
+            return Command(WorkerOptions{work});
+        }
     }
     if (chosen == "desktop") {
         return Command(all.desktop);
@@ -158,6 +163,9 @@ tl::expected<Command, Ending> parse(const std::vector<std::string>& given)
     } catch (const CLI::ParseError& error) {
         return tl::unexpected<Ending>(mistake(error.what(), chosen()));
     }
+    if (!all.run.certificate.empty()) { // which says how the document was made
+        all.run.options.arguments = arguments;
+    }
     return finished(all, chosen());
 }
 
@@ -167,7 +175,7 @@ bool draws(const std::vector<std::string>& arguments)
         return false;
     }
     // A favourite has an icon.
-    return arguments.front() == "configure" ||
+    return arguments.front() == "configure" || arguments.front() == certificatesCommand ||
            (arguments.front() == "favourites" &&
             std::find(arguments.begin(), arguments.end(), "add") != arguments.end());
 }

@@ -1,6 +1,7 @@
 #include "VantoraHost/cli/ThisGuiPart.h"
 
 #include "VantoraApp/settings/StoredVariant.h"
+#include "VantoraHost/cli/certificates/CertificateService.h"
 #include "VantoraHost/cli/configure/ConfigureCommand.h"
 #include "VantoraHost/cli/lists_favourites_settings/SavedCommand.h"
 
@@ -35,6 +36,11 @@ public:
                   const Streams& streams) const override
     {
         return cli::configure(options, installation, streams);
+    }
+
+    bool drawCertificates(const WorkerChannel& channel) const override
+    {
+        return cli::drawCertificates(channel);
     }
 };
 

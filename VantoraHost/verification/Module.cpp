@@ -1,3 +1,4 @@
+#include "VantoraHost/verification/Amounts.h"
 #include "VantoraHost/verification/Kept.h"
 #include "VantoraHost/verification/Leftovers.h"
 
@@ -98,6 +99,10 @@ void compare(PdfFile& before, PdfFile& after, const std::vector<std::pair<int, i
     verdict.pagesBefore = static_cast<int>(before.pages().size());
     verdict.pagesAfter = static_cast<int>(after.pages().size());
     verdict.pagesRemoved = static_cast<int>(split.removed().size());
+    verdict.labels = labelsOfRemoved(split);
+    countInto(verdict.amounts, &Amount::before, before, judgement);
+    const Split splitAfter(after, {});
+    countInto(verdict.amounts, &Amount::after, after, Judgement(splitAfter, targetsAfter));
     const auto viewedBefore = view(before.bytes(), before.password());
     const auto viewedAfter = view(after.bytes(), after.password());
     const bool readable =
@@ -122,6 +127,15 @@ void compare(PdfFile& before, PdfFile& after, const std::vector<std::pair<int, i
     }
 }
 
+void describeSame(PdfFile& file, Verdict& verdict)
+{
+    const Split split(file, {});
+    const Judgement judgement(split, Targets(file));
+    countInto(verdict.amounts, &Amount::before, file, judgement);
+    countInto(verdict.amounts, &Amount::after, file, judgement);
+    verdict.pagesBefore = verdict.pagesAfter = static_cast<int>(file.pages().size());
+}
+
 class ThisVerifier final : public Verifier {
 public:
     tl::expected<Verdict, Refusal> verify(const Question& question) const override
@@ -142,13 +156,16 @@ public:
             }
             const auto gone = numbers->gone(question);
             if (gone.empty() && (*before)->bytes() == (*after)->bytes()) {
-                verdict.pagesBefore = verdict.pagesAfter =
-                    static_cast<int>((*before)->pages().size());
+                describeSame(**before, verdict);
                 return verdict;
             }
             compare(**before, **after, gone, verdict);
             for (Finding& finding : verdict.findings) {
                 finding.page = numbers->askers(finding.page);
+            }
+            for (LabelledPages& pages : verdict.labels) {
+                pages.first = numbers->askers(pages.first);
+                pages.last = numbers->askers(pages.last);
             }
         } catch (const std::bad_alloc&) {
             throw;

@@ -56,6 +56,29 @@ struct Finding {
 /// The most findings that are listed.
 inline constexpr std::size_t mostFindings = 1000;
 
+/// How many of a kind of thing there are.
+struct Amount {
+    std::size_t before = 0;
+    std::size_t after = 0;
+};
+
+/// What people ask after that a document has beside its pages.
+struct Amounts {
+    Amount outlineEntries;
+    Amount links;
+    Amount fields; ///< of the form, signatures among them
+    Amount signatures;
+    Amount attachments;
+};
+
+/// Removed pages that follow each other, by numbers and by labels.
+struct LabelledPages {
+    int first = 0;
+    int last = 0;
+    std::string firstLabel; ///< UTF-8
+    std::string lastLabel;
+};
+
 struct Verdict {
     int pagesBefore = 0;
     int pagesAfter = 0;
@@ -64,6 +87,8 @@ struct Verdict {
     std::vector<Finding> findings;
     std::size_t more = 0; ///< findings that are not listed
     std::vector<std::string> notTold;
+    Amounts amounts;
+    std::vector<LabelledPages> labels; ///< of the removed pages; none where no page has a label
 
     bool passed() const { return findings.empty(); }
 };

@@ -74,7 +74,7 @@ _vantora()
     case "$command $verb" in
     "run ")
         words="--pages --choose --keep --except --ranges --action --list --favourite --favorite --settings --set --output --directory --in-place --backup --overwrite --rename --name
-            --recursive --report --report-hashes --resume --shard --files-from --null --password-file --keep-signed --strict --verify --salvage --if-empty --accept-failures --skip-existing --metrics --jobs --timeout --memory-limit --dry-run --json --quiet --verbose --help
+            --recursive --report --report-hashes --resume --shard --files-from --null --password-file --keep-signed --strict --verify --salvage --if-empty --accept-failures --skip-existing --metrics --certificate --checksums --jobs --timeout --memory-limit --dry-run --json --quiet --verbose --help
             -p -o -d -i -j -n -q -v -r -h -0"
         ;;
     "pages ")

@@ -106,7 +106,7 @@ std::string remedy(Reason reason)
     case Reason::StepsDiffer:
         return "give the same steps, or leave out --resume to change them once more";
     case Reason::ReportMisplaced:
-        return "name another file for the report";
+        return "name another file for it";
     case Reason::SavedStepsExist:
         return "use --overwrite to replace it, or name another";
     case Reason::SavedStepMissing:

@@ -12,6 +12,10 @@
 
 class QByteArray;
 
+namespace vantora {
+struct WorkerChannel;
+}
+
 namespace vantora::cli {
 
 struct ConfigureOptions;
@@ -33,6 +37,9 @@ public:
                       const Streams& streams) const = 0;
     virtual int configure(const ConfigureOptions& options, const Installation& installation,
                           const Streams& streams) const = 0;
+
+    /// As the function of that name in cli/certificates.
+    virtual bool drawCertificates(const WorkerChannel& channel) const = 0;
 };
 
 /// Where a command gets that part from; it stays loaded to the program's end.

@@ -181,6 +181,53 @@ std::optional<std::string> readReports(RunArguments& run)
     return std::nullopt;
 }
 
+// What people keep of a run.
+void declareRecords(CLI::App& command, RunArguments& run)
+{
+    run.certificateOption =
+        command.add_option("--certificate", run.certificate,
+                           "Verify, and write a certificate of what was removed, a\n"
+                           "PDF/A; for several documents under a name as --name has\n"
+                           "it, such as {name}-certificate.pdf");
+    run.certificateOption->option_text("FILE");
+    run.checksumsOption = command.add_option("--checksums", run.options.checksumsPath,
+                                             "Write the SHA-256 of the outputs to this file, for\n"
+                                             "sha256sum -c");
+    run.checksumsOption->option_text("FILE");
+}
+
+std::optional<std::string> readRecords(RunArguments& run)
+{
+    const bool certifies = run.certificateOption->count() > 0;
+    if (run.checksumsOption->count() > 0 && run.options.checksumsPath.empty()) {
+        return "the name of the file for checksums is empty";
+    }
+    if (run.options.dryRun && (certifies || !run.options.checksumsPath.empty())) {
+        return "--certificate and --checksums are about what is written, and a dry run writes "
+               "nothing";
+    }
+    if (!certifies) {
+        return std::nullopt;
+    }
+    run.options.verify = true;
+    const std::size_t slash = run.certificate.rfind('/');
+    const std::string last = run.certificate.substr(slash + 1); // npos + 1 is 0
+    if (last.empty()) {
+        return "the name of the certificate is empty";
+    }
+    if (last.find_first_of("{}") == std::string::npos) {
+        run.options.certificates = ToFile{run.certificate};
+        return std::nullopt;
+    }
+    auto name = OutputName::of(last);
+    if (!name) {
+        return "--certificate " + run.certificate + ": the name " + name.error();
+    }
+    const std::string folder = slash == std::string::npos ? "." : run.certificate.substr(0, slash);
+    run.options.certificates = ToFolder{folder.empty() ? "/" : folder, std::move(*name)};
+    return std::nullopt;
+}
+
 // Standard input and output belong to this process.
 std::optional<std::string> workersMistake(const RunArguments& run)
 {
@@ -307,6 +354,7 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
     declareJudgement(command, run);
     declareWorkers(command, run.workers);
     declareReports(command, run);
+    declareRecords(command, run);
     command.add_flag("-n,--dry-run", run.options.dryRun,
                      "Say what would become of each document and write nothing");
     command.add_flag("--json", run.options.json,
@@ -331,7 +379,7 @@ tl::expected<RunOptions, Ending> finished(RunArguments& run)
     for (const auto& wrong :
          {inputsMistake(run.inputs, byRanges ? NamedBy::OthersToo : NamedBy::TheseArguments),
           destinationMistake(run), readDestination(run), readWorkerOptions(run), readReports(run),
-          readJudgement(run)}) {
+          readRecords(run), readJudgement(run)}) {
         if (wrong) {
             return tl::unexpected<Ending>(mistake(*wrong, "run"));
         }

@@ -27,12 +27,15 @@ struct RunArguments : StepArguments {
     CLI::Option* resumeOption = nullptr;
     CLI::Option* ifEmptyOption = nullptr;
     CLI::Option* metricsOption = nullptr;
+    CLI::Option* certificateOption = nullptr;
+    CLI::Option* checksumsOption = nullptr;
     std::string ifEmpty;
     std::vector<std::string> acceptedFailures;
     WorkerArguments workers;
     std::string output;
     std::string folder;
     std::string name;
+    std::string certificate;
     std::string shard;
     bool overwrite = false;
     bool rename = false;

@@ -2,9 +2,11 @@
 
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/cli/arguments/NamedSteps.h"
+#include "VantoraHost/cli/certificates/Certifier.h"
 #include "VantoraHost/cli/console/InputFiles.h"
 #include "VantoraHost/cli/console/Messages.h"
 #include "VantoraHost/cli/run/RunInputs.h"
+#include "VantoraHost/cli/run/RunRecords.h"
 #include "VantoraHost/cli/run/RunReporter.h"
 #include "VantoraHost/cli/worker/WorkerCommand.h"
 #include "VantoraHost/core/FileIdentity.h"
@@ -106,10 +108,54 @@ Outcome checkSteps(const RunOptions& options, const Sequence& sequence)
     return {};
 }
 
-// Everything that a run needs beside its steps. Takes the names out of the inputs.
-Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, const Streams& streams)
-{
+/// A run, and the places of the certificates of its inputs.
+struct Prepared {
     Batch batch;
+    std::vector<Result<Target>> certificates;
+};
+
+// Files of the run's own are no inputs and no outputs.
+Outcome keepOwnFilesApart(const RunOptions& options, const std::vector<Input>& inputs,
+                          const std::vector<Result<Target>>& targets)
+{
+    std::vector<std::string> own = reportsOf(options);
+    if (!options.checksumsPath.empty()) {
+        own.push_back(options.checksumsPath);
+    }
+    for (const std::string& file : own) {
+        if (const Outcome apart = keepsApart(file, inputs, targets); !apart) {
+            return apart;
+        }
+    }
+    return {};
+}
+
+JobSettings settingsOf(const RunOptions& options)
+{
+    JobSettings settings;
+    settings.dryRun = options.dryRun;
+    settings.keepSigned = options.keepSigned;
+    const bool keepsRecords = options.certificates || !options.checksumsPath.empty();
+    settings.hashInputs = options.reportHashes || keepsRecords;
+    settings.hashOutputs = keepsRecords;
+    settings.strict = options.strict;
+    settings.salvage = options.salvage;
+    const bool inPlace =
+        options.destination && std::holds_alternative<InPlace>(*options.destination);
+    settings.ifEmpty =
+        options.ifEmpty.value_or(inPlace || options.strict ? IfEmpty::Fail : IfEmpty::Blank);
+    // A run that is killed must not leave documents that are done and not reported: going on, the
+    // next one would change them once more. Elsewhere it would only do them again.
+    settings.reportFirst = !options.reportPath.empty() && inPlace;
+    return settings;
+}
+
+// Everything that a run needs beside its steps. Takes the names out of the inputs.
+Result<Prepared> prepare(const RunOptions& options, std::vector<Input>& inputs,
+                         const Streams& streams)
+{
+    Prepared prepared;
+    Batch& batch = prepared.batch;
     std::vector<Result<Target>> targets(inputs.size());
     if (options.destination) {
         auto planned = planOutputs(inputs, *options.destination, options.taken);
@@ -118,8 +164,12 @@ Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, con
         }
         targets = std::move(*planned);
     }
-    for (const std::string& report : reportsOf(options)) {
-        if (const Outcome apart = keepsApart(report, inputs, targets); !apart) {
+    auto certificates = planCertificates(options, inputs, targets);
+    if (!certificates) {
+        return tl::unexpected<Error>(std::move(certificates.error()));
+    }
+    for (const auto* places : {&targets, &*certificates}) {
+        if (const Outcome apart = keepOwnFilesApart(options, inputs, *places); !apart) {
             return tl::unexpected<Error>(apart.error());
         }
     }
@@ -133,10 +183,15 @@ Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, con
         if (!inputs[i].leftAlone) {
             readsStandardInput = readsStandardInput || inputs[i].path == standardStream;
             batch.inputs.push_back(std::move(inputs[i].path));
-            batch.targets.push_back(std::move(targets[i]));
+            Result<Target>& certificate = (*certificates)[i];
+            batch.targets.push_back(certificate || !targets[i]
+                                        ? std::move(targets[i])
+                                        : tl::unexpected<Error>(certificate.error()));
+            prepared.certificates.push_back(std::move(certificate));
             batch.ranges.push_back(std::move(inputs[i].range));
         }
     }
+    batch.settings = settingsOf(options);
     auto passwords = readPasswords(options.passwordFile);
     if (!passwords) {
         return tl::unexpected<Error>(std::move(passwords.error()));
@@ -150,24 +205,12 @@ Result<Batch> prepare(const RunOptions& options, std::vector<Input>& inputs, con
         batch.settings.standardInput = std::move(*input);
         batch.settings.standardInputMode = modeOfStream(streams.in);
     }
-    batch.settings.dryRun = options.dryRun;
-    batch.settings.keepSigned = options.keepSigned;
-    batch.settings.hashInputs = options.reportHashes;
-    batch.settings.strict = options.strict;
-    batch.settings.salvage = options.salvage;
-    const bool inPlace =
-        options.destination && std::holds_alternative<InPlace>(*options.destination);
-    batch.settings.ifEmpty =
-        options.ifEmpty.value_or(inPlace || options.strict ? IfEmpty::Fail : IfEmpty::Blank);
-    // A run that is killed must not leave documents that are done and not reported: going on, the
-    // next one would change them once more. Elsewhere it would only do them again.
-    batch.settings.reportFirst = !options.reportPath.empty() && inPlace;
     batch.settings.cancelled = streams.interrupted;
     batch.settings.standardOutput = [&streams](std::string_view bytes) {
         streams.out.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush();
         return streams.out.good();
     };
-    return batch;
+    return prepared;
 }
 
 bool usesStandardStreams(const Batch& batch)
@@ -226,6 +269,29 @@ Result<std::optional<RunReport>> openReport(const RunOptions& options)
         report.emplace(std::move(*opened));
     }
     return report;
+}
+
+// Makes the folders of certificates, too, and begins the file of checksums.
+Result<RunRecords> openRecords(const RunOptions& options, const Installation& installation,
+                               Prepared& prepared)
+{
+    std::optional<ChecksumFile> checksums;
+    if (!options.checksumsPath.empty()) {
+        auto opened = ChecksumFile::create(
+            options.checksumsPath,
+            options.taken == TakenName::Replace ? ExistingText::Replace : ExistingText::Refuse);
+        if (!opened) {
+            return tl::unexpected<Error>(std::move(opened.error()));
+        }
+        checksums.emplace(std::move(*opened));
+    }
+    if (options.certificates) {
+        makeFolders(prepared.batch.inputs, prepared.certificates);
+        removeAbandonedFiles(prepared.certificates);
+    }
+    return RunRecords({installation.program, commandText(options.arguments)},
+                      std::move(prepared.certificates), prepared.batch.inputs,
+                      std::move(checksums));
 }
 
 // What changed since the reports: "2 inputs changed, 1 output gone".
@@ -378,16 +444,21 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
         return failedWith(streams, options.json, done.error());
     }
     inputs->outputThere = *done;
-    Result<Batch> batch = prepare(options, inputs->all, streams);
-    if (!batch) {
-        return failedWith(streams, options.json, batch.error());
+    Result<Prepared> prepared = prepare(options, inputs->all, streams);
+    if (!prepared) {
+        return failedWith(streams, options.json, prepared.error());
     }
+    Batch* const batch = &prepared->batch;
     auto report = openReport(options);
     if (!report) {
         return failedWith(streams, options.json, report.error());
     }
     if (options.verify && !options.dryRun) {
         batch->settings.verifier = installation.verifier;
+    }
+    auto records = openRecords(options, installation, *prepared);
+    if (!records) {
+        return failedWith(streams, options.json, records.error());
     }
     sayWhatStepsMean(options, *sequence, streams);
     sayWhatIsLeftAlone(options, *inputs, streams);
@@ -404,7 +475,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
                            workers.timeout, streams.interrupted});
     }
     RunReporter reporter(options, batch->inputs.size(),
-                         {identity, std::move(*report), inputs->notNamed}, streams);
+                         {identity, std::move(*report), inputs->notNamed}, *records, streams);
     const Result<BatchResult> result = inWorkers
                                            ? spreadRun(*sequence, *batch, workers, reporter)
                                            : runHere(*batch, installation, *sequence, reporter);

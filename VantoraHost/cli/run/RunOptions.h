@@ -23,10 +23,13 @@ struct RunOptions {
     std::string passwordFile;               ///< empty: none
     TakenName taken = TakenName::Refuse;
     Share share;
-    std::string reportPath;           ///< empty: none
-    bool reportHashes = false;        ///< with the SHA-256 of each input
-    std::vector<std::string> resumed; ///< reports of earlier runs
-    std::string metricsPath;          ///< where figures for monitoring go; empty: nowhere
+    std::string reportPath;                  ///< empty: none
+    bool reportHashes = false;               ///< with the SHA-256 of each input
+    std::vector<std::string> resumed;        ///< reports of earlier runs
+    std::string metricsPath;                 ///< where figures for monitoring go; empty: nowhere
+    std::optional<Destination> certificates; ///< none: none are written
+    std::vector<std::string> arguments;      ///< what was typed, for certificates
+    std::string checksumsPath;               ///< empty: none
     bool keepSigned = false;
     bool strict = false;
     bool verify = false;                  ///< verify outputs before they get their names

@@ -73,9 +73,9 @@ bool writesDocumentToOutput(const RunOptions& options)
 }
 
 RunReporter::RunReporter(const RunOptions& options, std::size_t total, Reporting reporting,
-                         const Streams& streams)
+                         RunRecords& records, const Streams& streams)
     : options_(options), streams_(streams), documentOnOutput_(writesDocumentToOutput(options)),
-      total_(total), reporting_(std::move(reporting)),
+      total_(total), reporting_(std::move(reporting)), records_(records),
       progress_(streams.err, streams.errIsTerminal && !options.quiet && total > 1, started_)
 {
 }
@@ -115,6 +115,10 @@ void RunReporter::documentInTurn(const DocumentReport& report)
     if (report.error) {
         printError(streams_, *report.error);
     }
+    if (const Outcome kept = records_.add(report); !kept) {
+        printError(streams_, kept.error());
+        recordsFailed_ = true;
+    }
     streams_.out.flush();
     progress_.show(summary_.finished(), summary_.failed(), total_);
 }
@@ -128,7 +132,10 @@ Outcome RunReporter::finish(bool interrupted)
     if (options_.json) {
         streams_.out << summary_.json(end) << '\n' << std::flush;
     }
-    const Outcome synced = reporting_.report ? reporting_.report->sync() : Outcome();
+    Outcome synced = reporting_.report ? reporting_.report->sync() : Outcome();
+    if (Outcome kept = records_.finish(); synced) {
+        synced = std::move(kept);
+    }
     if (options_.metricsPath.empty()) {
         return synced;
     }

@@ -3,6 +3,7 @@
 #include "VantoraHost/cli/console/Streams.h"
 #include "VantoraHost/cli/run/ProgressLine.h"
 #include "VantoraHost/cli/run/RunOptions.h"
+#include "VantoraHost/cli/run/RunRecords.h"
 #include "VantoraHost/core/documents/Batch.h"
 #include "VantoraHost/core/reports/RunReport.h"
 #include "VantoraHost/core/reports/RunSummary.h"
@@ -26,10 +27,10 @@ public:
         std::size_t notNamed = 0;        ///< inputs that the list of ranges leaves as they are
     };
 
-    /// `total` is the number of documents of the run. The options and streams must outlive the
-    /// reporter.
+    /// `total` is the number of documents of the run. The options, records and streams must outlive
+    /// the reporter.
     RunReporter(const RunOptions& options, std::size_t total, Reporting reporting,
-                const Streams& streams);
+                RunRecords& records, const Streams& streams);
 
     void outputsGetNames(const std::vector<DocumentReport>& reports) override;
     void documentArrived(const DocumentReport& report) override;
@@ -40,8 +41,12 @@ public:
     /// isn't complete, or the figures can't be written.
     Outcome finish(bool interrupted);
 
-    /// Whether a document failed for a reason that counts for the exit status.
-    bool someFailed() const { return summary_.failedBut(options_.acceptedFailures) > 0; }
+    /// Whether a document failed for a reason that counts for the exit status, or has no
+    /// certificate that was asked for.
+    bool someFailed() const
+    {
+        return recordsFailed_ || summary_.failedBut(options_.acceptedFailures) > 0;
+    }
 
     /// Whether a document is done with losses.
     bool someLost() const { return summary_.withLosses() > 0; }
@@ -58,6 +63,8 @@ private:
     const std::size_t total_;
     const ProgressLine::Clock::time_point started_ = ProgressLine::Clock::now();
     Reporting reporting_;
+    RunRecords& records_;
+    bool recordsFailed_ = false;
     ProgressLine progress_;
     RunSummary summary_;
 };

@@ -10,6 +10,25 @@
 
 namespace vantora::cli {
 
+namespace {
+
+bool serve(WorkerOptions::Work work, const WorkerChannel& channel, const GuiPartSource& guiPart)
+{
+    switch (work) {
+    case WorkerOptions::Work::Pictures:
+        return servePictures(channel);
+    case WorkerOptions::Work::Certificates: {
+        const auto part = guiPart();
+        return part && (*part)->drawCertificates(channel);
+    }
+    case WorkerOptions::Work::Documents:
+        break;
+    }
+    return serveAsWorker(channel, storedReader(guiPart));
+}
+
+} // namespace
+
 StoredReader storedReader(const GuiPartSource& guiPart)
 {
     return [&guiPart](const QByteArray& bytes) -> std::optional<PreferencesMap> {
@@ -23,8 +42,7 @@ int work(const WorkerOptions& options, const GuiPartSource& guiPart, const Strea
     // What an action or a library prints must not come between the answers.
     const WorkerChannel channel = {streams.in, ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3)};
     ::dup2(STDERR_FILENO, STDOUT_FILENO);
-    const bool served = options.makesPictures ? servePictures(channel)
-                                              : serveAsWorker(channel, storedReader(guiPart));
+    const bool served = serve(options.work, channel, guiPart);
     // Everything is written; taking the process apart would only cost time.
     std::_Exit(served ? AllDone : WrongUsage);
 }

@@ -8,7 +8,8 @@ namespace vantora::cli {
 
 /// Works for the program that started this process; not for people.
 struct WorkerOptions {
-    bool makesPictures = false; ///< of pages; else it processes documents
+    enum class Work { Documents, Pictures, Certificates };
+    Work work = Work::Documents;
 };
 
 /// Reads stored options by the part for windows, which is loaded when there are any.

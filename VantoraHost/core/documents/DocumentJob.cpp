@@ -343,6 +343,10 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& processed, const Target& plan
         !verified) {
         return verified;
     }
+    if (settings_.hashOutputs) {
+        processed.report.outputSha256 =
+            sha256OfFile(karvel::io::pathOf(file->descriptor())).value_or("");
+    }
     if (const karvel::Outcome prepared = file->prepare(); !prepared) {
         return tl::unexpected<Error>(outputFailure(prepared.error(), target));
     }
@@ -404,6 +408,7 @@ Outcome DocumentJob::saveToStandardOutput(DocumentReport& report, const OpenDocu
     }
     report.status = DocumentStatus::Done;
     report.bytesAfter = bytes.size();
+    report.outputSha256 = settings_.hashOutputs ? sha256Of(bytes) : "";
     return {};
 }
 

@@ -36,6 +36,7 @@ struct JobSettings {
     bool salvage = false;               ///< do damaged documents with losses, and report these
     IfEmpty ifEmpty = IfEmpty::Blank;
     bool hashInputs = false;            ///< note the SHA-256 of each input
+    bool hashOutputs = false;           ///< the same of each output
     std::string verifier;               ///< the file of the module that verifies outputs before
                                         ///< they get their names; empty: none does
     bool reportFirst = false;           ///< report outputs before they get their names, too

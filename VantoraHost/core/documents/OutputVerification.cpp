@@ -46,6 +46,24 @@ std::vector<std::pair<int, int>> runsOf(const std::vector<int>& ascending)
     return runs;
 }
 
+VerifiedOutput verifiedOutput(const Verdict& verdict)
+{
+    const auto amount = [](const verification::Amount& counted) {
+        return Amount{counted.before, counted.after};
+    };
+    const verification::Amounts& counted = verdict.amounts;
+    VerifiedOutput output{verdict.things,
+                          verdict.notTold,
+                          {amount(counted.outlineEntries), amount(counted.links),
+                           amount(counted.fields), amount(counted.signatures),
+                           amount(counted.attachments)},
+                          {}};
+    for (const verification::LabelledPages& pages : verdict.labels) {
+        output.labels.push_back({pages.first, pages.last, pages.firstLabel, pages.lastLabel});
+    }
+    return output;
+}
+
 // The pages that are missing beside those that went.
 std::vector<int> pagesLost(const std::vector<PageLoss>& losses)
 {
@@ -96,7 +114,7 @@ Result<VerifiedOutput> verifyOutput(const verification::Verifier& verifier, Ques
         return notVerified("it has " + std::to_string(verdict->pagesAfter) + " pages where " +
                            std::to_string(pagesAfter) + " were written");
     }
-    return VerifiedOutput{verdict->things, verdict->notTold};
+    return verifiedOutput(*verdict);
 }
 
 } // namespace vantora

@@ -70,6 +70,7 @@ void turnIntoFailure(DocumentReport& report, Error error)
     report.error = std::move(error);
     report.output.clear();
     report.outputModified.clear();
+    report.outputSha256.clear();
     report.bytesAfter.reset();
     report.pagesAfter.reset();
     report.pagesRemoved.reset();

@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/io/OutputFile.h"
 #include "VantoraHost/core/LibraryFailure.h"
+#include "VantoraHost/core/outputs/OutputPlan.h"
 
 #include <stdexcept>
 
@@ -11,19 +12,17 @@ namespace {
 
 using karvel::io::Existing;
 
-Outcome write(const std::string& path, const std::string& text, Existing existing,
-              mode_t allowedAtMost)
+constexpr mode_t ownerOnly = 0600;
+
+Outcome finish(karvel::Result<karvel::io::OutputFile> file, const Target& target,
+               const std::string& bytes, mode_t allowedAtMost)
 {
-    using karvel::io::OutputFile;
-    Target target;
-    target.name = target.path = path;
-    auto file = OutputFile::create(path, existing);
     if (!file) {
         return tl::unexpected<Error>(outputFailure(file.error(), target));
     }
     file->allowAtMost(allowedAtMost);
     try {
-        file->write(text.data(), text.size());
+        file->write(bytes.data(), bytes.size());
     } catch (const std::runtime_error& error) {
         return tl::unexpected<Error>(
             outputFailure({karvel::ErrorCode::FileNotWritable, error.what()}, target));
@@ -32,6 +31,14 @@ Outcome write(const std::string& path, const std::string& text, Existing existin
         return tl::unexpected<Error>(outputFailure(placed.error(), target));
     }
     return {};
+}
+
+Outcome write(const std::string& path, const std::string& text, Existing existing,
+              mode_t allowedAtMost)
+{
+    Target target;
+    target.name = target.path = path;
+    return finish(karvel::io::OutputFile::create(path, existing), target, text, allowedAtMost);
 }
 
 } // namespace
@@ -44,10 +51,24 @@ Outcome writeTextFile(const std::string& path, const std::string& text)
 
 Outcome writePrivateText(const std::string& path, const std::string& text, ExistingText existing)
 {
-    constexpr mode_t ownerOnly = 0600;
     return write(path, text,
                  existing == ExistingText::Replace ? Existing::Replace : Existing::Refuse,
                  ownerOnly);
+}
+
+Outcome writePrivateFile(const Target& target, TargetFolders& folders, const std::string& bytes)
+{
+    const Target place = target.number ? underFreeName(target) : target;
+    const auto folder = folders.of(place);
+    if (!folder) {
+        return tl::unexpected<Error>(folder.error());
+    }
+    auto file = karvel::io::OutputFile::create(
+        *folder, place.path, place.replaced ? Existing::Replace : Existing::Refuse);
+    if (file && place.replaced) {
+        file->replaceOnly(*place.replaced);
+    }
+    return finish(std::move(file), place, bytes, ownerOnly);
 }
 
 } // namespace vantora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/core/Error.h"
+#include "VantoraHost/core/outputs/TargetFolder.h"
 
 #include <string>
 
@@ -15,5 +16,8 @@ Outcome writeTextFile(const std::string& path, const std::string& text);
 
 /// The same for a text that shows what documents hold: its owner alone may read it.
 Outcome writePrivateText(const std::string& path, const std::string& text, ExistingText existing);
+
+/// The same for any bytes at a target of a run, which is replaced where the target says so.
+Outcome writePrivateFile(const Target& target, TargetFolders& folders, const std::string& bytes);
 
 } // namespace vantora

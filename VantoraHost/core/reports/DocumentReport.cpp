@@ -88,6 +88,62 @@ std::vector<JsonObject> lossesJson(const std::vector<PageLoss>& losses)
     return array;
 }
 
+// The kinds of things that are counted, by their names in a report.
+template <class These, class Visitor>
+void visitAmounts(These& amounts, const Visitor& visit)
+{
+    visit("outline_entries", amounts.outlineEntries);
+    visit("links", amounts.links);
+    visit("fields", amounts.fields);
+    visit("signatures", amounts.signatures);
+    visit("attachments", amounts.attachments);
+}
+
+void addVerified(JsonObject& json, const VerifiedOutput& verified)
+{
+    JsonObject amounts;
+    visitAmounts(verified.amounts, [&](const char* name, const Amount& amount) {
+        JsonObject both;
+        both.add("before", amount.before).add("after", amount.after);
+        amounts.add(name, both);
+    });
+    json.add("verified", true)
+        .add("looked_for", verified.lookedFor)
+        .add("not_told", verified.notTold)
+        .add("amounts", amounts);
+    std::vector<JsonObject> labels;
+    for (const LabelledPages& pages : verified.labels) {
+        labels.emplace_back();
+        labels.back()
+            .add("first", pages.first)
+            .add("last", pages.last)
+            .add("first_label", pages.firstLabel)
+            .add("last_label", pages.lastLabel);
+    }
+    if (!labels.empty()) {
+        json.add("labels_removed", labels);
+    }
+}
+
+VerifiedOutput verifiedOf(const QJsonObject& json)
+{
+    VerifiedOutput verified;
+    verified.lookedFor = wholeNumber(json["looked_for"]).value_or(0);
+    verified.notTold = bytesOf(json["not_told"].toArray());
+    const QJsonObject amounts = json["amounts"].toObject();
+    visitAmounts(verified.amounts, [&](const char* name, Amount& amount) {
+        const QJsonObject both = amounts[QLatin1String(name)].toObject();
+        amount = {wholeNumber(both["before"]).value_or(0), wholeNumber(both["after"]).value_or(0)};
+    });
+    for (const QJsonValue& value : json["labels_removed"].toArray()) {
+        const QJsonObject pages = value.toObject();
+        verified.labels.push_back({pages["first"].toInt(), pages["last"].toInt(),
+                                   bytesOf(pages["first_label"].toString()),
+                                   bytesOf(pages["last_label"].toString())});
+    }
+    return verified;
+}
+
 JsonObject objectOf(const DocumentReport& report)
 {
     const std::string inputModifiedAt = isoTime(report.inputModified);
@@ -118,10 +174,11 @@ JsonObject objectOf(const DocumentReport& report)
     if (report.range) {
         json.add("range", *report.range);
     }
+    if (!report.outputSha256.empty()) {
+        json.add("output_sha256", report.outputSha256);
+    }
     if (report.verified) {
-        json.add("verified", true)
-            .add("looked_for", report.verified->lookedFor)
-            .add("not_told", report.verified->notTold);
+        addVerified(json, *report.verified);
     }
     if (!report.losses.empty()) {
         json.add("losses", lossesJson(report.losses));
@@ -174,11 +231,11 @@ std::optional<DocumentReport> reportOf(const QJsonObject& json)
     report.bytesAfter = wholeNumber(json["bytes_after"]);
     report.inputModified = bytesOf(json["input_modified"].toString());
     report.inputSha256 = bytesOf(json["input_sha256"].toString());
+    report.outputSha256 = bytesOf(json["output_sha256"].toString());
     report.outputModified = bytesOf(json["output_modified"].toString());
     takeWarnings(json["warnings"].toArray(), report.warnings, report.repairs);
     if (json["verified"].toBool()) {
-        report.verified = {wholeNumber(json["looked_for"]).value_or(0),
-                           bytesOf(json["not_told"].toArray())};
+        report.verified = verifiedOf(json);
     }
     for (const QJsonValue& value : json["losses"].toArray()) {
         const QJsonObject loss = value.toObject();

@@ -37,6 +37,7 @@ struct DocumentReport {
     std::optional<std::uint64_t> bytesAfter;
     std::string inputModified; ///< FileState::changed of the input as it was opened; empty for none
     std::string inputSha256;   ///< in hexadecimal digits; empty where nobody asked for it
+    std::string outputSha256;  ///< as that of the input
     std::string outputModified; ///< FileState::changed of the output; empty for none
     std::vector<std::string> warnings;
     std::optional<VerifiedOutput> verified; ///< none where nobody asked for it

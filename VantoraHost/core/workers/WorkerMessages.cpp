@@ -231,9 +231,9 @@ std::optional<WorkerAnswer> reportAnswerOf(const QJsonObject& json)
 template <class Settings, class Visitor>
 void visitSettings(Settings& settings, const Visitor& visit)
 {
-    auto& [passwords, dryRun, keepSigned, strict, salvage, ifEmpty, hashInputs, verifier,
-           reportFirst, judged, standardInput, standardInputMode, standardOutput, cancelled,
-           savingBegins, verifyingBegins] = settings;
+    auto& [passwords, dryRun, keepSigned, strict, salvage, ifEmpty, hashInputs, hashOutputs,
+           verifier, reportFirst, judged, standardInput, standardInputMode, standardOutput,
+           cancelled, savingBegins, verifyingBegins] = settings;
     visit("passwords", passwords);
     visit("dry_run", dryRun);
     visit("keep_signed", keepSigned);
@@ -241,6 +241,7 @@ void visitSettings(Settings& settings, const Visitor& visit)
     visit("salvage", salvage);
     visit("if_empty", ifEmpty);
     visit("hash_inputs", hashInputs);
+    visit("hash_outputs", hashOutputs);
     visit("verifier", verifier);
     visit("report_first", reportFirst);
     visit("judged", judged);

@@ -13,10 +13,11 @@
 
 namespace vantora {
 
-/// The commands of the program that make it a worker: one that works on documents, and one that
-/// makes pictures of pages.
+/// The commands of the program that make it a worker: one that works on documents, one that makes
+/// pictures of pages, and one that draws certificates.
 inline constexpr char workerCommand[] = "worker";
 inline constexpr char picturesCommand[] = "pictures";
+inline constexpr char certificatesCommand[] = "certificates";
 
 /// How a process ended.
 struct ProcessEnd {

@@ -136,6 +136,49 @@ TEST(Verification, FindsNothingInWhatTheLibraryWrites)
     }
 }
 
+TEST(Verification, CountsWhatWentBesideThePagesAndKnowsThemByTheirLabels)
+{
+    support::PagedDocument file(4);
+    const auto page = [&](int number) {
+        return PdfBuilder::reference(file.pages[static_cast<std::size_t>(number - 1)]);
+    };
+    const int outline = file.builder.reserve();
+    std::vector<std::string> entries;
+    for (int number = 0; number < 3; ++number) {
+        entries.push_back(PdfBuilder::reference(file.builder.reserve()));
+    }
+    for (int number = 0; number < 3; ++number) {
+        const std::string next = number < 2 ? " /Next " + entries[number + 1] : "";
+        const std::string previous = number > 0 ? " /Prev " + entries[number - 1] : "";
+        file.builder.set(outline + 1 + number,
+                         "<< /Title (entry) /Parent " + PdfBuilder::reference(outline) + next +
+                             previous + " /Dest [" + page(number + 1) + " /Fit] >>");
+    }
+    file.builder.set(outline, "<< /First " + entries[0] + " /Last " + entries[2] + " /Count 3 >>");
+    file.catalogEntries = "/Outlines " + PdfBuilder::reference(outline) +
+                          " /PageLabels << /Nums [0 << /S /r >> 2 << /S /D /P (A-) >>] >>";
+    const std::string pdf = file.build();
+    const auto verdict = answer(pdf, without(pdf, {3, 2}), {{2, 3}});
+    ASSERT_TRUE(verdict) << verdict.error().sentence;
+    EXPECT_TRUE(verdict->passed());
+    EXPECT_EQ(verdict->amounts.outlineEntries.before, 3U);
+    EXPECT_EQ(verdict->amounts.outlineEntries.after, 1U);
+    ASSERT_EQ(verdict->labels.size(), 1U);
+    EXPECT_EQ(verdict->labels[0].first, 2);
+    EXPECT_EQ(verdict->labels[0].last, 3);
+    EXPECT_EQ(verdict->labels[0].firstLabel + " " + verdict->labels[0].lastLabel, "ii A-1");
+
+    const std::string rich = richDocument();
+    const auto richer = answer(rich, without(rich, {2}), {{2, 2}});
+    ASSERT_TRUE(richer) << richer.error().sentence;
+    const Amounts& amounts = richer->amounts;
+    for (const Amount* amount :
+         {&amounts.outlineEntries, &amounts.links, &amounts.fields, &amounts.attachments}) {
+        EXPECT_GT(amount->before, amount->after);
+    }
+    EXPECT_EQ(amounts.signatures.before, 0U);
+}
+
 TEST(Verification, FindsALeakOfEachKindInAnObjectThatNobodyRefersTo)
 {
     struct {

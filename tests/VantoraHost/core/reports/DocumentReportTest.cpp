@@ -30,7 +30,8 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
     report.repairs = {"two"};
     report.leftToJudge = {"three"};
     report.losses = {{3, "gone"}};
-    report.verified = {7, {"told"}};
+    report.outputSha256 = "ef";
+    report.verified = {7, {"told"}, {{5, 4}, {}, {}, {}, {1, 0}}, {{2, 4, "ii", "iv"}}};
     report.seconds = 0.25;
     const RunIdentity run = {"1.0", "cd", R"([{"action":"A"}])", 3};
     EXPECT_EQ(
@@ -42,7 +43,12 @@ TEST(Report, OfADoneDocumentHasEveryFigure)
         R"("input_sha256":"ab",)"
         R"("output_modified":"1","output_modified_at":"1970-01-01T00:00:00.000000001Z",)"
         R"("in_part":true,"left_blank":false,"status":"done","warnings":["one","repaired: two"],)"
-        R"("verified":true,"looked_for":7,"not_told":["told"],"losses":[{"page":3,"text":"gone"}],"errors":[],"left":["three"],"seconds":0.25,)"
+        R"("output_sha256":"ef","verified":true,"looked_for":7,"not_told":["told"],)"
+        R"("amounts":{"outline_entries":{"before":5,"after":4},"links":{"before":0,"after":0},)"
+        R"("fields":{"before":0,"after":0},"signatures":{"before":0,"after":0},)"
+        R"("attachments":{"before":1,"after":0}},)"
+        R"("labels_removed":[{"first":2,"last":4,"first_label":"ii","last_label":"iv"}],)"
+        R"("losses":[{"page":3,"text":"gone"}],"errors":[],"left":["three"],"seconds":0.25,)"
         R"("run":{"version":"1.0","started":"3","started_at":"1970-01-01T00:00:00.000000003Z",)"
         R"("steps_sha256":"cd","steps":[{"action":"A"}]}})");
 }

@@ -22,7 +22,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
                    {"Other", {}, {{"colour", 7}}, "list.xqq"}};
     setup.job.passwords = {"pass\xffword", "ü"};
     setup.job.keepSigned = setup.job.reportFirst = true;
-    setup.job.strict = setup.job.hashInputs = setup.job.salvage = true;
+    setup.job.strict = setup.job.hashInputs = setup.job.hashOutputs = setup.job.salvage = true;
     setup.job.ifEmpty = IfEmpty::Skip;
     setup.job.verifier = "/lib/veri\xe9.so";
     setup.job.judged = {{"1 2 3 4", 9, "2,7", {3, 5}}, {}};
@@ -43,7 +43,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     EXPECT_FALSE(got->steps[1].stored["bytes"].toByteArray().isEmpty());
     EXPECT_EQ(got->job.passwords, setup.job.passwords);
     EXPECT_TRUE(got->job.keepSigned && got->job.reportFirst && !got->job.dryRun);
-    EXPECT_TRUE(got->job.strict && got->job.hashInputs && got->job.salvage);
+    EXPECT_TRUE(got->job.strict && got->job.hashInputs && got->job.hashOutputs && got->job.salvage);
     EXPECT_EQ(got->job.ifEmpty, IfEmpty::Skip);
     EXPECT_EQ(got->job.verifier, setup.job.verifier);
     ASSERT_EQ(got->job.judged.size(), 2U);
