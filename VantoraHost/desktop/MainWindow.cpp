@@ -307,6 +307,7 @@ void MainWindow::connectRuns()
             [this] { runBar_->showProgress(workbench_.runs.progress()); });
     connect(&runs, &RunController::finished, this, &MainWindow::endRun);
     connect(results_, &ResultsPane::retryAsked, &workbench_, &Workbench::goOn);
+    connect(results_, &ResultsPane::salvageAsked, &workbench_, &Workbench::salvage);
     connect(results_, &ResultsPane::restAsked, &workbench_, &Workbench::goOn);
     connect(results_, &ResultsPane::closeAsked, this, [this] { upAndDown_->widget(1)->hide(); });
     connect(results_, &ResultsPane::commandAsked, this,

@@ -130,7 +130,7 @@ std::vector<RunDocument> Workbench::toRun() const
     for (const Document& document : list.documents()) {
         if (document.isUsable() && !document.isDone) {
             run.push_back({document.id, document.input, forecast_.goingFrom(document).value_or(0),
-                           forecast_.stepsFor(document.id)});
+                           forecast_.stepsFor(document.id), salvaged_.count(document.id) > 0});
         }
     }
     return run;
@@ -268,11 +268,21 @@ void Workbench::takeUndone(const std::vector<Undone>& undone)
 
 void Workbench::startRun()
 {
+    salvaged_.clear();
     run(false);
+}
+
+void Workbench::salvage()
+{
+    const std::vector<DocumentId> damaged = results.damaged();
+    salvaged_ = {damaged.begin(), damaged.end()};
+    documents.forgetRun(damaged);
+    run(true);
 }
 
 void Workbench::goOn()
 {
+    salvaged_.clear();
     documents.forgetRun(results.failed());
     run(true);
 }

@@ -15,6 +15,7 @@
 #include <QtCore/QTimer>
 #include <QtWidgets/QUndoStack>
 
+#include <set>
 #include <vector>
 
 namespace vantora::desktop {
@@ -53,6 +54,9 @@ public:
     /// Goes on with those that aren't done, or have failed: as startRun(), but results of before
     /// stay.
     void goOn();
+
+    /// Does those that failed because of damage once more, with losses.
+    void salvage();
 
     /// Shows the results of a run of before, once they are read.
     void showPastRun(const PastRun& run);
@@ -95,6 +99,7 @@ private:
     PastRun past_;       ///< the run of before whose results are shown; else without a report
     QTimer planTimer_;
     bool startsWhenPlanned_ = false;
+    std::set<DocumentId> salvaged_; ///< may be done with losses
     bool keepsResults_ = false;
     Background planning_; ///< the last: what it does uses the others
 };

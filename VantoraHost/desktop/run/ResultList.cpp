@@ -45,7 +45,7 @@ bool isLeftAlone(const RunResult& result)
 
 bool hasWarnings(const DocumentReport& report)
 {
-    return !report.warnings.empty() || !report.repairs.empty();
+    return !report.warnings.empty() || !report.repairs.empty() || !report.losses.empty();
 }
 
 } // namespace
@@ -73,6 +73,11 @@ QString ResultList::display(const RunResult& result, int column) const
         }
         if (report.error) {
             return tr("failed: %1").arg(explained(*report.error));
+        }
+        if (!report.losses.empty()) {
+            const PageLoss& loss = report.losses.front();
+            return tr("done; lost of page %1: %2", "a page's number, what is missing")
+                .arg(number(loss.page), shownText(loss.what));
         }
         const auto warnings = withRepairs(report.warnings, report.repairs);
         if (!warnings.empty()) {
@@ -202,9 +207,19 @@ void ResultList::setUndone(const std::vector<Undone>& undone)
 
 std::vector<DocumentId> ResultList::failed() const
 {
+    return failedBecause([](Reason) { return true; });
+}
+
+std::vector<DocumentId> ResultList::damaged() const
+{
+    return failedBecause([](Reason reason) { return reason == Reason::PagesDamaged; });
+}
+
+std::vector<DocumentId> ResultList::failedBecause(const std::function<bool(Reason)>& accepts) const
+{
     std::vector<DocumentId> ids;
     for (const RunResult& result : results_) {
-        if (result.report.error && result.id != 0) {
+        if (result.report.error && result.id != 0 && accepts(result.report.error->reason)) {
             ids.push_back(result.id);
         }
     }

@@ -5,6 +5,7 @@
 #include <QtCore/QAbstractTableModel>
 #include <QtCore/QSet>
 
+#include <functional>
 #include <vector>
 
 namespace vantora::desktop {
@@ -38,9 +39,13 @@ public:
     void setUndone(const std::vector<Undone>& undone);
 
     const std::vector<RunResult>& results() const { return results_; }
-    std::vector<DocumentId> failed() const; ///< of the list
+    std::vector<DocumentId> failed() const;
+
+    /// Those of them that failed because they are damaged, and can be done with losses.
+    std::vector<DocumentId> damaged() const; ///< of the list
 
 private:
+    std::vector<DocumentId> failedBecause(const std::function<bool(Reason)>& accepts) const;
     QString display(const RunResult& result, int column) const;
 
     std::vector<RunResult> results_;

@@ -32,6 +32,7 @@ ResultsPane::ResultsPane(ResultList& list, QWidget* parent)
         QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(selectedOutput()).absolutePath()));
     });
     connect(form_->retryButton, &QPushButton::clicked, this, &ResultsPane::retryAsked);
+    connect(form_->salvageButton, &QPushButton::clicked, this, &ResultsPane::salvageAsked);
     connect(form_->restButton, &QPushButton::clicked, this, &ResultsPane::restAsked);
     connect(form_->commandButton, &QPushButton::clicked, this, &ResultsPane::commandAsked);
     connect(form_->closeButton, &QToolButton::clicked, this, &ResultsPane::closeAsked);
@@ -67,6 +68,7 @@ void ResultsPane::updateButtons()
     form_->openButton->setEnabled(hasOutput);
     form_->folderButton->setEnabled(hasOutput);
     form_->retryButton->setVisible(!list_.failed().empty());
+    form_->salvageButton->setVisible(!list_.damaged().empty());
 }
 
 void ResultsPane::showSummary(const RunSummary& summary, std::size_t total, bool cancelled,

@@ -45,6 +45,7 @@ public:
 
 signals:
     void retryAsked();
+    void salvageAsked();
     void restAsked();
     void commandAsked();
     /// It is to be worked out what undoing the run would do.

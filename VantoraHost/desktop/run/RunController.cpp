@@ -109,7 +109,7 @@ std::optional<Error> runGroup(RunGroup& group, const Installation& installation,
         return sequence.error();
     }
     feed.begin({VANTORA_VERSION, stepsDigest(sequence->steps()), stepsJson(sequence->steps()),
-                nanosecondsNow(), false, group.verifies});
+                nanosecondsNow(), group.batch.settings.salvage, group.verifies});
     // A run that is killed leaves nothing replaced that nobody knows of; new files need no wait for
     // the disk.
     const auto& targets = group.batch.targets;

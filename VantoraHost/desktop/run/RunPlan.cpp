@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 namespace vantora::desktop {
 
@@ -67,20 +68,21 @@ Result<std::vector<Destined>> destined(const std::vector<RunDocument>& documents
     return list;
 }
 
-// Documents with the same steps are one batch.
+// Documents with the same steps are one batch, if the same may be done about damage.
 class Groups {
 public:
     explicit Groups(const RunSettings& settings) : settings_(settings) {}
 
     void add(const RunDocument& document, Target target, RunPlan& plan)
     {
-        const auto [found, isNew] =
-            places_.emplace(stepsDigest(document.steps), plan.groups.size());
+        const auto [found, isNew] = places_.emplace(
+            std::pair(stepsDigest(document.steps), document.salvages), plan.groups.size());
         if (isNew) {
             RunGroup group;
             group.steps = document.steps;
             group.batch.settings.keepSigned = settings_.keepsSigned;
             group.verifies = settings_.verifies;
+            group.batch.settings.salvage = document.salvages;
             group.batch.settings.ifEmpty =
                 settings_.place == OutputPlace::InPlace ? IfEmpty::Fail : IfEmpty::Blank;
             plan.groups.push_back(std::move(group));
@@ -93,7 +95,7 @@ public:
 
 private:
     const RunSettings& settings_;
-    std::map<std::string, std::size_t> places_;
+    std::map<std::pair<std::string, bool>, std::size_t> places_;
 };
 
 QString quoted(const QString& text)
@@ -192,7 +194,7 @@ QString commandsOf(const RunPlan& plan, const RunSettings& settings)
         }
         for (const auto& [folder, files] : filesByFolder) {
             commands += "vantora run" + stepsText(group.steps) + outputText(folder, settings) +
-                        " --" + files + '\n';
+                        (group.batch.settings.salvage ? " --salvage" : "") + " --" + files + '\n';
         }
     }
     return commands;

@@ -17,6 +17,7 @@ struct RunDocument {
     Input input;
     int going = 0;                  ///< pages of it
     std::vector<StepRequest> steps; ///< none when it is left as it is
+    bool salvages = false;          ///< it may be done with losses
 };
 
 /// Documents of a run that get the same steps.

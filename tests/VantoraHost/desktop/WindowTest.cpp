@@ -148,6 +148,33 @@ TEST_F(Window, SaysWhatToDoAboutAFailureAndRetriesIt)
     EXPECT_EQ(pagesOf("in/short.pdf"), 1);
 }
 
+TEST_F(Window, DoesDamagedDocumentsWithLossesWhereThatIsChosenOnceForAll)
+{
+    support::PagedDocument file(4);
+    const std::string content = "\n" + std::to_string(file.pages[2] - 1) + " 0 ";
+    const std::string whole = file.build();
+    const std::string damaged = support::replaced(whole, content + "obj", content + "xxx");
+    add({write("a.pdf", damaged), write("b.pdf", damaged), write("whole.pdf", whole)});
+    bench().markForAll("1");
+    bool over = false;
+    QObject::connect(&bench().runs, &RunController::finished, [&over] { over = true; });
+    bench().startRun();
+    wait([&] { return std::exchange(over, false); });
+    EXPECT_EQ(bench().results.damaged().size(), 2U);
+    ASSERT_TRUE(part<QWidget>("salvageButton").isVisible());
+    press("salvageButton");
+    wait([&] { return std::exchange(over, false); });
+    EXPECT_TRUE(bench().results.failed().empty());
+    EXPECT_FALSE(part<QWidget>("salvageButton").isVisible());
+    EXPECT_THAT(bench().commands().toStdString(), testing::HasSubstr(" --salvage -- "));
+    const ResultList& results = bench().results;
+    for (int row = 0; row < 2; ++row) {
+        EXPECT_THAT(results.index(row, ResultList::Outcome).data().toString().toStdString(),
+                    testing::HasSubstr("done; lost of page 3: content"));
+    }
+    EXPECT_EQ(pagesOf("out/a.pdf") + pagesOf("out/b.pdf") + pagesOf("out/whole.pdf"), 9);
+}
+
 TEST_F(Window, UndoesWhatWasDoneToTheListTheMarksAndTheSteps)
 {
     add({write("a.pdf", support::documentOfPages(3)), write("b.pdf", support::documentOfPages(3))});
