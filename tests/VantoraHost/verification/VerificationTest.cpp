@@ -466,4 +466,73 @@ TEST(Verification, RefusesWhatItCannotRead)
     EXPECT_EQ(locked.error().why, Refusal::Why::PasswordNeeded);
 }
 
+TEST(Verification, PassesNoOutputThatIsDamaged)
+{
+    const std::string before = richDocument();
+    const std::string after = without(before, {2});
+    ASSERT_THAT(findings(before, after), IsEmpty());
+    const auto cut = [&](std::size_t parts) { return after.substr(0, after.size() * parts / 8); };
+    const struct {
+        const char* name;
+        std::string after;
+    } rows[] = {
+        {"nothing of it was written", ""},
+        {"an eighth of it was written", cut(1)},
+        {"half of it was written", cut(4)},
+        {"seven eighths of it were written", cut(7)},
+        {"a page has lost its size", support::replaced(after, "/MediaBox", "/MediaBux")},
+        {"its pages are nowhere", support::replaced(after, "/Kids", "/Kidz")},
+        {"a page is listed twice", changed(after,
+                                           [](QPDF& file) {
+                                               QPDFObjectHandle kids =
+                                                   file.getRoot().getKey("/Pages").getKey("/Kids");
+                                               kids.setArrayItem(1, kids.getArrayItem(0));
+                                           })},
+        {"its tree of pages leads back to itself",
+         changed(after,
+                 [](QPDF& file) {
+                     QPDFObjectHandle pages = file.getRoot().getKey("/Pages");
+                     pages.getKey("/Kids").setArrayItem(1, pages);
+                 })},
+        {"it is the document before", before},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_NE(row.after, after);
+        EXPECT_THAT(findings(before, row.after), testing::Not(IsEmpty()));
+    }
+}
+
+TEST(Verification, KnowsPagesByTheNumbersOfWhoAsksWhereOneCannotBeRead)
+{
+    support::PagedDocument file(4);
+    const std::string page = "\n" + std::to_string(file.pages[1]) + " 0 ";
+    const std::string whole = file.build();
+    const std::string before = support::replaced(whole, page + "obj", page + "xxx");
+    const support::ScratchFolder folder;
+    const auto verifier = loadVerifier(VERIFIER);
+    ASSERT_TRUE(verifier) << verifier.error();
+    const auto ask = [&](const std::string& after, std::pair<int, int> removed, int pages,
+                         std::vector<int> lost) {
+        return (*verifier)->verify({std::string_view(before),
+                                    std::string_view(after),
+                                    {removed},
+                                    {},
+                                    pages,
+                                    std::move(lost)});
+    };
+    // The second page is lost, and the third one is to go.
+    const auto good = ask(without(whole, {3, 2}), {3, 3}, 4, {2});
+    ASSERT_TRUE(good) << good.error().sentence;
+    EXPECT_TRUE(good->passed());
+    EXPECT_EQ(good->pagesAfter, 2);
+    const auto bad = ask(without(whole, {4, 2}), {3, 3}, 4, {2});
+    ASSERT_TRUE(bad) << bad.error().sentence;
+    ASSERT_FALSE(bad->passed());
+    EXPECT_EQ(bad->findings.front().page, 3);
+    const auto otherwise = ask(without(whole, {3, 2}), {3, 3}, 6, {2});
+    ASSERT_FALSE(otherwise);
+    EXPECT_THAT(otherwise.error().sentence, HasSubstr("counted otherwise"));
+}
+
 } // namespace
