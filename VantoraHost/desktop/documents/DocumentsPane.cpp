@@ -27,7 +27,7 @@ DocumentsPane::DocumentsPane(DocumentList& list, DocumentsController& controller
     form_->view->header()->setSortIndicator(-1, Qt::AscendingOrder); // as they were added
     form_->view->header()->setStretchLastSection(true);
     const int letter = form_->view->fontMetrics().averageCharWidth();
-    const int letters[] = {22, 8, 7, 11, 14};
+    const int letters[] = {17, 7, 6, 9, 14};
     for (int column = 0; column < DocumentList::Folder; ++column) {
         form_->view->setColumnWidth(column, letters[column] * letter);
     }

@@ -11,7 +11,7 @@ namespace vantora::desktop {
 namespace {
 
 // In letters: a longer name would widen the pane.
-constexpr int longestShown = 16;
+constexpr int longestShown = 24;
 
 } // namespace
 
