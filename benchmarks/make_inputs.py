@@ -6,8 +6,10 @@ make_inputs.py images COUNT BYTES FILE  COUNT pages with an incompressible image
 make_inputs.py many COUNT PAGES DIR   COUNT documents of PAGES text pages
 make_inputs.py scans jpeg|fax COUNT PAGES DIR  COUNT documents of PAGES scans of A4 at 300 dpi, every fourth blank
 make_inputs.py rich COUNT FILE        COUNT pages with an outline, links, tags, a form and labels
+make_inputs.py damaged length|table COUNT FILE  COUNT text pages, one with a wrong stream length, or without a table
 """
 import random
+import re
 import struct
 import subprocess
 import sys
@@ -90,6 +92,18 @@ def text_pages(path, count, seed=1):
                             b"/Resources << /Font << /F1 2 0 R >> >> >>" % (parent[page], page + 1))
         writer.object(page + 1, b"<< /Length %d >>" % len(content), content)
     writer.finish(1)
+
+
+def damage(path, kind):
+    """Makes the length of the stream in the middle too small, or takes the cross-reference table away."""
+    data = Path(path).read_bytes()
+    if kind == "length":
+        length = re.compile(rb"/Length (\d+)").search(data, len(data) // 2)
+        wrong = b"%0*d" % (len(length[1]), int(length[1]) - 7)
+        data = data[:length.start(1)] + wrong + data[length.end(1):]
+    else:
+        data = data[:data.rindex(b"xref\n0 ")] + data[data.rindex(b"trailer"):]
+    Path(path).write_bytes(data)
 
 
 def image_pages(path, count, size):
@@ -232,6 +246,9 @@ def main():
         rich_pages(sys.argv[3], int(sys.argv[2]))
     elif len(sys.argv) == 5 and sys.argv[1] == "images":
         image_pages(sys.argv[4], int(sys.argv[2]), int(sys.argv[3]))
+    elif len(sys.argv) == 5 and sys.argv[1] == "damaged" and sys.argv[2] in ("length", "table"):
+        text_pages(sys.argv[4], int(sys.argv[3]))
+        damage(sys.argv[4], sys.argv[2])
     elif len(sys.argv) == 5 and sys.argv[1] == "many":
         folder = Path(sys.argv[4])
         folder.mkdir(parents=True, exist_ok=True)

@@ -240,6 +240,13 @@ def main():
         "qpdf --linearize only": ["qpdf", "--linearize", plain, "OUT"],
         "mutool merge": ["mutool", "merge", "-o", "OUT", plain, "1,3-5000"],
     })
+    whole = bench.make("10000.pdf", "pages", 10000)
+    damaged = {kind: bench.make(f"10000-{kind}.pdf", "damaged", kind, 10000) for kind in ("length", "table")}
+    bench.row("one page of 10,000 in damaged documents, 5 MB", {
+        "vantora": [VANTORA, "run", "--quiet", "--pages", "2", whole, "-o", "OUT"],
+        "vantora, a wrong length": [VANTORA, "run", "--quiet", "--pages", "2", damaged["length"], "-o", "OUT"],
+        "vantora, no table": [VANTORA, "run", "--quiet", "--pages", "2", damaged["table"], "-o", "OUT"],
+    }, 9999)
     bench.row("one page of 500, 500 MB", {
         "vantora": [VANTORA, "run", "--quiet", "--pages", "250", images, "-o", "OUT"],
         "cp and sync": ["sh", "-c", 'cp "$0" "$1" && sync "$1" "$(dirname "$1")"', images, "OUT"],

@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/pages/DeletePages.h"
 #include "KarvelPDFLibrary/saving/Save.h"
 #include "fuzz/ObjectTable.h"
+#include "tests/support/IndexAgreement.h"
 #include "tests/support/SameDocument.h"
 
 #include <algorithm>
@@ -113,6 +114,30 @@ std::string deleteAndSave(const std::string& bytes, const std::vector<Edit>& edi
     return (*document)->file().isEncrypted() ? std::string() : *output;
 }
 
+// What comes of a damaged document must be the same with an index, where it has one, and without.
+void checkIndexOfDamaged(const std::string& bytes, const std::vector<Edit>& edits,
+                         const saving::SaveOptions& options, const std::string& output)
+{
+    auto document = Document::load(io::fromMemory(bytes), {});
+    if (!document || (*document)->index() == nullptr ||
+        (*document)->index()->fileState() == index::FileState::Whole) {
+        return;
+    }
+    const std::string disagreement = support::indexDisagreement(**document);
+    if (!disagreement.empty()) {
+        fail("libqpdf believes something else: " + disagreement, bytes);
+    }
+    const std::string without = deleteAndSave(" " + bytes, edits, options);
+    if (output.empty() != without.empty()) {
+        fail("only saved with an index, or without", bytes);
+    }
+    const std::string difference =
+        output.empty() ? output : support::firstDifference(output, without);
+    if (!difference.empty()) {
+        fail("another document without an index: " + difference, bytes);
+    }
+}
+
 } // namespace
 
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
@@ -159,6 +184,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (!difference.empty()) {
             fail("rewriting gives another document: " + difference, copied);
         }
+    }
+    if (options.streamData == saving::StreamData::Keep) {
+        checkIndexOfDamaged(bytes, edits, options, copied);
     }
     return 0;
 }

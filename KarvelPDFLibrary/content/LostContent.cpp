@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/content/LostContent.h"
 
 #include "KarvelPDFLibrary/base/InventedKeys.h"
+#include "KarvelPDFLibrary/index/ValueScanner.h"
 
 #include <algorithm>
 #include <qpdf/Pl_Discard.hh>
@@ -142,6 +143,98 @@ bool LostContent::isLost(QPDFObjectHandle part)
         return document_.wasReconstructed() || isInTable(part);
     }
     return streamsEmptied_ && wasEmptied(part);
+}
+
+namespace {
+
+/// The references in a page's content.
+class ContentReferences final : public index::ScanSink {
+public:
+    void reference(std::uint32_t object, std::uint32_t /*generation*/) override
+    {
+        if (isContent_) {
+            found.push_back(object);
+        }
+    }
+    void beforeEntry(std::string_view key) override { isContent_ = key == "Contents"; }
+    void afterEntry(std::string_view key, std::string_view value) override
+    {
+        isContent_ = false;
+        if (key == "Contents") {
+            const std::string_view text = index::trimmed(value);
+            isUsual = text.front() == '[' || (text.back() == 'R' && found.size() == 1);
+        }
+    }
+
+    std::vector<std::uint32_t> found;
+    bool isUsual = true; // references, or an array of some
+
+private:
+    bool isContent_ = false;
+};
+
+bool isStream(Document& document, std::uint32_t object)
+{
+    const auto number = static_cast<int>(object);
+    const index::IndexedObject* entry = document.objects().unchanged(number);
+    return entry != nullptr ? (entry->flags & index::IsStream) != 0
+                            : document.objects().object(number).isStream();
+}
+
+bool hasOnlyStreamsAsContent(Document& document, int page)
+{
+    const int number = document.order().at(page).object;
+    ObjectView objects = document.objects();
+    if (const std::string_view text = objects.text(number); !text.empty()) {
+        ContentReferences content;
+        index::ValueScanner(text, content).scan(0);
+        return content.isUsual &&
+               std::all_of(content.found.begin(), content.found.end(),
+                           [&](std::uint32_t part) { return isStream(document, part); });
+    }
+    const std::vector<QPDFObjectHandle> parts =
+        partsOf(objects.object(number).getDictAsMap()["/Contents"]);
+    return std::all_of(parts.begin(), parts.end(),
+                       [](QPDFObjectHandle part) { return part.isStream(); });
+}
+
+/// Whether a reference leads nowhere or to null.
+bool leadsToNothing(Document& document)
+{
+    const index::ReferenceIndex& index = *document.index();
+    const std::vector<std::uint32_t>& references = index.references();
+    if (std::find(references.begin(), references.end(), 0U) != references.end()) {
+        return true;
+    }
+    ObjectView objects = document.objects();
+    for (std::uint32_t object = 1; object < index.size(); ++object) {
+        const index::IndexedObject& entry = index.object(object);
+        const bool mayBeNull =
+            entry.kind == index::Kind::Other && entry.flags == 0 && entry.referenceCount == 0;
+        if (mayBeNull &&
+            index::trimmed(objects.text(static_cast<int>(object))).substr(0, 4) == "null") {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+bool mayHaveLostContent(Document& document)
+{
+    if (document.index()->fileState() == index::FileState::Whole) {
+        return false;
+    }
+    if (leadsToNothing(document)) {
+        return true;
+    }
+    for (int page = 1; page <= document.pageCount(); ++page) {
+        if (!hasOnlyStreamsAsContent(document, page)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace karvel::content

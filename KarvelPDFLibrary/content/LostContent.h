@@ -33,4 +33,8 @@ private:
     std::unordered_map<int, bool> lostResources_; // by number
 };
 
+/// Whether pages of a document that has an index may have lost content, as far as can be told
+/// without reading them whole. False says that none has.
+bool mayHaveLostContent(Document& document);
+
 } // namespace karvel::content

@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/document/Document.h"
 
 #include "KarvelPDFLibrary/document/CryptFilters.h"
+#include "KarvelPDFLibrary/document/IndexDoubts.h"
 #include "KarvelPDFLibrary/document/LostEncryption.h"
 #include "KarvelPDFLibrary/document/MissingTrailer.h"
 #include "KarvelPDFLibrary/index/CrossReferenceCount.h"
@@ -275,23 +276,71 @@ Outcome Document::hasPossibleNumbers() const
     return {};
 }
 
+void Document::readIndex()
+{
+    if (!reconstructed_) {
+        index_ =
+            index::ReferenceIndex::build(*file_, *source_, index::FileState::Whole, indexRefusal_);
+    }
+    if (!index_) {
+        index_ = indexOfDamaged();
+    }
+}
+
+/// The index of a file in which only such things are wrong of which libqpdf can be asked what it
+/// makes. Not where losses are wished for, which may be anywhere, nor where strings are enciphered,
+/// which may be damaged without a sign.
+std::unique_ptr<index::ReferenceIndex> Document::indexOfDamaged()
+{
+    if (salvage_ || file_->isEncrypted()) {
+        indexRefusal_ = "a damaged file " +
+                        std::string(salvage_ ? "of which parts may be lost" : "that is encrypted");
+        return nullptr;
+    }
+    const char rebuiltMeanwhile[] = "the cross-reference table was rebuilt while the file was read";
+    try {
+        if (!reconstructed_ && !settleWrongOffsets(*this)) {
+            indexRefusal_ = rebuiltMeanwhile;
+            return nullptr;
+        }
+        const bool rebuilt = reconstructed_;
+        auto index = index::ReferenceIndex::build(
+            *file_, *source_, rebuilt ? index::FileState::Rebuilt : index::FileState::Damaged,
+            indexRefusal_);
+        if (!index) {
+            return nullptr;
+        }
+        indexRefusal_ = settleIndexDoubts(*this, *index);
+        warnings();
+        if (reconstructed_ != rebuilt) {
+            indexRefusal_ = rebuiltMeanwhile;
+        }
+        return indexRefusal_.empty() ? std::move(index) : nullptr;
+    } catch (const index::OutOfProportion&) {
+        throw;
+    } catch (const std::exception& exception) {
+        indexRefusal_ = exception.what();
+        return nullptr;
+    }
+}
+
 Outcome Document::readPages()
 {
     warnings();
-    if (reconstructed_) {
-        indexRefusal_ = "the cross-reference table was rebuilt";
-    } else {
-        index_ = index::ReferenceIndex::build(*file_, *source_, indexRefusal_);
+    readIndex();
+    std::optional<ReadPages> pages;
+    if (index_) {
+        pages = pageTree::readFromIndex(*file_, *index_);
+    }
+    if (index_ && !pages && index_->fileState() != index::FileState::Whole) {
+        index_.reset(); // what belongs to pages that are lost is not found by it
+        indexRefusal_ = "a damaged file with an unusual page tree";
     }
     if (index_) {
         changes_.setHighestNumber(index_->highestNumber());
     }
     if (Outcome status = hasPossibleNumbers(); !status) {
         return status;
-    }
-    std::optional<ReadPages> pages;
-    if (index_) {
-        pages = pageTree::readFromIndex(*file_, *index_);
     }
     if (!pages) {
         const auto reconstructed = [this] {

@@ -177,7 +177,8 @@ public:
     const std::vector<std::int32_t>& cutPages() const { return cutPages_; }
 
     /// Where the loaded file's objects lie and what refers to what; null for a file that is not fit
-    /// for it, whose reason is indexRefusal().
+    /// for it, whose reason is indexRefusal(). Objects that the index was not sure of, since the
+    /// file is damaged, count as changed.
     const index::ReferenceIndex* index() const { return index_.get(); }
     const std::string& indexRefusal() const { return indexRefusal_; }
 
@@ -238,6 +239,8 @@ private:
     loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source, const LoadOptions& options);
     void keepWhatTheKeyWasMadeFrom();
     Outcome hasPossibleNumbers() const;
+    void readIndex();
+    std::unique_ptr<index::ReferenceIndex> indexOfDamaged();
     Outcome readPages();
 
     std::shared_ptr<io::ByteSource> source_;

@@ -3,11 +3,13 @@
 #include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/index/CrossReferenceCount.h"
 #include "KarvelPDFLibrary/index/FileText.h"
+#include "KarvelPDFLibrary/index/ObjectHeader.h"
 #include "KarvelPDFLibrary/index/ObjectNotes.h"
 
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <optional>
 #include <stdexcept>
 
 namespace karvel::index {
@@ -28,31 +30,61 @@ struct NotFit {
     throw NotFit{"object " + std::to_string(object) + ": " + what};
 }
 
+/// Adds the numbers that stand before "obj" in a text: "12 0 obj".
+void appendNumbersOfObjects(std::string_view text, std::vector<std::uint32_t>& numbers)
+{
+    const auto back = [&text](std::size_t at, auto belongs) {
+        while (at > 0 && belongs(text[at - 1])) {
+            --at;
+        }
+        return at;
+    };
+    const auto isDigit = [](char ch) { return ch >= '0' && ch <= '9'; };
+    for (std::size_t at = text.find("obj"); at != std::string_view::npos;
+         at = text.find("obj", at + 3)) {
+        const std::size_t generation = back(back(at, isWhiteSpace), isDigit);
+        std::size_t number = back(back(generation, isWhiteSpace), isDigit);
+        std::uint64_t value = 0;
+        if (readUnsigned(text, number, value) && value <= 0x7FFFFFFF) {
+            numbers.push_back(static_cast<std::uint32_t>(value));
+        }
+    }
+}
+
 } // namespace
 
 /// Goes through a file's objects in the order in which they lie there.
 class IndexBuilder {
 public:
-    IndexBuilder(QPDF& file, io::ByteSource& source, ReferenceIndex& index)
-        : file_(file), index_(index), text_(source), notes_(index), fileSize_(source.size())
+    IndexBuilder(QPDF& file, io::ByteSource& source, FileState state, ReferenceIndex& index)
+        : file_(file), index_(index), text_(source), notes_(index), fileSize_(source.size()),
+          state_(state)
     {
+        index_.fileState_ = state;
     }
 
     void run()
     {
         readCrossReferences();
         index_.fileOrder_.reserve(inFile_.size());
-        for (const Placed& placed : inFile_) {
-            scanInFile(placed);
-            index_.fileOrder_.push_back(placed.object);
+        for (std::size_t i = 0; i < inFile_.size(); ++i) {
+            noteNumbersUpTo(inFile_[i].offset);
+            nextStart_ = i + 1 < inFile_.size() ? inFile_[i + 1].offset
+                                                : static_cast<std::uint64_t>(fileSize_);
+            scanInFile(inFile_[i]);
+            index_.fileOrder_.push_back(inFile_[i].object);
         }
+        noteNumbersUpTo(static_cast<std::uint64_t>(fileSize_));
         for (const std::uint32_t stream : containers_) {
             scanObjectStream(stream);
         }
         notes_.finish();
+        finishDoubts();
     }
 
 private:
+    bool isStrict() const { return state_ == FileState::Whole; }
+
     struct Placed {
         std::uint64_t offset;
         std::uint32_t object;
@@ -63,10 +95,16 @@ private:
     void scanObjectStream(std::uint32_t stream);
 
     std::size_t scanValue(std::uint32_t number, std::size_t start, bool& isDictionary);
-    std::size_t passStream(std::uint32_t number, std::size_t at);
-    std::uint64_t streamLength(std::uint32_t number);
+    std::optional<std::size_t> passStream(std::uint32_t number, std::size_t at);
+    std::optional<std::uint64_t> streamLength(std::uint32_t number);
     std::string decoded(std::uint32_t number, QPDFObjectHandle stream);
     void keep(IndexedObject& object, std::uint32_t number, int flags);
+
+    std::size_t passNumber(const Placed& placed);
+    void noteDoubt(std::uint32_t number, Doubt::Kind kind, std::uint64_t start = 0);
+    void noteNumbersUpTo(std::uint64_t offset);
+    void finishDoubts();
+    void mustEndWord(std::uint32_t number, std::size_t at);
 
     QPDF& file_;
     ReferenceIndex& index_;
@@ -78,12 +116,18 @@ private:
     std::map<std::uint32_t, std::vector<std::uint32_t>> membersOf_;
 
     std::uint64_t previousEnd_ = 0;
+    std::uint64_t nextStart_ = 0;
     std::uint64_t decodedBytes_ = 0;
+    FileState state_;
+    std::size_t tableSize_ = 0;
+    ReadingDoubts reading_;
+    std::vector<std::uint32_t> otherNumbers_; // of what the table doesn't name
 };
 
 void IndexBuilder::readCrossReferences()
 {
-    const std::map<QPDFObjGen, QPDFXRefEntry> table = file_.getXRefTable();
+    const CrossReferenceTable table = file_.getXRefTable();
+    tableSize_ = table.size();
     std::uint64_t highest = 0;
     for (const auto& [id, entry] : table) {
         highest = std::max<std::uint64_t>(highest, static_cast<std::uint64_t>(id.getObj()));
@@ -94,6 +138,10 @@ void IndexBuilder::readCrossReferences()
     index_.objects_.resize(highest + 1);
     for (const auto& [id, entry] : table) {
         const auto number = static_cast<std::uint32_t>(id.getObj());
+        if (!isStrict() && entry.getType() == 1 && entry.getOffset() == 0) {
+            index_.doubts_.push_back({number, id.getGen(), Doubt::Kind::Nowhere});
+            continue;
+        }
         IndexedObject& object = index_.objects_[number];
         if (object.kind != Kind::Missing || id.getGen() > 0xFFFF) {
             notFit(number, "is in the cross-reference table twice");
@@ -121,9 +169,6 @@ void IndexBuilder::readCrossReferences()
         throw NotFit{"the header is not at the beginning"};
     }
     index_.usesCrossReferenceStream_ = file_.getTrailer().hasKey("/W") || !membersOf_.empty();
-    if (index_.usesCrossReferenceStream_ && file_.getTrailer().hasKey("/XRefStm")) {
-        throw NotFit{"a file of the hybrid kind"};
-    }
 }
 
 /// Scans the value at `start` of the opened text; reads more of the file while it is too short.
@@ -131,7 +176,7 @@ std::size_t IndexBuilder::scanValue(std::uint32_t number, std::size_t start, boo
 {
     for (;;) {
         notes_.begin();
-        ValueScanner scanner(text_.view(), notes_);
+        ValueScanner scanner(text_.view(), notes_, isStrict() ? nullptr : &reading_);
         const ScanResult result = scanner.scan(start);
         if (result == ScanResult::Complete) {
             isDictionary = scanner.isDictionary();
@@ -145,7 +190,8 @@ std::size_t IndexBuilder::scanValue(std::uint32_t number, std::size_t start, boo
     }
 }
 
-std::uint64_t IndexBuilder::streamLength(std::uint32_t number)
+/// Nothing where there is no usable one.
+std::optional<std::uint64_t> IndexBuilder::streamLength(std::uint32_t number)
 {
     std::size_t at = 0;
     std::uint64_t length = 0;
@@ -155,14 +201,13 @@ std::uint64_t IndexBuilder::streamLength(std::uint32_t number)
     QPDFObjectHandle stream =
         file_.getObject(static_cast<int>(number), index_.objects_[number].generation);
     QPDFObjectHandle value = stream.isStream() ? stream.getDict().getKey("/Length") : stream;
-    if (!value.isInteger() || value.getIntValue() < 0) {
-        notFit(number, "its stream has no usable length");
-    }
-    return static_cast<std::uint64_t>(value.getIntValue());
+    const bool isUsable = value.isInteger() && value.getIntValue() >= 0;
+    return isUsable ? std::optional(static_cast<std::uint64_t>(value.getIntValue())) : std::nullopt;
 }
 
-/// From "stream" on: past "endstream".
-std::size_t IndexBuilder::passStream(std::uint32_t number, std::size_t at)
+/// From "stream" on: past "endstream". Nothing where that is not where the length says, of which
+/// there is a doubt then.
+std::optional<std::size_t> IndexBuilder::passStream(std::uint32_t number, std::size_t at)
 {
     at += std::strlen("stream");
     if (!text_.require(at + 2)) {
@@ -175,24 +220,21 @@ std::size_t IndexBuilder::passStream(std::uint32_t number, std::size_t at)
     if (view[at] != '\n') {
         notFit(number, "its stream does not begin on a line of its own");
     }
-    ++at;
-    const std::uint64_t data = text_.offset() + at;
-    const std::uint64_t end = data + streamLength(number);
-    if (end < data || !text_.open(end, 64)) {
-        notFit(number, "its stream is longer than the file");
+    const std::uint64_t data = text_.offset() + at + 1;
+    const std::optional<std::uint64_t> length = streamLength(number);
+    if (length && data + *length >= data && text_.open(data + *length, 64)) {
+        view = text_.view();
+        at = view.substr(0, 1) == "\r" ? 1 : 0;
+        at += view.substr(at, 1) == "\n" ? 1 : 0;
+        if (view.substr(at, 9) == "endstream") {
+            return at + 9;
+        }
     }
-    view = text_.view();
-    at = 0;
-    if (at < view.size() && view[at] == '\r') {
-        ++at;
-    }
-    if (at < view.size() && view[at] == '\n') {
-        ++at;
-    }
-    if (view.substr(at, 9) != "endstream") {
+    if (isStrict()) {
         notFit(number, "its stream does not end where its length says");
     }
-    return at + 9;
+    noteDoubt(number, Doubt::Kind::Length, data);
+    return std::nullopt;
 }
 
 void IndexBuilder::keep(IndexedObject& object, std::uint32_t number, int flags)
@@ -224,45 +266,64 @@ std::string IndexBuilder::decoded(std::uint32_t number, QPDFObjectHandle stream)
     }
 }
 
+/// Where the value of an object begins.
+std::size_t IndexBuilder::passNumber(const Placed& placed)
+{
+    const std::uint32_t number = placed.object;
+    IndexedObject& object = index_.objects_[number];
+    if (!text_.open(placed.offset, 256)) {
+        notFit(number, "lies outside the file");
+    }
+    const std::optional<ObjectHeader> header =
+        readObjectHeader(text_.view(), number, object.generation);
+    if (!header) {
+        notFit(number, "is not where the cross-reference table says");
+    }
+    object.start = placed.offset + header->start;
+    if (object.start < previousEnd_) {
+        notFit(number, "lies inside another object");
+    }
+    return header->end;
+}
+
 void IndexBuilder::scanInFile(const Placed& placed)
 {
     const std::uint32_t number = placed.object;
     IndexedObject& object = index_.objects_[number];
-    if (placed.offset < previousEnd_ || !text_.open(placed.offset, 256)) {
-        notFit(number, "lies outside the file or inside another object");
-    }
-    std::size_t at = 0;
-    std::uint64_t writtenNumber = 0;
-    std::uint64_t writtenGeneration = 0;
-    const std::string_view head = text_.view();
-    const bool numbered = readUnsigned(head, at, writtenNumber) && (at = skipSpace(head, at)) > 0 &&
-                          readUnsigned(head, at, writtenGeneration);
-    at = skipSpace(head, at);
-    if (!numbered || head.substr(at, 3) != "obj" || writtenNumber != number ||
-        writtenGeneration != object.generation) {
-        notFit(number, "is not where the cross-reference table says");
-    }
+    std::size_t at = passNumber(placed);
+    mustEndWord(number, at);
     bool isDictionary = false;
-    at = scanValue(number, at + 3, isDictionary);
+    at = scanValue(number, at, isDictionary);
     int flags = isDictionary ? IsDictionary : 0;
     text_.require(at + 64);
     at = skipSpace(text_.view(), at);
     if (isDictionary && text_.view().substr(at, 6) == "stream") {
-        at = passStream(number, at);
         flags |= IsStream;
+        const std::optional<std::size_t> end = passStream(number, at);
+        if (!end) {
+            keep(object, number, flags);
+            return;
+        }
+        mustEndWord(number, at = *end);
         text_.require(at + 64);
         at = skipSpace(text_.view(), at);
     }
     if (text_.view().substr(at, 6) != "endobj") {
         notFit(number, "has no end");
     }
-    at += 6;
+    mustEndWord(number, at += 6);
     while (at < text_.view().size() && isWhiteSpace(text_.view()[at])) {
         ++at;
+    }
+    if (!isStrict() && text_.offset() + at >= static_cast<std::uint64_t>(fileSize_)) {
+        notFit(number, "ends with the file"); // libqpdf doesn't take it then
     }
     object.end = text_.offset() + at;
     previousEnd_ = object.end;
     keep(object, number, flags);
+    if (!isStrict() && reading_.any()) {
+        noteDoubt(number, Doubt::Kind::Reading);
+    }
 }
 
 void IndexBuilder::scanObjectStream(std::uint32_t number)
@@ -296,16 +357,18 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
             notFit(number, "its header is wrong");
         }
         // An entry that the table overrides is not the object's present value.
-        const bool current = member < index_.objects_.size() &&
-                             index_.objects_[member].container == number &&
-                             index_.objects_[member].end == 0;
+        const bool current =
+            member < index_.objects_.size() && index_.objects_[member].container == number;
+        if (current && index_.objects_[member].end != 0) {
+            notFit(number, "holds an object twice");
+        }
         if (!current) {
             members.allMembersAreCurrent = false;
             continue;
         }
         IndexedObject& object = index_.objects_[member];
         notes_.begin();
-        ValueScanner scanner(text, notes_);
+        ValueScanner scanner(text, notes_, isStrict() ? nullptr : &reading_);
         if (scanner.scan(start) != ScanResult::Complete) {
             notFit(static_cast<std::uint32_t>(member), "its text does not read as expected");
         }
@@ -314,6 +377,9 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
         notes_.valueEnds(std::string_view(text).substr(start, object.end - start));
         keep(object, static_cast<std::uint32_t>(member), scanner.isDictionary() ? IsDictionary : 0);
         members.members.push_back(static_cast<std::uint32_t>(member));
+        if (!isStrict() && reading_.any()) {
+            noteDoubt(static_cast<std::uint32_t>(member), Doubt::Kind::Reading);
+        }
     }
     if (members.members.size() != membersOf_[number].size()) {
         notFit(number, "does not hold the objects that are said to be in it");
@@ -321,12 +387,95 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
     index_.objectStreams_.push_back(std::move(members));
 }
 
+void IndexBuilder::noteDoubt(std::uint32_t number, Doubt::Kind kind, std::uint64_t start)
+{
+    IndexedObject& object = index_.objects_[number];
+    if (kind == Doubt::Kind::Length) {
+        object.end = previousEnd_ = start;
+    }
+    index_.doubts_.push_back({number, object.generation, kind, start, nextStart_});
+}
+
+/// libqpdf takes a word that goes on for another one.
+void IndexBuilder::mustEndWord(std::uint32_t number, std::size_t at)
+{
+    if (isStrict()) {
+        return;
+    }
+    const bool ends =
+        text_.require(at + 1) && (isWhiteSpace(text_.view()[at]) || isDelimiter(text_.view()[at]));
+    if (!ends) {
+        notFit(number, "runs into what follows it");
+    }
+}
+
+/// Notes the numbers of objects between those of the table, up to an offset.
+void IndexBuilder::noteNumbersUpTo(std::uint64_t offset)
+{
+    constexpr std::size_t window = 64 * 1024;
+    constexpr std::size_t overlap = 64;
+    for (std::uint64_t at = previousEnd_; state_ == FileState::Rebuilt && at < offset;) {
+        text_.open(at, window);
+        const auto left = static_cast<std::size_t>(std::min<std::uint64_t>(offset - at, window));
+        const std::string_view text = text_.view().substr(0, left);
+        appendNumbersOfObjects(text, otherNumbers_);
+        at += text.size() < window ? text.size() : window - overlap;
+    }
+}
+
+/// The doubts by number, with those about the place of objects whose numbers stand elsewhere too.
+/// libqpdf has read streams of cross-references before it looked for objects.
+void IndexBuilder::finishDoubts()
+{
+    if (isStrict()) {
+        return;
+    }
+    if (isOutOfProportion(index_.highestNumber_, tableSize_)) {
+        throw NotFit{"too high a number in a reference"};
+    }
+    const bool mayLackObjects =
+        state_ == FileState::Rebuilt ||
+        std::any_of(index_.doubts_.begin(), index_.doubts_.end(),
+                    [](const Doubt& doubt) { return doubt.kind == Doubt::Kind::Nowhere; });
+    const std::vector<std::uint32_t>& all = index_.references_;
+    if (mayLackObjects && std::find(all.begin(), all.end(), 0U) != all.end()) {
+        throw NotFit{"references to objects that may be lost"}; // which have to be told apart
+    }
+    for (const std::uint32_t number : index_.fileOrder_) {
+        if (index_.objects_[number].kind == Kind::CrossReferenceStream) {
+            otherNumbers_.push_back(number);
+        }
+    }
+    std::sort(otherNumbers_.begin(), otherNumbers_.end());
+    otherNumbers_.erase(std::unique(otherNumbers_.begin(), otherNumbers_.end()),
+                        otherNumbers_.end());
+    for (Doubt& doubt : index_.doubts_) {
+        IndexedObject& object = index_.objects_[doubt.object];
+        if (doubt.kind == Doubt::Kind::Nowhere) {
+            continue;
+        }
+        if (object.kind == Kind::ObjectStream) {
+            notFit(doubt.object, "is an object stream that is damaged");
+        }
+        object.kind = Kind::Other; // whatever is built on kinds looks at the object itself
+    }
+    for (const std::uint32_t number : otherNumbers_) {
+        if (index_.contains(number) && index_.objects_[number].container == 0) {
+            const IndexedObject& object = index_.objects_[number];
+            index_.doubts_.push_back(
+                {number, object.generation, Doubt::Kind::Place, object.start, object.end});
+        }
+    }
+    std::stable_sort(index_.doubts_.begin(), index_.doubts_.end(),
+                     [](const Doubt& a, const Doubt& b) { return a.object < b.object; });
+}
+
 std::unique_ptr<ReferenceIndex> ReferenceIndex::build(QPDF& file, io::ByteSource& source,
-                                                      std::string& reason)
+                                                      FileState state, std::string& reason)
 {
     auto index = std::make_unique<ReferenceIndex>();
     try {
-        IndexBuilder(file, source, *index).run();
+        IndexBuilder(file, source, state, *index).run();
     } catch (const NotFit& notFit) {
         reason = notFit.reason;
         return nullptr;

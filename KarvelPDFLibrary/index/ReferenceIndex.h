@@ -121,6 +121,39 @@ struct ObjectStreamMembers {
     bool allMembersAreCurrent = true;
 };
 
+/// What is known of a file before it is read.
+enum class FileState : std::uint8_t {
+    Whole,   // nothing may be wrong with it
+    Damaged, // what libqpdf can be asked about may be
+    Rebuilt, // likewise, and libqpdf made the cross-reference table from the objects that it found
+};
+
+/// Something in a damaged file that the index can't be sure of by itself. What libqpdf makes of it
+/// is asked after, or the index is not used (Document).
+struct Doubt {
+    enum class Kind : std::uint8_t {
+        /// A stream that does not end where its length says. `start` is where its data begin,
+        /// `end` where the next object does.
+        Length,
+
+        /// An object that libqpdf may read otherwise, or have something to say about.
+        Reading,
+
+        /// An entry of the table that leads nowhere. The index does not contain it: it means null.
+        Nowhere,
+
+        /// An object whose number another one in the file has as well, or had while the table was
+        /// read: libqpdf may know that one. This one lies between `start` and `end`.
+        Place,
+    };
+
+    std::uint32_t object = 0;
+    std::int32_t generation = 0;
+    Kind kind = Kind::Reading;
+    std::uint64_t start = 0;
+    std::uint64_t end = 0;
+};
+
 /// Whether a file's highest object number is far above what a file of so many objects needs. Tables
 /// by number would take memory that has nothing to do with the file's size. Up to 8388607 any
 /// number passes (ISO 32000-1, Annex C).
@@ -142,20 +175,28 @@ bool isOutOfProportion(std::uint64_t highestNumber, std::uint64_t objects);
 // pages: an object that is not in them is looked at as an object.
 //
 // Rejected: reading leniently (what the index believes must be what libqpdf believes, or a save
-// would copy other bytes than a reader sees, so a file with anything unexpected has no index);
+// would copy other bytes than a reader sees, so a file with anything unexpected has no index, but
+// for damage of which libqpdf can be asked what it makes: doubts());
 // keeping texts (they are in the source; only page tree nodes, which change, keep theirs); hash
 // maps by number (tables are half the size and are walked in order).
 
 /// Where every object of a file lies and which objects it refers to, found in one pass over the
 /// file in its order. libqpdf gives the cross-reference table; streams are passed over, but for
 /// object streams, which are decoded. Nothing is guessed: a file in which anything doesn't read as
-/// expected has no index, and is then handled through libqpdf alone.
+/// expected has no index, and is then handled through libqpdf alone, unless all that is wrong with
+/// it is damage that can be told exactly.
 class ReferenceIndex {
 public:
     /// Null, with the reason, when the file is not fit for an index. Throws OutOfProportion for a
     /// file that holds more than one of its size can.
     static std::unique_ptr<ReferenceIndex> build(QPDF& file, io::ByteSource& source,
-                                                 std::string& reason);
+                                                 FileState state, std::string& reason);
+
+    /// What the file was taken for. Of one that is not whole some objects may be lost.
+    FileState fileState() const { return fileState_; }
+
+    /// What libqpdf has to be asked about, by object number; nothing of a whole file.
+    const std::vector<Doubt>& doubts() const { return doubts_; }
 
     /// One more than the highest object number.
     std::uint32_t size() const { return static_cast<std::uint32_t>(objects_.size()); }
@@ -242,6 +283,8 @@ private:
     friend class IndexBuilder;
     friend class ObjectNotes;
 
+    FileState fileState_ = FileState::Whole;
+    std::vector<Doubt> doubts_;
     std::uint32_t highestNumber_ = 0;
     std::vector<IndexedObject> objects_;
     std::vector<std::uint32_t> references_;

@@ -238,6 +238,9 @@ ScanResult ValueScanner::scan(std::size_t start)
     open_.clear();
     first_ = 0;
     expectsKey_ = false;
+    if (doubts_ != nullptr) {
+        doubts_->begin();
+    }
     return run();
 }
 
@@ -374,13 +377,49 @@ bool ValueScanner::passReference()
     return true;
 }
 
+/// The same, with what is noted of a number.
+bool ValueScanner::passNumber()
+{
+    const std::size_t end = at_;
+    if (!passReference()) {
+        return false;
+    }
+    const bool isReference = at_ != end;
+    noteArrayStart(Token::Number, isReference);
+    if (doubts_ != nullptr && isReference) {
+        doubts_->reference(text_.substr(tokenStart_, end - tokenStart_));
+    } else if (doubts_ != nullptr) {
+        doubts_->number(text_.substr(tokenStart_, at_ - tokenStart_));
+    }
+    return true;
+}
+
 bool ValueScanner::push(char kind)
 {
     if (open_.size() >= deepestNesting) {
         return false;
     }
     open_ += kind;
+    if (doubts_ != nullptr) {
+        doubts_->opened(kind == '<');
+    }
     return true;
+}
+
+void ValueScanner::pop()
+{
+    open_.pop_back();
+    if (doubts_ != nullptr) {
+        doubts_->closed();
+    }
+}
+
+void ValueScanner::noteName(std::string_view name)
+{
+    sink_.name(name);
+    if (doubts_ != nullptr) {
+        doubts_->name(name);
+    }
 }
 
 void ValueScanner::noteDestination(Token token)
@@ -457,25 +496,25 @@ ScanResult ValueScanner::run()
                 (open_ == "<" && !expectsKey_)) {
                 return ScanResult::Malformed;
             }
-            open_.pop_back();
+            pop();
             break;
         case Token::Name:
-            sink_.name(text_.substr(tokenStart_ + 1, at_ - tokenStart_ - 1));
+            noteName(text_.substr(tokenStart_ + 1, at_ - tokenStart_ - 1));
             if (expectsKey_ && open_ == "<") {
                 entryValueStarts();
                 continue;
             }
             break;
-        case Token::Number: {
-            const std::size_t end = at_;
-            if (!passReference()) {
+        case Token::Number:
+            if (!passNumber()) {
                 return ScanResult::NeedsMore;
             }
-            noteArrayStart(token, at_ != end);
             break;
-        }
         case Token::String:
         case Token::Keyword:
+            if (doubts_ != nullptr) {
+                doubts_->other();
+            }
             break;
         default:
             return ScanResult::Malformed;

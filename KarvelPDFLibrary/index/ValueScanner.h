@@ -1,5 +1,7 @@
 #pragma once
 
+#include "KarvelPDFLibrary/index/ReadingDoubts.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -47,7 +49,11 @@ protected:
 /// text must go on a little after the value, as it does in a file with "endobj" or "stream".
 class ValueScanner {
 public:
-    ValueScanner(std::string_view text, ScanSink& sink) : text_(text), sink_(sink) {}
+    /// Where `doubts` is given, it follows the scan.
+    ValueScanner(std::string_view text, ScanSink& sink, ReadingDoubts* doubts = nullptr)
+        : text_(text), sink_(sink), doubts_(doubts)
+    {
+    }
 
     /// Scans one value from `start`; position() is then past it.
     ScanResult scan(std::size_t start);
@@ -78,7 +84,10 @@ private:
     Token readHexString();
     Token readNumberOrKeyword();
     bool passReference();
+    bool passNumber();
     bool push(char kind);
+    void pop();
+    void noteName(std::string_view name);
     ScanResult run();
     void noteArrayStart(Token token, bool isReference);
     void noteDestination(Token token);
@@ -87,6 +96,7 @@ private:
 
     std::string_view text_;
     ScanSink& sink_;
+    ReadingDoubts* doubts_;
     std::size_t at_ = 0;
     std::size_t tokenStart_ = 0;
     char first_ = 0;

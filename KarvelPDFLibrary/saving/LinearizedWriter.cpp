@@ -7,6 +7,7 @@
 #include "KarvelPDFLibrary/saving/ObjectText.h"
 #include "KarvelPDFLibrary/saving/RenumberedObjects.h"
 #include "KarvelPDFLibrary/saving/Trailer.h"
+#include "KarvelPDFLibrary/saving/VersionNeeds.h"
 
 #include <algorithm>
 #include <map>
@@ -171,7 +172,7 @@ std::uint64_t Writer::place(const Objects& part, std::uint64_t offset)
 /// Decides where everything lies. What is written before its place is known has a fixed length.
 void Writer::layOut()
 {
-    header_ = "%PDF-" + document_.file().getPDFVersion() + "\n%\xe2\xe3\xcf\xd3\n";
+    header_ = "%PDF-" + versionToCopy(document_) + "\n%\xe2\xe3\xcf\xd3\n";
     references_[order_.parameters] = {CrossReference::Kind::InFile, 0, header_.size()};
     firstReferencesOffset_ = header_.size() + parameters().size();
     if (withStreams_) {

@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/base/WarningKinds.h"
 #include "KarvelPDFLibrary/content/ContentStreams.h"
+#include "KarvelPDFLibrary/content/LostContent.h"
 #include "KarvelPDFLibrary/deletion/Synchronize.h"
 #include "KarvelPDFLibrary/io/Permissions.h"
 #include "KarvelPDFLibrary/saving/Damage.h"
@@ -320,7 +321,8 @@ Outcome writeTo(Document& document, io::ByteSink& sink, const SaveOptions& optio
             return status;
         }
     }
-    const bool judged = !verbatim && options.lostPages != LostPages::ShowEmpty;
+    const bool judged = options.lostPages != LostPages::ShowEmpty &&
+                        (!verbatim || content::mayHaveLostContent(document));
     return written && judged ? settleLostContent(document, options.lostPages) : written;
 }
 

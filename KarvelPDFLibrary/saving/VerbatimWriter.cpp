@@ -6,6 +6,7 @@
 #include "KarvelPDFLibrary/saving/LinearizedWriter.h"
 #include "KarvelPDFLibrary/saving/ObjectText.h"
 #include "KarvelPDFLibrary/saving/Trailer.h"
+#include "KarvelPDFLibrary/saving/VersionNeeds.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -30,7 +31,7 @@ public:
 
     void run()
     {
-        put("%PDF-" + document_.file().getPDFVersion() + "\n%\xe2\xe3\xcf\xd3\n");
+        put("%PDF-" + versionToCopy(document_) + "\n%\xe2\xe3\xcf\xd3\n");
         planObjectStreams();
         copyUnchanged();
         writeObjectStreams();

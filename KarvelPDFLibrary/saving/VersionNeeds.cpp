@@ -56,4 +56,19 @@ PDFVersion versionToWrite(Document& document, const SaveOptions& options,
     return version;
 }
 
+std::string versionToCopy(Document& document)
+{
+    PDFVersion version = document.file().getVersionAsPDFVersion();
+    const PDFVersion before = version;
+    if (document.index()->usesCrossReferenceStream()) {
+        version.updateIfGreater(PDFVersion(1, 5));
+    }
+    std::string text = document.file().getPDFVersion();
+    if (before < version) {
+        int extensionLevel = 0;
+        version.getVersion(text, extensionLevel);
+    }
+    return text;
+}
+
 } // namespace karvel::saving

@@ -4,6 +4,7 @@
 #include "KarvelPDFLibrary/saving/SaveOptions.h"
 
 #include <qpdf/PDFVersion.hh>
+#include <string>
 
 namespace karvel::saving {
 
@@ -11,5 +12,9 @@ namespace karvel::saving {
 /// encryption and object streams need. libqpdf would leave those out instead, without a word.
 PDFVersion versionToWrite(Document& document, const SaveOptions& options,
                           const EncryptionPlan& encryption);
+
+/// The version for the header of a document that is copied: its own, or the one that streams of
+/// cross-references need, which hybrid files have beside a table for older readers.
+std::string versionToCopy(Document& document);
 
 } // namespace karvel::saving

@@ -249,12 +249,12 @@ TEST(LinearizedWriter, TakesEveryInput)
         {"not linearised", plain, true},
         {"linearised with broken hint tables", withBrokenHints(), true},
         {"linearised with another length", linearized + "% longer than it says\n", true},
-        {"rebuilt table", support::replaced(plain, "startxref\n", "startxref\n9"), false},
-        {"wrong length", support::replaced(plain, "<< /Length 37", "<< /Length 31"), false},
+        {"rebuilt table", support::replaced(plain, "startxref\n", "startxref\n9"), true},
+        {"wrong length", support::replaced(plain, "<< /Length 37", "<< /Length 31"), true},
         {"junk before the header", "HTTP/1.1 200 OK\r\n\r\n" + plain, false},
         {"page without its type",
          support::replaced(plain, "<< /Type /Page /Parent", "<< /Type /Pqge /Parent"), true},
-        {"hybrid references", support::asHybridFile(plain), false},
+        {"hybrid references", support::asHybridFile(plain), true},
         {"reference to what looks like an object stream",
          Sketch{{"", "", ""}, "/Own @s", {{"s", "/Type /ObjStm /N 0 /First 0|"}}}.built(), false}};
     for (const Input& input : inputs) {

@@ -177,7 +177,7 @@ TEST(Oddities, AreCopiedOrRewrittenButNeverWrong)
          support::replaced(withObject("5"), "7 0 obj\n5\nendobj", "% nothing here  "), false},
         {"reference to nothing", withObject("[99 0 R 3 7 R]"), true},
         {"generation above zero", withGenerationAboveZero(), true},
-        {"offset off by one", withOffset(5, "\n5 0 obj", plain), false},
+        {"offset off by one", withOffset(5, "\n5 0 obj", plain), true},
         {"indirect length",
          Sketch{{"/Contents @content", "", ""},
                 "",
@@ -185,12 +185,12 @@ TEST(Oddities, AreCopiedOrRewrittenButNeverWrong)
                  {"length", std::to_string(content.size())}}}
              .built(),
          true},
-        {"wrong length", support::replaced(plain, "<< /Length 37", "<< /Length 31"), false},
+        {"wrong length", support::replaced(plain, "<< /Length 37", "<< /Length 31"), true},
         {"stream data that says endstream", withObject("|endstream endobj 4 0 obj"), true},
         {"junk before the header", "HTTP/1.1 200 OK\r\n\r\n" + plain, false},
         {"junk after the end", plain + std::string(300, '\n') + "<html>", true},
         {"incremental update", updated(), true},
-        {"two objects at one offset", withOffset(7, "3 0 obj", withObject("(text)")), false},
+        {"two objects at one offset", withOffset(7, "3 0 obj", withObject("(text)")), true},
         {"object inside another one",
          withOffset(8, "8 0 obj (inner)",
                     Sketch{{"", "", ""},
@@ -198,7 +198,7 @@ TEST(Oddities, AreCopiedOrRewrittenButNeverWrong)
                            {{"outer", "|xx 8 0 obj (inner) endobj xx"}, {"inner", "(inner)"}}}
                         .built()),
          false},
-        {"hybrid references", support::asHybridFile(plain), false},
+        {"hybrid references", support::asHybridFile(plain), true},
         {"missing endobj", support::replaced(plain, "endobj\n5 0 obj", "      \n5 0 obj"), false}};
     for (const Oddity& row : rows) {
         SCOPED_TRACE(row.name);
