@@ -34,7 +34,7 @@ _vantora()
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    -o | --output | --password-file | --settings | --files-from | --ranges | --report | --resume | --metrics | --sheet)
+    -o | --output | --password-file | --settings | --files-from | --ranges | --report | --resume | --metrics | --certificate | --checksums | --sheet)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
