@@ -2,6 +2,7 @@
 
 #include "VantoraApp/environment/ProductTitle.h"
 #include "VantoraHost/desktop/EmptyPage.h"
+#include "VantoraHost/desktop/RecoveryBar.h"
 #include "VantoraHost/desktop/choosing/ChoosePane.h"
 #include "VantoraHost/desktop/documents/DocumentsPane.h"
 #include "VantoraHost/desktop/help/AboutWindow.h"
@@ -94,6 +95,7 @@ MainWindow::MainWindow(const Installation& installation)
     connectUndo();
     restore();
     showOutlook();
+    workbench_.leftBehind.look();
 }
 
 // The panes go before what they show.
@@ -177,7 +179,13 @@ void MainWindow::layOut()
     stack_ = new QStackedWidget;
     stack_->addWidget(new EmptyPage(actions_.addFiles, actions_.addFolder));
     stack_->addWidget(work);
-    setCentralWidget(stack_);
+    auto* all = new QWidget;
+    auto* aboveEachOther = new QVBoxLayout(all);
+    aboveEachOther->setContentsMargins(0, 0, 0, 0);
+    aboveEachOther->setSpacing(0);
+    aboveEachOther->addWidget(new RecoveryBar(workbench_));
+    aboveEachOther->addWidget(stack_, 1);
+    setCentralWidget(all);
     const QSize wanted(190 * letter, 46 * fontMetrics().height());
     resize(wanted.boundedTo(screen()->availableSize()));
 }
@@ -294,6 +302,7 @@ void MainWindow::connectRuns()
     });
     connect(runBar_, &RunBar::settingsChanged, this,
             [this] { workbench_.setSettings(runBar_->settings()); });
+    connect(&workbench_, &Workbench::settingsBroughtBack, runBar_, &RunBar::setSettings);
     connect(&workbench_, &Workbench::outlookChanged, this, &MainWindow::showOutlook);
     connect(&runs, &RunController::started, this, [this](std::size_t documents) {
         inRun_ = documents;
@@ -530,6 +539,10 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     keep();
+    // That a session ends says nothing about the work.
+    if (!qApp->isSavingSession()) {
+        workbench_.keeper.end();
+    }
     event->accept();
 }
 

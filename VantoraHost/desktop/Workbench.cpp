@@ -2,6 +2,7 @@
 
 #include "VantoraHost/core/actions/DeletePagesOptions.h"
 #include "VantoraHost/desktop/pages/MarkCommand.h"
+#include "VantoraHost/desktop/recovery/BringBack.h"
 #include "VantoraHost/desktop/run/RunRemedy.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
@@ -31,6 +32,12 @@ Workbench::Workbench(const Installation& installation, QObject* parent)
     : QObject(parent), documents(list, undo, installation.program),
       chooser(list, marks, undo, installation.program), ranges(list, marks, undo),
       actions(installedActions(installation.actionFolders)), runs(installation),
+      leftBehind(WorkStore(),
+                 [this](const std::string& name) {
+                     const auto run = pastRuns.named(name);
+                     return run ? run->report : std::string();
+                 }),
+      keeper(WorkStore(), [this] { return work(); }),
       forecast_(steps, marks, installation.actionFolders)
 {
     if (const InstalledAction* deletion = actionNamed(actions, deletepages::actionName)) {
@@ -57,6 +64,14 @@ Workbench::Workbench(const Installation& installation, QObject* parent)
     connect(&runs, &RunController::started, &chooser, &Chooser::stop);
     connect(&runs, &RunController::documentsDone, this, &Workbench::takeResults);
     connect(&runs, &RunController::finished, this, &Workbench::outdated);
+    connect(&runs, &RunController::finished, &keeper, &WorkKeeper::changed);
+    connect(&list, &DocumentList::changed, &keeper, &WorkKeeper::changed);
+    connect(&marks, &Marks::changedForAll, &keeper, &WorkKeeper::changed);
+    connect(&marks, &Marks::changedFor, &keeper, &WorkKeeper::changed);
+    connect(&steps, &StepList::changed, &keeper, &WorkKeeper::changed);
+    connect(&keeper, &WorkKeeper::failed, this, &Workbench::noted);
+    connect(&leftBehind, &LeftBehind::taken, this, &Workbench::bringBack);
+    connect(&leftBehind, &LeftBehind::refused, this, &Workbench::noted);
     connect(&undoing, &UndoController::runRead, this, &Workbench::showRead);
     connect(&undoing, &UndoController::undone, this, &Workbench::takeUndone);
     connect(&undoing, &UndoController::failed, this, &Workbench::outdated);
@@ -75,6 +90,7 @@ Workbench::~Workbench()
 void Workbench::setSettings(const RunSettings& settings)
 {
     settings_ = settings;
+    keeper.changed();
     forgetRuns();
 }
 
@@ -186,7 +202,12 @@ void Workbench::begin()
         past_ = {};
     }
     commands_ = commandsOf(outlook_.plan, settings_);
-    runs.start(outlook_.plan, documents.passwords(), openReport());
+    auto report = openReport();
+    // Else a window that is cut off at once would not know what its run has done.
+    beginsRun_ = true;
+    keeper.keepNow();
+    beginsRun_ = false;
+    runs.start(outlook_.plan, documents.passwords(), std::move(report));
 }
 
 // A run goes on without one, too.
@@ -222,10 +243,96 @@ void Workbench::showRead(const std::vector<RunResult>& read)
 {
     results.clear();
     results.add(read);
-    emit pastRunShown(
-        tr("Run of %1", "a time")
-            .arg(QLocale().toString(past_.begun.toLocalTime(), QLocale::ShortFormat)) +
-        QStringLiteral(" · ") + Workbench::tr("%n document(s)", nullptr, asCount(read.size())));
+    emit pastRunShown(titleOf(past_));
+}
+
+QString Workbench::titleOf(const PastRun& run) const
+{
+    return tr("Run of %1", "a time")
+               .arg(QLocale().toString(run.begun.toLocalTime(), QLocale::ShortFormat)) +
+           QStringLiteral(" · ") +
+           Workbench::tr("%n document(s)", nullptr, asCount(results.results().size()));
+}
+
+KeptWork Workbench::work() const
+{
+    KeptWork work = workIn(list, marks, steps);
+    work.settings = settings_;
+    work.isRunning = beginsRun_ || runs.isRunning();
+    if (past_.report.empty()) {
+        work.report = report_.substr(report_.rfind('/') + 1);
+    }
+    return work;
+}
+
+void Workbench::bringBack(const Recovered& found)
+{
+    const bool isKnown = !found.report.empty() && !found.reportFault;
+    const bool wasCutOff = found.work.isRunning && isKnown;
+    RunSettings settings = found.work.settings;
+    // Replacing documents is never where a window begins, unless it is to go on with that.
+    if (!wasCutOff && settings.place == OutputPlace::InPlace) {
+        settings.place = OutputPlace::Folder;
+    }
+    emit settingsBroughtBack(settings);
+    setSettings(settings);
+    const BroughtBack brought = desktop::bringBack(found.work, {list, marks, steps, undo, actions});
+    QSet<DocumentId> done;
+    for (std::size_t i = 0; i < brought.ids.size(); ++i) {
+        if (found.isDone[i]) {
+            done.insert(brought.ids[i]);
+        }
+    }
+    list.update({done.begin(), done.end()}, [](Document& document) {
+        document.isDone = true;
+        return true;
+    });
+    outlook_ = {};
+    outlook_.obstacle = obstacle(); // until it is worked out
+    emit outlookChanged();
+    if (isKnown && !runs.isRunning()) {
+        report_ = found.report;
+        past_ = {};
+        const std::size_t finished = takeReported(found);
+        const PastRun run = pastRuns.named(found.work.report).value_or(PastRun());
+        emit pastRunShown(titleOf(run));
+        if (wasCutOff && !brought.stepsFault) {
+            emit runCutOff(run, finished);
+        }
+    }
+    if (found.work.isRunning && !isKnown) {
+        emit noted(
+            tr("A run was cut off, and it can't be told which documents it has done; look at "
+               "them before you run it again."));
+    }
+    if (brought.stepsFault) {
+        emit noted(tr("The steps can't be brought back: %1.", "a reason")
+                       .arg(explained(*brought.stepsFault)));
+    }
+    keeper.keepNow();
+}
+
+// Those that the run has done by the steps of now are done; returns their number.
+std::size_t Workbench::takeReported(const Recovered& found)
+{
+    QHash<QString, DocumentId> ids;
+    for (const Document& document : list.documents()) {
+        ids.insert(qtPath(document.input.path), document.id);
+    }
+    std::vector<RunResult> read;
+    std::vector<DocumentId> done;
+    for (const ReportedDocument& one : found.reported) {
+        const DocumentId id = ids.value(qtPath(one.report.input));
+        read.push_back({id, one.report});
+        if (id != 0 && one.isDone && found.work.isRunning &&
+            one.stepsDigest == forecast_.stepsDigestFor(id)) {
+            done.push_back(id);
+        }
+    }
+    results.clear();
+    results.add(read);
+    list.update(done, [](Document& document) { return !std::exchange(document.isDone, true); });
+    return done.size();
 }
 
 void Workbench::foreseeUndo()

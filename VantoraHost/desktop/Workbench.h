@@ -4,6 +4,8 @@
 #include "VantoraHost/desktop/choosing/RangesFiles.h"
 #include "VantoraHost/desktop/documents/DocumentsController.h"
 #include "VantoraHost/desktop/pages/Marks.h"
+#include "VantoraHost/desktop/recovery/LeftBehind.h"
+#include "VantoraHost/desktop/recovery/WorkKeeper.h"
 #include "VantoraHost/desktop/run/Forecast.h"
 #include "VantoraHost/desktop/run/PastRuns.h"
 #include "VantoraHost/desktop/run/ResultList.h"
@@ -40,6 +42,8 @@ public:
     ResultList results;
     const PastRuns pastRuns;
     UndoController undoing;
+    LeftBehind leftBehind;
+    WorkKeeper keeper;
 
     void setSettings(const RunSettings& settings);
     const RunOutlook& outlook() const { return outlook_; }
@@ -61,6 +65,10 @@ public:
     /// Shows the results of a run of before, once they are read.
     void showPastRun(const PastRun& run);
 
+    /// Puts work that a window has left behind into the list, the marks and the steps, and shows
+    /// the results of its run.
+    void bringBack(const Recovered& found);
+
     /// Works out what undoing the run would do whose results are shown, or undoes it.
     void foreseeUndo();
     void undoRun();
@@ -75,6 +83,11 @@ signals:
     void outlookChanged();
     /// The results are those of a run of before now; the title says which.
     void pastRunShown(const QString& title);
+    /// The settings of a run are these now.
+    void settingsBroughtBack(const vantora::desktop::RunSettings& settings);
+    /// The run of work that was brought back was cut off, and goOn() goes on with it; `done` of so
+    /// many documents.
+    void runCutOff(const vantora::desktop::PastRun& run, std::size_t done);
     /// Something that people are to know, as a sentence.
     void noted(const QString& sentence);
 
@@ -88,8 +101,12 @@ private:
     void begin();
     std::optional<RunReport> openReport();
     void showRead(const std::vector<RunResult>& results);
+    KeptWork work() const;
+    std::size_t takeReported(const Recovered& found);
     void takeUndone(const std::vector<Undone>& undone);
     void forgetRuns();
+
+    QString titleOf(const PastRun& run) const;
 
     Forecast forecast_;
     RunSettings settings_;
@@ -101,6 +118,7 @@ private:
     bool startsWhenPlanned_ = false;
     std::set<DocumentId> salvaged_; ///< may be done with losses
     bool keepsResults_ = false;
+    bool beginsRun_ = false;
     Background planning_; ///< the last: what it does uses the others
 };
 

@@ -44,6 +44,11 @@ void Background::stop()
 void Background::giveUp()
 {
     stop();
+    finish();
+}
+
+void Background::finish()
+{
     if (thread_.joinable()) {
         thread_.join();
     }

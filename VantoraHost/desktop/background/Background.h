@@ -30,6 +30,9 @@ public:
     /// Asks the work to stop; what it returns is delivered all the same.
     void stop();
 
+    /// Waits for the work, whose result is dropped.
+    void finish();
+
     bool isBusy() const { return busy_; }
 
 private:

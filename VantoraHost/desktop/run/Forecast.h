@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace vantora::desktop {
@@ -28,10 +29,16 @@ public:
     /// How many of its pages go; none when only an action itself knows.
     std::optional<int> goingFrom(const Document& document) const;
 
+    /// What tells the steps for a document from others, as the report of a run has it; empty when
+    /// they can't be made.
+    std::string stepsDigestFor(DocumentId id) const;
+
     /// The steps are others.
     void forgetSteps() { sequences_.clear(); }
 
 private:
+    std::shared_ptr<const Sequence> sequenceFor(const QString& range) const;
+
     const StepList& steps_;
     const Marks& marks_;
     const ActionCatalog catalog_; ///< what is installed, once: looking takes the disk

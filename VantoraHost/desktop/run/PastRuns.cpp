@@ -1,17 +1,12 @@
 #include "VantoraHost/desktop/run/PastRuns.h"
 
-#include "VantoraHost/core/FileIdentity.h"
+#include "VantoraHost/desktop/session/StateFolder.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QRegularExpression>
 
-#include <sys/stat.h>
-
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
-#include <filesystem>
 #include <unistd.h>
 
 namespace vantora::desktop {
@@ -32,30 +27,9 @@ std::optional<PastRun> runNamed(const QString& name)
                : std::nullopt;
 }
 
-std::string userFolder()
-{
-    const char* const state = std::getenv("XDG_STATE_HOME");
-    const QString base =
-        state != nullptr && *state == '/' ? qtPath(state) : QDir::homePath() + "/.local/state";
-    return systemPath(base + "/vantora/runs");
-}
-
 } // namespace
 
-PastRuns::PastRuns() : folder_(userFolder()) {}
-
-Outcome PastRuns::makeFolder() const
-{
-    std::error_code failed;
-    std::filesystem::create_directories(std::filesystem::path(folder_).parent_path(), failed);
-    if (::mkdir(folder_.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
-        return fail(Reason::OutputNotWritable, folder_, systemMessage(errno));
-    }
-    return isPrivateFolder(folder_)
-               ? Outcome()
-               : fail(Reason::OutputNotWritable, folder_,
-                      "is not a folder of yours that nobody else may look into");
-}
+PastRuns::PastRuns() : folder_(stateFolder("runs")) {}
 
 std::vector<PastRun> PastRuns::list() const
 {
@@ -70,9 +44,18 @@ std::vector<PastRun> PastRuns::list() const
     return runs;
 }
 
+std::optional<PastRun> PastRuns::named(const std::string& fileName) const
+{
+    auto run = runNamed(qtPath(fileName));
+    if (run) {
+        run->report = folder_ + '/' + fileName;
+    }
+    return run;
+}
+
 Result<PastRuns::Begun> PastRuns::begin(const QDateTime& now, std::size_t documents) const
 {
-    if (Outcome made = makeFolder(); !made) {
+    if (Outcome made = makeStateFolder(folder_); !made) {
         return tl::unexpected<Error>(std::move(made.error()));
     }
     const std::vector<PastRun> before = list();

@@ -5,6 +5,7 @@
 #include <QtCore/QDateTime>
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,9 +39,10 @@ public:
     /// The latest first. A folder that isn't there has none.
     std::vector<PastRun> list() const;
 
-private:
-    Outcome makeFolder() const;
+    /// The run whose report has that name in the folder, there or not; none for any other name.
+    std::optional<PastRun> named(const std::string& fileName) const;
 
+private:
     std::string folder_;
 };
 

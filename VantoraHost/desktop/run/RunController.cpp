@@ -110,14 +110,9 @@ std::optional<Error> runGroup(RunGroup& group, const Installation& installation,
     }
     feed.begin({VANTORA_VERSION, stepsDigest(sequence->steps()), stepsJson(sequence->steps()),
                 nanosecondsNow(), group.batch.settings.salvage, group.verifies});
-    // A run that is killed leaves nothing replaced that nobody knows of; new files need no wait for
-    // the disk.
-    const auto& targets = group.batch.targets;
-    group.batch.settings.reportFirst =
-        feed.hasReport() &&
-        std::any_of(targets.begin(), targets.end(), [](const Result<Target>& target) {
-            return target && (target->inPlace || target->replaced);
-        });
+    // Its workers outlive a window that is killed by what they are at. Going on, a run must not
+    // find outputs of its own that nobody knows of.
+    group.batch.settings.reportFirst = feed.hasReport();
     group.batch.settings.verifier = group.verifies ? installation.verifier.native() : "";
     makeFolders(group.batch.inputs, group.batch.targets);
     removeAbandonedFiles(group.batch.targets);

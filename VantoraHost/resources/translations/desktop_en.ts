@@ -279,4 +279,21 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>vantora::desktop::RecoveryBar</name>
+    <message numerus="yes">
+        <source>A window was cut off with %n document(s) in its list. They can be brought back, with the pages that go and the steps.</source>
+        <translation>
+            <numerusform>A window was cut off with a document in its list. It can be brought back, with the pages that go and the steps.</numerusform>
+            <numerusform>A window was cut off with %n documents in its list. They can be brought back, with the pages that go and the steps.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>
