@@ -73,7 +73,10 @@ PictureSettings picturesFor(const Installation& installation)
 } // namespace
 
 MainWindow::MainWindow(const Installation& installation)
-    : workbench_(installation), pictures_(picturesFor(installation)), actions_(workbench_.undo),
+    : workbench_(installation), pictures_(picturesFor(installation)),
+      reports_(workbench_.results, pictures_,
+               [this](const std::string& input) { return workbench_.passwordFor(input); }),
+      actions_(workbench_.undo),
       documents_(new DocumentsPane(workbench_.list, workbench_.documents)),
       choosing_(new ChoosePane(workbench_.chooser, workbench_.list)),
       pages_(new PagesPane(workbench_.marks, workbench_.undo, pictures_)),
@@ -205,7 +208,7 @@ void MainWindow::makeMenus()
     add(file, {nullptr, &actions_.loadRanges, &actions_.saveRanges, nullptr, &actions_.run});
     QMenu* past = file->addMenu(tr("Past R&uns"));
     connect(past, &QMenu::aboutToShow, this, [this, past] { fillPastRuns(*past); });
-    add(file, {nullptr, &actions_.quit});
+    add(file, {&actions_.saveReport, nullptr, &actions_.quit});
     add(menuBar()->addMenu(tr("&Edit")),
         {actions_.undo, actions_.redo, nullptr, &actions_.removeDocuments, &actions_.readAgain,
          &actions_.showInFolder});
@@ -319,6 +322,14 @@ void MainWindow::connectRuns()
     connect(results_, &ResultsPane::salvageAsked, &workbench_, &Workbench::salvage);
     connect(results_, &ResultsPane::restAsked, &workbench_, &Workbench::goOn);
     connect(results_, &ResultsPane::closeAsked, this, [this] { upAndDown_->widget(1)->hide(); });
+    connect(results_, &ResultsPane::reportAsked, &actions_.saveReport, &QAction::trigger);
+    connect(&actions_.saveReport, &QAction::triggered, this, &MainWindow::chooseReportFile);
+    connect(&reports_, &ReportSaver::noted, this, &MainWindow::showNote);
+    const auto follow = [this] {
+        actions_.saveReport.setEnabled(workbench_.results.rowCount() > 0);
+    };
+    connect(&workbench_.results, &QAbstractItemModel::rowsInserted, this, follow);
+    connect(&workbench_.results, &QAbstractItemModel::modelReset, this, follow);
     connect(results_, &ResultsPane::commandAsked, this,
             [this] { QApplication::clipboard()->setText(workbench_.commands()); });
 }
@@ -415,6 +426,32 @@ void MainWindow::chooseRangesFile(bool saves)
                        workbench_.ranges.load(path);
                    }
                });
+}
+
+void MainWindow::chooseReportFile()
+{
+    auto* dialog = new QFileDialog(this, tr("Save Report"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setDefaultSuffix(QStringLiteral("html"));
+    dialog->selectFile(tr("report", "a file's name"));
+    dialog->setNameFilters({tr("Web page with pictures (*.html)"), tr("Lines of JSON (*.jsonl)")});
+    connect(dialog, &QFileDialog::filterSelected, dialog, [dialog](const QString& filter) {
+        dialog->setDefaultSuffix(filter.contains("jsonl") ? QStringLiteral("jsonl")
+                                                          : QStringLiteral("html"));
+    });
+    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
+        // The dialog has asked about a file that is there.
+        const auto existing =
+            QFileInfo::exists(path) ? ExistingText::Replace : ExistingText::Refuse;
+        if (path.endsWith(QStringLiteral(".jsonl"), Qt::CaseInsensitive)) {
+            reports_.saveJson(path, existing, workbench_.report());
+        } else {
+            reports_.saveHtml(path, existing, workbench_.shownRun());
+        }
+    });
+    dialog->show();
 }
 
 void MainWindow::pasteFiles()

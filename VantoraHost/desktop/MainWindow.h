@@ -4,6 +4,7 @@
 #include "VantoraHost/desktop/WindowState.h"
 #include "VantoraHost/desktop/Workbench.h"
 #include "VantoraHost/desktop/pages/Pictures.h"
+#include "VantoraHost/desktop/run/ReportSaver.h"
 #include "VantoraHost/desktop/session/RecentPaths.h"
 
 #include <QtCore/QTimer>
@@ -60,6 +61,7 @@ private:
     void fillPastRuns(QMenu& menu);
     void chooseFiles(bool folders);
     void chooseRangesFile(bool saves);
+    void chooseReportFile();
     void pasteFiles();
     void showCurrentDocument();
     void showReviewed();
@@ -71,6 +73,7 @@ private:
 
     Workbench workbench_;
     Pictures pictures_;
+    ReportSaver reports_;
     WindowActions actions_;
     RecentPaths recent_;
     DocumentsPane* documents_;

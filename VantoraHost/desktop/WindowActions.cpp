@@ -63,6 +63,9 @@ WindowActions::WindowActions(QUndoStack& stack, QObject* parent)
           tr("Mark the pages that a list of documents and pages names"));
     shape(saveRanges, tr("&Save Pages…"), QString(), QKeySequence(),
           tr("Save which pages go from which documents, for another time or vantora run --ranges"));
+    shape(saveReport, tr("Save Repor&t…"), QString(), QKeySequence(),
+          tr("Save what became of the documents, with pictures of the pages that went"));
+    saveReport.setEnabled(false);
     choosePages.setCheckable(true);
     choosePages.setIconText(tr("Choose Pages"));
     shapePane(showDocuments, tr("&Documents"), QKeySequence("Ctrl+1"));

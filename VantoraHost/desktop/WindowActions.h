@@ -29,6 +29,7 @@ public:
     QAction choosePages;
     QAction loadRanges;
     QAction saveRanges;
+    QAction saveReport;
     QAction showDocuments;
     QAction showPages;
     QAction showSequence;

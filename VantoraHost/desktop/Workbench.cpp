@@ -254,6 +254,22 @@ QString Workbench::titleOf(const PastRun& run) const
            Workbench::tr("%n document(s)", nullptr, asCount(results.results().size()));
 }
 
+QString Workbench::shownRun() const
+{
+    const auto run = pastRuns.named(report_.substr(report_.rfind('/') + 1));
+    return run ? titleOf(*run)
+               : Workbench::tr("%n document(s)", nullptr, asCount(results.results().size()));
+}
+
+QString Workbench::passwordFor(const std::string& input) const
+{
+    const auto& all = list.documents();
+    const auto found = std::find_if(all.begin(), all.end(), [&](const Document& document) {
+        return document.input.path == input;
+    });
+    return found == all.end() ? QString() : QString::fromStdString(found->password);
+}
+
 KeptWork Workbench::work() const
 {
     KeptWork work = workIn(list, marks, steps);

@@ -76,6 +76,13 @@ public:
     /// Whether there is a report to undo that run by.
     bool canUndoRun() const { return !report_.empty() && !runs.isRunning(); }
 
+    /// What the run is called whose results are shown, and its report; empty for none.
+    QString shownRun() const;
+    const std::string& report() const { return report_; }
+
+    /// What opens the listed document of that path; empty for nothing.
+    QString passwordFor(const std::string& input) const;
+
     /// The commands of a terminal that do what was run last.
     QString commands() const { return commands_; }
 

@@ -271,7 +271,7 @@ void PageGridModel::takeFacts(DocumentId document, int first, const std::vector<
 
 void PageGridModel::takePicture(DocumentId document, int page, int side, const QImage& picture)
 {
-    if (side != side_) {
+    if (side != side_ || !known_.contains(document)) {
         return; // somebody else's
     }
     QPixmap made = QPixmap::fromImage(picture);

@@ -15,7 +15,7 @@
 namespace vantora::desktop {
 
 /// Who asks for pictures; the first is served first.
-enum class PictureAsker { LargePage, Grid };
+enum class PictureAsker { LargePage, Grid, Report };
 
 /// What is asked for: the document's page count, or something of its pages.
 struct PageWish {

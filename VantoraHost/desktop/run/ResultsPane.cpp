@@ -35,6 +35,7 @@ ResultsPane::ResultsPane(ResultList& list, QWidget* parent)
     connect(form_->salvageButton, &QPushButton::clicked, this, &ResultsPane::salvageAsked);
     connect(form_->restButton, &QPushButton::clicked, this, &ResultsPane::restAsked);
     connect(form_->commandButton, &QPushButton::clicked, this, &ResultsPane::commandAsked);
+    connect(form_->reportButton, &QPushButton::clicked, this, &ResultsPane::reportAsked);
     connect(form_->closeButton, &QToolButton::clicked, this, &ResultsPane::closeAsked);
     connect(form_->undoButton, &QPushButton::clicked, this, &ResultsPane::undoAsked);
     connect(form_->undoNowButton, &QPushButton::clicked, this, [this] {

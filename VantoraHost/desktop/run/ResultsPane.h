@@ -48,6 +48,7 @@ signals:
     void salvageAsked();
     void restAsked();
     void commandAsked();
+    void reportAsked();
     /// It is to be worked out what undoing the run would do.
     void undoAsked();
     /// The run is to be undone.

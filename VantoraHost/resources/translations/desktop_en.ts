@@ -296,4 +296,31 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>ReportPage</name>
+    <message numerus="yes">
+        <source>%n page(s) that went are not shown, so that this file stays small.</source>
+        <translation>
+            <numerusform>%n page that went is not shown, so that this file stays small.</numerusform>
+            <numerusform>%n pages that went are not shown, so that this file stays small.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n page(s) removed</source>
+        <translation>
+            <numerusform>%n page removed</numerusform>
+            <numerusform>%n pages removed</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::ReportSaver</name>
+    <message numerus="yes">
+        <source>%n picture(s)</source>
+        <translation>
+            <numerusform>%n picture</numerusform>
+            <numerusform>%n pictures</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>
