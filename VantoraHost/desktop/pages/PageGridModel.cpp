@@ -1,5 +1,7 @@
 #include "VantoraHost/desktop/pages/PageGridModel.h"
 
+#include <QtCore/QSet>
+
 #include <algorithm>
 
 namespace vantora::desktop {
@@ -89,6 +91,30 @@ void PageGridModel::review(std::vector<ShownDocument> documents)
     listReview();
     endResetModel();
     emit outdated();
+}
+
+void PageGridModel::keepOnly(const std::vector<ShownDocument>& documents)
+{
+    QSet<DocumentId> kept;
+    const auto keep = [&kept](const std::vector<ShownDocument>& list) {
+        for (const ShownDocument& document : list) {
+            kept.insert(document.id);
+        }
+    };
+    keep(documents);
+    if (isReview_) {
+        keep(reviewed_);
+    }
+    for (auto known = known_.begin(); known != known_.end();) {
+        const DocumentId id = known.key();
+        if (kept.contains(id) || (document_ && document_->id == id)) {
+            ++known;
+            continue;
+        }
+        pictures_.close(id);
+        cache_.forget(id);
+        known = known_.erase(known);
+    }
 }
 
 void PageGridModel::listReview()

@@ -72,6 +72,10 @@ public:
     /// none.
     int rowNamed(const QString& numberOrLabel) const;
 
+    /// Forgets all but the document that is shown, a review's documents and these, which are to be
+    /// had again without waiting; closes them for pictures, too.
+    void keepOnly(const std::vector<ShownDocument>& documents);
+
     /// Why nothing can be shown of the document, or none.
     QString failure() const;
 

@@ -366,6 +366,9 @@ void PagesPane::setReviewed(std::vector<ShownDocument> documents)
     if (isReview() && !isSame) {
         parts_->model.review(parts_->reviewed);
     }
+    if (!isSame) {
+        parts_->model.keepOnly(parts_->reviewed);
+    }
 }
 
 void PagesPane::setReasons(std::function<QString(DocumentId document, int page)> reasons)

@@ -57,6 +57,27 @@ QStringList countsOf(const UndoOutlook& outlook)
     return parts;
 }
 
+// What would be done is asked, not told.
+QStringList askedCountsOf(const UndoOutlook& outlook)
+{
+    QStringList parts;
+    if (outlook.givenBack > 0) {
+        parts << UndoController::tr("%n original(s) will be put back", nullptr,
+                                    asCount(outlook.givenBack));
+    }
+    if (outlook.removed > 0) {
+        parts << UndoController::tr("%n result(s) will be removed", nullptr,
+                                    asCount(outlook.removed));
+    }
+    if (outlook.already > 0) {
+        parts << UndoController::tr("%n undone already", nullptr, asCount(outlook.already));
+    }
+    if (outlook.leftAlone > 0) {
+        parts << UndoController::tr("%n will be left alone", nullptr, asCount(outlook.leftAlone));
+    }
+    return parts;
+}
+
 QString whyText(const UndoOutlook& outlook)
 {
     return outlook.firstWhy ? ' ' + sentenceOf(*outlook.firstWhy) : QString();
@@ -157,7 +178,9 @@ QString outlookText(const UndoOutlook& outlook)
                                  : UndoController::tr("Nothing to undo: %1.").arg(counts)) +
                whyText(outlook);
     }
-    return UndoController::tr("Undo this run? %1.", "counts").arg(counts) + whyText(outlook);
+    return UndoController::tr("Undo this run? %1.", "counts")
+               .arg(askedCountsOf(outlook).join(QStringLiteral(" · "))) +
+           whyText(outlook);
 }
 
 QString undoneText(const UndoOutlook& outlook)

@@ -248,6 +248,27 @@
         </translation>
     </message>
     <message numerus="yes">
+        <source>%n original(s) will be put back</source>
+        <translation>
+            <numerusform>%n original will be put back</numerusform>
+            <numerusform>%n originals will be put back</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n result(s) will be removed</source>
+        <translation>
+            <numerusform>%n result will be removed</numerusform>
+            <numerusform>%n results will be removed</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n will be left alone</source>
+        <translation>
+            <numerusform>%n will be left alone</numerusform>
+            <numerusform>%n will be left alone</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
         <source>%n undone already</source>
         <translation>
             <numerusform>%n undone already</numerusform>

@@ -349,6 +349,29 @@ TEST_F(PagesPaneTest, ShowsADocumentThatIsAnotherAnewAndWhereItWas)
     EXPECT_EQ(grid.currentIndex().row(), 3);
 }
 
+TEST_F(PagesPaneTest, ForgetsDocumentsThatAreNotListedAnyMoreButTheOneThatIsShown)
+{
+    const auto& model = *dynamic_cast<PageGridModel*>(grid.model());
+    const std::vector<ShownDocument> documents = {documentOf(1, 4), documentOf(2, 3),
+                                                  documentOf(3, 2)};
+    pane.setReviewed(documents);
+    for (const ShownDocument& document : documents) {
+        show(document);
+    }
+    pane.setReviewed({documents[1]});
+    EXPECT_EQ(model.pagesOf(1), 0);
+    EXPECT_EQ(model.pagesOf(2), 3);
+    EXPECT_EQ(model.pagesOf(3), 2) << "it is shown";
+    std::vector<DocumentId> made;
+    QObject::connect(&pictures, &Pictures::made,
+                     [&](DocumentId id, int, int, const QImage&) { made.push_back(id); });
+    pictures.wish(PictureAsker::Report, {{1, PictureTask{1, 77, 0}}, {2, PictureTask{1, 77, 0}}});
+    waitUntil([&] { return std::count(made.begin(), made.end(), 2U) > 0; });
+    EXPECT_EQ(std::count(made.begin(), made.end(), 1U), 0) << "it is closed";
+    show(documents[0]);
+    EXPECT_EQ(model.pagesOf(1), 4) << "as when its removal is undone";
+}
+
 TEST_F(PagesPaneTest, SaysWhatToDoOrWhatIsWrongWhereThereAreNoPages)
 {
     EXPECT_THAT(label("emptyLabel"), HasSubstr("Choose a document"));
