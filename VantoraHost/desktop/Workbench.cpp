@@ -338,6 +338,10 @@ std::size_t Workbench::takeReported(const Recovered& found)
     std::vector<RunResult> read;
     std::vector<DocumentId> done;
     for (const ReportedDocument& one : found.reported) {
+        // The report may be ahead of the outputs' names.
+        if (found.work.isRunning && one.report.status == DocumentStatus::Done && !one.isDone) {
+            continue;
+        }
         const DocumentId id = ids.value(qtPath(one.report.input));
         read.push_back({id, one.report});
         if (id != 0 && one.isDone && found.work.isRunning &&

@@ -270,7 +270,7 @@ TEST_F(CutOffRun, IsGoneOnWithAfterItIsSaidWhatThatDoes)
         EXPECT_THAT(shownIn("recoveryLabel"), HasSubstr("was cut off after 1 of 3 "));
         EXPECT_THAT(shownIn("recoveryLabel"), HasSubstr("4 page(s) will go from 2 document(s)."));
         EXPECT_EQ(part<QComboBox>("placeCombo").currentIndex(), place);
-        EXPECT_EQ(bench().results.rowCount(), place == 0 ? 1 : 3);
+        EXPECT_EQ(bench().results.rowCount(), 1) << "the report of those in place is ahead";
         goOn();
         EXPECT_FALSE(isOffered());
         for (const char* name : names) {
