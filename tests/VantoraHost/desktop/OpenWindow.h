@@ -94,8 +94,10 @@ protected:
         wait([&] { return shownIn("planLabel").find(text) != std::string::npos; });
     }
 
+    /// Runs once that can be pressed: what was said of a run before may still stand there.
     void waitForRun()
     {
+        wait([&] { return part<QWidget>("runButton").isEnabled(); });
         bool over = false;
         const auto connection =
             QObject::connect(&bench().runs, &RunController::finished, [&over] { over = true; });
