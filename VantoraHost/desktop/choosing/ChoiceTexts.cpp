@@ -1,6 +1,7 @@
 #include "VantoraHost/desktop/choosing/ChoiceTexts.h"
 
 #include "VantoraHost/desktop/sentences/Sentences.h"
+#include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <QtCore/QCoreApplication>
 
@@ -49,6 +50,21 @@ std::vector<ChoiceWords> allChoiceWords()
         {Kind::Colour, Field::None, Words::tr("In colour"), {}},
         {Kind::Grey, Field::None, Words::tr("Without colour"), {}},
     };
+}
+
+QString inWords(const std::string& choice)
+{
+    const std::size_t colon = choice.find(':');
+    const std::string name = choice.substr(0, colon);
+    for (const ChoiceWords& one : allChoiceWords()) {
+        if (name == choiceName(one.kind)) {
+            return colon == std::string::npos
+                       ? one.words
+                       : Words::tr("%1: %2", "a kind of choice and what it is about")
+                             .arg(one.words, shownText(choice.substr(colon + 1)));
+        }
+    }
+    return shownText(choice);
 }
 
 bool ChoiceDraft::isComplete() const

@@ -6,6 +6,7 @@
 #include <QtCore/QStringList>
 
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace vantora::desktop {
@@ -23,6 +24,9 @@ struct ChoiceWords {
 
 /// All kinds, those first that people look for most.
 std::vector<ChoiceWords> allChoiceWords();
+
+/// A choice as core writes it, "last:2", in words: "The last: 2".
+QString inWords(const std::string& choice);
 
 /// A choice as a person is making it.
 struct ChoiceDraft {

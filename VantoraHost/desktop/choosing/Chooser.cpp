@@ -281,12 +281,12 @@ QString Chooser::reasonOf(DocumentId id, int page) const
         return {};
     }
     if (!found->figure) {
-        return shownText(found->reason);
+        return inWords(found->reason);
     }
     return found->reason.rfind("duplicate", 0) == 0
                ? tr("same as page %1").arg(*found->figure)
                : tr("%1: %2 % of it differs from the paper", "a choice and a share")
-                     .arg(shownText(found->reason), QLocale().toString(*found->figure, 'g', 2));
+                     .arg(inWords(found->reason), QLocale().toString(*found->figure, 'g', 2));
 }
 
 } // namespace vantora::desktop

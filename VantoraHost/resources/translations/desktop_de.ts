@@ -163,6 +163,11 @@ Lizenz: GPL, Version 3 oder neuer.</translation>
         <source>Without colour</source>
         <translation>Ohne Farbe</translation>
     </message>
+    <message>
+        <source>%1: %2</source>
+        <comment>a kind of choice and what it is about</comment>
+        <translation>%1: %2</translation>
+    </message>
 </context>
 <context>
     <name>ChoosePane</name>

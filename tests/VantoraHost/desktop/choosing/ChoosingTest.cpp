@@ -128,7 +128,7 @@ TEST_F(ChooserTest, MarksWhatItFindsInEachDocumentOnlyThereAsOneStep)
     EXPECT_EQ(of(b), "own 1,5");
     EXPECT_EQ(chooser.progress().pages, 4U);
     EXPECT_EQ(chooser.progress().found, 2U);
-    EXPECT_EQ(chooser.reasonOf(b, 5).toStdString(), "last:2");
+    EXPECT_EQ(chooser.reasonOf(b, 5).toStdString(), "The last: 2");
     choose({"text:Page 5"});
     EXPECT_EQ(of(a), "own ") << "no page of it";
     EXPECT_EQ(of(b), "own 5");
