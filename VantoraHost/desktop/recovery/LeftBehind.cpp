@@ -1,5 +1,6 @@
 #include "VantoraHost/desktop/recovery/LeftBehind.h"
 
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <memory>
@@ -41,7 +42,7 @@ void LeftBehind::next()
             }
             emit refused(tr("What was kept of a window can't be brought back: %1: %2.",
                             "a file and what is wrong with it")
-                             .arg(shownText(work.error().file), shownText(work.error().sentence)));
+                             .arg(shownText(work.error().file), shownSentence(work.error().sentence)));
             discard();
         };
     });

@@ -1,5 +1,6 @@
 #include "VantoraHost/desktop/recovery/WorkKeeper.h"
 
+#include "VantoraHost/desktop/sentences/Sentences.h"
 #include "VantoraHost/desktop/texts/ShownTexts.h"
 
 #include <optional>
@@ -103,7 +104,7 @@ void WorkKeeper::say(const std::optional<Error>& fault)
     if (fault && !hasFailed_) {
         hasFailed_ = true;
         emit failed(tr("The list can't be brought back after a crash: %1.", "a reason")
-                        .arg(shownText(fault->sentence)));
+                        .arg(shownSentence(fault->sentence)));
     }
 }
 

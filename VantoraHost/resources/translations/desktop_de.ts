@@ -19,6 +19,13 @@ Lizenz: GPL, Version 3 oder neuer.</translation>
     </message>
 </context>
 <context>
+    <name>BringBack</name>
+    <message>
+        <source>bringing back the list</source>
+        <translation>Liste zurückholen</translation>
+    </message>
+</context>
+<context>
     <name>ChoiceRow</name>
     <message>
         <source>Which pages</source>
@@ -439,6 +446,39 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
     </message>
 </context>
 <context>
+    <name>ReportPage</name>
+    <message>
+        <source>page %1</source>
+        <translation>Seite %1</translation>
+    </message>
+    <message>
+        <source>No picture: %1.</source>
+        <translation>Kein Bild: %1.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n page(s) that went are not shown, so that this file stays small.</source>
+        <translation>
+            <numerusform>%n entfernte Seite ist nicht abgebildet, damit diese Datei klein bleibt.</numerusform>
+            <numerusform>%n entfernte Seiten sind nicht abgebildet, damit diese Datei klein bleibt.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n page(s) removed</source>
+        <translation>
+            <numerusform>%n Seite entfernt</numerusform>
+            <numerusform>%n Seiten entfernt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>pages: %1</source>
+        <translation>Seiten: %1</translation>
+    </message>
+    <message>
+        <source>saved as %1</source>
+        <translation>gespeichert als %1</translation>
+    </message>
+</context>
+<context>
     <name>ResultsPane</name>
     <message>
         <source>&amp;Open</source>
@@ -487,6 +527,22 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
     <message>
         <source>Results of the run</source>
         <translation>Ergebnisse des Laufs</translation>
+    </message>
+    <message>
+        <source>Save Report…</source>
+        <translation>Bericht speichern…</translation>
+    </message>
+    <message>
+        <source>Save what became of the documents, with pictures of the pages that went</source>
+        <translation>Speichern, was aus den Dokumenten wurde, mit Bildern der entfernten Seiten</translation>
+    </message>
+    <message>
+        <source>Keep What Can &amp;Be Kept</source>
+        <translation>Retten, &amp;was zu retten ist</translation>
+    </message>
+    <message>
+        <source>Do the damaged documents without what can&apos;t be read; it is said of each what it lost</source>
+        <translation>Die beschädigten Dokumente ohne das bearbeiten, was nicht zu lesen ist; bei jedem wird gesagt, was ihm fehlt</translation>
     </message>
 </context>
 <context>
@@ -570,6 +626,18 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
     <message>
         <source>&amp;Run</source>
         <translation>Ausfüh&amp;ren</translation>
+    </message>
+    <message>
+        <source>verif&amp;y</source>
+        <translation>pr&amp;üfen</translation>
+    </message>
+    <message>
+        <source>Verify results</source>
+        <translation>Ergebnisse prüfen</translation>
+    </message>
+    <message>
+        <source>Write a result only when it is verified that removed pages are gone and the rest is as it was; takes longer</source>
+        <translation>Ein Ergebnis nur schreiben, wenn geprüft ist, dass die entfernten Seiten fort sind und alles andere ist wie zuvor; dauert länger</translation>
     </message>
 </context>
 <context>
@@ -697,6 +765,10 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
         <source>%1; %2</source>
         <comment>what is wrong, what to do</comment>
         <translation>%1; %2</translation>
+    </message>
+    <message>
+        <source>it is written when results are not verified; look at it</source>
+        <translation>ohne Prüfung der Ergebnisse wird es geschrieben; sehen Sie es sich an</translation>
     </message>
 </context>
 <context>
@@ -1539,6 +1611,14 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
     </message>
 </context>
 <context>
+    <name>vantora::desktop::LeftBehind</name>
+    <message>
+        <source>What was kept of a window can&apos;t be brought back: %1: %2.</source>
+        <comment>a file and what is wrong with it</comment>
+        <translation>Was von einem Fenster aufgehoben wurde, lässt sich nicht zurückholen: %1: %2.</translation>
+    </message>
+</context>
+<context>
     <name>vantora::desktop::MainWindow</name>
     <message>
         <source>Documents</source>
@@ -1652,6 +1732,23 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
         <source>pages.tsv</source>
         <comment>a file&apos;s name that is proposed</comment>
         <translation>Seiten.tsv</translation>
+    </message>
+    <message>
+        <source>Save Report</source>
+        <translation>Bericht speichern</translation>
+    </message>
+    <message>
+        <source>report</source>
+        <comment>a file&apos;s name</comment>
+        <translation>Bericht</translation>
+    </message>
+    <message>
+        <source>Web page with pictures (*.html)</source>
+        <translation>Webseite mit Bildern (*.html)</translation>
+    </message>
+    <message>
+        <source>Lines of JSON (*.jsonl)</source>
+        <translation>JSON-Zeilen (*.jsonl)</translation>
     </message>
 </context>
 <context>
@@ -1823,6 +1920,92 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
     </message>
 </context>
 <context>
+    <name>vantora::desktop::RecoveryBar</name>
+    <message numerus="yes">
+        <source>A window was cut off with %n document(s) in its list. They can be brought back, with the pages that go and the steps.</source>
+        <translation>
+            <numerusform>Ein Fenster mit %n Dokument in der Liste endete unerwartet. Es lässt sich zurückholen, mit den zu entfernenden Seiten und den Schritten.</numerusform>
+            <numerusform>Ein Fenster mit %n Dokumenten in der Liste endete unerwartet. Sie lassen sich zurückholen, mit den zu entfernenden Seiten und den Schritten.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>A run was going on; whether to go on with it is asked afterwards.</source>
+        <translation>Ein Lauf war im Gange; ob er fortgesetzt werden soll, wird danach gefragt.</translation>
+    </message>
+    <message>
+        <source>Br&amp;ing Back</source>
+        <translation>Zurüc&amp;kholen</translation>
+    </message>
+    <message>
+        <source>Add them to the list; nothing is run</source>
+        <translation>Zur Liste hinzufügen; ausgeführt wird nichts</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>Ver&amp;werfen</translation>
+    </message>
+    <message>
+        <source>Forget that list; no document is touched</source>
+        <translation>Diese Liste vergessen; kein Dokument wird angerührt</translation>
+    </message>
+    <message>
+        <source>Go On w&amp;ith It</source>
+        <translation>For&amp;tsetzen</translation>
+    </message>
+    <message>
+        <source>Run what is left, with the settings below</source>
+        <translation>Ausführen, was übrig ist, mit den Einstellungen unten</translation>
+    </message>
+    <message>
+        <source>Not No&amp;w</source>
+        <translation>&amp;Jetzt nicht</translation>
+    </message>
+    <message>
+        <source>Leave everything as it is</source>
+        <translation>Alles lassen, wie es ist</translation>
+    </message>
+    <message>
+        <source>The run of %1 was cut off after %2 of %3. %4</source>
+        <comment>a time, documents done, documents of the run, what running the rest would do</comment>
+        <translation>Der Lauf vom %1 brach nach %2 von %3 ab. %4</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <translation>
+            <numerusform>%n Dokument</numerusform>
+            <numerusform>%n Dokumente</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::ReportSaver</name>
+    <message>
+        <source>The report is being saved: %1 of %2</source>
+        <comment>pictures</comment>
+        <translation>Der Bericht wird gespeichert: %1 von %2</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n picture(s)</source>
+        <translation>
+            <numerusform>%n Bild</numerusform>
+            <numerusform>%n Bildern</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>the original is not there any more as it was</source>
+        <translation>das Original gibt es nicht mehr, wie es war</translation>
+    </message>
+    <message>
+        <source>The report is saved as %1.</source>
+        <translation>Der Bericht ist als %1 gespeichert.</translation>
+    </message>
+    <message>
+        <source>The report is not saved: %1: %2.</source>
+        <comment>a file and what is wrong with it</comment>
+        <translation>Der Bericht ist nicht gespeichert: %1: %2.</translation>
+    </message>
+</context>
+<context>
     <name>vantora::desktop::ResultList</name>
     <message>
         <source>undone: the original is put back</source>
@@ -1885,6 +2068,11 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
     <message>
         <source>Saved as</source>
         <translation>Gespeichert als</translation>
+    </message>
+    <message>
+        <source>done; lost of page %1: %2</source>
+        <comment>a page&apos;s number, what is missing</comment>
+        <translation>fertig; von Seite %1 verloren: %2</translation>
     </message>
 </context>
 <context>
@@ -2137,6 +2325,27 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
         <comment>counts</comment>
         <translation>Rückgängig gemacht: %1.</translation>
     </message>
+    <message numerus="yes">
+        <source>%n original(s) will be put back</source>
+        <translation>
+            <numerusform>%n Original wird wiederhergestellt</numerusform>
+            <numerusform>%n Originale werden wiederhergestellt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n result(s) will be removed</source>
+        <translation>
+            <numerusform>%n Ergebnis wird entfernt</numerusform>
+            <numerusform>%n Ergebnisse werden entfernt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n will be left alone</source>
+        <translation>
+            <numerusform>%n wird nicht angerührt</numerusform>
+            <numerusform>%n werden nicht angerührt</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>vantora::desktop::WindowActions</name>
@@ -2292,6 +2501,22 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
         <source>&amp;Redo %1</source>
         <translation>Wieder&amp;herstellen: %1</translation>
     </message>
+    <message>
+        <source>Save Repor&amp;t…</source>
+        <translation>Bericht s&amp;peichern…</translation>
+    </message>
+    <message>
+        <source>Save what became of the documents, with pictures of the pages that went</source>
+        <translation>Speichern, was aus den Dokumenten wurde, mit Bildern der entfernten Seiten</translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::WorkKeeper</name>
+    <message>
+        <source>The list can&apos;t be brought back after a crash: %1.</source>
+        <comment>a reason</comment>
+        <translation>Die Liste lässt sich nach einem Absturz nicht zurückholen: %1.</translation>
+    </message>
 </context>
 <context>
     <name>vantora::desktop::Workbench</name>
@@ -2356,6 +2581,15 @@ Die hinzugefügten Dateien bleiben unverändert, solange Sie es nicht anders wü
             <numerusform>%n Dokument hat sich auf der Festplatte geändert und wird neu gelesen. Sehen Sie es an, bevor Sie den Lauf starten.</numerusform>
             <numerusform>%n Dokumente haben sich auf der Festplatte geändert und werden neu gelesen. Sehen Sie sie an, bevor Sie den Lauf starten.</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>A run was cut off, and it can&apos;t be told which documents it has done; look at them before you run it again.</source>
+        <translation>Ein Lauf brach ab, und es lässt sich nicht sagen, welche Dokumente er erledigt hat; sehen Sie sie an, bevor Sie ihn noch einmal starten.</translation>
+    </message>
+    <message>
+        <source>The steps can&apos;t be brought back: %1.</source>
+        <comment>a reason</comment>
+        <translation>Die Schritte lassen sich nicht zurückholen: %1.</translation>
     </message>
 </context>
 </TS>

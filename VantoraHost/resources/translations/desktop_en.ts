@@ -19,6 +19,23 @@
     </message>
 </context>
 <context>
+    <name>ReportPage</name>
+    <message numerus="yes">
+        <source>%n page(s) that went are not shown, so that this file stays small.</source>
+        <translation>
+            <numerusform>%n page that went is not shown, so that this file stays small.</numerusform>
+            <numerusform>%n pages that went are not shown, so that this file stays small.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n page(s) removed</source>
+        <translation>
+            <numerusform>%n page removed</numerusform>
+            <numerusform>%n pages removed</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>RunOutlook</name>
     <message numerus="yes">
         <source>%n page(s)</source>
@@ -191,6 +208,33 @@
     </message>
 </context>
 <context>
+    <name>vantora::desktop::RecoveryBar</name>
+    <message numerus="yes">
+        <source>A window was cut off with %n document(s) in its list. They can be brought back, with the pages that go and the steps.</source>
+        <translation>
+            <numerusform>A window was cut off with a document in its list. It can be brought back, with the pages that go and the steps.</numerusform>
+            <numerusform>A window was cut off with %n documents in its list. They can be brought back, with the pages that go and the steps.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n document(s)</source>
+        <translation>
+            <numerusform>%n document</numerusform>
+            <numerusform>%n documents</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>vantora::desktop::ReportSaver</name>
+    <message numerus="yes">
+        <source>%n picture(s)</source>
+        <translation>
+            <numerusform>%n picture</numerusform>
+            <numerusform>%n pictures</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>vantora::desktop::ResultsPane</name>
     <message numerus="yes">
         <source>%n document(s) done</source>
@@ -297,50 +341,6 @@
         <translation>
             <numerusform>%n document has changed on the disk and is read anew. Look at it, and run it then.</numerusform>
             <numerusform>%n documents have changed on the disk and are read anew. Look at them, and run it then.</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>vantora::desktop::RecoveryBar</name>
-    <message numerus="yes">
-        <source>A window was cut off with %n document(s) in its list. They can be brought back, with the pages that go and the steps.</source>
-        <translation>
-            <numerusform>A window was cut off with a document in its list. It can be brought back, with the pages that go and the steps.</numerusform>
-            <numerusform>A window was cut off with %n documents in its list. They can be brought back, with the pages that go and the steps.</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n document(s)</source>
-        <translation>
-            <numerusform>%n document</numerusform>
-            <numerusform>%n documents</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>ReportPage</name>
-    <message numerus="yes">
-        <source>%n page(s) that went are not shown, so that this file stays small.</source>
-        <translation>
-            <numerusform>%n page that went is not shown, so that this file stays small.</numerusform>
-            <numerusform>%n pages that went are not shown, so that this file stays small.</numerusform>
-        </translation>
-    </message>
-    <message numerus="yes">
-        <source>%n page(s) removed</source>
-        <translation>
-            <numerusform>%n page removed</numerusform>
-            <numerusform>%n pages removed</numerusform>
-        </translation>
-    </message>
-</context>
-<context>
-    <name>vantora::desktop::ReportSaver</name>
-    <message numerus="yes">
-        <source>%n picture(s)</source>
-        <translation>
-            <numerusform>%n picture</numerusform>
-            <numerusform>%n pictures</numerusform>
         </translation>
     </message>
 </context>
