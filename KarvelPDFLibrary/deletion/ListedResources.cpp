@@ -69,7 +69,9 @@ void ListedResources::judge(int object)
         dependents_.add(object);
         return;
     }
-    if (!canBeResource(removal_.object(object)) || isDrawnBySome(object, holders) ||
+    // Entries of the outline and the like, which need not be built, are what is changed by texts.
+    if (removal_.objects().changedText(object) != nullptr ||
+        !canBeResource(removal_.object(object)) || isDrawnBySome(object, holders) ||
         !isDrawnByWhatGoes(object)) {
         return;
     }

@@ -403,6 +403,10 @@ const ResourceSharing::Lists& ResourceSharing::listsIn(int object)
 {
     const auto [known, isNew] = lists_.try_emplace(object);
     Lists& lists = known->second;
+    if (removal_.objects().changedText(object) != nullptr && !removal_.isRemainingPage(object) &&
+        !removal_.isTreeNode(object)) {
+        return lists; // an entry of the outline or the like, which need not be built
+    }
     const QPDFObjectHandle owner = removal_.object(object);
     QPDFObjectHandle holder = dictionaryOf(owner);
     if (!isNew || !holder.isDictionary()) {
