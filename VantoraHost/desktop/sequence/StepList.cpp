@@ -12,6 +12,16 @@ namespace {
 
 constexpr char rowType[] = "application/x-vantora-step";
 
+// Of a range that has thousands of parts a list lays out every letter whenever it is painted,
+// though there is room for some dozens; no more is shown than a wide screen has room for.
+QString shownRange(const QString& range)
+{
+    constexpr int mostLetters = 300;
+    return range.size() <= mostLetters
+               ? range
+               : range.left(range.lastIndexOf(',', mostLetters) + 1) + QStringLiteral("...");
+}
+
 } // namespace
 
 const char* rangeKeyOf(const ListedStep& step)
@@ -47,8 +57,9 @@ QVariant StepList::data(const QModelIndex& index, int role) const
         }
         const QString range =
             index.row() == marksRow() ? range_ : step.preferences.value(key).toString();
-        return range.isEmpty() ? step.title
-                               : tr("%1: %2", "an action and its pages").arg(step.title, range);
+        return range.isEmpty()
+                   ? step.title
+                   : tr("%1: %2", "an action and its pages").arg(step.title, shownRange(range));
     }
     case Qt::ToolTipRole:
         return index.row() == marksRow() ? tr("Removes the pages that are marked")

@@ -206,6 +206,26 @@ TEST(Steps, GiveTheMarksToTheFirstThatTakesPages)
     }
 }
 
+TEST(Steps, ShowTheBeginningOfALongRangeInWholeNumbers)
+{
+    StepList list;
+    list.set({deletion()});
+    const auto shown = [&list](const QString& range) {
+        list.setMarks(range);
+        return list.index(0).data().toString().section(": ", 1);
+    };
+    EXPECT_EQ(shown("2,5-7").toStdString(), "2,5-7");
+    QString range = "1";
+    for (int page = 3; page < 10000; page += 2) {
+        range += ',' + QString::number(page);
+    }
+    const QString text = shown(range);
+    EXPECT_TRUE(text.endsWith(",...")) << text.toStdString();
+    EXPECT_TRUE(range.startsWith(text.chopped(3))) << text.toStdString();
+    EXPECT_LE(text.size(), 304) << "as many letters as a list lays out in no time";
+    EXPECT_EQ(list.requests(range)[0].stored.value(deletepages::rangeKey), range);
+}
+
 TEST(Steps, AreMovedToBeforeTheOneTheyAreDroppedOn)
 {
     const auto letters = [](const ListedSteps& steps) {
