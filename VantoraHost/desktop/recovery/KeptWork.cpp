@@ -66,7 +66,8 @@ JsonObject jsonOf(const RunSettings& settings)
         .add("beside_name", settings.besideName.toStdString())
         .add("keeps_backup", settings.keepsBackup)
         .add("taken", static_cast<int>(settings.taken))
-        .add("keeps_signed", settings.keepsSigned);
+        .add("keeps_signed", settings.keepsSigned)
+        .add("verifies", settings.verifies);
 }
 
 std::optional<KeptDocument> documentOf(const QJsonObject& json)
@@ -118,6 +119,7 @@ std::optional<RunSettings> settingsOf(const QJsonObject& json)
     settings.keepsBackup = json["keeps_backup"].toBool(true);
     settings.taken = static_cast<TakenName>(*taken);
     settings.keepsSigned = json["keeps_signed"].toBool();
+    settings.verifies = json["verifies"].toBool();
     return settings;
 }
 

@@ -28,6 +28,8 @@ KeptWork someWork()
     work.settings.besideName = QStringLiteral("{name}-x{ext}");
     work.settings.keepsBackup = false;
     work.settings.taken = TakenName::Number;
+    work.settings.keepsSigned = true;
+    work.settings.verifies = true;
     work.report = "20261126-104500123-20.jsonl";
     work.isRunning = true;
     return work;
@@ -52,6 +54,7 @@ TEST(KeptWork, ComesBackAsItWas)
     EXPECT_EQ(back->steps[0].action, "First Action");
     EXPECT_EQ(back->steps[0].preferences, work.steps[0].preferences);
     EXPECT_FALSE(back->steps[0].isOn);
+    EXPECT_TRUE(back->settings.keepsSigned && back->settings.verifies);
     EXPECT_EQ(toJson(*back), toJson(work));
 }
 
