@@ -149,22 +149,12 @@ std::optional<ResourceUser> ResourceSharing::userIn(QPDFObjectHandle object)
     return removal_.isPage(object.getObjectID()) ? std::optional(user) : std::nullopt;
 }
 
-std::vector<ResourceCategory> ResourceSharing::sharedBy(const PageEntry& page)
+std::vector<ResourceCategory> ResourceSharing::sharedBy(const ResourceUser& user,
+                                                        const PageEntry* page)
 {
-    const ResourceUser user = userOf(page);
-    const bool inherited = QPDFObjectHandle(user.object).getKey("/Resources").isNull();
-    return sharedBy(user.resources, inherited ? &page : nullptr);
-}
-
-std::vector<ResourceCategory> ResourceSharing::sharedBy(const ResourceUser& user)
-{
-    return sharedBy(user.resources, nullptr);
-}
-
-/// `heir` is the page that inherits the resources, null when they aren't inherited.
-std::vector<ResourceCategory> ResourceSharing::sharedBy(QPDFObjectHandle resources,
-                                                        const PageEntry* heir)
-{
+    QPDFObjectHandle resources = user.resources;
+    const bool inherited =
+        page != nullptr && QPDFObjectHandle(user.object).getKey("/Resources").isNull();
     std::vector<ResourceCategory> shared;
     if (!resources.isDictionary()) {
         return shared;
@@ -180,13 +170,13 @@ std::vector<ResourceCategory> ResourceSharing::sharedBy(QPDFObjectHandle resourc
             category.owner = category.dictionary;
         } else if (resources.isIndirect()) {
             category.owner = resources;
-        } else if (heir != nullptr) {
-            category.owner = removal_.document().inheritedFrom(*heir, "/Resources");
+        } else if (inherited) {
+            category.owner = removal_.document().inheritedFrom(*page, "/Resources");
         } else {
             continue; // it goes with its only user
         }
         category.place = category.owner.isIndirect() ? category.owner.getObjectID()
-                                                     : placeOfInherited(*heir, resources);
+                                                     : placeOfInherited(*page, resources);
         if ((category.place < 0 || mayBeShared(category.place)) && matters(category)) {
             shared.push_back(category);
         }

@@ -46,12 +46,10 @@ public:
     /// it. Most don't.
     bool mayShare(int object);
 
-    /// The categories of a removed page's resources that something else may use too and whose
-    /// entries have content of their own.
-    std::vector<ResourceCategory> sharedBy(const PageEntry& page);
-
-    /// The same for what else draws.
-    std::vector<ResourceCategory> sharedBy(const ResourceUser& user);
+    /// The categories of the resources of something that goes that something else may use too and
+    /// whose entries have content of their own. `page` is the entry of a page, which may inherit
+    /// them, and null for what else draws.
+    std::vector<ResourceCategory> sharedBy(const ResourceUser& user, const PageEntry* page);
 
     /// A removed page.
     ResourceUser userOf(const PageEntry& page);
@@ -88,7 +86,6 @@ private:
     class Climb;
 
     bool mayBeShared(int object) { return !dependents_.goes(object); }
-    std::vector<ResourceCategory> sharedBy(QPDFObjectHandle resources, const PageEntry* heir);
 
     /// The objects that an object lists.
     struct Lists {

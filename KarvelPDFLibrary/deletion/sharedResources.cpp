@@ -21,7 +21,7 @@ public:
     {
         for (const PageEntry& page : removal_.document().removedPages()) {
             if (sharing_.mayShare(page.object)) {
-                takeCandidatesOf(sharing_.userOf(page), sharing_.sharedBy(page), page.original);
+                takeCandidatesOf(sharing_.userOf(page), &page);
             }
         }
         // Forms that go with the pages may draw with what they share, too, and so may those that
@@ -83,18 +83,17 @@ private:
     {
         if (sharing_.mayShare(object)) {
             if (const auto user = sharing_.userIn(removal_.object(object))) {
-                takeCandidatesOf(*user, sharing_.sharedBy(*user), 1);
+                takeCandidatesOf(*user, nullptr);
             }
         }
     }
 
-    /// What a user that goes draws from what it shares. `near` is the former number of a page where
-    /// others may draw the same.
-    void takeCandidatesOf(const ResourceUser& user, const std::vector<ResourceCategory>& categories,
-                          int near)
+    /// What a user that goes draws from what it shares. `page` is null for what is no page.
+    void takeCandidatesOf(const ResourceUser& user, const PageEntry* page)
     {
+        const int near = page != nullptr ? page->original : 1; // where others may draw the same
         std::vector<Shared*> ofUser;
-        for (const ResourceCategory& category : categories) {
+        for (const ResourceCategory& category : sharing_.sharedBy(user, page)) {
             Shared& shared = sharedAs(category, near);
             if (!shared.unexplained.empty()) {
                 ofUser.push_back(&shared);
