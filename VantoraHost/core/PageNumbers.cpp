@@ -2,22 +2,29 @@
 
 namespace vantora {
 
+std::vector<std::pair<int, int>> pageRuns(const std::vector<int>& ascending)
+{
+    std::vector<std::pair<int, int>> runs;
+    for (const int page : ascending) {
+        if (runs.empty() || runs.back().second + 1 != page) {
+            runs.emplace_back(page, page);
+        }
+        runs.back().second = page;
+    }
+    return runs;
+}
+
 namespace {
 
-// Each run of consecutive numbers as "4" or "4-6".
+// Each run as "4" or "4-6".
 std::vector<std::string> runTexts(const std::vector<int>& ascending)
 {
     std::vector<std::string> texts;
-    for (std::size_t first = 0; first < ascending.size();) {
-        std::size_t last = first;
-        while (last + 1 < ascending.size() && ascending[last + 1] == ascending[last] + 1) {
-            ++last;
-        }
-        texts.push_back(std::to_string(ascending[first]));
+    for (const auto& [first, last] : pageRuns(ascending)) {
+        texts.push_back(std::to_string(first));
         if (last > first) {
-            texts.back() += "-" + std::to_string(ascending[last]);
+            texts.back() += "-" + std::to_string(last);
         }
-        first = last + 1;
     }
     return texts;
 }

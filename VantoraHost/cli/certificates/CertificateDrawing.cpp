@@ -79,10 +79,10 @@ QString removedText(const DocumentReport& report)
                            : listOf(textOf(pageRangeText(removed)).split(','), longestNumbers);
 }
 
-QString labelsText(const std::vector<LabelledPages>& runs)
+QString labelsText(const std::vector<verification::LabelledPages>& runs)
 {
     QStringList parts;
-    for (const LabelledPages& pages : runs) {
+    for (const verification::LabelledPages& pages : runs) {
         const QString first = foreign(pages.firstLabel, longestLabel);
         parts << (pages.first == pages.last
                       ? QStringLiteral("%1 (%2)").arg(QString::number(pages.first), first)
@@ -182,7 +182,7 @@ private:
 
 void addAmounts(Sheet& sheet, const VerifiedOutput& verified)
 {
-    const std::pair<const char*, const Amount&> kinds[] = {
+    const std::pair<const char*, const verification::Amount&> kinds[] = {
         {"Outline entries", verified.amounts.outlineEntries},
         {"Links", verified.amounts.links},
         {"Form fields", verified.amounts.fields},

@@ -1,6 +1,7 @@
 #include "VantoraHost/core/documents/OutputVerification.h"
 
 #include "KarvelPDFLibrary/base/WarningKinds.h"
+#include "VantoraHost/core/PageNumbers.h"
 
 #include <algorithm>
 
@@ -31,37 +32,6 @@ std::string foundText(const Verdict& verdict)
     }
     text += ": " + first.what;
     return text + (more == 0 ? "" : " (and " + std::to_string(more) + " more)");
-}
-
-// Runs of first and last page.
-std::vector<std::pair<int, int>> runsOf(const std::vector<int>& ascending)
-{
-    std::vector<std::pair<int, int>> runs;
-    for (const int page : ascending) {
-        if (runs.empty() || runs.back().second + 1 != page) {
-            runs.emplace_back(page, page);
-        }
-        runs.back().second = page;
-    }
-    return runs;
-}
-
-VerifiedOutput verifiedOutput(const Verdict& verdict)
-{
-    const auto amount = [](const verification::Amount& counted) {
-        return Amount{counted.before, counted.after};
-    };
-    const verification::Amounts& counted = verdict.amounts;
-    VerifiedOutput output{verdict.things,
-                          verdict.notTold,
-                          {amount(counted.outlineEntries), amount(counted.links),
-                           amount(counted.fields), amount(counted.signatures),
-                           amount(counted.attachments)},
-                          {}};
-    for (const verification::LabelledPages& pages : verdict.labels) {
-        output.labels.push_back({pages.first, pages.last, pages.firstLabel, pages.lastLabel});
-    }
-    return output;
 }
 
 // The pages that are missing beside those that went.
@@ -100,7 +70,7 @@ Result<VerifiedOutput> verifyOutput(const verification::Verifier& verifier, Ques
     if (!pagesRemoved) {
         return notVerified("only the actions know which pages were to go");
     }
-    question.removed = runsOf(*pagesRemoved);
+    question.removed = pageRuns(*pagesRemoved);
     question.lost = pagesLost(losses);
     const auto verdict = verifier.verify(question);
     if (!verdict) {
@@ -114,7 +84,7 @@ Result<VerifiedOutput> verifyOutput(const verification::Verifier& verifier, Ques
         return notVerified("it has " + std::to_string(verdict->pagesAfter) + " pages where " +
                            std::to_string(pagesAfter) + " were written");
     }
-    return verifiedOutput(*verdict);
+    return VerifiedOutput{verdict->things, verdict->notTold, verdict->amounts, verdict->labels};
 }
 
 } // namespace vantora

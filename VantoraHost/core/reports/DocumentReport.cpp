@@ -102,7 +102,7 @@ void visitAmounts(These& amounts, const Visitor& visit)
 void addVerified(JsonObject& json, const VerifiedOutput& verified)
 {
     JsonObject amounts;
-    visitAmounts(verified.amounts, [&](const char* name, const Amount& amount) {
+    visitAmounts(verified.amounts, [&](const char* name, const verification::Amount& amount) {
         JsonObject both;
         both.add("before", amount.before).add("after", amount.after);
         amounts.add(name, both);
@@ -112,7 +112,7 @@ void addVerified(JsonObject& json, const VerifiedOutput& verified)
         .add("not_told", verified.notTold)
         .add("amounts", amounts);
     std::vector<JsonObject> labels;
-    for (const LabelledPages& pages : verified.labels) {
+    for (const verification::LabelledPages& pages : verified.labels) {
         labels.emplace_back();
         labels.back()
             .add("first", pages.first)
@@ -131,7 +131,7 @@ VerifiedOutput verifiedOf(const QJsonObject& json)
     verified.lookedFor = wholeNumber(json["looked_for"]).value_or(0);
     verified.notTold = bytesOf(json["not_told"].toArray());
     const QJsonObject amounts = json["amounts"].toObject();
-    visitAmounts(verified.amounts, [&](const char* name, Amount& amount) {
+    visitAmounts(verified.amounts, [&](const char* name, verification::Amount& amount) {
         const QJsonObject both = amounts[QLatin1String(name)].toObject();
         amount = {wholeNumber(both["before"]).value_or(0), wholeNumber(both["after"]).value_or(0)};
     });
