@@ -1,46 +1,28 @@
 #include "VantoraHost/cli/console/InputFiles.h"
 
 #include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/core/DescriptorText.h"
 #include "VantoraHost/core/Target.h"
 
 #include <fcntl.h>
+
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <iterator>
+#include <limits>
 
 namespace vantora::cli {
 
 namespace {
 
-// Reads to the end; an errno value when that failed.
-tl::expected<std::string, int> readAll(int descriptor, const std::function<bool()>& interrupted)
-{
-    constexpr std::size_t piece = 1 << 20;
-    std::string bytes;
-    std::size_t length = 0;
-    for (;;) {
-        if (bytes.size() - length < piece) {
-            bytes.resize(bytes.size() * 2 + piece);
-        }
-        const ssize_t got = ::read(descriptor, bytes.data() + length, bytes.size() - length);
-        if (got > 0) {
-            length += static_cast<std::size_t>(got);
-        } else if (got == 0) {
-            bytes.resize(length);
-            return bytes;
-        } else if (errno != EINTR || interrupted()) {
-            return tl::unexpected<int>(errno);
-        }
-    }
-}
+constexpr std::size_t anyLength = std::numeric_limits<std::size_t>::max();
 
 Result<std::string> readFile(const std::string& path, const std::string& what)
 {
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    auto content =
-        descriptor < 0 ? tl::unexpected<int>(errno) : readAll(descriptor, [] { return false; });
+    auto content = descriptor < 0 ? tl::unexpected<int>(errno) : textOf(descriptor, anyLength);
     if (descriptor >= 0) {
         ::close(descriptor);
     }
@@ -94,7 +76,7 @@ Result<std::vector<std::string>> readFileList(const std::string& path, bool ende
 
 Result<std::string> readStandardInput(const Streams& streams)
 {
-    auto bytes = readAll(streams.in, streams.interrupted);
+    auto bytes = textOf(streams.in, anyLength, streams.interrupted);
     if (streams.interrupted()) {
         return fail(Reason::Interrupted, standardStream, "interrupted");
     }

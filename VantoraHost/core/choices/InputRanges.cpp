@@ -1,6 +1,7 @@
 #include "VantoraHost/core/choices/InputRanges.h"
 
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
+#include "VantoraHost/core/DescriptorText.h"
 #include "VantoraHost/core/Target.h"
 
 #include <fcntl.h>
@@ -31,29 +32,16 @@ tl::unexpected<Error> wrongLine(const RangesList& list, const DocumentRange& at,
                 "line " + std::to_string(at.line) + " names \"" + at.path + "\", " + what);
 }
 
-// Up to some more than a list may have.
+// Some more than a list may have, where there is more.
 Result<std::string> readSome(const std::string& file, int descriptor,
                              const std::function<bool()>& cancelled)
 {
-    constexpr std::size_t piece = 1 << 16;
-    std::string text;
-    while (text.size() <= longestRangesText) {
-        const std::size_t before = text.size();
-        text.resize(before + piece);
-        const ssize_t got = ::read(descriptor, text.data() + before, piece);
-        const int why = got < 0 ? errno : 0;
-        text.resize(before + static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
-        if (cancelled()) {
-            return fail(Reason::Interrupted, {}, "interrupted");
-        }
-        if (got == 0) {
-            break;
-        }
-        if (why != 0 && why != EINTR) {
-            return unreadable(file, why);
-        }
+    auto text = textOf(descriptor, longestRangesText, cancelled);
+    if (text) {
+        return std::move(*text);
     }
-    return text;
+    return text.error() == EINTR ? Result<std::string>(fail(Reason::Interrupted, {}, "interrupted"))
+                                 : Result<std::string>(unreadable(file, text.error()));
 }
 
 Result<RangesList> listOf(const std::string& file, std::string folder,

@@ -1,5 +1,6 @@
 #include "VantoraHost/desktop/recovery/WorkStore.h"
 
+#include "VantoraHost/core/DescriptorText.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/outputs/TextFile.h"
 #include "VantoraHost/desktop/recovery/KeptWork.h"
@@ -66,20 +67,11 @@ Result<std::string> WorkFile::read() const
     if (!S_ISREG(status.st_mode) || static_cast<std::size_t>(status.st_size) > mostKept) {
         return fail(Reason::InputUnreadable, path_, "is not what a window of this version keeps");
     }
-    std::string text(static_cast<std::size_t>(status.st_size), '\0');
-    std::size_t size = 0;
-    while (size < text.size()) {
-        const ssize_t got = ::read(file.get(), text.data() + size, text.size() - size);
-        if (got < 0 && errno != EINTR) {
-            return fail(Reason::InputUnreadable, path_, systemMessage(errno));
-        }
-        if (got == 0) {
-            break;
-        }
-        size += static_cast<std::size_t>(std::max<ssize_t>(got, 0));
+    auto text = textOf(file.get(), mostKept);
+    if (!text) {
+        return fail(Reason::InputUnreadable, path_, systemMessage(text.error()));
     }
-    text.resize(size);
-    return text;
+    return std::move(*text);
 }
 
 void WorkFile::clear() const
