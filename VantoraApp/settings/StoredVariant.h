@@ -25,7 +25,7 @@ VANTORA_SHARED std::optional<QVariant> DecodeStoredVariant(const QByteArray& byt
 std::optional<QVariant> DecodeStoredDateTime(const QByteArray& bytes);
 
 /// The encodings of the two. The value has to be one that can be kept.
-QByteArray EncodeStoredVariant(const QVariant& value);
+VANTORA_SHARED QByteArray EncodeStoredVariant(const QVariant& value);
 QByteArray EncodeStoredDateTime(const QVariant& value);
 
 /// The value without what can't be kept, that is, can't be decoded again. Names of what is left out

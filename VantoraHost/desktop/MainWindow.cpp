@@ -430,18 +430,7 @@ void MainWindow::chooseRangesFile(bool saves)
 
 void MainWindow::chooseReportFile()
 {
-    auto* dialog = new QFileDialog(this, tr("Save Report"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setFileMode(QFileDialog::AnyFile);
-    dialog->setDefaultSuffix(QStringLiteral("html"));
-    dialog->selectFile(tr("report", "a file's name"));
-    dialog->setNameFilters({tr("Web page with pictures (*.html)"), tr("Lines of JSON (*.jsonl)")});
-    connect(dialog, &QFileDialog::filterSelected, dialog, [dialog](const QString& filter) {
-        dialog->setDefaultSuffix(filter.contains("jsonl") ? QStringLiteral("jsonl")
-                                                          : QStringLiteral("html"));
-    });
-    connect(dialog, &QFileDialog::fileSelected, this, [this](const QString& path) {
+    const auto save = [this](const QString& path) {
         // The dialog has asked about a file that is there.
         const auto existing =
             QFileInfo::exists(path) ? ExistingText::Replace : ExistingText::Refuse;
@@ -450,8 +439,15 @@ void MainWindow::chooseReportFile()
         } else {
             reports_.saveHtml(path, existing, workbench_.shownRun());
         }
-    });
-    dialog->show();
+    };
+    askForFile(*this,
+               {tr("Save Report"),
+                true,
+                QStringLiteral("html"),
+                {tr("Web page with pictures (*.html)"), tr("Lines of JSON (*.jsonl)")},
+                {},
+                tr("report", "a file's name")},
+               save);
 }
 
 void MainWindow::pasteFiles()

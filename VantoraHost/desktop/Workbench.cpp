@@ -331,10 +331,7 @@ void Workbench::bringBack(const Recovered& found)
 // Those that the run has done by the steps of now are done; returns their number.
 std::size_t Workbench::takeReported(const Recovered& found)
 {
-    QHash<QString, DocumentId> ids;
-    for (const Document& document : list.documents()) {
-        ids.insert(qtPath(document.input.path), document.id);
-    }
+    const QHash<QString, DocumentId> ids = list.idsByPath();
     std::vector<RunResult> read;
     std::vector<DocumentId> done;
     for (const ReportedDocument& one : found.reported) {
@@ -373,10 +370,7 @@ void Workbench::undoRun()
 void Workbench::takeUndone(const std::vector<Undone>& undone)
 {
     results.setUndone(undone);
-    QHash<QString, DocumentId> ids;
-    for (const Document& document : list.documents()) {
-        ids.insert(qtPath(document.input.path), document.id);
-    }
+    const QHash<QString, DocumentId> ids = list.idsByPath();
     std::vector<DocumentId> again;
     std::vector<DocumentId> replaced;
     for (const Undone& one : undone) {

@@ -5,7 +5,6 @@
 #include "VantoraHost/core/Target.h"
 
 #include <fcntl.h>
-
 #include <unistd.h>
 
 #include <algorithm>

@@ -173,6 +173,15 @@ int DocumentList::rowOf(DocumentId id) const
     return rows_.value(id, -1);
 }
 
+QHash<QString, DocumentId> DocumentList::idsByPath() const
+{
+    QHash<QString, DocumentId> ids;
+    for (const Document& document : documents_) {
+        ids.insert(qtPath(document.input.path), document.id);
+    }
+    return ids;
+}
+
 std::vector<Document> DocumentList::newOnes(const std::vector<Input>& inputs)
 {
     std::vector<Document> documents;

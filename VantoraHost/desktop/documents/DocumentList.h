@@ -37,6 +37,9 @@ public:
     const Document* find(DocumentId id) const; ///< null when it isn't listed
     int rowOf(DocumentId id) const;            ///< -1 when it isn't listed
 
+    /// All documents, by qtPath() of their paths.
+    QHash<QString, DocumentId> idsByPath() const;
+
     /// Those of the inputs that aren't listed yet, each once, as new documents.
     std::vector<Document> newOnes(const std::vector<Input>& inputs);
 

@@ -13,17 +13,15 @@ namespace {
 
 Result<ListedSteps> stepsOf(const KeptWork& work, const std::vector<InstalledAction>& actions)
 {
-    ListedSteps steps;
+    std::vector<StepRequest> requests;
     for (const KeptStep& kept : work.steps) {
-        const InstalledAction* action = actionNamed(actions, kept.action);
-        if (action == nullptr) {
-            return fail(Reason::ActionMissing, {},
-                        "the action \"" + kept.action + "\" is not installed");
-        }
-        ListedStep step = stepOf(*action);
-        step.preferences = kept.preferences;
-        step.isOn = kept.isOn;
-        steps.push_back(std::move(step));
+        requests.emplace_back();
+        requests.back().action = kept.action;
+        requests.back().stored = kept.preferences;
+    }
+    auto steps = listed(requests, actions);
+    for (std::size_t i = 0; steps && i < steps->size(); ++i) {
+        (*steps)[i].isOn = work.steps[i].isOn;
     }
     return steps;
 }
@@ -62,10 +60,7 @@ BroughtBack bringBack(const KeptWork& work, const WorkPlaces& places)
         inputs.push_back(document.input);
     }
     std::vector<Document> added = places.list.newOnes(inputs);
-    QHash<QString, DocumentId> ids;
-    for (const Document& document : places.list.documents()) {
-        ids.insert(qtPath(document.input.path), document.id);
-    }
+    QHash<QString, DocumentId> ids = places.list.idsByPath();
     for (const Document& document : added) {
         ids.insert(qtPath(document.input.path), document.id);
     }

@@ -4,7 +4,6 @@
 #include "VantoraHost/core/reports/Json.h"
 #include "VantoraHost/core/reports/JsonReading.h"
 
-#include <QtCore/QDataStream>
 #include <QtCore/QJsonArray>
 
 namespace vantora::desktop {
@@ -17,11 +16,7 @@ constexpr int mostSteps = 1000;
 // As options are saved, which keeps their types.
 std::string storedText(const PreferencesMap& options)
 {
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(QDataStream::Qt_4_0);
-    stream << QVariant(options);
-    return bytes.toBase64().toStdString();
+    return EncodeStoredVariant(options).toBase64().toStdString();
 }
 
 std::optional<PreferencesMap> storedOptions(const QString& text)

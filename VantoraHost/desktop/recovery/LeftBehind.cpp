@@ -40,9 +40,10 @@ void LeftBehind::next()
                 emit found();
                 return;
             }
-            emit refused(tr("What was kept of a window can't be brought back: %1: %2.",
-                            "a file and what is wrong with it")
-                             .arg(shownText(work.error().file), shownSentence(work.error().sentence)));
+            emit refused(
+                tr("What was kept of a window can't be brought back: %1: %2.",
+                   "a file and what is wrong with it")
+                    .arg(shownText(work.error().file), shownSentence(work.error().sentence)));
             discard();
         };
     });

@@ -1,5 +1,6 @@
 #include "VantoraHost/desktop/session/AskForFile.h"
 
+#include <QtCore/QRegularExpression>
 #include <QtWidgets/QFileDialog>
 
 namespace vantora::desktop {
@@ -16,6 +17,12 @@ void askForFile(QWidget& parent, const FileQuestion& question,
     if (!question.name.isEmpty()) {
         dialog->selectFile(question.name);
     }
+    QObject::connect(dialog, &QFileDialog::filterSelected, dialog, [dialog](const QString& filter) {
+        static const QRegularExpression oneKind(QStringLiteral("\\(\\*\\.(\\w+)\\)$"));
+        if (const auto match = oneKind.match(filter); match.hasMatch()) {
+            dialog->setDefaultSuffix(match.captured(1));
+        }
+    });
     QObject::connect(dialog, &QFileDialog::fileSelected, &parent, then);
     dialog->show();
 }

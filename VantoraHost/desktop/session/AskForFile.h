@@ -14,7 +14,8 @@ struct FileQuestion {
     QString title;
     bool saves = false;  ///< else the file has to be there
     QString suffix;      ///< of a name that is typed without one
-    QStringList filters; ///< as QFileDialog takes them
+    QStringList filters; ///< as QFileDialog takes them; to save, one of a single kind of files has
+                         ///< its own suffix
     QString folder;      ///< where it begins; empty for where the last one ended
     QString name;        ///< the one to save by that is proposed
 };

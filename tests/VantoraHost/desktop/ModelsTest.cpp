@@ -390,11 +390,11 @@ TEST_F(Plans, HaveCommandsThatDoTheSame)
     chosen.keepsSigned = chosen.verifies = true;
     const QString commands = commandsOf(*planRun(documents, chosen), chosen)
                                  .replace(QString::fromStdString(scratch.path("")), "/");
-    EXPECT_EQ(
-        commands.toStdString(),
-        "vantora run --pages '1,3' -d '/out' --rename --keep-signed --verify -- '/in/it'\\''s a.pdf'\n"
-        "vantora run --pages '1,3' -d '/out/sub' --rename --keep-signed --verify -- "
-        "'/in/sub/b.pdf'\n");
+    EXPECT_EQ(commands.toStdString(),
+              "vantora run --pages '1,3' -d '/out' --rename --keep-signed --verify -- "
+              "'/in/it'\\''s a.pdf'\n"
+              "vantora run --pages '1,3' -d '/out/sub' --rename --keep-signed --verify -- "
+              "'/in/sub/b.pdf'\n");
     chosen = settings(OutputPlace::InPlace);
     EXPECT_THAT(commandsOf(*planRun(documents, chosen), chosen).toStdString(),
                 HasSubstr("--in-place --backup -- "));
