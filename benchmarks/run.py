@@ -18,6 +18,8 @@ import tempfile
 import time
 from pathlib import Path
 
+os.environ["XDG_CONFIG_HOME"] = "/nonexistent"  # runs without the defaults of whoever starts this
+
 ROOT = Path(__file__).resolve().parent.parent
 VANTORA = ROOT / "build" / "release" / "bin" / "vantora"
 MAKE_INPUTS = ROOT / "benchmarks" / "make_inputs.py"

@@ -12,6 +12,7 @@ keeps these copies.
 import argparse
 import collections
 import json
+import os
 import pathlib
 import random
 import re
@@ -20,6 +21,8 @@ import subprocess
 import sys
 import tempfile
 import time
+
+os.environ["XDG_CONFIG_HOME"] = "/nonexistent"  # runs without the defaults of whoever starts this
 
 WORDS = [b"endobj", b"endstream", b"stream", b"obj", b"xref", b"trailer", b"startxref", b"/Kids", b"/Count",
          b"/Contents", b"/Length", b"/Type", b"/Page", b"/Parent", b"/Root", b">>", b"<<", b" R"]

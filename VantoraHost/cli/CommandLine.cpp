@@ -2,6 +2,8 @@
 
 #include "VantoraHost/cli/actions/ActionsArguments.h"
 #include "VantoraHost/cli/arguments/ArgumentParsing.h"
+#include "VantoraHost/cli/configuration/ConfigArguments.h"
+#include "VantoraHost/cli/configuration/ConfigurationArguments.h"
 #include "VantoraHost/cli/configure/ConfigureArguments.h"
 #include "VantoraHost/cli/console/Streams.h"
 #include "VantoraHost/cli/desktop/DesktopArguments.h"
@@ -11,12 +13,15 @@
 #include "VantoraHost/cli/run/RunArguments.h"
 #include "VantoraHost/cli/undo/UndoArguments.h"
 #include "VantoraHost/cli/verify/VerifyArguments.h"
+#include "VantoraHost/core/ShownText.h"
 #include "VantoraHost/core/workers/WorkerProcess.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <memory>
+#include <optional>
+#include <utility>
 
 namespace vantora::cli {
 
@@ -42,13 +47,41 @@ public:
     {
         return option->get_name() + option->get_option_text();
     }
+
+    std::string make_group(std::string group, bool isPositional,
+                           std::vector<const CLI::Option*> options) const override
+    {
+        return group == notInHelp ? "" : Formatter::make_group(group, isPositional, options);
+    }
+
+    // "--[no-]verify" for a flag that another one switches off.
+    std::string make_option_name(const CLI::Option* option, bool isPositional) const override
+    {
+        const std::string names = Formatter::make_option_name(option, isPositional);
+        for (const CLI::Option* other : option->get_excludes()) {
+            const std::string& name = other->get_lnames().front();
+            const std::string positive = "--" + name.substr(name.rfind("no-", 0) == 0 ? 3 : 0);
+            const std::size_t place = names.rfind(positive);
+            if (other->get_group() == notInHelp && place != std::string::npos) {
+                return names.substr(0, place) + "--[no-]" + names.substr(place + 2);
+            }
+        }
+        return names;
+    }
+
+    // The parser would tell which options exclude each other.
+    std::string make_option_opts(const CLI::Option* option) const override
+    {
+        const std::string& text = option->get_option_text();
+        return text.empty() ? "" : " " + text;
+    }
 };
 
 std::string commandMistake(const std::vector<std::string>& arguments)
 {
     const std::string which =
-        "name what to do: run, pages, desktop, configure, info, verify, undo, actions, "
-        "lists, favourites or settings";
+        "name what to do: run, pages, desktop, configure, info, verify, undo, config, "
+        "actions, lists, favourites or settings";
     return arguments.empty() ? which : "\"" + arguments.front() + "\" is no command; " + which;
 }
 
@@ -60,6 +93,7 @@ struct AllArguments {
     InfoArguments info;
     VerifyArguments verify;
     UndoOptions undo;
+    ConfigArguments config;
     ActionsOptions actions;
     SavedArguments saved;
     ConfigureArguments configure;
@@ -74,6 +108,7 @@ void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
     declareInfo(program, all.info, arguments);
     declareVerify(program, all.verify);
     declareUndo(program, all.undo, arguments);
+    declareConfig(program, all.config);
     declareActions(program, all.actions);
     declareSaved(program, all.saved);
     for (const char* hidden : {workerCommand, picturesCommand, certificatesCommand}) {
@@ -126,7 +161,118 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
     if (chosen == "undo") {
         return Command(all.undo);
     }
+    if (chosen == "config") {
+        return Command(all.config.options);
+    }
     return Command(all.actions);
+}
+
+/// One reading of a command line, with what it is read into.
+class Reading {
+public:
+    AllArguments all;
+
+    /// The name of the command, or the end.
+    tl::expected<std::string, Ending> read(const std::vector<std::string>& arguments)
+    {
+        program_.footer(programExamples);
+        program_.set_version_flag("--version", "vantora " VANTORA_VERSION);
+        program_.require_subcommand(1, 1);
+        auto help = std::make_shared<HelpText>();
+        help->label("SUBCOMMAND", "COMMAND");
+        program_.formatter(help);
+        declareAll(program_, all, arguments.size());
+        try {
+            program_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        } catch (const CLI::CallForHelp&) {
+            if (chosen().empty() && arguments.front().rfind('-', 0) != 0) {
+                return tl::unexpected<Ending>(mistake(commandMistake(arguments), ""));
+            }
+            return tl::unexpected<Ending>(Ending{AllDone, helpText()});
+        } catch (const CLI::CallForVersion& version) {
+            return tl::unexpected<Ending>(Ending{AllDone, version.what() + std::string("\n")});
+        } catch (const CLI::RequiredError& error) {
+            return tl::unexpected<Ending>(
+                mistake(chosen().empty() ? commandMistake(arguments) : error.what(), chosen()));
+        } catch (const CLI::ParseError& error) {
+            return tl::unexpected<Ending>(mistake(error.what(), chosen()));
+        }
+        return chosen();
+    }
+
+    /// The command "run", read or not.
+    const CLI::App& run() const { return *program_.get_subcommand("run"); }
+
+    /// The command that was read.
+    const CLI::App& command() const { return *program_.get_subcommands().front(); }
+
+private:
+    std::string chosen() const
+    {
+        const auto commands = program_.get_subcommands();
+        return commands.empty() ? "" : commands.front()->get_name();
+    }
+
+    std::string helpText() const
+    {
+        std::string text = program_.help();
+        const std::size_t hidden = text.find("\n\n\n"); // a line left for a group that isn't shown
+        return hidden == std::string::npos ? text : text.erase(hidden, 1);
+    }
+
+    CLI::App program_{programHelp, "vantora"};
+};
+
+tl::expected<Command, Ending> finishedRun(Reading& reading,
+                                          const std::vector<std::string>& arguments)
+{
+    if (!reading.all.run.certificate.empty()) { // which says how the document was made
+        reading.all.run.options.arguments = arguments;
+    }
+    return finished(reading.all, reading.command().get_name());
+}
+
+// What a reading says to do, with the user's configuration.
+tl::expected<Command, Ending> configured(const std::vector<std::string>& typed, Reading& plain)
+{
+    auto configured = withConfiguration(typed, plain.command());
+    if (!configured) {
+        return tl::unexpected<Ending>(std::move(configured.error()));
+    }
+    if (configured->added.empty()) {
+        return finishedRun(plain, typed);
+    }
+    Reading whole;
+    const auto chosen = whole.read(configured->arguments);
+    auto command = chosen ? finishedRun(whole, configured->arguments)
+                          : tl::expected<Command, Ending>(tl::unexpected<Ending>(chosen.error()));
+    return command ? std::move(command)
+                   : tl::unexpected<Ending>(configured->explained(std::move(command.error())));
+}
+
+// What is wrong with a configuration that runs would be refused for.
+std::optional<Ending> configurationMistake(const ConfigOptions& options)
+{
+    std::vector<std::string> run = {"run", "any.pdf", "-d", "."};
+    if (options.profile) {
+        run.push_back("--profile=" + *options.profile);
+    }
+    const auto blamed = [](const tl::expected<Command, Ending>& command) {
+        return !command && command.error().text.rfind(shown(configurationPath()), 0) == 0;
+    };
+    for (const bool profileHasSteps : {true, false}) {
+        if (!profileHasSteps) {
+            run.emplace_back("--pages=1");
+        }
+        Reading reading;
+        if (reading.read(run)) {
+            auto command = configured(run, reading);
+            if (blamed(command)) {
+                return std::move(command.error());
+            }
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -134,39 +280,23 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
 tl::expected<Command, Ending> parse(const std::vector<std::string>& given)
 {
     const std::vector<std::string> arguments = helpAsOption(given);
-    CLI::App program(programHelp, "vantora");
-    program.footer(programExamples);
-    program.set_version_flag("--version", "vantora " VANTORA_VERSION);
-    program.require_subcommand(1, 1);
-    auto help = std::make_shared<HelpText>();
-    help->label("SUBCOMMAND", "COMMAND");
-    program.formatter(help);
-    AllArguments all;
-    declareAll(program, all, arguments.size());
-
-    const auto chosen = [&]() -> std::string {
-        const auto commands = program.get_subcommands();
-        return commands.empty() ? "" : commands.front()->get_name();
-    };
-    try {
-        program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-    } catch (const CLI::CallForHelp&) {
-        if (chosen().empty() && arguments.front().rfind('-', 0) != 0) {
-            return tl::unexpected<Ending>(mistake(commandMistake(arguments), ""));
+    Reading reading;
+    const auto chosen = reading.read(arguments);
+    if (!chosen) {
+        return tl::unexpected<Ending>(chosen.error());
+    }
+    if (takesConfiguration(reading.command())) {
+        return configured(arguments, reading);
+    }
+    if (*chosen == "config") {
+        if (reading.all.config.example) {
+            return tl::unexpected<Ending>(Ending{AllDone, exampleConfiguration(reading.run())});
         }
-        return tl::unexpected<Ending>(Ending{AllDone, program.help()});
-    } catch (const CLI::CallForVersion& version) {
-        return tl::unexpected<Ending>(Ending{AllDone, version.what() + std::string("\n")});
-    } catch (const CLI::RequiredError& error) {
-        return tl::unexpected<Ending>(
-            mistake(chosen().empty() ? commandMistake(arguments) : error.what(), chosen()));
-    } catch (const CLI::ParseError& error) {
-        return tl::unexpected<Ending>(mistake(error.what(), chosen()));
+        if (auto mistake = configurationMistake(reading.all.config.options)) {
+            return tl::unexpected<Ending>(std::move(*mistake));
+        }
     }
-    if (!all.run.certificate.empty()) { // which says how the document was made
-        all.run.options.arguments = arguments;
-    }
-    return finished(all, chosen());
+    return finished(reading.all, *chosen);
 }
 
 bool draws(const std::vector<std::string>& arguments)

@@ -2,6 +2,7 @@
 
 #include "VantoraHost/cli/actions/ActionsCommand.h"
 #include "VantoraHost/cli/arguments/Ending.h"
+#include "VantoraHost/cli/configuration/ConfigCommand.h"
 #include "VantoraHost/cli/configure/ConfigureCommand.h"
 #include "VantoraHost/cli/desktop/DesktopCommand.h"
 #include "VantoraHost/cli/info/InfoCommand.h"
@@ -22,12 +23,13 @@ namespace vantora::cli {
 /// What a command line says to do: a command with its options.
 using Command =
     std::variant<RunOptions, WorkerOptions, PagesOptions, InfoOptions, VerifyOptions, UndoOptions,
-                 ActionsOptions, SavedOptions, ConfigureOptions, DesktopOptions>;
+                 ActionsOptions, SavedOptions, ConfigOptions, ConfigureOptions, DesktopOptions>;
 
 /// Whether these arguments are for a command that draws, and makes its own application for that.
 bool draws(const std::vector<std::string>& arguments);
 
-/// Reads the command line, `arguments` without the program's name.
+/// Reads the command line, `arguments` without the program's name, with what the user's
+/// configuration adds to it.
 tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments);
 
 } // namespace vantora::cli

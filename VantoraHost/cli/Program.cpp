@@ -2,6 +2,7 @@
 
 #include "VantoraHost/cli/CommandLine.h"
 #include "VantoraHost/cli/actions/ActionsCommand.h"
+#include "VantoraHost/cli/configuration/ConfigCommand.h"
 #include "VantoraHost/cli/console/Messages.h"
 #include "VantoraHost/cli/desktop/DesktopCommand.h"
 #include "VantoraHost/cli/info/InfoCommand.h"
@@ -57,6 +58,9 @@ int carryOut(const Command& command, const Installation& installation, const Gui
     }
     if (const auto* options = std::get_if<ActionsOptions>(&command)) {
         return listActions(*options, installation, streams);
+    }
+    if (const auto* options = std::get_if<ConfigOptions>(&command)) {
+        return showConfiguration(*options, streams);
     }
     if (const auto* options = std::get_if<DesktopOptions>(&command)) {
         return openDesktop(*options, installation, streams);

@@ -16,7 +16,7 @@ _vantora()
 
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case "$command:$word" in
-        :run | :pages | :desktop | :configure | :info | :verify | :undo | :actions | :lists | :favourites | :settings)
+        :run | :pages | :desktop | :configure | :info | :verify | :undo | :config | :actions | :lists | :favourites | :settings)
             command="$word"
             ;;
         lists:show | lists:add | lists:change | lists:remove | \
@@ -61,6 +61,12 @@ _vantora()
         _vantora_names favourites "$current"
         return
         ;;
+    --profile)
+        local IFS=$'\n'
+        mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" config 2>/dev/null | sed -n 's/^profiles: \(-$\)\{0,1\}//p' | sed 's/, /\n/g')" -- "$current")
+        COMPREPLY=("${COMPREPLY[@]// /\\ }")
+        return
+        ;;
     --if-empty)
         mapfile -t COMPREPLY < <(compgen -W "blank skip fail" -- "$current")
         return
@@ -74,7 +80,8 @@ _vantora()
     case "$command $verb" in
     "run ")
         words="--pages --choose --keep --except --ranges --action --list --favourite --favorite --settings --set --output --directory --in-place --backup --overwrite --rename --name
-            --recursive --report --report-hashes --resume --shard --files-from --null --password-file --keep-signed --strict --verify --salvage --if-empty --accept-failures --skip-existing --metrics --certificate --checksums --jobs --timeout --memory-limit --dry-run --json --quiet --verbose --help
+            --recursive --report --report-hashes --resume --shard --files-from --null --password-file --keep-signed --strict --verify --salvage --if-empty --accept-failures --skip-existing --metrics --certificate --checksums --jobs --timeout --memory-limit --dry-run --json --quiet --verbose
+            --no-recursive --no-backup --no-rename --no-skip-existing --no-keep-signed --no-strict --no-verify --no-report-hashes --no-json --no-quiet --no-verbose --profile --no-config --help
             -p -o -d -i -j -n -q -v -r -h -0"
         ;;
     "pages ")
@@ -94,6 +101,9 @@ _vantora()
         ;;
     "undo ")
         words="--remove-outputs --dry-run --json --quiet --help -n -q -h"
+        ;;
+    "config ")
+        words="--profile --json --example --help -h"
         ;;
     "actions ")
         words="--json --help -h"
@@ -126,7 +136,7 @@ _vantora()
         words="--help -h"
         ;;
     *)
-        words="run pages desktop configure info verify undo actions lists favourites settings --help --version -h"
+        words="run pages desktop configure info verify undo config actions lists favourites settings --help --version -h"
         ;;
     esac
 

@@ -19,6 +19,8 @@ import tempfile
 import time
 from pathlib import Path
 
+os.environ["XDG_CONFIG_HOME"] = "/nonexistent"  # runs without the defaults of whoever starts this
+
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "benchmarks"))
 
 import faults as all_faults  # noqa: E402

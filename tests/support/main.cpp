@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <cstdlib>
+
 // fontconfig keeps what it read as offsets instead of pointers, which a leak check cannot follow;
 // Qt's platform plug-in for tests leaves its screen behind, here where commands start windows.
 extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions()
@@ -11,5 +13,6 @@ extern "C" __attribute__((visibility("default"))) const char* __lsan_default_sup
 int main(int argc, char** argv)
 {
     testing::InitGoogleMock(&argc, argv);
+    setenv("XDG_CONFIG_HOME", "/nonexistent", 1); // no test reads the developer's own
     return RUN_ALL_TESTS();
 }

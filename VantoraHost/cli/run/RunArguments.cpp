@@ -1,6 +1,7 @@
 #include "VantoraHost/cli/run/RunArguments.h"
 
 #include "VantoraHost/cli/arguments/ArgumentParsing.h"
+#include "VantoraHost/cli/configuration/ConfigurationArguments.h"
 #include "VantoraHost/core/NearestName.h"
 
 #include <algorithm>
@@ -30,6 +31,8 @@ constexpr char runExamples[] = R"(Examples:
     vantora run --pages 1 -r scans -d cut --report cut.jsonl --resume cut.jsonl
   What was saved from an options dialog:
     vantora run --list "Clean scans" scans/*.pdf -d clean
+  As a profile of the configuration says (vantora config --example prints one to begin with):
+    vantora run --profile scans *.pdf
 
 Exit status: 0 every document is done, 1 at least one failed (the others are done) for
 a reason that --accept-failures does not name, 2 wrong usage, 3 done with losses that
@@ -364,6 +367,7 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
     command.add_flag("-v,--verbose", run.options.verbose,
                      "Say, too, what stays of each document and may repeat what\n"
                      "removed pages said, such as attachments and metadata");
+    declareConfiguration(command);
 }
 
 tl::expected<RunOptions, Ending> finished(RunArguments& run)

@@ -11,7 +11,7 @@ from pathlib import Path
 
 PROGRAM = SOURCE_DIR = None
 SAVED = ["lists", "favourites", "settings"]
-COMMANDS = [[name] for name in ["run", "pages", "desktop", "configure", "info", "verify", "undo", "actions", *SAVED]] + [
+COMMANDS = [[name] for name in ["run", "pages", "desktop", "configure", "info", "verify", "undo", "config", "actions", *SAVED]] + [
     [name, verb] for name in SAVED for verb in ["show", "add", "change", "remove"]]
 OPTION = re.compile(r"(?<![\w-])(--?[a-z0-9][a-z-]*)")
 
@@ -21,18 +21,20 @@ def help_of(*command):
 
 
 def options_of(*command):
-    """The options that the help lists, without those of its examples."""
-    lines = [line for line in help_of(*command).splitlines() if re.match(r"  -", line)]
-    return {option for line in lines for option in OPTION.findall(line.split("   ")[0])}
+    """The options that the help lists, without those of its examples; --[no-]verify are two."""
+    lines = [line.split("   ")[0] for line in help_of(*command).splitlines() if re.match(r"  -", line)]
+    both = [line.replace("[no-]", no) for line in lines for no in ("", "no-")]
+    return {option for line in both for option in OPTION.findall(line)}
 
 
-def completed(*words, data="/nonexistent"):
+def completed(*words, data="/nonexistent", config="/nonexistent"):
     script = (f"source {SOURCE_DIR}/packaging/completion/vantora.bash; compopt() {{ :; }}; "
               f"COMP_WORDS=({' '.join(words)} ''); COMP_CWORD={len(words)}; "
               "COMP_WORDS[COMP_CWORD]=${LAST-}; _vantora; printf '%s\\n' \"${COMPREPLY[@]}\"")
     return lambda last: set(subprocess.run(["bash", "-c", script], check=True, capture_output=True, text=True,
                                            env={"LAST": last, "PATH": "/usr/bin:/bin",
-                                                "XDG_DATA_HOME": data}).stdout.split("\n")) - {""}
+                                                "XDG_DATA_HOME": data,
+                                                "XDG_CONFIG_HOME": config}).stdout.split("\n")) - {""}
 
 
 class Documents(unittest.TestCase):
@@ -63,6 +65,14 @@ class Documents(unittest.TestCase):
     def test_the_completion_offers_the_actions_that_are_installed(self):
         self.assertEqual(completed(PROGRAM, "run", "--action")("D"), {"Delete\\ Pages"})
         self.assertEqual(completed(PROGRAM, "configure")("D"), {"Delete\\ Pages"})
+
+    def test_the_completion_offers_the_profiles(self):
+        with tempfile.TemporaryDirectory() as config:
+            (Path(config) / "vantora").mkdir()
+            (Path(config) / "vantora/vantora.toml").write_text("[profile.scans]\n[profile.'my scans']\n")
+            for command in ("run", "config"):
+                self.assertEqual(completed(PROGRAM, command, "--profile", config=config)(""), {"scans", "my\\ scans"})
+        self.assertEqual(completed(PROGRAM, "run", "--profile")(""), set())
 
     def test_the_completion_offers_the_windows_to_configure_inside_of(self):
         self.assertEqual(completed(PROGRAM, "configure", "--inside")(""), {"main-window", "preview"})

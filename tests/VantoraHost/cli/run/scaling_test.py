@@ -11,6 +11,8 @@ import tempfile
 import unittest
 from pathlib import Path
 
+os.environ["XDG_CONFIG_HOME"] = "/nonexistent"  # runs without the defaults of whoever starts this
+
 PROGRAM = SOURCE_DIR = None
 DOCUMENTS = 60
 PAGE = "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]>>"
