@@ -2,6 +2,7 @@
 
 #include "VantoraHost/cli/actions/ActionsArguments.h"
 #include "VantoraHost/cli/arguments/ArgumentParsing.h"
+#include "VantoraHost/cli/completion/Completion.h"
 #include "VantoraHost/cli/configuration/ConfigArguments.h"
 #include "VantoraHost/cli/configuration/ConfigurationArguments.h"
 #include "VantoraHost/cli/configure/ConfigureArguments.h"
@@ -172,8 +173,8 @@ class Reading {
 public:
     AllArguments all;
 
-    /// The name of the command, or the end.
-    tl::expected<std::string, Ending> read(const std::vector<std::string>& arguments)
+    /// All commands, for a line with so many arguments.
+    CLI::App& declared(std::size_t arguments)
     {
         program_.footer(programExamples);
         program_.set_version_flag("--version", "vantora " VANTORA_VERSION);
@@ -181,7 +182,14 @@ public:
         auto help = std::make_shared<HelpText>();
         help->label("SUBCOMMAND", "COMMAND");
         program_.formatter(help);
-        declareAll(program_, all, arguments.size());
+        declareAll(program_, all, arguments);
+        return program_;
+    }
+
+    /// The name of the command, or the end.
+    tl::expected<std::string, Ending> read(const std::vector<std::string>& arguments)
+    {
+        declared(arguments.size());
         try {
             program_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         } catch (const CLI::CallForHelp&) {
@@ -281,6 +289,10 @@ tl::expected<Command, Ending> parse(const std::vector<std::string>& given)
 {
     const std::vector<std::string> arguments = helpAsOption(given);
     Reading reading;
+    if (!arguments.empty() && arguments.front() == completeCommand) {
+        const std::vector<std::string> words(arguments.begin() + 1, arguments.end());
+        return Command(completionOf(reading.declared(words.size()), words));
+    }
     const auto chosen = reading.read(arguments);
     if (!chosen) {
         return tl::unexpected<Ending>(chosen.error());

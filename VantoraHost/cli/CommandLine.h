@@ -2,6 +2,7 @@
 
 #include "VantoraHost/cli/actions/ActionsCommand.h"
 #include "VantoraHost/cli/arguments/Ending.h"
+#include "VantoraHost/cli/completion/CompletionCommand.h"
 #include "VantoraHost/cli/configuration/ConfigCommand.h"
 #include "VantoraHost/cli/configure/ConfigureCommand.h"
 #include "VantoraHost/cli/desktop/DesktopCommand.h"
@@ -21,9 +22,9 @@
 namespace vantora::cli {
 
 /// What a command line says to do: a command with its options.
-using Command =
-    std::variant<RunOptions, WorkerOptions, PagesOptions, InfoOptions, VerifyOptions, UndoOptions,
-                 ActionsOptions, SavedOptions, ConfigOptions, ConfigureOptions, DesktopOptions>;
+using Command = std::variant<RunOptions, WorkerOptions, PagesOptions, InfoOptions, VerifyOptions,
+                             UndoOptions, ActionsOptions, SavedOptions, ConfigOptions,
+                             ConfigureOptions, DesktopOptions, CompletionOptions>;
 
 /// Whether these arguments are for a command that draws, and makes its own application for that.
 bool draws(const std::vector<std::string>& arguments);

@@ -2,6 +2,7 @@
 
 #include "VantoraHost/cli/CommandLine.h"
 #include "VantoraHost/cli/actions/ActionsCommand.h"
+#include "VantoraHost/cli/completion/CompletionCommand.h"
 #include "VantoraHost/cli/configuration/ConfigCommand.h"
 #include "VantoraHost/cli/console/Messages.h"
 #include "VantoraHost/cli/desktop/DesktopCommand.h"
@@ -64,6 +65,9 @@ int carryOut(const Command& command, const Installation& installation, const Gui
     }
     if (const auto* options = std::get_if<DesktopOptions>(&command)) {
         return openDesktop(*options, installation, streams);
+    }
+    if (const auto* options = std::get_if<CompletionOptions>(&command)) {
+        return complete(*options, installation, guiPart, streams);
     }
     return carryOutWith(guiPart(), command, installation, streams);
 }

@@ -109,7 +109,11 @@ void declareConfiguration(CLI::App& command)
         CLI::Option* on = command.get_option_no_throw("--" + std::string(option.name));
         if (on && option.kind == ValueKind::Flag) {
             // Not in the help, which names both in one line.
-            command.add_flag("--no-" + std::string(option.name))->group(notInHelp)->excludes(on);
+            const std::string what =
+                "Switch off --" + std::string(option.name) + " of your configuration";
+            command.add_flag("--no-" + std::string(option.name), what)
+                ->group(notInHelp)
+                ->excludes(on);
         }
     }
     const std::string what = "Let the options hold, too, that a profile of your\n"

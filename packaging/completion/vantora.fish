@@ -1,0 +1,25 @@
+# Completion of vantora's commands, options and their values for fish. The program says what a word may
+# become (vantora complete WORD...), so this knows no option.
+
+function __vantora_complete
+    set -l words (commandline -opc)
+    set -l current (commandline -ct | string unescape)
+    for line in ($words[1] complete $words[2..-1] "$current" 2>/dev/null)
+        switch $line
+            case :folders
+                __fish_complete_directories "$current" ''
+            case :files
+                __fish_complete_path "$current" ''
+            case ':files *'
+                set -l ending (string replace ':files ' . -- $line)
+                for file in (__fish_complete_path "$current" '')
+                    string match --quiet --ignore-case "*$ending" -- (string split --fields 1 \t -- $file)
+                    and echo $file
+                end
+            case '*'
+                echo $line
+        end
+    end
+end
+
+complete --command vantora --no-files --arguments '(__vantora_complete)'
