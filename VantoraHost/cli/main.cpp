@@ -78,8 +78,7 @@ int main(int argc, char** argv)
         errIsTerminal && !isSet("NO_COLOR"),
         [] { return interruptions != 0; },
     };
-    const vantora::Installation installation =
-        vantora::installationOf(vantora::thisProgram(), std::getenv("VANTORA_ACTIONS_PATH"));
+    const vantora::Installation installation = vantora::thisInstallation();
     return vantora::cli::runProgram(
         arguments, installation, [&] { return vantora::cli::loadGuiPart(installation); }, streams);
 }

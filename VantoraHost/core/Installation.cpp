@@ -1,5 +1,9 @@
 #include "VantoraHost/core/Installation.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -7,6 +11,41 @@
 namespace vantora {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+// In a folder with the sticky bit others can't rename or remove what is not theirs.
+bool othersMayChangeItself(const fs::path& path)
+{
+    struct stat status = {};
+    if (::lstat(path.c_str(), &status) != 0) {
+        return true;
+    }
+    const bool ours = status.st_uid == 0 || status.st_uid == ::geteuid();
+    const bool open = (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+    const bool sticky = S_ISDIR(status.st_mode) && (status.st_mode & S_ISVTX) != 0;
+    return !ours || (open && !sticky);
+}
+
+// What of the path, links followed, somebody else may change: it or a folder above it.
+std::optional<fs::path> changeableByOthers(const fs::path& path)
+{
+    std::error_code failed;
+    const fs::path real = fs::canonical(path, failed);
+    if (failed) {
+        return path;
+    }
+    fs::path part;
+    for (const fs::path& name : real) {
+        part /= name;
+        if (othersMayChangeItself(part)) {
+            return part;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
 
 Installation installationOf(const fs::path& program, const char* actionFolders)
 {
@@ -30,10 +69,49 @@ Installation installationOf(const fs::path& program, const char* actionFolders)
     return found;
 }
 
+fs::path ownActionFolder(const char* dataHome, const char* home)
+{
+    const fs::path below = "vantora/actions";
+    if (dataHome && dataHome[0] == '/') {
+        return dataHome / below;
+    }
+    return home && home[0] == '/' ? home / (".local/share" / below) : fs::path();
+}
+
+void addOwnActions(Installation& installation, const fs::path& folder)
+{
+    std::error_code failed;
+    if (folder.empty() || !fs::is_directory(folder, failed)) {
+        return;
+    }
+    std::optional<fs::path> changeable = changeableByOthers(folder);
+    for (fs::directory_iterator entry(folder, failed), end; !changeable && !failed && entry != end;
+         entry.increment(failed)) {
+        changeable = changeableByOthers(entry->path());
+    }
+    if (changeable) {
+        installation.leftOut = Error{Reason::ActionUnusable, folder,
+                                     "others than you may change " + changeable->string() +
+                                         "; forbid it by chmod go-w, and own it yourself"};
+        return;
+    }
+    installation.actionFolders.push_back(folder);
+}
+
 fs::path thisProgram()
 {
     std::error_code failed;
     return fs::read_symlink("/proc/self/exe", failed);
+}
+
+Installation thisInstallation()
+{
+    const char* const given = std::getenv("VANTORA_ACTIONS_PATH");
+    Installation found = installationOf(thisProgram(), given);
+    if (!given || given[0] == '\0') {
+        addOwnActions(found, ownActionFolder(std::getenv("XDG_DATA_HOME"), std::getenv("HOME")));
+    }
+    return found;
 }
 
 } // namespace vantora

@@ -64,8 +64,7 @@ int main(int argc, char** argv)
     std::setlocale(LC_NUMERIC, "C"); // the application has taken over the user's
     const Translations translations{QLocale::system()};
 
-    vantora::Installation installation =
-        vantora::installationOf(vantora::thisProgram(), std::getenv("VANTORA_ACTIONS_PATH"));
+    vantora::Installation installation = vantora::thisInstallation();
     installation.program = vantora::thisProgram().parent_path() / "vantora";
     QStringList files;
     for (const QString& file : arguments.files) {

@@ -50,6 +50,10 @@ int listActions(const ActionsOptions& options, const Installation& installation,
     for (const Error& rejected : catalog.rejected()) {
         printWarning(streams, rejected.file, "left out: " + rejected.sentence);
     }
+    if (installation.leftOut) {
+        printWarning(streams, installation.leftOut->file,
+                     "left out: " + installation.leftOut->sentence);
+    }
     if (catalog.actions().empty()) {
         printError(streams, {Reason::ActionUnusable, {}, "no action is installed"});
         return SomeFailed;
