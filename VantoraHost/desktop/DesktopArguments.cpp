@@ -9,7 +9,8 @@ constexpr char help[] = R"(Opens a window to remove pages from many PDF document
 vantora-desktop [--new-window] [FILE...]
 
   FILE         PDF files, and folders whose PDF files are added with those of
-               their subfolders
+               their subfolders; the steps of action lists (.xqq) and of tool
+               settings (.tsf) become those of the run
   --new-window open another window; else one that is there takes the files
   --help       print this
   --version    print the version

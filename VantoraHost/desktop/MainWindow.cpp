@@ -34,6 +34,8 @@
 #include <QtWidgets/QToolBar>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace vantora::desktop {
@@ -376,9 +378,12 @@ void MainWindow::fillPastRuns(QMenu& menu)
 
 void MainWindow::open(const QStringList& paths)
 {
-    if (!paths.isEmpty()) {
-        recent_.add(paths);
-        workbench_.documents.add(paths);
+    QStringList documents;
+    std::copy_if(paths.begin(), paths.end(), std::back_inserter(documents),
+                 [this](const QString& path) { return !sequence_->loadFile(path); });
+    if (!documents.isEmpty()) {
+        recent_.add(documents);
+        workbench_.documents.add(documents);
     }
 }
 

@@ -37,7 +37,7 @@ public:
     explicit MainWindow(const Installation& installation);
     ~MainWindow() override;
 
-    /// Adds files and folders to the list.
+    /// Adds files and folders to the list, and takes steps from files that people saved them in.
     void open(const QStringList& paths);
 
     /// The same, and shows itself to the user, who asked for it elsewhere.

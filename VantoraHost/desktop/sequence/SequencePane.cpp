@@ -7,6 +7,7 @@
 
 #include "ui_SequencePane.h"
 
+#include <QtCore/QFileInfo>
 #include <QtWidgets/QAction>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QUndoStack>
@@ -158,7 +159,7 @@ void SequencePane::load(const SavedIn& saved)
     auto steps = requests ? listed(*requests, parts_.actions)
                           : Result<ListedSteps>(tl::unexpected<Error>(requests.error()));
     if (!steps) {
-        say(shownSentence(steps.error().sentence));
+        sayWhy(steps.error());
         return;
     }
     QString range;
@@ -167,7 +168,7 @@ void SequencePane::load(const SavedIn& saved)
             range = step.preferences.take(key).toString();
         }
     }
-    changeWithRange(std::move(*steps), range, tr("loading %1").arg(shownText(saved.name)));
+    changeWithRange(std::move(*steps), range, tr("loading %1").arg(shownName(saved.name)));
 }
 
 void SequencePane::takeOptions(int row, const StepRequest& options, const Favourite* favourite,
@@ -204,8 +205,7 @@ void SequencePane::loadToolSettings(const QString& path)
 {
     const auto requests = savedSteps({SavedKind::ToolSettings, systemPath(path)});
     if (!requests) {
-        say(tr("%1: %2", "a file's name and what is wrong with it")
-                .arg(shownName(requests.error().file), shownSentence(requests.error().sentence)));
+        sayWhy(requests.error());
         return;
     }
     const StepRequest& options = requests->front();
@@ -216,6 +216,23 @@ void SequencePane::loadToolSettings(const QString& path)
         parts_.list.steps()[static_cast<std::size_t>(chosen)].action == action->action.name;
     takeOptions(isSame ? chosen : -1, options, nullptr,
                 tr("loading %1").arg(shownName(systemPath(path))));
+}
+
+bool SequencePane::loadFile(const QString& path)
+{
+    const bool isList = path.endsWith(QLatin1String(".xqq"));
+    if (!isList && !path.endsWith(QLatin1String(".tsf"))) {
+        return false;
+    }
+    if (QFileInfo(path).isDir()) {
+        return false;
+    }
+    if (isList) {
+        load({SavedKind::ActionList, systemPath(path)});
+    } else {
+        loadToolSettings(path);
+    }
+    return true;
 }
 
 void SequencePane::saveToolSettings(const QString& path)
@@ -363,6 +380,14 @@ void SequencePane::say(const QString& message)
 {
     form_->messageLabel->setText(message);
     form_->messageLabel->setVisible(!message.isEmpty());
+}
+
+void SequencePane::sayWhy(const Error& error)
+{
+    const QString sentence = shownSentence(error.sentence);
+    say(error.file.empty() ? sentence
+                           : tr("%1: %2", "a file's name and what is wrong with it")
+                                 .arg(shownName(error.file), sentence));
 }
 
 } // namespace vantora::desktop

@@ -48,6 +48,10 @@ public:
     /// else as a step more.
     void loadToolSettings(const QString& path);
 
+    /// Takes what the file has where its name says that it is an action list or tool settings;
+    /// false for every other one and for folders.
+    bool loadFile(const QString& path);
+
     /// Saves the options of the chosen step.
     void saveToolSettings(const QString& path);
 
@@ -74,6 +78,7 @@ private:
     void follow();
     void keepChosen();
     void say(const QString& message);
+    void sayWhy(const Error& error);
 
     const SequenceParts parts_;
     FavouriteBar* const favourites_;

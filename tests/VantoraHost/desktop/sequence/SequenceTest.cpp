@@ -3,10 +3,12 @@
 #include "VantoraHost/desktop/sequence/SequencePane.h"
 #include "tests/VantoraHost/desktop/OpenWindow.h"
 
+#include "VantoraApp/CActionUtils.h"
 #include "VantoraApp/settings/SettingsFile.h"
 #include "VantoraApp/settings/StoredName.h"
 
 #include <QtCore/QDateTime>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QListView>
@@ -163,6 +165,30 @@ TEST_F(SavedOptions, AreWrittenIntoAFileAndReadIntoTheStepOrAsAStepMore)
     pane().saveToolSettings(QString::fromStdString(broken));
     EXPECT_THAT(message(), HasSubstr("broken.tsf: not a tool-settings file"));
     EXPECT_EQ(support::readFile(broken), "[General]\nSomething=1\n") << "it is somebody else's";
+}
+
+TEST_F(SavedOptions, BecomeStepsWhenTheirFileIsOpenedAsDocumentsAre)
+{
+    const QString settings = QString::fromStdString(scratch.path("third.tsf"));
+    bench().markForAll("3");
+    pane().saveToolSettings(settings);
+    const Step step = {deletion().action, {{"byPageRangeTextEdit", "4-5"}}};
+    ASSERT_TRUE(stepstore::makeActionList("List", step, "Mine"));
+    const QString list = CActionUtils::GetSequenceFolder() + "/List.xqq";
+    const QString broken = QString::fromStdString(scratch.write("odd.xqq", "no list"));
+    QDir(QString::fromStdString(scratch.path(""))).mkdir("folder.xqq");
+
+    window->open({list});
+    EXPECT_EQ(bench().marks.forAll().text, "4-5");
+    window->open({settings});
+    EXPECT_EQ(bench().marks.forAll().text, "3");
+    EXPECT_EQ(bench().steps.rowCount(), 1);
+    window->open({broken});
+    EXPECT_THAT(message(), testing::StartsWith("odd.xqq: "));
+    EXPECT_EQ(bench().marks.forAll().text, "3");
+    EXPECT_EQ(bench().list.rowCount(), 1) << "none of them is a document";
+    EXPECT_FALSE(pane().loadFile(QString::fromStdString(scratch.path("folder.xqq"))));
+    EXPECT_FALSE(pane().loadFile("a.pdf"));
 }
 
 TEST_F(SavedOptions, AreAskedForWithoutHoldingUpTheWindow)
