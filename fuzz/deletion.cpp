@@ -175,6 +175,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     given.ConsumeIntegral<std::uint8_t>();
     const std::string bytes = given.ConsumeRemainingBytesAsString();
+    const std::string disagreement = support::crossReferenceDisagreement(bytes);
+    if (!disagreement.empty()) {
+        fail("libqpdf reads other cross-references: " + disagreement, bytes);
+    }
     options.way = saving::Way::Rewrite;
     const std::string rewritten = deleteAndSave(bytes, edits, options);
     options.way = saving::Way::CopyUnchanged;

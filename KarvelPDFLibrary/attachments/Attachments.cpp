@@ -8,7 +8,7 @@ namespace {
 
 NameTreeEntries filesOf(Document& document)
 {
-    QPDFObjectHandle names = document.catalog().getKey("/Names");
+    QPDFObjectHandle names = document.catalogEntry("/Names");
     return names.isDictionary() ? readNameTree(names.getKey("/EmbeddedFiles")) : NameTreeEntries();
 }
 

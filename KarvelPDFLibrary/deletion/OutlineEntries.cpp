@@ -59,7 +59,7 @@ std::optional<OutlineEntry> OutlineEntries::readText(int object)
 {
     const index::IndexedObject* indexed = removal_.unchanged(object);
     // In an encrypted file texts don't tell what their strings say.
-    if (indexed == nullptr || removal_.file().isEncrypted() ||
+    if (indexed == nullptr || removal_.document().isEncrypted() ||
         (indexed->flags & index::IsStream) != 0 ||
         (indexed->kind != index::Kind::OutlineEntry && indexed->kind != index::Kind::Other)) {
         return std::nullopt;

@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/objects/References.h"
 
+#include <algorithm>
 #include <set>
 #include <unordered_set>
 
@@ -78,10 +79,19 @@ bool isOfPage(const std::string& key)
 
 PrivateData::PrivateData(Removal& removal) : removal_(removal)
 {
-    for (const auto& [key, value] : removal_.file().getTrailer().getDictAsMap()) {
+    const auto add = [this](const std::string& key, QPDFObjGen id) {
         if (isOfTrailer(key)) {
-            public_.insert(value.getObjectID());
+            public_.insert(id.getObj());
         }
+    };
+    if (const Roots* roots = removal_.document().roots()) {
+        for (const Roots::Entry& entry : roots->trailer()) {
+            add(entry.key, entry.reference.value_or(QPDFObjGen()));
+        }
+        return;
+    }
+    for (const auto& [key, value] : removal_.file().getTrailer().getDictAsMap()) {
+        add(key, value.getObjGen());
     }
 }
 
@@ -100,6 +110,13 @@ void PrivateData::take(int object)
 
 void PrivateData::takeFromTrailer()
 {
+    if (const Roots* roots = removal_.document().roots()) {
+        const auto& entries = roots->trailer();
+        const auto isKnown = [](const Roots::Entry& entry) { return isOfTrailer(entry.key); };
+        if (std::all_of(entries.begin(), entries.end(), isKnown)) {
+            return;
+        }
+    }
     QPDFObjectHandle trailer = removal_.file().getTrailer();
     for (const auto& [key, value] : trailer.getDictAsMap()) {
         if (!isOfTrailer(key) && (leads(value) || (!value.isIndirect() && leadsBelow(value)))) {
@@ -149,7 +166,7 @@ void PrivateData::takeFromKeys(const QPDFObjectHandle& owner, QPDFObjectHandle d
 /// taken to be known.
 bool PrivateData::isPrivateKey(int object, const std::string& key)
 {
-    const bool isKnown = object == removal_.catalog().getObjectID()
+    const bool isKnown = object == removal_.document().catalogId().getObj()
                              ? isOfCatalog(key)
                              : !removal_.isPage(object) || isOfPage(key);
     return key == pieceInfo || !isKnown;
@@ -245,7 +262,7 @@ bool PrivateData::isPrivate(int object)
 bool PrivateData::isKnown(int object)
 {
     if (public_.has(object) || removal_.isTreeNode(object) || removal_.isPage(object) ||
-        object == removal_.catalog().getObjectID() || removal_.isOutlineEntry(object) ||
+        object == removal_.document().catalogId().getObj() || removal_.isOutlineEntry(object) ||
         removal_.plainElement(object) != nullptr || ++steps_ > mostSteps) {
         return true;
     }
@@ -259,7 +276,7 @@ bool PrivateData::isKnown(int object)
 /// Whether the catalog, a page or a stream refers to an object by nothing but private data in it.
 bool PrivateData::isHeldPrivately(int holder, int object)
 {
-    const bool isCatalog = holder == removal_.catalog().getObjectID();
+    const bool isCatalog = holder == removal_.document().catalogId().getObj();
     const bool isOnPage = removal_.isPage(holder);
     if (!isCatalog && !isOnPage && !removal_.mayHave(holder, index::IsStream)) {
         return false;

@@ -132,7 +132,7 @@ void Removal::drop(const QPDFObjectHandle& object)
 
 const index::ReferenceIndex::PlainLink* Removal::plainLink(int object) const
 {
-    return unchanged(object) == nullptr || document_.file().isEncrypted()
+    return unchanged(object) == nullptr || document_.isEncrypted()
                ? nullptr
                : document_.index()->plainLink(static_cast<std::uint32_t>(object));
 }
@@ -262,7 +262,7 @@ std::vector<int> Removal::objectsThatNameGoneDestinations()
     if (goneNames.empty()) {
         return {};
     }
-    if (index == nullptr || file().isEncrypted()) {
+    if (index == nullptr || document_.isEncrypted()) {
         return objectsWith(index::HasDestination); // enciphered strings cannot be compared
     }
     std::vector<int> objects;
@@ -336,9 +336,12 @@ void Removal::unlist(const QPDFObjectHandle& holder)
 /// as an annotation of a removed page, for example.
 void Removal::keepWhatPagesNeed()
 {
+    if (droppedIds_.empty()) {
+        return;
+    }
     NumberSet needed;
     needed.insert(catalog().getObjectID());
-    needed.insert(catalog().getKey("/Pages").getObjectID());
+    needed.insert(catalogEntry("/Pages").getObjectID());
     for (const TreeNode& node : document_.treeNodes()) {
         needed.insert(node.object);
     }
@@ -434,6 +437,15 @@ void Removal::cutLeftovers()
         }
     }
     privateData.takeFromTrailer();
+    if (const Roots* roots = document_.roots()) {
+        const auto& trailer = roots->trailer();
+        const auto leads = [this](const Roots::Entry& entry) {
+            return entry.reference && isRemovedPage(entry.reference->getObj());
+        };
+        if (std::none_of(trailer.begin(), trailer.end(), leads)) {
+            return;
+        }
+    }
     for (const auto& [key, value] : file().getTrailer().getDictAsMap()) {
         if (isRemovedPage(value)) {
             changes().editTrailer().removeKey(key);

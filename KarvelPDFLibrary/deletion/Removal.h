@@ -23,6 +23,7 @@ public:
     QPDF& file() { return document_.file(); }
     Changes& changes() { return document_.changes(); }
     QPDFObjectHandle catalog() { return document_.catalog(); }
+    QPDFObjectHandle catalogEntry(const char* key) { return document_.catalogEntry(key); }
 
     /// The dictionaries of removed pages that may have the thing that `flag` (index::Flag) stands
     /// for. Without an index all of them.

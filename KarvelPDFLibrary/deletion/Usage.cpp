@@ -69,8 +69,8 @@ private:
 
 Usage::Usage(Removal& removal) : removal_(removal)
 {
-    QPDFObjectHandle names = removal.catalog().getKey("/Names");
-    hasLists_ = removal.catalog().hasKey("/OCProperties");
+    QPDFObjectHandle names = removal.catalogEntry("/Names");
+    hasLists_ = !removal.catalogEntry("/OCProperties").isNull();
     if (names.isDictionary()) {
         for (const std::string& key : names.getKeys()) {
             hasLists_ = hasLists_ || isList(key);

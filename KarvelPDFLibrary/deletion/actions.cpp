@@ -133,9 +133,12 @@ void renumber(Removal& removal, const QPDFObjectHandle& owner)
 
 void removeActions(Removal& removal)
 {
-    QPDFObjectHandle catalog = removal.catalog();
-    pruneActions(removal, catalog, catalog, "/OpenAction");
-    pruneAdditionalActions(removal, catalog, catalog);
+    const Roots* roots = removal.document().roots();
+    if (roots == nullptr || roots->catalogHas("OpenAction") || roots->catalogHas("AA")) {
+        QPDFObjectHandle catalog = removal.catalog();
+        pruneActions(removal, catalog, catalog, "/OpenAction");
+        pruneAdditionalActions(removal, catalog, catalog);
+    }
 
     // Outline entries have a file of their own.
     std::vector<QPDFObjectHandle> holders;

@@ -97,7 +97,7 @@ private:
 
     void removeThreads()
     {
-        QPDFObjectHandle threads = removal_.catalog().getKey("/Threads");
+        QPDFObjectHandle threads = removal_.catalogEntry("/Threads");
         if (!threads.isArray()) {
             return;
         }

@@ -12,7 +12,7 @@ public:
 
     void run()
     {
-        QPDFObjectHandle names = removal_.catalog().getKey("/Names");
+        QPDFObjectHandle names = removal_.catalogEntry("/Names");
         if (names.isDictionary()) {
             const QPDFObjectHandle owner = names.isIndirect() ? names : removal_.catalog();
             for (const char* key : {"/Pages", "/Templates"}) {

@@ -8,7 +8,7 @@ namespace {
 /// The dictionary of PDF 1.1 (ISO 32000-2, 12.3.2.4), whose keys are names.
 void pruneOldDictionary(Removal& removal)
 {
-    QPDFObjectHandle names = removal.catalog().getKey("/Dests");
+    QPDFObjectHandle names = removal.catalogEntry("/Dests");
     if (!names.isDictionary()) {
         return;
     }
@@ -27,7 +27,7 @@ void pruneOldDictionary(Removal& removal)
 
 void pruneNameTree(Removal& removal)
 {
-    QPDFObjectHandle names = removal.catalog().getKey("/Names");
+    QPDFObjectHandle names = removal.catalogEntry("/Names");
     QPDFObjectHandle tree = names.isDictionary() ? names.getKey("/Dests") : names;
     if (!tree.isDictionary()) {
         return;

@@ -152,7 +152,7 @@ private:
 
 void removeDocumentParts(Removal& removal)
 {
-    QPDFObjectHandle parts = removal.catalog().getKey("/DPartRoot");
+    QPDFObjectHandle parts = removal.catalogEntry("/DPartRoot");
     QPDFObjectHandle root =
         parts.isDictionary() ? parts.getKey("/DPartRootNode") : QPDFObjectHandle::newNull();
     if (root.isDictionary() && root.isIndirect() && PartRemover(removal).run(root)) {

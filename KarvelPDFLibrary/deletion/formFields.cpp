@@ -61,7 +61,7 @@ private:
     /// What a page listed that can't be read is known only by standing on no other page.
     void dropWidgetsOfLostPages()
     {
-        const QPDFObjectHandle form = removal_.catalog().getKey("/AcroForm");
+        const QPDFObjectHandle form = removal_.catalogEntry("/AcroForm");
         for (const QPDFObjectHandle& field : QPDFObjectHandle(form).getKey("/Fields").aitems()) {
             forEachNode(field, "/Kids", [this](QPDFObjectHandle node) {
                 const bool isWidget = node.isIndirect() && !removal_.isGone(node) &&
@@ -229,7 +229,7 @@ void removeXfa(Removal& removal, QPDFObjectHandle form)
 
 void removeFormFields(Removal& removal)
 {
-    QPDFObjectHandle form = removal.catalog().getKey("/AcroForm");
+    QPDFObjectHandle form = removal.catalogEntry("/AcroForm");
     if (!form.isDictionary()) {
         return;
     }

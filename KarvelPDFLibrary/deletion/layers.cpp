@@ -146,7 +146,7 @@ private:
 
 void removeLayers(Removal& removal, const Usage& usage)
 {
-    QPDFObjectHandle properties = removal.catalog().getKey("/OCProperties");
+    QPDFObjectHandle properties = removal.catalogEntry("/OCProperties");
     if (properties.isDictionary()) {
         LayerRemover(removal, properties).run(usage);
     }

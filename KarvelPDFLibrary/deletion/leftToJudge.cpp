@@ -10,9 +10,9 @@ namespace karvel::deletion {
 
 namespace {
 
-std::size_t namesIn(QPDFObjectHandle catalog, const char* tree)
+std::size_t namesIn(Removal& removal, const char* tree)
 {
-    QPDFObjectHandle names = catalog.getKey("/Names");
+    QPDFObjectHandle names = removal.catalogEntry("/Names");
     return names.isDictionary() ? readNameTree(names.getKey(tree)).size() : 0;
 }
 
@@ -53,11 +53,11 @@ bool isScript(QPDFObjectHandle action)
            action.getKey("/S").getName() == "/JavaScript";
 }
 
-std::size_t scriptsOf(QPDFObjectHandle catalog)
+std::size_t scriptsOf(Removal& removal)
 {
-    std::size_t scripts = namesIn(catalog, "/JavaScript");
-    scripts += isScript(catalog.getKey("/OpenAction")) ? 1 : 0;
-    QPDFObjectHandle further = catalog.getKey("/AA");
+    std::size_t scripts = namesIn(removal, "/JavaScript");
+    scripts += isScript(removal.catalogEntry("/OpenAction")) ? 1 : 0;
+    QPDFObjectHandle further = removal.catalogEntry("/AA");
     if (further.isDictionary()) {
         for (const auto& [event, action] : further.getDictAsMap()) {
             scripts += isScript(action) ? 1 : 0;
@@ -69,7 +69,7 @@ std::size_t scriptsOf(QPDFObjectHandle catalog)
 std::size_t titledThreads(Removal& removal)
 {
     std::size_t titled = 0;
-    QPDFObjectHandle threads = removal.catalog().getKey("/Threads");
+    QPDFObjectHandle threads = removal.catalogEntry("/Threads");
     if (threads.isArray()) {
         for (QPDFObjectHandle thread : threads.getArrayAsVector()) {
             QPDFObjectHandle about = thread.isDictionary() && !removal.isGone(thread)
@@ -85,18 +85,17 @@ std::size_t titledThreads(Removal& removal)
 
 void noteWhatIsLeft(Removal& removal)
 {
-    QPDFObjectHandle catalog = removal.catalog();
-    if (const std::size_t files = namesIn(catalog, "/EmbeddedFiles"); files > 0) {
+    if (const std::size_t files = namesIn(removal, "/EmbeddedFiles"); files > 0) {
         removal.note(text::counted(files, "attached file", "attached files"));
     }
-    if (catalog.getKey("/Metadata").isStream()) {
+    if (removal.catalogEntry("/Metadata").isStream()) {
         removal.note("the document's XMP metadata");
     }
-    const std::string described = describingTexts(removal.file().getTrailer().getKey("/Info"));
+    const std::string described = describingTexts(removal.document().trailerEntry("/Info"));
     if (!described.empty()) {
         removal.note("the document's information: " + described);
     }
-    if (const std::size_t scripts = scriptsOf(catalog); scripts > 0) {
+    if (const std::size_t scripts = scriptsOf(removal); scripts > 0) {
         removal.note(text::counted(scripts, "script of the document", "scripts of the document"));
     }
     if (const std::size_t threads = titledThreads(removal); threads > 0) {

@@ -154,7 +154,7 @@ private:
 
 void removeOutlineEntries(Removal& removal)
 {
-    QPDFObjectHandle root = removal.catalog().getKey("/Outlines");
+    QPDFObjectHandle root = removal.catalogEntry("/Outlines");
     if (!root.isDictionary()) {
         return;
     }

@@ -37,7 +37,7 @@ QPDFObjectHandle dictionaryOf(const PageLabel& label)
 
 void keepPageLabels(Removal& removal)
 {
-    QPDFObjectHandle tree = removal.catalog().getKey("/PageLabels");
+    QPDFObjectHandle tree = removal.catalogEntry("/PageLabels");
     if (!tree.isDictionary()) {
         return;
     }

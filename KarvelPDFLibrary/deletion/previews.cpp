@@ -22,7 +22,7 @@ std::optional<std::string> packetIn(const QPDFObjectHandle& metadata)
 
 void removePreviews(Removal& removal)
 {
-    QPDFObjectHandle metadata = removal.catalog().getKey("/Metadata");
+    QPDFObjectHandle metadata = removal.catalogEntry("/Metadata");
     if (!metadata.isStream()) {
         return;
     }

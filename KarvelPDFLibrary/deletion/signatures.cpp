@@ -100,7 +100,7 @@ private:
     /// Certification and usage rights (ISO 32000-2, 12.8.6).
     void removePermissions()
     {
-        QPDFObjectHandle permissions = removal_.catalog().getKey("/Perms");
+        QPDFObjectHandle permissions = removal_.catalogEntry("/Perms");
         if (!permissions.isDictionary()) {
             return;
         }
@@ -121,7 +121,7 @@ private:
     /// 12.8.4.3).
     void removeValidationData()
     {
-        QPDFObjectHandle store = removal_.catalog().getKey("/DSS");
+        QPDFObjectHandle store = removal_.catalogEntry("/DSS");
         if (!store.isNull()) {
             removal_.drop(store);
             removal_.changes().edit(removal_.catalog()).removeKey("/DSS");
@@ -130,7 +130,7 @@ private:
 
     void putFlagsRight()
     {
-        QPDFObjectHandle form = removal_.catalog().getKey("/AcroForm");
+        QPDFObjectHandle form = removal_.catalogEntry("/AcroForm");
         if (!form.isDictionary() || !form.hasKey("/SigFlags")) {
             return;
         }

@@ -473,7 +473,7 @@ private:
 
 void removeStructure(Removal& removal)
 {
-    QPDFObjectHandle root = removal.catalog().getKey("/StructTreeRoot");
+    QPDFObjectHandle root = removal.catalogEntry("/StructTreeRoot");
     if (root.isDictionary()) {
         StructureRemover(removal, root).run();
     }

@@ -5,6 +5,7 @@
 #include "KarvelPDFLibrary/document/LostEncryption.h"
 #include "KarvelPDFLibrary/document/MissingTrailer.h"
 #include "KarvelPDFLibrary/index/CrossReferenceCount.h"
+#include "KarvelPDFLibrary/index/KnownReferences.h"
 #include "KarvelPDFLibrary/io/WindowedInput.h"
 
 #include <algorithm>
@@ -19,13 +20,6 @@
 namespace karvel {
 
 namespace {
-
-std::unique_ptr<QPDF> quietFile()
-{
-    auto file = std::make_unique<QPDF>();
-    file->setSuppressWarnings(true); // they are collected and read from the file
-    return file;
-}
 
 /// One sentence for a document that cannot be opened.
 Error openingError(const std::string& name)
@@ -49,7 +43,7 @@ using Traces = std::function<const EncryptionTraces&()>; // found when first ask
 /// encrypted may merely be lost.
 bool mayHideEncryption(Document& document, const Traces& traces)
 {
-    if (document.file().isEncrypted()) {
+    if (document.roots() != nullptr || document.isEncrypted()) {
         return false;
     }
     const auto trailer = document.file().getTrailer().getDictAsMap();
@@ -68,7 +62,7 @@ Opened openWithEncryptionFound(const std::shared_ptr<io::ByteSource>& source,
         // A password can be wrong only where nothing else is missing that the key is made from.
         const bool isKeyWhole = traces.revision > 4 || !traces.identifier.empty();
         const bool fits =
-            document ? (*document)->file().isEncrypted()
+            document ? (*document)->isEncrypted()
                      : document.error().code == ErrorCode::EncryptionUnsupported ||
                            (document.error().code == ErrorCode::WrongPassword && isKeyWhole);
         if (fits) {
@@ -113,17 +107,16 @@ bool tellsOfReconstruction(const QPDFExc& warning)
 } // namespace
 
 Document::Document(std::shared_ptr<io::ByteSource> source)
-    : source_(std::move(source)), originalSize_(source_ ? source_->size() : 0), file_(quietFile()),
-      changes_(*file_)
+    : source_(std::move(source)), originalSize_(source_ ? source_->size() : 0), changes_(file_)
 {
 }
 
 Result<std::unique_ptr<Document>> Document::create()
 {
     std::unique_ptr<Document> document(new Document(nullptr));
-    document->file_->emptyPDF();
+    document->file().emptyPDF();
     document->inherited_.emplace_back();
-    QPDFObjectHandle page = document->file_->makeIndirectObject(QPDFObjectHandle::parse(
+    QPDFObjectHandle page = document->file().makeIndirectObject(QPDFObjectHandle::parse(
         "<< /Type /Page /MediaBox [0 0 595.276 841.89] /Resources << >> >>"));
     document->insertPages(1, {page});
     document->cutAndWriteTree();
@@ -134,17 +127,19 @@ Result<std::unique_ptr<Document>> Document::create()
 Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource> source,
                                                  const LoadOptions& options)
 {
+    std::shared_ptr<const index::CrossReferences> read;
     // Programs have been known to store passwords in other encodings. Each attempt needs a fresh
     // file: libqpdf looks at the password only once, however often a file is opened again.
-    const auto openSource = [](const std::shared_ptr<io::ByteSource>& from,
-                               const LoadOptions& with) -> Opened {
+    const auto openSource = [&](const std::shared_ptr<io::ByteSource>& from,
+                                const LoadOptions& with) -> Opened {
         const std::vector<std::string> encodings =
             with.password.empty() ? std::vector<std::string>{with.password}
                                   : QUtil::possible_repaired_encodings(with.password);
         Outcome status;
         for (const std::string& encoding : encodings) {
             std::unique_ptr<Document> document(new Document(from));
-            status = document->open({encoding, with.reconstruct, with.salvage});
+            status = document->open({encoding, with.reconstruct, with.salvage},
+                                    from == source ? read : nullptr);
             if (status) {
                 return document;
             }
@@ -176,7 +171,10 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
         }
         return found;
     };
-    if (Outcome status = hasPossibleCrossReferences(*source); !status) {
+    if (auto known = index::readCrossReferences(*source)) {
+        read = std::make_shared<const index::CrossReferences>(std::move(*known));
+    }
+    if (Outcome status = read ? Outcome() : hasPossibleCrossReferences(*source); !status) {
         return tl::unexpected<Error>(std::move(status.error()));
     }
     Opened document = openSource(source, options);
@@ -207,10 +205,28 @@ Document::loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source,
     std::unique_ptr<Document> document(new Document(mended));
     document->originalSize_ = source->size();
     document->reconstructed_ = true;
-    return document->open({{}, true, options.salvage}) ? std::move(document) : nullptr;
+    return document->open({{}, true, options.salvage}, nullptr) ? std::move(document) : nullptr;
 }
 
-Outcome Document::open(const LoadOptions& options)
+/// Has libqpdf open the document when it is first needed.
+void Document::openLater(const LoadOptions& options,
+                         const std::shared_ptr<const index::CrossReferences>& read)
+{
+    file_.openWhenNeeded([this, reconstruct = options.reconstruct, read](QPDF& file) {
+        file.setAttemptRecovery(reconstruct);
+        if (read) {
+            index::openWithKnownReferences(file, source_, *read);
+        } else {
+            file.processInputSource(std::make_shared<io::WindowedInput>(source_),
+                                    password_.c_str());
+        }
+        pageTree::readInherited(file, inherited_, unreadInherited_);
+    });
+}
+
+/// `read` is what was read of the cross-reference data without libqpdf.
+Outcome Document::open(const LoadOptions& options,
+                       const std::shared_ptr<const index::CrossReferences>& read)
 {
     password_ = options.password;
     salvage_ = options.salvage;
@@ -218,18 +234,19 @@ Outcome Document::open(const LoadOptions& options)
         return fail(ErrorCode::NotPdf, source_->name() + ": the file is empty");
     }
     try {
-        file_->setAttemptRecovery(options.reconstruct);
-        file_->processInputSource(std::make_shared<io::WindowedInput>(source_), password_.c_str());
-        keepWhatTheKeyWasMadeFrom();
-        if (Outcome status = canBeDeciphered(source_->name(), unknownCryptFilter(*file_));
-            !status) {
+        openLater(options, read);
+        if (!read) {
+            keepWhatTheKeyWasMadeFrom();
+            if (Outcome status = canBeDeciphered(source_->name(), unknownCryptFilter(file()));
+                !status) {
+                return status;
+            }
+        }
+        if (Outcome status = readPages(options, read ? &*read : nullptr); !status) {
             return status;
         }
-        if (Outcome status = readPages(); !status) {
-            return status;
-        }
-        if (!index_ || index_->mayUseCryptFilters()) {
-            const std::string unknown = unknownCryptFilterOfStreams(*file_);
+        if (isEncrypted() && (!index_ || index_->mayUseCryptFilters())) {
+            const std::string unknown = unknownCryptFilterOfStreams(file());
             if (Outcome status = canBeDeciphered(source_->name(), unknown); !status) {
                 return status;
             }
@@ -250,24 +267,24 @@ Outcome Document::open(const LoadOptions& options)
 /// there is no proper one, libqpdf made the key without, and that must not change.
 void Document::keepWhatTheKeyWasMadeFrom()
 {
-    QPDFObjectHandle trailer = file_->getTrailer();
+    QPDFObjectHandle trailer = file().getTrailer();
     QPDFObjectHandle identifier = trailer.getKey("/ID");
     const bool proper = identifier.isArray() && identifier.getArrayNItems() == 2 &&
                         identifier.getArrayItem(0).isString();
-    if (file_->isEncrypted() && !proper) {
+    if (isEncrypted() && !proper) {
         const QPDFObjectHandle empty = QPDFObjectHandle::newString("");
         trailer.replaceKey("/ID", QPDFObjectHandle::newArray({empty, empty}));
     }
 }
 
 /// Where there is an index, it has seen to that.
-Outcome Document::hasPossibleNumbers() const
+Outcome Document::hasPossibleNumbers()
 {
     if (index_) {
         return {};
     }
-    const std::size_t highest = file_->getObjectCount(); // of references to nothing as well
-    const std::size_t objects = file_->getXRefTable().size();
+    const std::size_t highest = file().getObjectCount(); // of references to nothing as well
+    const std::size_t objects = file().getXRefTable().size();
     if (index::isOutOfProportion(highest, objects)) {
         return fail(ErrorCode::NotPdf, source_->name() + ": damaged: it speaks of object " +
                                            std::to_string(highest) + ", but has only " +
@@ -276,11 +293,14 @@ Outcome Document::hasPossibleNumbers() const
     return {};
 }
 
-void Document::readIndex()
+void Document::readIndex(const LoadOptions& options, const index::CrossReferences* read)
 {
     if (!reconstructed_) {
-        index_ =
-            index::ReferenceIndex::build(*file_, *source_, index::FileState::Whole, indexRefusal_);
+        index_ = index::ReferenceIndex::build(file_, *source_, read, index::FileState::Whole,
+                                              indexRefusal_);
+    }
+    if (!index_ && read != nullptr) {
+        openLater(options, nullptr); // what is damaged is for libqpdf alone
     }
     if (!index_) {
         index_ = indexOfDamaged();
@@ -292,7 +312,7 @@ void Document::readIndex()
 /// which may be damaged without a sign.
 std::unique_ptr<index::ReferenceIndex> Document::indexOfDamaged()
 {
-    if (salvage_ || file_->isEncrypted()) {
+    if (salvage_ || isEncrypted()) {
         indexRefusal_ = "a damaged file " +
                         std::string(salvage_ ? "of which parts may be lost" : "that is encrypted");
         return nullptr;
@@ -305,8 +325,8 @@ std::unique_ptr<index::ReferenceIndex> Document::indexOfDamaged()
         }
         const bool rebuilt = reconstructed_;
         auto index = index::ReferenceIndex::build(
-            *file_, *source_, rebuilt ? index::FileState::Rebuilt : index::FileState::Damaged,
-            indexRefusal_);
+            file_, *source_, nullptr,
+            rebuilt ? index::FileState::Rebuilt : index::FileState::Damaged, indexRefusal_);
         if (!index) {
             return nullptr;
         }
@@ -324,13 +344,22 @@ std::unique_ptr<index::ReferenceIndex> Document::indexOfDamaged()
     }
 }
 
-Outcome Document::readPages()
+std::optional<ReadPages> Document::pagesByIndex()
+{
+    if (roots() != nullptr) {
+        return pageTree::readFromIndex(file_, *index_, roots()->pages());
+    }
+    return pageTree::readFromIndex(file_, *index_, catalog().getKey("/Pages").getObjGen());
+}
+
+Outcome Document::readPages(const LoadOptions& options, const index::CrossReferences* read)
 {
     warnings();
-    readIndex();
+    readIndex(options, read);
     std::optional<ReadPages> pages;
     if (index_) {
-        pages = pageTree::readFromIndex(*file_, *index_);
+        roots_ = read == nullptr ? std::nullopt : Roots::read(*read, *index_, *source_);
+        pages = pagesByIndex();
     }
     if (index_ && !pages && index_->fileState() != index::FileState::Whole) {
         index_.reset(); // what belongs to pages that are lost is not found by it
@@ -348,7 +377,7 @@ Outcome Document::readPages()
             return reconstructed_;
         };
         Result<ReadPages> read =
-            pageTree::read(*file_, source_->size(), changes_, reconstructed, warnings_);
+            pageTree::read(file(), source_->size(), changes_, reconstructed, warnings_);
         if (Outcome status = source_->intact(); !status) {
             return status;
         }
@@ -363,6 +392,7 @@ Outcome Document::readPages()
     }
     order_ = PageOrder(std::move(pages->entries));
     inherited_ = std::move(pages->inherited);
+    unreadInherited_ = std::move(pages->unread);
     doubts_ = std::move(pages->doubts);
     copies_.insert(pages->copies.begin(), pages->copies.end());
     treeIsStale_ = pages->differsFromTree;
@@ -383,7 +413,10 @@ std::string Document::name() const
 
 Warnings& Document::warnings()
 {
-    for (const QPDFExc& warning : file_->getWarnings()) {
+    if (!file_.isOpen()) {
+        return warnings_;
+    }
+    for (const QPDFExc& warning : file().getWarnings()) {
         reconstructed_ = reconstructed_ || tellsOfReconstruction(warning);
         warnings_.push_back(warning.getMessageDetail());
     }
@@ -396,7 +429,7 @@ QPDFObjectHandle Document::pageAttribute(int number, const char* key)
     return own.isNull() ? inheritedAttribute(number, key) : own;
 }
 
-QPDFObjectHandle Document::inheritedAttribute(int number, const char* key) const
+QPDFObjectHandle Document::inheritedAttribute(int number, const char* key)
 {
     return inheritedAttribute(order_.at(number), key);
 }
@@ -406,7 +439,7 @@ QPDFObjectHandle Document::inheritedFrom(const PageEntry& page, const char* key)
     auto position = static_cast<std::int32_t>(page.node);
     while (!nodes_.empty() && position >= 0) {
         const TreeNode& node = nodes_[static_cast<std::size_t>(position)];
-        QPDFObjectHandle object = file_->getObject(node.object, node.generation);
+        QPDFObjectHandle object = file().getObject(node.object, node.generation);
         if (object.hasKey(key)) {
             return object;
         }
@@ -415,8 +448,11 @@ QPDFObjectHandle Document::inheritedFrom(const PageEntry& page, const char* key)
     return QPDFObjectHandle::newNull();
 }
 
-QPDFObjectHandle Document::inheritedAttribute(const PageEntry& page, const char* key) const
+QPDFObjectHandle Document::inheritedAttribute(const PageEntry& page, const char* key)
 {
+    if (!unreadInherited_.empty()) {
+        file(); // reads them
+    }
     const InheritedSet& set = inherited_[page.inherited];
     for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
         if (std::strcmp(inheritableKeys[i], key) == 0 && set[i].isInitialized()) {
@@ -429,6 +465,23 @@ QPDFObjectHandle Document::inheritedAttribute(const PageEntry& page, const char*
 bool Document::inheritsAttribute(int number, const char* key)
 {
     return page(number).getKey(key).isNull() && !pageAttribute(number, key).isNull();
+}
+
+QPDFObjectHandle Document::catalogEntry(const char* key)
+{
+    const bool isMissing = roots() != nullptr && !roots()->catalogHas(key + 1);
+    return isMissing ? QPDFObjectHandle::newNull() : catalog().getKey(key);
+}
+
+QPDFObjectHandle Document::trailerEntry(const char* key)
+{
+    const bool isMissing = roots() != nullptr && !roots()->trailerHas(key);
+    return isMissing ? QPDFObjectHandle::newNull() : file().getTrailer().getKey(key);
+}
+
+QPDFObjGen Document::catalogId()
+{
+    return roots() != nullptr ? roots()->catalog() : catalog().getObjGen();
 }
 
 const PageLabelRanges& Document::pageLabels()
@@ -522,7 +575,7 @@ void Document::cutAndWriteTree()
     ObjectView view = objects();
     if (!nodes_.empty()) {
         pageTree::prune(view, index_.get(), entries, removed_, nodes_);
-    } else if (!pageTree::write(*file_, changes_, view, entries, inherited_)) {
+    } else if (!pageTree::write(file(), changes_, view, entries, inherited_)) {
         for (PageEntry& entry : entries) {
             entry.inherited = 0;
         }

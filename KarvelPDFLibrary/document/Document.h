@@ -3,8 +3,10 @@
 #include "KarvelPDFLibrary/base/Error.h"
 #include "KarvelPDFLibrary/document/Encryption.h"
 #include "KarvelPDFLibrary/document/PageLabelRanges.h"
+#include "KarvelPDFLibrary/document/Roots.h"
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/io/ByteSource.h"
+#include "KarvelPDFLibrary/io/ObjectFile.h"
 #include "KarvelPDFLibrary/objects/Changes.h"
 #include "KarvelPDFLibrary/objects/ObjectView.h"
 #include "KarvelPDFLibrary/objects/Warnings.h"
@@ -97,14 +99,29 @@ public:
 
     /// The objects, for reading. Page tree nodes, /Parent entries and what refers to removed pages
     /// may be out of date until deletion::synchronize() was called; changes go through changes().
-    QPDF& file() { return *file_; }
-    QPDFObjectHandle catalog() { return file_->getRoot(); }
+    /// The first call has libqpdf open a document that was read without it: what can be told by
+    /// roots(), the index and the texts of objects is better asked there.
+    QPDF& file() { return file_.get(); }
+    QPDFObjectHandle catalog() { return file().getRoot(); }
+
+    /// What the trailer and the catalog say; null as soon as libqpdf has opened the document, and
+    /// is to be asked.
+    const Roots* roots() const { return file_.isOpen() || !roots_ ? nullptr : &*roots_; }
+
+    /// The value of a key of the catalog; null when there is none.
+    QPDFObjectHandle catalogEntry(const char* key);
+    QPDFObjGen catalogId();
+
+    /// The same of the trailer.
+    QPDFObjectHandle trailerEntry(const char* key);
+
+    bool isEncrypted() const { return file_.isEncrypted(); }
 
     /// The one door for changes of objects.
     Changes& changes() { return changes_; }
 
     /// What the objects are now, changed or not, without building more than is needed.
-    ObjectView objects() { return {*file_, changes_, index_.get(), source_.get()}; }
+    ObjectView objects() { return {file_, changes_, index_.get(), source_.get()}; }
 
     // --- pages; numbers are 1-based and must be within 1 to pageCount() ---
 
@@ -120,8 +137,8 @@ public:
     QPDFObjectHandle pageAttribute(int number, const char* key);
 
     /// The value of a key that a page inherits, whether or not it has its own; null when absent.
-    QPDFObjectHandle inheritedAttribute(int number, const char* key) const;
-    QPDFObjectHandle inheritedAttribute(const PageEntry& page, const char* key) const;
+    QPDFObjectHandle inheritedAttribute(int number, const char* key);
+    QPDFObjectHandle inheritedAttribute(const PageEntry& page, const char* key);
 
     /// The page tree node from which a page gets a value that it inherits; null when the tree is
     /// written anew in any case.
@@ -234,25 +251,31 @@ public:
 
 private:
     explicit Document(std::shared_ptr<io::ByteSource> source);
-    Outcome open(const LoadOptions& options);
+    Outcome open(const LoadOptions& options,
+                 const std::shared_ptr<const index::CrossReferences>& read);
+    void openLater(const LoadOptions& options,
+                   const std::shared_ptr<const index::CrossReferences>& read);
     static std::unique_ptr<Document>
     loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source, const LoadOptions& options);
     void keepWhatTheKeyWasMadeFrom();
-    Outcome hasPossibleNumbers() const;
-    void readIndex();
+    Outcome hasPossibleNumbers();
+    void readIndex(const LoadOptions& options, const index::CrossReferences* read);
+    std::optional<ReadPages> pagesByIndex();
     std::unique_ptr<index::ReferenceIndex> indexOfDamaged();
-    Outcome readPages();
+    Outcome readPages(const LoadOptions& options, const index::CrossReferences* read);
 
     std::shared_ptr<io::ByteSource> source_;
     std::int64_t originalSize_ = 0;
     std::string path_;
     std::string password_;
-    std::unique_ptr<QPDF> file_;
+    io::ObjectFile file_;
     Changes changes_;
     std::unique_ptr<index::ReferenceIndex> index_;
     std::string indexRefusal_;
     PageOrder order_;
     std::vector<InheritedSet> inherited_;
+    std::vector<UnreadSet> unreadInherited_; // of these, until libqpdf opens the document
+    std::optional<Roots> roots_;
     std::vector<TreeNode> nodes_; // of the tree that was read, while it can be pruned
     PageDoubts doubts_;
     std::vector<std::int32_t> removedSinceLoading_;

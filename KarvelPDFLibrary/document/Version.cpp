@@ -24,7 +24,7 @@ std::string version(Document& document)
         return document.forcedVersion;
     }
     const std::string header = document.file().getPDFVersion();
-    QPDFObjectHandle entry = document.catalog().getKey("/Version");
+    QPDFObjectHandle entry = document.catalogEntry("/Version");
     const std::string own = entry.isName() ? entry.getName().substr(1) : std::string();
     return rank(own) > rank(header) ? own : header;
 }

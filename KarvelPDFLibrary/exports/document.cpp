@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/document/Document.h"
 
+#include "KarvelPDFLibrary/document/Linearization.h"
 #include "KarvelPDFLibrary/document/Version.h"
 #include "KarvelPDFLibrary/exports/Arguments.h"
 #include "KarvelPDFLibrary/saving/Save.h"
@@ -197,8 +198,8 @@ int KPLSetLinearization(int instance, int enabled)
 int KPLIsLinearized(int instance)
 {
     return boundary::integer(instance, [](Instance& self) {
-        return onDocument(
-            self, [](Document& document) -> Result<int> { return document.file().isLinearized(); });
+        return onDocument(self,
+                          [](Document& document) -> Result<int> { return isLinearized(document); });
     });
 }
 

@@ -28,7 +28,7 @@ std::vector<QPDFObjectHandle> fieldsBelow(QPDFObjectHandle field)
 std::vector<Field> terminalFields(Document& document)
 {
     std::vector<Field> terminal;
-    QPDFObjectHandle form = document.catalog().getKey("/AcroForm");
+    QPDFObjectHandle form = document.catalogEntry("/AcroForm");
     QPDFObjectHandle roots = form.isDictionary() ? form.getKey("/Fields") : form;
     if (!roots.isArray()) {
         return terminal;

@@ -6,7 +6,7 @@
 
 namespace karvel::index {
 
-std::optional<DictionaryText> DictionaryText::read(std::string_view from)
+std::optional<DictionaryText> DictionaryText::read(std::string_view from, ReadingDoubts* doubts)
 {
     class Places final : public ScanSink {
     public:
@@ -26,7 +26,7 @@ std::optional<DictionaryText> DictionaryText::read(std::string_view from)
     };
     DictionaryText dictionary;
     Places places(dictionary.places_);
-    ValueScanner scanner(from, places);
+    ValueScanner scanner(from, places, doubts);
     if (scanner.scan(0) != ScanResult::Complete || !scanner.isDictionary() || places.hasTwins) {
         return std::nullopt;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "KarvelPDFLibrary/index/ReadingDoubts.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,12 +12,26 @@ namespace karvel::index {
 /// The text of a dictionary whose entries are changed without it being built.
 class DictionaryText {
 public:
-    /// `from` begins with a dictionary and goes on after it, as a ValueScanner needs it. Nothing
-    /// when it does not read as expected or has a key twice.
-    static std::optional<DictionaryText> read(std::string_view from);
+    /// `from` begins with a dictionary and goes on after it, as a ValueScanner needs it; it must
+    /// last as long as the result. Nothing when it does not read as expected or has a key twice.
+    /// Where `doubts` is given, it follows the reading.
+    static std::optional<DictionaryText> read(std::string_view from,
+                                              ReadingDoubts* doubts = nullptr);
 
     /// The text of a key's value; empty when there is none. The key is without its slash.
     std::string_view value(std::string_view key) const;
+
+    bool has(std::string_view key) const { return value(key).data() != nullptr; }
+
+    /// An entry: its key without the slash and with "#" escapes resolved, and its value's text.
+    struct Place {
+        std::string key;
+        std::string_view value;
+    };
+    const std::vector<Place>& entries() const { return places_; }
+
+    /// The dictionary's text.
+    std::string_view text() const { return text_; }
 
     /// The whole text with other values for some keys, which may be new ones. An empty value takes
     /// the key out.
@@ -26,11 +42,6 @@ public:
     std::string with(const std::vector<Entry>& changes) const;
 
 private:
-    struct Place {
-        std::string key;
-        std::string_view value;
-    };
-
     std::string_view text_;
     std::vector<Place> places_;
 };

@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 #include "KarvelPDFLibrary/io/ByteSource.h"
+#include "KarvelPDFLibrary/io/ObjectFile.h"
 
 #include <array>
 #include <cstdint>
@@ -13,6 +14,8 @@
 #include <vector>
 
 namespace karvel::index {
+
+struct CrossReferences;
 
 /// What an object is, as far as its dictionary's type and telling keys show it.
 enum class Kind : std::uint8_t {
@@ -181,16 +184,18 @@ bool isOutOfProportion(std::uint64_t highestNumber, std::uint64_t objects);
 // maps by number (tables are half the size and are walked in order).
 
 /// Where every object of a file lies and which objects it refers to, found in one pass over the
-/// file in its order. libqpdf gives the cross-reference table; streams are passed over, but for
-/// object streams, which are decoded. Nothing is guessed: a file in which anything doesn't read as
-/// expected has no index, and is then handled through libqpdf alone, unless all that is wrong with
-/// it is damage that can be told exactly.
+/// file in its order. Streams are passed over, but for object streams, which libqpdf decodes.
+/// Nothing is guessed: a file in which anything doesn't read as expected has no index, and is then
+/// handled through libqpdf alone, unless all that is wrong with it is damage that can be told
+/// exactly.
 class ReferenceIndex {
 public:
     /// Null, with the reason, when the file is not fit for an index. Throws OutOfProportion for a
-    /// file that holds more than one of its size can.
-    static std::unique_ptr<ReferenceIndex> build(QPDF& file, io::ByteSource& source,
-                                                 FileState state, std::string& reason);
+    /// file that holds more than one of its size can. Where the cross-reference data were read
+    /// already, which they can be of a whole file, libqpdf is not asked for them.
+    static std::unique_ptr<ReferenceIndex> build(io::ObjectFile& file, io::ByteSource& source,
+                                                 const CrossReferences* read, FileState state,
+                                                 std::string& reason);
 
     /// What the file was taken for. Of one that is not whole some objects may be lost.
     FileState fileState() const { return fileState_; }

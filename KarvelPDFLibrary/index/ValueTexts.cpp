@@ -28,7 +28,7 @@ std::string_view ValueTexts::from(std::uint32_t number)
 std::string_view ValueTexts::fromMember(const IndexedObject& object)
 {
     if (container_ != object.container) {
-        QPDFObjectHandle stream = file_.getObject(static_cast<int>(object.container), 0);
+        QPDFObjectHandle stream = file_.get().getObject(static_cast<int>(object.container), 0);
         // The index has decoded it before, so that it is known to be of a reasonable size.
         data_ = boundedData(stream, SIZE_MAX) + " endobj ";
         container_ = object.container;

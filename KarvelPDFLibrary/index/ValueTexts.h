@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/index/FileText.h"
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
+#include "KarvelPDFLibrary/io/ObjectFile.h"
 
 #include <string>
 #include <string_view>
@@ -12,7 +13,7 @@ namespace karvel::index {
 /// after the other.
 class ValueTexts {
 public:
-    ValueTexts(QPDF& file, const ReferenceIndex& index, io::ByteSource& source)
+    ValueTexts(io::ObjectFile& file, const ReferenceIndex& index, io::ByteSource& source)
         : file_(file), index_(index), text_(source)
     {
     }
@@ -25,7 +26,7 @@ public:
 private:
     std::string_view fromMember(const IndexedObject& object);
 
-    QPDF& file_;
+    io::ObjectFile& file_;
     const ReferenceIndex& index_;
     FileText text_;
     std::uint32_t container_ = 0; // the object stream whose data is at hand

@@ -9,7 +9,7 @@ namespace {
 
 std::vector<QPDFObjectHandle> layersOf(Document& document)
 {
-    QPDFObjectHandle properties = document.catalog().getKey("/OCProperties");
+    QPDFObjectHandle properties = document.catalogEntry("/OCProperties");
     QPDFObjectHandle groups = properties.isDictionary() ? properties.getKey("/OCGs") : properties;
     std::vector<QPDFObjectHandle> layers;
     std::unordered_set<int> seen;

@@ -18,7 +18,7 @@ constexpr std::size_t largestPacket = 256U << 20U;
 
 QPDFObjectHandle stream(Document& document)
 {
-    return document.catalog().getKey("/Metadata");
+    return document.catalogEntry("/Metadata");
 }
 
 Result<std::string> packetBytes(Document& document)

@@ -30,8 +30,8 @@ void Changes::record(QPDFObjGen number, Kind kind)
 /// what was put in a member's place before. So the old value is read first.
 void Changes::put(QPDFObjGen number, const QPDFObjectHandle& value)
 {
-    file_.getObject(number).getTypeCode();
-    file_.replaceObject(number, value);
+    file_.get().getObject(number).getTypeCode();
+    file_.get().replaceObject(number, value);
 }
 
 QPDFObjectHandle Changes::edit(const QPDFObjectHandle& object)
@@ -48,7 +48,7 @@ QPDFObjectHandle Changes::edit(const QPDFObjectHandle& object)
 QPDFObjectHandle Changes::editTrailer()
 {
     ++revision_;
-    return file_.getTrailer();
+    return file_.get().getTrailer();
 }
 
 /// Fails for numbers that are far above what the document needs: tables go by them.
@@ -57,8 +57,8 @@ void Changes::checkNumber(std::uint64_t number)
     const std::size_t added = numbers_.size();
     if (number > INT_MAX ||
         (index::isOutOfProportion(number, added) &&
-         index::isOutOfProportion(number, file_.getXRefTable().size() + added))) {
-        throw QPDFExc(qpdf_e_damaged_pdf, file_.getFilename(), "", 0,
+         index::isOutOfProportion(number, file_.get().getXRefTable().size() + added))) {
+        throw QPDFExc(qpdf_e_damaged_pdf, file_.get().getFilename(), "", 0,
                       "it refers to object " + std::to_string(number - 1) + ", which is not there");
     }
 }
@@ -66,14 +66,14 @@ void Changes::checkNumber(std::uint64_t number)
 QPDFObjectHandle Changes::withNumber(const QPDFObjectHandle& direct)
 {
     if (!highestNumber_) {
-        return file_.makeIndirectObject(direct);
+        return file_.get().makeIndirectObject(direct);
     }
     QPDFObjectHandle object;
     do { // libqpdf gives numbers to objects as well
         checkNumber(++*highestNumber_);
-        object = file_.getObject(static_cast<int>(*highestNumber_), 0);
+        object = file_.get().getObject(static_cast<int>(*highestNumber_), 0);
     } while (!object.isNull());
-    file_.replaceObject(object.getObjGen(), direct);
+    file_.get().replaceObject(object.getObjGen(), direct);
     return object;
 }
 
@@ -129,8 +129,8 @@ void Changes::build(int number)
         return;
     }
     const auto& [generation, text] = found->second;
-    QPDFObjectHandle present = file_.getObject(QPDFObjGen(number, generation));
-    QPDFObjectHandle value = QPDFObjectHandle::parse(&file_, text);
+    QPDFObjectHandle present = file_.get().getObject(QPDFObjGen(number, generation));
+    QPDFObjectHandle value = QPDFObjectHandle::parse(&file_.get(), text);
     for (const std::string& key : present.getKeys()) {
         if (!value.hasKey(key)) {
             present.removeKey(key);
@@ -148,7 +148,7 @@ void Changes::build(int number)
 QPDFObjectHandle Changes::present(QPDFObjGen number)
 {
     build(number.getObj());
-    return file_.getObject(number);
+    return file_.get().getObject(number);
 }
 
 void Changes::settle()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "KarvelPDFLibrary/io/ObjectFile.h"
+
 #include <cstdint>
 #include <optional>
 #include <qpdf/QPDF.hh>
@@ -18,7 +20,7 @@ class Changes {
 public:
     enum class Kind : std::uint8_t { Changed, Added, Removed };
 
-    explicit Changes(QPDF& file) : file_(file) {}
+    explicit Changes(io::ObjectFile& file) : file_(file) {}
 
     /// Tells the highest number that the file has an object for or refers to. Otherwise libqpdf
     /// reads every object to find a number for a new one.
@@ -85,7 +87,7 @@ private:
     void checkNumber(std::uint64_t number);
     QPDFObjectHandle withNumber(const QPDFObjectHandle& direct);
 
-    QPDF& file_;
+    io::ObjectFile& file_;
     std::optional<std::uint64_t> highestNumber_;
     std::vector<std::uint8_t> kinds_; // by number
     std::vector<int> numbers_;

@@ -6,7 +6,7 @@
 
 namespace karvel {
 
-ObjectView::ObjectView(QPDF& file, Changes& changes, const index::ReferenceIndex* index,
+ObjectView::ObjectView(io::ObjectFile& file, Changes& changes, const index::ReferenceIndex* index,
                        io::ByteSource* source)
     : file_(file), changes_(changes), index_(index)
 {
@@ -139,7 +139,8 @@ void ObjectView::editObject(QPDFObjGen id, const std::vector<Entry>& entries)
             dictionary.removeKey(key);
         } else if (!entry.onlyWhereNull || !dictionary.hasKey(key)) {
             dictionary.replaceKey(
-                key, QPDFObjectHandle::parse(&file_, "[" + entry.value + "]").getArrayItem(0));
+                key,
+                QPDFObjectHandle::parse(&file_.get(), "[" + entry.value + "]").getArrayItem(0));
         }
     }
 }

@@ -27,7 +27,7 @@ namespace karvel {
 class ObjectView {
 public:
     /// `index`, and `source`, which it is of, are null for a file that is not fit for an index.
-    ObjectView(QPDF& file, Changes& changes, const index::ReferenceIndex* index,
+    ObjectView(io::ObjectFile& file, Changes& changes, const index::ReferenceIndex* index,
                io::ByteSource* source);
 
     /// What the index knows of an object; null when that is nothing, or of a former value.
@@ -105,7 +105,7 @@ private:
     Numbers found() const { return {found_.data(), found_.data() + found_.size()}; }
     void add(QPDFObjGen reference);
 
-    QPDF& file_;
+    io::ObjectFile& file_;
     Changes& changes_;
     const index::ReferenceIndex* index_;
     std::optional<index::ValueTexts> texts_;

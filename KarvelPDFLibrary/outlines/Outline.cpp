@@ -19,7 +19,7 @@ QPDFObjectHandle entryAt(QPDFObjectHandle holder, const char* key)
 
 int entryCount(Document& document)
 {
-    QPDFObjectHandle outlines = document.catalog().getKey("/Outlines");
+    QPDFObjectHandle outlines = document.catalogEntry("/Outlines");
     if (!outlines.isDictionary()) {
         return 0;
     }
@@ -42,7 +42,7 @@ int entryCount(Document& document)
 
 QPDFObjectHandle firstEntry(Document& document)
 {
-    return entryAt(document.catalog().getKey("/Outlines"), "/First");
+    return entryAt(document.catalogEntry("/Outlines"), "/First");
 }
 
 QPDFObjectHandle firstChild(QPDFObjectHandle entry)

@@ -18,13 +18,13 @@ void Targets::refresh(Document& document)
     for (int page = 1; page <= pageCount_; ++page) {
         pages_.emplace(document.order().at(page).object, page);
     }
-    QPDFObjectHandle names = document.catalog().getKey("/Names");
+    QPDFObjectHandle names = document.catalogEntry("/Names");
     if (names.isDictionary()) {
         for (auto& [name, value] : readNameTree(names.getKey("/Dests"))) {
             strings_.emplace(std::move(name), value);
         }
     }
-    QPDFObjectHandle old = document.catalog().getKey("/Dests");
+    QPDFObjectHandle old = document.catalogEntry("/Dests");
     if (old.isDictionary()) {
         names_ = old.getDictAsMap();
     }

@@ -1,6 +1,8 @@
 #include "KarvelPDFLibrary/page_tree/PageTree.h"
 
 #include "KarvelPDFLibrary/base/InventedKeys.h"
+#include "KarvelPDFLibrary/index/DictionaryText.h"
+#include "KarvelPDFLibrary/index/ValueScanner.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -19,11 +21,9 @@ constexpr std::uint64_t copiesBeside = 30'000'000;
 constexpr std::uint64_t leastOfCopy = 500;
 constexpr std::uint64_t objectsToText = 10;
 
-/// The inherited set below a node, given the one above it.
-std::uint32_t inheritedBelow(std::vector<InheritedSet>& sets, std::uint32_t above,
-                             QPDFObjectHandle& node)
+/// Puts a node's values over those from above it; whether it has any.
+bool takeInheritable(InheritedSet& set, QPDFObjectHandle& node)
 {
-    InheritedSet set = sets[above];
     bool differs = false;
     for (std::size_t i = 0; i < inheritableKeys.size(); ++i) {
         QPDFObjectHandle value = node.getKey(inheritableKeys[i]);
@@ -32,7 +32,15 @@ std::uint32_t inheritedBelow(std::vector<InheritedSet>& sets, std::uint32_t abov
             differs = true;
         }
     }
-    if (!differs) {
+    return differs;
+}
+
+/// The inherited set below a node, given the one above it.
+std::uint32_t inheritedBelow(std::vector<InheritedSet>& sets, std::uint32_t above,
+                             QPDFObjectHandle& node)
+{
+    InheritedSet set = sets[above];
+    if (!takeInheritable(set, node)) {
         return above;
     }
     sets.push_back(set);
@@ -343,17 +351,16 @@ private:
 /// Reads a tree through the index alone; gives up at anything unusual.
 class IndexReader {
 public:
-    IndexReader(QPDF& file, const index::ReferenceIndex& index) : file_(file), index_(index)
+    IndexReader(io::ObjectFile& file, const index::ReferenceIndex& index)
+        : file_(file), index_(index)
     {
         pages_.inherited.emplace_back();
     }
 
-    std::optional<ReadPages> run()
+    std::optional<ReadPages> run(QPDFObjGen root)
     {
-        QPDFObjectHandle root = file_.getRoot().getKey("/Pages");
-        const std::uint32_t number =
-            index_.targetOf({static_cast<std::uint32_t>(root.getObjectID()),
-                             static_cast<std::uint32_t>(root.getGeneration())});
+        const std::uint32_t number = index_.targetOf(
+            {static_cast<std::uint32_t>(root.getObj()), static_cast<std::uint32_t>(root.getGen())});
         if (!index_.contains(number) || !enter(number, 0, -1)) {
             return std::nullopt;
         }
@@ -387,8 +394,7 @@ private:
         }
         const index::IndexedObject& entry = index_.object(object);
         if ((entry.flags & index::HasInheritable) != 0) {
-            QPDFObjectHandle node = file_.getObject(static_cast<int>(object), entry.generation);
-            inherited = inheritedBelow(pages_.inherited, inherited, node);
+            inherited = below(inherited, *kids);
         }
         const auto position = static_cast<std::int32_t>(pages_.nodes.size());
         pages_.nodes.push_back({static_cast<std::int32_t>(object), entry.generation, parent});
@@ -396,6 +402,36 @@ private:
             {kids->firstReference, kids->firstReference + kids->count, inherited, position});
         pages_.canBePruned = pages_.canBePruned && path_.size() <= deepestPrunable;
         return true;
+    }
+
+    /// The set of inherited attributes below a node that may have some.
+    std::uint32_t below(std::uint32_t above, const index::KidsOfNode& kids)
+    {
+        const QPDFObjGen id(static_cast<int>(kids.object), index_.object(kids.object).generation);
+        if (!file_.isOpen() && hasInheritable(kids.text)) {
+            const auto position = static_cast<std::uint32_t>(pages_.inherited.size());
+            pages_.inherited.emplace_back();
+            pages_.unread.push_back({position, above, id});
+            return position;
+        }
+        readInherited(file_.get(), pages_.inherited, pages_.unread);
+        QPDFObjectHandle node = file_.get().getObject(id);
+        return inheritedBelow(pages_.inherited, above, node);
+    }
+
+    /// Whether one of the values is not null for sure.
+    bool hasInheritable(const std::string& node) const
+    {
+        const std::string text = node + " endobj ";
+        const auto dictionary = index::DictionaryText::read(text);
+        const auto isThere = [&](const char* key) {
+            const std::string_view value = index::trimmed(dictionary->value(key + 1));
+            const auto reference = index::readReference(value);
+            const std::uint32_t target = reference ? index_.targetOf(*reference) : 0;
+            return reference ? target != 0 && (index_.object(target).flags & index::IsDictionary)
+                             : !value.empty() && value != "null";
+        };
+        return dictionary && std::any_of(inheritableKeys.begin(), inheritableKeys.end(), isThere);
     }
 
     bool visit(std::uint32_t object)
@@ -430,7 +466,7 @@ private:
         return first;
     }
 
-    QPDF& file_;
+    io::ObjectFile& file_;
     const index::ReferenceIndex& index_;
     ReadPages pages_;
     std::vector<Node> path_;
@@ -445,9 +481,20 @@ Result<ReadPages> read(QPDF& file, std::int64_t size, Changes& changes,
     return Reader(file, size, changes, reconstructed, warnings).run();
 }
 
-std::optional<ReadPages> readFromIndex(QPDF& file, const index::ReferenceIndex& index)
+std::optional<ReadPages> readFromIndex(io::ObjectFile& file, const index::ReferenceIndex& index,
+                                       QPDFObjGen root)
 {
-    return IndexReader(file, index).run();
+    return IndexReader(file, index).run(root);
+}
+
+void readInherited(QPDF& file, std::vector<InheritedSet>& sets, std::vector<UnreadSet>& unread)
+{
+    for (const UnreadSet& set : unread) {
+        QPDFObjectHandle node = file.getObject(set.node);
+        sets[set.position] = sets[set.above];
+        takeInheritable(sets[set.position], node);
+    }
+    unread.clear();
 }
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/base/Error.h"
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
+#include "KarvelPDFLibrary/io/ObjectFile.h"
 #include "KarvelPDFLibrary/objects/Changes.h"
 #include "KarvelPDFLibrary/objects/ObjectView.h"
 #include "KarvelPDFLibrary/objects/Warnings.h"
@@ -21,6 +22,13 @@ using index::inheritableKeys;
 /// Values of the inheritable keys, in that order; an uninitialised handle where there is none.
 using InheritedSet = std::array<QPDFObjectHandle, inheritableKeys.size()>;
 
+/// A set of inherited attributes that is not read yet: those of a node beside those above it.
+struct UnreadSet {
+    std::uint32_t position = 0; // in the list of sets
+    std::uint32_t above = 0;    // likewise
+    QPDFObjGen node;
+};
+
 /// A node of the tree that was read; parents come before their children.
 struct TreeNode {
     std::int32_t object = 0;
@@ -32,6 +40,7 @@ struct TreeNode {
 struct ReadPages {
     std::vector<PageEntry> entries;
     std::vector<InheritedSet> inherited; // the first is the empty set
+    std::vector<UnreadSet> unread;       // of these
     std::vector<TreeNode> nodes;
 
     /// Copies of pages that stand in the tree more than once, each with the object number of the
@@ -63,9 +72,14 @@ using WasReconstructed = std::function<bool()>;
 Result<ReadPages> read(QPDF& file, std::int64_t size, Changes& changes,
                        const WasReconstructed& reconstructed, Warnings& warnings);
 
-/// Reads a well-formed page tree through the index, without reading a page; nothing when there is
-/// anything about the tree that read() would have to look at.
-std::optional<ReadPages> readFromIndex(QPDF& file, const index::ReferenceIndex& index);
+/// Reads a well-formed page tree through the index, from its root on, without reading a page;
+/// nothing when there is anything about the tree that read() would have to look at. While the file
+/// is not open, what pages inherit is left unread.
+std::optional<ReadPages> readFromIndex(io::ObjectFile& file, const index::ReferenceIndex& index,
+                                       QPDFObjGen root);
+
+/// Reads what was left unread, which must be done before any object is changed.
+void readInherited(QPDF& file, std::vector<InheritedSet>& sets, std::vector<UnreadSet>& unread);
 
 /// Writes a balanced tree for an order under the catalog's present root node. Attributes that all
 /// pages inherit alike stay at the root; others move into the pages. Returns whether they stayed.

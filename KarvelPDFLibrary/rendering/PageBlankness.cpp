@@ -55,7 +55,7 @@ bool hasLayerForPrintOnly(Document& document)
     const auto entry = [](QPDFObjectHandle from, const char* key) {
         return from.isDictionary() ? from.getKey(key) : QPDFObjectHandle::newNull();
     };
-    QPDFObjectHandle layers = entry(document.catalog().getKey("/OCProperties"), "/OCGs");
+    QPDFObjectHandle layers = entry(document.catalogEntry("/OCProperties"), "/OCGs");
     const int count = layers.isArray() ? layers.getArrayNItems() : 0;
     for (int i = 0; i < count; ++i) {
         QPDFObjectHandle usage = entry(layers.getArrayItem(i), "/Usage");

@@ -17,7 +17,15 @@ Liveness::Liveness(Document& document)
     for (const std::int32_t page : document.cutPages()) {
         cut_[static_cast<std::size_t>(page)] = true;
     }
-    reach(objects_.referencesIn(document.file().getTrailer()));
+    if (const Roots* roots = document.roots()) {
+        for (const Roots::Entry& entry : roots->trailer()) {
+            if (entry.reference && objects_.idOf(entry.reference->getObj()) == *entry.reference) {
+                reach(static_cast<std::uint32_t>(entry.reference->getObj()));
+            }
+        }
+    } else {
+        reach(objects_.referencesIn(document.file().getTrailer()));
+    }
     while (!pending_.empty()) {
         const std::uint32_t number = pending_.back();
         pending_.pop_back();

@@ -50,7 +50,7 @@ RenumberedObjects::RenumberedObjects(Document& document, const LinearOrder& orde
     : document_(document), index_(*document.index()), order_(order), text_(*document.source()),
       objects_(document.objects())
 {
-    if (document.file().isEncrypted()) {
+    if (document.isEncrypted()) {
         cipher_ = Cipher::of(document.file());
         QPDFObjectHandle encryption = document.file().getTrailer().getKey("/Encrypt");
         encryption_ = static_cast<std::uint32_t>(encryption.getObjectID());

@@ -142,7 +142,7 @@ void configure(QPDFWriter& writer, Document& document, const SaveOptions& option
     if (options.encrypting == Encrypting::Never) {
         encryption.kind = EncryptionPlan::Kind::Remove;
     }
-    bool encrypted = document.file().isEncrypted();
+    bool encrypted = document.isEncrypted();
     switch (encryption.kind) {
     case EncryptionPlan::Kind::Keep:
         if (encrypted) {

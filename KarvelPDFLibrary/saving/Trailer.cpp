@@ -64,7 +64,14 @@ std::string FileIdentifier::entry(Document& document) const
         std::generate(changing.begin(), changing.end(),
                       [&] { return static_cast<char>(random()); });
     }
-    QPDFObjectHandle old = document.file().getTrailer().getKey("/ID");
+    QPDFObjectHandle old = QPDFObjectHandle::newNull();
+    const Roots::Entry* known =
+        document.roots() == nullptr ? nullptr : document.roots()->inTrailer("/ID");
+    if (known != nullptr && !known->reference) {
+        old = known->direct;
+    } else {
+        old = document.trailerEntry("/ID");
+    }
     const bool hasOld =
         old.isArray() && old.getArrayNItems() == 2 && old.getArrayItem(0).isString();
     const std::string permanent = hasOld ? old.getArrayItem(0).getStringValue() : changing;
@@ -75,6 +82,16 @@ std::string FileIdentifier::entry(Document& document) const
 std::string trailerEntries(Document& document, const Renumbering* numbers)
 {
     std::string entries;
+    if (const Roots* roots = document.roots(); roots != nullptr && numbers == nullptr) {
+        for (const Roots::Entry& entry : roots->trailer()) {
+            if (!describesOldFile(entry.key)) {
+                entries += " " + nameText(entry.key) + " " +
+                           (entry.reference ? entry.reference->unparse(' ') + " R"
+                                            : objectText(entry.direct, nullptr));
+            }
+        }
+        return entries;
+    }
     for (const auto& [key, value] : document.file().getTrailer().getDictAsMap()) {
         if (!describesOldFile(key)) {
             QPDFObjectHandle entry = value;

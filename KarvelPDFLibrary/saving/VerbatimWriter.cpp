@@ -24,7 +24,7 @@ public:
         : document_(document), index_(*document.index()), objects_(document.objects()), sink_(sink),
           live_(live), entries_(live.size()), identifier_(options.deterministicIdentifier)
     {
-        if (document.file().isEncrypted()) {
+        if (document.isEncrypted()) {
             cipher_ = Cipher::of(document.file());
         }
     }
@@ -270,10 +270,10 @@ std::string whyNotVerbatim(Document& document, const SaveOptions& options)
     if (document.encryption.kind != EncryptionPlan::Kind::Keep) {
         return "the encryption is to be changed";
     }
-    if (options.encrypting == Encrypting::Never && document.file().isEncrypted()) {
+    if (options.encrypting == Encrypting::Never && document.isEncrypted()) {
         return "the encryption is to be left out";
     }
-    if (document.file().isEncrypted() && !Cipher::of(document.file())) {
+    if (document.isEncrypted() && !Cipher::of(document.file())) {
         return "a cipher that is not known here";
     }
     return {};

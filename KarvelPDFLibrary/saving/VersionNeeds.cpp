@@ -58,12 +58,19 @@ PDFVersion versionToWrite(Document& document, const SaveOptions& options,
 
 std::string versionToCopy(Document& document)
 {
-    PDFVersion version = document.file().getVersionAsPDFVersion();
+    std::string text;
+    PDFVersion version;
+    if (const Roots* roots = document.roots(); roots && !roots->catalogHas("Extensions")) {
+        text = roots->version();
+        version = PDFVersion(text[0] - '0', text[2] - '0');
+    } else {
+        text = document.file().getPDFVersion();
+        version = document.file().getVersionAsPDFVersion();
+    }
     const PDFVersion before = version;
     if (document.index()->usesCrossReferenceStream()) {
         version.updateIfGreater(PDFVersion(1, 5));
     }
-    std::string text = document.file().getPDFVersion();
     if (before < version) {
         int extensionLevel = 0;
         version.getVersion(text, extensionLevel);

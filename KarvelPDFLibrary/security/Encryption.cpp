@@ -14,7 +14,7 @@ using Kind = EncryptionPlan::Kind;
 
 bool keepsLoaded(Document& document)
 {
-    return document.encryption.kind == Kind::Keep && document.file().isEncrypted();
+    return document.encryption.kind == Kind::Keep && document.isEncrypted();
 }
 
 QPDFObjectHandle dictionary(Document& document)
@@ -157,7 +157,7 @@ std::string handlerName(Document& document)
 
 AccessLevel accessLevel(Document& document)
 {
-    if (!document.file().isEncrypted()) {
+    if (!document.isEncrypted()) {
         return AccessLevel::NotEncrypted;
     }
     const bool owner = document.raisedToOwner || document.file().ownerPasswordMatched();

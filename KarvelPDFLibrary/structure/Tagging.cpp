@@ -4,7 +4,7 @@ namespace karvel::structure {
 
 bool isTagged(Document& document)
 {
-    QPDFObjectHandle information = document.catalog().getKey("/MarkInfo");
+    QPDFObjectHandle information = document.catalogEntry("/MarkInfo");
     QPDFObjectHandle marked =
         information.isDictionary() ? information.getKey("/Marked") : QPDFObjectHandle::newNull();
     return marked.isBool() && marked.getBoolValue();

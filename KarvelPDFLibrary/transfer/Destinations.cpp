@@ -10,7 +10,7 @@ namespace {
 
 NameTreeEntries namedIn(Document& document)
 {
-    QPDFObjectHandle names = document.catalog().getKey("/Names");
+    QPDFObjectHandle names = document.catalogEntry("/Names");
     return names.isDictionary() ? readNameTree(names.getKey("/Dests")) : NameTreeEntries();
 }
 

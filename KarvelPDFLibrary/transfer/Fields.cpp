@@ -9,7 +9,7 @@ namespace {
 
 QPDFObjectHandle formOf(Document& document)
 {
-    QPDFObjectHandle form = document.catalog().getKey("/AcroForm");
+    QPDFObjectHandle form = document.catalogEntry("/AcroForm");
     return form.isDictionary() ? form : QPDFObjectHandle::newDictionary();
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 QPDFObjectHandle propertiesOf(Document& document)
 {
-    QPDFObjectHandle properties = document.catalog().getKey("/OCProperties");
+    QPDFObjectHandle properties = document.catalogEntry("/OCProperties");
     return properties.isDictionary() ? properties : QPDFObjectHandle::newDictionary();
 }
 

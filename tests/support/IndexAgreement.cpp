@@ -1,5 +1,11 @@
 #include "tests/support/IndexAgreement.h"
 
+#include "KarvelPDFLibrary/index/CrossReferenceReader.h"
+#include "KarvelPDFLibrary/index/KnownReferences.h"
+#include "KarvelPDFLibrary/index/ObjectHeader.h"
+
+#include <algorithm>
+
 namespace support {
 
 namespace {
@@ -22,7 +28,91 @@ std::string disagreementOn(QPDFObjectHandle object, const karvel::index::Indexed
                : "";
 }
 
+using karvel::index::CrossReference;
+using karvel::index::CrossReferenceTable;
+
+/// "12 0" and where libqpdf has it.
+std::string told(const QPDFObjGen& id, const QPDFXRefEntry& entry)
+{
+    return "object " + id.unparse(' ') +
+           (entry.getType() == 1 ? " at " + std::to_string(entry.getOffset())
+                                 : " in " + std::to_string(entry.getObjStreamNumber()) + " at " +
+                                       std::to_string(entry.getObjStreamIndex()));
+}
+
+std::string told(std::uint32_t number, const CrossReference& entry)
+{
+    const QPDFObjGen id(static_cast<int>(number), entry.generation);
+    return entry.kind == CrossReference::Kind::InFile
+               ? told(id, QPDFXRefEntry(static_cast<qpdf_offset_t>(entry.place)))
+               : told(id, QPDFXRefEntry(static_cast<int>(entry.place >> 32U),
+                                        static_cast<int>(entry.place & 0xFFFFFFFFU)));
+}
+
+std::vector<std::string> told(const CrossReferenceTable& table)
+{
+    std::vector<std::string> all;
+    for (const auto& [id, entry] : table) {
+        all.push_back(told(id, entry));
+    }
+    return all;
+}
+
+std::vector<std::string> told(const karvel::index::CrossReferences& read)
+{
+    std::vector<std::string> all;
+    for (std::uint32_t number = 0; number < read.entries.size(); ++number) {
+        if (read.entries[number].kind != CrossReference::Kind::None) {
+            all.push_back(told(number, read.entries[number]));
+        }
+    }
+    return all;
+}
+
+std::string firstOnlyInOne(const std::vector<std::string>& a, const std::vector<std::string>& b)
+{
+    const auto [one, other] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    return (one == a.end() ? "nothing" : *one) + " instead of " +
+           (other == b.end() ? "nothing" : *other);
+}
+
 } // namespace
+
+std::string crossReferenceDisagreement(const std::string& pdf)
+{
+    const auto source = karvel::io::fromMemory(pdf);
+    const auto read = karvel::index::readCrossReferences(*source);
+    if (!read) {
+        return {};
+    }
+    try {
+        QPDF alone;
+        alone.setSuppressWarnings(true);
+        alone.processMemoryFile("alone", pdf.data(), pdf.size());
+        QPDF given;
+        given.setSuppressWarnings(true);
+        karvel::index::openWithKnownReferences(given, source, *read);
+        for (QPDF* file : {&alone, &given}) {
+            if (file->anyWarnings() || file->isEncrypted()) {
+                return "libqpdf warns, or finds it encrypted";
+            }
+        }
+        const std::vector<std::string> expected = told(alone.getXRefTable());
+        if (told(*read) != expected || read->count != expected.size()) {
+            return "read: " + firstOnlyInOne(told(*read), expected);
+        }
+        if (told(given.getXRefTable()) != expected) {
+            return "given: " + firstOnlyInOne(told(given.getXRefTable()), expected);
+        }
+        if (alone.getTrailer().unparse() != given.getTrailer().unparse() ||
+            alone.getPDFVersion() != given.getPDFVersion()) {
+            return "another trailer: " + given.getTrailer().unparse();
+        }
+        return {};
+    } catch (const std::exception& failure) {
+        return std::string("libqpdf doesn't open it: ") + failure.what();
+    }
+}
 
 std::string indexDisagreement(karvel::Document& document)
 {

@@ -11,4 +11,9 @@ namespace support {
 /// Reads every object.
 std::string indexDisagreement(karvel::Document& document);
 
+/// Where what readCrossReferences() says of a file differs from what libqpdf reads, or libqpdf
+/// warns, or ends up with something else when it is given what was read. Empty when they agree, and
+/// for a file that is left to libqpdf.
+std::string crossReferenceDisagreement(const std::string& pdf);
+
 } // namespace support
