@@ -30,9 +30,9 @@ const char* statusName(DocumentStatus status)
 
 constexpr char repaired[] = "repaired: ";
 
-std::optional<std::string_view> textOrNone(const std::string& text)
+std::optional<std::string> textOrNone(const std::string& text)
 {
-    return text.empty() ? std::nullopt : std::optional<std::string_view>(text);
+    return text.empty() ? std::nullopt : std::optional<std::string>(text);
 }
 
 std::optional<DocumentStatus> statusNamed(const std::string& name)
@@ -144,14 +144,59 @@ VerifiedOutput verifiedOf(const QJsonObject& json)
     return verified;
 }
 
-JsonObject objectOf(const DocumentReport& report)
+/// Which members an object gets.
+enum class Members {
+    All,
+    Known, ///< those only that don't have the value that reading takes for a missing one
+};
+
+/// Adds members, in the order in which they come.
+class ReportWriter {
+public:
+    explicit ReportWriter(Members members) : members_(members) {}
+
+    template <class T>
+    ReportWriter& add(const char* key, const T& value)
+    {
+        if (members_ == Members::All || !isWhatMissingMeans(value)) {
+            json_.add(key, value);
+        }
+        return *this;
+    }
+
+    /// A time that another member says in nanoseconds already.
+    ReportWriter& addReadable(const char* key, const std::string& nanoseconds)
+    {
+        if (members_ == Members::All) {
+            json_.add(key, textOrNone(isoTime(nanoseconds)));
+        }
+        return *this;
+    }
+
+    JsonObject& object() { return json_; }
+
+private:
+    template <class T>
+    static bool isWhatMissingMeans(const std::optional<T>& value)
+    {
+        return !value;
+    }
+    template <class T>
+    static bool isWhatMissingMeans(const std::vector<T>& values)
+    {
+        return values.empty();
+    }
+    static bool isWhatMissingMeans(bool value) { return !value; }
+
+    JsonObject json_;
+    Members members_;
+};
+
+JsonObject objectOf(const DocumentReport& report, Members members = Members::All)
 {
-    const std::string inputModifiedAt = isoTime(report.inputModified);
-    const std::string modifiedAt = isoTime(report.outputModified);
-    JsonObject json;
-    json.add("schema", reportSchema)
-        .add("input", report.input)
-        .add("output", textOrNone(report.output))
+    ReportWriter json(members);
+    json.object().add("schema", reportSchema).add("input", report.input);
+    json.add("output", textOrNone(report.output))
         .add("output_existed", report.outputExisted)
         .add("pages_before", report.pagesBefore)
         .add("pages_after", report.pagesAfter)
@@ -159,34 +204,33 @@ JsonObject objectOf(const DocumentReport& report)
         .add("bytes_before", report.bytesBefore)
         .add("bytes_after", report.bytesAfter)
         .add("input_modified", textOrNone(report.inputModified))
-        .add("input_modified_at", textOrNone(inputModifiedAt))
+        .addReadable("input_modified_at", report.inputModified)
         .add("input_sha256", textOrNone(report.inputSha256))
         .add("output_modified", textOrNone(report.outputModified))
-        .add("output_modified_at", textOrNone(modifiedAt))
+        .addReadable("output_modified_at", report.outputModified)
         .add("in_part", report.inPart)
-        .add("left_blank", report.leftBlank)
-        .add("status", statusName(report.status))
-        .add("warnings", withRepairs(report.warnings, report.repairs));
+        .add("left_blank", report.leftBlank);
+    json.object().add("status", statusName(report.status));
+    json.add("warnings", withRepairs(report.warnings, report.repairs));
     std::vector<JsonObject> errors;
     if (report.error) {
         errors.push_back(errorJson(*report.error));
     }
     if (report.range) {
-        json.add("range", *report.range);
+        json.object().add("range", *report.range);
     }
     if (!report.outputSha256.empty()) {
-        json.add("output_sha256", report.outputSha256);
+        json.object().add("output_sha256", report.outputSha256);
     }
     if (report.verified) {
-        addVerified(json, *report.verified);
+        addVerified(json.object(), *report.verified);
     }
     if (!report.losses.empty()) {
-        json.add("losses", lossesJson(report.losses));
+        json.object().add("losses", lossesJson(report.losses));
     }
-    json.add("errors", errors)
-        .add("left", report.leftToJudge)
-        .add("seconds", std::round(report.seconds * 1e6) / 1e6);
-    return json;
+    json.add("errors", errors).add("left", report.leftToJudge);
+    json.object().add("seconds", std::round(report.seconds * 1e6) / 1e6);
+    return json.object();
 }
 
 } // namespace
@@ -196,6 +240,11 @@ std::string toJson(const DocumentReport& report)
     return objectOf(report).text();
 }
 
+std::string toBriefJson(const DocumentReport& report)
+{
+    return objectOf(report, Members::Known).text();
+}
+
 std::string toJson(const DocumentReport& report, const RunIdentity& run)
 {
     return objectOf(report).addJson("run", toJson(run)).text();
@@ -203,50 +252,53 @@ std::string toJson(const DocumentReport& report, const RunIdentity& run)
 
 std::optional<DocumentReport> reportOf(const QJsonObject& json)
 {
-    const auto status = statusNamed(bytesOf(json["status"].toString()));
-    if (json["schema"].toInt() != reportSchema || !status || !json["input"].isString()) {
+    const auto member = [&json](const char* name) { return json.value(QLatin1String(name)); };
+    const auto status = statusNamed(bytesOf(member("status").toString()));
+    if (member("schema").toInt() != reportSchema || !status || !member("input").isString()) {
         return std::nullopt;
     }
     DocumentReport report;
-    report.input = bytesOf(json["input"].toString());
-    report.output = bytesOf(json["output"].toString());
-    if (json["range"].isString()) {
-        report.range = bytesOf(json["range"].toString());
+    report.input = bytesOf(member("input").toString());
+    report.output = bytesOf(member("output").toString());
+    if (member("range").isString()) {
+        report.range = bytesOf(member("range").toString());
     }
-    if (json["output_existed"].isBool()) {
-        report.outputExisted = json["output_existed"].toBool();
+    if (member("output_existed").isBool()) {
+        report.outputExisted = member("output_existed").toBool();
     }
     report.status = *status;
-    report.inPart = json["in_part"].toBool();
-    report.leftBlank = json["left_blank"].toBool();
-    report.pagesBefore = pageCount(json["pages_before"]);
-    report.pagesAfter = pageCount(json["pages_after"]);
-    if (json["pages_removed"].isArray()) {
+    report.inPart = member("in_part").toBool();
+    report.leftBlank = member("left_blank").toBool();
+    report.pagesBefore = pageCount(member("pages_before"));
+    report.pagesAfter = pageCount(member("pages_after"));
+    if (member("pages_removed").isArray()) {
         report.pagesRemoved.emplace();
-        for (const QJsonValue& page : json["pages_removed"].toArray()) {
+        for (const QJsonValue& page : member("pages_removed").toArray()) {
             report.pagesRemoved->push_back(page.toInt());
         }
     }
-    report.bytesBefore = wholeNumber(json["bytes_before"]);
-    report.bytesAfter = wholeNumber(json["bytes_after"]);
-    report.inputModified = bytesOf(json["input_modified"].toString());
-    report.inputSha256 = bytesOf(json["input_sha256"].toString());
-    report.outputSha256 = bytesOf(json["output_sha256"].toString());
-    report.outputModified = bytesOf(json["output_modified"].toString());
-    takeWarnings(json["warnings"].toArray(), report.warnings, report.repairs);
-    if (json["verified"].toBool()) {
+    report.bytesBefore = wholeNumber(member("bytes_before"));
+    report.bytesAfter = wholeNumber(member("bytes_after"));
+    report.inputModified = bytesOf(member("input_modified").toString());
+    report.inputSha256 = bytesOf(member("input_sha256").toString());
+    report.outputSha256 = bytesOf(member("output_sha256").toString());
+    report.outputModified = bytesOf(member("output_modified").toString());
+    takeWarnings(member("warnings").toArray(), report.warnings, report.repairs);
+    if (member("verified").toBool()) {
         report.verified = verifiedOf(json);
     }
-    for (const QJsonValue& value : json["losses"].toArray()) {
+    for (const QJsonValue& value : member("losses").toArray()) {
         const QJsonObject loss = value.toObject();
         report.losses.push_back({loss["page"].toInt(), bytesOf(loss["text"].toString())});
     }
-    report.leftToJudge = bytesOf(json["left"].toArray());
-    const QJsonObject error = json["errors"].toArray().first().toObject();
-    if (const auto reason = reasonNamed(bytesOf(error["reason"].toString()))) {
-        report.error = Error{*reason, report.input, bytesOf(error["text"].toString())};
+    report.leftToJudge = bytesOf(member("left").toArray());
+    if (const QJsonArray errors = member("errors").toArray(); !errors.isEmpty()) {
+        const QJsonObject error = errors.first().toObject();
+        if (const auto reason = reasonNamed(bytesOf(error["reason"].toString()))) {
+            report.error = Error{*reason, report.input, bytesOf(error["text"].toString())};
+        }
     }
-    report.seconds = json["seconds"].toDouble();
+    report.seconds = member("seconds").toDouble();
     return report;
 }
 

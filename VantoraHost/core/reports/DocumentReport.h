@@ -59,10 +59,13 @@ void takeWarnings(const QJsonArray& all, std::vector<std::string>& warnings,
 /// The report as one JSON object on one line, without the line's end; ASCII only.
 std::string toJson(const DocumentReport& report);
 
-/// The same with the run that it comes from, as a line of a report is.
+/// The same, and as short as may be: without what reportOf takes a missing member for.
+std::string toBriefJson(const DocumentReport& report);
+
+/// As toJson, with the run that it comes from, as a line of a report is.
 std::string toJson(const DocumentReport& report, const RunIdentity& run);
 
-/// The report that toJson wrote; none when the object isn't one. What is missing counts as not
+/// The report that toJson or toBriefJson wrote; none when the object isn't one. What is missing counts as not
 /// known. Times are rounded to microseconds.
 std::optional<DocumentReport> reportOf(const QJsonObject& json);
 

@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/base/Text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -17,9 +18,17 @@ void appendUnit(std::string& json, unsigned unit)
     }
 }
 
+bool standsForItself(char character)
+{
+    return character >= 0x20 && character < 0x7F && character != '"' && character != '\\';
+}
+
 std::string jsonString(std::string_view text)
 {
     std::string json = "\"";
+    if (std::all_of(text.begin(), text.end(), standsForItself)) {
+        return json.append(text).append("\"");
+    }
     for (const wchar_t wide : karvel::text::toWide(text)) {
         const auto code = static_cast<unsigned>(wide);
         if (code == '"' || code == '\\') {
@@ -62,8 +71,7 @@ std::string decimal(double number)
 
 JsonObject& JsonObject::addJson(const char* key, std::string_view json)
 {
-    members_ += (members_.empty() ? "{" : ",") + jsonString(key) + ":";
-    members_ += json;
+    members_.append(members_.empty() ? "{\"" : ",\"").append(key).append("\":").append(json);
     return *this;
 }
 

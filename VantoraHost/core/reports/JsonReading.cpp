@@ -5,11 +5,28 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 
+#include <algorithm>
+
 namespace vantora {
+
+namespace {
+
+bool isAscii(QChar unit)
+{
+    return unit.unicode() < 0x80;
+}
+
+} // namespace
 
 // Qt's own conversions replace the lone surrogates that stand for such bytes.
 std::string bytesOf(const QString& text)
 {
+    if (std::all_of(text.begin(), text.end(), isAscii)) {
+        std::string bytes(static_cast<std::size_t>(text.size()), '\0');
+        std::transform(text.begin(), text.end(), bytes.begin(),
+                       [](QChar unit) { return unit.toLatin1(); });
+        return bytes;
+    }
     std::wstring wide;
     wide.reserve(static_cast<std::size_t>(text.size()));
     for (int i = 0; i < text.size(); ++i) {

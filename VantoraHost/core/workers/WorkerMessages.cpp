@@ -161,7 +161,7 @@ std::optional<WorkerTask> taskOf(const QJsonObject& json)
 JsonObject documentJson(std::size_t number, const DocumentReport& report)
 {
     JsonObject json;
-    json.add("number", number).addJson("report", toJson(report));
+    json.add("number", number).addJson("report", toBriefJson(report));
     return json;
 }
 

@@ -37,6 +37,8 @@ constexpr int hopelessStarts = 3;
 constexpr int hopelessStartsLater = 20;
 // Reports that wait for their turn; with more, the document that they wait for comes first.
 constexpr std::size_t mostBytesHeld = 64 * 1024 * 1024;
+// Documents that a worker has to do, beyond which nobody rests longer for them.
+constexpr std::size_t largestRest = 50;
 
 std::vector<std::uint64_t> sizesOf(const std::vector<std::string>& inputs)
 {
@@ -191,23 +193,28 @@ private:
     void handOut()
     {
         for (CrewMember& member : crew_) {
-            if (!isOpen(member.stage) || member.isBusy()) {
-                continue;
-            }
-            const std::vector<std::size_t> group = nextGroup(member);
-            if (group.empty()) {
-                continue;
-            }
-            std::vector<WorkerTask> tasks;
-            for (const std::size_t document : group) {
-                tasks.push_back({document, batch_.inputs[document], *batch_.targets[document],
-                                 batch_.rangeOf(document)});
-            }
-            member.documents.assign(group.begin(), group.end());
-            member.after(WorkerEvent::IsGivenDocuments);
-            member.since = settings_.now();
-            member.process->send(tasksMessage(tasks));
+            handOutTo(member);
         }
+    }
+
+    void handOutTo(CrewMember& member)
+    {
+        if (!isOpen(member.stage) || member.isBusy()) {
+            return;
+        }
+        const std::vector<std::size_t> group = nextGroup(member);
+        if (group.empty()) {
+            return;
+        }
+        std::vector<WorkerTask> tasks;
+        for (const std::size_t document : group) {
+            tasks.push_back({document, batch_.inputs[document], *batch_.targets[document],
+                             batch_.rangeOf(document)});
+        }
+        member.documents.assign(group.begin(), group.end());
+        member.after(WorkerEvent::IsGivenDocuments);
+        member.since = settings_.now();
+        member.process->send(tasksMessage(tasks));
     }
 
     // Waits until a worker says something or something else is due, and handles it.
@@ -219,9 +226,8 @@ private:
             descriptors.push_back({member.process->ordersToWrite(), POLLOUT, 0});
         }
         const auto before = settings_.now();
-        if (everyoneHasEnoughToDo()) {
-            std::this_thread::sleep_for(1ms); // waking up for each line costs more than the lines
-        }
+        // Waking up for each line costs more than the lines.
+        std::this_thread::sleep_for(timeUntilSomeoneIsDone());
         ::poll(descriptors.data(), descriptors.size(), static_cast<int>(tick.count()));
         excuseAbsence(settings_.now() - before);
         for (std::size_t i = 0; i < crew_.size(); ++i) {
@@ -238,12 +244,16 @@ private:
                     crew_.end());
     }
 
-    bool everyoneHasEnoughToDo() const
+    // At least so long; nothing when it may be soon.
+    std::chrono::microseconds timeUntilSomeoneIsDone() const
     {
-        constexpr std::size_t enough = 10; // small documents, which take more than the pause
-        return !stopping_ && std::all_of(crew_.begin(), crew_.end(), [](const CrewMember& member) {
-            return member.documents.size() >= enough;
-        });
+        constexpr auto smallDocument = 100us; // takes longer than that
+        constexpr std::size_t soon = 10;
+        std::size_t fewest = stopping_ || crew_.empty() ? 0 : largestRest;
+        for (const CrewMember& member : crew_) {
+            fewest = std::min(fewest, member.documents.size());
+        }
+        return fewest < soon ? 0us : static_cast<int>(fewest) * smallDocument;
     }
 
     // When this process was stopped for a while, its workers were, too.
@@ -271,8 +281,8 @@ private:
         bool makesSense = heard != Heard::Nonsense;
         for (auto line = lines.begin(); makesSense && line != lines.end(); ++line) {
             member.since = settings_.now();
-            const auto answer = answerOf(*line);
-            makesSense = answer && take(member, *answer);
+            auto answer = answerOf(*line);
+            makesSense = answer && take(member, std::move(*answer));
         }
         if (!makesSense) {
             member.blameFor(WorkerFault::MadeNoSense);
@@ -281,7 +291,7 @@ private:
     }
 
     // Returns false for an answer that makes no sense.
-    bool take(CrewMember& member, const WorkerAnswer& answer)
+    bool take(CrewMember& member, WorkerAnswer answer)
     {
         if (std::holds_alternative<WorkerReady>(answer)) {
             member.after(WorkerEvent::SaysReady);
@@ -294,25 +304,24 @@ private:
             if (end->complaint && !result_.ending) {
                 result_.ending = end->complaint;
             }
-        } else if (const auto* written = std::get_if<WorkerWritten>(&answer)) {
+        } else if (auto* written = std::get_if<WorkerWritten>(&answer)) {
             if (!member.isAt(written->number)) {
                 return false;
             }
             member.documents.pop_front();
-            member.written.emplace(written->number, *written);
+            member.written.emplace(written->number, std::move(*written));
         } else if (std::holds_alternative<WorkerNaming>(answer)) {
             return letName(member);
         } else if (const auto* placed = std::get_if<WorkerPlaced>(&answer)) {
-            return std::all_of(placed->numbers.begin(), placed->numbers.end(),
-                               [&](std::size_t document) { return placedBy(member, document); });
+            return takePlaced(member, placed->numbers);
         } else {
-            const auto& done = std::get<WorkerReport>(answer);
+            auto& done = std::get<WorkerReport>(answer);
             if (member.isAt(done.number)) {
                 member.documents.pop_front();
             } else if (member.written.erase(done.number) == 0) {
                 return false;
             }
-            arrived(done.number, done.report);
+            arrived(done.number, std::move(done.report));
         }
         return true;
     }
@@ -333,6 +342,29 @@ private:
         observer_.outputsGetNames(reports);
         member.process->send(namingMessage());
         return true;
+    }
+
+    // The worker gets its next documents before what has become of these is passed on. Returns
+    // false for documents that were not written.
+    bool takePlaced(CrewMember& member, const std::vector<std::size_t>& documents)
+    {
+        std::vector<WorkerWritten> placed;
+        bool makesSense = true;
+        for (const std::size_t document : documents) {
+            auto written = member.written.extract(document);
+            if (written.empty()) {
+                makesSense = false;
+                break;
+            }
+            placed.push_back(std::move(written.mapped()));
+        }
+        if (makesSense && !failure_) {
+            handOutTo(member);
+        }
+        for (WorkerWritten& written : placed) {
+            arrived(written.number, std::move(written.report));
+        }
+        return makesSense;
     }
 
     // Returns false when it was not written.

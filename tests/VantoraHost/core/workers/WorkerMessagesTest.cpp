@@ -157,6 +157,23 @@ TEST(WorkerAnswers, HoldWholeReports)
     EXPECT_EQ(std::get<WorkerReport>(*failed).report.error->reason, Reason::NotPdf);
 }
 
+TEST(WorkerAnswers, TellNothingFromWhatIsNotKnown)
+{
+    DocumentReport unknown;
+    unknown.input = "a \"b\".pdf";
+    DocumentReport nothing = unknown;
+    nothing.outputExisted = false;
+    nothing.pagesRemoved.emplace();
+    nothing.pagesBefore = 0;
+    nothing.bytesAfter = 0;
+    nothing.range = "";
+    for (const DocumentReport& report : {unknown, nothing}) {
+        const auto got = answerOf(answerMessage(WorkerReport{1, report}));
+        ASSERT_TRUE(got);
+        EXPECT_EQ(toJson(std::get<WorkerReport>(*got).report), toJson(report));
+    }
+}
+
 TEST(WorkerAnswers, TellWhichFileIsAboutToGetItsName)
 {
     DocumentReport report;
