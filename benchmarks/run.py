@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Times vantora beside other tools, in one run, and prints a table.
 
-run.py [--runs N] [--large] [--only WORD] [--inputs DIR] [--scans N]
+run.py [--runs N] [--large] [--only WORD] [--inputs DIR] [--scans N] [--documents DIR]
 
 Inputs are made once and kept in the inputs folder. Tools that are not installed are named and left
 out; one that takes longer than LIMIT seconds is cut off and named. Commands of one row run in turn,
@@ -59,6 +59,14 @@ def peak_memory(command):
     code = ("import resource, subprocess, sys; subprocess.run(sys.argv[1:], stdout=subprocess.DEVNULL, "
             "stderr=subprocess.DEVNULL); print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)")
     return int(subprocess.run([sys.executable, "-c", code, *map(str, command)], capture_output=True, text=True).stdout)
+
+
+def processor_time(command):
+    """Seconds of a processor that a command takes, its processes included."""
+    process = subprocess.Popen(list(map(str, command)), stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    used = os.wait4(process.pid, 0)[2]
+    process.returncode = 0
+    return used.ru_utime + used.ru_stime
 
 
 def pages_of(path):
@@ -175,6 +183,7 @@ def odd_pages(bench, count, document, title):
         "mutool merge": merge,
         "pdftk cat": ["pdftk", document, "cat", "1-endeven", "output", "OUT"],
         "qpdf --pages": ["qpdf", document, "--pages", ".", "1-z:even", "--", "OUT"],
+        "cp": ["cp", document, "OUT"],
     })
 
 
@@ -200,6 +209,51 @@ def choosing(bench, documents):
     })
 
 
+def real_documents(bench, folder):
+    """Documents of other programs, those with two pages or more, in one run beside loops over other tools; and which of
+    them takes how much longer than with qpdf, in processor time beyond what each takes for ten plain pages."""
+    documents = bench.inputs / "real"
+    shutil.rmtree(documents, ignore_errors=True)
+    documents.mkdir()
+    for document in sorted(Path(folder).glob("**/*.pdf")):
+        if pages_of(document) >= 2:
+            shutil.copyfile(document, documents / document.name)
+    count = sum(1 for _ in documents.iterdir())
+    loop = 'for file in "$0"/*.pdf; do {} ; done; true'
+    title = f"page 2 of each of {count} real documents"
+    bench.row(title, {
+        "vantora": ["sh", "-c", '"$2" run --quiet --pages 2 -r "$0" -d "$1" || true', documents, "OUTDIR", VANTORA],
+        "shell loop over mutool": ["sh", "-c", loop.format('mutool merge -o "$1/${file##*/}" "$file" 1,3-N'), documents, "OUTDIR"],
+        "shell loop over qpdf": ["sh", "-c", loop.format('qpdf "$file" --pages . 1,3-z -- "$1/${file##*/}"'), documents, "OUTDIR"],
+    })
+    if bench.only and bench.only not in title:
+        return
+
+    def beyond_start(document, reference):
+        out = bench.out / "one.pdf"
+        commands = {
+            "vantora": lambda file: [VANTORA, "run", "--quiet", "--pages", "2", "-j", "0", file, "-o", out],
+            "qpdf": lambda file: ["qpdf", file, "--pages", ".", "1,3-z", "--", out],
+        }
+        taken = {}
+        for tool, command in commands.items():
+            figures = {document: [], reference: []}
+            for file in (document, reference) * bench.runs:
+                out.unlink(missing_ok=True)
+                figures[file].append(processor_time(command(file)))
+            taken[tool] = min(figures[document]) - min(figures[reference])
+        return taken
+
+    print("\n| document | vantora ms | qpdf ms |\n|---|---|---|")
+    ten = bench.make("10.pdf", "pages", 10)
+    for document in sorted(documents.iterdir()):
+        taken = beyond_start(document, ten)
+        if taken["vantora"] > taken["qpdf"] + 0.02:
+            print(f"| {document.name} | {taken['vantora'] * 1000:.0f} | {taken['qpdf'] * 1000:.0f} |", flush=True)
+    print("\nThe other documents take at most 20 ms more than with qpdf.")
+    shutil.rmtree(documents)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--runs", type=int, default=5)
@@ -207,6 +261,7 @@ def main():
     parser.add_argument("--only", default="", help="only rows whose title has this word")
     parser.add_argument("--inputs", default=str(ROOT / "build" / "benchmark-inputs"))
     parser.add_argument("--scans", type=int, default=10, help="documents of 100 scans")
+    parser.add_argument("--documents", help="a folder of documents that other programs made")
     bench = Bench(parser.parse_args())
     large = parser.parse_args().large
     if not VANTORA.exists():
@@ -270,6 +325,8 @@ def main():
     bench.row("one page of each of 10,000 documents of 10 pages", in_workers(bench.make("many-10000", "many", 10000, 10)), 9)
     bench.row("starting and ending", {"vantora": [VANTORA, "--version"], "qpdf": ["qpdf", "--version"]})
     choosing(bench, parser.parse_args().scans)
+    if parser.parse_args().documents:
+        real_documents(bench, parser.parse_args().documents)
     if large:
         odd_pages(bench, 1000000, bench.make("1000000.pdf", "pages", 1000000), "every odd page of 1,000,000 pages")
     shutil.rmtree(bench.trash)
