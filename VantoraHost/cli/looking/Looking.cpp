@@ -8,6 +8,9 @@
 #include "VantoraHost/core/workers/Confinement.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
 #include <thread>
 
 namespace vantora::cli {
@@ -84,6 +87,21 @@ std::string Looking::lookAt(const Sharing& sharing, const std::string& input,
     return isUnreadable ? failureJson(*unreadable_, input) : sharing.look(input, part);
 }
 
+// Small ones that follow each other, but not so many that others have nothing to do.
+std::size_t Looking::smallOnesFrom(std::size_t first, std::size_t atOnce) const
+{
+    constexpr std::size_t most = 16;
+    constexpr std::uintmax_t small = 256 * 1024; // bytes
+    const std::size_t share = (inputs_.size() - first) / (4 * atOnce);
+    std::size_t count = 0;
+    std::error_code failed;
+    while (count < std::min(most, share) && inputs_[first + count].path != standardStream &&
+           std::filesystem::file_size(inputs_[first + count].path, failed) <= small && !failed) {
+        ++count;
+    }
+    return std::max<std::size_t>(1, count);
+}
+
 bool Looking::inProcesses(const Sharing& sharing) const
 {
     const std::size_t most = options_.workers.jobs.value_or(
@@ -100,6 +118,7 @@ bool Looking::inProcesses(const Sharing& sharing) const
     calls.work = [&](std::size_t i, std::size_t part) {
         return lookAt(sharing, inputs_[i].path, part);
     };
+    calls.together = [&](std::size_t i) { return smallOnesFrom(i, atOnce); };
     if (sharing.furtherParts) {
         calls.furtherParts = [&](std::size_t i, const std::string& first) {
             return sharing.furtherParts(inputs_[i].path, first, atOnce);

@@ -22,8 +22,8 @@ struct LookOptions {
     WorkerChoice workers;
 };
 
-/// Documents that a command looks at, each in a process of its own, which can come to no more harm
-/// than the document; without worker processes, all in this one.
+/// Documents that a command looks at in confined processes, small ones several in one after the
+/// other, as in a run; without worker processes, all in this one.
 class Looking {
 public:
     /// Finds the documents, and reads what that takes. The options and streams must outlive the
@@ -56,7 +56,7 @@ public:
     /// processes, there are none but the first.
     bool atEach(const Sharing& sharing) const;
 
-    /// Whether documents are looked at in processes of their own.
+    /// Whether documents are looked at in other processes.
     bool hasProcesses() const { return options_.workers.jobs != 0U; }
 
     const std::vector<Input>& inputs() const { return inputs_; }
@@ -72,6 +72,7 @@ public:
 private:
     Looking(const LookOptions& options, const Streams& streams);
     std::string lookAt(const Sharing& sharing, const std::string& input, std::size_t part) const;
+    std::size_t smallOnesFrom(std::size_t first, std::size_t atOnce) const;
     bool inProcesses(const Sharing& sharing) const;
 
     const LookOptions& options_;

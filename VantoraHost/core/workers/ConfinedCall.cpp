@@ -13,10 +13,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <deque>
 #include <memory>
 #include <new>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace vantora {
@@ -32,19 +34,34 @@ constexpr auto tick = 200ms;
 constexpr int outOfMemory = 3; // the copy's status
 constexpr std::size_t longestAnswer = 64 * 1024 * 1024;
 
-int doConfined(const CallLimits& limits, int answer, const std::function<std::string()>& work)
+bool writeAll(int descriptor, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return true;
+}
+
+// Writes each answer after its length.
+int doConfined(const CallLimits& limits, int answers, std::size_t count,
+               const std::function<std::string(std::size_t)>& work)
 {
     try {
         giveUpPrivileges();
         ::signal(SIGTERM, SIG_DFL);
         confine(limits.memory, limits.files);
-        const std::string text = work();
-        for (std::size_t written = 0; written < text.size();) {
-            const ssize_t count = ::write(answer, text.data() + written, text.size() - written);
-            if (count < 0 && errno != EINTR) {
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::string text = work(i);
+            const std::uint64_t length = text.size();
+            const std::string_view lengthBytes(reinterpret_cast<const char*>(&length),
+                                               sizeof length);
+            if (!writeAll(answers, lengthBytes) || !writeAll(answers, text)) {
                 return EXIT_FAILURE;
             }
-            written += count > 0 ? static_cast<std::size_t>(count) : 0;
         }
         return EXIT_SUCCESS;
     } catch (const std::bad_alloc&) {
@@ -88,7 +105,7 @@ Reading readSome(int descriptor, std::string& text)
     const ssize_t got = ::read(descriptor, piece, sizeof piece);
     if (got > 0) {
         text.append(piece, static_cast<std::size_t>(got));
-        return text.size() > longestAnswer ? Reading::Failed : Reading::More;
+        return Reading::More;
     }
     return got == 0 ? Reading::End : errno == EINTR ? Reading::More : Reading::Failed;
 }
@@ -99,49 +116,110 @@ struct Place {
     std::size_t part = 0;
 };
 
-/// A copy that is at work, and what it has answered so far.
+/// Places that one copy is at, one after the other.
+using Places = std::deque<Place>;
+
+struct Answer {
+    Place place;
+    Result<std::string> text;
+};
+
+/// A copy that is at work, and what it is still to answer.
 class RunningCall {
 public:
-    RunningCall(Place place, CallLimits limits, FileDescriptor answers, pid_t process)
-        : place_(place), limits_(std::move(limits)), answers_(std::move(answers)),
-          copy_(std::make_unique<Copy>(process))
+    RunningCall(Places places, CallLimits limits, FileDescriptor answers, pid_t process)
+        : places_(std::move(places)), isAlone_(places_.size() == 1), limits_(std::move(limits)),
+          answers_(std::move(answers)), copy_(std::make_unique<Copy>(process))
     {
     }
 
     int descriptor() const { return answers_.get(); }
-    Place place() const { return place_; }
+    bool isOver() const { return isOver_; }
 
-    /// Takes what there is of the answer; the result, once there is one.
-    std::optional<Result<std::string>> goOn(bool readable)
+    /// What a copy that is over leaves to be done again.
+    std::vector<Places> rest()
+    {
+        std::vector<Places> rest;
+        if (!places_.empty() && isSuspect_) {
+            rest.push_back({places_.front()});
+            places_.pop_front();
+        }
+        if (!places_.empty()) {
+            rest.push_back(std::move(places_));
+        }
+        return rest;
+    }
+
+    /// Takes what there is of answers.
+    std::vector<Answer> goOn(bool readable)
     {
         const Reading read = readable ? readSome(answers_.get(), text_) : Reading::More;
-        if (read == Reading::End) {
-            return ended();
+        std::vector<Answer> answered = wholeAnswers();
+        isOver_ = isOver_ || places_.empty();
+        if (isOver_) {
+            return answered;
         }
         if (read == Reading::Failed) {
-            return tl::unexpected<Error>(noSense());
+            giveUp(answered, noSense());
+        } else if (read == Reading::End) {
+            end(answered);
+        } else if (limits_.time > 0s && Clock::now() - start_ > limits_.time) {
+            giveUp(answered,
+                   {Reason::TimedOut, {}, "it took longer than " + secondsText(limits_.time)});
         }
-        if (limits_.time > 0s && Clock::now() - start_ > limits_.time) {
-            return fail(Reason::TimedOut, {}, "it took longer than " + secondsText(limits_.time));
-        }
-        return std::nullopt;
+        return answered;
     }
 
 private:
-    Result<std::string> ended()
+    std::vector<Answer> wholeAnswers()
     {
-        const ProcessEnd end = copy_->end();
-        if (end.signal == 0 && end.status == outOfMemory) {
-            return fail(Reason::OutOfMemory, {}, memorySentence(limits_.memory));
+        std::vector<Answer> answered;
+        std::uint64_t length = 0;
+        std::size_t position = 0;
+        while (text_.size() - position >= sizeof length && !places_.empty()) {
+            std::memcpy(&length, text_.data() + position, sizeof length);
+            if (length > longestAnswer) {
+                giveUp(answered, noSense());
+                return answered;
+            }
+            if (text_.size() - position - sizeof length < length) {
+                break;
+            }
+            answered.push_back({places_.front(), text_.substr(position + sizeof length, length)});
+            places_.pop_front();
+            position += sizeof length + length;
+            start_ = Clock::now();
         }
-        if (end.signal != 0 || end.status != 0) {
-            return fail(end.isCrash() ? Reason::Crashed : Reason::Killed, {},
-                        "the worker process that was at it ended: " + end.text());
-        }
-        return std::move(text_);
+        text_.erase(0, position);
+        return answered;
     }
 
-    Place place_;
+    // The copy has closed its side, and not answered everything.
+    void end(std::vector<Answer>& answered)
+    {
+        const ProcessEnd end = copy_->end();
+        if (!isAlone_) {
+            isOver_ = isSuspect_ = true;
+        } else if (end.signal == 0 && end.status == outOfMemory) {
+            giveUp(answered, {Reason::OutOfMemory, {}, memorySentence(limits_.memory)});
+        } else {
+            giveUp(answered, {end.isCrash() ? Reason::Crashed : Reason::Killed,
+                              {},
+                              "the worker process that was at it ended: " + end.text()});
+        }
+    }
+
+    void giveUp(std::vector<Answer>& answered, Error error)
+    {
+        answered.push_back({places_.front(), tl::unexpected<Error>(std::move(error))});
+        places_.pop_front();
+        isOver_ = true;
+    }
+
+    Places places_; ///< it is at the first
+    bool isAlone_;
+    bool isOver_ = false;
+    bool isSuspect_ = false; ///< whether the first place may be what ended the copy
     CallLimits limits_;
     FileDescriptor answers_;
     std::unique_ptr<Copy> copy_;
@@ -149,7 +227,23 @@ private:
     std::string text_;
 };
 
-Result<RunningCall> start(const ConfinedWork& calls, Place place)
+// What the copy may use for all of the places; the time is for each.
+CallLimits limitsFor(const ConfinedWork& calls, const Places& places)
+{
+    CallLimits limits = calls.limits(places.front().piece);
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        const FileAccess files = calls.limits(places[i].piece).files;
+        for (const std::string& file : files.readable) {
+            if (std::find(limits.files.readable.begin(), limits.files.readable.end(), file) ==
+                limits.files.readable.end()) {
+                limits.files.readable.push_back(file);
+            }
+        }
+    }
+    return limits;
+}
+
+Result<RunningCall> start(const ConfinedWork& calls, const Places& places)
 {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {
@@ -158,16 +252,17 @@ Result<RunningCall> start(const ConfinedWork& calls, Place place)
     }
     FileDescriptor answers(ends[0]);
     const FileDescriptor answer(ends[1]);
-    CallLimits limits = calls.limits(place.piece);
+    CallLimits limits = limitsFor(calls, places);
     const pid_t process = startCopy({answer.get()}, [&] {
-        return doConfined(limits, answer.get(),
-                          [&] { return calls.work(place.piece, place.part); });
+        return doConfined(limits, answer.get(), places.size(), [&](std::size_t i) {
+            return calls.work(places[i].piece, places[i].part);
+        });
     });
     if (process < 0) {
         return fail(Reason::WorkerFailed, {},
                     "a worker process can't be started: " + systemMessage(errno));
     }
-    return RunningCall(place, std::move(limits), std::move(answers), process);
+    return RunningCall(places, std::move(limits), std::move(answers), process);
 }
 
 // Waits a while for answers; which calls have some.
@@ -231,22 +326,39 @@ public:
 
     bool areDone() const { return handedOver_ == calls_.count; }
 
-    /// What is to be begun next: further parts of earlier pieces first.
-    std::optional<Place> next()
+    /// What is to be begun next: what is to be done again first, then further parts of earlier
+    /// pieces.
+    Places next()
     {
+        if (!again_.empty()) {
+            Places places = std::move(again_.front());
+            again_.pop_front();
+            return places;
+        }
         const auto more = std::find_if(open_.begin(), open_.end(),
                                        [](const Piece& piece) { return piece.hasMore(); });
         if (more != open_.end()) {
-            return Place{handedOver_ + static_cast<std::size_t>(more - open_.begin()),
-                         more->begin()};
+            return {{handedOver_ + static_cast<std::size_t>(more - open_.begin()), more->begin()}};
         }
+        const std::size_t first = handedOver_ + open_.size();
+        if (first >= calls_.count) {
+            return {};
+        }
+        const std::size_t asked = calls_.together ? calls_.together(first) : 1;
+        const std::size_t count = std::clamp<std::size_t>(asked, 1, calls_.count - first);
         // One that takes long must not let the answers of all others pile up.
-        const std::size_t piece = handedOver_ + open_.size();
-        if (piece >= calls_.count || open_.size() >= 2 * atOnce_) {
-            return std::nullopt;
+        most_ = std::max(most_, 2 * atOnce_ * count);
+        if (open_.size() >= most_) {
+            return {};
         }
-        return Place{piece, open_.emplace_back().begin()};
+        Places places;
+        for (std::size_t i = 0; i < count; ++i) {
+            places.push_back({first + i, open_.emplace_back().begin()});
+        }
+        return places;
     }
+
+    void doAgain(Places places) { again_.push_back(std::move(places)); }
 
     void take(Place place, Result<std::string> answer)
     {
@@ -269,7 +381,9 @@ private:
     const ConfinedWork& calls_;
     std::size_t atOnce_;
     std::size_t handedOver_ = 0;
+    std::size_t most_ = 0; ///< open at a time
     std::deque<Piece> open_;
+    std::deque<Places> again_;
 };
 
 } // namespace
@@ -300,21 +414,28 @@ bool callEachConfined(const ConfinedWork& calls, std::size_t atOnce,
             return false;
         }
         while (running.size() < atOnce) {
-            const std::optional<Place> place = pieces.next();
-            if (!place) {
+            const Places places = pieces.next();
+            if (places.empty()) {
                 break;
             }
-            Result<RunningCall> call = start(calls, *place);
+            Result<RunningCall> call = start(calls, places);
             if (call) {
                 running.push_back(std::move(*call));
-            } else {
-                pieces.take(*place, tl::unexpected<Error>(std::move(call.error())));
+                continue;
+            }
+            for (const Place place : places) {
+                pieces.take(place, tl::unexpected<Error>(call.error()));
             }
         }
         const std::vector<bool> readable = readableOf(running);
         for (std::size_t i = running.size(); i-- > 0;) {
-            if (auto answer = running[i].goOn(readable[i])) {
-                pieces.take(running[i].place(), std::move(*answer));
+            for (Answer& answer : running[i].goOn(readable[i])) {
+                pieces.take(answer.place, std::move(answer.text));
+            }
+            if (running[i].isOver()) {
+                for (Places& rest : running[i].rest()) {
+                    pieces.doAgain(std::move(rest));
+                }
                 running.erase(running.begin() + static_cast<std::ptrdiff_t>(i));
             }
         }

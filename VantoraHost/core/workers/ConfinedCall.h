@@ -40,6 +40,10 @@ struct ConfinedWork {
 
     /// Asked in this process, before any further part begins. Without it, none has further parts.
     std::function<std::size_t(std::size_t piece, const std::string& first)> furtherParts;
+
+    /// How many pieces, from this one on, one copy may do the first parts of, one after the other:
+    /// starting a copy takes as long as some ten small documents. Without it, each has its own.
+    std::function<std::size_t(std::size_t piece)> together;
 };
 
 /// The answers of all parts of a piece in their order, or the error of one that failed.
@@ -49,8 +53,9 @@ using PieceAnswers = Result<std::vector<std::string>>;
 Result<std::string> onlyAnswer(PieceAnswers answers);
 
 /// Does each part as callConfined does, up to `atOnce` at a time, and hands the pieces over in
-/// their order, as they come; a piece is given up over the first part of it that fails. Returns
-/// false when `cancelled` said so; what is not handed over then is given up.
+/// their order, as they come; a piece is given up over the first part of it that fails. One at
+/// which a copy ends that has others to do as well is tried once more, in a copy of its own.
+/// Returns false when `cancelled` said so; what is not handed over then is given up.
 bool callEachConfined(const ConfinedWork& calls, std::size_t atOnce,
                       const std::function<bool()>& cancelled,
                       const std::function<void(std::size_t, PieceAnswers)>& receive);

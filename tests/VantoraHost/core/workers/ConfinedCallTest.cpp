@@ -10,6 +10,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <set>
+#include <string>
 #include <vector>
 
 namespace {
@@ -192,6 +194,51 @@ TEST(ConfinedCalls, AreSharedInAsManyPartsAsTheFirstOneAsksFor)
                 received += "; ";
             }));
         EXPECT_EQ(received, row.received);
+    }
+}
+
+TEST(ConfinedCalls, ThatShareACopyLoseNoneOfTheirAnswersWithIt)
+{
+    const struct {
+        const char* name;
+        std::size_t failing; ///< a piece, which ends its copy
+        bool onlyAtFirst;    ///< whether it does the second time what it should
+        const char* received;
+    } rows[] = {
+        {"none fails", 7, false, "0123456"},
+        {"the first of a copy", 3, false, "012!456"},
+        {"one in the middle", 1, false, "0!23456"},
+        {"the last of a copy", 5, false, "01234!6"},
+        {"one alone in its copy", 6, false, "012345!"},
+        {"one that does it the second time", 4, true, "0123456"},
+    };
+    for (const auto& row : rows) {
+        const support::ScratchFolder scratch;
+        const std::string flag = scratch.path("flag");
+        ConfinedWork calls;
+        calls.count = 7;
+        calls.limits = [&](std::size_t) {
+            return CallLimits{{{scratch.path("")}, {scratch.path("")}}, 0, 0s};
+        };
+        calls.together = [](std::size_t) { return 3; };
+        calls.work = [&](std::size_t i, std::size_t) {
+            const bool first = i != row.failing || ::access(flag.c_str(), F_OK) != 0;
+            if (i == row.failing && (first || !row.onlyAtFirst)) {
+                ::close(::open(flag.c_str(), O_WRONLY | O_CREAT, 0600));
+                std::abort();
+            }
+            return std::to_string(i) + " " + std::to_string(::getpid());
+        };
+        std::string received;
+        std::set<std::string> copies;
+        EXPECT_TRUE(callEachConfined(calls, 2, never, [&](std::size_t, PieceAnswers answers) {
+            received += answers ? answers->at(0).substr(0, 1) : "!";
+            copies.insert(answers ? answers->at(0).substr(2) : "");
+        }));
+        EXPECT_EQ(received, row.received) << row.name;
+        if (row.failing == calls.count) {
+            EXPECT_EQ(copies.size(), 3U) << row.name;
+        }
     }
 }
 
