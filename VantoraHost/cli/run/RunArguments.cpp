@@ -107,7 +107,8 @@ std::optional<std::string> destinationMistake(const RunArguments& run)
     return std::nullopt;
 }
 
-// Where the results go, with names that destinationMistake has judged.
+} // namespace
+
 std::optional<std::string> readDestination(RunArguments& run)
 {
     run.options.taken = run.overwrite ? TakenName::Replace
@@ -131,6 +132,8 @@ std::optional<std::string> readDestination(RunArguments& run)
     }
     return std::nullopt;
 }
+
+namespace {
 
 // What makes a run one of several: its share of the inputs, and reports.
 void declareReports(CLI::App& command, RunArguments& run)
@@ -253,7 +256,8 @@ std::optional<std::string> readWorkerOptions(RunArguments& run)
     return workersMistake(run);
 }
 
-// What counts as done, and as a failure.
+} // namespace
+
 void declareJudgement(CLI::App& command, RunArguments& run)
 {
     command.add_flag("--keep-signed", run.options.keepSigned,
@@ -278,6 +282,8 @@ void declareJudgement(CLI::App& command, RunArguments& run)
             "KIND,...");
 }
 
+namespace {
+
 std::optional<std::string> readAcceptedFailures(RunArguments& run)
 {
     for (const std::string& kinds : run.acceptedFailures) {
@@ -296,6 +302,8 @@ std::optional<std::string> readAcceptedFailures(RunArguments& run)
     }
     return std::nullopt;
 }
+
+} // namespace
 
 std::optional<std::string> readJudgement(RunArguments& run)
 {
@@ -318,7 +326,16 @@ std::optional<std::string> readJudgement(RunArguments& run)
     return readAcceptedFailures(run);
 }
 
-} // namespace
+void declareTelling(CLI::App& command, RunOptions& options)
+{
+    command.add_flag("--json", options.json,
+                     "Print one JSON object per document on standard output,\n"
+                     "and one that sums up");
+    command.add_flag("-q,--quiet", options.quiet, "Print nothing but errors");
+    command.add_flag("-v,--verbose", options.verbose,
+                     "Say, too, what stays of each document and may repeat what\n"
+                     "removed pages said, such as attachments and metadata");
+}
 
 void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
 {
@@ -360,13 +377,7 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)
     declareRecords(command, run);
     command.add_flag("-n,--dry-run", run.options.dryRun,
                      "Say what would become of each document and write nothing");
-    command.add_flag("--json", run.options.json,
-                     "Print one JSON object per document on standard output,\n"
-                     "and one that sums up");
-    command.add_flag("-q,--quiet", run.options.quiet, "Print nothing but errors");
-    command.add_flag("-v,--verbose", run.options.verbose,
-                     "Say, too, what stays of each document and may repeat what\n"
-                     "removed pages said, such as attachments and metadata");
+    declareTelling(command, run.options);
     declareConfiguration(command);
 }
 

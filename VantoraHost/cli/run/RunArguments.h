@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <tl/expected.hpp>
 #include <vector>
@@ -50,5 +51,16 @@ void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments);
 
 /// The options that the arguments say, or the mistake in them.
 tl::expected<RunOptions, Ending> finished(RunArguments& run);
+
+/// Parts of it that other commands have as well. What counts as done, and as a failure:
+void declareJudgement(CLI::App& command, RunArguments& run);
+std::optional<std::string> readJudgement(RunArguments& run);
+
+/// What is told of documents: --json, -q, -v.
+void declareTelling(CLI::App& command, RunOptions& options);
+
+/// Reads where the results go, of options that exclude each other as they should; returns the
+/// mistake.
+std::optional<std::string> readDestination(RunArguments& run);
 
 } // namespace vantora::cli

@@ -1,54 +1,21 @@
 #include "VantoraHost/cli/run/RunCommand.h"
 
-#include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
-#include "VantoraHost/cli/arguments/NamedSteps.h"
 #include "VantoraHost/cli/certificates/Certifier.h"
 #include "VantoraHost/cli/console/InputFiles.h"
 #include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/cli/run/CarryOut.h"
 #include "VantoraHost/cli/run/RunInputs.h"
 #include "VantoraHost/cli/run/RunRecords.h"
 #include "VantoraHost/cli/run/RunReporter.h"
-#include "VantoraHost/cli/worker/WorkerCommand.h"
 #include "VantoraHost/core/FileIdentity.h"
-#include "VantoraHost/core/IsoTime.h"
-#include "VantoraHost/core/actions/StepsIdentity.h"
-#include "VantoraHost/core/documents/Batch.h"
-#include "VantoraHost/core/documents/PdfLibrary.h"
-#include "VantoraHost/core/workers/Confinement.h"
-#include "VantoraHost/core/workers/SharedJudgement.h"
-#include "VantoraHost/core/workers/SpreadRun.h"
 
 #include <algorithm>
 #include <ostream>
-#include <thread>
 #include <tuple>
 
 namespace vantora::cli {
 
 namespace {
-
-// An action that isn't there may be the name of something that the person has saved.
-Error withNamesakes(Error error, const RunOptions& options, const ActionCatalog& catalog,
-                    const GuiPartSource& guiPart)
-{
-    for (const NamedStep& step : options.steps) {
-        const bool isMissing = error.reason == Reason::ActionMissing && !step.saved;
-        const auto part =
-            isMissing && !catalog.find(step.action) ? guiPart() : Result<const GuiPart*>(nullptr);
-        if (!part || !*part) {
-            continue;
-        }
-        if ((*part)->steps({SavedKind::ActionList, step.action})) {
-            error.sentence +=
-                "; there is an action list of that name: --list \"" + step.action + "\"";
-        }
-        if ((*part)->steps({SavedKind::Favourite, step.action})) {
-            error.sentence +=
-                "; there is a favourite of that name: --favourite \"" + step.action + "\"";
-        }
-    }
-    return error;
-}
 
 bool isBefore(const timespec& one, const timespec& other)
 {
@@ -96,18 +63,6 @@ std::vector<std::string> reportsOf(const RunOptions& options)
     return reports;
 }
 
-// What these steps can't be told to do.
-Outcome checkSteps(const RunOptions& options, const Sequence& sequence)
-{
-    const Action* unknown = sequence.firstThatSeesTheRun();
-    if (options.verify && unknown) {
-        return fail(Reason::WrongUsage, {},
-                    "--verify judges removals of pages, and what action \"" + unknown->name +
-                        "\" does only itself knows");
-    }
-    return {};
-}
-
 /// A run, and the places of the certificates of its inputs.
 struct Prepared {
     Batch batch;
@@ -128,26 +83,6 @@ Outcome keepOwnFilesApart(const RunOptions& options, const std::vector<Input>& i
         }
     }
     return {};
-}
-
-JobSettings settingsOf(const RunOptions& options)
-{
-    JobSettings settings;
-    settings.dryRun = options.dryRun;
-    settings.keepSigned = options.keepSigned;
-    const bool keepsRecords = options.certificates || !options.checksumsPath.empty();
-    settings.hashInputs = options.reportHashes || keepsRecords;
-    settings.hashOutputs = keepsRecords;
-    settings.strict = options.strict;
-    settings.salvage = options.salvage;
-    const bool inPlace =
-        options.destination && std::holds_alternative<InPlace>(*options.destination);
-    settings.ifEmpty =
-        options.ifEmpty.value_or(inPlace || options.strict ? IfEmpty::Fail : IfEmpty::Blank);
-    // A run that is killed must not leave documents that are done and not reported: going on, the
-    // next one would change them once more. Elsewhere it would only do them again.
-    settings.reportFirst = !options.reportPath.empty() && inPlace;
-    return settings;
 }
 
 // Everything that a run needs beside its steps. Takes the names out of the inputs.
@@ -211,44 +146,6 @@ Result<Prepared> prepare(const RunOptions& options, std::vector<Input>& inputs,
         return streams.out.good();
     };
     return prepared;
-}
-
-bool usesStandardStreams(const Batch& batch)
-{
-    return std::find(batch.inputs.begin(), batch.inputs.end(), standardStream) !=
-               batch.inputs.end() ||
-           std::any_of(batch.targets.begin(), batch.targets.end(),
-                       [](const auto& target) { return target && target->standardOutput; });
-}
-
-WorkerSettings workersFor(const RunOptions& options, const Installation& installation,
-                          const std::vector<StepRequest>& steps, const Batch& batch,
-                          const GuiPartSource& guiPart)
-{
-    WorkerSettings settings;
-    settings.program = installation.program;
-    settings.count =
-        options.workers.jobs.value_or(std::max(1U, std::thread::hardware_concurrency()));
-    settings.timeout = std::chrono::seconds(options.workers.timeout.value_or(longestForADocument));
-    settings.setup.library = installation.library;
-    settings.setup.actionFolders = installation.actionFolders;
-    settings.setup.steps = steps;
-    settings.setup.memoryLimit = options.workers.memoryLimit.value_or(memoryShare(settings.count));
-    // One document would only wait for another program to start.
-    if (batch.inputs.size() == 1 || usesStandardStreams(batch)) {
-        settings.copies = storedReader(guiPart);
-    }
-    return settings;
-}
-
-Result<BatchResult> runHere(const Batch& batch, const Installation& installation,
-                            Sequence& sequence, RunObserver& observer)
-{
-    const auto library = loadPdfLibrary(installation.library);
-    if (!library) {
-        return tl::unexpected<Error>(library.error());
-    }
-    return runBatch(**library, sequence, batch, observer);
 }
 
 // The file that --report names; going on with one of --resume adds to it.
@@ -365,29 +262,6 @@ void sayWhatIsLeftAlone(const RunOptions& options, const RunInputs& inputs, cons
     }
 }
 
-// What a person who gave the options may not expect of these steps.
-void sayWhatStepsMean(const RunOptions& options, const Sequence& sequence, const Streams& streams)
-{
-    if (options.quiet) {
-        return;
-    }
-    for (const OptionDoubt& doubt : sequence.doubts()) {
-        std::string keys;
-        for (const std::string& key : doubt.keys) {
-            keys += (keys.empty() ? "" : ", ") + key;
-        }
-        printWarning(streams, {},
-                     "action \"" + doubt.action + "\" may not know what was set: " + keys +
-                         "; a misspelt option does nothing");
-    }
-    const Action* oneByOne = sequence.firstThatSeesTheRun();
-    if (oneByOne && options.workers.jobs.value_or(1) > 1) {
-        printNote(streams,
-                  "one worker process does all documents in their order, because action \"" +
-                      oneByOne->name + "\" may have to see them so");
-    }
-}
-
 // Says how a run ended, and with which status the program is to end.
 int statusOf(const BatchResult& result, RunReporter& reporter, const Streams& streams)
 {
@@ -416,26 +290,11 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
         return failedWith(streams, options.json,
                           {Reason::OutputNotAFile, {}, "a PDF is not for a terminal"});
     }
-    const ActionCatalog catalog = ActionCatalog::of(installation.actionFolders);
-    const Result<std::vector<StepRequest>> steps = stepsNamed(options.steps, guiPart);
+    Result<RunSteps> steps = stepsOfRun(options, installation, guiPart);
     if (!steps) {
         return failedWith(streams, options.json, steps.error());
     }
-    Result<Sequence> sequence = Sequence::of(*steps, catalog);
-    if (!sequence) {
-        return failedWith(streams, options.json,
-                          withNamesakes(sequence.error(), options, catalog, guiPart));
-    }
-    if (const Outcome fit = checkSteps(options, *sequence); !fit) {
-        return failedWith(streams, options.json, fit.error());
-    }
-    const RunIdentity identity = {VANTORA_VERSION,
-                                  stepsDigest(sequence->steps()),
-                                  stepsJson(sequence->steps()),
-                                  nanosecondsNow(),
-                                  options.salvage,
-                                  options.verify};
-    Result<RunInputs> inputs = inputsOf(options, identity, streams);
+    Result<RunInputs> inputs = inputsOf(options, steps->identity, streams);
     if (!inputs) {
         return failedWith(streams, options.json, inputs.error());
     }
@@ -453,32 +312,21 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     if (!report) {
         return failedWith(streams, options.json, report.error());
     }
-    if (options.verify && !options.dryRun) {
-        batch->settings.verifier = installation.verifier;
-    }
     auto records = openRecords(options, installation, *prepared);
     if (!records) {
         return failedWith(streams, options.json, records.error());
     }
-    sayWhatStepsMean(options, *sequence, streams);
+    sayWhatStepsMean(options, steps->sequence, streams);
     sayWhatIsLeftAlone(options, *inputs, streams);
     if (!options.dryRun) {
         makeFolders(batch->inputs, batch->targets);
         removeAbandonedFiles(batch->targets);
     }
-    const WorkerSettings workers = workersFor(options, installation, *steps, *batch, guiPart);
-    const bool inWorkers = options.workers.jobs != 0U && !batch->inputs.empty();
-    if (const ChoiceSet* choices = sequence->choices(); choices && inWorkers) {
-        batch->settings.judged =
-            judgeTogether(*choices, *batch,
-                          {installation.library, workers.count, workers.setup.memoryLimit,
-                           workers.timeout, streams.interrupted});
-    }
     RunReporter reporter(options, batch->inputs.size(),
-                         {identity, std::move(*report), inputs->notNamed}, *records, streams);
-    const Result<BatchResult> result = inWorkers
-                                           ? spreadRun(*sequence, *batch, workers, reporter)
-                                           : runHere(*batch, installation, *sequence, reporter);
+                         {steps->identity, std::move(*report), inputs->notNamed}, *records,
+                         streams);
+    const Result<BatchResult> result =
+        carryOut(*steps, *batch, options, installation, guiPart, streams, reporter);
     if (!result) {
         return failedWith(streams, options.json, result.error());
     }

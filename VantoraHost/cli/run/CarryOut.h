@@ -1,0 +1,40 @@
+#pragma once
+
+#include "VantoraHost/cli/console/Streams.h"
+#include "VantoraHost/cli/gui_part/GuiPart.h"
+#include "VantoraHost/cli/run/RunOptions.h"
+#include "VantoraHost/core/Installation.h"
+#include "VantoraHost/core/actions/Sequence.h"
+#include "VantoraHost/core/documents/Batch.h"
+#include "VantoraHost/core/reports/RunIdentity.h"
+
+#include <vector>
+
+/// What carrying steps out takes, whoever names the documents and keeps count of them.
+namespace vantora::cli {
+
+/// The steps that the options ask for.
+struct RunSteps {
+    std::vector<StepRequest> requested; ///< as workers are told them
+    Sequence sequence;
+    RunIdentity identity; ///< of a run that begins now
+};
+
+/// Finds the actions. The error is that they aren't there, or can't do what the options say;
+/// `guiPart` is asked only for saved steps.
+Result<RunSteps> stepsOfRun(const RunOptions& options, const Installation& installation,
+                            const GuiPartSource& guiPart);
+
+/// What holds for every document, but for passwords and standard input.
+JobSettings settingsOf(const RunOptions& options);
+
+/// Says what a person who gave the options may not expect of these steps.
+void sayWhatStepsMean(const RunOptions& options, const Sequence& sequence, const Streams& streams);
+
+/// Does the documents of a batch, in worker processes unless the options want none. The error is
+/// that nothing could be begun; no document was touched then.
+Result<BatchResult> carryOut(RunSteps& steps, Batch& batch, const RunOptions& options,
+                             const Installation& installation, const GuiPartSource& guiPart,
+                             const Streams& streams, RunObserver& observer);
+
+} // namespace vantora::cli
