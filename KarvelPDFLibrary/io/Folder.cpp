@@ -98,11 +98,17 @@ int Folder::link(const std::string& name, const std::string& second) const
 
 int Folder::renameToFree(const std::string& from, const std::string& to) const
 {
-    int result = resultOf(renameat2(descriptor_.get(), from.c_str(), descriptor_.get(), to.c_str(),
-                                    RENAME_NOREPLACE));
+    return moveToFree(from, *this, to);
+}
+
+int Folder::moveToFree(const std::string& from, const Folder& folder, const std::string& to) const
+{
+    const int other = folder.descriptor_.get();
+    int result =
+        resultOf(renameat2(descriptor_.get(), from.c_str(), other, to.c_str(), RENAME_NOREPLACE));
     if (result == EINVAL || result == ENOSYS) {
         // A file system without that flag: a hard link refuses an existing name just as well.
-        result = link(from, to);
+        result = resultOf(linkat(descriptor_.get(), from.c_str(), other, to.c_str(), 0));
         if (result == 0) {
             unlinkat(descriptor_.get(), from.c_str(), 0);
         }

@@ -46,6 +46,9 @@ public:
     /// Renames to a name that is free; EEXIST when it isn't.
     int renameToFree(const std::string& from, const std::string& to) const;
 
+    /// The same into another folder of the file system; EXDEV when that is of another one.
+    int moveToFree(const std::string& from, const Folder& folder, const std::string& to) const;
+
     /// Renames over what has the name.
     int renameOver(const std::string& from, const std::string& to) const;
 

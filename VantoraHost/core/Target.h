@@ -29,6 +29,10 @@ struct Target {
     /// place, where it is what is opened.
     std::optional<FileVersion> replaced;
 
+    /// The input as somebody looked at it, so that nothing else is opened in its place; none where
+    /// whatever is there will do.
+    std::optional<FileVersion> input;
+
     bool standardOutput = false;
     bool inPlace = false; ///< whether the input itself is replaced
     bool number = false;  ///< whether to take a copy name when the file exists by then

@@ -142,6 +142,10 @@ Outcome DocumentJob::openInput(DocumentReport& report, const Target& target)
     if (!opened) {
         return tl::unexpected<Error>(std::move(opened.error()));
     }
+    if (target.input && opened->version() != *target.input) {
+        return fail(Reason::ChangedMeanwhile, report.input,
+                    "was changed, or another file was put in its place, before it was opened");
+    }
     input_.emplace(std::move(*opened));
     report.bytesBefore = static_cast<std::uint64_t>(input_->version().size);
     report.inputModified = std::to_string(input_->version().modified);

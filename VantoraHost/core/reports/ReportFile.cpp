@@ -124,6 +124,16 @@ void ReportFile::append(const std::string& text)
     }
 }
 
+Outcome ReportFile::reserve(std::uint64_t bytes)
+{
+    const off_t end = ::lseek(file_.get(), 0, SEEK_END);
+    const auto length = static_cast<off_t>(bytes);
+    const bool isFull = end >= 0 &&
+                        ::fallocate(file_.get(), FALLOC_FL_KEEP_SIZE, end, length) != 0 &&
+                        (errno == ENOSPC || errno == EDQUOT || errno == EFBIG);
+    return isFull ? unwritable(path_, errno) : Outcome();
+}
+
 Outcome ReportFile::sync()
 {
     if (failure_ == 0 && ::fdatasync(file_.get()) != 0 && errno != EINVAL && errno != EROFS) {

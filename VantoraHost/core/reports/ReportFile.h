@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
 #include "VantoraHost/core/reports/DocumentReport.h"
 
+#include <cstdint>
 #include <string>
 
 namespace vantora {
@@ -26,6 +27,10 @@ public:
     /// Adds a line about a document of a run. After a failure nothing more is written, and sync()
     /// says so.
     void add(const DocumentReport& report, const RunIdentity& run);
+
+    /// Takes room for so many bytes more on the disk, so that lines about what is done find it; the
+    /// error is that there isn't any. Nothing happens where the file system can't.
+    Outcome reserve(std::uint64_t bytes);
 
     /// Waits until the disk has the file; the error is the first one of all its writing.
     Outcome sync();

@@ -120,6 +120,9 @@ JsonObject taskJson(const WorkerTask& task)
     if (task.target.replaced) {
         json.add("replaced", versionTexts(*task.target.replaced));
     }
+    if (task.target.input) {
+        json.add("input_version", versionTexts(*task.target.input));
+    }
     if (task.target.inPlace) {
         json.add("in_place", true);
     }
@@ -153,6 +156,7 @@ std::optional<WorkerTask> taskOf(const QJsonObject& json)
     }
     task.target.root = identityOf(json["root"].toArray());
     task.target.replaced = versionOf(json["replaced"].toArray());
+    task.target.input = versionOf(json["input_version"].toArray());
     task.target.inPlace = json["in_place"].toBool();
     task.target.number = json["number_copies"].toBool();
     return task;

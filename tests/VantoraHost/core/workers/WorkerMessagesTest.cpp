@@ -81,6 +81,7 @@ TEST(WorkerTasks, ArriveAsTheyWereSent)
     replaced.below = 1;
     replaced.root = FileIdentity{7, 18'446'744'073'709'551'615U};
     replaced.replaced = FileVersion{7, 9'007'199'254'740'993, 5'000'000'000, -1};
+    replaced.input = FileVersion{8, 11, 42, 1'700'000'000'000'000'001};
     const auto got =
         tasksOf(tasksMessage({{7, "a\n.pdf", plain}, {5'000'000'000, "b.pdf", replaced, "1,4-6"}}));
     ASSERT_TRUE(got);
@@ -91,7 +92,7 @@ TEST(WorkerTasks, ArriveAsTheyWereSent)
     EXPECT_FALSE(got->front().range);
     EXPECT_EQ(got->back().range, "1,4-6");
     EXPECT_FALSE(got->front().target.inPlace || got->front().target.root ||
-                 got->front().target.replaced);
+                 got->front().target.replaced || got->front().target.input);
     EXPECT_EQ(got->front().target.below, std::string::npos);
     EXPECT_EQ(got->back().number, 5'000'000'000U);
     EXPECT_EQ(got->back().target.name, "link.pdf");
@@ -101,6 +102,7 @@ TEST(WorkerTasks, ArriveAsTheyWereSent)
     EXPECT_EQ(got->back().target.below, 1U);
     EXPECT_TRUE(got->back().target.root == replaced.root);
     EXPECT_TRUE(got->back().target.replaced == replaced.replaced);
+    EXPECT_TRUE(got->back().target.input == replaced.input);
 }
 
 TEST(WorkerTasks, AreNothingWhenTheyMakeNoSense)
