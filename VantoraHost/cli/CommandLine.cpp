@@ -14,6 +14,7 @@
 #include "VantoraHost/cli/run/RunArguments.h"
 #include "VantoraHost/cli/undo/UndoArguments.h"
 #include "VantoraHost/cli/verify/VerifyArguments.h"
+#include "VantoraHost/cli/watch/WatchArguments.h"
 #include "VantoraHost/core/ShownText.h"
 #include "VantoraHost/core/workers/WorkerProcess.h"
 
@@ -33,6 +34,7 @@ constexpr char programHelp[] = "Runs actions over PDF documents; above all, remo
 constexpr char programExamples[] = R"(Examples:
   vantora run --pages 1,4-6 report.pdf -o short.pdf
   vantora run --pages 1 *.pdf -d without-covers
+  vantora watch inbox -d without-covers --pages 1
   vantora pages --choose last:2 report.pdf
   vantora info short.pdf
   vantora verify report.pdf short.pdf --pages 1,4-6
@@ -81,14 +83,15 @@ public:
 std::string commandMistake(const std::vector<std::string>& arguments)
 {
     const std::string which =
-        "name what to do: run, pages, desktop, configure, info, verify, undo, config, "
-        "actions, lists, favourites or settings";
+        "name what to do: run, watch, pages, desktop, configure, info, verify, undo, "
+        "config, actions, lists, favourites or settings";
     return arguments.empty() ? which : "\"" + arguments.front() + "\" is no command; " + which;
 }
 
 /// All that the commands' arguments are read into.
 struct AllArguments {
     RunArguments run;
+    WatchArguments watch;
     PagesArguments pages;
     DesktopOptions desktop;
     InfoArguments info;
@@ -103,6 +106,7 @@ struct AllArguments {
 void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
 {
     declareRun(program, all.run, arguments);
+    declareWatch(program, all.watch, arguments);
     declarePages(program, all.pages, arguments);
     declareDesktop(program, all.desktop, arguments);
     declareConfigure(program, all.configure);
@@ -132,6 +136,9 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
 {
     if (chosen == "run") {
         return finished(all.run);
+    }
+    if (chosen == "watch") {
+        return finished(all.watch);
     }
     using Work = WorkerOptions::Work;
     for (const auto& [command, work] :

@@ -12,6 +12,7 @@
 #include "VantoraHost/cli/run/RunOptions.h"
 #include "VantoraHost/cli/undo/UndoCommand.h"
 #include "VantoraHost/cli/verify/VerifyCommand.h"
+#include "VantoraHost/cli/watch/WatchOptions.h"
 #include "VantoraHost/cli/worker/WorkerCommand.h"
 
 #include <string>
@@ -22,7 +23,7 @@
 namespace vantora::cli {
 
 /// What a command line says to do: a command with its options.
-using Command = std::variant<RunOptions, WorkerOptions, PagesOptions, InfoOptions, VerifyOptions,
+using Command = std::variant<RunOptions, WatchOptions, WorkerOptions, PagesOptions, InfoOptions, VerifyOptions,
                              UndoOptions, ActionsOptions, SavedOptions, ConfigOptions,
                              ConfigureOptions, DesktopOptions, CompletionOptions>;
 

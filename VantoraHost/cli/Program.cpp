@@ -11,6 +11,7 @@
 #include "VantoraHost/cli/run/RunCommand.h"
 #include "VantoraHost/cli/undo/UndoCommand.h"
 #include "VantoraHost/cli/verify/VerifyCommand.h"
+#include "VantoraHost/cli/watch/WatchCommand.h"
 #include "VantoraHost/cli/worker/WorkerCommand.h"
 #include "VantoraHost/core/reports/FailureJson.h"
 
@@ -41,6 +42,9 @@ int carryOut(const Command& command, const Installation& installation, const Gui
 {
     if (const auto* options = std::get_if<RunOptions>(&command)) {
         return run(*options, installation, guiPart, streams);
+    }
+    if (const auto* options = std::get_if<WatchOptions>(&command)) {
+        return watch(*options, installation, guiPart, streams);
     }
     if (const auto* options = std::get_if<WorkerOptions>(&command)) {
         return work(*options, guiPart, streams);

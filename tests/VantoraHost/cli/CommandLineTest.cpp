@@ -194,6 +194,13 @@ TEST(WrongUsageOf, IsOneLineWithStatus2)
         {"configure inside nothing", "configure A --inside out", "main-window or preview"},
         {"info of nothing", "info", "FILE"},
         {"actions with arguments", "actions a", "a"},
+        {"nothing to watch", "watch -d out -p 1", "FOLDER"},
+        {"a watch for nothing", "watch in -d out", "--pages"},
+        {"a watch without a place", "watch in -p 1", "-d DIR"},
+        {"a watch with numbers", "watch in -d out -p 1 --name {number}", "takes {name} and {ext}"},
+        {"a watch that lists all the time", "watch in -d out -p 1 --poll 0", "1 to 86400, not 0"},
+        {"a watch that waits for ever", "watch in -d out -p 1 --settle 1e9", "not 1e9"},
+        {"a watch in place", "watch in -p 1 -i", "-i"},
         {"help for no command", "help frobnicate", "\"frobnicate\" is no command"}};
     for (const Mistake& row : rows) {
         SCOPED_TRACE(row.name);

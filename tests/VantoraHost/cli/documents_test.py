@@ -11,7 +11,7 @@ from pathlib import Path
 
 PROGRAM = BUILD_DIR = None
 SAVED = ["lists", "favourites", "settings"]
-COMMANDS = [[name] for name in ["run", "pages", "desktop", "configure", "info", "verify", "undo", "config", "actions", *SAVED]] + [
+COMMANDS = [[name] for name in ["run", "watch", "pages", "desktop", "configure", "info", "verify", "undo", "config", "actions", *SAVED]] + [
     [name, verb] for name in SAVED for verb in ["show", "add", "change", "remove"]]
 OPTION = re.compile(r"(?<![\w-])(--?[a-z0-9][a-z-]*)")
 
