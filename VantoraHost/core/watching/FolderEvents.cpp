@@ -14,6 +14,10 @@ constexpr std::uint32_t whole = IN_CLOSE_WRITE | IN_MOVED_TO;
 constexpr std::uint32_t removed = IN_DELETE | IN_MOVED_FROM;
 constexpr std::uint32_t lost = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT | IN_IGNORED;
 
+// Some more than the system's queue holds; who makes more and more of them isn't listened to for
+// ever.
+constexpr int mostPieces = 16;
+
 FolderEvent eventOf(const inotify_event& told, const char* name)
 {
     FolderEvent event;
@@ -63,7 +67,7 @@ std::vector<FolderEvent> FolderEvents::read()
 {
     std::vector<FolderEvent> events;
     std::array<char, 64 * 1024> buffer;
-    while (inotify_) {
+    for (int piece = 0; inotify_ && piece < mostPieces; ++piece) {
         const ssize_t length = ::read(inotify_.get(), buffer.data(), buffer.size());
         if (length <= 0) {
             break;

@@ -42,7 +42,7 @@ public:
     /// Readable when there is something to tell; -1 for never.
     int descriptor() const { return inotify_.get(); }
 
-    /// What has happened since; doesn't wait.
+    /// What has happened since, or the first of it; doesn't wait.
     std::vector<FolderEvent> read();
 
 private:

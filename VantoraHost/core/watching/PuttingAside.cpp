@@ -54,8 +54,6 @@ Result<std::string> putAside(const karvel::io::Folder& from, const std::string& 
         (*to)->moveToFree(moved, from, name);
         return changed();
     }
-    (*to)->sync();
-    from.sync();
     return moved;
 }
 

@@ -10,6 +10,7 @@
 
 #include <fcntl.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,6 +18,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <set>
 
@@ -32,10 +34,20 @@ using support::pageTexts;
 using testing::HasSubstr;
 using Names = std::set<std::string>;
 
+/// Returns once a process stands still.
+void isStopped(pid_t process)
+{
+    const std::string file = "/proc/" + std::to_string(process) + "/stat";
+    for (std::string state; state != "T";) {
+        const std::string all = support::readFile(file);
+        state = all.substr(all.rfind(')') + 2, 1);
+    }
+}
+
 /// The program, started; what it says comes line by line. It ends with the test.
 class Program {
 public:
-    explicit Program(const std::string& line, const char* actions = nullptr)
+    explicit Program(const std::string& line, const char* actions = nullptr, rlim_t largestFile = 0)
     {
         int ends[2] = {};
         if (::pipe2(ends, O_CLOEXEC) != 0) {
@@ -55,6 +67,11 @@ public:
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
                 ::signal(number, SIG_DFL);
+            }
+            ::signal(SIGXFSZ, SIG_IGN);
+            if (largestFile > 0) {
+                const rlimit limit = {largestFile, RLIM_INFINITY};
+                ::setrlimit(RLIMIT_FSIZE, &limit);
             }
             ::dup2(says.get(), STDOUT_FILENO);
             ::dup2(says.get(), STDERR_FILENO);
@@ -90,6 +107,22 @@ public:
                 return;
             }
         }
+    }
+
+    /// Lets its files grow from now on.
+    void liftLimit() const
+    {
+        const rlimit limit = {RLIM_INFINITY, RLIM_INFINITY};
+        EXPECT_EQ(::prlimit(process_, RLIMIT_FSIZE, &limit, nullptr), 0);
+    }
+
+    /// Lets it do nothing while `work` is done.
+    void asleepDuring(const std::function<void()>& work) const
+    {
+        ::kill(process_, SIGSTOP);
+        isStopped(process_);
+        work();
+        ::kill(process_, SIGCONT);
     }
 
     /// Ends it, and returns its exit status when it and its workers are gone.
@@ -261,10 +294,7 @@ TEST_F(WatchStandingStill, DoesAVersionThatComesWhileTheOneBeforeIsDone)
     const auto processes = terminal::lines(support::readFile("out/processes"));
     ASSERT_FALSE(processes.empty());
     const pid_t worker = std::stoi(processes.back());
-    for (std::string state; state != "T";) { // until it has stopped itself
-        const std::string all = support::readFile("/proc/" + processes.back() + "/stat");
-        state = all.substr(all.rfind(')') + 2, 1);
-    }
+    isStopped(worker);
     EXPECT_EQ(::kill(worker, SIGCONT), 0);
     EXPECT_THAT(program.lineWith(" -> "), HasSubstr("out/a.pdf: 1 of 2 pages"));
     EXPECT_THAT(program.lineWith(" -> "), HasSubstr("out/a (1).pdf: 1 of 3 pages"));
@@ -325,6 +355,38 @@ TEST_F(Watch, WaitsUntilItsPlaceForOutputsIsBack)
     program.end(SIGTERM);
     EXPECT_EQ(namesIn("out"), (Names{"a.pdf", "b.pdf"}));
     EXPECT_TRUE(fs::is_empty("aside"));
+}
+
+TEST_F(Watch, WaitsUntilThereIsRoomForOutputs)
+{
+    Program program(plain + "--failed aside", nullptr, 32'768);
+    program.lineWith("watching");
+    bring("big.pdf", 400);
+    EXPECT_THAT(program.lineWith("error: "), HasSubstr("File too large"));
+    program.lineWith("1 document waits for that to pass");
+    bring("small.pdf", 3);
+    EXPECT_THAT(program.lineWith(" -> "), HasSubstr("small.pdf")) << "others aren't kept from it";
+    program.liftLimit();
+    EXPECT_THAT(program.lineWith(" -> "), HasSubstr("big.pdf: 1 of 400 pages"));
+    program.end(SIGTERM);
+    EXPECT_EQ(namesIn("out"), (Names{"big.pdf", "small.pdf"})) << "temporary files?";
+    EXPECT_TRUE(fs::is_empty("aside"));
+}
+
+TEST_F(Watch, ListsTheFolderWhenMoreHappenedThanTheSystemTells)
+{
+    Program program(plain);
+    program.lineWith("watching");
+    const int most = std::stoi(support::readFile("/proc/sys/fs/inotify/max_queued_events"));
+    program.asleepDuring([&] {
+        for (int i = 0; i <= most; ++i) { // two in turn, since one alone would be told of once
+            const FileDescriptor file(
+                ::open(i % 2 == 0 ? "in/x" : "in/y", O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+        }
+        bring("a.pdf", 3);
+    });
+    EXPECT_THAT(program.lineWith(" -> "), HasSubstr("a.pdf: 1 of 3 pages"));
+    EXPECT_EQ(program.end(SIGTERM), 130);
 }
 
 TEST_F(Watch, LosesNothingAndDoesNothingTwiceWhenItIsKilled)
