@@ -21,7 +21,7 @@ namespace {
 // Worth starting worker processes for, and not so many that one which arrives meanwhile waits long.
 constexpr std::size_t mostTogether = 256;
 // What both lines about a document may take in the report.
-constexpr std::uint64_t roomForADocument = 8 * 1024;
+constexpr std::uint64_t roomForADocument = 4 * 1024;
 // Before what can't be done for reasons of the place is tried again, longer each time.
 constexpr Clock::duration firstPause = 1s;
 constexpr unsigned mostDoublings = 6;
@@ -112,7 +112,8 @@ int WatchRun::run()
         if (documents.empty()) {
             break;
         }
-        if (const Outcome done = doGroup(withDifferentOutputs(documents)); !done) {
+        const auto group = withRoomInReport(withDifferentOutputs(documents));
+        if (const Outcome done = group.empty() ? Outcome() : doGroup(group); !done) {
             return failedWith(streams_, options_.run.json, done.error());
         }
         if (options_.once && troubles_ > 0) {
@@ -140,6 +141,30 @@ std::vector<WatchedDocument> WatchRun::withDifferentOutputs(std::vector<WatchedD
         }
     }
     return different;
+}
+
+// As many as there is room on the disk for the lines of, the others later.
+std::vector<WatchedDocument> WatchRun::withRoomInReport(std::vector<WatchedDocument> documents)
+{
+    std::size_t count = documents.size();
+    Outcome room = with_.report.reserve(count * roomForADocument);
+    while (!room && count > 1) {
+        count /= 2;
+        room = with_.report.reserve(count * roomForADocument);
+    }
+    if (!room) {
+        std::vector<const WatchedDocument*> all;
+        for (const WatchedDocument& document : documents) {
+            all.push_back(&document);
+        }
+        waitOut(all, room.error());
+        return {};
+    }
+    for (std::size_t i = count; i < documents.size(); ++i) {
+        watch_.again(documents[i], Clock::now());
+    }
+    documents.resize(count);
+    return documents;
 }
 
 Result<Batch> WatchRun::planned(const std::vector<WatchedDocument>& documents)
@@ -177,10 +202,6 @@ Outcome WatchRun::doGroup(const std::vector<WatchedDocument>& documents)
     std::vector<const WatchedDocument*> all;
     for (const WatchedDocument& document : documents) {
         all.push_back(&document);
-    }
-    if (const Outcome room = with_.report.reserve(all.size() * roomForADocument); !room) {
-        waitOut(all, room.error());
-        return {};
     }
     auto batch = planned(documents);
     if (!batch) {

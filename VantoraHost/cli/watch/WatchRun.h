@@ -44,6 +44,7 @@ private:
     void sayWhatIsWatched() const;
     bool isDone(const WatchedDocument& document);
     std::vector<WatchedDocument> withDifferentOutputs(std::vector<WatchedDocument> documents);
+    std::vector<WatchedDocument> withRoomInReport(std::vector<WatchedDocument> documents);
     Outcome doGroup(const std::vector<WatchedDocument>& documents);
     Result<Batch> planned(const std::vector<WatchedDocument>& documents);
     void finishGroup(const GroupReporter& group);

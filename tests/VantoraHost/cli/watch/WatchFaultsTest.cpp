@@ -9,12 +9,14 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -205,6 +207,13 @@ protected:
         return names;
     }
 
+    /// Returns once nobody writes the report any more, not even a worker that is about to be gone.
+    static void reportIsFree()
+    {
+        const FileDescriptor report(::open("report", O_RDONLY | O_CLOEXEC));
+        EXPECT_EQ(::flock(report.get(), LOCK_EX), 0);
+    }
+
     const std::string plain = "watch in -d out -p 1 --report report --settle 0 -j 2 ";
 };
 
@@ -281,6 +290,16 @@ protected:
         }
     }
 
+    /// The process of the worker, which writes its line after the program's own.
+    static pid_t workersProcess()
+    {
+        std::string text;
+        while (std::count(text.begin(), text.end(), '\n') < 2) {
+            text = support::readFile("out/processes");
+        }
+        return std::stoi(terminal::lines(text)[1]);
+    }
+
     FileDescriptor log;
 };
 
@@ -291,9 +310,7 @@ TEST_F(WatchStandingStill, DoesAVersionThatComesWhileTheOneBeforeIsDone)
     bring("a.pdf", 2);
     isAtWork();
     bring("a.pdf", 3);
-    const auto processes = terminal::lines(support::readFile("out/processes"));
-    ASSERT_FALSE(processes.empty());
-    const pid_t worker = std::stoi(processes.back());
+    const pid_t worker = workersProcess();
     isStopped(worker);
     EXPECT_EQ(::kill(worker, SIGCONT), 0);
     EXPECT_THAT(program.lineWith(" -> "), HasSubstr("out/a.pdf: 1 of 2 pages"));
@@ -311,6 +328,7 @@ TEST_F(WatchStandingStill, EndsAtOnceAndGoesOnTheNextTime)
             isAtWork();
             EXPECT_EQ(program.end(signal), signal == SIGKILL ? 128 + SIGKILL : 130);
         }
+        reportIsFree();
         EXPECT_EQ(namesIn("in"), Names{"a.pdf"});
         EXPECT_EQ(timesDone()["a.pdf"], signal == SIGTERM ? 0 : 1);
         Program next(plain + "--once --done aside --rename");
@@ -402,6 +420,7 @@ TEST_F(Watch, LosesNothingAndDoesNothingTwiceWhenItIsKilled)
         program.lineWith("watching");
         program.documentsDone(after);
         EXPECT_EQ(program.end(SIGKILL), 128 + SIGKILL);
+        reportIsFree();
     }
     Program program(plain + "--done aside --once");
     EXPECT_EQ(program.end(0), 0) << program.all();
