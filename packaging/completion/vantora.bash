@@ -3,10 +3,14 @@
 
 _vantora()
 {
-    local line value current="${COMP_WORDS[COMP_CWORD]}"
+    local line value current="${COMP_WORDS[COMP_CWORD]}" program="${COMP_WORDS[0]/#\~/$HOME}"
     local -a words=("${COMP_WORDS[@]:1:COMP_CWORD}")
     words=("${words[@]//\\/}") # as they are without the quotes of a shell
     words=("${words[@]#[\"\']}")
+    if [[ "$program" == *-desktop ]]; then # is vantora desktop
+        program="${program%-desktop}"
+        words=(desktop "${words[@]}")
+    fi
     COMPREPLY=()
     while IFS= read -r line; do
         case "$line" in
@@ -33,9 +37,9 @@ _vantora()
             COMPREPLY+=("$(printf %q "$value")")
             ;;
         esac
-    done < <("${COMP_WORDS[0]/#\~/$HOME}" complete "${words[@]}" 2>/dev/null)
+    done < <("$program" complete "${words[@]}" 2>/dev/null)
     # Of --list=A a shell that takes = for the end of a word wants what follows it.
     [[ "$COMP_WORDBREAKS" != *=* ]] || COMPREPLY=("${COMPREPLY[@]/#--*=/}")
 }
 
-complete -F _vantora vantora
+complete -F _vantora vantora vantora-desktop

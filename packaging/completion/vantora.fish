@@ -4,7 +4,11 @@
 function __vantora_complete
     set -l words (commandline -opc)
     set -l current (commandline -ct | string unescape)
-    for line in ($words[1] complete $words[2..-1] "$current" 2>/dev/null)
+    set -l program $words[1] complete
+    if string match --quiet '*-desktop' -- $words[1]
+        set program (string replace --regex -- '-desktop$' '' $words[1]) complete desktop
+    end
+    for line in ($program $words[2..-1] "$current" 2>/dev/null)
         switch $line
             case :folders
                 __fish_complete_directories "$current" ''
@@ -22,4 +26,4 @@ function __vantora_complete
     end
 end
 
-complete --command vantora --no-files --arguments '(__vantora_complete)'
+complete --command vantora --command vantora-desktop --no-files --arguments '(__vantora_complete)'

@@ -23,6 +23,8 @@ void declareDesktop(CLI::App& program, DesktopOptions& options, std::size_t argu
                                "PDF files, and folders whose PDF files are added"),
             arguments)
         ->required(false);
+    command.add_flag("--new-window", options.newWindow,
+                     "Open another window; else one that is there takes the files");
 }
 
 } // namespace vantora::cli

@@ -12,9 +12,14 @@ int openDesktop(const DesktopOptions& options, const Installation& installation,
                 const Streams& streams)
 {
     std::string program = installation.desktop.string();
+    std::string newWindow = "--new-window";
     std::string endOfOptions = "--";
     std::vector<std::string> files = options.files;
-    std::vector<char*> arguments = {program.data(), endOfOptions.data()};
+    std::vector<char*> arguments = {program.data()};
+    if (options.newWindow) {
+        arguments.push_back(newWindow.data());
+    }
+    arguments.push_back(endOfOptions.data());
     for (std::string& file : files) {
         arguments.push_back(file.data());
     }

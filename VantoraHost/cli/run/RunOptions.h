@@ -28,7 +28,7 @@ struct RunOptions {
     std::vector<std::string> resumed;        ///< reports of earlier runs
     std::string metricsPath;                 ///< where figures for monitoring go; empty: nowhere
     std::optional<Destination> certificates; ///< none: none are written
-    std::vector<std::string> arguments;      ///< what was typed, for certificates
+    std::vector<std::string> arguments;      ///< with the configuration's, for certificates
     std::string checksumsPath;               ///< empty: none
     bool keepSigned = false;
     bool strict = false;

@@ -104,6 +104,14 @@ TEST(ConfigureOptions, SayWhichDialogToShowAndWhere)
     EXPECT_TRUE(options.hideAddToActionList);
 }
 
+TEST(DesktopOptions, SayWhatToOpenAndWhere)
+{
+    const auto options = std::get<DesktopOptions>(*parsed("desktop --new-window scans a.pdf"));
+    EXPECT_THAT(options.files, ElementsAre("scans", "a.pdf"));
+    EXPECT_TRUE(options.newWindow);
+    EXPECT_FALSE(std::get<DesktopOptions>(*parsed("desktop scans")).newWindow);
+}
+
 TEST(RunOptions, TakeFileNamesAsTheyStand)
 {
     EXPECT_THAT(parsedRun("run -n -p 1 [a,b] info caf\xe9.pdf 'a b' -- -x.pdf --json").inputs.names,

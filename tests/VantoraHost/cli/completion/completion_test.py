@@ -55,7 +55,7 @@ class Shells(unittest.TestCase):
         words = re.findall(r"=|(?:\\.|[^\s=])+", line) + ([""] if line.endswith(" ") else [])
         script = (f"source {SOURCE_DIR}/packaging/completion/vantora.bash; compopt() {{ :; }}; "
                   f"COMP_WORDS=({' '.join(map(shlex.quote, words))}); COMP_CWORD={len(words) - 1}; "
-                  "$(complete -p vantora | grep -o '_vantora '); printf '%s\\n' \"${COMPREPLY[@]}\"")
+                  f"$(complete -p {words[0]} | grep -o '_vantora '); printf '%s\\n' \"${{COMPREPLY[@]}}\"")
         return {re.sub(r"\\(.)", r"\1", word) for word in self.ask("bash", "--norc", "-c", script)} - {""}
 
     def zsh(self, line):
@@ -87,6 +87,10 @@ class Shells(unittest.TestCase):
     def test_offer_commands_and_their_verbs(self):
         self.every_shell_offers("vantora ru", {"run"})
         self.every_shell_offers("vantora lists ", {"show", "add", "change", "remove"})
+
+    def test_offer_the_same_to_the_program_with_the_window(self):
+        self.every_shell_offers("vantora-desktop ", {"one.pdf", "TWO.PDF", "a letter.pdf", "cut here"})
+        self.every_shell_offers("vantora-desktop --n", {"--new-window"})
 
     def test_offer_names_with_spaces_as_one_word(self):
         self.every_shell_offers("vantora run --action D", {"Delete Pages"})
