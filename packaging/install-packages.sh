@@ -1,8 +1,8 @@
 #!/bin/sh
-# Installs the packages of packages.txt that are missing; does nothing when all are there.
+# install-packages.sh [LIST...]: installs the packages of packages.txt, and of more such lists, that are
+# missing; does nothing when all are there.
 set -eu
-list="$(dirname "$0")/../packages.txt"
-wanted=$(sed 's/#.*//' "$list" | tr -s ' \t\n' ' ')
+wanted=$(sed 's/#.*//' "$(dirname "$0")/../packages.txt" "$@" | tr -s ' \t\n' ' ')
 
 missing=""
 for package in $wanted; do

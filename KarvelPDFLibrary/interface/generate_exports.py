@@ -2,6 +2,7 @@
 """Generates the PDF library's C interface from the function list.
 
 generate_exports.py code EXPORTS_DIR OUT_DIR   exports.h, unsupported.cpp and exports.map
+generate_exports.py header EXPORTS_DIR FILE    the header for C programs
 generate_exports.py page EXPORTS_DIR FILE      the page that says which functions this version answers
 generate_exports.py check EXPORTS_DIR FILE     fails when that page is out of date
 
@@ -10,6 +11,7 @@ definition that fails with the code for "function not available in this version"
 """
 import re
 import sys
+import textwrap
 from pathlib import Path
 
 from function_list import c_signature, forwarded, housekeeping, write_if_changed
@@ -36,6 +38,40 @@ def header():
     for function in forwarded() + housekeeping():
         lines += [f"/// {function.summary}", f"KPL_EXPORT {c_signature(function)};", ""]
     return "\n".join(lines + ["#ifdef __cplusplus", "}", "#endif", ""])
+
+
+CONTRACT = """/*
+ * The PDF library's C interface. Generated from the function list.
+ *
+ * An instance is made by KPLCreateLibrary and ended by KPLReleaseLibrary; its number is the first
+ * argument of all other functions. Instances are independent; one is used by one thread at a time.
+ *
+ * A function that returns int answers 1 for success and 0 for failure, unless its line says otherwise.
+ * KPLLastErrorCode and KPLLastErrorText explain the last failure. No exception leaves the library.
+ *
+ * A text that is returned belongs to the library and is valid until the instance's next call other than
+ * KPLStringResultLength and KPLAnsiStringResultLength, which tell its length.
+ *
+ * A const wchar_t* argument is null, for an empty text, or a buffer of the library, which the call takes
+ * over and frees: KPLCreateBuffer makes one for a number of bytes, KPLAddToBuffer fills it, with
+ * 4 bytes a character and without a NUL. A const char* argument ends at its NUL byte; with NUL bytes in it,
+ * it is such a buffer as well, which KPLReleaseBuffer frees after the call.
+ *
+ * Pages and indices count from 1, lengths are in points. The file conventions.md, beside the
+ * documentation, has the codes and all else that functions have in common.
+ */"""
+
+
+def public_header(names):
+    guard = "KARVEL_PDF_LIBRARY_H"
+    lines = [CONTRACT, f"#ifndef {guard}", f"#define {guard}", "",
+             "#ifdef __cplusplus", 'extern "C" {', "#else", "#include <wchar.h>", "#endif", ""]
+    for function in housekeeping() + forwarded():
+        note = "" if function.name in names else "; not available in this version: fails with code 13"
+        summary = f"/** {function.summary.rstrip('.')}{note}. */"
+        lines += [*textwrap.wrap(summary, 110, subsequent_indent="    ", break_long_words=False, break_on_hyphens=False),
+                  f"{c_signature(function).replace('()', '(void)')};", ""]
+    return "\n".join(lines + ["#ifdef __cplusplus", "}", "#endif", "", "#endif", ""])
 
 
 def unsupported(names):
@@ -89,12 +125,15 @@ def page(names):
 
 
 def main():
-    if len(sys.argv) != 4 or sys.argv[1] not in ("code", "page", "check"):
+    if len(sys.argv) != 4 or sys.argv[1] not in ("code", "header", "page", "check"):
         sys.exit(__doc__)
     names = answered(sys.argv[2])
     target = Path(sys.argv[3])
     if sys.argv[1] == "page":
         write_if_changed(target, page(names))
+        return
+    if sys.argv[1] == "header":
+        write_if_changed(target, public_header(names))
         return
     if sys.argv[1] == "check":
         if not target.exists() or target.read_text(encoding="utf-8") != page(names):

@@ -25,8 +25,9 @@ int openDesktop(const DesktopOptions& options, const Installation& installation,
     }
     arguments.push_back(nullptr);
     ::execv(program.c_str(), arguments.data());
-    printError(streams, {Reason::LibraryMissing, program,
-                         "the program with the window can't be started: " + systemMessage(errno)});
+    const std::string why = errno == ENOENT ? "isn't there, which the package vantora-desktop has"
+                                            : "can't be started: " + systemMessage(errno);
+    printError(streams, {Reason::LibraryMissing, program, "the program with the window " + why});
     return SomeFailed;
 }
 
