@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/deletion/ListedResources.h"
 
+#include "KarvelPDFLibrary/deletion/PlainUse.h"
+
 #include <algorithm>
 
 namespace karvel::deletion {
@@ -69,6 +71,9 @@ void ListedResources::judge(int object)
         dependents_.add(object);
         return;
     }
+    if (removal_.document().roots() != nullptr && isPlainlyDrawnBySome(object, holders)) {
+        return;
+    }
     // Entries of the outline and the like, which need not be built, are what is changed by texts.
     if (removal_.objects().changedText(object) != nullptr ||
         !canBeResource(removal_.object(object)) || isDrawnBySome(object, holders) ||
@@ -100,12 +105,31 @@ bool ListedResources::needs(int holder, int object)
            !isLayer(removal_.object(object));
 }
 
+std::vector<int> ListedResources::some(const std::vector<int>& holders)
+{
+    const std::size_t count = std::min(samples, holders.size());
+    std::vector<int> some;
+    for (std::size_t part = 0; part < count; ++part) {
+        some.push_back(holders[part * holders.size() / count]);
+    }
+    return some;
+}
+
+/// The same as isDrawnBySome(), as far as texts tell it.
+bool ListedResources::isPlainlyDrawnBySome(int object, const std::vector<int>& holders)
+{
+    const std::vector<int> asked = some(holders);
+    return std::any_of(asked.begin(), asked.end(),
+                       [&](int holder) { return drawsPlainly(removal_, holder, object); });
+}
+
 /// Also true when one of them has it for another purpose.
 bool ListedResources::isDrawnBySome(int object, const std::vector<int>& holders)
 {
-    const std::size_t count = std::min(samples, holders.size());
-    for (std::size_t part = 0; part < count && !staying_.has(object); ++part) {
-        const int holder = holders[part * holders.size() / count];
+    for (const int holder : some(holders)) {
+        if (staying_.has(object)) {
+            break;
+        }
         if (sharing_.listings(holder, object).empty() && needs(holder, object)) {
             return true;
         }

@@ -44,6 +44,8 @@ private:
     std::vector<int> withoutTheirDrawer();
     std::vector<int> stayingHolders(int object);
     bool needs(int holder, int object);
+    static std::vector<int> some(const std::vector<int>& holders);
+    bool isPlainlyDrawnBySome(int object, const std::vector<int>& holders);
     bool isDrawnBySome(int object, const std::vector<int>& holders);
     bool isDrawnByWhatGoes(int object);
     std::optional<std::vector<ResourceListing>> undrawnListings(int object,

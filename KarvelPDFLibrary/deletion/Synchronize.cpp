@@ -50,7 +50,9 @@ Outcome synchronize(Document& document, Degree degree)
             document.changes().settle();
         }
     } catch (...) {
-        return tl::unexpected<Error>(currentExceptionAsError(document.name()));
+        Error error = currentExceptionAsError(document.name());
+        const Outcome status = document.source() ? document.source()->intact() : Outcome();
+        return status ? tl::unexpected<Error>(std::move(error)) : status;
     }
     return document.source() ? document.source()->intact() : Outcome();
 }

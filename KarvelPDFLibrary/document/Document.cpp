@@ -99,6 +99,22 @@ Outcome hasPossibleCrossReferences(io::ByteSource& source)
     return {};
 }
 
+/// Null where the cross-reference data are left to libqpdf.
+std::shared_ptr<const index::CrossReferences> referencesReadFrom(io::ByteSource& source)
+{
+    auto read = index::readCrossReferences(source);
+    return read ? std::make_shared<const index::CrossReferences>(std::move(*read)) : nullptr;
+}
+
+/// Throws when another program changed the file since it was opened.
+void mustBeIntact(const io::ByteSource& source)
+{
+    if (const Outcome status = source.intact(); !status) {
+        throw QPDFExc(qpdf_e_system, source.name(), "", 0,
+                      status.error().text.substr(source.name().size() + 2));
+    }
+}
+
 bool tellsOfReconstruction(const QPDFExc& warning)
 {
     return warning.getMessageDetail().find("Attempting to reconstruct") != std::string::npos;
@@ -171,9 +187,7 @@ Result<std::unique_ptr<Document>> Document::load(std::shared_ptr<io::ByteSource>
         }
         return found;
     };
-    if (auto known = index::readCrossReferences(*source)) {
-        read = std::make_shared<const index::CrossReferences>(std::move(*known));
-    }
+    read = referencesReadFrom(*source);
     if (Outcome status = read ? Outcome() : hasPossibleCrossReferences(*source); !status) {
         return tl::unexpected<Error>(std::move(status.error()));
     }
@@ -208,14 +222,21 @@ Document::loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source,
     return document->open({{}, true, options.salvage}, nullptr) ? std::move(document) : nullptr;
 }
 
-/// Has libqpdf open the document when it is first needed.
+/// Has libqpdf open the document when it is first needed. What was read is large, and libqpdf
+/// seldom needed later: it is read again then.
 void Document::openLater(const LoadOptions& options,
                          const std::shared_ptr<const index::CrossReferences>& read)
 {
-    file_.openWhenNeeded([this, reconstruct = options.reconstruct, read](QPDF& file) {
+    file_.openWhenNeeded([this, reconstruct = options.reconstruct, wasRead = read != nullptr,
+                          kept = std::weak_ptr(read)](QPDF& file) {
+        mustBeIntact(*source_);
         file.setAttemptRecovery(reconstruct);
-        if (read) {
-            index::openWithKnownReferences(file, source_, *read);
+        auto known = kept.lock();
+        if (wasRead && !known) {
+            known = referencesReadFrom(*source_);
+        }
+        if (known) {
+            index::openWithKnownReferences(file, source_, *known);
         } else {
             file.processInputSource(std::make_shared<io::WindowedInput>(source_),
                                     password_.c_str());
@@ -465,23 +486,6 @@ QPDFObjectHandle Document::inheritedAttribute(const PageEntry& page, const char*
 bool Document::inheritsAttribute(int number, const char* key)
 {
     return page(number).getKey(key).isNull() && !pageAttribute(number, key).isNull();
-}
-
-QPDFObjectHandle Document::catalogEntry(const char* key)
-{
-    const bool isMissing = roots() != nullptr && !roots()->catalogHas(key + 1);
-    return isMissing ? QPDFObjectHandle::newNull() : catalog().getKey(key);
-}
-
-QPDFObjectHandle Document::trailerEntry(const char* key)
-{
-    const bool isMissing = roots() != nullptr && !roots()->trailerHas(key);
-    return isMissing ? QPDFObjectHandle::newNull() : file().getTrailer().getKey(key);
-}
-
-QPDFObjGen Document::catalogId()
-{
-    return roots() != nullptr ? roots()->catalog() : catalog().getObjGen();
 }
 
 const PageLabelRanges& Document::pageLabels()

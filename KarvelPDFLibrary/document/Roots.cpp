@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/document/Roots.h"
 
+#include "KarvelPDFLibrary/document/Document.h"
 #include "KarvelPDFLibrary/index/DictionaryText.h"
 #include "KarvelPDFLibrary/index/FileText.h"
 #include "KarvelPDFLibrary/index/ObjectHeader.h"
@@ -99,6 +100,23 @@ const Roots::Entry* Roots::inTrailer(std::string_view key) const
     const auto entry = std::find_if(trailer_.begin(), trailer_.end(),
                                     [&](const Entry& candidate) { return candidate.key == key; });
     return entry == trailer_.end() ? nullptr : &*entry;
+}
+
+QPDFObjectHandle Document::catalogEntry(const char* key)
+{
+    const bool isMissing = roots() != nullptr && !roots()->catalogHas(key + 1);
+    return isMissing ? QPDFObjectHandle::newNull() : catalog().getKey(key);
+}
+
+QPDFObjectHandle Document::trailerEntry(const char* key)
+{
+    const bool isMissing = roots() != nullptr && !roots()->trailerHas(key);
+    return isMissing ? QPDFObjectHandle::newNull() : file().getTrailer().getKey(key);
+}
+
+QPDFObjGen Document::catalogId()
+{
+    return roots() != nullptr ? roots()->catalog() : catalog().getObjGen();
 }
 
 } // namespace karvel

@@ -257,6 +257,9 @@ void Reader::readEntries(std::uint64_t offset, std::uint64_t first, std::uint64_
 {
     entriesSeen_ += count;
     must(entriesSeen_ <= mostEntries_ && first + count <= mostEntries_);
+    if (count > 0) {
+        entry(first + count - 1); // makes room for all
+    }
     for (std::uint64_t done = 0; done < count;) {
         const std::uint64_t some = std::min(count - done, entriesAtOnce);
         must(text_.open(offset + done * entryLength, some * entryLength) &&

@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/index/ObjectNotes.h"
 
 #include <algorithm>
+#include <array>
 
 namespace karvel::index {
 
@@ -30,14 +31,45 @@ constexpr TellingName tellingNames[] = {
 /// Of a name that is written in an unusual way and is looked at later.
 constexpr int anyFlag = HasDestination | HasOptionalParts | HasPopup | HasSignature | HasPlace;
 
+/// By length, the letters with which some words begin. Most names are none of those that matter.
+using Beginnings = std::array<std::uint32_t, 16>;
+
+constexpr void add(Beginnings& letters, std::string_view word)
+{
+    letters[word.size()] |= 1U << static_cast<unsigned>(word.front() - 'A');
+}
+
+bool mayBeOneOf(const Beginnings& letters, std::string_view name)
+{
+    const bool isInRange =
+        !name.empty() && name.size() < letters.size() && name.front() >= 'A' && name.front() <= 'Z';
+    return isInRange &&
+           (letters[name.size()] >> static_cast<unsigned>(name.front() - 'A') & 1U) != 0;
+}
+
+constexpr Beginnings ofTellingNames = [] {
+    Beginnings letters{};
+    for (const TellingName& telling : tellingNames) {
+        add(letters, telling.name);
+    }
+    return letters;
+}();
+
 int flagOf(std::string_view name)
 {
-    for (const TellingName& telling : tellingNames) {
-        if (name == telling.name) {
-            return telling.flag;
+    if (mayBeOneOf(ofTellingNames, name)) {
+        for (const TellingName& telling : tellingNames) {
+            if (name == telling.name) {
+                return telling.flag;
+            }
         }
     }
-    return name.find('#') == std::string_view::npos ? 0 : anyFlag;
+    for (const char ch : name) {
+        if (ch == '#') {
+            return anyFlag;
+        }
+    }
+    return 0;
 }
 
 /// The most references of one object.
@@ -54,21 +86,50 @@ bool isAmong(const Keys& keys, std::string_view key)
 /// Whether the value of /Resources is a dictionary in which no category is a reference.
 bool isSelfContained(std::string_view value)
 {
-    if (value.substr(0, 2) != "<<" || value.find('#') != std::string_view::npos) {
+    if (value.substr(0, 2) != "<<") {
         return false;
     }
-    for (const std::string_view category : resourceCategories) {
-        for (std::size_t at = 0; (at = value.find(category, at)) != std::string_view::npos;) {
-            at += category.size();
-            const bool longerName =
-                at < value.size() && !isWhiteSpace(value[at]) && !isDelimiter(value[at]);
-            if (!longerName && value.substr(skipSpace(value, at), 2) != "<<") {
+    for (std::size_t at = 2; at < value.size(); ++at) {
+        if (value[at] == '#') {
+            return false;
+        }
+        if (value[at] != '/') {
+            continue;
+        }
+        const std::size_t start = at + 1;
+        while (at + 1 < value.size() && !isWhiteSpace(value[at + 1]) &&
+               !isDelimiter(value[at + 1])) {
+            ++at;
+            if (value[at] == '#') {
                 return false;
             }
+        }
+        if (isAmong(resourceCategories, value.substr(start, at + 1 - start)) &&
+            value.substr(skipSpace(value, at + 1), 2) != "<<") {
+            return false;
         }
     }
     return true;
 }
+
+/// Those of the keys of which afterEntry() has something to note.
+constexpr Beginnings ofKeys = [] {
+    Beginnings letters{};
+    for (const std::string_view key :
+         {"Type",         "Kids",   "Subtype", "Dest", "A",      "AA",
+          "PA",           "Length", "FT",      "T",    "Annots", "StructParents",
+          "StructParent", "Title",  "Parent",  "D",    "S",      "P",
+          "Pg",           "B"}) {
+        add(letters, key);
+    }
+    for (const std::string_view key : inheritableKeys) {
+        add(letters, key.substr(1));
+    }
+    for (const std::string_view key : resourceCategories) {
+        add(letters, key.substr(1));
+    }
+    return letters;
+}();
 
 /// A plain number that stands alone; -1 for everything else.
 std::int32_t plainNumber(std::string_view value)
@@ -147,6 +208,9 @@ void ObjectNotes::name(std::string_view name)
 
 void ObjectNotes::afterEntry(std::string_view key, std::string_view value)
 {
+    if (!mayBeOneOf(ofKeys, key)) {
+        return;
+    }
     if (key == "Type") {
         type_ = decodedName(trimmed(value));
     } else if (key == "Kids") {

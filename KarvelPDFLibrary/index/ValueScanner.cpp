@@ -246,7 +246,12 @@ ScanResult ValueScanner::scan(std::size_t start)
 
 ValueScanner::Token ValueScanner::next()
 {
-    at_ = skipSpace(text_, at_);
+    while (at_ < text_.size() && classOf(text_[at_]) == Space) {
+        ++at_;
+    }
+    if (at_ < text_.size() && text_[at_] == '%') {
+        at_ = skipSpace(text_, at_);
+    }
     tokenStart_ = at_;
     if (at_ >= text_.size()) {
         return Token::End;
@@ -291,7 +296,9 @@ ValueScanner::Token ValueScanner::next()
 ValueScanner::Token ValueScanner::readName()
 {
     ++at_;
+    hasEscapes_ = false;
     while (at_ < text_.size() && classOf(text_[at_]) == Regular) {
+        hasEscapes_ = hasEscapes_ || text_[at_] == '#';
         ++at_;
     }
     return at_ < text_.size() ? Token::Name : Token::End;
@@ -424,6 +431,9 @@ void ValueScanner::noteName(std::string_view name)
 
 void ValueScanner::noteDestination(Token token)
 {
+    if (token != Token::Name && !afterDestinationKey_) {
+        return;
+    }
     const std::string_view text = text_.substr(tokenStart_, at_ - tokenStart_);
     if (afterDestinationKey_ && (token == Token::Name || token == Token::String)) {
         sink_.destinationName(text);
@@ -451,7 +461,11 @@ void ValueScanner::noteArrayStart(Token token, bool isReference)
 void ValueScanner::entryValueStarts()
 {
     const std::string_view name = text_.substr(tokenStart_ + 1, at_ - tokenStart_ - 1);
-    key_ = name.find('#') == std::string_view::npos ? std::string(name) : decodedName(name);
+    if (hasEscapes_) {
+        key_ = decodedName(name);
+    } else {
+        key_.assign(name);
+    }
     expectsKey_ = false;
     valueStart_ = at_;
     sink_.beforeEntry(key_);
@@ -459,7 +473,7 @@ void ValueScanner::entryValueStarts()
 
 void ValueScanner::entryValueEnds()
 {
-    if (open_ == "<") {
+    if (isInOutermost()) {
         expectsKey_ = true;
         sink_.afterEntry(key_, text_.substr(valueStart_, at_ - valueStart_));
     }
@@ -475,7 +489,8 @@ ScanResult ValueScanner::run()
         if (isFirst) {
             first_ = token == Token::String ? '(' : text_[tokenStart_];
         }
-        if (expectsKey_ && open_ == "<" && token != Token::Name && token != Token::DictionaryEnd) {
+        if (expectsKey_ && isInOutermost() && token != Token::Name &&
+            token != Token::DictionaryEnd) {
             return ScanResult::Malformed;
         }
         if (token != Token::Number) {
@@ -493,14 +508,14 @@ ScanResult ValueScanner::run()
         case Token::DictionaryEnd:
         case Token::ArrayEnd:
             if (open_.empty() || open_.back() != (token == Token::ArrayEnd ? '[' : '<') ||
-                (open_ == "<" && !expectsKey_)) {
+                (isInOutermost() && !expectsKey_)) {
                 return ScanResult::Malformed;
             }
             pop();
             break;
         case Token::Name:
             noteName(text_.substr(tokenStart_ + 1, at_ - tokenStart_ - 1));
-            if (expectsKey_ && open_ == "<") {
+            if (expectsKey_ && isInOutermost()) {
                 entryValueStarts();
                 continue;
             }

@@ -88,6 +88,7 @@ private:
     bool push(char kind);
     void pop();
     void noteName(std::string_view name);
+    bool isInOutermost() const { return open_.size() == 1 && open_.front() == '<'; }
     ScanResult run();
     void noteArrayStart(Token token, bool isReference);
     void noteDestination(Token token);
@@ -99,6 +100,7 @@ private:
     ReadingDoubts* doubts_;
     std::size_t at_ = 0;
     std::size_t tokenStart_ = 0;
+    bool hasEscapes_ = false; // the last name
     char first_ = 0;
 
     /// Kinds of the open containers, '<' or '['.

@@ -501,12 +501,15 @@ namespace {
 
 /// Gives a node that loses kids the others, and another count of pages.
 void pruneNode(ObjectView& objects, const index::ReferenceIndex* index, QPDFObjGen node,
-               const std::unordered_set<int>& gone, long long pages)
+               const std::vector<bool>& gone, long long pages)
 {
     std::string left;
     const auto look = [&](QPDFObjGen kid) {
-        if (gone.count(kid.getObj()) == 0) {
-            left += (left.empty() ? "" : " ") + kid.unparse(' ') + " R";
+        const auto number = static_cast<std::size_t>(kid.getObj());
+        if (number >= gone.size() || !gone[number]) {
+            left += left.empty() ? "" : " ";
+            left.append(std::to_string(kid.getObj())).append(" ");
+            left.append(std::to_string(kid.getGen())).append(" R");
         }
     };
     const auto entries = [&]() -> std::vector<ObjectView::Entry> {
@@ -535,10 +538,17 @@ void prune(ObjectView& objects, const index::ReferenceIndex* index,
            const std::vector<PageEntry>& remaining, const std::vector<PageEntry>& removed,
            const std::vector<TreeNode>& nodes)
 {
-    std::unordered_set<int> gone;
+    std::vector<bool> gone; // by number
+    const auto goes = [&gone](std::int32_t object) {
+        const auto number = static_cast<std::size_t>(object);
+        if (number >= gone.size()) {
+            gone.resize(std::max(number + 1, 2 * gone.size()));
+        }
+        gone[number] = true;
+    };
     std::vector<bool> affected(nodes.size());
     for (const PageEntry& page : removed) {
-        gone.insert(page.object);
+        goes(page.object);
         auto node = static_cast<std::size_t>(page.node);
         while (!affected[node]) {
             affected[node] = true;
@@ -561,7 +571,7 @@ void prune(ObjectView& objects, const index::ReferenceIndex* index,
             continue;
         }
         if (pages[i] == 0 && node.parent >= 0) {
-            gone.insert(node.object);
+            goes(node.object);
             continue;
         }
         objects.note(QPDFObjGen(node.object, node.generation));

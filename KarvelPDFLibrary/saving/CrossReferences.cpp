@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/saving/CrossReferences.h"
 
 #include <algorithm>
+#include <array>
 #include <qpdf/Pl_Flate.hh>
 #include <qpdf/Pl_String.hh>
 
@@ -10,9 +11,12 @@ namespace {
 
 void appendPadded(std::string& out, std::uint64_t value, int digits)
 {
-    std::string text = std::to_string(value);
-    out.append(static_cast<std::size_t>(std::max(0, digits - static_cast<int>(text.size()))), '0');
-    out += text;
+    std::array<char, 24> text = {};
+    std::size_t at = text.size();
+    for (; value > 0 || digits > 0; value /= 10, --digits) {
+        text[--at] = static_cast<char>('0' + value % 10);
+    }
+    out.append(text.data() + at, text.size() - at);
 }
 
 int bytesFor(std::uint64_t value)
@@ -25,14 +29,14 @@ int bytesFor(std::uint64_t value)
 }
 
 /// The number of the next free entry after `number`; 0 ends the list.
-std::vector<std::uint64_t> freeList(const std::vector<CrossReference>& entries)
+std::vector<std::uint32_t> freeList(const std::vector<CrossReference>& entries)
 {
-    std::vector<std::uint64_t> next(entries.size(), 0);
-    std::uint64_t following = 0;
+    std::vector<std::uint32_t> next(entries.size(), 0);
+    std::uint32_t following = 0;
     for (std::size_t number = entries.size(); number-- > 0;) {
         if (entries[number].kind == CrossReference::Kind::Free) {
             next[number] = following;
-            following = number;
+            following = static_cast<std::uint32_t>(number);
         }
     }
     return next;
@@ -52,7 +56,7 @@ std::string deflated(const std::string& data)
 
 std::string crossReferenceTable(const std::vector<CrossReference>& entries)
 {
-    const std::vector<std::uint64_t> nextFree = freeList(entries);
+    const std::vector<std::uint32_t> nextFree = freeList(entries);
     std::string table = "xref\n0 " + std::to_string(entries.size()) + "\n";
     table.reserve(table.size() + 20 * entries.size());
     for (std::size_t number = 0; number < entries.size(); ++number) {
@@ -73,7 +77,7 @@ std::string crossReferenceTable(const std::vector<CrossReference>& entries)
 
 CrossReferenceStream crossReferenceStream(const std::vector<CrossReference>& entries)
 {
-    const std::vector<std::uint64_t> nextFree = freeList(entries);
+    const std::vector<std::uint32_t> nextFree = freeList(entries);
     std::uint64_t largestFirst = entries.size();
     std::uint64_t largestSecond = 1;
     for (const CrossReference& entry : entries) {

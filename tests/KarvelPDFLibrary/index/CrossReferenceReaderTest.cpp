@@ -145,29 +145,38 @@ TEST(ReadingCrossReferences, GivesWhatLibqpdfReadsOrNothing)
     }
 }
 
-TEST(ReadingCrossReferences, SufficesToReadDocumentsUntilSomethingNeedsTheirObjects)
+TEST(ReadingCrossReferences, SufficesForDocumentsUntilSomethingNeedsTheirObjects)
 {
     struct Row {
         const char* name;
         std::string pdf;
-        bool suffices;
+        bool sufficesToRead;
+        bool sufficesToSave;
         const char* rotation;
     };
+    const std::string deflated =
+        support::rewritten(plain, "--compress-streams=y --object-streams=disable");
     const Row rows[] = {
-        {"pages of their own", plain, true, "null"},
+        {"a font that pages share", plain, true, true, "null"},
+        {"the same with compressed content", deflated, true, true, "null"},
         {"what pages inherit", support::Sketch{{"", "", ""}, "", {}, "/Rotate 90"}.built(), true,
-         "90"},
+         true, "90"},
         {"null instead of what pages inherit",
-         support::Sketch{{"", "", ""}, "", {}, "/Rotate null"}.built(), false, "null"},
-        {"a catalog in an object stream", packed, false, "null"},
-        {"a damaged file", replaced(plain, "startxref\n", "startxref\n9"), false, "null"},
+         support::Sketch{{"", "", ""}, "", {}, "/Rotate null"}.built(), false, false, "null"},
+        {"additional actions of the document",
+         support::Sketch{{"", "", ""}, "/AA << >>", {}}.built(), true, false, "null"},
+        {"a catalog in an object stream", packed, false, false, "null"},
+        {"a damaged file", replaced(plain, "startxref\n", "startxref\n9"), false, false, "null"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         auto document = support::opened(row.pdf);
-        EXPECT_EQ(document->roots() != nullptr, row.suffices);
-        EXPECT_EQ(document->inheritedAttribute(3, "/Rotate").unparse(), row.rotation);
+        EXPECT_EQ(document->roots() != nullptr, row.sufficesToRead);
         ASSERT_TRUE(pages::deletePages(*document, {2, 1}).has_value());
+        const std::string saved = support::savedIn(*document);
+        EXPECT_EQ(document->roots() != nullptr, row.sufficesToSave);
+        EXPECT_EQ(support::pageTexts(saved), support::pagesNamed({1, 3}));
+        EXPECT_EQ(document->inheritedAttribute(2, "/Rotate").unparse(), row.rotation);
         document->file(); // comes late
         EXPECT_EQ(document->roots(), nullptr);
         EXPECT_EQ(support::pageTexts(support::saved(*document)), support::pagesNamed({1, 3}));
