@@ -50,6 +50,18 @@ class OtherExamples(unittest.TestCase):
             self.assertIn(" ".join(shown.split()), " ".join(source.split()), file)
 
 
+class Packages(unittest.TestCase):
+    def test_that_building_needs_are_what_the_debian_package_is_built_with(self):
+        listed = (Path(SOURCE_DIR) / "packages.txt").read_text(encoding="utf-8").splitlines()
+        needed = {line for line in listed if line and line[0] != "#"}
+        control = (Path(SOURCE_DIR) / "packaging/debian/control").read_text(encoding="utf-8")
+        depends = re.search(r"^Build-Depends:(.*?)^\S", control, re.DOTALL | re.MULTILINE)[1]
+        named = {entry.split()[0] for entry in depends.split(",")}
+        of_other_builds = {"clang", "libbenchmark-dev"}  # sanitizers, benchmarks
+        of_every_build = {"g++"}
+        self.assertEqual(needed - named - of_other_builds - of_every_build, set())
+
+
 if __name__ == "__main__":
     if len(sys.argv) != 4:
         sys.exit(__doc__)
