@@ -6,6 +6,7 @@ import functools
 import re
 import subprocess
 import sys
+import tempfile
 import unittest
 from pathlib import Path
 
@@ -44,13 +45,25 @@ def manual_pages():
     return sorted(BUILD_DIR.glob("share/man/man?/*"))
 
 
-def manual(page):
-    return (BUILD_DIR / f"share/man/man1/{page}.1").read_text().replace("\\-", "-")
+def manual(page, folder="share/man/man1"):
+    return (BUILD_DIR / folder / f"{page}.1").read_text().replace("\\-", "-")
 
 
-def explained_in(page):
+def german_pages():
+    return sorted(BUILD_DIR.glob("share/man/de/man?/*"))
+
+
+def has_words(text):
+    """Whether a message of po4a has more than names, options and what is typed, which it writes as B<--json>."""
+    if text.endswith("\\n"):  # lines that stand as they are
+        return False
+    return re.search("[a-zA-Z]{2}", re.sub(r"[BI]<[^<>]*>|^VANTORA\S*$|^vantora [\d.]+$", "", text)) is not None
+
+
+def explained_in(page, folder="share/man/man1"):
     """The options that have a paragraph of their own in a page."""
-    return {option for line in re.findall(r"\.TP\n\.[BIR]+ (.*)", manual(page)) for option in OPTION.findall(line)}
+    text = re.sub(r"\\f[A-Z]", " ", manual(page, folder))  # as po4a writes what is bold
+    return {option for line in re.findall(r"\.TP *\n(?:\.[BIR]+ )?(.*)", text) for option in OPTION.findall(line)}
 
 
 class Documents(unittest.TestCase):
@@ -81,11 +94,32 @@ class Documents(unittest.TestCase):
 
     def test_the_manual_pages_are_without_formatting_mistakes(self):
         self.assertEqual(len(manual_pages()), len([name for name, *verbs in COMMANDS if not verbs]) + 2)
-        for page in manual_pages():
+        for page in [*manual_pages(), *german_pages()]:
             result = subprocess.run(["man", "--warnings", "-l", page], capture_output=True, text=True,
-                                    env={"PATH": "/usr/bin:/bin", "MANWIDTH": "80"})
+                                    env={"PATH": "/usr/bin:/bin", "MANWIDTH": "80", "LC_ALL": "C.UTF-8"})
             self.assertEqual((result.stderr, result.returncode), ("", 0), page)
             self.assertNotIn("shared/", result.stdout)
+
+    def test_the_german_pages_explain_the_same(self):
+        self.assertEqual([page.name for page in german_pages()], [page.name for page in manual_pages()])
+        for page in [page for page in german_pages() if page.suffix == ".1"]:
+            self.assertEqual(explained_in(page.stem, "share/man/de/man1"), explained_in(page.stem), page.name)
+
+    def test_each_text_of_the_pages_is_translated(self):
+        with tempfile.TemporaryDirectory() as folder:
+            messages = Path(folder) / "de.po"
+            task = (BUILD_DIR / "docs/man/po4a.cfg").read_text()
+            (translation,) = re.findall(r"de:(\S+/de\.po)", task)
+            messages.write_text(Path(translation).read_text())
+            paths = f"[po4a_paths] {folder}/pages.pot de:{messages}"
+            (Path(folder) / "po4a.cfg").write_text(re.sub(r"(?m)^\[po4a_paths\].*", paths, task))
+            output_of("po4a", "--force", "--no-translations", "--no-backups", f"{folder}/po4a.cfg")
+            for kind in ("--only-fuzzy", "--only-obsolete"):
+                self.assertEqual(output_of("msgattrib", kind, "--no-wrap", messages), "", kind)
+            missing = output_of("msgattrib", "--untranslated", "--no-wrap", messages)
+        texts = re.findall(r'^msgid "(.+)"$', missing, re.MULTILINE)
+        self.assertGreater(len(texts), 50)  # names and options alone, which stay as they are
+        self.assertEqual([text for text in texts if has_words(text)], [])
 
 
 if __name__ == "__main__":
