@@ -15,7 +15,7 @@ constexpr char configExamples[] = R"(Examples:
 The file is vantora/vantora.toml in $XDG_CONFIG_HOME or ~/.config.)";
 
 constexpr char exampleHead[] =
-    R"(# Defaults for vantora run, in TOML. Remove the # before what shall hold.
+    R"(# Defaults for vantora run and vantora watch, in TOML. Remove the # before what shall hold.
 # The command line goes before a profile, and a profile before what stands outside of it:
 # --directory DIR takes the place of directory, and --no-verify switches verify off.
 # vantora config shows what holds.

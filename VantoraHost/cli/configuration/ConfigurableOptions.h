@@ -21,7 +21,7 @@ enum class Place {
     Profiles, ///< in what somebody names on the command line
 };
 
-/// An option of `vantora run` that a configuration file may give.
+/// An option of `vantora run` that a configuration file may give; `vantora watch` has some of them.
 struct ConfigurableOption {
     const char* name; ///< the long name without its dashes
     ValueKind kind;

@@ -1,6 +1,7 @@
 #include "VantoraHost/cli/watch/WatchArguments.h"
 
 #include "VantoraHost/cli/arguments/ArgumentParsing.h"
+#include "VantoraHost/cli/configuration/ConfigurationArguments.h"
 
 #include <algorithm>
 #include <optional>
@@ -160,6 +161,7 @@ void declareWatch(CLI::App& program, WatchArguments& watch, std::size_t argument
     declareJudgement(command, watch.run);
     declareWorkers(command, watch.run.workers);
     declareTelling(command, watch.run.options);
+    declareConfiguration(command);
 }
 
 tl::expected<WatchOptions, Ending> finished(WatchArguments& watch)

@@ -60,7 +60,7 @@ TEST_F(Typing, IsOfferedWhatMayStandThere)
         Offers offers;
     } rows[] = {
         {"commands", "r", ElementsAre("run\tRun actions over documents")},
-        {"no command that is hidden", "w", IsEmpty()},
+        {"no command that is hidden", "wo", IsEmpty()},
         {"verbs, and no name at their place", "lists ''",
          ElementsAre(StartsWith("show\t"), StartsWith("add\t"), StartsWith("change\t"),
                      StartsWith("remove\t"))},
@@ -81,6 +81,7 @@ TEST_F(Typing, IsOfferedWhatMayStandThere)
         {"any file", "run --report ''", ElementsAre(":files")},
         {"any file for a short option", "run -o ''", ElementsAre(":files")},
         {"folders", "run -d ''", ElementsAre(":folders")},
+        {"folders to watch", "watch ''", ElementsAre(":folders")},
         {"tool-settings files", "settings show ''", ElementsAre(":files tsf", ":folders")},
         {"ways", "run --if-empty s", ElementsAre("skip")},
         {"windows", "configure --inside ''", ElementsAre("main-window", "preview")},

@@ -186,6 +186,24 @@ TEST_F(Configured, PathsMayBeginWithTheHomeFolder)
                                                  home.home().toStdString() + "/cut"));
 }
 
+TEST_F(Configured, AWatchTakesWhatItHasAnOptionFor)
+{
+    writeFile("strict = true\ntimeout = '2m'\nrecursive = true\nname = '{name}-cut{ext}'\n"
+              "[profile.p]\npages = '1'\ndirectory = 'cut'\ncertificate = 'c'\nreport = 'r'\n");
+    const auto command = parse(terminal::words("watch in --profile p --no-strict"));
+    ASSERT_TRUE(command) << command.error().text;
+    const auto& watch = std::get<WatchOptions>(*command);
+    EXPECT_THAT(watch.folders, ElementsAre("in"));
+    EXPECT_EQ(watch.outputs, "cut");
+    EXPECT_EQ(watch.run.steps.size(), 1U);
+    EXPECT_EQ(watch.run.workers.timeout, 120);
+    EXPECT_EQ(watch.run.reportPath, "r");
+    EXPECT_FALSE(watch.run.strict);
+    EXPECT_FALSE(watch.run.certificates);
+    writeFile("\nname = '{number}{ext}'\n");
+    EXPECT_THAT(mistakeOf("watch in -d cut -p 1"), StartsWith(file + ":2: --name takes {name}"));
+}
+
 struct FileMistake {
     const char* name;
     const char* file;

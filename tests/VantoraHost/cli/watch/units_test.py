@@ -10,6 +10,8 @@ import tempfile
 import unittest
 from pathlib import Path
 
+os.environ["XDG_CONFIG_HOME"] = "/nonexistent"  # runs without the defaults of whoever starts this
+
 PROGRAM = FOLDERS = None
 
 
