@@ -29,7 +29,7 @@ Answer run(const std::vector<std::string>& arguments, const Setting& setting)
     const vantora::cli::Streams streams = {
         in, out, err, setting.outIsTerminal, setting.errIsTerminal, false, setting.interrupted};
     const vantora::Installation installation = {
-        setting.library, setting.actionFolders, {}, {}, setting.program, VERIFIER};
+        setting.library, setting.actionFolders, {}, {}, setting.program, VERIFIER, {}};
     const int status = vantora::cli::runProgram(
         arguments, installation, [] { return &vantora::cli::thisGuiPart(); }, streams);
     ::close(in);
