@@ -134,14 +134,19 @@ void FolderWatch::hearEvents()
     }
 }
 
+// Not while so many wait that a list would find no places.
+bool FolderWatch::isToList(const Watched& watched)
+{
+    return watched.folder && (watched.toList || !watched.events) &&
+           watched.arrivals.size() <= Arrivals::mostWaiting / 2;
+}
+
 void FolderWatch::listFolders()
 {
     const auto now = Clock::now();
     for (std::size_t place = 0; place < folders_.size(); ++place) {
         Watched& watched = folders_[place];
-        const bool isDue = watched.toList || !watched.events;
-        const bool hasPlaces = watched.arrivals.size() <= Arrivals::mostWaiting / 2;
-        if (!watched.folder || !isDue || watched.nextList > now || !hasPlaces) {
+        if (!isToList(watched) || watched.nextList > now) {
             continue;
         }
         bool isWhole = true;
@@ -202,7 +207,7 @@ FolderWatch::Time FolderWatch::nextDue(Time notBefore) const
         if (const auto look = watched.arrivals.nextLook(); watched.folder && look) {
             due = std::min(due, std::max(*look, notBefore));
         }
-        if (watched.folder && (watched.toList || !watched.events)) {
+        if (isToList(watched)) {
             due = std::min(due, watched.nextList);
         }
     }

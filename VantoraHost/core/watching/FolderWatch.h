@@ -87,6 +87,7 @@ private:
     void checkPresence(Watched& watched);
     void hear(const FolderEvent& event, Watched& watched, Time now);
     void hearEvents();
+    static bool isToList(const Watched& watched);
     void listFolders();
     std::vector<WatchedDocument> takeWhole(std::size_t most);
     bool nothingLeft() const;
