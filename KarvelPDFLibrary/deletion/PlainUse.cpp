@@ -16,6 +16,14 @@ using index::DictionaryText;
 /// What is worth decoding for one answer.
 constexpr std::size_t mostOfContent = 16U * 1024 * 1024;
 
+/// A dictionary that libqpdf reads in the same way.
+std::optional<DictionaryText> plain(std::string_view text)
+{
+    index::ReadingDoubts doubts;
+    auto dictionary = DictionaryText::read(text, &doubts);
+    return doubts.any() ? std::nullopt : std::move(dictionary);
+}
+
 /// A dictionary that stands in another one's text.
 std::optional<DictionaryText> inner(const DictionaryText& outer, std::string_view key)
 {
@@ -48,7 +56,7 @@ std::set<std::string> namesOf(const DictionaryText& resources, const index::Refe
 /// The data of a stream, by a text that goes up to its end; empty where that is not plain.
 std::string dataIn(std::string_view text)
 {
-    const auto dictionary = DictionaryText::read(text);
+    const auto dictionary = plain(text);
     if (!dictionary) {
         return {};
     }
@@ -96,7 +104,7 @@ bool drawsPlainly(Removal& removal, int page, int object)
         return false;
     }
     const std::string text(removal.objects().text(page)); // the next one takes its place
-    const auto dictionary = DictionaryText::read(text);
+    const auto dictionary = plain(text);
     const auto resources = dictionary ? inner(*dictionary, "Resources") : std::nullopt;
     const auto content =
         dictionary ? index::readReference(dictionary->value("Contents")) : std::nullopt;

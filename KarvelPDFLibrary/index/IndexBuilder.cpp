@@ -164,9 +164,13 @@ void IndexBuilder::placeInStream(std::uint32_t number, std::uint32_t stream, std
 
 void IndexBuilder::take(const CrossReferences& read)
 {
-    makeRoom(read.entries.empty() ? 0 : read.entries.size() - 1, read.count);
+    std::size_t size = read.entries.size(); // without the free ones at the end
+    while (size > 1 && read.entries[size - 1].kind == CrossReference::Kind::None) {
+        --size;
+    }
+    makeRoom(size == 0 ? 0 : size - 1, read.count);
     inFile_.reserve(read.count);
-    for (std::uint32_t number = 0; number < read.entries.size(); ++number) {
+    for (std::uint32_t number = 0; number < size; ++number) {
         const CrossReference& entry = read.entries[number];
         if (entry.kind == CrossReference::Kind::None) {
             continue;

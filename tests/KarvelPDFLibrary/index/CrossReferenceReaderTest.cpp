@@ -145,6 +145,13 @@ TEST(ReadingCrossReferences, GivesWhatLibqpdfReadsOrNothing)
     }
 }
 
+TEST(ReadingCrossReferences, LeavesOutFreeNumbersAtTheEnd)
+{
+    const std::string pdf = withSection(plain, "10 1\n0000000000 00001 f \n", "/Size 11");
+    EXPECT_TRUE(index::readCrossReferences(*io::fromMemory(pdf)).has_value());
+    EXPECT_EQ(support::opened(pdf)->index()->size(), support::opened(plain)->index()->size());
+}
+
 TEST(ReadingCrossReferences, SufficesForDocumentsUntilSomethingNeedsTheirObjects)
 {
     struct Row {
