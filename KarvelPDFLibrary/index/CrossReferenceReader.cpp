@@ -103,6 +103,11 @@ public:
         const auto trailer = DictionaryText::read(found_.trailer);
         must(trailer && numberIn(trimmed(trailer->value("Size"))) == highest_ + 1);
         must(!trailer->has("Encrypt") && readReference(trailer->value("Root")));
+        for (const auto& [number, own] : ownEntries_) {
+            const CrossReference& known = entry(number);
+            must(known.kind == own.kind && known.place == own.place &&
+                 known.generation == own.generation);
+        }
         return std::move(found_);
     }
 
@@ -120,6 +125,7 @@ private:
     void readEntries(std::uint64_t offset, std::uint64_t first, std::uint64_t count,
                      std::vector<Freed>& freed);
     std::uint64_t readStream(std::uint64_t offset);
+    void readEntriesOfStream(std::size_t at, const DictionaryText& dictionary);
     std::string dataAt(std::size_t at, const DictionaryText& dictionary, std::uint64_t length);
     void useEntryOfStream(std::uint64_t number, const std::array<std::uint64_t, 3>& fields);
 
@@ -145,6 +151,10 @@ private:
     std::uint64_t mostEntries_;
     std::uint64_t entriesSeen_ = 0;
     std::uint64_t highest_ = 0; // number, free ones included
+
+    /// What must be said of streams of cross-references themselves: libqpdf takes these for objects
+    /// of the file when it reads them, whatever is said of them later.
+    std::vector<std::pair<std::uint64_t, CrossReference>> ownEntries_;
     CrossReferences found_;
 };
 
@@ -340,12 +350,28 @@ std::uint64_t Reader::readStream(std::uint64_t offset)
         found_.trailer = text;
     }
 
-    const std::vector<std::uint64_t> widths = numbersIn(trimmed(dictionary->value("W")));
+    const bool isKnown = number < found_.entries.size() &&
+                         found_.entries[number].kind != CrossReference::Kind::None &&
+                         found_.entries[number].generation == generation;
+    if (!isKnown) {
+        must(number < mostEntries_ && generation <= UINT16_MAX);
+        ownEntries_.push_back({number,
+                               {offset, static_cast<std::uint16_t>(generation),
+                                CrossReference::Kind::InFile, false}});
+    }
+    readEntriesOfStream(at, *dictionary);
+    return dictionary->has("Prev") ? numberIn(trimmed(dictionary->value("Prev"))) : 0;
+}
+
+/// Takes the entries of a stream whose dictionary begins there.
+void Reader::readEntriesOfStream(std::size_t at, const DictionaryText& dictionary)
+{
+    const std::vector<std::uint64_t> widths = numbersIn(trimmed(dictionary.value("W")));
     must(widths.size() == 3 && *std::max_element(widths.begin(), widths.end()) <= 7);
     const std::uint64_t width = widths[0] + widths[1] + widths[2];
-    std::vector<std::uint64_t> ranges = {0, numberIn(trimmed(dictionary->value("Size")))};
-    if (dictionary->has("Index")) {
-        ranges = numbersIn(trimmed(dictionary->value("Index")));
+    std::vector<std::uint64_t> ranges = {0, numberIn(trimmed(dictionary.value("Size")))};
+    if (dictionary.has("Index")) {
+        ranges = numbersIn(trimmed(dictionary.value("Index")));
     }
     must(width > 0 && !ranges.empty() && ranges.size() % 2 == 0);
     std::uint64_t count = 0;
@@ -357,7 +383,7 @@ std::uint64_t Reader::readStream(std::uint64_t offset)
         must(entriesSeen_ + count <= mostEntries_);
     }
     entriesSeen_ += count;
-    const std::string data = dataAt(at, *dictionary, count * width);
+    const std::string data = dataAt(at, dictionary, count * width);
     const char* next = data.data();
     for (std::size_t i = 0; i < ranges.size(); i += 2) {
         for (std::uint64_t k = 0; k < ranges[i + 1]; ++k) {
@@ -370,7 +396,6 @@ std::uint64_t Reader::readStream(std::uint64_t offset)
             useEntryOfStream(ranges[i] + k, fields);
         }
     }
-    return dictionary->has("Prev") ? numberIn(trimmed(dictionary->value("Prev"))) : 0;
 }
 
 void Reader::useEntryOfStream(std::uint64_t number, const std::array<std::uint64_t, 3>& fields)
