@@ -224,7 +224,7 @@ std::uint64_t Reader::readTable(std::uint64_t offset)
     offset += at;
     do {
         offset = readSubsection(offset, freed);
-        must(text_.open(offset, 64));
+        must(text_.open(offset, 64) && !text_.view().empty());
     } while (isDigit(text_.view().front()));
     at = 0;
     passWord(at, "trailer");
@@ -438,7 +438,7 @@ std::string Reader::dataAt(std::size_t at, const DictionaryText& dictionary, std
 
     must(text_.open(start + packed, 64));
     at = 0;
-    while (at < 2 && isPlainSpace(text_.view()[at])) {
+    while (at < 2 && at < text_.view().size() && isPlainSpace(text_.view()[at])) {
         ++at;
     }
     passWord(at, "endstream");

@@ -53,6 +53,17 @@ std::string entryAt(std::size_t offset)
     return {1, static_cast<char>(offset >> 8U), static_cast<char>(offset), 0};
 }
 
+/// A stream whose data go on to the last byte but one of the file.
+std::string streamToTheEnd()
+{
+    const std::string end = "\nstartxref\n" + std::to_string(plain.size()) + "\n%%EOF\n";
+    const std::size_t count = (end.size() + 2) / 4;
+    const std::string data(4 * count + 1 - end.size(), '\0');
+    return plain + "9 0 obj\n<< /Type /XRef /W [1 2 1] /Root 1 0 R /Size 10 /Index [0 " +
+           std::to_string(count) + "] /Length " + std::to_string(4 * count) + " >>\nstream\n" +
+           data + end;
+}
+
 std::string loop()
 {
     const std::string two = withSection(plain, "0 1\n0000000000 65535 f \n");
@@ -130,6 +141,7 @@ std::vector<File> files()
          withStream(plain, "/Size 10 /Index [9 1]", entryAt(plain.find("9 0 obj"))), false},
         {"a stream of an odd number of ranges", withStream(plain, "/Size 10 /Index [9]", itself),
          false},
+        {"a stream that ends with the file", streamToTheEnd(), false},
         {"a stream whose length is elsewhere",
          replaced(withStream(plain, "/Size 10 /Index [9 1]", itself), "/Length 4 ",
                   "/Length 8 0 R "),
