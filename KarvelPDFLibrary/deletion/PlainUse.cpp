@@ -83,12 +83,7 @@ std::string dataIn(std::string_view text)
         return data;
     }
     try {
-        QPDF scratch;
-        scratch.setSuppressWarnings(true);
-        scratch.emptyPDF();
-        QPDFObjectHandle stream = scratch.newStream(data);
-        stream.replaceDict(QPDFObjectHandle::parse("<< /Filter /FlateDecode >>"));
-        return index::boundedData(stream, mostOfContent);
+        return index::inflated(data, {}, mostOfContent);
     } catch (const std::exception&) {
         return {};
     }

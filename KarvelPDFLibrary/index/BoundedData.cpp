@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/index/BoundedData.h"
 
 #include <qpdf/Pipeline.hh>
+#include <qpdf/QPDF.hh>
 #include <stdexcept>
 
 namespace karvel::index {
@@ -46,6 +47,22 @@ std::string boundedData(QPDFObjectHandle stream, std::size_t most)
         throw std::length_error("a stream cannot be decoded within reason");
     }
     return collect.take();
+}
+
+std::string inflated(const std::string& packed, std::string_view parameters, std::size_t most)
+{
+    QPDF scratch;
+    scratch.setSuppressWarnings(true);
+    scratch.emptyPDF();
+    QPDFObjectHandle stream = scratch.newStream(packed);
+    stream.replaceDict(QPDFObjectHandle::parse(
+        "<< /Filter /FlateDecode " +
+        (parameters.empty() ? "" : "/DecodeParms " + std::string(parameters)) + " >>"));
+    std::string data = boundedData(stream, most);
+    if (scratch.anyWarnings()) {
+        throw std::length_error("a stream is packed in an unusual way");
+    }
+    return data;
 }
 
 } // namespace karvel::index

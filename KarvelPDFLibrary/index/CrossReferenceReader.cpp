@@ -10,7 +10,6 @@
 #include <array>
 #include <climits>
 #include <cstring>
-#include <qpdf/QPDF.hh>
 #include <set>
 #include <string_view>
 
@@ -445,15 +444,7 @@ std::string Reader::dataAt(std::size_t at, const DictionaryText& dictionary, std
     at = skipSpace(text_.view(), at);
     passWord(at, "endobj");
     if (!filter.empty()) {
-        QPDF scratch;
-        scratch.setSuppressWarnings(true);
-        scratch.emptyPDF();
-        QPDFObjectHandle stream = scratch.newStream(data);
-        stream.replaceDict(QPDFObjectHandle::parse(
-            "<< /Filter /FlateDecode " +
-            (parameters.empty() ? "" : "/DecodeParms " + std::string(parameters)) + " >>"));
-        data = boundedData(stream, length);
-        must(!scratch.anyWarnings());
+        data = inflated(data, parameters, length);
     }
     must(data.size() == length);
     return data;
