@@ -33,4 +33,16 @@ tl::expected<std::string, int> textOf(int descriptor, std::size_t most,
     return text;
 }
 
+bool writeText(int descriptor, std::string_view text)
+{
+    while (!text.empty()) {
+        const ssize_t count = ::write(descriptor, text.data(), text.size());
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        text.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return true;
+}
+
 } // namespace vantora

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <tl/expected.hpp>
 
 namespace vantora {
@@ -12,5 +13,8 @@ namespace vantora {
 tl::expected<std::string, int> textOf(
     int descriptor, std::size_t most,
     const std::function<bool()>& cancelled = [] { return false; });
+
+/// Writes all of a text to an open file or pipe; false when that fails.
+bool writeText(int descriptor, std::string_view text);
 
 } // namespace vantora

@@ -109,12 +109,10 @@ bool Looking::inProcesses(const Sharing& sharing) const
     const std::size_t atOnce = sharing.furtherParts ? most : std::min(inputs_.size(), most);
     ConfinedWork calls;
     calls.count = inputs_.size();
-    calls.limits = [&](std::size_t i) {
-        return limitsToRead(
-            {inputs_[i].path}, programFiles_,
-            options_.workers.memoryLimit.value_or(memoryShare(atOnce)),
-            std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument)));
-    };
+    calls.limits = {{programFiles_, {}},
+                    options_.workers.memoryLimit.value_or(memoryShare(atOnce)),
+                    std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument))};
+    calls.documents = [&](std::size_t i) { return std::vector{inputs_[i].path}; };
     calls.work = [&](std::size_t i, std::size_t part) {
         return lookAt(sharing, inputs_[i].path, part);
     };

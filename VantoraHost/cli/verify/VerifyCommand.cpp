@@ -120,11 +120,12 @@ private:
         const std::size_t atOnce = std::max<std::size_t>(1, std::min(removals_.size(), most));
         ConfinedWork calls;
         calls.count = removals_.size();
-        calls.limits = [&](std::size_t i) {
-            return limitsToRead(
-                {removals_[i].before, removals_[i].after}, programFiles,
-                options_.workers.memoryLimit.value_or(memoryShare(atOnce)),
-                std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument)));
+        calls.limits = {
+            {programFiles, {}},
+            options_.workers.memoryLimit.value_or(memoryShare(atOnce)),
+            std::chrono::seconds(options_.workers.timeout.value_or(longestForADocument))};
+        calls.documents = [&](std::size_t i) {
+            return std::vector{removals_[i].before, removals_[i].after};
         };
         calls.work = [&](std::size_t i, std::size_t) { return lineAbout(removals_[i]); };
         return callEachConfined(calls, atOnce, streams_.interrupted,

@@ -1,6 +1,7 @@
 #include "VantoraHost/core/workers/ConfinedCall.h"
 
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
+#include "VantoraHost/core/DescriptorText.h"
 #include "VantoraHost/core/workers/Confinement.h"
 #include "VantoraHost/core/workers/ProcessCopy.h"
 #include "VantoraHost/core/workers/Verdicts.h"
@@ -34,18 +35,6 @@ constexpr auto tick = 200ms;
 constexpr int outOfMemory = 3; // the copy's status
 constexpr std::size_t longestAnswer = 64 * 1024 * 1024;
 
-bool writeAll(int descriptor, std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR) {
-            return false;
-        }
-        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
-    }
-    return true;
-}
-
 // Writes each answer after its length.
 int doConfined(const CallLimits& limits, int answers, std::size_t count,
                const std::function<std::string(std::size_t)>& work)
@@ -59,7 +48,7 @@ int doConfined(const CallLimits& limits, int answers, std::size_t count,
             const std::uint64_t length = text.size();
             const std::string_view lengthBytes(reinterpret_cast<const char*>(&length),
                                                sizeof length);
-            if (!writeAll(answers, lengthBytes) || !writeAll(answers, text)) {
+            if (!writeText(answers, lengthBytes) || !writeText(answers, text)) {
                 return EXIT_FAILURE;
             }
         }
@@ -227,17 +216,13 @@ private:
     std::string text_;
 };
 
-// What the copy may use for all of the places; the time is for each.
 CallLimits limitsFor(const ConfinedWork& calls, const Places& places)
 {
-    CallLimits limits = calls.limits(places.front().piece);
-    for (std::size_t i = 1; i < places.size(); ++i) {
-        const FileAccess files = calls.limits(places[i].piece).files;
-        for (const std::string& file : files.readable) {
-            if (std::find(limits.files.readable.begin(), limits.files.readable.end(), file) ==
-                limits.files.readable.end()) {
-                limits.files.readable.push_back(file);
-            }
+    CallLimits limits = calls.limits;
+    for (const Place place : places) {
+        if (calls.documents) {
+            const std::vector<std::string> read = calls.documents(place.piece);
+            limits.files.readable.insert(limits.files.readable.end(), read.begin(), read.end());
         }
     }
     return limits;
@@ -388,15 +373,6 @@ private:
 
 } // namespace
 
-CallLimits limitsToRead(const std::vector<std::string>& documents,
-                        const std::vector<std::string>& programFiles, std::uint64_t memory,
-                        std::chrono::seconds time)
-{
-    CallLimits limits{{programFiles, {}}, memory, time};
-    limits.files.readable.insert(limits.files.readable.end(), documents.begin(), documents.end());
-    return limits;
-}
-
 Result<std::string> onlyAnswer(PieceAnswers answers)
 {
     return std::move(answers).map(
@@ -450,7 +426,7 @@ Result<std::string> callConfined(const CallLimits& limits, const std::function<b
     Result<std::string> answer = fail(Reason::Interrupted, {}, "interrupted");
     ConfinedWork calls;
     calls.count = 1;
-    calls.limits = [&](std::size_t) { return limits; };
+    calls.limits = limits;
     calls.work = [&](std::size_t, std::size_t) { return work(); };
     callEachConfined(calls, 1, cancelled, [&](std::size_t, PieceAnswers given) {
         answer = onlyAnswer(std::move(given));

@@ -19,11 +19,6 @@ struct CallLimits {
     std::chrono::seconds time{0}; ///< 0 for no limit
 };
 
-/// What a call may use that only reads these documents.
-CallLimits limitsToRead(const std::vector<std::string>& documents,
-                        const std::vector<std::string>& programFiles, std::uint64_t memory,
-                        std::chrono::seconds time);
-
 /// Does `work` in a confined copy of this process and returns the text that it returned there. The
 /// errors are that the copy couldn't be started, that it crashed, that it took too long, that it
 /// needed more memory (as far as it throws std::bad_alloc), and that `cancelled` said so, which is
@@ -35,7 +30,10 @@ Result<std::string> callConfined(const CallLimits& limits, const std::function<b
 /// many further ones as its answer turns out to need.
 struct ConfinedWork {
     std::size_t count = 0;
-    std::function<CallLimits(std::size_t piece)> limits; ///< of each part
+    CallLimits limits; ///< of each copy; the time is for each part
+
+    /// The documents that a piece reads as well. Without it, there are none.
+    std::function<std::vector<std::string>(std::size_t piece)> documents;
     std::function<std::string(std::size_t piece, std::size_t part)> work;
 
     /// Asked in this process, before any further part begins. Without it, none has further parts.

@@ -46,10 +46,8 @@ std::vector<JudgedDocument> judgeTogether(const ChoiceSet& choices, const Batch&
     SurveyShares shares;
     ConfinedWork calls;
     calls.count = inputs.size();
-    const std::vector<std::string> always = programFiles({judges.library.parent_path()});
-    calls.limits = [&](std::size_t i) {
-        return limitsToRead({inputs[i]}, always, judges.memory, judges.time);
-    };
+    calls.limits = {{programFiles({judges.library.parent_path()}), {}}, judges.memory, judges.time};
+    calls.documents = [&](std::size_t i) { return std::vector{inputs[i]}; };
     calls.work = [&](std::size_t i, std::size_t part) {
         SurveyRequest request = {choices, batch.settings.passwords};
         request.span = shares.spanOf(inputs[i], part);

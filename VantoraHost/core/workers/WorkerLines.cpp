@@ -1,5 +1,7 @@
 #include "VantoraHost/core/workers/WorkerLines.h"
 
+#include "VantoraHost/core/DescriptorText.h"
+
 #include <unistd.h>
 
 #include <cerrno>
@@ -27,14 +29,7 @@ std::optional<std::string> WorkerLines::next()
 
 bool WorkerLines::write(std::string_view bytes) const
 {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(channel_.answers, bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR) {
-            return false;
-        }
-        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
-    }
-    return true;
+    return writeText(channel_.answers, bytes);
 }
 
 } // namespace vantora

@@ -132,11 +132,7 @@ TEST(ConfinedCalls, AreHandedOverInTheirOrderWhicheverEndsFirst)
     const std::string flag = scratch.path("flag");
     ConfinedWork calls;
     calls.count = count;
-    calls.limits = [&](std::size_t) {
-        CallLimits limits;
-        limits.files = {{scratch.path("")}, {scratch.path("")}};
-        return limits;
-    };
+    calls.limits.files = {{scratch.path("")}, {scratch.path("")}};
     // The first one ends after the second one only, and one of them never does.
     calls.work = [&](std::size_t i, std::size_t) -> std::string {
         if (i == 1) {
@@ -173,7 +169,6 @@ TEST(ConfinedCalls, AreSharedInAsManyPartsAsTheFirstOneAsksFor)
     for (const auto& row : rows) {
         ConfinedWork calls;
         calls.count = 2;
-        calls.limits = [](std::size_t) { return CallLimits(); };
         calls.work = [&](std::size_t piece, std::size_t part) {
             if (row.failing == std::pair(piece, part)) {
                 std::abort();
@@ -217,9 +212,7 @@ TEST(ConfinedCalls, ThatShareACopyLoseNoneOfTheirAnswersWithIt)
         const std::string flag = scratch.path("flag");
         ConfinedWork calls;
         calls.count = 7;
-        calls.limits = [&](std::size_t) {
-            return CallLimits{{{scratch.path("")}, {scratch.path("")}}, 0, 0s};
-        };
+        calls.limits.files = {{scratch.path("")}, {scratch.path("")}};
         calls.together = [](std::size_t) { return 3; };
         calls.work = [&](std::size_t i, std::size_t) {
             const bool first = i != row.failing || ::access(flag.c_str(), F_OK) != 0;
@@ -246,7 +239,6 @@ TEST(ConfinedCalls, AreGivenUpWhenThePersonDoesNotWantToWait)
 {
     ConfinedWork calls;
     calls.count = 5;
-    calls.limits = [](std::size_t) { return CallLimits(); };
     calls.work = [](std::size_t i, std::size_t) {
         return i == 0 ? std::string("first") : forEver();
     };
