@@ -51,6 +51,16 @@ bool isThere(const std::string& path)
     return ::lstat(path.c_str(), &status) == 0;
 }
 
+bool isOwnedByOthers(const struct stat& status)
+{
+    return status.st_uid != ::geteuid() && status.st_uid != 0;
+}
+
+bool othersMayWriteTo(const struct stat& status)
+{
+    return (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
+}
+
 bool isPrivateFolder(const std::string& path)
 {
     constexpr mode_t ofOthers = S_IRWXG | S_IRWXO;

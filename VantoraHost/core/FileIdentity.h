@@ -36,6 +36,12 @@ bool isSameFile(const std::string& one, const std::string& other);
 /// Whether a path names anything, if only a link to nothing.
 bool isThere(const std::string& path);
 
+/// Whether somebody else than this user and the administrator owns a file.
+bool isOwnedByOthers(const struct stat& status);
+
+/// Whether others than its owner may write to a file.
+bool othersMayWriteTo(const struct stat& status);
+
 /// Whether a path is a folder, and no link to one, that only this user may enter.
 bool isPrivateFolder(const std::string& path);
 

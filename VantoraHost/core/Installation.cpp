@@ -1,5 +1,7 @@
 #include "VantoraHost/core/Installation.h"
 
+#include "VantoraHost/core/FileIdentity.h"
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -21,10 +23,8 @@ bool othersMayChangeItself(const fs::path& path)
     if (::lstat(path.c_str(), &status) != 0) {
         return true;
     }
-    const bool ours = status.st_uid == 0 || status.st_uid == ::geteuid();
-    const bool open = (status.st_mode & (S_IWGRP | S_IWOTH)) != 0;
     const bool sticky = S_ISDIR(status.st_mode) && (status.st_mode & S_ISVTX) != 0;
-    return !ours || (open && !sticky);
+    return isOwnedByOthers(status) || (othersMayWriteTo(status) && !sticky);
 }
 
 // What of the path, links followed, somebody else may change: it or a folder above it.

@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
 #include "VantoraHost/cli/configuration/Configuration.h"
 #include "VantoraHost/core/DescriptorText.h"
+#include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/NearestName.h"
 #include "VantoraHost/core/ShownText.h"
 
@@ -261,11 +262,11 @@ std::optional<std::string> untrusted(const struct stat& status)
     if (!S_ISREG(status.st_mode)) {
         return "is no regular file; put one there, or use --no-config";
     }
-    if (status.st_uid != ::geteuid() && status.st_uid != 0) {
+    if (isOwnedByOthers(status)) {
         return "belongs to another user, who could change what is done; take it over, or use "
                "--no-config";
     }
-    if ((status.st_mode & (S_IWGRP | S_IWOTH)) != 0) {
+    if (othersMayWriteTo(status)) {
         return "others can write to it, and so change what is done; take that from them with chmod "
                "go-w, or use --no-config";
     }

@@ -1,6 +1,7 @@
 #include "VantoraHost/core/reports/ReportReading.h"
 
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
+#include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/reports/JsonReading.h"
 #include "VantoraHost/core/reports/ReportLines.h"
 
@@ -22,8 +23,7 @@ tl::unexpected<Error> unreadable(const std::string& path, int why)
 
 bool isOursAlone(const struct stat& status)
 {
-    return (status.st_uid == ::geteuid() || status.st_uid == 0) &&
-           (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+    return !isOwnedByOthers(status) && !othersMayWriteTo(status);
 }
 
 Outcome takeLine(const std::string& path, const ReportLines::Line& line, const TakeReport& take)
