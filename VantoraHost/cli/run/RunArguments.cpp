@@ -70,8 +70,8 @@ std::optional<std::string> destinationMistake(const RunArguments& run)
     const bool toFolder = run.folderOption->count() > 0;
     const bool listed = run.inputs.filesFromOption->count() > 0;
     const bool several = inputs.size() > 1 || listed || run.inputs.names.recursive;
-    if (run.options.quiet && run.options.verbose) {
-        return "-q and -v exclude each other";
+    if (auto mistake = tellingMistake(run.options)) {
+        return mistake;
     }
     const int given = int{toFile} + int{toFolder} + int{run.inPlace};
     if (given > 1) {
@@ -335,6 +335,13 @@ void declareTelling(CLI::App& command, RunOptions& options)
     command.add_flag("-v,--verbose", options.verbose,
                      "Say, too, what stays of each document and may repeat what\n"
                      "removed pages said, such as attachments and metadata");
+}
+
+std::optional<std::string> tellingMistake(const RunOptions& options)
+{
+    return options.quiet && options.verbose
+               ? std::optional<std::string>("-q and -v exclude each other")
+               : std::nullopt;
 }
 
 void declareRun(CLI::App& program, RunArguments& run, std::size_t arguments)

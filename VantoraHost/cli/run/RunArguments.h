@@ -56,8 +56,9 @@ tl::expected<RunOptions, Ending> finished(RunArguments& run);
 void declareJudgement(CLI::App& command, RunArguments& run);
 std::optional<std::string> readJudgement(RunArguments& run);
 
-/// What is told of documents: --json, -q, -v.
+/// What is told of documents: --json, -q, -v; and the mistake in it.
 void declareTelling(CLI::App& command, RunOptions& options);
+std::optional<std::string> tellingMistake(const RunOptions& options);
 
 /// Reads where the results go, of options that exclude each other as they should; returns the
 /// mistake.

@@ -96,8 +96,8 @@ std::optional<std::string> placesMistake(const WatchArguments& watch)
 {
     const RunArguments& run = watch.run;
     const auto& folders = watch.options.folders;
-    if (run.options.quiet && run.options.verbose) {
-        return "-q and -v exclude each other";
+    if (auto mistake = tellingMistake(run.options)) {
+        return mistake;
     }
     if (std::find(folders.begin(), folders.end(), "") != folders.end()) {
         return "the name of a folder to watch is empty";
