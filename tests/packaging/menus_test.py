@@ -31,7 +31,7 @@ def entries(file):
 
 
 def by_desktop_entry(command, paths):
-    """The arguments that a Desktop Entry's Exec stands for (Desktop Entry Specification 1.5, "The Exec key")."""
+    """The arguments that a Desktop Entry's Exec stands for, as freedesktop.org has it for "The Exec key"."""
     arguments = []
     for argument in re.findall(r'"(?:[^"\\]|\\.)*"|\S+', command):
         if argument == "%F":

@@ -31,7 +31,7 @@ bool isDecided(const std::vector<HeldOption>& held, const ConfigurableOption* op
 
 } // namespace
 
-// The base directory specification has it that a path which isn't absolute is passed over.
+// As for all folders of this kind, a path that isn't absolute is passed over.
 std::string configurationPath()
 {
     std::string folder = environmentPath("XDG_CONFIG_HOME");

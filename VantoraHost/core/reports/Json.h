@@ -12,7 +12,8 @@ namespace vantora {
 /// Writes JSON on one line, in ASCII, with the members in the order in which they are added (the
 /// JSON classes of Qt sort them). A byte that is not part of valid UTF-8, as file names may hold,
 /// becomes a lone surrogate \udc80 to \udcff, so that the name can be had back from the text;
-/// Python's "surrogateescape" reads it so.
+/// Python's "surrogateescape" reads it so. Keys are written as they stand: they must need no
+/// escape.
 class JsonObject {
 public:
     JsonObject& add(const char* key, std::string_view text);
