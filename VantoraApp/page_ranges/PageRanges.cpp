@@ -4,8 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <iterator>
-#include <map>
+#include <vector>
 
 namespace {
 
@@ -42,39 +41,64 @@ bool ForEachPart(const QString& text, QChar separator, Visit visit)
     }
 }
 
-/// A set of pages as disjoint runs that don't touch each other: its size is bounded by the pages
-/// in it and by the runs added, however often these repeat and overlap.
+/// A set of pages as runs. Most texts name them in order, where adding a run is all; others are put
+/// into order from time to time, so that its size is bounded by the pages in it and by the runs
+/// added, however often these repeat and overlap.
 class PageSet {
 public:
     void Add(qint64 first, qint64 last)
     {
-        auto next = lastByFirst_.upper_bound(first);
-        if (next != lastByFirst_.begin()) {
-            const auto before = std::prev(next);
-            if (before->second >= last)
-                return;
-            if (before->second + 1 >= first) {
-                first = before->first;
-                lastByFirst_.erase(before);
+        if (runs_.empty() || first > runs_.back().last + 1) {
+            runs_.push_back({first, last});
+        } else if (first >= runs_.back().first) {
+            runs_.back().last = std::max(runs_.back().last, last);
+        } else {
+            runs_.push_back({first, last});
+            ordered_ = false;
+            if (runs_.size() > mostUnordered_) {
+                Order();
+                mostUnordered_ = std::max(mostUnordered_, 2 * runs_.size());
             }
         }
-        while (next != lastByFirst_.end() && next->first <= last + 1) {
-            last = std::max(last, next->second);
-            next = lastByFirst_.erase(next);
-        }
-        lastByFirst_.emplace_hint(next, first, last);
     }
 
+    /// Calls `visit` with each page once, ascending.
     template <typename Visit>
-    void ForEachPage(Visit visit) const
+    void ForEachPage(Visit visit)
     {
-        for (const auto& [first, last] : lastByFirst_)
-            for (qint64 page = first; page <= last; ++page)
+        Order();
+        for (const Run& run : runs_)
+            for (qint64 page = run.first; page <= run.last; ++page)
                 visit(static_cast<int>(page));
     }
 
 private:
-    std::map<qint64, qint64> lastByFirst_;
+    struct Run {
+        qint64 first;
+        qint64 last;
+    };
+
+    /// Leaves disjoint runs, ascending, that don't touch each other.
+    void Order()
+    {
+        if (ordered_)
+            return;
+        std::sort(runs_.begin(), runs_.end(),
+                  [](const Run& one, const Run& other) { return one.first < other.first; });
+        std::size_t kept = 0;
+        for (const Run& run : runs_) {
+            if (kept > 0 && run.first <= runs_[kept - 1].last + 1)
+                runs_[kept - 1].last = std::max(runs_[kept - 1].last, run.last);
+            else
+                runs_[kept++] = run;
+        }
+        runs_.resize(kept);
+        ordered_ = true;
+    }
+
+    std::vector<Run> runs_;
+    bool ordered_ = true; // and disjoint
+    std::size_t mostUnordered_ = 1024;
 };
 
 PageSet ReadPages(const QString& text, int pageCount)
