@@ -1,11 +1,11 @@
 #pragma once
 
 #include "KarvelPDFLibrary/io/ByteSource.h"
+#include "KarvelPDFLibrary/io/ReadBuffer.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 namespace karvel::index {
 
@@ -68,7 +68,7 @@ private:
     void load(std::uint64_t offset, std::size_t length)
     {
         if (buffer_.size() < length) {
-            buffer_.resize(length);
+            buffer_.grow(length);
         }
         bufferOffset_ = offset;
         begin_ = 0;
@@ -77,7 +77,7 @@ private:
     }
 
     io::ByteSource& source_;
-    std::vector<char> buffer_;
+    io::ReadBuffer buffer_;
     std::uint64_t bufferOffset_ = 0;
     std::size_t begin_ = 0;
     std::size_t length_ = 0;

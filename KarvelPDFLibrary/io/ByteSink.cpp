@@ -12,6 +12,7 @@ namespace karvel::io {
 namespace {
 
 constexpr std::size_t bufferSize = 1024 * 1024;
+constexpr std::size_t worthNoCopy = 256 * 1024;
 
 void writeAll(int descriptor, const char* bytes, std::size_t length)
 {
@@ -39,7 +40,7 @@ void ByteSink::copy(ByteSource& source, std::int64_t offset, std::uint64_t lengt
         if (!inside) {
             // Small parts with small gaps between them are read in one go.
             if (ahead_.empty()) {
-                ahead_.resize(static_cast<std::size_t>(
+                ahead_.grow(static_cast<std::size_t>(
                     std::min<std::int64_t>(window, std::max<std::int64_t>(source.size(), 1))));
             }
             aheadLength_ = 0;
@@ -63,13 +64,14 @@ void DescriptorSink::write(const char* bytes, std::size_t length)
     if (buffered_ + length > bufferSize) {
         flush();
     }
-    if (length >= bufferSize) {
+    if (length >= worthNoCopy) {
+        flush();
         writeAll(descriptor_, bytes, length);
         return;
     }
     if (buffer_.size() < buffered_ + length) {
-        buffer_.resize(
-            std::min(bufferSize, std::max(2 * (buffered_ + length), std::size_t{16384})));
+        buffer_.grow(std::min(bufferSize, std::max(2 * (buffered_ + length), std::size_t{16384})),
+                     buffered_);
     }
     std::memcpy(buffer_.data() + buffered_, bytes, length);
     buffered_ += length;

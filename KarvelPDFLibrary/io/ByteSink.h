@@ -1,16 +1,19 @@
 #pragma once
 
 #include "KarvelPDFLibrary/io/ByteSource.h"
+#include "KarvelPDFLibrary/io/ReadBuffer.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 namespace karvel::io {
 
 /// Takes bytes in order.
 class ByteSink {
 public:
+    ByteSink() = default;
+    ByteSink(ByteSink&&) = default;
+    ByteSink& operator=(ByteSink&&) = default;
     virtual ~ByteSink() = default;
 
     /// Throws std::runtime_error when the bytes cannot be written.
@@ -21,7 +24,7 @@ public:
 
 private:
     /// What was read from the source ahead of what was asked for.
-    std::vector<char> ahead_;
+    ReadBuffer ahead_;
     std::int64_t aheadOffset_ = 0;
     std::size_t aheadLength_ = 0;
 };
@@ -41,7 +44,7 @@ public:
 
 private:
     int descriptor_;
-    std::vector<char> buffer_;
+    ReadBuffer buffer_;
     std::size_t buffered_ = 0;
 };
 

@@ -38,7 +38,7 @@ bool WindowedInput::fill()
         windowLength_ > 0 && position_ == windowStart_ + static_cast<qpdf_offset_t>(windowLength_);
     nextWindow_ = goesOn ? std::min(nextWindow_ * 2, largestWindow) : smallestWindow;
     if (window_.size() < nextWindow_) {
-        window_.resize(nextWindow_);
+        window_.grow(nextWindow_);
     }
     windowLength_ = 0; // nothing is valid should reading throw
     windowLength_ = source_->readAt(position_, window_.data(), nextWindow_);
@@ -57,7 +57,7 @@ qpdf_offset_t WindowedInput::findAndSkipNextEOL()
             continue;
         }
         const qpdf_offset_t endOfLine = position_;
-        while (fill() && isEndOfLine(window_[static_cast<size_t>(position_ - windowStart_)])) {
+        while (fill() && isEndOfLine(window_.data()[position_ - windowStart_])) {
             ++position_;
         }
         return endOfLine;

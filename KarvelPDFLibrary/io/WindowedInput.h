@@ -1,11 +1,11 @@
 #pragma once
 
 #include "KarvelPDFLibrary/io/ByteSource.h"
+#include "KarvelPDFLibrary/io/ReadBuffer.h"
 
 #include <memory>
 #include <qpdf/InputSource.hh>
 #include <string>
-#include <vector>
 
 namespace karvel::io {
 
@@ -28,7 +28,7 @@ private:
     bool fill();
 
     std::shared_ptr<ByteSource> source_;
-    std::vector<char> window_;
+    ReadBuffer window_;
     qpdf_offset_t windowStart_ = 0;
     size_t windowLength_ = 0;
     size_t nextWindow_;
