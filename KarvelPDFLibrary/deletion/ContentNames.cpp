@@ -17,13 +17,21 @@ constexpr std::size_t mostOfAll = 1024U * 1024 * 1024;
 
 void forEachName(std::string_view data, const std::function<void(const std::string&)>& found)
 {
+    std::string name; // used again, since content has thousands
     for (std::size_t at = 0; (at = data.find('/', at)) != std::string_view::npos;) {
-        const std::size_t start = ++at;
+        const std::size_t start = at++;
+        bool isEscaped = false;
         while (at < data.size() && !index::isWhiteSpace(data[at]) &&
                !index::isDelimiter(data[at])) {
+            isEscaped = isEscaped || data[at] == '#';
             ++at;
         }
-        found("/" + index::decodedName(data.substr(start, at - start)));
+        name.assign(data.substr(start, at - start));
+        if (isEscaped) {
+            name.replace(1, std::string::npos,
+                         index::decodedName(data.substr(start + 1, at - start - 1)));
+        }
+        found(name);
     }
 }
 

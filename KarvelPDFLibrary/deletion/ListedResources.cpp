@@ -226,7 +226,7 @@ bool ListedResources::read(const ResourceUser& user, Drawing& drawing)
     std::set<std::string> names;
     entry->second =
         content_.collect(user.content, resources, never, names) &&
-        content_.collect(ResourceSharing::appearancesOn(user.object), resources, never, names);
+        content_.collect(sharing_.appearancesOn(user.object), resources, never, names);
     for (const char* category : index::resourceCategories) {
         QPDFObjectHandle entries = resources.getKey(category);
         if (!entries.isDictionary()) {

@@ -2,6 +2,8 @@
 
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 
+#include <algorithm>
+
 /// Whether destinations lead to removed pages: what one names is read from whatever is at hand, and
 /// judged in one place.
 namespace karvel::deletion {
@@ -54,6 +56,24 @@ std::optional<Removal::Target> Removal::indexedTargetOf(const QPDFObjectHandle& 
     const std::uint32_t target = *references->begin();
     const bool isPage = document_.index()->object(target).kind == index::Kind::Page;
     return isPage ? std::optional<Target>({static_cast<int>(target), {}, {}}) : std::nullopt;
+}
+
+bool Removal::leadsToRemainingPages(int node) const
+{
+    const auto references = indexedReferencesOf(node);
+    if (!references || mayHave(node, index::HasKids) || !mayHave(node, index::IsDictionary) ||
+        !document_.index()->withNumberedDestinations().empty()) {
+        return false;
+    }
+    const auto remains = [this](std::uint32_t page) {
+        return document_.index()->object(page).kind == index::Kind::Page &&
+               !pages_.has(static_cast<int>(page));
+    };
+    return std::all_of(references->begin(), references->end(), [&](std::uint32_t target) {
+        const auto further = indexedReferencesOf(static_cast<int>(target));
+        return remains(target) ||
+               (further && further->end() - further->begin() == 1 && remains(*further->begin()));
+    });
 }
 
 std::optional<bool> Removal::textLeadsToRemovedPage(std::string_view destination)

@@ -177,6 +177,10 @@ public:
     /// /D) leads to a removed page.
     bool leadsToRemovedPage(const QPDFObjectHandle& destination);
 
+    /// Whether the index shows that a node of a tree of destinations has no children, and all its
+    /// destinations lead to pages that remain.
+    bool leadsToRemainingPages(int node) const;
+
     /// The same for a destination's text, or none, in a file that is not encrypted; nothing when
     /// it doesn't tell.
     std::optional<bool> textLeadsToRemovedPage(std::string_view destination);

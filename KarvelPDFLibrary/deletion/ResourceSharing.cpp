@@ -453,6 +453,23 @@ std::set<const char*> ResourceSharing::categoriesOf(int object)
     return categories;
 }
 
+/// Whether an object may refer to a stream, itself or through a dictionary other than a page.
+bool ResourceSharing::mayLeadToStream(int object)
+{
+    const auto references = removal_.indexedReferencesOf(object);
+    if (!references) {
+        return true;
+    }
+    return std::any_of(references->begin(), references->end(), [this](std::uint32_t reference) {
+        const index::IndexedObject* target = removal_.unchanged(static_cast<int>(reference));
+        if (target == nullptr) {
+            return reference != 0;
+        }
+        return (target->flags & index::IsStream) != 0 ||
+               ((target->flags & index::IsDictionary) != 0 && target->kind == index::Kind::Other);
+    });
+}
+
 QPDFObjectHandle ResourceSharing::appearancesOn(QPDFObjectHandle page)
 {
     QPDFObjectHandle streams = QPDFObjectHandle::newArray();
@@ -462,6 +479,9 @@ QPDFObjectHandle ResourceSharing::appearancesOn(QPDFObjectHandle page)
         }
     };
     for (QPDFObjectHandle annotation : annotationsIn(page)) {
+        if (annotation.isIndirect() && !mayLeadToStream(annotation.getObjectID())) {
+            continue; // as most links
+        }
         QPDFObjectHandle appearances =
             annotation.isDictionary() ? annotation.getKey("/AP") : QPDFObjectHandle::newNull();
         if (!appearances.isDictionary()) {

@@ -80,12 +80,13 @@ public:
     static bool isDrawn(const std::string& category, QPDFObjectHandle entry);
 
     /// Appearances of a page's annotations that have no resources and so use the page's.
-    static QPDFObjectHandle appearancesOn(QPDFObjectHandle page);
+    QPDFObjectHandle appearancesOn(QPDFObjectHandle page);
 
 private:
     class Climb;
 
     bool mayBeShared(int object) { return !dependents_.goes(object); }
+    bool mayLeadToStream(int object);
 
     /// The objects that an object lists.
     struct Lists {

@@ -10,16 +10,21 @@ struct Node {
     QPDFObjectHandle dictionary;
     QPDFObjectHandle owner; // the indirect object in which it stands
     int parent;
+    bool staysWhole = false; // nothing else is known of it then
     bool changed = false;
     bool empty = false;
 };
 
 /// The tree's nodes, parents before their children, each once.
-std::vector<Node> nodesOf(const QPDFObjectHandle& root, const QPDFObjectHandle& owner)
+std::vector<Node> nodesOf(const QPDFObjectHandle& root, const QPDFObjectHandle& owner,
+                          const LeafJudge& staysWhole)
 {
     std::vector<Node> nodes = {{root, root.isIndirect() ? root : owner, -1}};
     std::unordered_set<int> seen = {root.getObjectID()};
     for (std::size_t i = 0; i < nodes.size(); ++i) {
+        if (nodes[i].staysWhole) {
+            continue;
+        }
         QPDFObjectHandle kids = nodes[i].dictionary.getKey("/Kids");
         if (!kids.isArray()) {
             continue;
@@ -28,7 +33,9 @@ std::vector<Node> nodesOf(const QPDFObjectHandle& root, const QPDFObjectHandle& 
         for (const QPDFObjectHandle& kid : kids.getArrayAsVector()) {
             QPDFObjectHandle dictionary = kid;
             const bool isNew = !kid.isIndirect() || seen.insert(kid.getObjectID()).second;
-            if (dictionary.isDictionary() && isNew) {
+            if (isNew && kid.isIndirect() && staysWhole && staysWhole(kid.getObjectID())) {
+                nodes.push_back({kid, kid, static_cast<int>(i), true});
+            } else if (dictionary.isDictionary() && isNew) {
                 nodes.push_back({kid, kid.isIndirect() ? kid : holder, static_cast<int>(i)});
             }
         }
@@ -103,13 +110,17 @@ void pruneKids(Removal& removal, Node& node, const std::vector<QPDFObjectHandle>
 } // namespace
 
 bool pruneTree(Removal& removal, QPDFObjectHandle root, const QPDFObjectHandle& owner,
-               const char* itemsKey, const EntryJudge& judge)
+               const char* itemsKey, const EntryJudge& judge, const LeafJudge& staysWhole)
 {
-    std::vector<Node> nodes = nodesOf(root, owner);
+    std::vector<Node> nodes = nodesOf(root, owner, staysWhole);
     std::vector<std::vector<QPDFObjectHandle>> keptKids(nodes.size());
     std::vector<bool> lostKid(nodes.size());
     for (std::size_t i = nodes.size(); i-- > 0;) {
         Node& node = nodes[i];
+        if (node.staysWhole) {
+            keptKids[static_cast<std::size_t>(node.parent)].push_back(node.dictionary);
+            continue;
+        }
         pruneItems(removal, node, itemsKey, judge);
         const bool inner = node.dictionary.getKey("/Kids").isArray();
         if (inner && lostKid[i]) {

@@ -33,14 +33,16 @@ void pruneNameTree(Removal& removal)
         return;
     }
     const QPDFObjectHandle owner = names.isIndirect() ? names : removal.catalog();
-    const bool empty = pruneTree(removal, tree, owner, "/Names",
-                                 [&](QPDFObjectHandle name, QPDFObjectHandle destination) {
-                                     const bool goes = removal.leadsToRemovedPage(destination);
-                                     if (goes && name.isString()) {
-                                         removal.goneNames.insert(name.getStringValue());
-                                     }
-                                     return goesIf(goes);
-                                 });
+    const bool empty = pruneTree(
+        removal, tree, owner, "/Names",
+        [&](QPDFObjectHandle name, QPDFObjectHandle destination) {
+            const bool goes = removal.leadsToRemovedPage(destination);
+            if (goes && name.isString()) {
+                removal.goneNames.insert(name.getStringValue());
+            }
+            return goesIf(goes);
+        },
+        [&](int node) { return removal.leadsToRemainingPages(node); });
     if (empty && !removal.goneNames.empty()) {
         removal.changes().edit(owner);
         names.removeKey("/Dests");

@@ -190,7 +190,7 @@ private:
             keepWhatIsNamedIn(user.user.content, user);
         }
         if (user.isOfInterest() && removal_.isRemainingPage(user.user.object)) {
-            keepWhatIsNamedIn(ResourceSharing::appearancesOn(user.user.object), user);
+            keepWhatIsNamedIn(sharing_.appearancesOn(user.user.object), user);
         }
     }
 
