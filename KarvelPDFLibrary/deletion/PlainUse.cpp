@@ -1,8 +1,8 @@
 #include "KarvelPDFLibrary/deletion/PlainUse.h"
 
 #include "KarvelPDFLibrary/deletion/ContentNames.h"
-#include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/index/DictionaryText.h"
+#include "KarvelPDFLibrary/index/PlainStream.h"
 
 #include <algorithm>
 #include <set>
@@ -53,37 +53,12 @@ std::set<std::string> namesOf(const DictionaryText& resources, const index::Refe
     return names;
 }
 
-/// The data of a stream, by a text that goes up to its end; empty where that is not plain.
+/// The data of a stream; empty where that is not plain.
 std::string dataIn(std::string_view text)
 {
-    const auto dictionary = plain(text);
-    if (!dictionary) {
-        return {};
-    }
-    const std::string_view filter = index::trimmed(dictionary->value("Filter"));
-    const std::string_view length = index::trimmed(dictionary->value("Length"));
-    std::uint64_t count = 0;
-    std::size_t digits = 0;
-    const bool isPlain = (filter.empty() || filter == "/FlateDecode") &&
-                         !dictionary->has("DecodeParms") && !dictionary->has("F") &&
-                         index::readUnsigned(length, digits, count) && digits == length.size();
-    const std::string_view word = "stream";
-    std::size_t at = index::skipSpace(text, dictionary->text().size());
-    if (!isPlain || text.substr(std::min(at, text.size()), word.size()) != word) {
-        return {};
-    }
-    at += word.size();
-    at += text.substr(at, 1) == "\r" ? 1 : 0;
-    ++at; // the line feed
-    if (at > text.size() || count > text.size() - at || count > mostOfContent) {
-        return {};
-    }
-    std::string data(text.substr(at, count));
-    if (filter.empty()) {
-        return data;
-    }
+    const auto stream = index::PlainStream::read(text);
     try {
-        return index::inflated(data, {}, mostOfContent);
+        return stream && stream->bytes.size() <= mostOfContent ? stream->data(mostOfContent) : "";
     } catch (const std::exception&) {
         return {};
     }

@@ -125,6 +125,9 @@ bool tellsOfReconstruction(const QPDFExc& warning)
 Document::Document(std::shared_ptr<io::ByteSource> source)
     : source_(std::move(source)), originalSize_(source_ ? source_->size() : 0), changes_(file_)
 {
+    if (source_) {
+        streams_.emplace(file_, *source_);
+    }
 }
 
 Result<std::unique_ptr<Document>> Document::create()
@@ -236,13 +239,22 @@ void Document::openLater(const LoadOptions& options,
             known = referencesReadFrom(*source_);
         }
         if (known) {
-            index::openWithKnownReferences(file, source_, *known);
+            index::openWithKnownReferences(file, source_, *known, membersApart());
         } else {
             file.processInputSource(std::make_shared<io::WindowedInput>(source_),
                                     password_.c_str());
         }
         pageTree::readInherited(file, inherited_, unreadInherited_);
     });
+}
+
+/// What is in object streams, for libqpdf to read one by one; nothing where it isn't known, or of
+/// no use.
+index::StreamMembers Document::membersApart()
+{
+    const bool known = index_ && index_->fileState() == index::FileState::Whole &&
+                       !index_->objectStreams().empty();
+    return known ? index::StreamMembers{index_.get(), &*streams_} : index::StreamMembers{};
 }
 
 /// `read` is what was read of the cross-reference data without libqpdf.
@@ -317,8 +329,8 @@ Outcome Document::hasPossibleNumbers()
 void Document::readIndex(const LoadOptions& options, const index::CrossReferences* read)
 {
     if (!reconstructed_) {
-        index_ = index::ReferenceIndex::build(file_, *source_, read, index::FileState::Whole,
-                                              indexRefusal_);
+        index_ = index::ReferenceIndex::build(file_, *source_, *streams_, read,
+                                              index::FileState::Whole, indexRefusal_);
     }
     if (!index_ && read != nullptr) {
         openLater(options, nullptr); // what is damaged is for libqpdf alone
@@ -346,7 +358,7 @@ std::unique_ptr<index::ReferenceIndex> Document::indexOfDamaged()
         }
         const bool rebuilt = reconstructed_;
         auto index = index::ReferenceIndex::build(
-            file_, *source_, nullptr,
+            file_, *source_, *streams_, nullptr,
             rebuilt ? index::FileState::Rebuilt : index::FileState::Damaged, indexRefusal_);
         if (!index) {
             return nullptr;

@@ -4,6 +4,8 @@
 #include "KarvelPDFLibrary/document/Encryption.h"
 #include "KarvelPDFLibrary/document/PageLabelRanges.h"
 #include "KarvelPDFLibrary/document/Roots.h"
+#include "KarvelPDFLibrary/index/DecodedStreams.h"
+#include "KarvelPDFLibrary/index/KnownReferences.h"
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/io/ByteSource.h"
 #include "KarvelPDFLibrary/io/ObjectFile.h"
@@ -121,7 +123,17 @@ public:
     Changes& changes() { return changes_; }
 
     /// What the objects are now, changed or not, without building more than is needed.
-    ObjectView objects() { return {file_, changes_, index_.get(), source_.get()}; }
+    ObjectView objects()
+    {
+        return {file_, changes_, index_.get(), source_.get(), streams_ ? &*streams_ : nullptr};
+    }
+
+    /// An object stream that the index knows.
+    index::DecodedStreams::Stream objectStream(std::uint32_t number)
+    {
+        // The index has decoded it before, so that it is known to be of a reasonable size.
+        return streams_->of(number, index_->object(number), index_->fileState(), SIZE_MAX);
+    }
 
     // --- pages; numbers are 1-based and must be within 1 to pageCount() ---
 
@@ -255,6 +267,7 @@ private:
                  const std::shared_ptr<const index::CrossReferences>& read);
     void openLater(const LoadOptions& options,
                    const std::shared_ptr<const index::CrossReferences>& read);
+    index::StreamMembers membersApart();
     static std::unique_ptr<Document>
     loadWithTrailerAdded(const std::shared_ptr<io::ByteSource>& source, const LoadOptions& options);
     void keepWhatTheKeyWasMadeFrom();
@@ -270,6 +283,7 @@ private:
     std::string password_;
     io::ObjectFile file_;
     Changes changes_;
+    std::optional<index::DecodedStreams> streams_; // none without a source
     std::unique_ptr<index::ReferenceIndex> index_;
     std::string indexRefusal_;
     PageOrder order_;

@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/index/BoundedData.h"
 
 #include <qpdf/Pipeline.hh>
+#include <qpdf/Pl_Flate.hh>
 #include <qpdf/QPDF.hh>
 #include <stdexcept>
 
@@ -49,15 +50,42 @@ std::string boundedData(QPDFObjectHandle stream, std::size_t most)
     return collect.take();
 }
 
+namespace {
+
+/// The same as of a stream, without the file in which one would have to stand.
+std::string inflated(const std::string& packed, std::size_t most)
+{
+    BoundedPipeline collect(most);
+    bool isUnusual = false;
+    try {
+        Pl_Flate inflate("inflate", &collect, Pl_Flate::a_inflate);
+        inflate.setWarnCallback([&](char const*, int) { isUnusual = true; });
+        inflate.write(reinterpret_cast<unsigned char const*>(packed.data()), packed.size());
+        inflate.finish();
+    } catch (const TooMuchData&) {
+        throw;
+    } catch (const std::exception&) {
+        isUnusual = true;
+    }
+    if (isUnusual) {
+        throw std::length_error("a stream is packed in an unusual way");
+    }
+    return collect.take();
+}
+
+} // namespace
+
 std::string inflated(const std::string& packed, std::string_view parameters, std::size_t most)
 {
+    if (parameters.empty()) {
+        return inflated(packed, most);
+    }
     QPDF scratch;
     scratch.setSuppressWarnings(true);
     scratch.emptyPDF();
     QPDFObjectHandle stream = scratch.newStream(packed);
-    stream.replaceDict(QPDFObjectHandle::parse(
-        "<< /Filter /FlateDecode " +
-        (parameters.empty() ? "" : "/DecodeParms " + std::string(parameters)) + " >>"));
+    stream.replaceDict(QPDFObjectHandle::parse("<< /Filter /FlateDecode /DecodeParms " +
+                                               std::string(parameters) + " >>"));
     std::string data = boundedData(stream, most);
     if (scratch.anyWarnings()) {
         throw std::length_error("a stream is packed in an unusual way");

@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/index/CrossReferenceCount.h"
 #include "KarvelPDFLibrary/index/CrossReferenceReader.h"
+#include "KarvelPDFLibrary/index/DecodedStreams.h"
 #include "KarvelPDFLibrary/index/DictionaryText.h"
 #include "KarvelPDFLibrary/index/FileText.h"
 #include "KarvelPDFLibrary/index/ObjectHeader.h"
@@ -58,12 +59,13 @@ void appendNumbersOfObjects(std::string_view text, std::vector<std::uint32_t>& n
 /// Goes through a file's objects in the order in which they lie there.
 class IndexBuilder {
 public:
-    IndexBuilder(io::ObjectFile& file, io::ByteSource& source, FileState state,
-                 ReferenceIndex& index)
-        : file_(file), index_(index), text_(source), lengths_(source), notes_(index),
-          fileSize_(source.size()), state_(state)
+    IndexBuilder(io::ObjectFile& file, io::ByteSource& source, DecodedStreams& streams,
+                 FileState state, ReferenceIndex& index)
+        : file_(file), streams_(streams), index_(index), text_(source), lengths_(source),
+          notes_(index), fileSize_(source.size()), state_(state)
     {
         index_.fileState_ = state;
+        streams_.clear();
     }
 
     void run(const CrossReferences* read)
@@ -111,7 +113,7 @@ private:
     std::optional<std::size_t> passStream(std::uint32_t number, std::size_t at);
     std::optional<std::uint64_t> streamLength(std::uint32_t number);
     std::optional<std::uint64_t> numberInFile(const Reference& reference);
-    std::string decoded(std::uint32_t number, QPDFObjectHandle stream);
+    DecodedStreams::Stream decoded(std::uint32_t number);
     void keep(IndexedObject& object, std::uint32_t number, int flags);
 
     std::size_t passNumber(const Placed& placed);
@@ -121,6 +123,7 @@ private:
     void mustEndWord(std::uint32_t number, std::size_t at);
 
     io::ObjectFile& file_;
+    DecodedStreams& streams_;
     ReferenceIndex& index_;
     FileText text_;
     FileText lengths_; // where lengths of streams are objects of their own
@@ -346,14 +349,15 @@ void IndexBuilder::keep(IndexedObject& object, std::uint32_t number, int flags)
 
 /// An object stream's data. That they are more than is possible is not left to libqpdf, which would
 /// read them whole.
-std::string IndexBuilder::decoded(std::uint32_t number, QPDFObjectHandle stream)
+DecodedStreams::Stream IndexBuilder::decoded(std::uint32_t number)
 {
     const std::uint64_t possible = mostDecodedBytes(fileSize_);
     const std::uint64_t most = std::min(possible, mostIndexedBytes);
     try {
-        std::string data = boundedData(stream, most - decodedBytes_);
-        decodedBytes_ += data.size();
-        return data;
+        DecodedStreams::Stream stream =
+            streams_.of(number, index_.objects_[number], state_, most - decodedBytes_);
+        decodedBytes_ += stream->length();
+        return stream;
     } catch (const TooMuchData&) {
         if (most < possible) {
             throw;
@@ -428,21 +432,18 @@ void IndexBuilder::scanObjectStream(std::uint32_t number)
     if (!index_.contains(number) || index_.objects_[number].kind != Kind::ObjectStream) {
         notFit(number, "is no object stream, although objects are said to be in it");
     }
-    QPDFObjectHandle stream = file_.get().getObject(static_cast<int>(number), 0);
-    QPDFObjectHandle count = stream.getDict().getKey("/N");
-    QPDFObjectHandle first = stream.getDict().getKey("/First");
-    if (!count.isInteger() || !first.isInteger() || first.getIntValue() < 0) {
+    const DecodedStreams::Stream stream = decoded(number);
+    if (stream->count < 0 || stream->first < 0) {
         notFit(number, "its header is wrong");
     }
-    std::string text = decoded(number, stream);
-    const std::size_t length = text.size();
-    text += " endobj "; // members end without a word; the scanner wants to see one
+    const std::string& text = stream->text;
+    const std::size_t length = stream->length();
 
     ObjectStreamMembers members;
     members.object = number;
-    members.first = static_cast<std::uint64_t>(first.getIntValue());
+    members.first = static_cast<std::uint64_t>(stream->first);
     std::size_t at = 0;
-    for (long long i = 0; i < count.getIntValue(); ++i) {
+    for (std::int64_t i = 0; i < stream->count; ++i) {
         std::uint64_t member = 0;
         std::uint64_t offset = 0;
         at = skipSpace(text, at);
@@ -568,12 +569,13 @@ void IndexBuilder::finishDoubts()
 }
 
 std::unique_ptr<ReferenceIndex> ReferenceIndex::build(io::ObjectFile& file, io::ByteSource& source,
+                                                      DecodedStreams& streams,
                                                       const CrossReferences* read, FileState state,
                                                       std::string& reason)
 {
     auto index = std::make_unique<ReferenceIndex>();
     try {
-        IndexBuilder(file, source, state, *index).run(read);
+        IndexBuilder(file, source, streams, state, *index).run(read);
     } catch (const NotFit& notFit) {
         reason = notFit.reason;
         return nullptr;

@@ -41,6 +41,108 @@ private:
     std::shared_ptr<InputSource> input_;
 };
 
+/// Where members of object streams stand apart: behind any file, each farther from the next than it
+/// can be long, since the streams of an index are shorter.
+constexpr unsigned lengthBits = 29;
+constexpr qpdf_offset_t firstAddress = qpdf_offset_t(1) << 61U;
+
+std::uint64_t addressOf(std::uint64_t number)
+{
+    return static_cast<std::uint64_t>(firstAddress) + (number << lengthBits);
+}
+
+/// A file, and behind it the members of its object streams as objects.
+class FileWithMembers final : public InputSource {
+public:
+    FileWithMembers(std::shared_ptr<InputSource> file, const StreamMembers& members)
+        : file_(std::move(file)), members_(members)
+    {
+    }
+
+    qpdf_offset_t findAndSkipNextEOL() override
+    {
+        if (!inMembers_) {
+            return file_->findAndSkipNextEOL();
+        }
+        at_ = std::min(text_.find_first_of("\r\n", at_), text_.size());
+        const qpdf_offset_t end = tell();
+        at_ = std::min(text_.find_first_not_of("\r\n", at_), text_.size());
+        return end;
+    }
+    std::string const& getName() const override { return file_->getName(); }
+    qpdf_offset_t tell() override
+    {
+        return inMembers_ ? start_ + static_cast<qpdf_offset_t>(at_) : file_->tell();
+    }
+    void seek(qpdf_offset_t offset, int whence) override
+    {
+        const qpdf_offset_t to = whence == SEEK_CUR ? tell() + offset : offset;
+        inMembers_ = whence != SEEK_END && to >= firstAddress;
+        if (inMembers_) {
+            enter(to);
+        } else {
+            file_->seek(to, whence == SEEK_END ? SEEK_END : SEEK_SET);
+        }
+    }
+    void rewind() override { seek(0, SEEK_SET); }
+    size_t read(char* buffer, size_t length) override
+    {
+        if (!inMembers_) {
+            const size_t done = file_->read(buffer, length);
+            last_offset = file_->getLastOffset();
+            return done;
+        }
+        last_offset = tell();
+        const size_t done = text_.copy(buffer, length, at_);
+        at_ += done;
+        return done;
+    }
+    void unreadCh(char ch) override
+    {
+        if (!inMembers_) {
+            file_->unreadCh(ch);
+        } else if (at_ > 0) {
+            --at_;
+        }
+    }
+
+private:
+    void enter(qpdf_offset_t to)
+    {
+        const auto number = static_cast<std::uint32_t>((to - firstAddress) >> lengthBits);
+        const auto start = static_cast<qpdf_offset_t>(addressOf(number));
+        if (start != start_) {
+            text_ = textOf(number);
+            start_ = start;
+        }
+        at_ = std::min(static_cast<std::size_t>(to - start), text_.size());
+    }
+
+    /// As in a file, with something after it; empty where there is no such member.
+    std::string textOf(std::uint32_t number)
+    {
+        if (!members_.index->contains(number) || members_.index->object(number).container == 0) {
+            return {};
+        }
+        const IndexedObject& object = members_.index->object(number);
+        const DecodedStreams::Stream stream = members_.streams->plain(
+            object.container, members_.index->object(object.container), SIZE_MAX);
+        if (!stream || object.end > stream->length() || object.start > object.end) {
+            return {};
+        }
+        std::string text = std::to_string(number) + " 0 obj\n";
+        text.append(stream->text, object.start, object.end - object.start);
+        return text += "\nendobj\n%";
+    }
+
+    std::shared_ptr<InputSource> file_;
+    StreamMembers members_;
+    bool inMembers_ = false;
+    qpdf_offset_t start_ = 0; // of the member whose text is at hand
+    std::string text_;
+    std::size_t at_ = 0;
+};
+
 std::string bytesOf(std::uint64_t value, std::size_t width)
 {
     std::string bytes(width, '\0');
@@ -59,14 +161,18 @@ std::size_t widthOf(std::uint64_t highest)
     return width;
 }
 
-/// A cross-reference stream (ISO 32000-2, 7.5.8) of all entries.
-std::string streamOf(const CrossReferences& read, const std::string& id)
+/// A cross-reference stream (ISO 32000-2, 7.5.8) of all entries. StreamMembers of object streams
+/// may stand apart.
+std::string streamOf(const CrossReferences& read, const std::string& id, bool apart)
 {
     constexpr std::uint64_t lower = 0xFFFFFFFF;
-    const auto isMember = [](const CrossReference& entry) {
-        return entry.kind == CrossReference::Kind::InObjectStream;
+    const auto isMember = [apart](const CrossReference& entry) {
+        return entry.kind == CrossReference::Kind::InObjectStream && !apart;
     };
     const auto second = [&](const CrossReference& entry) {
+        if (entry.kind == CrossReference::Kind::InObjectStream && apart) {
+            return addressOf(static_cast<std::uint64_t>(&entry - read.entries.data()));
+        }
         return isMember(entry) ? entry.place >> 32U : entry.place;
     };
     const auto third = [&](const CrossReference& entry) {
@@ -97,7 +203,7 @@ std::string streamOf(const CrossReferences& read, const std::string& id)
 /// The cross-reference data as a file of nothing else. Its trailer is the file's. The stream stands
 /// beside a table and has the number of an object in that: libqpdf keeps other streams that it
 /// reads as objects of the file. Empty when no object can be in a table.
-std::string fileOf(const CrossReferences& read, const DictionaryText& trailer)
+std::string fileOf(const CrossReferences& read, const DictionaryText& trailer, bool apart)
 {
     constexpr std::uint64_t highestInTable = 9'999'999'999;
     const auto one =
@@ -110,7 +216,7 @@ std::string fileOf(const CrossReferences& read, const DictionaryText& trailer)
     const std::string number = std::to_string(one - read.entries.begin());
     std::string file = "%PDF-" + read.version + "\n";
     const std::size_t stream = file.size();
-    file += streamOf(read, number + " " + std::to_string(one->generation));
+    file += streamOf(read, number + " " + std::to_string(one->generation), apart);
     const std::size_t table = file.size();
     std::array<char, 32> row = {};
     std::snprintf(row.data(), row.size(), "%010llu %05u n \n",
@@ -137,10 +243,11 @@ void restoreTrailer(QPDFObjectHandle trailer, const DictionaryText& known)
 } // namespace
 
 void openWithKnownReferences(QPDF& file, std::shared_ptr<io::ByteSource> source,
-                             const CrossReferences& read)
+                             const CrossReferences& read, const StreamMembers& members)
 {
+    const bool apart = members.index != nullptr;
     const auto trailer = DictionaryText::read(read.trailer);
-    const std::string known = trailer ? fileOf(read, *trailer) : std::string();
+    const std::string known = trailer ? fileOf(read, *trailer, apart) : std::string();
     auto whole = std::make_shared<io::WindowedInput>(source);
     if (known.empty()) {
         file.processInputSource(whole);
@@ -149,7 +256,11 @@ void openWithKnownReferences(QPDF& file, std::shared_ptr<io::ByteSource> source,
     const auto input = std::make_shared<ExchangedInput>(
         std::make_shared<BufferInputSource>(source->name(), known));
     file.processInputSource(input);
-    input->exchange(whole);
+    if (apart) {
+        input->exchange(std::make_shared<FileWithMembers>(whole, members));
+    } else {
+        input->exchange(whole);
+    }
     restoreTrailer(file.getTrailer(), *trailer);
 }
 

@@ -15,6 +15,7 @@
 
 namespace karvel::index {
 
+class DecodedStreams;
 struct CrossReferences;
 
 /// What an object is, as far as its dictionary's type and telling keys show it.
@@ -184,7 +185,7 @@ bool isOutOfProportion(std::uint64_t highestNumber, std::uint64_t objects);
 // maps by number (tables are half the size and are walked in order).
 
 /// Where every object of a file lies and which objects it refers to, found in one pass over the
-/// file in its order. Streams are passed over, but for object streams, which libqpdf decodes.
+/// file in its order. Streams are passed over, but for object streams, which are decoded.
 /// Nothing is guessed: a file in which anything doesn't read as expected has no index, and is then
 /// handled through libqpdf alone, unless all that is wrong with it is damage that can be told
 /// exactly.
@@ -194,6 +195,7 @@ public:
     /// file that holds more than one of its size can. Where the cross-reference data were read
     /// already, which they can be of a whole file, libqpdf is not asked for them.
     static std::unique_ptr<ReferenceIndex> build(io::ObjectFile& file, io::ByteSource& source,
+                                                 DecodedStreams& streams,
                                                  const CrossReferences* read, FileState state,
                                                  std::string& reason);
 

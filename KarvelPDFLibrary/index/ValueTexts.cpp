@@ -1,6 +1,5 @@
 #include "KarvelPDFLibrary/index/ValueTexts.h"
 
-#include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 
 namespace karvel::index {
@@ -28,12 +27,12 @@ std::string_view ValueTexts::from(std::uint32_t number)
 std::string_view ValueTexts::fromMember(const IndexedObject& object)
 {
     if (container_ != object.container) {
-        QPDFObjectHandle stream = file_.get().getObject(static_cast<int>(object.container), 0);
         // The index has decoded it before, so that it is known to be of a reasonable size.
-        data_ = boundedData(stream, SIZE_MAX) + " endobj ";
+        stream_ = streams_.of(object.container, index_.object(object.container), index_.fileState(),
+                              SIZE_MAX);
         container_ = object.container;
     }
-    const std::string_view text = std::string_view(data_).substr(object.start);
+    const std::string_view text = std::string_view(stream_->text).substr(object.start);
     return text.substr(skipSpace(text, 0));
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "KarvelPDFLibrary/index/DecodedStreams.h"
 #include "KarvelPDFLibrary/index/FileText.h"
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
-#include "KarvelPDFLibrary/io/ObjectFile.h"
 
-#include <string>
 #include <string_view>
 
 namespace karvel::index {
@@ -13,8 +12,8 @@ namespace karvel::index {
 /// after the other.
 class ValueTexts {
 public:
-    ValueTexts(io::ObjectFile& file, const ReferenceIndex& index, io::ByteSource& source)
-        : file_(file), index_(index), text_(source)
+    ValueTexts(DecodedStreams& streams, const ReferenceIndex& index, io::ByteSource& source)
+        : streams_(streams), index_(index), text_(source)
     {
     }
 
@@ -26,11 +25,11 @@ public:
 private:
     std::string_view fromMember(const IndexedObject& object);
 
-    io::ObjectFile& file_;
+    DecodedStreams& streams_;
     const ReferenceIndex& index_;
     FileText text_;
-    std::uint32_t container_ = 0; // the object stream whose data is at hand
-    std::string data_;
+    std::uint32_t container_ = 0; // the number of the object stream that is at hand
+    DecodedStreams::Stream stream_;
 };
 
 } // namespace karvel::index

@@ -7,11 +7,11 @@
 namespace karvel {
 
 ObjectView::ObjectView(io::ObjectFile& file, Changes& changes, const index::ReferenceIndex* index,
-                       io::ByteSource* source)
+                       io::ByteSource* source, index::DecodedStreams* streams)
     : file_(file), changes_(changes), index_(index)
 {
     if (index_ != nullptr) {
-        texts_.emplace(file_, *index_, *source);
+        texts_.emplace(*streams, *index_, *source);
     }
 }
 

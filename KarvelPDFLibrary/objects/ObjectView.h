@@ -26,9 +26,10 @@ namespace karvel {
 /// whoever goes through objects in their order has one of his own.
 class ObjectView {
 public:
-    /// `index`, and `source`, which it is of, are null for a file that is not fit for an index.
+    /// `index`, and the source and object streams that it is of, are null for a file that is not
+    /// fit for an index.
     ObjectView(io::ObjectFile& file, Changes& changes, const index::ReferenceIndex* index,
-               io::ByteSource* source);
+               io::ByteSource* source, index::DecodedStreams* streams);
 
     /// What the index knows of an object; null when that is nothing, or of a former value.
     const index::IndexedObject* unchanged(int number) const

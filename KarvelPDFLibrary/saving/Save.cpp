@@ -128,7 +128,11 @@ void configure(QPDFWriter& writer, Document& document, const SaveOptions& option
                                                              qpdf_o_generate};
     static constexpr qpdf_stream_data_e streamData[] = {qpdf_s_preserve, qpdf_s_uncompress,
                                                         qpdf_s_compress};
-    writer.setObjectStreamMode(objectStreams[static_cast<int>(options.objectStreams)]);
+    // Where members of object streams stand apart for it, it would keep none.
+    const bool packsAnew = options.objectStreams == ObjectStreams::Keep &&
+                           hasObjectStreams(document) && !readsObjectStreams(document.file());
+    writer.setObjectStreamMode(packsAnew ? qpdf_o_generate
+                                         : objectStreams[static_cast<int>(options.objectStreams)]);
     writer.setStreamDataMode(streamData[static_cast<int>(options.streamData)]);
     writer.setRecompressFlate(options.recompressFlate);
     writer.setLinearization(options.linearize);

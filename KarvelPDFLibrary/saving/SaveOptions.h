@@ -4,6 +4,8 @@
 
 namespace karvel::saving {
 
+/// Keep: as in the file. Where objects have to be rewritten, a document that has object streams
+/// gets new ones.
 enum class ObjectStreams : int { Keep = 0, None = 1, Pack = 2 };
 enum class StreamData : int { Keep = 0, Decode = 1, Compress = 2 };
 

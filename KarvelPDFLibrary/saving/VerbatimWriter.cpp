@@ -1,6 +1,5 @@
 #include "KarvelPDFLibrary/saving/VerbatimWriter.h"
 
-#include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/saving/CrossReferences.h"
 #include "KarvelPDFLibrary/saving/EscapedNames.h"
 #include "KarvelPDFLibrary/saving/LinearizedWriter.h"
@@ -149,9 +148,7 @@ std::string Writer::changedText(std::uint32_t number, const Cipher* cipher)
 /// An object stream of the members that stay, at their present values.
 std::string Writer::objectStream(const index::ObjectStreamMembers& stream)
 {
-    QPDFObjectHandle old = document_.file().getObject(static_cast<int>(stream.object), 0);
-    // The index has decoded it before, so that it is known to be of a reasonable size.
-    const std::string text = index::boundedData(old, SIZE_MAX);
+    const index::DecodedStreams::Stream old = document_.objectStream(stream.object);
     std::string header;
     std::string body;
     std::uint32_t count = 0;
@@ -162,7 +159,7 @@ std::string Writer::objectStream(const index::ObjectStreamMembers& stream)
         header += std::to_string(member) + " " + std::to_string(body.size()) + " ";
         if (isUnchanged(member)) {
             const IndexedObject& object = index_.object(member);
-            body.append(text, object.start, object.end - object.start);
+            body.append(old->text, object.start, object.end - object.start);
         } else {
             // Strings in an object stream are enciphered with the stream, not by themselves.
             body += changedText(member, nullptr);

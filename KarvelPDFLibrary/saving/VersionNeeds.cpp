@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/saving/VersionNeeds.h"
 
 #include <algorithm>
+#include <sstream>
 
 namespace karvel::saving {
 
@@ -33,14 +34,33 @@ PDFVersion neededByEncryption(Document& document, const EncryptionPlan& plan)
     return revision == 3 ? PDFVersion(1, 4) : PDFVersion(1, 3);
 }
 
-bool hasObjectStreams(Document& document)
+/// libqpdf's own getVersionAsPDFVersion() compiles a regular expression at each call.
+PDFVersion versionOf(QPDF& file)
 {
-    const auto table = document.file().getXRefTable();
+    int major = 1;
+    int minor = 3;
+    std::istringstream text(file.getPDFVersion());
+    text >> major;
+    text.ignore(1); // the point
+    text >> minor;
+    return text ? PDFVersion(major, minor, file.getExtensionLevel())
+                : PDFVersion(1, 3, file.getExtensionLevel());
+}
+
+} // namespace
+
+bool readsObjectStreams(QPDF& file)
+{
+    const auto table = file.getXRefTable();
     return std::any_of(table.begin(), table.end(),
                        [](const auto& entry) { return entry.second.getType() == 2; });
 }
 
-} // namespace
+bool hasObjectStreams(Document& document)
+{
+    return document.index() != nullptr ? !document.index()->objectStreams().empty()
+                                       : readsObjectStreams(document.file());
+}
 
 PDFVersion versionToWrite(Document& document, const SaveOptions& options,
                           const EncryptionPlan& encryption)
@@ -65,7 +85,7 @@ std::string versionToCopy(Document& document)
         version = PDFVersion(text[0] - '0', text[2] - '0');
     } else {
         text = document.file().getPDFVersion();
-        version = document.file().getVersionAsPDFVersion();
+        version = versionOf(document.file());
     }
     const PDFVersion before = version;
     if (document.index()->usesCrossReferenceStream()) {

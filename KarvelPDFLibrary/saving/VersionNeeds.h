@@ -13,6 +13,12 @@ namespace karvel::saving {
 PDFVersion versionToWrite(Document& document, const SaveOptions& options,
                           const EncryptionPlan& encryption);
 
+/// Whether objects of a document that was read are in object streams.
+bool hasObjectStreams(Document& document);
+
+/// The same as libqpdf sees it, for which they may stand apart.
+bool readsObjectStreams(QPDF& file);
+
 /// The version for the header of a document that is copied: its own, or the one that streams of
 /// cross-references need, which hybrid files have beside a table for older readers.
 std::string versionToCopy(Document& document);

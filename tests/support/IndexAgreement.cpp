@@ -5,6 +5,7 @@
 #include "KarvelPDFLibrary/index/ObjectHeader.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace support {
 
@@ -18,6 +19,9 @@ std::string disagreementOn(QPDFObjectHandle object, const karvel::index::Indexed
     auto last = static_cast<std::uint64_t>(object.getParsedOffset());
     if (object.isStream() != isStream || object.isDictionary() != isDictionary) {
         return "is something else";
+    }
+    if (entry.container != 0 && last > static_cast<std::uint64_t>(INT64_MAX) / 4) {
+        return {}; // it stands apart: crossReferenceDisagreement() looks at that
     }
     if (isStream) {
         last += object.getRawStreamData()->getSize();
@@ -76,6 +80,35 @@ std::string firstOnlyInOne(const std::vector<std::string>& a, const std::vector<
            (other == b.end() ? "nothing" : *other);
 }
 
+/// What differs in objects when members of object streams stand apart for libqpdf.
+std::string disagreementOfMembersApart(QPDF& alone,
+                                       const std::shared_ptr<karvel::io::ByteSource>& source,
+                                       const karvel::index::CrossReferences& read)
+{
+    karvel::io::ObjectFile file;
+    file.openWhenNeeded(
+        [&](QPDF& opened) { karvel::index::openWithKnownReferences(opened, source, read, {}); });
+    karvel::index::DecodedStreams streams(file, *source);
+    std::string reason;
+    const auto index = karvel::index::ReferenceIndex::build(
+        file, *source, streams, &read, karvel::index::FileState::Whole, reason);
+    if (!index || index->objectStreams().empty() || file.isOpen()) {
+        return {}; // nothing that would stand apart
+    }
+    QPDF apart;
+    apart.setSuppressWarnings(true);
+    karvel::index::openWithKnownReferences(apart, source, read, {index.get(), &streams});
+    for (const auto& [id, entry] : alone.getXRefTable()) {
+        const std::string one = alone.getObject(id).unparseResolved();
+        const std::string other = apart.getObject(id).unparseResolved();
+        if (one != other) {
+            return "apart, object " + std::to_string(id.getObj()) + " is " + other +
+                   " instead of " + one;
+        }
+    }
+    return apart.numWarnings() == alone.numWarnings() ? "" : "apart, libqpdf warns otherwise";
+}
+
 } // namespace
 
 std::string crossReferenceDisagreement(const std::string& pdf)
@@ -91,7 +124,7 @@ std::string crossReferenceDisagreement(const std::string& pdf)
         alone.processMemoryFile("alone", pdf.data(), pdf.size());
         QPDF given;
         given.setSuppressWarnings(true);
-        karvel::index::openWithKnownReferences(given, source, *read);
+        karvel::index::openWithKnownReferences(given, source, *read, {});
         for (QPDF* file : {&alone, &given}) {
             if (file->anyWarnings() || file->isEncrypted()) {
                 return "libqpdf warns, or finds it encrypted";
@@ -108,7 +141,7 @@ std::string crossReferenceDisagreement(const std::string& pdf)
             alone.getPDFVersion() != given.getPDFVersion()) {
             return "another trailer: " + given.getTrailer().unparse();
         }
-        return {};
+        return disagreementOfMembersApart(alone, source, *read);
     } catch (const std::exception& failure) {
         return std::string("libqpdf doesn't open it: ") + failure.what();
     }
