@@ -3,6 +3,7 @@
 #include "VantoraApp/CActionUtils.h"
 
 #include <QtCore/QStringList>
+#include <QtCore/QVector>
 
 #include <algorithm>
 
@@ -128,6 +129,26 @@ Fault faultOfEnds(QStringList ends, const QString& item)
                : "goes down at " + quoted(item) + "; write " + ends[1] + "-" + ends[0];
 }
 
+// A page as most texts name it; 0 for any other text, right or wrong.
+int plainPage(const QStringRef& text)
+{
+    constexpr int mostDigits = 9;
+    const bool isPlain = !text.isEmpty() && text.size() <= mostDigits && text.front() != '0' &&
+                         std::all_of(text.begin(), text.end(), isDigit);
+    return isPlain ? text.toInt() : 0;
+}
+
+// Pages as most texts name them, of which there may be many: nothing is wrong there.
+bool isPlain(const QStringRef& item)
+{
+    const int dash = item.indexOf('-');
+    if (dash < 0) {
+        return plainPage(item) > 0;
+    }
+    const int first = plainPage(item.left(dash));
+    return first > 0 && first < plainPage(item.mid(dash + 1));
+}
+
 Fault faultOf(const QString& untidy)
 {
     const QString item = untidy.trimmed();
@@ -170,14 +191,17 @@ Fault pageRangeFault(const QString& range)
     if (range.trimmed().isEmpty()) {
         return QString("names no page");
     }
-    const QStringList items = range.split(',');
+    const QVector<QStringRef> items = range.splitRef(',');
     for (int i = 0; i < items.size(); ++i) {
+        if (isPlain(items[i])) {
+            continue;
+        }
         if (items[i].trimmed().isEmpty()) {
             return i == 0                  ? QString("begins with a comma")
                    : i + 1 == items.size() ? QString("ends with a comma")
                                            : QString("has two commas with no page between them");
         }
-        if (const Fault fault = faultOf(items[i])) {
+        if (const Fault fault = faultOf(items[i].toString())) {
             return fault;
         }
     }

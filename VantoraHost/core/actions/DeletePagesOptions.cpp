@@ -37,8 +37,8 @@ Outcome accept(PreferencesMap& preferences)
 int highestPageNamed(const QString& range)
 {
     int highest = 0;
-    for (const QString& item : range.split(',')) {
-        highest = std::max(highest, item.section('-', -1).toInt());
+    for (const QStringRef& item : range.splitRef(',')) {
+        highest = std::max(highest, item.mid(item.lastIndexOf('-') + 1).toInt());
     }
     return highest;
 }
