@@ -24,6 +24,10 @@ namespace {
 
 constexpr std::size_t mostBytes = std::size_t{64} << 10;
 
+// A key of many parts, a.b.c, is as many tables in each other, which the parser's library gives
+// back one within the other, on the stack.
+constexpr std::size_t mostDots = 1000;
+
 /// Reads what stands in the file, whose path it knows for its errors.
 class Reading {
 public:
@@ -299,6 +303,46 @@ Result<std::string> trustedText(const std::string& path)
     return std::move(*text);
 }
 
+// Where a text in quotes ends that begins there: its last character.
+std::size_t endOfQuoted(std::string_view text, std::size_t begin)
+{
+    const char quote = text[begin];
+    const std::string three(3, quote);
+    const bool hasLines = text.substr(begin, 3) == three;
+    const std::string_view end = std::string_view(three).substr(0, hasLines ? 3 : 1);
+    for (std::size_t at = begin + end.size(); at < text.size(); ++at) {
+        if (text.substr(at, end.size()) == end) {
+            at += end.size();
+            // Up to two quotes may stand before the three that end it.
+            const std::size_t more = hasLines ? 2 : 0;
+            return std::min(text.find_first_not_of(quote, at), at + more) - 1;
+        }
+        if (text[at] == '\n' && !hasLines) {
+            return at; // the parser says what is wrong with it
+        }
+        at += quote == '"' && text[at] == '\\' ? 1 : 0;
+    }
+    return text.size();
+}
+
+// The line from which keys have too many parts, if they do. Up to where the parser finds a mistake,
+// this finds the same texts and comments as it does.
+std::optional<std::size_t> lineOfTooManyParts(std::string_view text)
+{
+    std::size_t dots = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '#') {
+            at = std::min(text.find('\n', at), text.size());
+        } else if (text[at] == '"' || text[at] == '\'') {
+            at = endOfQuoted(text, at);
+        } else if (text[at] == '.' && ++dots > mostDots) {
+            const std::string_view before = text.substr(0, at);
+            return static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')) + 1;
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 Result<Configuration> readConfiguration(const std::string& path)
@@ -314,11 +358,15 @@ Result<Configuration> readConfiguration(const std::string& path)
                                                            : tl::unexpected<Error>(text.error());
     }
     Reading reading(path);
+    if (const auto line = lineOfTooManyParts(*text)) {
+        return reading.wrong(*line, "keys have more parts than any configuration needs: " +
+                                        std::to_string(mostDots) + " dots stand before this one");
+    }
     try {
         return reading.of(toml::parse(std::string_view(*text)));
     } catch (const toml::parse_error& error) {
         return reading.wrong(error.source().begin.line,
-                             "is no TOML: " + std::string(error.description()));
+                             "is no TOML: " + shown(error.description()));
     }
 }
 

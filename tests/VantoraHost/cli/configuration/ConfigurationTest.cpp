@@ -2,6 +2,7 @@
 #include "VantoraHost/cli/configuration/ConfigurableOptions.h"
 #include "tests/VantoraHost/InOwnFolder.h"
 #include "tests/VantoraHost/cli/Terminal.h"
+#include "tests/VantoraHost/cli/configuration/Meaning.h"
 #include "tests/support/AsNobody.h"
 #include "tests/support/PdfBuilder.h"
 #include "tests/support/ScratchHome.h"
@@ -57,49 +58,7 @@ protected:
 // What a command line comes to, with what a configuration says about it.
 std::string meaningOf(const std::string& line)
 {
-    const auto command = parse(terminal::words(line));
-    if (!command) {
-        return command.error().text;
-    }
-    const auto& run = std::get<RunOptions>(*command);
-    std::string text;
-    for (const NamedStep& step : run.steps) {
-        text += step.saved ? "saved " + step.saved->name : step.action;
-        for (const auto& [key, value] : step.options) {
-            text += " " + key + "=" + value;
-        }
-        text += "; ";
-    }
-    if (run.destination) {
-        const auto* folder = std::get_if<ToFolder>(&*run.destination);
-        const auto* inPlace = std::get_if<InPlace>(&*run.destination);
-        text += std::to_string(run.destination->index()) + (folder ? folder->path : "") +
-                (folder && folder->name ? " " + folder->name->of("n.pdf", 1, 1) : "") +
-                (inPlace && inPlace->backup ? " backup" : "");
-    }
-    const std::pair<const char*, bool> flags[] = {{"keep-signed", run.keepSigned},
-                                                  {"strict", run.strict},
-                                                  {"verify", run.verify},
-                                                  {"skip-existing", run.skipExisting},
-                                                  {"hashes", run.reportHashes},
-                                                  {"quiet", run.quiet},
-                                                  {"verbose", run.verbose},
-                                                  {"json", run.json},
-                                                  {"recursive", run.inputs.recursive},
-                                                  {"certificates", run.certificates.has_value()}};
-    for (const auto& [name, on] : flags) {
-        text += on ? std::string(" ") + name : "";
-    }
-    for (const std::string& path : run.resumed) {
-        text += " resume " + path;
-    }
-    return text + " taken " + std::to_string(static_cast<int>(run.taken)) + " jobs " +
-           std::to_string(run.workers.jobs.value_or(999)) + " time " +
-           std::to_string(run.workers.timeout.value_or(999)) + " memory " +
-           std::to_string(run.workers.memoryLimit.value_or(999)) + " report " + run.reportPath +
-           " passwords " + run.passwordFile + " checksums " + run.checksumsPath + " empty " +
-           std::to_string(run.ifEmpty ? static_cast<int>(*run.ifEmpty) : 999) + " accepted " +
-           std::to_string(run.acceptedFailures.size());
+    return support::meaningOf(parse(terminal::words(line)));
 }
 
 struct Meaning {
@@ -108,6 +67,21 @@ struct Meaning {
     const char* line;
     const char* sameAs; ///< the line that says it all by itself
 };
+
+const std::string dots(12000, '.'); // more than keys may have
+const std::string dotsInTexts = "# " + dots +
+                                "\ndirectory = 'cut' # '\n[profile.p]\nchoose = [\"text:\\\"" +
+                                dots + "\", '" + dots + "', \"\"\"" + dots + "\"\"\"\"\"]";
+
+// So many that their tables would not fit on a stack.
+std::string keyOfManyParts()
+{
+    std::string key = "a";
+    for (int part = 1; part < 32000; ++part) {
+        key += ".a";
+    }
+    return key;
+}
 
 TEST_F(Configured, ARunIsWhatTheCommandLineThenTheProfileThenTheFileSay)
 {
@@ -166,6 +140,8 @@ TEST_F(Configured, ARunIsWhatTheCommandLineThenTheProfileThenTheFileSay)
          "run -p 1 a --directory=--in-place"},
         {"inputs that look like options are inputs", "directory = 'b'", "run -p 1 -- --strict",
          "run -p 1 -d b -- --strict"},
+        {"dots in texts and comments are no parts of keys", dotsInTexts.c_str(), "run -p 1 a",
+         "run -p 1 a -d cut"},
         {"a file can be passed over", "directory = 'b'\nstrict = true", "run -p 1 a -n --no-config",
          "run -p 1 a -n"},
     };
@@ -213,11 +189,16 @@ struct FileMistake {
 
 TEST_F(Configured, AMistakeInTheFileIsNamedWithItsLine)
 {
+    const std::string deepKey = "jobs = 2\n" + keyOfManyParts() + " = 1";
+    const std::string deepTable = "jobs = 2\n[" + keyOfManyParts() + "]\n";
     const FileMistake rows[] = {
         {"no TOML", "jobs = 2\nverify true\n", 2, "is no TOML: "},
         {"not UTF-8", "name = '\xff'", 1, "is no TOML: "},
         {"a key twice", "jobs = 1\n\njobs = 2", 3, "is no TOML: "},
         {"nested too deeply", "\njobs = [[[[[[[[[[[[[[", 2, "is no TOML: "},
+        {"a key of many parts", deepKey.c_str(), 2, "keys have more parts"},
+        {"a table of many parts", deepTable.c_str(), 2, "keys have more parts"},
+        {"a word with what turns the line round", "verify = tru\u202e", 1, "\\u202e"},
         {"a misspelt option", "jobs = 2\ntimeuot = 5", 2, "\"timeuot\"; did you mean timeout?"},
         {"no option at all", "colour = 'red'", 1, "vantora config --example prints all"},
         {"a name that reaches for the terminal", "\"\\u001b[2J\" = 1", 1, "\"\\x1b[2J\""},
