@@ -2,6 +2,7 @@
 import os
 import shutil
 import subprocess
+import sys
 from pathlib import Path
 
 SUITE = "bookworm"
@@ -10,13 +11,36 @@ USER = "somebody"
 NOTES = ("/dev/", "/proc/", "/run/", "/tmp/", "/var/cache/", "/var/lib/apt/", "/var/lib/dpkg/", "/var/log/")
 
 
+def say(text):
+    print(text, flush=True)
+
+
+def failed(sentence):
+    """The end of the check, to be raised."""
+    return SystemExit(f"{Path(sys.argv[0]).name}: error: {sentence}")
+
+
+def expect(found, expected, what):
+    if found != expected:
+        raise failed(f"{what}: {found!r}, not {expected!r}")
+
+
 def run(*command, **options):
     """Runs a command and gives what it prints; one that fails is shown whole, and ends the check."""
     done = subprocess.run([str(part) for part in command], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                           stderr=subprocess.STDOUT, text=True, check=False, **options)
     if done.returncode != 0:
-        raise SystemExit(f"check-deb: error: {' '.join(map(str, command))} ended by {done.returncode}:\n{done.stdout}")
+        raise failed(f"{' '.join(map(str, command))} ended by {done.returncode}:\n{done.stdout}")
     return done.stdout
+
+
+def packages_in(folder):
+    """The built packages by their names."""
+    found = {file.name.split("_")[0]: file for file in sorted(folder.glob("vantora*.deb"))}
+    missing = {"vantora", "vantora-desktop", "vantora-dev"} - set(found)
+    if missing:
+        raise failed(f"{folder}: has no package {', '.join(sorted(missing))}; packaging/deb builds them")
+    return found
 
 
 class CleanSystem:
@@ -62,7 +86,7 @@ class CleanSystem:
         done = subprocess.run(self.command(*command, user=USER), stdin=subprocess.DEVNULL, capture_output=True,
                               text=True, check=False)
         if done.returncode == 0:
-            raise SystemExit(f"check-deb: error: {' '.join(command)} did not fail: {done.stdout}")
+            raise failed(f"{' '.join(command)} did not fail: {done.stdout}")
         return done.stderr
 
     def install(self, *packages):
