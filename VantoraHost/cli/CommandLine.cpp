@@ -23,6 +23,7 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <utility>
 
 namespace vantora::cli {
@@ -46,6 +47,46 @@ constexpr char programExamples[] = R"(Examples:
 // The parser would print how many values are wanted.
 class HelpText : public CLI::Formatter {
 public:
+    explicit HelpText(Language language) : language_(std::move(language))
+    {
+        label("Usage", language_.text("Usage"));
+        label("OPTIONS", language_.text("OPTIONS"));
+        label("Positionals", language_.text("Positionals"));
+        label("SUBCOMMAND", language_.text("COMMAND"));
+    }
+
+    std::string make_description(const CLI::App* app) const override
+    {
+        return text(app->get_description()) + '\n';
+    }
+
+    std::string make_footer(const CLI::App* app) const override
+    {
+        return app->get_footer().empty() ? "" : text(app->get_footer()) + '\n';
+    }
+
+    std::string make_option_desc(const CLI::Option* option) const override
+    {
+        return text(option->get_description());
+    }
+
+    std::string make_subcommand(const CLI::App* command) const override
+    {
+        std::stringstream line;
+        CLI::detail::format_help(line, command->get_display_name(true),
+                                 text(command->get_description()), column_width_);
+        return line.str();
+    }
+
+    // The parser heads a list of commands with their group as it is.
+    std::string make_subcommands(const CLI::App* app, CLI::AppFormatMode mode) const override
+    {
+        std::string list = Formatter::make_subcommands(app, mode);
+        const std::size_t end = list.find(":\n");
+        return end == std::string::npos ? list
+                                        : '\n' + text(list.substr(1, end - 1)) + list.substr(end);
+    }
+
     std::string make_option_usage(const CLI::Option* option) const override
     {
         return option->get_name() + option->get_option_text();
@@ -54,7 +95,7 @@ public:
     std::string make_group(std::string group, bool isPositional,
                            std::vector<const CLI::Option*> options) const override
     {
-        return group == notInHelp ? "" : Formatter::make_group(group, isPositional, options);
+        return group == notInHelp ? "" : Formatter::make_group(text(group), isPositional, options);
     }
 
     // "--[no-]verify" for a flag that another one switches off.
@@ -78,6 +119,11 @@ public:
         const std::string& text = option->get_option_text();
         return text.empty() ? "" : " " + text;
     }
+
+private:
+    std::string text(const std::string& english) const { return language_.text(english.c_str()); }
+
+    const Language language_;
 };
 
 std::string commandMistake(const std::vector<std::string>& arguments)
@@ -178,6 +224,8 @@ tl::expected<Command, Ending> finished(AllArguments& all, const std::string& cho
 /// One reading of a command line, with what it is read into.
 class Reading {
 public:
+    explicit Reading(Language language = {}) : language_(std::move(language)) {}
+
     AllArguments all;
 
     /// All commands, for a line with so many arguments.
@@ -186,9 +234,7 @@ public:
         program_.footer(programExamples);
         program_.set_version_flag("--version", "vantora " VANTORA_VERSION);
         program_.require_subcommand(1, 1);
-        auto help = std::make_shared<HelpText>();
-        help->label("SUBCOMMAND", "COMMAND");
-        program_.formatter(help);
+        program_.formatter(std::make_shared<HelpText>(language_));
         declareAll(program_, all, arguments);
         return program_;
     }
@@ -235,8 +281,32 @@ private:
         return hidden == std::string::npos ? text : text.erase(hidden, 1);
     }
 
+    const Language language_;
     CLI::App program_{programHelp, "vantora"};
 };
+
+// What a command and those below it say in helps.
+void collect(const CLI::App& command, std::vector<std::string>& texts)
+{
+    const auto add = [&](const std::string& text) {
+        if (!text.empty() && std::find(texts.begin(), texts.end(), text) == texts.end()) {
+            texts.push_back(text);
+        }
+    };
+    if (command.get_group().empty()) {
+        return; // not in the help
+    }
+    add(command.get_description());
+    add(command.get_footer());
+    for (const CLI::Option* option : command.get_options()) {
+        add(option->get_description());
+        add(option->get_group() == notInHelp ? "" : option->get_group());
+    }
+    for (const CLI::App* one : command.get_subcommands({})) {
+        add(one->get_group());
+        collect(*one, texts);
+    }
+}
 
 tl::expected<Command, Ending> finishedRun(Reading& reading,
                                           const std::vector<std::string>& arguments)
@@ -292,13 +362,21 @@ std::optional<Ending> configurationMistake(const ConfigOptions& options)
 
 } // namespace
 
-tl::expected<Command, Ending> parse(const std::vector<std::string>& given)
+std::vector<std::string> helpTexts()
+{
+    Reading reading;
+    std::vector<std::string> texts;
+    collect(reading.declared(0), texts);
+    return texts;
+}
+
+tl::expected<Command, Ending> parse(const std::vector<std::string>& given, const Language& language)
 {
     const std::vector<std::string> arguments = helpAsOption(given);
-    Reading reading;
+    Reading reading(language);
     if (!arguments.empty() && arguments.front() == completeCommand) {
         const std::vector<std::string> words(arguments.begin() + 1, arguments.end());
-        return Command(completionOf(reading.declared(words.size()), words));
+        return Command(completionOf(reading.declared(words.size()), words, language));
     }
     const auto chosen = reading.read(arguments);
     if (!chosen) {
@@ -309,7 +387,8 @@ tl::expected<Command, Ending> parse(const std::vector<std::string>& given)
     }
     if (*chosen == "config") {
         if (reading.all.config.example) {
-            return tl::unexpected<Ending>(Ending{AllDone, exampleConfiguration(reading.run())});
+            return tl::unexpected<Ending>(
+                Ending{AllDone, exampleConfiguration(reading.run(), language)});
         }
         if (auto mistake = configurationMistake(reading.all.config.options)) {
             return tl::unexpected<Ending>(std::move(*mistake));

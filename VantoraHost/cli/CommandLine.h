@@ -14,6 +14,7 @@
 #include "VantoraHost/cli/verify/VerifyCommand.h"
 #include "VantoraHost/cli/watch/WatchOptions.h"
 #include "VantoraHost/cli/worker/WorkerCommand.h"
+#include "VantoraHost/core/language/Language.h"
 
 #include <string>
 #include <tl/expected.hpp>
@@ -23,15 +24,19 @@
 namespace vantora::cli {
 
 /// What a command line says to do: a command with its options.
-using Command = std::variant<RunOptions, WatchOptions, WorkerOptions, PagesOptions, InfoOptions, VerifyOptions,
-                             UndoOptions, ActionsOptions, SavedOptions, ConfigOptions,
-                             ConfigureOptions, DesktopOptions, CompletionOptions>;
+using Command = std::variant<RunOptions, WatchOptions, WorkerOptions, PagesOptions, InfoOptions,
+                             VerifyOptions, UndoOptions, ActionsOptions, SavedOptions,
+                             ConfigOptions, ConfigureOptions, DesktopOptions, CompletionOptions>;
 
 /// Whether these arguments are for a command that draws, and makes its own application for that.
 bool draws(const std::vector<std::string>& arguments);
 
 /// Reads the command line, `arguments` without the program's name, with what the user's
-/// configuration adds to it.
-tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments);
+/// configuration adds to it. Helps are in the language given; mistakes are English.
+tl::expected<Command, Ending> parse(const std::vector<std::string>& arguments,
+                                    const Language& language = {});
+
+/// All that helps and completion say, in English, for those who translate it.
+std::vector<std::string> helpTexts();
 
 } // namespace vantora::cli

@@ -79,14 +79,14 @@ int carryOut(const Command& command, const Installation& installation, const Gui
 int statusOf(const std::vector<std::string>& arguments, const Installation& installation,
              const GuiPartSource& guiPart, const Streams& streams)
 {
-    const auto command = parse(arguments);
+    const auto command = parse(arguments, streams.language);
     if (command) {
         return carryOut(*command, installation, guiPart, streams);
     }
     if (command.error().status == AllDone) {
         streams.out << command.error().text;
     } else {
-        printNote(streams, command.error().text);
+        printNote(streams, mistakeText(command.error(), streams.language));
         if (std::find(arguments.begin(), arguments.end(), "--json") != arguments.end()) {
             streams.out << failureJson({Reason::WrongUsage, {}, command.error().text}, std::nullopt)
                         << '\n';

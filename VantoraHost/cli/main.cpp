@@ -1,5 +1,6 @@
 #include "VantoraHost/cli/CommandLine.h"
 #include "VantoraHost/cli/Program.h"
+#include "VantoraHost/core/language/Language.h"
 #include "VantoraHost/core/workers/Confinement.h"
 
 #include <QtCore/QCoreApplication>
@@ -67,6 +68,8 @@ int main(int argc, char** argv)
     }
     // The application takes over the user's locale; numbers are written the same everywhere.
     std::setlocale(LC_NUMERIC, "C");
+    // What the system says of failures goes into sentences that are English until they are shown.
+    std::setlocale(LC_MESSAGES, "C");
 
     const bool errIsTerminal = isatty(STDERR_FILENO) == 1 && !terminalIsDumb();
     const vantora::cli::Streams streams = {
@@ -77,6 +80,7 @@ int main(int argc, char** argv)
         errIsTerminal,
         errIsTerminal && !isSet("NO_COLOR"),
         [] { return interruptions != 0; },
+        vantora::Language::named(vantora::languageAskedFor(std::getenv)),
     };
     const vantora::Installation installation = vantora::thisInstallation();
     const int status = vantora::cli::runProgram(

@@ -43,8 +43,9 @@ const std::vector<ValueRow>& valueRows()
 }
 
 // What a description says first, on one line.
-std::string briefly(std::string text)
+std::string briefly(const std::string& description, const Language& language)
 {
+    std::string text = language.text(description.c_str());
     std::replace(text.begin(), text.end(), '\n', ' ');
     return text.substr(0, text.find(';'));
 }
@@ -126,10 +127,10 @@ void addArguments(CompletionOptions& completion, const CLI::App& command)
     }
 }
 
-void addOptions(CompletionOptions& completion, const CLI::App& command)
+void addOptions(CompletionOptions& completion, const CLI::App& command, const Language& language)
 {
     for (const CLI::Option* option : command.get_options()) {
-        const std::string what = briefly(option->get_description());
+        const std::string what = briefly(option->get_description(), language);
         for (const std::string& name : option->get_lnames()) {
             add(completion, "--" + name, what);
         }
@@ -139,11 +140,11 @@ void addOptions(CompletionOptions& completion, const CLI::App& command)
     }
 }
 
-void addCommands(CompletionOptions& completion, const CLI::App& command)
+void addCommands(CompletionOptions& completion, const CLI::App& command, const Language& language)
 {
     for (const CLI::App* one : command.get_subcommands({})) {
         if (!one->get_group().empty()) {
-            add(completion, one->get_name(), briefly(one->get_description()));
+            add(completion, one->get_name(), briefly(one->get_description(), language));
         }
     }
 }
@@ -190,7 +191,8 @@ PlaceOnLine placeOf(const CLI::App& program, const std::vector<std::string>& wor
 
 } // namespace
 
-CompletionOptions completionOf(const CLI::App& program, const std::vector<std::string>& words)
+CompletionOptions completionOf(const CLI::App& program, const std::vector<std::string>& words,
+                               const Language& language)
 {
     PlaceOnLine place = placeOf(program, words);
     CompletionOptions completion;
@@ -211,9 +213,9 @@ CompletionOptions completionOf(const CLI::App& program, const std::vector<std::s
         addValues(completion, place.valueOf->get_option_text(),
                   place.valueOf->get_lnames().front());
     } else if (!place.ended && completion.begun.rfind('-', 0) == 0) {
-        addOptions(completion, *place.command);
+        addOptions(completion, *place.command, language);
     } else {
-        addCommands(completion, *place.command);
+        addCommands(completion, *place.command, language);
         addArguments(completion, *place.command);
     }
     return completion;

@@ -3,6 +3,8 @@
 #include "VantoraHost/cli/arguments/ArgumentParsing.h"
 #include "VantoraHost/cli/configuration/ConfigurableOptions.h"
 
+#include <QtCore/QtGlobal>
+
 namespace vantora::cli {
 
 namespace {
@@ -14,24 +16,27 @@ constexpr char configExamples[] = R"(Examples:
 
 The file is vantora/vantora.toml in $XDG_CONFIG_HOME or ~/.config.)";
 
-constexpr char exampleHead[] =
+constexpr const char* exampleHead = QT_TRANSLATE_NOOP(
+    "Terminal",
     R"(# Defaults for vantora run and vantora watch, in TOML. Remove the # before what shall hold.
 # The command line goes before a profile, and a profile before what stands outside of it:
 # --directory DIR takes the place of directory, and --no-verify switches verify off.
 # vantora config shows what holds.
-)";
+)");
 
-constexpr char exampleProfile[] = R"(
+constexpr const char* exampleProfile = QT_TRANSLATE_NOOP("Terminal", R"(
 # What stands below such a line holds for vantora run --profile scans. All of the above
 # may stand here, too.
 #[profile.scans]
-)";
+)");
 
-void addOption(std::string& text, const ConfigurableOption& option, const CLI::App& run)
+void addOption(std::string& text, const ConfigurableOption& option, const CLI::App& run,
+               const Language& language)
 {
     const std::string name = option.name;
     text += "\n# ";
-    for (const char character : run.get_option("--" + name)->get_description()) {
+    const std::string what = run.get_option("--" + name)->get_description();
+    for (const char character : language.text(what.c_str())) {
         text += character == '\n' ? "\n# " : std::string(1, character);
     }
     text += "\n#" + name + " = " + option.sample + "\n";
@@ -54,14 +59,14 @@ void declareConfig(CLI::App& program, ConfigArguments& arguments)
         ->excludes(json);
 }
 
-std::string exampleConfiguration(const CLI::App& run)
+std::string exampleConfiguration(const CLI::App& run, const Language& language)
 {
-    std::string text = exampleHead;
+    std::string text = language.text(exampleHead);
     for (const Place place : {Place::Anywhere, Place::Profiles}) {
-        text += place == Place::Profiles ? exampleProfile : "";
+        text += place == Place::Profiles ? language.text(exampleProfile) : "";
         for (const ConfigurableOption& option : configurableOptions()) {
             if (option.place == place) {
-                addOption(text, option, run);
+                addOption(text, option, run, language);
             }
         }
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/cli/configuration/ConfigCommand.h"
+#include "VantoraHost/core/language/Language.h"
 
 #include <CLI/CLI.hpp>
 
@@ -18,7 +19,7 @@ struct ConfigArguments {
 void declareConfig(CLI::App& program, ConfigArguments& arguments);
 
 /// A configuration file in which every option stands with what it does, as a comment; `run` is the
-/// command that explains them.
-std::string exampleConfiguration(const CLI::App& run);
+/// command that explains them. Names and values are the same in every language.
+std::string exampleConfiguration(const CLI::App& run, const Language& language);
 
 } // namespace vantora::cli

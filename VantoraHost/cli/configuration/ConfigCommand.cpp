@@ -5,7 +5,6 @@
 #include "VantoraHost/core/reports/Json.h"
 
 #include <algorithm>
-#include <iomanip>
 #include <ostream>
 
 namespace vantora::cli {
@@ -36,29 +35,33 @@ std::string valueOf(const ConfigurableOption& option, const HeldOption* held)
     return values;
 }
 
-std::string originOf(const HeldOption* held)
+std::string originOf(const HeldOption* held, const Language& language)
 {
     if (!held) {
-        return "default";
+        return language.text("default");
     }
-    const std::string line = "line " + std::to_string(held->configured->line);
-    return held->profile ? "profile " + shown(held->profile->name) + ", " + line : line;
+    const std::string line = std::to_string(held->configured->line);
+    return held->profile ? language.text("profile %1, line %2", {shown(held->profile->name), line})
+                         : language.text("line %1", {line});
 }
 
 void printTable(const Configuration& configuration, const std::vector<HeldOption>& held,
-                std::ostream& out)
+                const Streams& streams)
 {
-    out << "file: " << (configuration.path.empty() ? "-" : shown(configuration.path))
-        << (configuration.isThere ? "" : " (not there)") << '\n';
+    const Language& language = streams.language;
+    const std::string file = configuration.path.empty() ? "-" : shown(configuration.path);
+    streams.out << (configuration.isThere ? language.text("file: %1", {file})
+                                          : language.text("file: %1 (not there)", {file}))
+                << '\n';
     std::string profiles;
     for (const Profile& profile : configuration.profiles) {
         profiles += (profiles.empty() ? "" : ", ") + shown(profile.name);
     }
-    out << "profiles: " << (profiles.empty() ? "-" : profiles) << "\n\n";
+    streams.out << language.text("profiles: %1", {profiles.empty() ? "-" : profiles}) << "\n\n";
     for (const ConfigurableOption& option : configurableOptions()) {
         const HeldOption* one = heldOf(option, held);
-        out << std::left << std::setw(17) << option.name << std::setw(22) << valueOf(option, one)
-            << "  " << originOf(one) << '\n';
+        streams.out << padded(option.name, 17) << padded(valueOf(option, one), 22) << "  "
+                    << originOf(one, language) << '\n';
     }
 }
 
@@ -124,7 +127,7 @@ int showConfiguration(const ConfigOptions& options, const Streams& streams)
     if (options.json) {
         printJson(options, *configuration, held, streams.out);
     } else {
-        printTable(*configuration, held, streams.out);
+        printTable(*configuration, held, streams);
     }
     return AllDone;
 }

@@ -98,7 +98,8 @@ std::vector<HeldOption> effective(const Configuration& configuration, const Prof
 
 Ending refusal(const Error& configuration)
 {
-    return {WrongUsage, shown(configuration.file) + ": " + configuration.sentence};
+    const std::string place = shown(configuration.file) + ": ";
+    return {WrongUsage, place + configuration.sentence, place.size()};
 }
 
 } // namespace
@@ -142,7 +143,9 @@ Ending ConfiguredArguments::explained(Ending ending) const
         }
     }
     if (line > 0) {
-        ending.text = shown(path) + ":" + std::to_string(line) + ": " + ending.text;
+        const std::string file = shown(path) + ":" + std::to_string(line) + ": ";
+        ending.text = file + ending.text;
+        ending.place = file.size();
     }
     return ending;
 }

@@ -33,6 +33,7 @@ std::unique_ptr<QApplication> startApplication()
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     auto application = std::make_unique<QApplication>(argumentCount, arguments);
     std::setlocale(LC_NUMERIC, "C"); // the application has taken over the user's
+    std::setlocale(LC_MESSAGES, "C");
     return application;
 }
 
@@ -111,11 +112,11 @@ int configure(const ConfigureOptions& options, const Installation& installation,
     PreferencesMap preferences = preferencesOf(options.step);
     const bool accepted = showDialog(*action, options, streams, preferences);
     if (streams.interrupted()) {
-        printNote(streams, "interrupted");
+        printNote(streams, streams.language.text("interrupted"));
         return InterruptedByUser;
     }
     if (!accepted) {
-        printNote(streams, "the options were not accepted");
+        printNote(streams, streams.language.text("the options were not accepted"));
         return SomeFailed;
     }
     streams.out << preferencesJson(preferences) << '\n';

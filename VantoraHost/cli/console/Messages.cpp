@@ -15,21 +15,21 @@ constexpr char red[] = "\033[31m";
 constexpr char yellow[] = "\033[33m";
 constexpr char plain[] = "\033[0m";
 
-std::string label(const Streams& streams, const char* colour, const char* word)
+std::string label(const Streams& streams, const char* colour, const std::string& word)
 {
     return streams.colour ? std::string(colour) + word + plain : word;
 }
 
-std::string subject(const std::string& file)
+std::string subject(const Streams& streams, const std::string& file)
 {
-    return file.empty() ? "" : inputName(file) + ": ";
+    return file.empty() ? "" : inputName(file, streams.language) + ": ";
 }
 
 } // namespace
 
-std::string inputName(const std::string& input)
+std::string inputName(const std::string& input, const Language& language)
 {
-    return input == standardStream ? "standard input" : shown(input);
+    return input == standardStream ? language.text("standard input") : shown(input);
 }
 
 std::string remedy(Reason reason)
@@ -118,9 +118,11 @@ std::string remedy(Reason reason)
 
 void printError(const Streams& streams, const Error& error)
 {
-    const std::string toDo = remedy(error.reason);
-    streams.err << "vantora: " << label(streams, red, "error:") << ' ' << subject(error.file)
-                << shown(error.sentence) << (toDo.empty() ? "" : "; ") << toDo << '\n'
+    const Language& language = streams.language;
+    const std::string toDo = language.sentence(remedy(error.reason));
+    streams.err << "vantora: " << label(streams, red, language.text("error:")) << ' '
+                << subject(streams, error.file) << language.sentence(shown(error.sentence))
+                << (toDo.empty() ? "" : "; ") << toDo << '\n'
                 << std::flush;
 }
 
@@ -165,8 +167,8 @@ ExitStatus failedWith(const Streams& streams, bool json, const Error& error)
 
 void printWarning(const Streams& streams, const std::string& file, const std::string& sentence)
 {
-    streams.err << "vantora: " << label(streams, yellow, "warning:") << ' ' << subject(file)
-                << shown(sentence) << '\n'
+    streams.err << "vantora: " << label(streams, yellow, streams.language.text("warning:")) << ' '
+                << subject(streams, file) << streams.language.sentence(shown(sentence)) << '\n'
                 << std::flush;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VantoraHost/core/language/Language.h"
+
 #include <functional>
 #include <iosfwd>
 
@@ -15,6 +17,8 @@ struct Streams {
     bool colour = false; ///< whether messages may be coloured
     /// Whether the person has asked to stop.
     std::function<bool()> interrupted = [] { return false; };
+    /// In which people are spoken to; what other programs read is English whatever it is.
+    Language language;
 };
 
 /// The program's exit statuses.

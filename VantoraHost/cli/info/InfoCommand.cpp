@@ -27,33 +27,36 @@ std::string points(double length)
     return text;
 }
 
-std::string sizeLine(const PageSize& size)
+std::string sizeLine(const PageSize& size, const Language& language)
 {
-    std::string line = points(size.width) + " x " + points(size.height) + " pt";
+    std::string line = language.figures(points(size.width)) + " x " +
+                       language.figures(points(size.height)) + " pt";
     if (!size.paper.empty()) {
-        line += " (" + size.paper + (size.width > size.height ? " landscape)" : ")");
+        line += size.width > size.height ? language.text(" (%1 landscape)", {size.paper})
+                                         : " (" + size.paper + ")";
     }
-    return line + ", " + counted(static_cast<std::uint64_t>(size.pages), "page", "pages");
+    return line + ", " + language.counted(static_cast<std::uint64_t>(size.pages), "page", "pages");
 }
 
 /// Writes "label   value" lines.
 class Sheet {
 public:
-    explicit Sheet(std::ostream& out) : out_(out) {}
+    Sheet(std::ostream& out, const Language& language) : out_(out), language_(language) {}
 
+    /// Nothing of it is translated here.
     void line(const std::string& label, const std::string& value)
     {
-        std::string padded = label;
-        padded.resize(14, ' ');
-        out_ << "  " << padded << value << '\n';
+        // Words of other languages are longer.
+        out_ << "  " << padded(label, language_.isEnglish() ? 14 : 18) << value << '\n';
     }
 
-    void count(const char* label, const std::optional<int>& number, const char* one,
+    void count(const std::string& label, const std::optional<int>& number, const char* one,
                const char* several)
     {
-        line(label, !number        ? "unknown"
-                    : *number == 0 ? "none"
-                                   : counted(static_cast<std::uint64_t>(*number), one, several));
+        line(label, !number ? language_.text("unknown")
+                    : *number == 0
+                        ? language_.text("none")
+                        : language_.counted(static_cast<std::uint64_t>(*number), one, several));
     }
 
     /// What stands below a count; more than are listed may be there.
@@ -64,70 +67,84 @@ public:
         }
         const auto all = static_cast<std::size_t>(std::max(0, count.value_or(0)));
         if (all > texts.size()) {
-            line("", "and " + grouped(all - texts.size()) + " more");
+            line("", language_.text("and %1 more", {language_.number(all - texts.size())}));
         }
     }
 
-    void yesOrNo(const char* label, const std::optional<bool>& value)
+    void yesOrNo(const std::string& label, const std::optional<bool>& value)
     {
-        line(label, !value ? "unknown" : *value ? "yes" : "no");
+        line(label, !value   ? language_.text("unknown")
+                    : *value ? language_.text("yes")
+                             : language_.text("no"));
     }
 
 private:
     std::ostream& out_;
+    const Language& language_;
 };
 
-std::string notPermitted(const DocumentInfo& info)
+std::string notPermitted(const DocumentInfo& info, const Language& language)
 {
     std::string missing;
     for (const char* name : permissionNames) {
         if (std::find(info.permitted.begin(), info.permitted.end(), name) == info.permitted.end()) {
-            missing += (missing.empty() ? "" : ", ") + std::string(name);
+            missing += (missing.empty() ? "" : ", ") + language.sentence(name);
         }
     }
     return missing;
 }
 
 // No claim that a signature is valid, or by whom it says that it is.
-std::string signatureLine(const SignatureInfo& signature)
+std::string signatureLine(const SignatureInfo& signature, const Language& language)
 {
     std::string line = "\"" + shown(signature.field) + "\": ";
     if (!signature.isSigned) {
-        return line + "not signed";
+        return line + language.text("not signed");
     }
-    line += "signed, not checked; ";
-    line += signature.signer.empty() ? "names no signer" : "by " + shown(signature.signer);
+    line += language.text("signed, not checked") + "; ";
+    line += signature.signer.empty() ? language.text("names no signer")
+                                     : language.text("by %1", {shown(signature.signer)});
     line += signature.time.empty() ? "" : ", " + shown(signature.time);
-    return line + (!signature.coversAll   ? "; what it covers can't be told"
-                   : *signature.coversAll ? "; covers the whole file"
-                                          : "; does not cover the whole file");
+    return line + "; " +
+           (!signature.coversAll   ? language.text("what it covers can't be told")
+            : *signature.coversAll ? language.text("covers the whole file")
+                                   : language.text("does not cover the whole file"));
 }
 
-void printText(const DocumentInfo& info, std::ostream& out)
+void printPageSizes(const DocumentInfo& info, Sheet& sheet, const Language& language)
 {
-    out << shown(info.input) << '\n';
-    Sheet sheet(out);
-    sheet.line("title", !info.title           ? "unknown"
-                        : info.title->empty() ? "none"
-                                              : shown(*info.title));
-    sheet.line("pages", grouped(static_cast<std::uint64_t>(info.pages)));
+    const std::string label = language.text("page size");
     if (info.pageSizes.empty()) {
-        sheet.line("page size", "unknown");
+        sheet.line(label, language.text("unknown"));
     }
     for (std::size_t i = 0; i < info.pageSizes.size() && i < sizesShown; ++i) {
-        sheet.line(i == 0 ? "page size" : "", sizeLine(info.pageSizes[i]));
+        sheet.line(i == 0 ? label : "", sizeLine(info.pageSizes[i], language));
     }
     if (info.pageSizes.size() > sizesShown) {
-        sheet.line("", "and " + counted(info.pageSizes.size() - sizesShown, "size", "sizes") +
-                           " more, which --json lists");
+        sheet.line("", language.text("and %1 more, which --json lists",
+                                     {language.counted(info.pageSizes.size() - sizesShown, "size",
+                                                       "sizes")}));
     }
-    sheet.line("file size", sizeText(info.bytes));
-    sheet.line("PDF version", info.version.empty() ? "unknown" : shown(info.version));
-    sheet.line("encryption", info.encryption.value_or("unknown"));
-    if (const std::string missing = notPermitted(info); !missing.empty()) {
-        sheet.line("not permitted", missing);
+}
+
+void printText(const DocumentInfo& info, const Streams& streams)
+{
+    const Language& language = streams.language;
+    streams.out << shown(info.input) << '\n';
+    Sheet sheet(streams.out, language);
+    sheet.line(language.text("title"), !info.title           ? language.text("unknown")
+                                       : info.title->empty() ? language.text("none")
+                                                             : shown(*info.title));
+    sheet.line(language.text("pages"), language.number(static_cast<std::uint64_t>(info.pages)));
+    printPageSizes(info, sheet, language);
+    sheet.line(language.text("file size"), language.size(info.bytes));
+    sheet.line(language.text("PDF version"),
+               info.version.empty() ? language.text("unknown") : shown(info.version));
+    sheet.line(language.text("encryption"), language.sentence(info.encryption.value_or("unknown")));
+    if (const std::string missing = notPermitted(info, language); !missing.empty()) {
+        sheet.line(language.text("not permitted"), missing);
     }
-    sheet.count("outline", info.outlineEntries, "entry", "entries");
+    sheet.count(language.text("outline"), info.outlineEntries, "entry", "entries");
     if (info.lists) {
         std::vector<std::string> titles;
         for (const OutlineLine& line : info.lists->outline) {
@@ -136,21 +153,21 @@ void printText(const DocumentInfo& info, std::ostream& out)
         }
         sheet.list(titles, info.outlineEntries);
     }
-    sheet.count("form", info.fields, "field", "fields");
-    sheet.count("signatures", info.signatures, "field", "fields");
+    sheet.count(language.text("form"), info.fields, "field", "fields");
+    sheet.count(language.text("signatures"), info.signatures, "field", "fields");
     for (const SignatureInfo& signature : info.signatureFields) {
-        sheet.line("", signatureLine(signature));
+        sheet.line("", signatureLine(signature, language));
     }
-    sheet.count("attachments", info.attachments, "file", "files");
+    sheet.count(language.text("attachments"), info.attachments, "file", "files");
     if (info.lists) {
         sheet.list(info.lists->attachments, info.attachments);
     }
-    sheet.count("layers", info.layers, "layer", "layers");
+    sheet.count(language.text("layers"), info.layers, "layer", "layers");
     if (info.lists) {
         sheet.list(info.lists->layers, info.layers);
     }
-    sheet.yesOrNo("tagged", info.tagged);
-    sheet.yesOrNo("linearised", info.linearised);
+    sheet.yesOrNo(language.text("tagged"), info.tagged);
+    sheet.yesOrNo(language.text("linearised"), info.linearised);
 }
 
 /// Prints what documents are, in the order in which they are named.
@@ -193,7 +210,7 @@ private:
         if (options_.json) {
             streams_.out << json(input, info) << '\n';
         } else if (info) {
-            printText(*info, streams_.out);
+            printText(*info, streams_);
         }
         streams_.out.flush();
         if (info) {

@@ -41,13 +41,14 @@ void printJson(const SavedEntry& entry, SavedKind kind, std::ostream& out)
     out << object.add("file", entry.file).add("steps", steps).text() << '\n';
 }
 
-void printLine(const SavedEntry& entry, std::ostream& out)
+void printLine(const SavedEntry& entry, const Streams& streams)
 {
     const std::size_t count = entry.steps.size();
-    out << shown(entry.name) << "  ("
-        << (entry.category.empty() ? "" : shown(entry.category) + ", ")
-        << (count == 1 ? shown(entry.steps.front().action) : grouped(count) + " steps") << ", "
-        << shown(entry.file) << ")\n";
+    streams.out << shown(entry.name) << "  ("
+                << (entry.category.empty() ? "" : shown(entry.category) + ", ")
+                << (count == 1 ? shown(entry.steps.front().action)
+                               : streams.language.counted(count, "step", "steps"))
+                << ", " << shown(entry.file) << ")\n";
 }
 
 const char* const requestKeys[] = {"ActionName", "ActionListName", "ActionListCategory",
@@ -78,7 +79,7 @@ int showSaved(const SavedOptions& options, const Streams& streams)
         printJson(*entry, options.kind, streams.out);
         return AllDone;
     }
-    printLine(*entry, streams.out);
+    printLine(*entry, streams);
     for (std::size_t i = 0; i < entry->steps.size(); ++i) {
         streams.out << "  " << i + 1 << "  " << shown(entry->steps[i].action) << '\n';
         printOptions(entry->steps[i].stored, streams.out);
@@ -103,6 +104,7 @@ std::unique_ptr<QGuiApplication> startWithoutDisplay()
     DropDialogMessages();
     auto application = std::make_unique<QGuiApplication>(argumentCount, arguments);
     std::setlocale(LC_NUMERIC, "C"); // the application has taken over the user's
+    std::setlocale(LC_MESSAGES, "C");
     return application;
 }
 
@@ -204,7 +206,7 @@ int removeSaved(const SavedOptions& options, const Streams& streams)
     if (!removed) {
         return failedWith(streams, false, removed.error());
     }
-    streams.out << "removed " << shown(*removed) << '\n';
+    streams.out << streams.language.text("removed %1", {shown(*removed)}) << '\n';
     return AllDone;
 }
 
@@ -226,11 +228,12 @@ int listSaved(const SavedOptions& options, const Streams& streams)
         } else if (options.json) {
             printJson(*entry, options.kind, streams.out);
         } else {
-            printLine(*entry, streams.out);
+            printLine(*entry, streams);
         }
     }
     if (entries.empty()) {
-        printNote(streams, lists ? "no action list is saved" : "no favourite is saved");
+        printNote(streams, lists ? streams.language.text("no action list is saved")
+                                 : streams.language.text("no favourite is saved"));
     }
     return AllDone;
 }

@@ -73,10 +73,15 @@ public:
             written = writePrivateText(options_.sheetPath, sheet_.html(), existing);
         }
         if (looking_.inputs().size() > 1) {
-            printNote(streams_, counted(pages_, "page", "pages") + " in " +
-                                    counted(withPages_, "document", "documents") + ", of " +
-                                    grouped(looking_.inputs().size()) + " looked at" +
-                                    (failed_ > 0 ? "; " + grouped(failed_) + " failed" : ""));
+            const Language& language = streams_.language;
+            printNote(streams_,
+                      language.text("%1 in %2, of %3 looked at",
+                                    {language.counted(pages_, "page", "pages"),
+                                     language.counted(withPages_, "document", "documents"),
+                                     language.number(looking_.inputs().size())}) +
+                          (failed_ > 0
+                               ? "; " + language.text("%1 failed", {language.number(failed_)})
+                               : ""));
         }
         return written;
     }

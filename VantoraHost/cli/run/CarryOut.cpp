@@ -154,9 +154,10 @@ void sayWhatStepsMean(const RunOptions& options, const Sequence& sequence, const
     }
     const Action* oneByOne = sequence.firstThatSeesTheRun();
     if (oneByOne && options.workers.jobs.value_or(1) > 1) {
-        printNote(streams,
-                  "one worker process does all documents in their order, because action \"" +
-                      oneByOne->name + "\" may have to see them so");
+        printNote(streams, streams.language.text(
+                               "one worker process does all documents in their order, because "
+                               "action \"%1\" may have to see them so",
+                               {shown(oneByOne->name)}));
     }
 }
 

@@ -20,15 +20,20 @@ void ProgressLine::show(std::size_t finished, std::size_t failed, std::size_t to
         return;
     }
     next_ = now + pause;
-    terminal_ << eraseLine << grouped(finished) << " of " << grouped(total) << " documents";
+    terminal_ << eraseLine
+              << language_.text("%1 of %2 documents",
+                                {language_.number(finished), language_.number(total)});
     if (failed > 0) {
-        terminal_ << ", " << grouped(failed) << " failed";
+        terminal_ << ", " << language_.text("%1 failed", {language_.number(failed)});
     }
     const double seconds = std::chrono::duration<double>(now - started_).count();
     if (seconds >= 1 && finished > 0) {
         const double left = seconds / static_cast<double>(finished);
-        terminal_ << ", " << rateText(finished, seconds) << " a second, "
-                  << durationText(left * static_cast<double>(total - finished)) << " left";
+        const double rest = left * static_cast<double>(total - finished);
+        terminal_ << ", "
+                  << language_.text("%1 a second, %2 left",
+                                    {language_.figures(rateText(finished, seconds)),
+                                     language_.figures(durationText(rest))});
     }
     terminal_ << std::flush;
     visible_ = true;

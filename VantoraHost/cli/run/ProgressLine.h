@@ -1,8 +1,11 @@
 #pragma once
 
+#include "VantoraHost/core/language/Language.h"
+
 #include <chrono>
 #include <cstddef>
 #include <iosfwd>
+#include <utility>
 
 namespace vantora::cli {
 
@@ -12,8 +15,9 @@ public:
     using Clock = std::chrono::steady_clock;
 
     /// A line that is not `wanted` never shows.
-    ProgressLine(std::ostream& terminal, bool wanted, Clock::time_point started = Clock::now())
-        : terminal_(terminal), wanted_(wanted), started_(started)
+    ProgressLine(std::ostream& terminal, bool wanted, Clock::time_point started = Clock::now(),
+                 Language language = {})
+        : terminal_(terminal), wanted_(wanted), started_(started), language_(std::move(language))
     {
     }
     ~ProgressLine() { clear(); }
@@ -33,6 +37,7 @@ private:
     std::ostream& terminal_;
     const bool wanted_;
     const Clock::time_point started_;
+    const Language language_;
     bool visible_ = false;
     Clock::time_point next_{};
 };

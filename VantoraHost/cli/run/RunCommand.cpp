@@ -192,34 +192,31 @@ Result<RunRecords> openRecords(const RunOptions& options, const Installation& in
 }
 
 // What changed since the reports: "2 inputs changed, 1 output gone".
-std::string changesText(const std::map<SinceReport, std::size_t>& changed)
+std::string changesText(const std::map<SinceReport, std::size_t>& changed, const Language& language)
 {
-    std::string text;
-    for (const auto& [since, count] : changed) {
-        text += text.empty() ? "" : ", ";
+    const auto said = [&](SinceReport since, std::size_t count) -> std::string {
         switch (since) {
         case SinceReport::OtherOutput:
-            text += counted(count, "other output", "other outputs");
-            break;
+            return language.counted(count, "other output", "other outputs");
         case SinceReport::OutputGone:
-            text += counted(count, "output", "outputs") + " gone";
-            break;
+            return language.counted(count, "output gone", "outputs gone");
         case SinceReport::OutputChanged:
-            text += counted(count, "output", "outputs") + " changed";
-            break;
+            return language.counted(count, "output changed", "outputs changed");
         case SinceReport::InputChanged:
-            text += counted(count, "input", "inputs") + " changed";
-            break;
+            return language.counted(count, "input changed", "inputs changed");
         case SinceReport::OtherSteps:
-            text += grouped(count) + " by other steps";
-            break;
+            return language.text("%1 by other steps", {language.number(count)});
         case SinceReport::OtherVersion:
-            text += grouped(count) + " by another version";
-            break;
+            return language.text("%1 by another version", {language.number(count)});
         case SinceReport::NotDone:
         case SinceReport::Same:
             break;
         }
+        return {};
+    };
+    std::string text;
+    for (const auto& [since, count] : changed) {
+        text += (text.empty() ? "" : ", ") + said(since, count);
     }
     return text;
 }
@@ -229,36 +226,45 @@ void sayWhatIsLeftAlone(const RunOptions& options, const RunInputs& inputs, cons
     if (options.quiet) {
         return;
     }
+    const Language& language = streams.language;
+    const auto number = [&](std::size_t count) { return language.number(count); };
     if (inputs.outputs > 0) {
-        printNote(streams, grouped(inputs.outputs) + " of " +
-                               grouped(inputs.all.size() + inputs.outputs) +
-                               " files are outputs of such a run, and so no inputs");
+        printNote(
+            streams,
+            language.text("%1 of %2 files are outputs of such a run, and so no inputs",
+                          {number(inputs.outputs), number(inputs.all.size() + inputs.outputs)}));
     }
     const std::size_t meant = inputs.all.size() - inputs.notNamed;
     if (inputs.elsewhere > 0) {
-        printNote(streams, grouped(meant - inputs.elsewhere) + " of " + grouped(meant) +
-                               " documents are in share " + std::to_string(options.share.number) +
-                               " of " + std::to_string(options.share.count));
+        printNote(streams, language.text("%1 of %2 documents are in share %3 of %4",
+                                         {number(meant - inputs.elsewhere), number(meant),
+                                          std::to_string(options.share.number),
+                                          std::to_string(options.share.count)}));
     }
     if (inputs.doneBefore > 0) {
-        printNote(streams, grouped(inputs.doneBefore) + " of " + grouped(meant - inputs.elsewhere) +
-                               " documents are done by the report, and left as they are");
+        printNote(streams,
+                  language.text("%1 of %2 documents are done by the report, and left as they are",
+                                {number(inputs.doneBefore), number(meant - inputs.elsewhere)}));
     }
     std::size_t changed = 0;
     for (const auto& [since, count] : inputs.changed) {
         changed += count;
     }
     if (changed > 0) {
-        printNote(streams, counted(changed, "document has", "documents have") +
-                               " changed since the report, and " + (changed == 1 ? "is" : "are") +
-                               " to be done again: " + changesText(inputs.changed));
+        printNote(streams,
+                  language.counted(changed,
+                                   "document has changed since the report, and is to be done again",
+                                   "documents have changed since the report, and are to be done "
+                                   "again") +
+                      ": " + changesText(inputs.changed, language));
     }
     if (inputs.outputThere > 0) {
         printNote(streams,
-                  counted(inputs.outputThere,
-                          "document has an output no older than itself, and is left as it is",
-                          "documents have outputs no older than themselves, and are left "
-                          "as they are"));
+                  language.counted(inputs.outputThere,
+                                   "document has an output no older than itself, and is left as it "
+                                   "is",
+                                   "documents have outputs no older than themselves, and are left "
+                                   "as they are"));
     }
 }
 

@@ -13,56 +13,74 @@ namespace vantora::cli {
 
 namespace {
 
-std::string pagesText(const DocumentReport& report)
+// What became of the pages of a document, or would become of them.
+std::string removedText(const DocumentReport& report, const std::string& before,
+                        const Language& language)
 {
     const bool planned = report.status == DocumentStatus::Planned;
-    const std::string before = counted(report.pagesBefore.value_or(0), "page", "pages");
-    if (!report.pagesRemoved && planned) {
-        return before + "; what would become of them, only the action itself knows";
+    const std::string left = language.number(report.pagesAfter.value_or(0));
+    if (report.pagesRemoved->empty()) {
+        return planned ? language.text("none of %1 would go, %2 left", {before, left})
+                       : language.text("none of %1 removed, %2 left", {before, left});
     }
-    if (!report.pagesRemoved) {
-        return report.pagesAfter == report.pagesBefore
-                   ? before
-                   : before + " before, " + grouped(report.pagesAfter.value_or(0)) + " after";
-    }
-    const std::string left = ", " + grouped(report.pagesAfter.value_or(0)) + " left";
-    const std::size_t removed = report.pagesRemoved->size();
-    return (removed == 0 ? "none" : grouped(removed)) + " of " + before +
-           (planned ? " would go" : " removed") +
-           (removed == 0 ? "" : " (" + pageNumbersText(*report.pagesRemoved) + ")") + left;
+    const TextValues values = {language.number(report.pagesRemoved->size()), before,
+                               pageNumbersText(*report.pagesRemoved), left};
+    return planned ? language.text("%1 of %2 would go (%3), %4 left", values)
+                   : language.text("%1 of %2 removed (%3), %4 left", values);
 }
 
-std::string resultLine(const DocumentReport& report)
+std::string pagesText(const DocumentReport& report, const Language& language)
 {
-    std::string line = inputName(report.input);
+    const std::string before = language.counted(report.pagesBefore.value_or(0), "page", "pages");
+    if (report.pagesRemoved) {
+        return removedText(report, before, language);
+    }
+    if (report.status == DocumentStatus::Planned) {
+        return language.text("%1; what would become of them, only the action itself knows",
+                             {before});
+    }
+    return report.pagesAfter == report.pagesBefore
+               ? before
+               : language.text("%1 before, %2 after",
+                               {before, language.number(report.pagesAfter.value_or(0))});
+}
+
+std::string resultLine(const DocumentReport& report, const Language& language)
+{
+    std::string line = inputName(report.input, language);
     if (report.output == standardStream) {
-        line += " -> standard output";
+        line += " -> " + language.text("standard output");
     } else if (!report.output.empty() && report.output != report.input) {
         const bool replaces =
             report.status == DocumentStatus::Planned && report.outputExisted.value_or(false);
-        line += " -> " + shown(report.output) + (replaces ? " (exists, would be replaced)" : "");
+        line += " -> " + shown(report.output) +
+                (replaces ? " (" + language.text("exists, would be replaced") + ")" : "");
     }
+    line += ": ";
     if (report.status == DocumentStatus::Skipped) {
-        return line + ": left out; " + counted(report.pagesBefore.value_or(0), "page", "pages");
+        return line +
+               language.text("left out; %1",
+                             {language.counted(report.pagesBefore.value_or(0), "page", "pages")});
     }
-    line += ": " + pagesText(report);
+    line += pagesText(report, language);
     if (report.bytesBefore && report.bytesAfter) {
-        line += "; " + sizeText(*report.bytesBefore) + " before, " + sizeText(*report.bytesAfter) +
-                " after";
+        line += "; " + language.text("%1 before, %2 after", {language.size(*report.bytesBefore),
+                                                             language.size(*report.bytesAfter)});
     }
-    return line + (report.verified ? "; verified" : "");
+    return line + (report.verified ? "; " + language.text("verified") : "");
 }
 
-std::string howToGoOn(const RunOptions& options)
+std::string howToGoOn(const RunOptions& options, const Language& language)
 {
     const auto& resumed = options.resumed;
     if (std::find(resumed.begin(), resumed.end(), options.reportPath) != resumed.end()) {
-        return "to go on, give the same command again";
+        return language.text("to go on, give the same command again");
     }
     if (!options.reportPath.empty()) {
-        return "to go on, give the same command with --resume " + shown(options.reportPath);
+        return language.text("to go on, give the same command with --resume %1",
+                             {shown(options.reportPath)});
     }
-    return "a run with --report FILE can be gone on with";
+    return language.text("a run with --report FILE can be gone on with");
 }
 
 } // namespace
@@ -76,7 +94,8 @@ RunReporter::RunReporter(const RunOptions& options, std::size_t total, Reporting
                          RunRecords& records, const Streams& streams)
     : options_(options), streams_(streams), documentOnOutput_(writesDocumentToOutput(options)),
       total_(total), reporting_(std::move(reporting)), records_(records),
-      progress_(streams.err, streams.errIsTerminal && !options.quiet && total > 1, started_)
+      progress_(streams.err, streams.errIsTerminal && !options.quiet && total > 1, started_,
+                streams.language)
 {
 }
 
@@ -104,7 +123,8 @@ void RunReporter::documentInTurn(const DocumentReport& report)
     if (options_.json) {
         streams_.out << toJson(report, reporting_.run) << '\n';
     } else if (report.status != DocumentStatus::Failed && !options_.quiet) {
-        (documentOnOutput_ ? streams_.err : streams_.out) << resultLine(report) << '\n';
+        (documentOnOutput_ ? streams_.err : streams_.out)
+            << resultLine(report, streams_.language) << '\n';
     }
     if (!options_.quiet) {
         printWarnings(report);
@@ -145,17 +165,19 @@ Outcome RunReporter::finish(bool interrupted)
 
 void RunReporter::printSummary(bool interrupted) const
 {
-    std::string documents = summary_.documentsText(total_, options_.acceptedFailures);
+    const Language& language = streams_.language;
+    std::string documents = summary_.documentsText(total_, options_.acceptedFailures, language);
     if (reporting_.notNamed > 0) {
-        documents += "; " + grouped(reporting_.notNamed) +
-                     " not named in the list of ranges, and left as they are";
+        documents +=
+            "; " + language.text("%1 not named in the list of ranges, and left as they are",
+                                 {language.number(reporting_.notNamed)});
     }
     if (interrupted) {
-        printNote(streams_, "interrupted: " + documents + "; nothing is half-written; " +
-                                howToGoOn(options_));
+        printNote(streams_, language.text("interrupted: %1; nothing is half-written; %2",
+                                          {documents, howToGoOn(options_, language)}));
     } else if ((total_ > 1 || reporting_.notNamed > 0) && !options_.quiet) {
         const std::chrono::duration<double> taken = ProgressLine::Clock::now() - started_;
-        const std::string work = summary_.workText(taken.count());
+        const std::string work = summary_.workText(taken.count(), language);
         printNote(streams_, documents + (work.empty() ? "" : "; " + work));
     }
 }
@@ -182,10 +204,11 @@ void RunReporter::printWhatIsLeft(const DocumentReport& report) const
 {
     std::string things;
     for (const std::string& thing : report.leftToJudge) {
-        things += (things.empty() ? "" : "; ") + thing;
+        things += (things.empty() ? "" : "; ") + streams_.language.sentence(shown(thing));
     }
     if (!things.empty()) {
-        printNote(streams_, inputName(report.input) + ": left, for you to judge: " + shown(things));
+        printNote(streams_, inputName(report.input, streams_.language) + ": " +
+                                streams_.language.text("left, for you to judge: %1", {things}));
     }
 }
 

@@ -12,19 +12,19 @@ namespace vantora::cli {
 
 namespace {
 
-std::string whatHappened(UndoStatus status, bool dryRun)
+std::string whatHappened(UndoStatus status, bool dryRun, const Language& language)
 {
     switch (status) {
     case UndoStatus::GivenBack:
-        return dryRun ? "would be given back" : "given back";
+        return dryRun ? language.text("would be given back") : language.text("given back");
     case UndoStatus::Removed:
-        return dryRun ? "would be removed" : "removed";
+        return dryRun ? language.text("would be removed") : language.text("removed");
     case UndoStatus::Already:
-        return "is undone already";
+        return language.text("is undone already");
     case UndoStatus::LeftAlone:
         break;
     }
-    return "left alone";
+    return language.text("left alone");
 }
 
 std::string jsonOf(const Undone& undone, bool dryRun)
@@ -57,7 +57,7 @@ public:
             streams_.out << jsonOf(undone, options_.dryRun) << '\n';
         } else if (undone.status != UndoStatus::LeftAlone && !options_.quiet) {
             streams_.out << shown(undone.output) << ": "
-                         << whatHappened(undone.status, options_.dryRun) << '\n';
+                         << whatHappened(undone.status, options_.dryRun, streams_.language) << '\n';
         }
         if (undone.why) {
             printError(streams_, *undone.why);
@@ -66,16 +66,18 @@ public:
 
     void printSummary() const
     {
+        const Language& language = streams_.language;
         std::string text;
         for (const UndoStatus status : {UndoStatus::GivenBack, UndoStatus::Removed,
                                         UndoStatus::Already, UndoStatus::LeftAlone}) {
             if (const std::size_t count = countOf(status); count > 0) {
-                text += (text.empty() ? "" : ", ") + grouped(count) + ' ' +
-                        (status == UndoStatus::Already ? "undone already"
-                                                       : whatHappened(status, options_.dryRun));
+                text += (text.empty() ? "" : ", ") + language.number(count) + ' ' +
+                        (status == UndoStatus::Already
+                             ? language.text("undone already")
+                             : whatHappened(status, options_.dryRun, language));
             }
         }
-        printNote(streams_, text.empty() ? "the report has nothing to undo" : text);
+        printNote(streams_, text.empty() ? language.text("the report has nothing to undo") : text);
     }
 
     std::size_t countOf(UndoStatus status) const
@@ -104,7 +106,8 @@ int undoRun(const UndoOptions& options, const Streams& streams)
         reporter.printSummary();
     }
     if (streams.interrupted()) {
-        printNote(streams, "interrupted; to go on, give the same command again");
+        printNote(streams,
+                  streams.language.text("interrupted; to go on, give the same command again"));
         return InterruptedByUser;
     }
     return reporter.countOf(UndoStatus::LeftAlone) == 0 ? AllDone : SomeFailed;

@@ -104,9 +104,15 @@ public:
     void printSummary() const
     {
         if (removals_.size() != 1) {
-            printNote(streams_, grouped(verified_) + " verified" +
-                                    (found_ > 0 ? ", " + grouped(found_) + " with findings" : "") +
-                                    (failed_ > 0 ? ", " + grouped(failed_) + " failed" : ""));
+            const Language& language = streams_.language;
+            std::string text = language.text("%1 verified", {language.number(verified_)});
+            if (found_ > 0) {
+                text += ", " + language.text("%1 with findings", {language.number(found_)});
+            }
+            if (failed_ > 0) {
+                text += ", " + language.text("%1 failed", {language.number(failed_)});
+            }
+            printNote(streams_, text);
         }
     }
 
@@ -184,46 +190,52 @@ private:
 
     void printTable(const RemovalToVerify& removal, const QJsonObject& json, bool verified) const
     {
+        const Language& language = streams_.language;
         const auto count = [&](const char* key) {
             return static_cast<std::uint64_t>(std::max(0.0, json[key].toDouble()));
         };
         const QJsonArray findings = json["findings"].toArray();
         streams_.out << shown(removal.before) << " -> " << shown(removal.after) << '\n';
-        row("pages", grouped(count("pages_before")) + ", " + grouped(count("pages_gone")) +
-                         " removed, " + grouped(count("pages_after")) + " left");
-        row("looked for", counted(count("looked_for"), "thing", "things") + " of removed pages");
-        std::string label = "not told";
+        row(language.text("pages"),
+            language.text("%1, %2 removed, %3 left", {language.number(count("pages_before")),
+                                                      language.number(count("pages_gone")),
+                                                      language.number(count("pages_after"))}));
+        row(language.text("looked for"),
+            language.counted(count("looked_for"), "thing of removed pages",
+                             "things of removed pages"));
+        std::string label = language.text("not told");
         for (const std::string& note : bytesOf(json["not_told"].toArray())) {
-            row(label, shown(note));
+            row(label, language.sentence(shown(note)));
             label.clear();
         }
         for (const QJsonValue& one : findings) {
-            const QJsonObject finding = one.toObject();
-            const int page = finding["page"].toInt();
-            row("finding", padded(bytesOf(finding["kind"].toString()), 18) +
-                               padded(page > 0 ? "page " + std::to_string(page) : "-", 10) +
-                               padded(shown(bytesOf(finding["object"].toString("-"))), 12) +
-                               shown(bytesOf(finding["text"].toString())));
+            printFinding(one.toObject());
         }
         if (count("more_findings") > 0) {
-            row("", "and " + grouped(count("more_findings")) + " more");
+            row("", language.text("and %1 more", {language.number(count("more_findings"))}));
         }
-        row("verdict",
-            verified ? "verified"
-                     : "not verified: " + counted(static_cast<std::uint64_t>(findings.size()) +
-                                                      count("more_findings"),
-                                                  "finding", "findings"));
+        const std::uint64_t all =
+            static_cast<std::uint64_t>(findings.size()) + count("more_findings");
+        row(language.text("verdict"),
+            verified ? language.text("verified")
+                     : language.text("not verified: %1",
+                                     {language.counted(all, "finding", "findings")}));
     }
 
-    static std::string padded(std::string text, std::size_t width)
+    void printFinding(const QJsonObject& finding) const
     {
-        text.resize(std::max(text.size() + 1, width), ' ');
-        return text;
+        const Language& language = streams_.language;
+        const int page = finding["page"].toInt();
+        const std::string where = page > 0 ? language.text("page %1", {std::to_string(page)}) : "-";
+        row(language.text("finding"),
+            padded(bytesOf(finding["kind"].toString()) + ' ', 18) + padded(where + ' ', 10) +
+                padded(shown(bytesOf(finding["object"].toString("-"))) + ' ', 12) +
+                language.sentence(shown(bytesOf(finding["text"].toString()))));
     }
 
     void row(const std::string& label, const std::string& value) const
     {
-        streams_.out << "  " << padded(label, 14) << value << '\n';
+        streams_.out << "  " << padded(label + ' ', 14) << value << '\n';
     }
 
     const VerifyOptions& options_;

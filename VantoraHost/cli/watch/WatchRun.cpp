@@ -78,15 +78,16 @@ void WatchRun::sayWhatIsWatched() const
     if (options_.run.quiet) {
         return;
     }
+    const Language& language = streams_.language;
     for (std::size_t place = 0; place < options_.folders.size(); ++place) {
-        printNote(
-            streams_,
-            "watching " + shown(options_.folders[place]) +
-                (watch_.isTold(place) || options_.once ? "" : ", by listing it now and then"));
+        const TextValues folder = {shown(options_.folders[place])};
+        printNote(streams_, watch_.isTold(place) || options_.once
+                                ? language.text("watching %1", folder)
+                                : language.text("watching %1, by listing it now and then", folder));
     }
     if (state_.size() > 0) {
-        printNote(streams_,
-                  "the report knows " + grouped(state_.size()) + " of the documents there");
+        printNote(streams_, language.text("the report knows %1 of the documents there",
+                                          {language.number(state_.size())}));
     }
 }
 
@@ -272,9 +273,10 @@ void WatchRun::waitOut(const std::vector<const WatchedDocument*>& documents, con
     if (troubles_ == 0) {
         printError(streams_, trouble);
         if (!options_.once) {
-            printNote(streams_, counted(documents.size(), "document waits", "documents wait") +
-                                    " for that to pass, and " +
-                                    (documents.size() == 1 ? "is" : "are") + " tried again");
+            printNote(streams_,
+                      streams_.language.counted(
+                          documents.size(), "document waits for that to pass, and is tried again",
+                          "documents wait for that to pass, and are tried again"));
         }
     }
     someFailed_ = someFailed_ || options_.once;
@@ -297,7 +299,9 @@ void WatchRun::putAway(const WatchedDocument& document, DocumentStatus status)
     if (moved) {
         state_.forget(document.path);
         if (failed && !options_.run.quiet) {
-            printNote(streams_, shown(document.path) + " is moved to " + shown(to + "/" + *moved));
+            printNote(streams_,
+                      streams_.language.text("%1 is moved to %2",
+                                             {shown(document.path), shown(to + "/" + *moved)}));
         }
     } else if (moved.error().reason != Reason::ChangedMeanwhile) {
         stuck_.insert(document.path);
@@ -310,10 +314,12 @@ int WatchRun::status() const
 {
     if (streams_.interrupted()) {
         if (!options_.run.quiet) {
-            printNote(streams_, "stopped: " + counted(done_, "document", "documents") + " done, " +
-                                    grouped(failed_) +
-                                    " failed; nothing is half-written; to go on, give the same "
-                                    "command again");
+            const Language& language = streams_.language;
+            printNote(streams_,
+                      language.text("stopped: %1 done, %2 failed; nothing is half-written; to go "
+                                    "on, give the same command again",
+                                    {language.counted(done_, "document", "documents"),
+                                     language.number(failed_)}));
         }
         return InterruptedByUser;
     }

@@ -49,36 +49,29 @@ std::size_t RunSummary::failedBut(const std::vector<Reason>& accepted) const
     return others;
 }
 
-std::string RunSummary::documentsText(std::size_t total, const std::vector<Reason>& accepted) const
+std::string RunSummary::documentsText(std::size_t total, const std::vector<Reason>& accepted,
+                                      const Language& language) const
 {
-    std::string text = grouped(done_) + " of " + grouped(total) + " documents done";
-    if (verified_ > 0) {
-        text += ", " + grouped(verified_) + " verified";
-    }
-    if (inPart_ > 0) {
-        text += ", " + grouped(inPart_) + " in part";
-    }
-    if (leftBlank_ > 0) {
-        text += ", " + grouped(leftBlank_) + " left with a blank page only";
-    }
-    if (skipped_ > 0) {
-        text += ", " + grouped(skipped_) + " left out";
-    }
-    if (withWarnings_ > 0) {
-        text += ", " + grouped(withWarnings_) + " with warnings";
-    }
-    if (withLosses_ > 0) {
-        text += ", " + grouped(withLosses_) + " with losses";
-    }
+    std::string text =
+        language.text("%1 of %2 documents done", {language.number(done_), language.number(total)});
+    const auto add = [&](std::size_t count, const std::string& what) {
+        text += count == 0 ? "" : ", " + what;
+    };
+    add(verified_, language.text("%1 verified", {language.number(verified_)}));
+    add(inPart_, language.text("%1 in part", {language.number(inPart_)}));
+    add(leftBlank_, language.text("%1 left with a blank page only", {language.number(leftBlank_)}));
+    add(skipped_, language.text("%1 left out", {language.number(skipped_)}));
+    add(withWarnings_, language.text("%1 with warnings", {language.number(withWarnings_)}));
+    add(withLosses_, language.text("%1 with losses", {language.number(withLosses_)}));
     if (failed_ > 0) {
-        text += ", " + grouped(failed_) + " failed";
+        add(failed_, language.text("%1 failed", {language.number(failed_)}));
         const char* separator = " (";
         for (const auto& [reason, count] : reasons_) {
-            text += separator + grouped(count) + ' ' + reasonName(reason);
+            text += separator + language.number(count) + ' ' + reasonName(reason);
             separator = ", ";
         }
         text += reasons_.empty() ? "" : ")";
-        text += failedBut(accepted) == 0 ? ", which was to be accepted" : "";
+        text += failedBut(accepted) == 0 ? language.text(", which was to be accepted") : "";
     }
     return text;
 }
@@ -121,19 +114,23 @@ std::string RunSummary::json(const RunEnd& end) const
     return object.text();
 }
 
-std::string RunSummary::workText(double seconds) const
+std::string RunSummary::workText(double seconds, const Language& language) const
 {
     if (done_ == 0) {
         return {};
     }
     std::string text;
     if (pagesRemoved_) {
-        text = counted(*pagesRemoved_, "page", "pages") + " removed; ";
+        text =
+            language.text("%1 removed", {language.counted(*pagesRemoved_, "page", "pages")}) + "; ";
     }
     if (bytesAfter_ > 0) {
-        text += sizeText(bytesBefore_) + " before, " + sizeText(bytesAfter_) + " after; ";
+        text += language.text("%1 before, %2 after",
+                              {language.size(bytesBefore_), language.size(bytesAfter_)}) +
+                "; ";
     }
-    return text + rateText(finished(), seconds) + " documents a second";
+    return text + language.text("%1 documents a second",
+                                {language.figures(rateText(finished(), seconds))});
 }
 
 } // namespace vantora

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VantoraHost/core/language/Language.h"
 #include "VantoraHost/core/reports/DocumentReport.h"
 
 #include <cstddef>
@@ -40,7 +41,8 @@ public:
 
     /// How many of `total` documents are done, verified, in part, left blank, left out, with
     /// warnings, and failed, by reason; says so where all of these are accepted.
-    std::string documentsText(std::size_t total, const std::vector<Reason>& accepted = {}) const;
+    std::string documentsText(std::size_t total, const std::vector<Reason>& accepted = {},
+                              const Language& language = {}) const;
 
     /// How many documents there are of each status of a report, all of these named.
     std::vector<std::pair<const char*, std::size_t>> byStatus() const;
@@ -54,7 +56,7 @@ public:
 
     /// Pages, bytes and documents a second, of what was done in so many seconds; empty when nothing
     /// was.
-    std::string workText(double seconds) const;
+    std::string workText(double seconds, const Language& language = {}) const;
 
 private:
     std::size_t done_ = 0;    ///< or planned, in a dry run

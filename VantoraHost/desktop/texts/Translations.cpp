@@ -15,6 +15,9 @@ Translations::Translations(const QLocale& locale)
         program_.load(QStringLiteral("desktop_en"), folder)) {
         QCoreApplication::installTranslator(&program_);
     }
+    if (sentences_.load(QLocale(program_.language()), QStringLiteral("sentences"), mark, folder)) {
+        QCoreApplication::installTranslator(&sentences_);
+    }
     if (toolkit_.load(QLocale(program_.language()), QStringLiteral("qtbase"), mark,
                       QLibraryInfo::location(QLibraryInfo::TranslationsPath))) {
         QCoreApplication::installTranslator(&toolkit_);

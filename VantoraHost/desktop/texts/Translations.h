@@ -15,6 +15,7 @@ public:
 
 private:
     QTranslator program_;
+    QTranslator sentences_; ///< of other layers, which the terminal shows, too
     QTranslator toolkit_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "VantoraHost/cli/Program.h"
 #include "VantoraHost/cli/ThisGuiPart.h"
+#include "tests/VantoraHost/cli/language/SpokenTo.h"
 #include "tests/support/Inspect.h"
 
 #include <QtCore/QJsonDocument>
@@ -15,7 +16,8 @@ namespace terminal {
 
 namespace fs = std::filesystem;
 
-Answer run(const std::vector<std::string>& arguments, const Setting& setting)
+Answer runIn(const vantora::Language& language, const std::vector<std::string>& arguments,
+             const Setting& setting)
 {
     const int in = ::memfd_create("standard input", 0);
     const auto size = static_cast<ssize_t>(setting.standardInput.size());
@@ -27,13 +29,19 @@ Answer run(const std::vector<std::string>& arguments, const Setting& setting)
     std::ostringstream out;
     std::ostringstream err;
     const vantora::cli::Streams streams = {
-        in, out, err, setting.outIsTerminal, setting.errIsTerminal, false, setting.interrupted};
+        in,      out, err, setting.outIsTerminal, setting.errIsTerminal, false, setting.interrupted,
+        language};
     const vantora::Installation installation = {
         setting.library, setting.actionFolders, {}, {}, setting.program, VERIFIER, {}};
     const int status = vantora::cli::runProgram(
         arguments, installation, [] { return &vantora::cli::thisGuiPart(); }, streams);
     ::close(in);
     return {status, out.str(), err.str()};
+}
+
+Answer run(const std::vector<std::string>& arguments, const Setting& setting)
+{
+    return runIn({}, arguments, setting);
 }
 
 Answer run(const std::string& line, const Setting& setting)
