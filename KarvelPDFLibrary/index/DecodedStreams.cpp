@@ -11,7 +11,7 @@ namespace karvel::index {
 
 namespace {
 
-constexpr std::size_t mostBytesKept = 8U * 1024 * 1024;
+constexpr std::size_t mostBytesKept = 2U * 1024 * 1024;
 
 /// A number that is written as digits; -1 for anything else.
 std::int64_t plainNumber(std::string_view text)

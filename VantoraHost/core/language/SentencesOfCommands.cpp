@@ -135,6 +135,8 @@ constexpr const char* templates[] = {
     QT_TRANSLATE_NOOP("Sentences", "%1 is for profiles only, since it is about particular runs; "
                                    "move it below a line such as [profile.scans]"),
     QT_TRANSLATE_NOOP("Sentences", "a profile begins with a line such as [profile.scans]"),
+    QT_TRANSLATE_NOOP("Sentences", "keys have more parts than any configuration needs: %1 dots "
+                                   "stand before this one"),
     QT_TRANSLATE_NOOP("Sentences", "%1 is switched on for all runs by line %2, and only the "
                                    "command line switches that off, with --no-%3"),
     QT_TRANSLATE_NOOP("Sentences", "is no regular file; put one there, or use --no-config"),

@@ -2411,5 +2411,9 @@
         <source>an AES key of an unexpected length</source>
         <translation>ein AES-Schlüssel unerwarteter Länge</translation>
     </message>
+    <message>
+        <source>keys have more parts than any configuration needs: %1 dots stand before this one</source>
+        <translation>Schlüssel haben mehr Teile, als eine Konfiguration braucht: vor diesem stehen %1 Punkte</translation>
+    </message>
 </context>
 </TS>
