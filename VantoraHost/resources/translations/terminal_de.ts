@@ -983,7 +983,7 @@ Beispiele:
     </message>
     <message>
         <source>none</source>
-        <translation>keine</translation>
+        <translation>nicht vorhanden</translation>
     </message>
     <message>
         <source>and %1 more</source>
