@@ -164,7 +164,7 @@ TEST_F(German, ReadsWhatBecameOfDocuments)
          "„first:x“ braucht eine Anzahl"},
         {"what choices name", "pages --choose last:2 in.pdf in.pdf", 0, "in.pdf\t9-10\n",
          "vantora: 4 Seiten; 2 Dokumente mit solchen Seiten, von 2 angesehenen\n"},
-        {"what a document is", "info in.pdf", 0, "  Verschlüsselung   nicht vorhanden\n", ""},
+        {"what a document is", "info in.pdf", 0, "  Verschlüsselung   keine\n", ""},
         {"its size", "info in.pdf", 0, "  Seitengröße       612 x 792 pt (Letter), 10 Seiten\n",
          ""},
         {"an unknown action", "run --action Nothing in.pdf -n", 2, "",
