@@ -2,27 +2,17 @@
 import os
 import signal
 import subprocess
-import time
 from pathlib import Path
 
+import screen
 from clean_system import USER, failed, run
 
 PACKAGES = ["systemd-sysv", "dbus", "dbus-user-session", "libpam-systemd"]
-# What never comes would be waited for without an end; no machine is slow enough to reach it.
-PATIENCE = 300
-BETWEEN_LOOKS = 0.2
 
 
 def wait_for(what, condition):
-    """Returns what the condition returns, once that is something."""
-    end = time.monotonic() + PATIENCE
-    while True:
-        found = condition()
-        if found:
-            return found
-        if time.monotonic() > end:
-            raise failed(f"{what}: waited for {PATIENCE} seconds in vain")
-        time.sleep(BETWEEN_LOOKS)
+    """Returns what the condition returns, once that is something; ends the check otherwise."""
+    return screen.wait_for(what, condition, failed)
 
 
 class BootedSystem:
@@ -56,7 +46,7 @@ class BootedSystem:
         if self.first:
             os.kill(self.first, signal.SIGRTMIN + 4)  # systemd(1): power off
         try:
-            self.container.wait(PATIENCE if self.first else 0.1)
+            self.container.wait(screen.PATIENCE if self.first else 0.1)
         except subprocess.TimeoutExpired:
             self.container.kill()
             self.container.wait()

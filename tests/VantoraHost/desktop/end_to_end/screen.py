@@ -20,15 +20,15 @@ WINDOW_MANAGER = """<?xml version="1.0"?>
 """
 
 
-def wait_for(what, condition):
-    """Returns what the condition returns, once that is something."""
+def wait_for(what, condition, error=AssertionError):
+    """Returns what the condition returns, once that is something; raises the error made of a sentence otherwise."""
     end = time.monotonic() + PATIENCE
     while True:
         found = condition()
         if found:
             return found
         if time.monotonic() > end:
-            raise AssertionError(f"{what}: waited for {PATIENCE} seconds in vain")
+            raise error(f"{what}: waited for {PATIENCE} seconds in vain")
         time.sleep(BETWEEN_LOOKS)
 
 
