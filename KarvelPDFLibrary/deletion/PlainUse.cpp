@@ -16,14 +16,6 @@ using index::DictionaryText;
 /// What is worth decoding for one answer.
 constexpr std::size_t mostOfContent = 16U * 1024 * 1024;
 
-/// A dictionary that libqpdf reads in the same way.
-std::optional<DictionaryText> plain(std::string_view text)
-{
-    index::ReadingDoubts doubts;
-    auto dictionary = DictionaryText::read(text, &doubts);
-    return doubts.any() ? std::nullopt : std::move(dictionary);
-}
-
 /// A dictionary that stands in another one's text.
 std::optional<DictionaryText> inner(const DictionaryText& outer, std::string_view key)
 {
@@ -74,7 +66,7 @@ bool drawsPlainly(Removal& removal, int page, int object)
         return false;
     }
     const std::string text(removal.objects().text(page)); // the next one takes its place
-    const auto dictionary = plain(text);
+    const auto dictionary = DictionaryText::readPlainly(text);
     const auto resources = dictionary ? inner(*dictionary, "Resources") : std::nullopt;
     const auto content =
         dictionary ? index::readReference(dictionary->value("Contents")) : std::nullopt;

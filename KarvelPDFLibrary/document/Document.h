@@ -131,8 +131,7 @@ public:
     /// An object stream that the index knows.
     index::DecodedStreams::Stream objectStream(std::uint32_t number)
     {
-        // The index has decoded it before, so that it is known to be of a reasonable size.
-        return streams_->of(number, index_->object(number), index_->fileState(), SIZE_MAX);
+        return streams_->of(*index_, number);
     }
 
     // --- pages; numbers are 1-based and must be within 1 to pageCount() ---

@@ -75,10 +75,9 @@ bool Roots::readCatalog(const index::ReferenceIndex& index, io::ByteSource& sour
     }
     const std::string_view text = file.view().substr(0, length);
     const auto header = index::readObjectHeader(text, number, object.generation);
-    index::ReadingDoubts doubts;
     const auto dictionary =
-        header ? index::DictionaryText::read(text.substr(header->end), &doubts) : std::nullopt;
-    if (!dictionary || doubts.any()) {
+        header ? index::DictionaryText::readPlainly(text.substr(header->end)) : std::nullopt;
+    if (!dictionary) {
         return false;
     }
     for (const auto& [key, value] : dictionary->entries()) {

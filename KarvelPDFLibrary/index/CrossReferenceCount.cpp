@@ -53,13 +53,7 @@ public:
 
     const std::string& text(Key key) const { return values_[static_cast<std::size_t>(key)]; }
 
-    std::optional<std::uint64_t> number(Key key) const
-    {
-        std::size_t at = 0;
-        std::uint64_t number = 0;
-        const bool isNumber = readUnsigned(text(key), at, number) && at == text(key).size();
-        return isNumber ? std::optional(number) : std::nullopt;
-    }
+    std::optional<std::uint64_t> number(Key key) const { return unsignedIn(text(key)); }
 
     /// The numbers of an array, as far as these are numbers.
     std::vector<std::uint64_t> numbers(Key key) const

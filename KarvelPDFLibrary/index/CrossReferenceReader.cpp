@@ -52,10 +52,9 @@ bool isDigit(char ch)
 /// A number that is all of a text.
 std::uint64_t numberIn(std::string_view text)
 {
-    std::size_t at = 0;
-    std::uint64_t number = 0;
-    must(readUnsigned(text, at, number) && at == text.size());
-    return number;
+    const std::optional<std::uint64_t> number = unsignedIn(text);
+    must(number.has_value());
+    return *number;
 }
 
 /// The numbers of an array of nothing else.
@@ -204,10 +203,9 @@ std::uint64_t Reader::readSection(std::uint64_t offset)
 std::string Reader::dictionaryAt(std::size_t at)
 {
     text_.require(at + mostOfTrailer);
-    ReadingDoubts doubts;
     const std::string_view text = text_.view();
-    const auto dictionary = DictionaryText::read(text.substr(std::min(at, text.size())), &doubts);
-    must(dictionary && !doubts.any());
+    const auto dictionary = DictionaryText::readPlainly(text.substr(std::min(at, text.size())));
+    must(dictionary.has_value());
     return std::string(dictionary->text()) + " endobj ";
 }
 

@@ -16,12 +16,8 @@ constexpr std::size_t mostBytesKept = 2U * 1024 * 1024;
 /// A number that is written as digits; -1 for anything else.
 std::int64_t plainNumber(std::string_view text)
 {
-    std::uint64_t number = 0;
-    std::size_t digits = 0;
-    text = trimmed(text);
-    const bool isPlain =
-        readUnsigned(text, digits, number) && digits == text.size() && number <= 0x7FFFFFFF;
-    return isPlain ? static_cast<std::int64_t>(number) : -1;
+    const std::optional<std::uint64_t> number = unsignedIn(trimmed(text));
+    return number && *number <= 0x7FFFFFFF ? static_cast<std::int64_t>(*number) : -1;
 }
 
 std::int64_t numberOf(QPDFObjectHandle value)
@@ -51,6 +47,11 @@ DecodedStreams::Stream DecodedStreams::of(std::uint32_t number, const IndexedObj
     }
     decoded.text = boundedData(stream, most);
     return keep(number, std::move(decoded));
+}
+
+DecodedStreams::Stream DecodedStreams::of(const ReferenceIndex& index, std::uint32_t number)
+{
+    return of(number, index.object(number), index.fileState(), SIZE_MAX);
 }
 
 DecodedStreams::Stream DecodedStreams::plain(std::uint32_t number, const IndexedObject& object,

@@ -39,6 +39,10 @@ public:
     /// more than `most` bytes, and std::length_error for what can't be decoded.
     Stream of(std::uint32_t number, const IndexedObject& object, FileState state, std::size_t most);
 
+    /// The same of an index that is made, which has decoded it before, so that it is known to be of
+    /// a reasonable size.
+    Stream of(const ReferenceIndex& index, std::uint32_t number);
+
     /// The same without asking libqpdf; null where it would have to be asked.
     Stream plain(std::uint32_t number, const IndexedObject& object, std::size_t most);
 

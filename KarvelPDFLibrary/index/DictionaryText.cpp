@@ -34,6 +34,18 @@ std::optional<DictionaryText> DictionaryText::read(std::string_view from, Readin
     return dictionary;
 }
 
+std::optional<DictionaryText> DictionaryText::read(std::string_view from)
+{
+    return read(from, nullptr);
+}
+
+std::optional<DictionaryText> DictionaryText::readPlainly(std::string_view from)
+{
+    ReadingDoubts doubts;
+    auto dictionary = read(from, &doubts);
+    return doubts.any() ? std::nullopt : std::move(dictionary);
+}
+
 std::string_view DictionaryText::value(std::string_view key) const
 {
     for (const Place& place : places_) {

@@ -14,9 +14,10 @@ class DictionaryText {
 public:
     /// `from` begins with a dictionary and goes on after it, as a ValueScanner needs it; it must
     /// last as long as the result. Nothing when it does not read as expected or has a key twice.
-    /// Where `doubts` is given, it follows the reading.
-    static std::optional<DictionaryText> read(std::string_view from,
-                                              ReadingDoubts* doubts = nullptr);
+    static std::optional<DictionaryText> read(std::string_view from);
+
+    /// The same, and nothing either where libqpdf may read anything of it otherwise.
+    static std::optional<DictionaryText> readPlainly(std::string_view from);
 
     /// The text of a key's value; empty when there is none. The key is without its slash.
     std::string_view value(std::string_view key) const;
@@ -42,6 +43,8 @@ public:
     std::string with(const std::vector<Entry>& changes) const;
 
 private:
+    static std::optional<DictionaryText> read(std::string_view from, ReadingDoubts* doubts);
+
     std::string_view text_;
     std::vector<Place> places_;
 };

@@ -271,9 +271,7 @@ std::size_t IndexBuilder::scanValue(std::uint32_t number, std::size_t start, boo
 /// Nothing where there is no usable one.
 std::optional<std::uint64_t> IndexBuilder::streamLength(std::uint32_t number)
 {
-    std::size_t at = 0;
-    std::uint64_t length = 0;
-    if (readUnsigned(notes_.length(), at, length) && at == notes_.length().size()) {
+    if (const auto length = unsignedIn(notes_.length())) {
         return length;
     }
     if (const auto reference = readReference(notes_.length()); reference && isStrict()) {

@@ -161,8 +161,8 @@ std::size_t widthOf(std::uint64_t highest)
     return width;
 }
 
-/// A cross-reference stream (ISO 32000-2, 7.5.8) of all entries. StreamMembers of object streams
-/// may stand apart.
+/// A cross-reference stream (ISO 32000-2, 7.5.8) of all entries. Members of object streams may
+/// stand apart.
 std::string streamOf(const CrossReferences& read, const std::string& id, bool apart)
 {
     constexpr std::uint64_t lower = 0xFFFFFFFF;

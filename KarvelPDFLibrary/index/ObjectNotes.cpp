@@ -134,11 +134,8 @@ constexpr Beginnings ofKeys = [] {
 /// A plain number that stands alone; -1 for everything else.
 std::int32_t plainNumber(std::string_view value)
 {
-    const std::string_view text = trimmed(value);
-    std::size_t at = 0;
-    std::uint64_t number = 0;
-    const bool plain = readUnsigned(text, at, number) && at == text.size() && number <= 0x7FFFFFFF;
-    return plain ? static_cast<std::int32_t>(number) : -1;
+    const std::optional<std::uint64_t> number = unsignedIn(trimmed(value));
+    return number && *number <= 0x7FFFFFFF ? static_cast<std::int32_t>(*number) : -1;
 }
 
 /// Whether a value with a number of references is an array that holds nothing else.

@@ -10,18 +10,14 @@ namespace karvel::index {
 
 std::optional<PlainStream> PlainStream::read(std::string_view text)
 {
-    ReadingDoubts doubts; // about what libqpdf reads otherwise
-    auto dictionary = DictionaryText::read(text, &doubts);
-    if (!dictionary || doubts.any()) {
+    auto dictionary = DictionaryText::readPlainly(text);
+    if (!dictionary) {
         return std::nullopt;
     }
     const std::string_view filter = trimmed(dictionary->value("Filter"));
-    const std::string_view length = trimmed(dictionary->value("Length"));
-    std::uint64_t count = 0;
-    std::size_t digits = 0;
+    const auto count = unsignedIn(trimmed(dictionary->value("Length")));
     const bool isPlain = (filter.empty() || filter == "/FlateDecode") &&
-                         !dictionary->has("DecodeParms") && !dictionary->has("F") &&
-                         readUnsigned(length, digits, count) && digits == length.size();
+                         !dictionary->has("DecodeParms") && !dictionary->has("F") && count;
     const std::string_view word = "stream";
     std::size_t at = skipSpace(text, dictionary->text().size());
     if (!isPlain || text.substr(std::min(at, text.size()), word.size()) != word) {
@@ -30,10 +26,10 @@ std::optional<PlainStream> PlainStream::read(std::string_view text)
     at += word.size();
     at += text.substr(at, 1) == "\r" ? 1 : 0;
     ++at; // the line feed
-    if (at > text.size() || count > text.size() - at) {
+    if (at > text.size() || *count > text.size() - at) {
         return std::nullopt;
     }
-    return PlainStream{std::move(*dictionary), text.substr(at, count), !filter.empty()};
+    return PlainStream{std::move(*dictionary), text.substr(at, *count), !filter.empty()};
 }
 
 std::string PlainStream::data(std::size_t most) const

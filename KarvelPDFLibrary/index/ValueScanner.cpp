@@ -85,6 +85,14 @@ bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value)
     return at > start && at - start < 11;
 }
 
+std::optional<std::uint64_t> unsignedIn(std::string_view text)
+{
+    std::size_t at = 0;
+    std::uint64_t number = 0;
+    const bool isNumber = readUnsigned(text, at, number) && at == text.size();
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
 std::string_view trimmed(std::string_view text)
 {
     text.remove_prefix(std::min(skipSpace(text, 0), text.size()));

@@ -129,6 +129,9 @@ std::string_view trimmed(std::string_view text);
 /// Reads an unsigned decimal number of at most ten digits; false when there is none at `at`.
 bool readUnsigned(std::string_view text, std::size_t& at, std::uint64_t& value);
 
+/// Such a number that is all of a text; nothing for any other text.
+std::optional<std::uint64_t> unsignedIn(std::string_view text);
+
 /// "12 0 R" as it is written.
 struct Reference {
     std::uint32_t object = 0;

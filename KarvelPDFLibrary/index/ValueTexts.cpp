@@ -27,9 +27,7 @@ std::string_view ValueTexts::from(std::uint32_t number)
 std::string_view ValueTexts::fromMember(const IndexedObject& object)
 {
     if (container_ != object.container) {
-        // The index has decoded it before, so that it is known to be of a reasonable size.
-        stream_ = streams_.of(object.container, index_.object(object.container), index_.fileState(),
-                              SIZE_MAX);
+        stream_ = streams_.of(index_, object.container);
         container_ = object.container;
     }
     const std::string_view text = std::string_view(stream_->text).substr(object.start);

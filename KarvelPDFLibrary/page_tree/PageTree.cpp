@@ -423,8 +423,7 @@ private:
     bool hasInheritable(const std::string& node) const
     {
         const std::string text = node + " endobj ";
-        index::ReadingDoubts doubts;
-        const auto dictionary = index::DictionaryText::read(text, &doubts);
+        const auto dictionary = index::DictionaryText::readPlainly(text);
         const auto isThere = [&](const char* key) {
             const std::string_view value = index::trimmed(dictionary->value(key + 1));
             const auto reference = index::readReference(value);
@@ -432,8 +431,7 @@ private:
             return reference ? target != 0 && (index_.object(target).flags & index::IsDictionary)
                              : !value.empty() && value != "null";
         };
-        return dictionary && !doubts.any() &&
-               std::any_of(inheritableKeys.begin(), inheritableKeys.end(), isThere);
+        return dictionary && std::any_of(inheritableKeys.begin(), inheritableKeys.end(), isThere);
     }
 
     bool visit(std::uint32_t object)

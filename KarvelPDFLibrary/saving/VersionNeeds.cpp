@@ -34,17 +34,17 @@ PDFVersion neededByEncryption(Document& document, const EncryptionPlan& plan)
     return revision == 3 ? PDFVersion(1, 4) : PDFVersion(1, 3);
 }
 
-/// libqpdf's own getVersionAsPDFVersion() compiles a regular expression at each call.
-PDFVersion versionOf(QPDF& file)
+/// A version such as "1.7"; 1.3 for anything else, as libqpdf takes it. Its own
+/// getVersionAsPDFVersion() compiles a regular expression at each call.
+PDFVersion versionIn(const std::string& text, int extensionLevel = 0)
 {
     int major = 1;
     int minor = 3;
-    std::istringstream text(file.getPDFVersion());
-    text >> major;
-    text.ignore(1); // the point
-    text >> minor;
-    return text ? PDFVersion(major, minor, file.getExtensionLevel())
-                : PDFVersion(1, 3, file.getExtensionLevel());
+    std::istringstream stream(text);
+    stream >> major;
+    stream.ignore(1); // the point
+    stream >> minor;
+    return stream ? PDFVersion(major, minor, extensionLevel) : PDFVersion(1, 3, extensionLevel);
 }
 
 } // namespace
@@ -65,8 +65,7 @@ bool hasObjectStreams(Document& document)
 PDFVersion versionToWrite(Document& document, const SaveOptions& options,
                           const EncryptionPlan& encryption)
 {
-    const std::string& forced = document.forcedVersion; // "1.7"
-    PDFVersion version(forced[0] - '0', forced[2] - '0');
+    PDFVersion version = versionIn(document.forcedVersion);
     version.updateIfGreater(neededByEncryption(document, encryption));
     const bool packs = options.objectStreams == ObjectStreams::Pack ||
                        (options.objectStreams == ObjectStreams::Keep && hasObjectStreams(document));
@@ -82,10 +81,10 @@ std::string versionToCopy(Document& document)
     PDFVersion version;
     if (const Roots* roots = document.roots(); roots && !roots->catalogHas("Extensions")) {
         text = roots->version();
-        version = PDFVersion(text[0] - '0', text[2] - '0');
+        version = versionIn(text);
     } else {
         text = document.file().getPDFVersion();
-        version = versionOf(document.file());
+        version = versionIn(text, document.file().getExtensionLevel());
     }
     const PDFVersion before = version;
     if (document.index()->usesCrossReferenceStream()) {
