@@ -1,5 +1,6 @@
 #include "VantoraHost/cli/CommandLine.h"
 #include "VantoraHost/cli/Program.h"
+#include "VantoraHost/cli/console/PlainLocale.h"
 #include "VantoraHost/core/language/Language.h"
 #include "VantoraHost/core/workers/Confinement.h"
 
@@ -8,7 +9,6 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
@@ -66,10 +66,7 @@ int main(int argc, char** argv)
     if (!vantora::cli::draws(arguments)) {
         application.emplace(argc, argv);
     }
-    // The application takes over the user's locale; numbers are written the same everywhere.
-    std::setlocale(LC_NUMERIC, "C");
-    // What the system says of failures goes into sentences that are English until they are shown.
-    std::setlocale(LC_MESSAGES, "C");
+    vantora::cli::keepPlainLocale();
 
     const bool errIsTerminal = isatty(STDERR_FILENO) == 1 && !terminalIsDumb();
     const vantora::cli::Streams streams = {

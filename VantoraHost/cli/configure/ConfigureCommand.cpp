@@ -3,6 +3,7 @@
 #include "VantoraApp/dialogs/DialogMessages.h"
 #include "VantoraHost/cli/configure/DisplayProbe.h"
 #include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/cli/console/PlainLocale.h"
 #include "VantoraHost/core/actions/ActionCatalog.h"
 #include "VantoraHost/core/actions/PreferencesJson.h"
 
@@ -10,7 +11,6 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
 
-#include <clocale>
 #include <memory>
 #include <ostream>
 
@@ -32,8 +32,7 @@ std::unique_ptr<QApplication> startApplication()
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     auto application = std::make_unique<QApplication>(argumentCount, arguments);
-    std::setlocale(LC_NUMERIC, "C"); // the application has taken over the user's
-    std::setlocale(LC_MESSAGES, "C");
+    keepPlainLocale();
     return application;
 }
 

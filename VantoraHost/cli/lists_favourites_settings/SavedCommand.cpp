@@ -4,6 +4,7 @@
 #include "VantoraApp/dialogs/DialogMessages.h"
 #include "VantoraHost/cli/arguments/NamedSteps.h"
 #include "VantoraHost/cli/console/Messages.h"
+#include "VantoraHost/cli/console/PlainLocale.h"
 #include "VantoraHost/core/actions/PreferencesJson.h"
 #include "VantoraHost/core/actions/StepStore.h"
 #include "VantoraHost/core/reports/Json.h"
@@ -12,7 +13,6 @@
 #include <QtGui/QIcon>
 
 #include <algorithm>
-#include <clocale>
 #include <memory>
 #include <ostream>
 
@@ -103,8 +103,7 @@ std::unique_ptr<QGuiApplication> startWithoutDisplay()
     arguments[3] = nullptr;
     DropDialogMessages();
     auto application = std::make_unique<QGuiApplication>(argumentCount, arguments);
-    std::setlocale(LC_NUMERIC, "C"); // the application has taken over the user's
-    std::setlocale(LC_MESSAGES, "C");
+    keepPlainLocale();
     return application;
 }
 
