@@ -3,6 +3,7 @@
 #include "VantoraHost/cli/console/PlainLocale.h"
 #include "VantoraHost/core/language/Language.h"
 #include "VantoraHost/core/workers/Confinement.h"
+#include "VantoraHost/core/workers/HugePages.h"
 
 #include <QtCore/QCoreApplication>
 
@@ -59,6 +60,7 @@ bool terminalIsDumb()
 int main(int argc, char** argv)
 {
     vantora::keepMemoryPrivate();
+    vantora::useHugePages();
     listenForInterruptions();
     std::ios::sync_with_stdio(false);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
