@@ -62,7 +62,7 @@ public:
 
 private:
     static constexpr std::size_t leastAhead = 4 * 1024;
-    static constexpr std::size_t mostAhead = 1024 * 1024;
+    static constexpr std::size_t mostAhead = 256 * 1024;
     static constexpr std::uint64_t nearby = 4 * 1024;
 
     void load(std::uint64_t offset, std::size_t length)

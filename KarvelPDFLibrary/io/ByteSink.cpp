@@ -11,7 +11,7 @@ namespace karvel::io {
 
 namespace {
 
-constexpr std::size_t bufferSize = 1024 * 1024;
+constexpr std::size_t bufferSize = 256 * 1024;
 constexpr std::size_t worthNoCopy = 256 * 1024;
 
 void writeAll(int descriptor, const char* bytes, std::size_t length)
@@ -33,7 +33,7 @@ void writeAll(int descriptor, const char* bytes, std::size_t length)
 
 void ByteSink::copy(ByteSource& source, std::int64_t offset, std::uint64_t length)
 {
-    constexpr std::size_t window = 1024 * 1024;
+    constexpr std::size_t window = 256 * 1024;
     while (length > 0) {
         const bool inside = offset >= aheadOffset_ &&
                             offset < aheadOffset_ + static_cast<std::int64_t>(aheadLength_);

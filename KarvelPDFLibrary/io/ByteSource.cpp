@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/io/ByteSource.h"
 
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
+#include "KarvelPDFLibrary/io/ReadBuffer.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -16,6 +17,9 @@ namespace karvel::io {
 
 namespace {
 
+/// Files up to this size are read once, and as a whole: each of several readers begins anew.
+constexpr std::int64_t readOnce = 64 * 1024;
+
 class FileSource final : public ByteSource {
 public:
     FileSource(const std::string& path, FileDescriptor file, const struct stat& opened)
@@ -25,27 +29,24 @@ public:
 
     std::size_t readAt(std::int64_t offset, char* buffer, std::size_t length) override
     {
-        if (offset >= size()) {
+        if (offset < 0 || offset >= size()) {
             return 0;
         }
         // Bytes appended after opening are not part of the document.
         const auto wanted = static_cast<std::size_t>(
             std::min<std::int64_t>(static_cast<std::int64_t>(length), size() - offset));
-        std::size_t done = 0;
-        while (done < wanted) {
-            const ssize_t count = pread(file_.get(), buffer + done, wanted - done,
-                                        offset + static_cast<std::int64_t>(done));
-            if (count < 0 && errno == EINTR) {
-                continue;
+        if (size() > readOnce) {
+            readFile(offset, buffer, wanted);
+        } else {
+            if (whole_.empty()) {
+                ReadBuffer whole;
+                whole.grow(static_cast<std::size_t>(size()));
+                readFile(0, whole.data(), whole.size());
+                whole_ = std::move(whole);
             }
-            if (count <= 0) {
-                fail_ = count < 0 ? std::string("cannot be read: ") + std::strerror(errno)
-                                  : std::string("became shorter while it was read");
-                throw std::runtime_error(*fail_);
-            }
-            done += static_cast<std::size_t>(count);
+            std::memcpy(buffer, whole_.data() + offset, wanted);
         }
-        return done;
+        return wanted;
     }
 
     int descriptor() const override { return file_.get(); }
@@ -66,9 +67,28 @@ public:
     }
 
 private:
+    void readFile(std::int64_t offset, char* buffer, std::size_t wanted)
+    {
+        std::size_t done = 0;
+        while (done < wanted) {
+            const ssize_t count = pread(file_.get(), buffer + done, wanted - done,
+                                        offset + static_cast<std::int64_t>(done));
+            if (count < 0 && errno == EINTR) {
+                continue;
+            }
+            if (count <= 0) {
+                fail_ = count < 0 ? std::string("cannot be read: ") + std::strerror(errno)
+                                  : std::string("became shorter while it was read");
+                throw std::runtime_error(*fail_);
+            }
+            done += static_cast<std::size_t>(count);
+        }
+    }
+
     FileDescriptor file_;
     struct stat opened_;
     std::optional<std::string> fail_;
+    ReadBuffer whole_; // of a small file that was read
 };
 
 class MemorySource final : public ByteSource {

@@ -41,9 +41,15 @@ public:
 private:
     void put(const std::string& text)
     {
+        identifier_.written(text);
+        putUnnoted(text);
+    }
+
+    /// For what follows from all the rest, which the identifier takes note of.
+    void putUnnoted(const std::string& text)
+    {
         sink_.write(text.data(), text.size());
         offset_ += text.size();
-        identifier_.written(text);
     }
 
     bool isUnchanged(std::uint32_t number) const
@@ -211,7 +217,7 @@ void Writer::writeEnd()
 {
     const std::uint64_t start = offset_;
     if (!index_.usesCrossReferenceStream()) {
-        put(crossReferenceTable(entries_));
+        putUnnoted(crossReferenceTable(entries_));
         put("trailer\n<< " + trailer(entries_.size()) + " >>\n");
     } else {
         const auto number = static_cast<std::uint32_t>(entries_.size());
