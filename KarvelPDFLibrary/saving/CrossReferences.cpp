@@ -28,19 +28,33 @@ int bytesFor(std::uint64_t value)
     return bytes;
 }
 
-/// The number of the next free entry after `number`; 0 ends the list.
-std::vector<std::uint32_t> freeList(const std::vector<CrossReference>& entries)
-{
-    std::vector<std::uint32_t> next(entries.size(), 0);
-    std::uint32_t following = 0;
-    for (std::size_t number = entries.size(); number-- > 0;) {
-        if (entries[number].kind == CrossReference::Kind::Free) {
-            next[number] = following;
-            following = static_cast<std::uint32_t>(number);
+/// The list of free entries, gone through in ascending order.
+class FreeList {
+public:
+    explicit FreeList(const std::vector<CrossReference>& entries) : entries_(entries) {}
+
+    /// The next free entry after a free one; 0 ends the list.
+    std::uint32_t after(std::size_t number)
+    {
+        if (!isFree(number)) {
+            return 0;
         }
+        next_ = std::max(next_, number + 1);
+        while (next_ < entries_.size() && !isFree(next_)) {
+            ++next_;
+        }
+        return next_ < entries_.size() ? static_cast<std::uint32_t>(next_) : 0;
     }
-    return next;
-}
+
+private:
+    bool isFree(std::size_t number) const
+    {
+        return entries_[number].kind == CrossReference::Kind::Free;
+    }
+
+    const std::vector<CrossReference>& entries_;
+    std::size_t next_ = 0;
+};
 
 } // namespace
 
@@ -54,30 +68,35 @@ std::string deflated(const std::string& data)
     return out;
 }
 
-std::string crossReferenceTable(const std::vector<CrossReference>& entries)
+void putCrossReferenceTable(const std::vector<CrossReference>& entries,
+                            const std::function<void(const std::string& part)>& put)
 {
-    const std::vector<std::uint32_t> nextFree = freeList(entries);
-    std::string table = "xref\n0 " + std::to_string(entries.size()) + "\n";
-    table.reserve(table.size() + 20 * entries.size());
+    constexpr std::size_t partSize = 64 * 1024;
+    FreeList free(entries);
+    std::string part = "xref\n0 " + std::to_string(entries.size()) + "\n";
     for (std::size_t number = 0; number < entries.size(); ++number) {
         const CrossReference& entry = entries[number];
         if (entry.kind == CrossReference::Kind::InFile) {
-            appendPadded(table, entry.first, 10);
-            table += ' ';
-            appendPadded(table, entry.second, 5);
-            table += " n \n";
+            appendPadded(part, entry.first, 10);
+            part += ' ';
+            appendPadded(part, entry.second, 5);
+            part += " n \n";
         } else {
-            appendPadded(table, nextFree[number], 10);
+            appendPadded(part, free.after(number), 10);
             // A number that is free must not be used again under its old generation.
-            table += number == 0 ? " 65535 f \n" : " 00001 f \n";
+            part += number == 0 ? " 65535 f \n" : " 00001 f \n";
+        }
+        if (part.size() >= partSize) {
+            put(part);
+            part.clear();
         }
     }
-    return table;
+    put(part);
 }
 
 CrossReferenceStream crossReferenceStream(const std::vector<CrossReference>& entries)
 {
-    const std::vector<std::uint32_t> nextFree = freeList(entries);
+    FreeList free(entries);
     std::uint64_t largestFirst = entries.size();
     std::uint64_t largestSecond = 1;
     for (const CrossReference& entry : entries) {
@@ -96,7 +115,7 @@ CrossReferenceStream crossReferenceStream(const std::vector<CrossReference>& ent
     for (std::size_t number = 0; number < entries.size(); ++number) {
         const CrossReference& entry = entries[number];
         const bool isFree = entry.kind == CrossReference::Kind::Free;
-        const std::uint64_t first = isFree ? nextFree[number] : entry.first;
+        const std::uint64_t first = isFree ? free.after(number) : entry.first;
         const std::uint64_t second = isFree ? (number == 0 ? 0 : 1) : entry.second;
         row.assign(1, static_cast<char>(entry.kind));
         for (int i = firstBytes; i-- > 0;) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,9 +19,10 @@ struct CrossReference {
     std::uint64_t first = 0;
 };
 
-/// A cross-reference table for entries numbered from 0, with the word "xref" but no trailer. Free
-/// entries are linked. Objects in object streams have no place in it.
-std::string crossReferenceTable(const std::vector<CrossReference>& entries);
+/// Gives `put` a cross-reference table for entries numbered from 0, in parts, with the word "xref"
+/// but no trailer. Free entries are linked. Objects in object streams have no place in it.
+void putCrossReferenceTable(const std::vector<CrossReference>& entries,
+                            const std::function<void(const std::string& part)>& put);
 
 /// The data of a cross-reference stream for entries numbered from 0, compressed, and the dictionary
 /// entries that say how to read it (/W, /Filter, /DecodeParms; neither /Size nor /Length).

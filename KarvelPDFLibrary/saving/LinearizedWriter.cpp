@@ -316,8 +316,9 @@ void Writer::putBeginning()
                            std::to_string(stream.data.size()) + " >>\nstream\n" + stream.data +
                            "\nendstream");
     } else {
-        end = crossReferenceTable(entries) + "trailer\n<< /Size " + std::to_string(entries.size()) +
-              " " + identifierEntry_ + " >>\n";
+        putCrossReferenceTable(entries, [&end](const std::string& part) { end += part; });
+        end += "trailer\n<< /Size " + std::to_string(entries.size()) + " " + identifierEntry_ +
+               " >>\n";
     }
     end_ = end + "startxref\n" + std::to_string(firstReferencesOffset_) + "\n%%EOF\n";
     fileSize_ = mainReferencesOffset_ + end_.size();

@@ -217,7 +217,7 @@ void Writer::writeEnd()
 {
     const std::uint64_t start = offset_;
     if (!index_.usesCrossReferenceStream()) {
-        putUnnoted(crossReferenceTable(entries_));
+        putCrossReferenceTable(entries_, [this](const std::string& part) { putUnnoted(part); });
         put("trailer\n<< " + trailer(entries_.size()) + " >>\n");
     } else {
         const auto number = static_cast<std::uint32_t>(entries_.size());
