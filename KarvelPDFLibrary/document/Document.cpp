@@ -202,7 +202,7 @@ void Document::cutAndWriteTree()
         changes_.remove(entry.id());
         cutPages_.push_back(entry.object);
     }
-    removed_.clear();
+    removed_ = std::vector<PageEntry>(); // gives its memory back, as clear() and = {} do not
     for (int number = 1; number <= order_.count(); ++number) {
         order_.at(number).original = number;
     }

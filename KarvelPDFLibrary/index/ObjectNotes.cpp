@@ -407,7 +407,7 @@ void ObjectNotes::resolveReferences()
     for (ReferenceIndex::PlainLink& link : index_.plainLinks_) {
         link.page = link.nameLength > 0 ? 0 : all[link.page];
     }
-    generations_ = {};
+    generations_ = std::vector<std::uint16_t>(); // gives its memory back before the others grow
     all.shrink_to_fit();
 }
 
