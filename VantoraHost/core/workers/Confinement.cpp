@@ -1,6 +1,7 @@
 #include "VantoraHost/core/workers/Confinement.h"
 
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
+#include "VantoraHost/core/workers/HugePages.h"
 #include "VantoraHost/core/workers/SystemCalls.h"
 
 #include <fcntl.h>
@@ -64,6 +65,7 @@ void giveUpPrivileges()
 void confine(std::uint64_t memoryLimit, const FileAccess& files)
 {
     if (memoryLimit > 0) {
+        giveRoomBackFor(memoryLimit);
         limitMemory(memoryLimit);
     }
     restrictFiles(files);

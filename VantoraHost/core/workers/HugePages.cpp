@@ -44,4 +44,11 @@ void useHugePages()
     mallopt(M_TOP_PAD, step);
 }
 
+void giveRoomBackFor(std::uint64_t memoryLimit)
+{
+    if (memoryLimit < 2 * static_cast<std::uint64_t>(room)) {
+        malloc_trim(0);
+    }
+}
+
 } // namespace vantora

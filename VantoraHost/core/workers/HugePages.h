@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 namespace vantora {
 
 /// Sets aside room for this process's heap and asks the system to back it with huge pages (Linux,
@@ -8,5 +10,9 @@ namespace vantora {
 /// used before it is needed. To be called before anything large is allocated; where the system has
 /// no huge pages, or not as much room, the heap grows as usual.
 void useHugePages();
+
+/// Gives the room back that useHugePages() set aside and nothing uses yet, where a process may have
+/// so little memory in all that it would be missed.
+void giveRoomBackFor(std::uint64_t memoryLimit);
 
 } // namespace vantora
