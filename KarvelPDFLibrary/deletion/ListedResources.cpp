@@ -9,7 +9,7 @@ namespace karvel::deletion {
 namespace {
 
 /// How many of those who list an object are asked at first whether they draw it.
-constexpr std::size_t samples = 8;
+constexpr std::size_t sampledHolders = 8;
 
 bool isLayer(QPDFObjectHandle object)
 {
@@ -107,7 +107,7 @@ bool ListedResources::needs(int holder, int object)
 
 std::vector<int> ListedResources::some(const std::vector<int>& holders)
 {
-    const std::size_t count = std::min(samples, holders.size());
+    const std::size_t count = std::min(sampledHolders, holders.size());
     std::vector<int> some;
     for (std::size_t part = 0; part < count; ++part) {
         some.push_back(holders[part * holders.size() / count]);
@@ -224,9 +224,8 @@ bool ListedResources::read(const ResourceUser& user, Drawing& drawing)
     }
     const auto never = [](const QPDFObjectHandle&) { return false; };
     std::set<std::string> names;
-    entry->second =
-        content_.collect(user.content, resources, never, names) &&
-        content_.collect(sharing_.appearancesOn(user.object), resources, never, names);
+    entry->second = content_.collect(user.content, resources, never, names) &&
+                    content_.collect(sharing_.appearancesOn(user.object), resources, never, names);
     for (const char* category : index::resourceCategories) {
         QPDFObjectHandle entries = resources.getKey(category);
         if (!entries.isDictionary()) {

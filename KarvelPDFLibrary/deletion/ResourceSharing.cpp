@@ -12,7 +12,7 @@ namespace {
 /// How many pages before and behind a removed one, and from all over the document, are asked what
 /// they use.
 constexpr int neighbours = 4;
-constexpr int samples = 8;
+constexpr int sampledPages = 8;
 
 /// The fonts that every reader has (ISO 32000-1, 9.6.2.2).
 bool isStandardFont(const std::string& name)
@@ -247,8 +247,9 @@ std::vector<ResourceUser> ResourceSharing::someUsersOf(const ResourceCategory& c
         numbers.insert(removal_.presentNumberOf(near + step));
         numbers.insert(removal_.presentNumberOf(std::max(near - step, 1)));
     }
-    for (int part = 0; part < samples; ++part) {
-        numbers.insert(1 + static_cast<int>((document.pageCount() - 1LL) * part / (samples - 1)));
+    for (int part = 0; part < sampledPages; ++part) {
+        numbers.insert(1 +
+                       static_cast<int>((document.pageCount() - 1LL) * part / (sampledPages - 1)));
     }
     std::vector<ResourceUser> users;
     for (const int number : numbers) {

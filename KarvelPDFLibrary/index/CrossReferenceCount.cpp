@@ -159,18 +159,18 @@ private:
 };
 
 /// libqpdf looks for the header and for the last "startxref" in so many bytes.
-constexpr std::size_t searched = 1054;
+constexpr std::size_t searchedAtEnds = 1054;
 
 std::optional<std::uint64_t> SectionReader::newestSection()
 {
     const auto size = static_cast<std::uint64_t>(source_.size());
-    text_.open(0, searched);
-    const std::size_t header = text_.view().substr(0, searched).find("%PDF-");
+    text_.open(0, searchedAtEnds);
+    const std::size_t header = text_.view().substr(0, searchedAtEnds).find("%PDF-");
     base_ = header == std::string_view::npos ? 0 : header;
-    if (!text_.open(size - std::min<std::uint64_t>(size, searched), searched)) {
+    if (!text_.open(size - std::min<std::uint64_t>(size, searchedAtEnds), searchedAtEnds)) {
         return std::nullopt;
     }
-    const std::string_view tail = text_.view().substr(0, searched);
+    const std::string_view tail = text_.view().substr(0, searchedAtEnds);
     const std::size_t keyword = tail.rfind("startxref");
     std::uint64_t offset = 0;
     std::size_t at = keyword + std::string_view("startxref").size();

@@ -44,11 +44,6 @@ bool isPlainSpace(char ch)
     return ch == ' ' || ch == '\n' || ch == '\r';
 }
 
-bool isDigit(char ch)
-{
-    return ch >= '0' && ch <= '9';
-}
-
 /// A number that is all of a text.
 std::uint64_t numberIn(std::string_view text)
 {

@@ -73,7 +73,7 @@ int flagOf(std::string_view name)
 }
 
 /// The most references of one object.
-constexpr std::size_t mostReferences = 0xFFFFFF;
+constexpr std::size_t mostReferencesOfOne = 0xFFFFFF;
 
 /// Whether a key, without its slash, is among those of a list, which have theirs.
 template <class Keys>
@@ -132,7 +132,7 @@ constexpr Beginnings ofKeys = [] {
 }();
 
 /// A plain number that stands alone; -1 for everything else.
-std::int32_t plainNumber(std::string_view value)
+std::int32_t loneNumber(std::string_view value)
 {
     const std::optional<std::uint64_t> number = unsignedIn(trimmed(value));
     return number && *number <= 0x7FFFFFFF ? static_cast<std::int32_t>(*number) : -1;
@@ -228,7 +228,7 @@ void ObjectNotes::afterEntry(std::string_view key, std::string_view value)
         noteAnnotations(value);
     } else if (key == "StructParents" || key == "StructParent") {
         flags_ |= HasStructure;
-        structureKey_ = plainNumber(value);
+        structureKey_ = loneNumber(value);
     } else if (key == "Title") {
         hasTitle_ = mayHoldStrings(value);
     } else if (key == "Parent") {
@@ -369,7 +369,7 @@ bool ObjectNotes::keep(IndexedObject& object, std::uint32_t number, int flags)
 {
     const std::size_t count = index_.references_.size() - referencesBefore_;
     object.firstReference = static_cast<std::uint32_t>(referencesBefore_);
-    object.referenceCount = static_cast<std::uint32_t>(count) & mostReferences;
+    object.referenceCount = static_cast<std::uint32_t>(count) & mostReferencesOfOne;
     object.flags = static_cast<std::uint16_t>(flags_ | flags);
     for (const std::uint64_t hash : destinations_) {
         index_.namedDestinations_.push_back({hash, number});
@@ -387,7 +387,7 @@ bool ObjectNotes::keep(IndexedObject& object, std::uint32_t number, int flags)
     keepPlainLink(number);
     keepPlainElement(number);
     keepKind(object, number);
-    return count <= mostReferences && index_.references_.size() <= 0xFFFFFFF0U;
+    return count <= mostReferencesOfOne && index_.references_.size() <= 0xFFFFFFF0U;
 }
 
 /// References that mean null become references to object 0, which no file has.

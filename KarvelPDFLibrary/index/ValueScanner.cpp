@@ -38,15 +38,15 @@ int hexDigit(char ch)
     return ch >= 'A' && ch <= 'F' ? ch - 'A' + 10 : -1;
 }
 
-bool isDigit(char ch)
-{
-    return ch >= '0' && ch <= '9';
-}
-
 /// Deeper nesting is left to readers that guard against it.
 constexpr std::size_t deepestNesting = 200;
 
 } // namespace
+
+bool isDigit(char ch)
+{
+    return ch >= '0' && ch <= '9';
+}
 
 bool isWhiteSpace(char ch)
 {

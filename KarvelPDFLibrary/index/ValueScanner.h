@@ -117,6 +117,7 @@ private:
     bool afterDestinationKey_ = false;
 };
 
+bool isDigit(char ch);
 bool isWhiteSpace(char ch);
 bool isDelimiter(char ch);
 

@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/metadata/Xmp.h"
 
+#include "KarvelPDFLibrary/metadata/FreeXml.h"
+
 #include <cstring>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
@@ -51,10 +53,6 @@ Result<std::string> packetBytes(Document& document)
     }
 }
 
-struct FreeXml {
-    void operator()(xmlDoc* tree) const { xmlFreeDoc(tree); }
-    void operator()(xmlChar* text) const { xmlFree(text); }
-};
 using XmlTree = std::unique_ptr<xmlDoc, FreeXml>;
 
 Result<XmlTree> parse(Document& document)

@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/metadata/XmpPreviews.h"
 
+#include "KarvelPDFLibrary/metadata/FreeXml.h"
+
 #include <algorithm>
 #include <cstring>
 #include <libxml/parser.h>
@@ -14,11 +16,6 @@ namespace {
 
 constexpr char basicSchema[] = "http://ns.adobe.com/xap/1.0/";
 constexpr char pictures[] = "http://ns.adobe.com/xap/1.0/g/img/";
-
-struct FreeXml {
-    void operator()(xmlDoc* tree) const { xmlFreeDoc(tree); }
-    void operator()(xmlBuffer* buffer) const { xmlBufferFree(buffer); }
-};
 
 bool isNamed(const xmlNode& node, const char* schema, const char* name)
 {

@@ -9,7 +9,6 @@ namespace karvel::pictures {
 namespace {
 
 constexpr int rowsBetweenQuestions = 32;
-constexpr double mostPixels = 400e6;
 
 /// The data as the one strip of a TIFF file, which is what libtiff decodes.
 TiffBytes inTiff(const std::string& data, const FaxImage& image)

@@ -12,6 +12,9 @@ namespace karvel::pictures {
 /// enough and the rest may stay as it is.
 using Enough = std::function<bool(const Raster& picture, int rows)>;
 
+/// Images of more pixels are not decoded: a small file may be made of nothing but claims.
+constexpr double mostPixels = 400e6;
+
 struct Reduction {
     int divisor = 1; // 1, 2, 4 or 8
     double dpi = 72; // of the picture that it makes

@@ -13,10 +13,7 @@ void leaveAtWarning(j_common_ptr decompressor, int level)
     }
 }
 
-constexpr JDIMENSION rowsBetweenQuestions = 64;
-
-/// Beyond this a small file may be made of nothing but claims.
-constexpr double mostPixels = 400e6;
+constexpr JDIMENSION linesBetweenQuestions = 64;
 
 /// Why a part of the decoding ended.
 enum class Read { Failed, MoreToCome, Done };
@@ -64,7 +61,7 @@ public:
         if (setjmp(errors_.escape) != 0) {
             return Read::Failed;
         }
-        const JDIMENSION last = decompressor_.output_scanline + rowsBetweenQuestions;
+        const JDIMENSION last = decompressor_.output_scanline + linesBetweenQuestions;
         while (decompressor_.output_scanline < last &&
                decompressor_.output_scanline < decompressor_.output_height) {
             JSAMPROW row = raster.row(static_cast<int>(decompressor_.output_scanline));

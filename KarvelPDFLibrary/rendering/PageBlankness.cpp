@@ -16,8 +16,8 @@ using blankness::Finding;
 using blankness::Judgement;
 
 /// Fine enough for the dot of an i in small print, and bounded for posters.
-constexpr double dpi = 100;
-constexpr int longestSide = 4000;
+constexpr double judgedDpi = 100;
+constexpr int longestJudgedSide = 4000;
 
 Judgement without(Finding picture)
 {
@@ -82,7 +82,7 @@ Result<Judgement> judgedByRendering(Document& document, viewer::View& view, int 
                                     const content::PaintedContent& painted)
 {
     const Result<pictures::Raster> picture =
-        pagePixels(document, view, page, dpi, Colors::Full, longestSide);
+        pagePixels(document, view, page, judgedDpi, Colors::Full, longestJudgedSide);
     if (!picture) {
         return tl::unexpected<Error>(picture.error());
     }

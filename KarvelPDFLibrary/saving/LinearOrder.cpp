@@ -9,8 +9,6 @@ namespace karvel::saving {
 
 namespace {
 
-using index::Kind;
-
 /// Walks for the lists of what pages share end after so many steps in all, so that a small file
 /// cannot take hours: the list costs as much as there are pages times shared objects. Pages after
 /// that get an empty list, which costs a reader a request and nothing else.
@@ -113,7 +111,7 @@ void Planner::findUnits()
 {
     for (std::uint32_t object = 1; object < graph_.size(); ++object) {
         const bool isContainer =
-            index_.contains(object) && index_.object(object).kind == Kind::ObjectStream;
+            index_.contains(object) && index_.object(object).kind == index::Kind::ObjectStream;
         unit_[object] = graph_.isThere(object) && !isContainer ? object : 0;
     }
     for (const index::ObjectStreamMembers& stream : index_.objectStreams()) {
@@ -166,7 +164,7 @@ void Planner::placeUnits()
             sharedThumbnails_.push_back(unit);
         } else if (thumbnail != Users::none && !users_.has(unit, Users::Others)) {
             thumbnails_.emplace_back(thumbnail, unit);
-        } else if (index_.contains(unit) && index_.object(unit).kind == Kind::PageNode) {
+        } else if (index_.contains(unit) && index_.object(unit).kind == index::Kind::PageNode) {
             nodes_.push_back(unit);
         } else {
             others_.push_back(unit);

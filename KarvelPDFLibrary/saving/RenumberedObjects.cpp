@@ -10,7 +10,6 @@ namespace karvel::saving {
 namespace {
 
 using index::IndexedObject;
-using index::Kind;
 
 /// Longer objects are copied from the source in place when they are written.
 constexpr std::uint64_t longestText = 256 * 1024;
@@ -63,7 +62,7 @@ bool RenumberedObjects::isToBeBuilt(std::uint32_t object) const
     if (entry == nullptr) {
         return true;
     }
-    if (!cipher_ || object == encryption_ || entry->kind == Kind::CrossReferenceStream) {
+    if (!cipher_ || object == encryption_ || entry->kind == index::Kind::CrossReferenceStream) {
         return false;
     }
     // What leaves an object stream was enciphered with it.

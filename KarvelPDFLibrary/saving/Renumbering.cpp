@@ -4,11 +4,6 @@ namespace karvel::saving {
 
 namespace {
 
-bool isDigit(char ch)
-{
-    return ch >= '0' && ch <= '9';
-}
-
 /// Copies a value's text up to each reference, which is written anew.
 class Copier final : public index::ScanSink {
 public:
@@ -54,7 +49,7 @@ private:
                 --at;
             }
             const std::size_t last = at;
-            while (at > copied_ && isDigit(text_[at - 1])) {
+            while (at > copied_ && index::isDigit(text_[at - 1])) {
                 --at;
             }
             isPlain_ = isPlain_ && at < last;

@@ -17,9 +17,10 @@ namespace {
 using index::IndexedObject;
 using index::ReferenceIndex;
 
-class Writer {
+class VerbatimCopy {
 public:
-    Writer(Document& document, const Liveness& live, io::ByteSink& sink, const SaveOptions& options)
+    VerbatimCopy(Document& document, const Liveness& live, io::ByteSink& sink,
+                 const SaveOptions& options)
         : document_(document), index_(*document.index()), objects_(document.objects()), sink_(sink),
           live_(live), entries_(live.size()), identifier_(options.deterministicIdentifier)
     {
@@ -82,7 +83,7 @@ private:
     std::vector<const index::ObjectStreamMembers*> partStreams_;
 };
 
-void Writer::planObjectStreams()
+void VerbatimCopy::planObjectStreams()
 {
     for (const index::ObjectStreamMembers& stream : index_.objectStreams()) {
         const auto stays = [this](std::uint32_t member) {
@@ -106,14 +107,14 @@ void Writer::planObjectStreams()
     std::sort(wholeStreams_.begin(), wholeStreams_.end());
 }
 
-void Writer::copyRange(std::uint64_t start, std::uint64_t end)
+void VerbatimCopy::copyRange(std::uint64_t start, std::uint64_t end)
 {
     sink_.copy(*document_.source(), static_cast<std::int64_t>(start), end - start);
     offset_ += end - start;
     identifier_.copied(start, end);
 }
 
-void Writer::copyUnchanged()
+void VerbatimCopy::copyUnchanged()
 {
     std::uint64_t start = 0;
     std::uint64_t end = 0;
@@ -144,7 +145,7 @@ void Writer::copyUnchanged()
 }
 
 /// The present value of an object that was changed or added.
-std::string Writer::changedText(std::uint32_t number, const Cipher* cipher)
+std::string VerbatimCopy::changedText(std::uint32_t number, const Cipher* cipher)
 {
     const auto object = static_cast<int>(number);
     const std::string* text = objects_.changedText(object);
@@ -152,7 +153,7 @@ std::string Writer::changedText(std::uint32_t number, const Cipher* cipher)
 }
 
 /// An object stream of the members that stay, at their present values.
-std::string Writer::objectStream(const index::ObjectStreamMembers& stream)
+std::string VerbatimCopy::objectStream(const index::ObjectStreamMembers& stream)
 {
     const index::DecodedStreams::Stream old = document_.objectStream(stream.object);
     std::string header;
@@ -183,7 +184,7 @@ std::string Writer::objectStream(const index::ObjectStreamMembers& stream)
            std::to_string(packed.size()) + " >>\nstream\n" + packed + "\nendstream";
 }
 
-void Writer::writeObjectStreams()
+void VerbatimCopy::writeObjectStreams()
 {
     for (const index::ObjectStreamMembers* stream : partStreams_) {
         const std::string text = objectStream(*stream);
@@ -192,7 +193,7 @@ void Writer::writeObjectStreams()
     }
 }
 
-void Writer::writeChanged()
+void VerbatimCopy::writeChanged()
 {
     for (std::uint32_t number = 1; number < live_.size(); ++number) {
         const bool inStream = index_.contains(number) && index_.object(number).container != 0;
@@ -207,13 +208,13 @@ void Writer::writeChanged()
     }
 }
 
-std::string Writer::trailer(std::size_t size)
+std::string VerbatimCopy::trailer(std::size_t size)
 {
     return "/Size " + std::to_string(size) + trailerEntries(document_) + " " +
            identifier_.entry(document_);
 }
 
-void Writer::writeEnd()
+void VerbatimCopy::writeEnd()
 {
     const std::uint64_t start = offset_;
     if (!index_.usesCrossReferenceStream()) {
@@ -285,7 +286,7 @@ std::string whyNotVerbatim(Document& document, const SaveOptions& options)
 void writeVerbatim(Document& document, const Liveness& live, io::ByteSink& sink,
                    const SaveOptions& options)
 {
-    Writer(document, live, sink, options).run();
+    VerbatimCopy(document, live, sink, options).run();
 }
 
 } // namespace karvel::saving

@@ -34,4 +34,9 @@ QPDFObjectHandle editCatalogDictionary(Document& document, const std::string& ke
     return dictionary;
 }
 
+std::vector<QPDFObjectHandle> itemsOf(QPDFObjectHandle array)
+{
+    return array.isArray() ? array.getArrayAsVector() : std::vector<QPDFObjectHandle>();
+}
+
 } // namespace karvel::transfer

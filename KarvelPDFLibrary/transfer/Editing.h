@@ -3,6 +3,7 @@
 #include "KarvelPDFLibrary/document/Document.h"
 
 #include <string>
+#include <vector>
 
 namespace karvel::transfer {
 
@@ -16,5 +17,8 @@ QPDFObjectHandle editArray(Document& document, QPDFObjectHandle holder, const st
 
 /// A dictionary of the catalog with a number of its own, for changing; made when there is none.
 QPDFObjectHandle editCatalogDictionary(Document& document, const std::string& key);
+
+/// What is in an array; nothing when it is none.
+std::vector<QPDFObjectHandle> itemsOf(QPDFObjectHandle array);
 
 } // namespace karvel::transfer

@@ -13,11 +13,6 @@ QPDFObjectHandle formOf(Document& document)
     return form.isDictionary() ? form : QPDFObjectHandle::newDictionary();
 }
 
-std::vector<QPDFObjectHandle> itemsOf(QPDFObjectHandle array)
-{
-    return array.isArray() ? array.getArrayAsVector() : std::vector<QPDFObjectHandle>();
-}
-
 /// What makes a kid a field and not only a widget of the field above.
 bool isField(QPDFObjectHandle& kid)
 {

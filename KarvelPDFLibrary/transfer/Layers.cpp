@@ -21,11 +21,6 @@ QPDFObjectHandle defaultsOf(Document& document)
     return defaults.isDictionary() ? defaults : QPDFObjectHandle::newDictionary();
 }
 
-std::vector<QPDFObjectHandle> itemsOf(QPDFObjectHandle array)
-{
-    return array.isArray() ? array.getArrayAsVector() : std::vector<QPDFObjectHandle>();
-}
-
 bool lists(QPDFObjectHandle array, const QPDFObjectHandle& object)
 {
     const std::vector<QPDFObjectHandle> items = itemsOf(array);

@@ -38,14 +38,6 @@ std::size_t slotOf(std::uint64_t hash)
     return static_cast<std::size_t>((hash ^ (hash >> 32)) & ((1U << 20) - 1));
 }
 
-int hexOf(char c)
-{
-    return c >= '0' && c <= '9'   ? c - '0'
-           : c >= 'a' && c <= 'f' ? c - 'a' + 10
-           : c >= 'A' && c <= 'F' ? c - 'A' + 10
-                                  : -1;
-}
-
 // A string in parentheses (ISO 32000-2, 7.3.4.2) that begins at `at`; where it ends.
 std::size_t addLiteral(std::string_view content, std::size_t at, std::string& all)
 {
@@ -134,6 +126,14 @@ void Patterns::findIn(std::string_view bytes, const std::function<void(std::size
         }
         hash = (hash - valueOf(bytes[at]) * last) * base + valueOf(bytes[at + shortest]);
     }
+}
+
+int hexOf(char c)
+{
+    return c >= '0' && c <= '9'   ? c - '0'
+           : c >= 'a' && c <= 'f' ? c - 'a' + 10
+           : c >= 'A' && c <= 'F' ? c - 'A' + 10
+                                  : -1;
 }
 
 std::string squeezed(std::string_view text)

@@ -31,6 +31,9 @@ private:
     std::vector<bool> maybe_ = std::vector<bool>(std::size_t{1} << 20);
 };
 
+/// What a hexadecimal digit is worth; -1 when it is none.
+int hexOf(char c);
+
 /// A text without white space and zero bytes, so that neither lines nor UTF-16 tell texts apart.
 std::string squeezed(std::string_view text);
 

@@ -1,5 +1,7 @@
 #include "VantoraHost/verification/Walk.h"
 
+#include "VantoraHost/verification/Patterns.h"
+
 #include <algorithm>
 #include <map>
 
@@ -14,14 +16,6 @@ bool endsName(char c)
 {
     return c <= ' ' || c == '/' || c == '(' || c == ')' || c == '<' || c == '>' || c == '[' ||
            c == ']' || c == '{' || c == '}' || c == '%';
-}
-
-int hexOf(char c)
-{
-    return c >= '0' && c <= '9'   ? c - '0'
-           : c >= 'a' && c <= 'f' ? c - 'a' + 10
-           : c >= 'A' && c <= 'F' ? c - 'A' + 10
-                                  : -1;
 }
 
 // The names in some content, and what in its strings and images looks like one.

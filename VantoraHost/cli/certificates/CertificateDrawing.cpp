@@ -94,11 +94,11 @@ QString labelsText(const std::vector<verification::LabelledPages>& runs)
 }
 
 /// Fills a document with headings and tables.
-class Sheet {
+class CertificateSheet {
 public:
     using Row = std::pair<QString, QString>;
 
-    explicit Sheet(QTextDocument& document) : cursor_(&document)
+    explicit CertificateSheet(QTextDocument& document) : cursor_(&document)
     {
         QTextOption option;
         option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -180,7 +180,7 @@ private:
     bool begun_ = false;
 };
 
-void addAmounts(Sheet& sheet, const VerifiedOutput& verified)
+void addAmounts(CertificateSheet& sheet, const VerifiedOutput& verified)
 {
     const std::pair<const char*, const verification::Amount&> kinds[] = {
         {"Outline entries", verified.amounts.outlineEntries},
@@ -198,7 +198,8 @@ void addAmounts(Sheet& sheet, const VerifiedOutput& verified)
     sheet.addCells(rows, {40, 20, 20, 20});
 }
 
-void addSentences(Sheet& sheet, const char* heading, const std::vector<std::string>& sentences)
+void addSentences(CertificateSheet& sheet, const char* heading,
+                  const std::vector<std::string>& sentences)
 {
     if (sentences.empty()) {
         return;
@@ -225,7 +226,7 @@ void fill(QTextDocument& document, const CertifiedRemoval& removal)
 {
     const DocumentReport& report = removal.report;
     const std::size_t gone = report.pagesRemoved ? report.pagesRemoved->size() : 0;
-    Sheet sheet(document);
+    CertificateSheet sheet(document);
     sheet.addTitle(QStringLiteral("Certificate of a removal of pages"));
     sheet.addParagraph(
         QStringLiteral("Vantora " VANTORA_VERSION

@@ -29,9 +29,9 @@ constexpr std::size_t mostBytes = std::size_t{64} << 10;
 constexpr std::size_t mostDots = 1000;
 
 /// Reads what stands in the file, whose path it knows for its errors.
-class Reading {
+class FileReading {
 public:
-    explicit Reading(std::string path) { configuration_.path = std::move(path); }
+    explicit FileReading(std::string path) { configuration_.path = std::move(path); }
 
     Result<Configuration> of(const toml::table& file)
     {
@@ -98,7 +98,7 @@ bool isZero(const std::string& amount)
     return !digits.empty() && digits.find_first_not_of('0') == std::string::npos;
 }
 
-tl::unexpected<Error> Reading::wrongType(const ConfiguredOption& option) const
+tl::unexpected<Error> FileReading::wrongType(const ConfiguredOption& option) const
 {
     const auto takes = [&] {
         switch (option.option->kind) {
@@ -119,7 +119,7 @@ tl::unexpected<Error> Reading::wrongType(const ConfiguredOption& option) const
                                   ", such as " + option.option->sample);
 }
 
-Outcome Reading::takeText(const toml::node& node, ConfiguredOption& into) const
+Outcome FileReading::takeText(const toml::node& node, ConfiguredOption& into) const
 {
     const bool isAmount = into.option->kind == ValueKind::Amount;
     std::string text;
@@ -144,7 +144,7 @@ Outcome Reading::takeText(const toml::node& node, ConfiguredOption& into) const
     return {};
 }
 
-Outcome Reading::takeTexts(const toml::node& node, ConfiguredOption& into) const
+Outcome FileReading::takeTexts(const toml::node& node, ConfiguredOption& into) const
 {
     const auto* list = node.as_array();
     if (!list || !isOf(into, ValueKind::Texts, ValueKind::Paths)) {
@@ -158,8 +158,8 @@ Outcome Reading::takeTexts(const toml::node& node, ConfiguredOption& into) const
     return {};
 }
 
-Result<ConfiguredOption> Reading::optionOf(const toml::key& key, const toml::node& node,
-                                           Place place) const
+Result<ConfiguredOption> FileReading::optionOf(const toml::key& key, const toml::node& node,
+                                               Place place) const
 {
     const std::string name(key.str());
     ConfiguredOption found;
@@ -194,8 +194,8 @@ Result<ConfiguredOption> Reading::optionOf(const toml::key& key, const toml::nod
     return found;
 }
 
-Result<std::vector<ConfiguredOption>> Reading::optionsOf(const toml::table& table,
-                                                         Place place) const
+Result<std::vector<ConfiguredOption>> FileReading::optionsOf(const toml::table& table,
+                                                             Place place) const
 {
     // The table is sorted by name, and steps follow each other as they stand.
     std::vector<std::pair<const toml::key*, const toml::node*>> entries;
@@ -218,7 +218,7 @@ Result<std::vector<ConfiguredOption>> Reading::optionsOf(const toml::table& tabl
     return options;
 }
 
-Outcome Reading::takeProfile(const toml::key& name, const toml::node& node)
+Outcome FileReading::takeProfile(const toml::key& name, const toml::node& node)
 {
     const toml::table* table = node.as_table();
     if (!table || name.str().empty()) {
@@ -245,7 +245,7 @@ Outcome Reading::takeProfile(const toml::key& name, const toml::node& node)
     return {};
 }
 
-Outcome Reading::takeProfiles(const toml::node& profiles)
+Outcome FileReading::takeProfiles(const toml::node& profiles)
 {
     const toml::table* table = profiles.as_table();
     if (!table) {
@@ -357,7 +357,7 @@ Result<Configuration> readConfiguration(const std::string& path)
         return text.error().reason == Reason::InputMissing ? Result<Configuration>(none)
                                                            : tl::unexpected<Error>(text.error());
     }
-    Reading reading(path);
+    FileReading reading(path);
     if (const auto line = lineOfTooManyParts(*text)) {
         return reading.wrong(*line, "keys have more parts than any configuration needs: " +
                                         std::to_string(mostDots) + " dots stand before this one");

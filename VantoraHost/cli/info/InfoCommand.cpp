@@ -39,9 +39,9 @@ std::string sizeLine(const PageSize& size, const Language& language)
 }
 
 /// Writes "label   value" lines.
-class Sheet {
+class InfoLines {
 public:
-    Sheet(std::ostream& out, const Language& language) : out_(out), language_(language) {}
+    InfoLines(std::ostream& out, const Language& language) : out_(out), language_(language) {}
 
     /// Nothing of it is translated here.
     void line(const std::string& label, const std::string& value)
@@ -111,7 +111,7 @@ std::string signatureLine(const SignatureInfo& signature, const Language& langua
                                    : language.text("does not cover the whole file"));
 }
 
-void printPageSizes(const DocumentInfo& info, Sheet& sheet, const Language& language)
+void printPageSizes(const DocumentInfo& info, InfoLines& sheet, const Language& language)
 {
     const std::string label = language.text("page size");
     if (info.pageSizes.empty()) {
@@ -131,7 +131,7 @@ void printText(const DocumentInfo& info, const Streams& streams)
 {
     const Language& language = streams.language;
     streams.out << shown(info.input) << '\n';
-    Sheet sheet(streams.out, language);
+    InfoLines sheet(streams.out, language);
     sheet.line(language.text("title"), !info.title           ? language.text("unknown")
                                        : info.title->empty() ? language.text("none")
                                                              : shown(*info.title));

@@ -28,14 +28,14 @@ constexpr int longestName = 255;
 
 constexpr char listSuffix[] = ".xqq";
 
-std::string bytesOf(const QString& path)
+std::string pathBytes(const QString& path)
 {
     return QFile::encodeName(QDir::cleanPath(path)).toStdString();
 }
 
 tl::unexpected<Error> unusable(const QString& path, const std::string& sentence)
 {
-    return fail(Reason::SavedStepsUnusable, bytesOf(path), sentence);
+    return fail(Reason::SavedStepsUnusable, pathBytes(path), sentence);
 }
 
 Result<SettingsFile> readFile(const QString& path)
@@ -44,7 +44,7 @@ Result<SettingsFile> readFile(const QString& path)
     if (!settings) {
         const Reason reason =
             QFileInfo::exists(path) ? Reason::InputUnreadable : Reason::InputMissing;
-        return fail(reason, bytesOf(path), asClause(settings.error()));
+        return fail(reason, pathBytes(path), asClause(settings.error()));
     }
     return std::move(*settings);
 }
@@ -70,7 +70,7 @@ std::optional<PreferencesMap> optionsAt(const SettingsFile& settings, const QStr
 
 StepRequest stepOf(const QString& action, const PreferencesMap& options, const QString& path)
 {
-    return {action.toStdString(), {}, options, bytesOf(path)};
+    return {action.toStdString(), {}, options, pathBytes(path)};
 }
 
 // The numbers of a list's steps. Steps may be missing between them, and half a step is a step.
@@ -130,13 +130,13 @@ Result<SavedEntry> actionListIn(const QString& path)
     // its path.
     QString name = nameAt(*settings, "SequenceName");
     for (const QString& next : {QFileInfo(path).completeBaseName(), QDir::cleanPath(path)}) {
-        if (name.isEmpty() || bytesOf(ActionListPath(name)) != bytesOf(path)) {
+        if (name.isEmpty() || pathBytes(ActionListPath(name)) != pathBytes(path)) {
             name = next;
         }
     }
     return SavedEntry{QFile::encodeName(name).toStdString(),
                       nameAt(*settings, "SequenceCategory").toStdString(),
-                      bytesOf(path),
+                      pathBytes(path),
                       std::move(*steps),
                       {numbers.begin(), numbers.end()}};
 }
@@ -169,13 +169,13 @@ Result<SavedEntry> favouriteIn(const QString& path)
         return tl::unexpected<Error>(std::move(step.error()));
     }
     const QString name = QFileInfo(path).completeBaseName();
-    return SavedEntry{QFile::encodeName(name).toStdString(), {}, bytesOf(path), {*step}, {}};
+    return SavedEntry{QFile::encodeName(name).toStdString(), {}, pathBytes(path), {*step}, {}};
 }
 
 Result<SavedEntry> toolSettingsIn(const QString& path)
 {
     return stepIn(path, "ToolSettings", "a tool-settings file").map([&path](StepRequest step) {
-        return SavedEntry{bytesOf(path), {}, bytesOf(path), {std::move(step)}, {}};
+        return SavedEntry{pathBytes(path), {}, pathBytes(path), {std::move(step)}, {}};
     });
 }
 
@@ -227,9 +227,9 @@ Result<std::string> savedFile(const SavedIn& saved)
 {
     switch (saved.kind) {
     case SavedKind::ActionList:
-        return actionListPath(saved.name).map(bytesOf);
+        return actionListPath(saved.name).map(pathBytes);
     case SavedKind::Favourite:
-        return favouritePath(saved.name).map(bytesOf);
+        return favouritePath(saved.name).map(pathBytes);
     case SavedKind::ToolSettings:
         break;
     }

@@ -24,7 +24,8 @@ constexpr char jpegStart[] = "\xff\xd8\xff";
 
 bool isPicture(const std::string& bytes)
 {
-    return bytes.size() <= largestPicture && bytes.compare(0, sizeof jpegStart - 1, jpegStart) == 0;
+    return bytes.size() <= largestSurveyPicture &&
+           bytes.compare(0, sizeof jpegStart - 1, jpegStart) == 0;
 }
 
 void takePictures(KarvelPDFLibraryCPDylibCPP1311& library, PageSurvey& survey, std::size_t most)

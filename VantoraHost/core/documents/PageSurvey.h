@@ -29,7 +29,7 @@ struct PageSurvey {
 
 /// A survey has no more pictures than this, and takes none for one that is larger.
 inline constexpr std::size_t mostPictures = 1000;
-inline constexpr std::size_t largestPicture = 128 * 1024; ///< in bytes
+inline constexpr std::size_t largestSurveyPicture = 128 * 1024; ///< in bytes
 
 /// What to survey of a document that is opened with one of the passwords, or with none.
 struct SurveyRequest {

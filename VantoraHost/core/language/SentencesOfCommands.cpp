@@ -9,7 +9,7 @@ namespace vantora {
 namespace {
 
 // The commands and their arguments, with what the parser of command lines says.
-constexpr const char* templates[] = {
+constexpr const char* templatesOfCommands[] = {
     QT_TRANSLATE_NOOP("Sentences", "check the name"),
     QT_TRANSLATE_NOOP("Sentences",
                       "name a PDF file, a folder with --recursive, or - for standard input"),
@@ -262,7 +262,7 @@ constexpr const char* templates[] = {
 
 SentenceTemplates sentencesOfCommands()
 {
-    return {std::begin(templates), std::end(templates)};
+    return {std::begin(templatesOfCommands), std::end(templatesOfCommands)};
 }
 
 } // namespace vantora

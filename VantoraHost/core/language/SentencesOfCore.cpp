@@ -9,7 +9,7 @@ namespace vantora {
 namespace {
 
 // The host's core, actions and what the system says.
-constexpr const char* templates[] = {
+constexpr const char* templatesOfCore[] = {
     QT_TRANSLATE_NOOP("Sentences", "there is no such file"),
     QT_TRANSLATE_NOOP("Sentences", "is a folder, not a file"),
     QT_TRANSLATE_NOOP("Sentences", "is a device or pipe, not a file"),
@@ -380,7 +380,7 @@ constexpr const char* templates[] = {
 
 SentenceTemplates sentencesOfCore()
 {
-    return {std::begin(templates), std::end(templates)};
+    return {std::begin(templatesOfCore), std::end(templatesOfCore)};
 }
 
 } // namespace vantora

@@ -9,7 +9,7 @@ namespace vantora {
 namespace {
 
 // The PDF library, and what verifies its work.
-constexpr const char* templates[] = {
+constexpr const char* templatesOfLibrary[] = {
     QT_TRANSLATE_NOOP("Sentences", "repaired: %1 (and %2 more, see --json)"),
     QT_TRANSLATE_NOOP("Sentences", "repaired: %1"),
     QT_TRANSLATE_NOOP("Sentences", "lost of page %1: %2"),
@@ -182,7 +182,7 @@ constexpr const char* templates[] = {
 
 SentenceTemplates sentencesOfLibrary()
 {
-    return {std::begin(templates), std::end(templates)};
+    return {std::begin(templatesOfLibrary), std::end(templatesOfLibrary)};
 }
 
 } // namespace vantora

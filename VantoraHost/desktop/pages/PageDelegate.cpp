@@ -12,14 +12,14 @@ namespace vantora::desktop {
 
 namespace {
 
-constexpr int margin = 8; // around a picture
+constexpr int cellMargin = 8; // around a picture
 
 } // namespace
 
 QSize PageDelegate::leastCell(const QFontMetrics& font) const
 {
     const int lines = headings_ ? 2 : 1;
-    return {side_ + 2 * margin, side_ + 2 * margin + lines * (font.height() + margin)};
+    return {side_ + 2 * cellMargin, side_ + 2 * cellMargin + lines * (font.height() + cellMargin)};
 }
 
 QSize PageDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const
@@ -29,9 +29,9 @@ QSize PageDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) co
 
 QRect PageDelegate::pictureArea(const QStyleOptionViewItem& option) const
 {
-    const int heading = headings_ ? option.fontMetrics.height() + margin : 0;
+    const int heading = headings_ ? option.fontMetrics.height() + cellMargin : 0;
     return {option.rect.left() + (option.rect.width() - side_) / 2,
-            option.rect.top() + margin + heading, side_, side_};
+            option.rect.top() + cellMargin + heading, side_, side_};
 }
 
 void PageDelegate::paint(QPainter* painter, const QStyleOptionViewItem& given,
@@ -85,8 +85,8 @@ void PageDelegate::drawTexts(QPainter& painter, const QStyleOptionViewItem& opti
     const QString number = index.data(Qt::DisplayRole).toString();
     const QString text =
         label.isEmpty() ? number : tr("%1 · %2", "page number and label").arg(number, label);
-    const QRect below(cell.left(), pictureArea(option).bottom() + margin / 2, cell.width(),
-                      option.fontMetrics.height() + margin);
+    const QRect below(cell.left(), pictureArea(option).bottom() + cellMargin / 2, cell.width(),
+                      option.fontMetrics.height() + cellMargin);
     painter.setFont(option.font);
     painter.setPen(index.data(PageGridModel::GoesRole).toBool() ? goingColour(option.palette)
                    : index.data(PageGridModel::NeighbourRole).toBool()

@@ -89,7 +89,7 @@ std::optional<KeptDocument> documentOf(const QJsonObject& json)
     return document;
 }
 
-std::optional<KeptStep> stepOf(const QJsonObject& json)
+std::optional<KeptStep> keptStepOf(const QJsonObject& json)
 {
     auto options = storedOptions(json["options"].toString());
     if (!options || !json["on"].isBool()) {
@@ -167,7 +167,7 @@ Result<KeptWork> keptWorkOf(const std::string& text, const std::string& file)
     KeptWork work;
     const auto settings = settingsOf(json->value("settings").toObject());
     if (!settings || !takeAll(json->value("documents"), documentOf, work.documents) ||
-        !takeAll(json->value("steps"), stepOf, work.steps) || work.steps.size() > mostSteps) {
+        !takeAll(json->value("steps"), keptStepOf, work.steps) || work.steps.size() > mostSteps) {
         return refused();
     }
     work.settings = *settings;
