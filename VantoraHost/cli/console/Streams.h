@@ -18,7 +18,7 @@ struct Streams {
     /// Whether the person has asked to stop.
     std::function<bool()> interrupted = [] { return false; };
     /// In which people are spoken to; what other programs read is English whatever it is.
-    Language language;
+    Language language = {};
 };
 
 /// The program's exit statuses.

@@ -153,11 +153,11 @@ void filterSystemCalls()
     addThreads(filter);
     // abort() sends a signal to this process, which is all that signals are needed for.
     filter.add(SCMP_ACT_ALLOW, SCMP_SYS(tgkill),
-               SCMP_A0(SCMP_CMP_EQ, static_cast<scmp_datum_t>(getpid())));
+               SCMP_A0(SCMP_CMP_EQ, static_cast<scmp_datum_t>(getpid()), 0));
     // Asking for this process's limits, and setting the times of open files.
-    filter.add(SCMP_ACT_ALLOW, SCMP_SYS(prlimit64), SCMP_A0(SCMP_CMP_EQ, 0),
-               SCMP_A2(SCMP_CMP_EQ, 0));
-    filter.add(SCMP_ACT_ALLOW, SCMP_SYS(utimensat), SCMP_A1(SCMP_CMP_EQ, 0));
+    filter.add(SCMP_ACT_ALLOW, SCMP_SYS(prlimit64), SCMP_A0(SCMP_CMP_EQ, 0, 0),
+               SCMP_A2(SCMP_CMP_EQ, 0, 0));
+    filter.add(SCMP_ACT_ALLOW, SCMP_SYS(utimensat), SCMP_A1(SCMP_CMP_EQ, 0, 0));
     // Who the user is may be asked of a service, and without it of a file.
     filter.add(SCMP_ACT_ERRNO(EPERM), SCMP_SYS(socket));
     filter.load();

@@ -76,8 +76,8 @@ const char* const texts[] = {
     "[open\na=1\n[]\nb=2\n[ spaces ]\nc=3",
     "[General]\na=\xe4\xff",
     "\xef\xbb\xbf[General]\na=1",
-    "\xef\xbb\xbf[General]\na=\xc3\xa9, \xd0\x96 \\x416\xd0\x96 \xff\n\xc3\xa9=2\n[\xd0\x96]\n"
-    "b=\"\xef\xbb\xbfq,\xc3\xa9\" \n",
+    ("\xef\xbb\xbf[General]\na=\xc3\xa9, \xd0\x96 \\x416\xd0\x96 \xff\n\xc3\xa9=2\n[\xd0\x96]\n"
+     "b=\"\xef\xbb\xbfq,\xc3\xa9\" \n"),
     "[General]\na=\xc3\xa9",
     "a\"=\"=1\nb\"=2",
     "a=\"open quote\nb=2",
