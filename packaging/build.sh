@@ -22,7 +22,8 @@ if [ ! -e "$build/build.ninja" ]; then
     fi
 fi
 # Says so only when there is something to build; looking for new files is step 0.
-{ ninja -C "$build" "$@" 2>&1 || touch "$build/.failed"; } |
+# Clang takes some 15 % less time with its heap in huge pages.
+{ GLIBC_TUNABLES=glibc.malloc.hugetlb=1 ninja -C "$build" "$@" 2>&1 || touch "$build/.failed"; } |
     awk -v log_file="$log" -v preset="$preset" '
         { print >log_file }
         /^\[[1-9]/ && !said { print "building (" preset "), the log is in build/" preset "/build.log ..."; said = 1; fflush() }'
