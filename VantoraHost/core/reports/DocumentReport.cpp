@@ -151,12 +151,12 @@ enum class Members {
 };
 
 /// Adds members, in the order in which they come.
-class ReportWriter {
+class ReportJson {
 public:
-    explicit ReportWriter(Members members) : members_(members) {}
+    explicit ReportJson(Members members) : members_(members) {}
 
     template <class T>
-    ReportWriter& add(const char* key, const T& value)
+    ReportJson& add(const char* key, const T& value)
     {
         if (members_ == Members::All || !isWhatMissingMeans(value)) {
             json_.add(key, value);
@@ -165,7 +165,7 @@ public:
     }
 
     /// A time that another member says in nanoseconds already.
-    ReportWriter& addReadable(const char* key, const std::string& nanoseconds)
+    ReportJson& addReadable(const char* key, const std::string& nanoseconds)
     {
         if (members_ == Members::All) {
             json_.add(key, textOrNone(isoTime(nanoseconds)));
@@ -194,7 +194,7 @@ private:
 
 JsonObject objectOf(const DocumentReport& report, Members members = Members::All)
 {
-    ReportWriter json(members);
+    ReportJson json(members);
     json.object().add("schema", reportSchema).add("input", report.input);
     json.add("output", textOrNone(report.output))
         .add("output_existed", report.outputExisted)
