@@ -3,6 +3,7 @@
 #include <QtCore/QSet>
 
 #include <algorithm>
+#include <iterator>
 
 namespace vantora::desktop {
 
@@ -88,8 +89,18 @@ void PageGridModel::review(std::vector<ShownDocument> documents)
     beginResetModel();
     isReview_ = true;
     reviewed_ = std::move(documents);
-    listReview();
+    for (Known& known : known_) {
+        known.reviewedPages = std::nullopt;
+    }
+    rows_ = rowsOfReview();
     endResetModel();
+    emit outdated();
+}
+
+void PageGridModel::setReviewed(std::vector<ShownDocument> documents)
+{
+    reviewed_ = std::move(documents);
+    exchangeRows(rowsOfReview());
     emit outdated();
 }
 
@@ -117,28 +128,72 @@ void PageGridModel::keepOnly(const std::vector<ShownDocument>& documents)
     }
 }
 
-void PageGridModel::listReview()
+// A document that has rows keeps them while it is the same.
+std::vector<PageGridModel::Row> PageGridModel::rowsOfReview()
 {
-    rows_.clear();
+    QHash<DocumentId, std::size_t> kept; // where a document's rows begin
+    for (std::size_t row = rows_.size(); row-- > 0;) {
+        kept[rows_[row].document] = row;
+    }
+    std::vector<Row> rows;
     for (const ShownDocument& document : reviewed_) {
-        const int pages = openedFor(document).pages;
-        const PageSet goes = marks_.of(document.id).pages.upTo(pages);
-        int listed = 0; // the last page that has its row
-        const auto list = [&](int page, bool isNeighbour) {
-            rows_.push_back({document.id, page, isNeighbour, listed == 0});
-            listed = page;
-        };
-        for (const PageRun& run : goes.runs()) {
-            if (run.first > 1 && run.first - 1 > listed) {
-                list(run.first - 1, true);
-            }
-            for (int page = run.first; page <= run.last; ++page) {
-                list(page, false);
-            }
-            if (run.last < pages && !goes.contains(run.last + 1)) {
-                list(run.last + 1, true);
-            }
+        Known& known = openedFor(document);
+        if (known.reviewedPages != known.pages) {
+            appendReviewed(document, known.pages, rows);
+            known.reviewedPages = known.pages;
+            continue;
         }
+        for (std::size_t row = kept.value(document.id, rows_.size());
+             row < rows_.size() && rows_[row].document == document.id; ++row) {
+            rows.push_back(rows_[row]);
+        }
+    }
+    return rows;
+}
+
+// The pages that go, with what stands before and behind them.
+void PageGridModel::appendReviewed(const ShownDocument& document, int pages,
+                                   std::vector<Row>& rows) const
+{
+    const PageSet goes = marks_.of(document.id).pages.upTo(pages);
+    int listed = 0; // the last page that has its row
+    const auto list = [&](int page, bool isNeighbour) {
+        rows.push_back({document.id, page, isNeighbour, listed == 0});
+        listed = page;
+    };
+    for (const PageRun& run : goes.runs()) {
+        if (run.first > 1 && run.first - 1 > listed) {
+            list(run.first - 1, true);
+        }
+        for (int page = run.first; page <= run.last; ++page) {
+            list(page, false);
+        }
+        if (run.last < pages && !goes.contains(run.last + 1)) {
+            list(run.last + 1, true);
+        }
+    }
+}
+
+// What stands before and behind all that differs stays: what is chosen there, and a click that has
+// begun there.
+void PageGridModel::exchangeRows(const std::vector<Row>& rows)
+{
+    const auto before = std::mismatch(rows_.begin(), rows_.end(), rows.begin(), rows.end());
+    const auto behind = std::mismatch(
+        std::make_reverse_iterator(rows_.end()), std::make_reverse_iterator(before.first),
+        std::make_reverse_iterator(rows.end()), std::make_reverse_iterator(before.second));
+    const int first = static_cast<int>(before.first - rows_.begin());
+    const int gone = static_cast<int>(behind.first.base() - before.first);
+    const int come = static_cast<int>(behind.second.base() - before.second);
+    if (gone > 0) {
+        beginRemoveRows({}, first, first + gone - 1);
+        rows_.erase(rows_.begin() + first, rows_.begin() + first + gone);
+        endRemoveRows();
+    }
+    if (come > 0) {
+        beginInsertRows({}, first, first + come - 1);
+        rows_.insert(rows_.begin() + first, rows.begin() + first, rows.begin() + first + come);
+        endInsertRows();
     }
 }
 
@@ -279,9 +334,13 @@ void PageGridModel::takePages(DocumentId document, int pages)
         return;
     }
     known->pages = pages;
-    beginResetModel();
-    isReview_ ? listReview() : listPages();
-    endResetModel();
+    if (isReview_) {
+        exchangeRows(rowsOfReview());
+    } else {
+        beginResetModel();
+        listPages();
+        endResetModel();
+    }
     emit outdated();
 }
 

@@ -15,8 +15,8 @@
 namespace vantora::desktop {
 
 /// Pages in a row: those of one document, or in a review those of many documents that go, with
-/// their neighbours. Which pages a review has stays as it is until it is begun anew, so that a page
-/// that is rescued stays in its place.
+/// their neighbours. Which pages of a document a review has stays as it is until the review is
+/// begun anew or the document is another, so that a page that is rescued stays in its place.
 class PageGridModel : public QAbstractListModel {
     Q_OBJECT
 
@@ -43,8 +43,11 @@ public:
     /// Shows a document's pages; none for no pages at all.
     void showDocument(const std::optional<ShownDocument>& document);
 
-    /// Shows all pages of these documents that go.
+    /// Begins a review: shows all pages of these documents that go.
     void review(std::vector<ShownDocument> documents);
+
+    /// Goes on with a review, of these documents now.
+    void setReviewed(std::vector<ShownDocument> documents);
 
     bool isReview() const { return isReview_; }
 
@@ -91,12 +94,19 @@ private:
         int page;
         bool isNeighbour;
         bool beginsDocument;
+
+        bool operator==(const Row& other) const
+        {
+            return document == other.document && page == other.page &&
+                   isNeighbour == other.isNeighbour && beginsDocument == other.beginsDocument;
+        }
     };
     /// What is known of a document.
     struct Known {
         ShownDocument document;
         int pages = 0;
-        std::vector<ShownPage> facts; ///< of the first pages
+        std::optional<int> reviewedPages; ///< as many as it had when its rows of a review were made
+        std::vector<ShownPage> facts;     ///< of the first pages
         QString failure;
         QHash<int, QString> reasons; ///< of pages
     };
@@ -105,7 +115,9 @@ private:
     const Known* knownOf(DocumentId document) const; ///< null for one that was never shown
     QString nameOf(DocumentId document) const;
     void listPages();
-    void listReview();
+    std::vector<Row> rowsOfReview();
+    void appendReviewed(const ShownDocument& document, int pages, std::vector<Row>& rows) const;
+    void exchangeRows(const std::vector<Row>& rows);
     void takePages(DocumentId document, int pages);
     void takeFacts(DocumentId document, int first, const std::vector<ShownPage>& pages);
     void takePicture(DocumentId document, int page, int side, const QImage& picture);

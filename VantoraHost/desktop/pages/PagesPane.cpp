@@ -95,7 +95,14 @@ void PagesPane::Parts::connectForm()
     connect(form.onlyHere, &QCheckBox::clicked, this, &Parts::setOnlyHere);
     connect(form.jumpEdit, &QLineEdit::returnPressed, this, &Parts::jump);
     connect(form.zoomSlider, &QSlider::valueChanged, grid, &PageGridView::setZoom);
-    connect(&marks, &Marks::changedForAll, this, &Parts::refreshMarks);
+    connect(&marks, &Marks::changedForAll, this, [this] {
+        if (model.isReview()) {
+            showsStart_ = true;
+            model.review(reviewed); // other pages go than when it was begun
+        } else {
+            refreshMarks();
+        }
+    });
     connect(&marks, &Marks::changedFor, this, [this](DocumentId id) {
         if (model.isReview()) {
             summing_.start(); // thousands may change together, and it goes by all of them
@@ -125,6 +132,8 @@ void PagesPane::Parts::connectForm()
 void PagesPane::Parts::connectGrid()
 {
     connect(&model, &QAbstractItemModel::modelReset, this, &Parts::refresh);
+    connect(&model, &QAbstractItemModel::rowsInserted, this, &Parts::refresh);
+    connect(&model, &QAbstractItemModel::rowsRemoved, this, &Parts::refresh);
     connect(&model, &PageGridModel::pagesKnown, &pane, &PagesPane::pagesKnown);
     connect(&model, &PageGridModel::cannotBeShown, this,
             [this](DocumentId id, const QString& reason) {
@@ -364,7 +373,7 @@ void PagesPane::setReviewed(std::vector<ShownDocument> documents)
     const bool isSame = parts_->reviewed == documents;
     parts_->reviewed = std::move(documents);
     if (isReview() && !isSame) {
-        parts_->model.review(parts_->reviewed);
+        parts_->model.setReviewed(parts_->reviewed);
     }
     if (!isSame) {
         parts_->model.keepOnly(parts_->reviewed);

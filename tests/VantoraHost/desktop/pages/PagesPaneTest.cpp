@@ -255,6 +255,46 @@ TEST_F(PagesPaneTest, ReviewsWhatGoesFromAllDocumentsAndRescuesByAClick)
     EXPECT_FALSE(pane.isReview()) << "a document that is chosen is shown";
 }
 
+TEST_F(PagesPaneTest, KeepsWhatIsRescuedAndChosenWhileAReviewGrows)
+{
+    const ShownDocument first = documentOf(1, 4);
+    const ShownDocument second = documentOf(2, 3);
+    const ShownDocument third = documentOf(3, 2);
+    marks.put(std::nullopt, Marks::ofText("2", {}));
+    pane.setReviewed({first});
+    pane.setReview(true);
+    waitUntil([&] { return rows() == "document1.pdf: (1) 2x (3) "; });
+    click(1);
+    const std::string rescued = "document1.pdf: (1) 2 (3) ";
+    EXPECT_EQ(rows(), rescued);
+
+    const QPoint place = middleOf(1);
+    QTest::mousePress(grid.viewport(), Qt::LeftButton, {}, place);
+    pane.setReviewed({first, third});
+    waitUntil([&] { return rows() == rescued + "document3.pdf: (1) 2x "; });
+    QTest::mouseRelease(grid.viewport(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(rows(), "document1.pdf: (1) 2x (3) document3.pdf: (1) 2x ") << "a click isn't lost";
+    click(1);
+
+    pane.setReviewed({first, second, third});
+    waitUntil(
+        [&] { return rows() == rescued + "document2.pdf: (1) 2x (3) document3.pdf: (1) 2x "; });
+    EXPECT_EQ(grid.currentIndex().row(), 1);
+    EXPECT_EQ(grid.selectionModel()->selectedIndexes().size(), 1);
+    pane.setReviewed({second});
+    EXPECT_EQ(rows(), "document2.pdf: (1) 2x (3) ");
+}
+
+TEST_F(PagesPaneTest, ShowsInAReviewWhatIsTypedThere)
+{
+    pane.setReviewed({documentOf(1, 3)});
+    pane.setReview(true);
+    QTest::keyClicks(&rangeEdit, "2-3");
+    waitUntil([&] { return rows() == "document1.pdf: (1) 2x 3x "; });
+    undo.undo();
+    EXPECT_EQ(rows(), "");
+}
+
 TEST_F(PagesPaneTest, AsksForPicturesOfWhatCanBeSeenAndOfNothingElse)
 {
     std::vector<int> made;
