@@ -187,11 +187,27 @@ private:
         return static_cast<int>(count);
     }
 
+    /// What is longer than the rest of the bytes isn't begun: room would be made for a megabyte of
+    /// it.
+    template <class Text>
+    Text ReadText()
+    {
+        constexpr quint32 lengthOfNull = 0xffffffff;
+        const qint64 start = Position();
+        const auto length = Read<quint32>();
+        if (length != lengthOfNull && length > Available()) {
+            stream_.setStatus(QDataStream::ReadPastEnd);
+            return {};
+        }
+        GoTo(start);
+        return Read<Text>();
+    }
+
     QVariant ReadStringList()
     {
         QStringList texts;
         for (int count = ReadCount(4); count > 0 && !Failed(); --count)
-            texts << Read<QString>();
+            texts << ReadText<QString>();
         return texts;
     }
 
@@ -208,7 +224,7 @@ private:
     {
         Map values;
         for (int count = ReadCount(8); count > 0 && !Failed(); --count) {
-            const auto key = Read<QString>();
+            const auto key = ReadText<QString>();
             const qint64 start = Position();
             const QVariant value = ReadVariant();
             if (!Failed()) {
@@ -240,7 +256,7 @@ private:
             // A depth from which a map within has no outermost one's ways.
             depth_ = 2;
             for (int left = count; left > 0 && !Failed() && effort_ > 0; --left, --effort_) {
-                const auto key = Read<QString>();
+                const auto key = ReadText<QString>();
                 rest.insert(key, ReadVariant());
             }
             depth_ = 1;
@@ -278,7 +294,7 @@ private:
 
     QVariant ReadNamed()
     {
-        const auto name = Read<QByteArray>();
+        const auto name = ReadText<QByteArray>();
         for (const PlainType& known : namedTypes) {
             if (name == QByteArray(QMetaType::typeName(known.type)) + '\0')
                 return ReadPlain(known);
@@ -357,7 +373,7 @@ private:
 
     QVariant ReadRegExp()
     {
-        const auto pattern = Read<QString>();
+        const auto pattern = ReadText<QString>();
         const auto sensitivity = Read<quint8>();
         const auto syntax = Read<quint8>();
         const auto minimal = Read<quint8>();
@@ -374,7 +390,7 @@ private:
     {
         switch (type) {
         case InvalidType:
-            Read<QString>(); // a null text follows
+            ReadText<QString>(); // a null text follows
             return {};
         case MapType:
             return ReadMap<QVariantMap>();
