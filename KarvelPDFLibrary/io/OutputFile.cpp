@@ -33,12 +33,13 @@ Result<OutputFile> OutputFile::create(Folder::Pointer folder, std::string path, 
     for (;;) {
         std::string temporary = temporaryName();
         auto file = folder->openFile(temporary, O_WRONLY | O_CREAT | O_EXCL, 0600);
-        if (file && !claimTemporary(file->get())) {
-            continue;
-        }
         if (file) {
+            const auto made = claimTemporary(file->get());
+            if (!made) {
+                continue;
+            }
             return OutputFile(std::move(folder), std::move(path), std::move(temporary),
-                              std::move(*file),
+                              std::move(*file), *made,
                               target ? std::optional(versionOf(*target)) : std::nullopt);
         }
         if (file.error() != EEXIST) {
@@ -48,26 +49,25 @@ Result<OutputFile> OutputFile::create(Folder::Pointer folder, std::string path, 
 }
 
 OutputFile::OutputFile(Folder::Pointer folder, std::string path, std::string temporary,
-                       FileDescriptor file, std::optional<FileVersion> replaced)
+                       FileDescriptor file, const FileVersion& made,
+                       std::optional<FileVersion> replaced)
     : folder_(std::move(folder)), path_(std::move(path)), temporary_(std::move(temporary)),
-      file_(std::move(file)), sink_(file_.get()), replaced_(replaced)
+      file_(std::move(file)), made_(made), sink_(file_.get()), replaced_(replaced)
 {
 }
 
 OutputFile::OutputFile(OutputFile&& other) noexcept
     : folder_(std::move(other.folder_)), path_(std::move(other.path_)),
       temporary_(std::exchange(other.temporary_, std::string())), file_(std::move(other.file_)),
-      sink_(std::move(other.sink_)), replaced_(other.replaced_), most_(other.most_),
-      overtaken_(other.overtaken_), lostOwner_(other.lostOwner_)
+      made_(other.made_), sink_(std::move(other.sink_)), replaced_(other.replaced_),
+      most_(other.most_), overtaken_(other.overtaken_), lostOwner_(other.lostOwner_)
 {
 }
 
 OutputFile::~OutputFile()
 {
     if (!temporary_.empty()) {
-        if (const auto version = versionOf(file_.get())) {
-            folder_->remove(temporary_, *version);
-        }
+        folder_->remove(temporary_, made_);
     }
 }
 
@@ -76,10 +76,10 @@ tl::unexpected<Error> OutputFile::notWritable(int error) const
     return fail(ErrorCode::FileNotWritable, path_ + ": " + std::strerror(error));
 }
 
-bool OutputFile::isAt(const std::string& name, const std::optional<FileVersion>& ours) const
+bool OutputFile::isAt(const std::string& name) const
 {
     const auto there = folder_->versionAt(name);
-    return there && ours && there->isOf(*ours);
+    return there && there->isOf(made_);
 }
 
 // Only now that everything is written: until then nobody else may read it.
@@ -125,12 +125,11 @@ Outcome OutputFile::prepare()
 // not get the target's name.
 int OutputFile::takeFreeName(const std::string& name)
 {
-    const auto ours = versionOf(file_.get());
-    if (!isAt(temporary_, ours)) {
+    if (!isAt(temporary_)) {
         return ESTALE;
     }
     const int failed = folder_->renameToFree(temporary_, name);
-    if (failed == 0 && !isAt(name, ours)) {
+    if (failed == 0 && !isAt(name)) {
         folder_->renameToFree(name, temporary_);
         return ESTALE;
     }
@@ -139,11 +138,7 @@ int OutputFile::takeFreeName(const std::string& name)
 
 int OutputFile::takeNameOfReplaced(const std::string& name)
 {
-    const auto ours = versionOf(file_.get());
-    if (!ours) {
-        return ESTALE;
-    }
-    const Replacement taken = replace(*folder_, temporary_, *ours, name, *replaced_);
+    const Replacement taken = replace(*folder_, temporary_, made_, name, *replaced_);
     overtaken_ = taken.overtaken;
     return taken.error;
 }

@@ -73,17 +73,18 @@ public:
 
 private:
     OutputFile(Folder::Pointer folder, std::string path, std::string temporary, FileDescriptor file,
-               std::optional<FileVersion> replaced);
+               const FileVersion& made, std::optional<FileVersion> replaced);
     Outcome setPermissions();
     int takeFreeName(const std::string& name);
     int takeNameOfReplaced(const std::string& name);
-    bool isAt(const std::string& name, const std::optional<FileVersion>& ours) const;
+    bool isAt(const std::string& name) const;
     tl::unexpected<Error> notWritable(int error) const;
 
     Folder::Pointer folder_;
     std::string path_;
     std::string temporary_; ///< its name in the folder; empty once it has its own
     FileDescriptor file_;
+    FileVersion made_; ///< which file it is, as it was when it was made
     DescriptorSink sink_;
     std::optional<FileVersion> replaced_;
     mode_t most_ = 0777;

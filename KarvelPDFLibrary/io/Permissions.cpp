@@ -78,10 +78,12 @@ mode_t usualMode()
 mode_t modeOf(int descriptor)
 {
     struct stat status = {};
-    if (fstat(descriptor, &status) != 0) {
-        return 0600;
-    }
-    const mode_t mode = status.st_mode & 0777;
+    return fstat(descriptor, &status) == 0 ? modeOf(descriptor, status.st_mode) : 0600;
+}
+
+mode_t modeOf(int descriptor, mode_t known)
+{
+    const mode_t mode = known & 0777;
     const List list = listOf(descriptor);
     return list ? mode & (~groupBits | groupModeIn(list.get())) : mode;
 }

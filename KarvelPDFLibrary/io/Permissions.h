@@ -12,6 +12,9 @@ mode_t usualMode();
 /// says what the group may do, that counts, rather than the mode, which shows the list's mask.
 mode_t modeOf(int descriptor);
 
+/// The same for one whose mode is known.
+mode_t modeOf(int descriptor, mode_t known);
+
 /// Whether owner and group, too, could be handed on.
 enum class HandedOn { All, Mode };
 

@@ -105,13 +105,16 @@ bool isTemporaryName(std::string_view fileName, int& process)
     return fileName == nameOf(process, random);
 }
 
-bool claimTemporary(int descriptor)
+std::optional<FileVersion> claimTemporary(int descriptor)
 {
     if (!lock(descriptor) && errno == EWOULDBLOCK) {
-        return false;
+        return std::nullopt;
     }
     struct stat status = {};
-    return fstat(descriptor, &status) != 0 || status.st_nlink > 0;
+    if (fstat(descriptor, &status) != 0) {
+        return FileVersion(); // no file's, so that nothing is going to be taken for it
+    }
+    return status.st_nlink > 0 ? std::optional(versionOf(status)) : std::nullopt;
 }
 
 std::size_t removeAbandoned(const Folder& folder)

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "KarvelPDFLibrary/io/FileVersion.h"
 #include "KarvelPDFLibrary/io/Folder.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,9 +19,9 @@ std::string temporaryName();
 bool isTemporaryName(std::string_view fileName, int& process);
 
 /// Says that a temporary file that has just been made is in use until its descriptor is closed,
-/// also when its process is killed, and to other machines that share the folder. False when the
-/// file was taken for an abandoned one first; it is gone then, or about to be.
-bool claimTemporary(int descriptor);
+/// also when its process is killed, and to other machines that share the folder. Returns which file
+/// it is; none when it was taken for an abandoned one first, and is gone or about to be.
+std::optional<FileVersion> claimTemporary(int descriptor);
 
 /// Removes the temporary files of a folder that nobody uses any more; returns their number. Only
 /// what has exactly such a name, is this user's, and is claimed by nobody counts as one. A folder

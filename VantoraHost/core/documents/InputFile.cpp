@@ -56,7 +56,7 @@ Result<InputFile> InputFile::of(FileDescriptor file, const std::string& input)
     if (status.st_size == 0) {
         return fail(Reason::InputEmpty, input, "is empty (0 bytes)");
     }
-    return InputFile(std::move(file), karvel::io::versionOf(status));
+    return InputFile(std::move(file), status);
 }
 
 Result<InputFile> InputFile::open(const std::string& input)
@@ -83,7 +83,7 @@ Result<InputFile> InputFile::open(const std::string& input, const Target& replac
 
 mode_t InputFile::mode() const
 {
-    return karvel::io::modeOf(descriptor());
+    return karvel::io::modeOf(descriptor(), mode_);
 }
 
 mode_t modeOfStream(int descriptor)

@@ -5,6 +5,7 @@
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/Target.h"
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include <string>
@@ -25,18 +26,19 @@ public:
     /// The file as it was when it was opened.
     const FileVersion& version() const { return opened_; }
 
-    /// What others may do with it.
+    /// What others might do with it then.
     mode_t mode() const;
 
 private:
-    InputFile(karvel::io::FileDescriptor file, FileVersion opened)
-        : file_(std::move(file)), opened_(opened)
+    InputFile(karvel::io::FileDescriptor file, const struct stat& opened)
+        : file_(std::move(file)), opened_(karvel::io::versionOf(opened)), mode_(opened.st_mode)
     {
     }
     static Result<InputFile> of(karvel::io::FileDescriptor file, const std::string& input);
 
     karvel::io::FileDescriptor file_;
     FileVersion opened_;
+    mode_t mode_; ///< as the system has it
 };
 
 /// What others may do with the file that a stream comes from; everything when it is a pipe.
