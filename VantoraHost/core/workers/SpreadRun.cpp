@@ -3,6 +3,8 @@
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
 
+#include <memory>
+
 namespace vantora {
 
 Result<BatchResult> spreadRun(Sequence& sequence, const Batch& batch, WorkerSettings settings,
@@ -12,15 +14,18 @@ Result<BatchResult> spreadRun(Sequence& sequence, const Batch& batch, WorkerSett
     if (settings.setup.wholeRun) {
         return runInWorkers(batch, settings, observer);
     }
-    const auto library = loadPdfLibrary(settings.setup.library);
-    if (!library) {
-        return tl::unexpected<Error>(library.error());
-    }
-    if (const Outcome begun = sequence.begin(**library); !begun) {
-        return tl::unexpected<Error>(begun.error());
-    }
+    std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library;
+    settings.begin = [&]() -> Outcome {
+        auto loaded = loadPdfLibrary(settings.setup.library);
+        if (!loaded) {
+            return tl::unexpected<Error>(std::move(loaded.error()));
+        }
+        const Outcome begun = sequence.begin(**loaded);
+        library = begun ? std::move(*loaded) : nullptr;
+        return begun;
+    };
     Result<BatchResult> result = runInWorkers(batch, settings, observer);
-    const Outcome ended = sequence.end(**library);
+    const Outcome ended = library ? sequence.end(*library) : Outcome();
     if (result && !ended && !result->ending) {
         result->ending = ended.error();
     }

@@ -60,6 +60,11 @@ public:
           order_([&](const DocumentReport& report) { observer.documentInTurn(report); }),
           verdicts_(settings.timeout, !wholeRun_)
     {
+        for (std::size_t i = 0; i < batch.targets.size(); ++i) {
+            if (!batch.targets[i]) {
+                plan_.leaveOut(i);
+            }
+        }
         WorkerSetup setup = settings.setup;
         setup.job = batch.settings;
         setup.files = fileAccessOf(batch);
@@ -68,6 +73,12 @@ public:
 
     Result<BatchResult> run()
     {
+        if (!settings_.copies) {
+            startWorkers();
+        }
+        if (const Outcome begun = settings_.begin(); !begun) {
+            return tl::unexpected<Error>(begun.error());
+        }
         reportRefused();
         while (!failure_ && (plan_.left() > 0 || !suspects_.empty() || isBusy())) {
             if (!stopping_ && observer_.cancelled()) {
@@ -90,7 +101,6 @@ private:
     {
         for (std::size_t i = 0; i < batch_.targets.size(); ++i) {
             if (!batch_.targets[i]) {
-                plan_.leaveOut(i);
                 arrived(i, failedReport(batch_.inputs[i], batch_.targets[i].error()));
             }
         }

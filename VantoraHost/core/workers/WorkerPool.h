@@ -15,6 +15,9 @@ struct WorkerSettings {
     StoredReader copies;   ///< where set, workers are copies of this process instead, which read
                            ///< saved options so; standard input and output are for these only
     std::size_t count = 1; ///< at most so many at a time, at least 1
+    /// Called once, while workers start and before any of them gets a document; before they start
+    /// where they are copies, which have then what it has loaded.
+    std::function<Outcome()> begin = [] { return Outcome(); };
     std::chrono::seconds timeout{0}; ///< the longest that one document may take; 0 for no limit
     std::chrono::seconds timeToBegin{120}; ///< the longest that a worker may take to be ready
     std::function<std::chrono::steady_clock::time_point()> now =
@@ -29,7 +32,8 @@ struct WorkerSettings {
 /// over. A document whose worker was ended by a signal, be it a crash or somebody's doing, gets a
 /// second chance with a fresh worker that has nothing else. Documents whose target is a reason are
 /// reported without a worker. Actions are not told of the run but by a worker that sees all of it
-/// (SpreadRun does that). The error is that no worker could begin; no document was touched then.
+/// (SpreadRun does that). The error is that of `begin`, or that no worker could begin; no document
+/// was touched then.
 Result<BatchResult> runInWorkers(const Batch& batch, const WorkerSettings& settings,
                                  RunObserver& observer);
 
