@@ -55,6 +55,7 @@ protected:
         settings.program = FAKE_WORKER_PROGRAM;
         settings.timeout = 1min;
         settings.timeToBegin = timeToBegin;
+        settings.begin = begin;
         settings.now = [this] { return listener.time; };
         batch.inputs.clear();
         batch.targets.clear();
@@ -96,6 +97,7 @@ protected:
     }
 
     std::chrono::seconds timeToBegin = std::chrono::hours(1000000);
+    std::function<Outcome()> begin = [] { return Outcome(); };
     support::ScratchFolder scratch;
     Batch batch;
     Listener listener;
@@ -120,6 +122,16 @@ TEST_F(RunWithABadWorker, EndsSoonWhenItNeverBegins)
         EXPECT_EQ(result.error().sentence, says);
         EXPECT_TRUE(listener.reports.empty());
     }
+}
+
+TEST_F(RunWithABadWorker, IsOverBeforeAnyDocumentWhereItCannotBegin)
+{
+    begin = [] { return Outcome(fail(Reason::ActionFailed, {}, "an action has no time")); };
+    const auto result = run("dies after it gave names");
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().sentence, "an action has no time");
+    EXPECT_TRUE(listener.reports.empty());
+    EXPECT_FALSE(fs::exists(outputOf(0)));
 }
 
 TEST_F(RunWithABadWorker, KnowsWhichOutputsAreFinishedWhenItDiesOverItsReport)
