@@ -18,6 +18,11 @@ namespace vantora::cli {
 
 namespace {
 
+// A copy of this process has everything loaded, but also the plan of all documents in pieces all
+// over its memory: where it is one of thousands, each takes longer than starting a program pays
+// for.
+constexpr std::size_t mostForCopies = 1000;
+
 // An action that isn't there may be the name of something that the person has saved.
 Error withNamesakes(Error error, const RunOptions& options, const ActionCatalog& catalog,
                     const GuiPartSource& guiPart)
@@ -74,8 +79,7 @@ WorkerSettings workersFor(const RunOptions& options, const Installation& install
     settings.setup.actionFolders = installation.actionFolders;
     settings.setup.steps = steps;
     settings.setup.memoryLimit = options.workers.memoryLimit.value_or(memoryShare(settings.count));
-    // One document would only wait for another program to start.
-    if (batch.inputs.size() == 1 || usesStandardStreams(batch)) {
+    if (batch.inputs.size() <= mostForCopies || usesStandardStreams(batch)) {
         settings.copies = storedReader(guiPart);
     }
     return settings;

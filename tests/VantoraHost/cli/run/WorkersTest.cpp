@@ -47,6 +47,15 @@ protected:
         return terminal::run(line, setting);
     }
 
+    /// So many documents that workers are the program, started anew, and no copies of this process.
+    void takeThousands()
+    {
+        for (int number = 1; number <= 1000; ++number) {
+            names.push_back("m" + std::to_string(number) + ".pdf");
+            fs::create_hard_link(names.front(), names.back());
+        }
+    }
+
     /// A run of an action that the host knows, and that at one document does something unexpected.
     terminal::Answer runScripted(const std::string& work, const std::string& more = {}) const
     {
@@ -227,8 +236,19 @@ TEST_F(Workers, SayThatAnActionFailsAtTheEnd)
     expectAllDoneBut("");
 }
 
+TEST_F(Workers, AreStartedForThousandsOfDocuments)
+{
+    takeThousands();
+    const auto answer = run("-q -p 1 -j 2");
+    EXPECT_EQ(answer.status, 0) << answer.err;
+    for (const std::string& name : names) {
+        EXPECT_TRUE(fs::exists("out/" + name)) << name;
+    }
+}
+
 TEST_F(Workers, ThatCannotBeStartedEndTheRun)
 {
+    takeThousands();
     terminal::Setting setting;
     setting.program = "/nowhere/vantora";
     const auto missing = run("-p 1", setting);
