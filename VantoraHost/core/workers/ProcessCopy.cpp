@@ -3,22 +3,24 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <exception>
+#include <string_view>
 
 namespace vantora {
 
 namespace {
 
-bool isAFile(int descriptor)
+// What wakes up an event loop: the loop would write into what takes its number.
+bool wakesALoop(int folder, const char* descriptor)
 {
-    struct stat status = {};
-    // What wakes up an event loop has no type; the loop would write into what takes its number.
-    return ::fstat(descriptor, &status) == 0 && (status.st_mode & S_IFMT) != 0;
+    char what[64];
+    const ssize_t length = ::readlinkat(folder, descriptor, what, sizeof what);
+    return length > 0 &&
+           std::string_view(what, static_cast<std::size_t>(length)) == "anon_inode:[eventfd]";
 }
 
 void closeAllBut(const std::vector<int>& kept)
@@ -30,15 +32,15 @@ void closeAllBut(const std::vector<int>& kept)
     }
     while (const dirent* entry = ::readdir(entries)) {
         const int descriptor = std::atoi(entry->d_name); // 0 for "." and ".."
-        if (descriptor > STDERR_FILENO && descriptor != ::dirfd(entries)) {
+        if (descriptor > STDERR_FILENO && descriptor != ::dirfd(entries) &&
+            std::find(kept.begin(), kept.end(), descriptor) == kept.end() &&
+            !wakesALoop(::dirfd(entries), entry->d_name)) {
             open.push_back(descriptor);
         }
     }
     ::closedir(entries);
     for (const int descriptor : open) {
-        if (std::find(kept.begin(), kept.end(), descriptor) == kept.end() && isAFile(descriptor)) {
-            ::close(descriptor);
-        }
+        ::close(descriptor);
     }
 }
 
