@@ -90,7 +90,7 @@ mode_t modeOfStream(int descriptor)
 {
     struct stat source = {};
     const bool isFile = ::fstat(descriptor, &source) == 0 && S_ISREG(source.st_mode);
-    return isFile ? karvel::io::modeOf(descriptor) : 0777;
+    return isFile ? karvel::io::modeOf(descriptor, source.st_mode) : 0777;
 }
 
 } // namespace vantora
