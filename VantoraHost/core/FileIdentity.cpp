@@ -7,21 +7,15 @@ namespace vantora {
 
 namespace {
 
-std::optional<struct stat> statusOf(const std::string& path)
-{
-    struct stat status = {};
-    return ::stat(path.c_str(), &status) == 0 ? std::optional<struct stat>(status) : std::nullopt;
-}
-
 std::optional<struct stat> statusOf(int descriptor)
 {
     struct stat status = {};
-    return ::fstat(descriptor, &status) == 0 ? std::optional<struct stat>(status) : std::nullopt;
+    return ::fstat(descriptor, &status) == 0 ? std::optional(status) : std::nullopt;
 }
 
 std::optional<FileIdentity> identityIn(const std::optional<struct stat>& status)
 {
-    return status ? std::optional<FileIdentity>({status->st_dev, status->st_ino}) : std::nullopt;
+    return status ? std::optional(identityOf(*status)) : std::nullopt;
 }
 
 std::optional<FileState> stateIn(const std::optional<struct stat>& status)
@@ -33,6 +27,23 @@ std::optional<FileState> stateIn(const std::optional<struct stat>& status)
 }
 
 } // namespace
+
+std::optional<struct stat> statusAt(const std::string& path)
+{
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0 ? std::optional(status) : std::nullopt;
+}
+
+std::optional<struct stat> statusOf(const std::string& path)
+{
+    struct stat status = {};
+    return ::stat(path.c_str(), &status) == 0 ? std::optional(status) : std::nullopt;
+}
+
+FileIdentity identityOf(const struct stat& status)
+{
+    return {status.st_dev, status.st_ino};
+}
 
 std::optional<FileIdentity> identityOf(const std::string& path)
 {
@@ -47,8 +58,7 @@ bool isSameFile(const std::string& one, const std::string& other)
 
 bool isThere(const std::string& path)
 {
-    struct stat status = {};
-    return ::lstat(path.c_str(), &status) == 0;
+    return statusAt(path).has_value();
 }
 
 bool isOwnedByOthers(const struct stat& status)
@@ -64,9 +74,9 @@ bool othersMayWriteTo(const struct stat& status)
 bool isPrivateFolder(const std::string& path)
 {
     constexpr mode_t ofOthers = S_IRWXG | S_IRWXO;
-    struct stat status = {};
-    return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
-           status.st_uid == ::geteuid() && (status.st_mode & ofOthers) == 0;
+    const auto status = statusAt(path);
+    return status && S_ISDIR(status->st_mode) && status->st_uid == ::geteuid() &&
+           (status->st_mode & ofOthers) == 0;
 }
 
 std::optional<FileIdentity> identityOf(int descriptor)
@@ -76,9 +86,8 @@ std::optional<FileIdentity> identityOf(int descriptor)
 
 std::optional<FileVersion> versionAt(const std::string& path)
 {
-    struct stat status = {};
-    return ::lstat(path.c_str(), &status) == 0 ? std::optional(karvel::io::versionOf(status))
-                                               : std::nullopt;
+    const auto status = statusAt(path);
+    return status ? std::optional(karvel::io::versionOf(*status)) : std::nullopt;
 }
 
 bool isStill(const std::optional<FileState>& now, const FileState& then)

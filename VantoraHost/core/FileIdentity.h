@@ -2,6 +2,7 @@
 
 #include "KarvelPDFLibrary/io/FileVersion.h"
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include <cstdint>
@@ -32,6 +33,15 @@ std::optional<FileIdentity> identityOf(const std::string& path);
 
 /// Whether two paths lead to the same file; not when there is nothing.
 bool isSameFile(const std::string& one, const std::string& other);
+
+/// A file of that status.
+FileIdentity identityOf(const struct stat& status);
+
+/// The status of what stands at a path, if only a link; none when nothing does.
+std::optional<struct stat> statusAt(const std::string& path);
+
+/// The status of the file that a path leads to; none when there is nothing.
+std::optional<struct stat> statusOf(const std::string& path);
 
 /// Whether a path names anything, if only a link to nothing.
 bool isThere(const std::string& path);

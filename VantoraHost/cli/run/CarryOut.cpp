@@ -7,6 +7,7 @@
 #include "VantoraHost/core/IsoTime.h"
 #include "VantoraHost/core/actions/StepsIdentity.h"
 #include "VantoraHost/core/documents/PdfLibrary.h"
+#include "VantoraHost/core/workers/BatchPlan.h"
 #include "VantoraHost/core/workers/Confinement.h"
 #include "VantoraHost/core/workers/SharedJudgement.h"
 #include "VantoraHost/core/workers/SpreadRun.h"
@@ -66,21 +67,34 @@ bool usesStandardStreams(const Batch& batch)
                        [](const auto& target) { return target && target->standardOutput; });
 }
 
-WorkerSettings workersFor(const RunOptions& options, const Installation& installation,
-                          const std::vector<StepRequest>& steps, const Batch& batch,
-                          const GuiPartSource& guiPart)
+std::size_t workersAtMost(const RunOptions& options)
+{
+    return options.workers.jobs.value_or(std::max(1U, std::thread::hardware_concurrency()));
+}
+
+// Without what only a plan tells.
+WorkerSetup setupFor(const RunOptions& options, const Installation& installation,
+                     const std::vector<StepRequest>& steps)
+{
+    WorkerSetup setup;
+    setup.library = installation.library;
+    setup.actionFolders = installation.actionFolders;
+    setup.steps = steps;
+    setup.memoryLimit = options.workers.memoryLimit.value_or(memoryShare(workersAtMost(options)));
+    return setup;
+}
+
+WorkerSettings workersFor(const RunOptions& options, const RunMeans& means,
+                          const std::vector<StepRequest>& steps, const Batch& batch)
 {
     WorkerSettings settings;
-    settings.program = installation.program;
-    settings.count =
-        options.workers.jobs.value_or(std::max(1U, std::thread::hardware_concurrency()));
+    settings.program = means.installation.program;
+    settings.early = means.early;
+    settings.count = workersAtMost(options);
     settings.timeout = std::chrono::seconds(options.workers.timeout.value_or(longestForADocument));
-    settings.setup.library = installation.library;
-    settings.setup.actionFolders = installation.actionFolders;
-    settings.setup.steps = steps;
-    settings.setup.memoryLimit = options.workers.memoryLimit.value_or(memoryShare(settings.count));
+    settings.setup = setupFor(options, means.installation, steps);
     if (batch.inputs.size() <= mostForCopies || usesStandardStreams(batch)) {
-        settings.copies = storedReader(guiPart);
+        settings.copies = storedReader(means.guiPart);
     }
     return settings;
 }
@@ -165,23 +179,47 @@ void sayWhatStepsMean(const RunOptions& options, const Sequence& sequence, const
     }
 }
 
+std::unique_ptr<EarlyWorkers> earlyWorkers(RunSteps& steps, const std::vector<Input>& inputs,
+                                           const RunOptions& options, const RunMeans& means)
+{
+    std::vector<std::string> documents;
+    documents.reserve(inputs.size());
+    for (const Input& input : inputs) {
+        if (input.path == standardStream) {
+            return nullptr; // which only a copy that is made after it was read can have
+        }
+        if (!input.leftAlone) {
+            documents.push_back(input.path);
+        }
+    }
+    const bool toOutput =
+        options.destination && std::holds_alternative<ToStandardOutput>(*options.destination);
+    // With outputs that may be there already, there may be nothing to do.
+    if (options.workers.jobs == 0U || documents.empty() || toOutput || options.skipExisting) {
+        return nullptr;
+    }
+    const std::size_t count = steps.sequence.firstThatSeesTheRun()
+                                  ? 1
+                                  : workersWorthwhile(documents.size(), workersAtMost(options));
+    return EarlyWorkers::make(count, setupFor(options, means.installation, steps.requested),
+                              steps.sequence, documents, storedReader(means.guiPart));
+}
+
 Result<BatchResult> carryOut(RunSteps& steps, Batch& batch, const RunOptions& options,
-                             const Installation& installation, const GuiPartSource& guiPart,
-                             const Streams& streams, RunObserver& observer)
+                             const RunMeans& means, RunObserver& observer)
 {
     if (options.verify && !options.dryRun) {
-        batch.settings.verifier = installation.verifier;
+        batch.settings.verifier = means.installation.verifier;
     }
     if (options.workers.jobs == 0U || batch.inputs.empty()) {
-        return runHere(batch, installation, steps.sequence, observer);
+        return runHere(batch, means.installation, steps.sequence, observer);
     }
-    const WorkerSettings workers =
-        workersFor(options, installation, steps.requested, batch, guiPart);
+    const WorkerSettings workers = workersFor(options, means, steps.requested, batch);
     if (const ChoiceSet* choices = steps.sequence.choices()) {
         batch.settings.judged =
             judgeTogether(*choices, batch,
-                          {installation.library, workers.count, workers.setup.memoryLimit,
-                           workers.timeout, streams.interrupted});
+                          {means.installation.library, workers.count, workers.setup.memoryLimit,
+                           workers.timeout, means.streams.interrupted});
     }
     return spreadRun(steps.sequence, batch, workers, observer);
 }

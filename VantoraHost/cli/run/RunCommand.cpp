@@ -304,6 +304,9 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     if (!inputs) {
         return failedWith(streams, options.json, inputs.error());
     }
+    RunMeans means = {installation, guiPart, streams};
+    const auto early = earlyWorkers(*steps, inputs->all, options, means);
+    means.early = early.get();
     const Result<std::size_t> done = leaveOutDone(options, inputs->all);
     if (!done) {
         return failedWith(streams, options.json, done.error());
@@ -331,8 +334,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     RunReporter reporter(options, batch->inputs.size(),
                          {steps->identity, std::move(*report), inputs->notNamed}, *records,
                          streams);
-    const Result<BatchResult> result =
-        carryOut(*steps, *batch, options, installation, guiPart, streams, reporter);
+    const Result<BatchResult> result = carryOut(*steps, *batch, options, means, reporter);
     if (!result) {
         return failedWith(streams, options.json, result.error());
     }

@@ -225,7 +225,7 @@ Outcome WatchRun::doGroup(const std::vector<WatchedDocument>& documents)
                             return faults != faults_.end() && faults->second >= mostFaults;
                         });
     const Result<BatchResult> result =
-        carryOut(with_.steps, *batch, options_.run, installation_, guiPart_, streams_, group);
+        carryOut(with_.steps, *batch, options_.run, {installation_, guiPart_, streams_}, group);
     if (const Outcome kept = with_.report.sync(); !kept) {
         return kept;
     }

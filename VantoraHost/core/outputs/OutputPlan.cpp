@@ -57,12 +57,12 @@ class Planner {
 public:
     Planner(const std::vector<Input>& inputs, TakenName taken) : inputs_(inputs), taken_(taken)
     {
+        identities_.reserve(inputs.size());
         for (std::size_t i = 0; i < inputs.size(); ++i) {
-            if (inputs[i].path == standardStream) {
-                continue;
-            }
-            if (const auto identity = identityOf(inputs[i].path)) {
-                inputOf_.emplace(*identity, i);
+            const bool isFile = inputs[i].path != standardStream;
+            identities_.push_back(isFile ? identityOf(inputs[i].path) : std::nullopt);
+            if (identities_[i]) {
+                inputOf_.emplace(*identities_[i], i);
             }
         }
     }
@@ -95,8 +95,7 @@ public:
         planned.reserve(inputs_.size());
         for (std::size_t i = 0; i < inputs_.size(); ++i) {
             planned.push_back(replacementOf(inputs_[i].path, backup));
-            const auto identity = identityOf(inputs_[i].path);
-            const auto first = identity ? inputOf_.find(*identity) : inputOf_.end();
+            const auto first = identities_[i] ? inputOf_.find(*identities_[i]) : inputOf_.end();
             if (first != inputOf_.end() && first->second != i) {
                 refuseBoth(planned, first->second, i, "is the same file");
             }
@@ -145,20 +144,20 @@ private:
             error.file = input;
             return tl::unexpected<Error>(std::move(error));
         }
-        if (!isThere(output)) {
+        const auto there = statusAt(output);
+        if (!there) {
             Target target = fileTarget(output, output);
             target.number = taken_ == TakenName::Number;
             return target;
         }
         // In a folder that was named a link is replaced itself, so that it can't lead out; a file
         // that was named is followed to where it leads.
-        std::error_code failed;
-        const bool linkItself = !root.empty() && fs::is_symlink(output, failed);
-        if (!linkItself && isFolder(output)) {
+        const bool isLink = S_ISLNK(there->st_mode);
+        const auto file = !isLink ? there : root.empty() ? statusOf(output) : std::nullopt;
+        if (file && S_ISDIR(file->st_mode)) {
             return folderInTheWay();
         }
-        const auto identity = linkItself ? std::nullopt : identityOf(output);
-        const auto source = identity ? inputOf_.find(*identity) : inputOf_.end();
+        const auto source = file ? inputOf_.find(identityOf(*file)) : inputOf_.end();
         if (source != inputOf_.end()) {
             return fail(Reason::OutputIsInput, input,
                         "the output " + output + " is " +
@@ -166,16 +165,21 @@ private:
                                  ? "the input itself"
                                  : "the input " + inputs_[source->second].path));
         }
-        if (identity && !fs::is_regular_file(output, failed)) {
+        if (file && !S_ISREG(file->st_mode)) {
             return fail(Reason::OutputNotAFile, input,
                         "the output " + output + " is a device or pipe, not a file");
         }
         if (taken_ != TakenName::Replace) {
             return fail(Reason::OutputExists, input, "the output " + output + " exists already");
         }
+        Target target = fileTarget(output, output);
+        target.replaced = karvel::io::versionOf(*there);
+        std::error_code failed;
         const fs::path behindLinks = root.empty() ? fs::canonical(output, failed) : fs::path();
-        Target target = fileTarget(output, root.empty() && !failed ? behindLinks.string() : output);
-        target.replaced = versionAt(target.path);
+        if (root.empty() && !failed) {
+            target.path = behindLinks.string();
+            target.replaced = versionAt(target.path);
+        }
         return target;
     }
 
@@ -258,6 +262,7 @@ private:
 
     const std::vector<Input>& inputs_;
     const TakenName taken_;
+    std::vector<std::optional<FileIdentity>> identities_; ///< of the inputs
     std::unordered_map<FileIdentity, std::size_t, FileIdentityHash> inputOf_;
     std::unordered_map<std::string, std::size_t> writerOf_; ///< by output
     std::unordered_map<std::string, qint64> copiesOf_;      ///< taken names tried, by the first one

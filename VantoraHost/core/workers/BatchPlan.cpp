@@ -20,7 +20,18 @@ constexpr std::uint64_t smallestGroup = 8 * costOfAny;
 // Below this size, waiting for a document at the end of a run isn't noticed.
 constexpr std::uint64_t smallestLarge = 8 * 1024 * 1024;
 
+std::size_t workersFor(std::uint64_t cost, std::size_t documents, std::size_t workers)
+{
+    const auto worth = static_cast<std::size_t>(cost / costOfStart) + 1;
+    return std::min({worth, documents, workers});
+}
+
 } // namespace
+
+std::size_t workersWorthwhile(std::size_t documents, std::size_t workers)
+{
+    return workersFor(documents * costOfAny, documents, workers);
+}
 
 BatchPlan::BatchPlan(const std::vector<std::uint64_t>& sizes, std::size_t workers, HandingOut order)
     : sizes_(sizes), workers_(workers), waiting_(sizes.size(), true), left_(sizes.size())
@@ -71,8 +82,7 @@ void BatchPlan::leaveOut(std::size_t document)
 
 std::size_t BatchPlan::workersWorthwhile() const
 {
-    const auto worth = static_cast<std::size_t>(costLeft_ / costOfStart) + 1;
-    return std::min({worth, left_, workers_});
+    return workersFor(costLeft_, left_, workers_);
 }
 
 void BatchPlan::giveBack(const std::vector<std::size_t>& documents)

@@ -6,6 +6,10 @@
 
 namespace vantora {
 
+/// How many of so many workers small documents are worth: starting one takes as long as some dozen
+/// of them.
+std::size_t workersWorthwhile(std::size_t documents, std::size_t workers);
+
 enum class HandingOut {
     LongestFirst,
     InOrder, ///< every document in its turn
@@ -34,8 +38,7 @@ public:
     /// How many documents are to be handed out.
     std::size_t left() const { return left_; }
 
-    /// How many workers what is left is worth, at most those of the run: starting one takes as long
-    /// as some dozen small documents.
+    /// How many workers what is left is worth, at most those of the run.
     std::size_t workersWorthwhile() const;
 
     /// Leaves a document out that nobody needs to do.

@@ -2,7 +2,6 @@
 
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
 #include "VantoraHost/core/workers/HugePages.h"
-#include "VantoraHost/core/workers/SystemCalls.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -62,14 +61,21 @@ void giveUpPrivileges()
     leaveTerminal();
 }
 
-void confine(std::uint64_t memoryLimit, const FileAccess& files)
+void Confinement::enforce(std::uint64_t memoryLimit)
 {
     if (memoryLimit > 0) {
         giveRoomBackFor(memoryLimit);
         limitMemory(memoryLimit);
     }
-    restrictFiles(files);
-    filterSystemCalls();
+    files_.enforce();
+    calls_.enforce();
+}
+
+void confine(std::uint64_t memoryLimit, const FileAccess& files)
+{
+    Confinement confinement;
+    confinement.allow(files);
+    confinement.enforce(memoryLimit);
 }
 
 std::uint64_t availableMemory()

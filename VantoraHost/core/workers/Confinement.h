@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/core/workers/FileAccess.h"
+#include "VantoraHost/core/workers/SystemCalls.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,9 +16,23 @@ void keepMemoryPrivate();
 /// and takes the user's terminal from it.
 void giveUpPrivileges();
 
-/// Limits this process for good: to memory of so many bytes (0 for no limit), to these files, and
-/// to the calls of the system that working on documents takes; over others it is killed. What the
-/// system doesn't support is left out. Threads stay.
+/// What this process is to be limited to, gathered while it may do anything; to be made in the
+/// process that it holds for.
+class Confinement {
+public:
+    void allow(const FileAccess& files) { files_.allow(files); }
+
+    /// Limits this process for good: to memory of so many bytes (0 for no limit), to the files that
+    /// were allowed, and to the calls of the system that working on documents takes; over others it
+    /// is killed. What the system doesn't support is left out. Threads stay.
+    void enforce(std::uint64_t memoryLimit);
+
+private:
+    FileRules files_;
+    SystemCallFilter calls_;
+};
+
+/// Limits this process at once, to these files.
 void confine(std::uint64_t memoryLimit, const FileAccess& files);
 
 /// The memory of this machine in bytes, or less where this process may only use less.

@@ -1,6 +1,5 @@
 #include "VantoraHost/core/workers/FileAccess.h"
 
-#include "KarvelPDFLibrary/io/FileDescriptor.h"
 #include "KarvelPDFLibrary/io/Folder.h"
 
 #include <fcntl.h>
@@ -9,7 +8,6 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <cstdint>
 #include <cstdlib>
 #include <set>
 
@@ -63,7 +61,7 @@ std::size_t sizeFor(long version)
 }
 
 // What is not there can't be used either.
-void allow(const FileDescriptor& ruleset, const std::string& path, std::uint64_t access)
+void addRule(const FileDescriptor& rules, const std::string& path, std::uint64_t access)
 {
     const FileDescriptor file(::open(path.c_str(), O_PATH | O_CLOEXEC));
     struct stat status = {};
@@ -74,7 +72,7 @@ void allow(const FileDescriptor& ruleset, const std::string& path, std::uint64_t
         access &= readFile | LANDLOCK_ACCESS_FS_WRITE_FILE;
     }
     const landlock_path_beneath_attr rule = {access, file.get()};
-    ::syscall(SYS_landlock_add_rule, ruleset.get(), LANDLOCK_RULE_PATH_BENEATH, &rule, 0);
+    ::syscall(SYS_landlock_add_rule, rules.get(), LANDLOCK_RULE_PATH_BENEATH, &rule, 0);
 }
 
 void addFolder(std::vector<std::string>& found, const char* variable, const std::string& below)
@@ -99,28 +97,34 @@ void shorten(std::set<std::string>& folders)
 
 } // namespace
 
-FileAccess fileAccessOf(const Batch& batch)
+std::vector<std::string> readableFor(const std::vector<std::string>& inputs)
 {
-    FileAccess access;
-    const bool byName = batch.inputs.size() <= mostReadable;
-    std::set<std::string> inputFolders;
-    std::set<std::string> outputFolders;
-    for (std::size_t i = 0; i < batch.inputs.size(); ++i) {
-        const std::string& input = batch.inputs[i];
-        if (input != standardStream && byName) {
-            access.readable.push_back(input);
-        } else if (input != standardStream) {
-            inputFolders.insert(karvel::io::folderOf(input));
+    std::vector<std::string> readable;
+    std::set<std::string> folders;
+    for (const std::string& input : inputs) {
+        if (input == standardStream) {
+            continue;
         }
-        const Result<Target>& target = batch.targets[i];
-        if (target && !batch.settings.dryRun && !target->standardOutput) {
-            outputFolders.insert(karvel::io::folderOf(target->path));
+        if (inputs.size() <= mostReadable) {
+            readable.push_back(input);
+        } else {
+            folders.insert(karvel::io::folderOf(input));
         }
     }
-    shorten(inputFolders);
-    access.readable.insert(access.readable.end(), inputFolders.begin(), inputFolders.end());
-    access.writable.assign(outputFolders.begin(), outputFolders.end());
-    return access;
+    shorten(folders);
+    readable.insert(readable.end(), folders.begin(), folders.end());
+    return readable;
+}
+
+std::vector<std::string> writableFor(const Batch& batch)
+{
+    std::set<std::string> folders;
+    for (const Result<Target>& target : batch.targets) {
+        if (target && !batch.settings.dryRun && !target->standardOutput) {
+            folders.insert(karvel::io::folderOf(target->path));
+        }
+    }
+    return {folders.begin(), folders.end()};
 }
 
 std::vector<std::string> programFiles(std::vector<std::filesystem::path> folders)
@@ -158,28 +162,36 @@ std::vector<std::string> programFiles(std::vector<std::filesystem::path> folders
     return found;
 }
 
-bool restrictFiles(const FileAccess& access)
+FileRules::FileRules()
 {
     const long version =
         ::syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
     if (version < 1) {
-        return false;
+        return;
     }
-    const std::uint64_t known = knownTo(version);
-    const Ruleset attributes = {known, useNetwork, otherDomains};
-    const FileDescriptor ruleset(
+    known_ = knownTo(version);
+    const Ruleset attributes = {known_, useNetwork, otherDomains};
+    rules_ = FileDescriptor(
         static_cast<int>(::syscall(SYS_landlock_create_ruleset, &attributes, sizeFor(version), 0)));
-    if (!ruleset) {
-        return false;
+    addRule(rules_, "/dev/null", (readFile | LANDLOCK_ACCESS_FS_WRITE_FILE) & known_);
+}
+
+void FileRules::allow(const FileAccess& access)
+{
+    if (!rules_) {
+        return;
     }
     for (const std::string& path : access.readable) {
-        allow(ruleset, path, read & known);
+        addRule(rules_, path, read & known_);
     }
-    allow(ruleset, "/dev/null", (readFile | LANDLOCK_ACCESS_FS_WRITE_FILE) & known);
     for (const std::string& folder : access.writable) {
-        allow(ruleset, folder, write & known);
+        addRule(rules_, folder, write & known_);
     }
-    return ::syscall(SYS_landlock_restrict_self, ruleset.get(), 0) == 0;
+}
+
+bool FileRules::enforce() const
+{
+    return rules_ && ::syscall(SYS_landlock_restrict_self, rules_.get(), 0) == 0;
 }
 
 } // namespace vantora

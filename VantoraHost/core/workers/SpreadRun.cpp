@@ -14,18 +14,22 @@ Result<BatchResult> spreadRun(Sequence& sequence, const Batch& batch, WorkerSett
     if (settings.setup.wholeRun) {
         return runInWorkers(batch, settings, observer);
     }
-    std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library;
+    std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> own;
+    KarvelPDFLibraryCPDylibCPP1311* begunWith = nullptr;
     settings.begin = [&]() -> Outcome {
-        auto loaded = loadPdfLibrary(settings.setup.library);
+        auto loaded =
+            settings.early ? Result<decltype(own)>() : loadPdfLibrary(settings.setup.library);
         if (!loaded) {
             return tl::unexpected<Error>(std::move(loaded.error()));
         }
-        const Outcome begun = sequence.begin(**loaded);
-        library = begun ? std::move(*loaded) : nullptr;
+        own = std::move(*loaded);
+        auto& library = own ? *own : settings.early->library();
+        const Outcome begun = sequence.begin(library);
+        begunWith = begun ? &library : nullptr;
         return begun;
     };
     Result<BatchResult> result = runInWorkers(batch, settings, observer);
-    const Outcome ended = library ? sequence.end(*library) : Outcome();
+    const Outcome ended = begunWith ? sequence.end(*begunWith) : Outcome();
     if (result && !ended && !result->ending) {
         result->ending = ended.error();
     }

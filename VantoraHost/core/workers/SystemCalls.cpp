@@ -76,18 +76,20 @@ constexpr int allowedFileCommands[] = {F_DUPFD,  F_DUPFD_CLOEXEC, F_GETFD,     F
 constexpr int allowedProcessControls[] = {PR_SET_NAME, PR_GET_NAME, PR_GET_DUMPABLE,
                                           PR_GET_NO_NEW_PRIVS, PR_SET_VMA};
 
+} // namespace
+
 /// A filter that is being made; a call or argument that this architecture doesn't know is left out.
-class Filter {
+class SystemCallFilter::Rules {
 public:
-    Filter() : filter_(seccomp_init(SCMP_ACT_KILL_PROCESS)) {}
-    ~Filter()
+    Rules() : filter_(seccomp_init(SCMP_ACT_KILL_PROCESS)) {}
+    ~Rules()
     {
         if (filter_) {
             seccomp_release(filter_);
         }
     }
-    Filter(const Filter&) = delete;
-    Filter& operator=(const Filter&) = delete;
+    Rules(const Rules&) = delete;
+    Rules& operator=(const Rules&) = delete;
 
     void allow(int call) { seccomp_rule_add(filter_, SCMP_ACT_ALLOW, call, 0); }
 
@@ -113,54 +115,53 @@ public:
         seccomp_load(filter_);
     }
 
-    explicit operator bool() const { return filter_ != nullptr; }
+    void addThreads();
 
 private:
     scmp_filter_ctx filter_;
 };
 
-void addThreads(Filter& filter)
+void SystemCallFilter::Rules::addThreads()
 {
     // A new thread is no new process. The newer call passes its flags in memory, where a filter
     // can't look; the C library takes the older one where the system doesn't know the newer.
     constexpr scmp_datum_t namespaces = CLONE_NEWNS | CLONE_NEWCGROUP | CLONE_NEWUTS |
                                         CLONE_NEWIPC | CLONE_NEWUSER | CLONE_NEWPID | CLONE_NEWNET;
-    filter.add(SCMP_ACT_ALLOW, SCMP_SYS(clone),
-               SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD | namespaces, CLONE_THREAD));
-    filter.add(SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3));
+    add(SCMP_ACT_ALLOW, SCMP_SYS(clone),
+        SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD | namespaces, CLONE_THREAD));
+    add(SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3));
 #ifdef VANTORA_SANITIZED
     // Its reports go without the names that another program would add.
-    filter.add(SCMP_ACT_ERRNO(EPERM), SCMP_SYS(clone),
-               SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0));
+    add(SCMP_ACT_ERRNO(EPERM), SCMP_SYS(clone), SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, 0));
 #endif
 }
 
-} // namespace
-
-void filterSystemCalls()
+SystemCallFilter::SystemCallFilter() : rules_(std::make_unique<Rules>())
 {
-    Filter filter;
-    if (!filter) {
-        return;
-    }
     for (const int call : allowedCalls) {
-        filter.allow(call);
+        rules_->allow(call);
     }
-    filter.allowWith(SCMP_SYS(ioctl), 1, allowedControls);
-    filter.allowWith(SCMP_SYS(fcntl), 1, allowedFileCommands);
-    filter.allowWith(SCMP_SYS(fcntl64), 1, allowedFileCommands);
-    filter.allowWith(SCMP_SYS(prctl), 0, allowedProcessControls);
-    addThreads(filter);
+    rules_->allowWith(SCMP_SYS(ioctl), 1, allowedControls);
+    rules_->allowWith(SCMP_SYS(fcntl), 1, allowedFileCommands);
+    rules_->allowWith(SCMP_SYS(fcntl64), 1, allowedFileCommands);
+    rules_->allowWith(SCMP_SYS(prctl), 0, allowedProcessControls);
+    rules_->addThreads();
     // abort() sends a signal to this process, which is all that signals are needed for.
-    filter.add(SCMP_ACT_ALLOW, SCMP_SYS(tgkill),
-               SCMP_A0(SCMP_CMP_EQ, static_cast<scmp_datum_t>(getpid()), 0));
+    rules_->add(SCMP_ACT_ALLOW, SCMP_SYS(tgkill),
+                SCMP_A0(SCMP_CMP_EQ, static_cast<scmp_datum_t>(getpid()), 0));
     // Asking for this process's limits, and setting the times of open files.
-    filter.add(SCMP_ACT_ALLOW, SCMP_SYS(prlimit64), SCMP_A0(SCMP_CMP_EQ, 0, 0),
-               SCMP_A2(SCMP_CMP_EQ, 0, 0));
-    filter.add(SCMP_ACT_ALLOW, SCMP_SYS(utimensat), SCMP_A1(SCMP_CMP_EQ, 0, 0));
+    rules_->add(SCMP_ACT_ALLOW, SCMP_SYS(prlimit64), SCMP_A0(SCMP_CMP_EQ, 0, 0),
+                SCMP_A2(SCMP_CMP_EQ, 0, 0));
+    rules_->add(SCMP_ACT_ALLOW, SCMP_SYS(utimensat), SCMP_A1(SCMP_CMP_EQ, 0, 0));
     // Who the user is may be asked of a service, and without it of a file.
-    filter.add(SCMP_ACT_ERRNO(EPERM), SCMP_SYS(socket));
-    filter.load();
+    rules_->add(SCMP_ACT_ERRNO(EPERM), SCMP_SYS(socket));
+}
+
+SystemCallFilter::~SystemCallFilter() = default;
+
+void SystemCallFilter::enforce()
+{
+    rules_->load();
 }
 
 } // namespace vantora

@@ -1,11 +1,26 @@
 #pragma once
 
+#include <memory>
+
 namespace vantora {
 
-/// Lets this process call the system only for what working on documents takes, for good; it is
-/// killed over anything else (SIGSYS). The calls that act on files stay, but those that change
-/// a file by its path without opening it; so do threads. Where the system has no such filters,
-/// nothing happens.
-void filterSystemCalls();
+/// The calls of the system that working on documents takes. Those that act on files are among
+/// them, but for those that change a file by its path without opening it; so are threads.
+class SystemCallFilter {
+public:
+    SystemCallFilter();
+    ~SystemCallFilter();
+    SystemCallFilter(const SystemCallFilter&) = delete;
+    SystemCallFilter& operator=(const SystemCallFilter&) = delete;
+
+    /// Lets this process call the system for nothing else, for good; it is killed over it (SIGSYS).
+    /// To be called in the process that the filter was made in. Where the system has no such
+    /// filters, nothing happens.
+    void enforce();
+
+private:
+    class Rules;
+    std::unique_ptr<Rules> rules_;
+};
 
 } // namespace vantora

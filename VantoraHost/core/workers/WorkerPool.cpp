@@ -65,15 +65,11 @@ public:
                 plan_.leaveOut(i);
             }
         }
-        WorkerSetup setup = settings.setup;
-        setup.job = batch.settings;
-        setup.files = fileAccessOf(batch);
-        setupLine_ = setupMessage(setup);
     }
 
     Result<BatchResult> run()
     {
-        if (!settings_.copies) {
+        if (earlyLeft() > 0 || !settings_.copies) {
             startWorkers();
         }
         if (const Outcome begun = settings_.begin(); !begun) {
@@ -131,7 +127,8 @@ private:
         const std::size_t wanted =
             std::min(workers_, busy + plan_.workersWorthwhile() + suspects_.size());
         while (crew_.size() < wanted && !failure_) {
-            auto process = startWorker();
+            const bool isEarly = earlyLeft() > 0;
+            auto process = isEarly ? settings_.early->take() : startWorker();
             if (!process) {
                 // Those that are there go on; the system may be short of processes for a moment.
                 if (crew_.empty()) {
@@ -142,9 +139,36 @@ private:
             CrewMember member;
             member.process = std::move(*process);
             member.since = settings_.now();
-            member.process->send(setupLine_);
+            member.process->send(isEarly ? setupLineOfEarly() : setupLine());
             crew_.push_back(std::move(member));
         }
+    }
+
+    std::size_t earlyLeft() const { return settings_.early ? settings_.early->left() : 0; }
+
+    std::string setupLineWith(std::vector<std::string> readable) const
+    {
+        WorkerSetup setup = settings_.setup;
+        setup.job = batch_.settings;
+        setup.files = {std::move(readable), writableFor(batch_)};
+        return setupMessage(setup);
+    }
+
+    // Each is made when the first worker is to get it.
+    const std::string& setupLine()
+    {
+        if (setupLine_.empty()) {
+            setupLine_ = setupLineWith(readableFor(batch_.inputs));
+        }
+        return setupLine_;
+    }
+
+    const std::string& setupLineOfEarly()
+    {
+        if (setupLineOfEarly_.empty()) {
+            setupLineOfEarly_ = setupLineWith({});
+        }
+        return setupLineOfEarly_;
     }
 
     Result<std::unique_ptr<WorkerProcess>> startWorker()
@@ -154,13 +178,13 @@ private:
         }
         output_ = FileDescriptor(::memfd_create("standard output", MFD_CLOEXEC));
         return WorkerProcess::copy({output_.get()}, [&](int orders, int answers) {
-            JobSettings inherited;
-            inherited.standardInput = batch_.settings.standardInput;
-            inherited.standardOutput = [this](std::string_view bytes) {
+            WorkerInheritance inheritance;
+            inheritance.streams.standardInput = batch_.settings.standardInput;
+            inheritance.streams.standardOutput = [this](std::string_view bytes) {
                 return ::write(output_.get(), bytes.data(), bytes.size()) ==
                        static_cast<ssize_t>(bytes.size());
             };
-            return serveAsWorker({orders, answers}, settings_.copies, &inherited) ? 0 : 1;
+            return serveAsWorker({orders, answers}, settings_.copies, inheritance) ? 0 : 1;
         });
     }
 
@@ -550,6 +574,7 @@ private:
     BatchPlan plan_;
     ReportOrder order_;
     std::string setupLine_;
+    std::string setupLineOfEarly_;
     std::vector<CrewMember> crew_;
     BatchResult result_;
     std::optional<Error> failure_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantoraHost/core/documents/Batch.h"
+#include "VantoraHost/core/workers/EarlyWorkers.h"
 #include "VantoraHost/core/workers/WorkerMessages.h"
 
 #include <chrono>
@@ -12,9 +13,10 @@ namespace vantora {
 /// How a run is spread over worker processes.
 struct WorkerSettings {
     std::filesystem::path program; ///< which is started with the argument "worker"
-    StoredReader copies;   ///< where set, workers are copies of this process instead, which read
-                           ///< saved options so; standard input and output are for these only
-    std::size_t count = 1; ///< at most so many at a time, at least 1
+    StoredReader copies; ///< where set, workers are copies of this process instead, which read
+                         ///< saved options so; standard input and output are for these only
+    EarlyWorkers* early = nullptr; ///< those that are to be taken first; outlive the run
+    std::size_t count = 1;         ///< at most so many at a time, at least 1
     /// Called once, while workers start and before any of them gets a document; before they start
     /// where they are copies, which have then what it has loaded.
     std::function<Outcome()> begin = [] { return Outcome(); };

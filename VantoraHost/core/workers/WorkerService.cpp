@@ -62,40 +62,38 @@ bool isAsked()
 
 class Service {
 public:
-    Service(Lines& lines, WorkerSetup given) : lines_(lines), setup_(std::move(given))
+    Service(Lines& lines, WorkerSetup given, const WorkerInheritance& inheritance)
+        : lines_(lines), setup_(std::move(given)), library_(inheritance.library),
+          sequence_(inheritance.sequence)
     {
+        setup_.job.standardInput = inheritance.streams.standardInput;
+        setup_.job.standardOutput = inheritance.streams.standardOutput;
         setup_.job.cancelled = isAsked;
         setup_.job.savingBegins = [] { mayEnd = 0; };
         setup_.job.verifyingBegins = [this] { nothingToFinish(); };
         nothingToFinish();
     }
 
-    /// Loads what is needed, and begins the run if that is this worker's to do.
-    Outcome begin()
+    /// Loads what isn't there yet, confines this process, and begins the run if that is this
+    /// worker's to do.
+    Outcome begin(Confinement& confinement)
     {
-        auto loaded = loadPdfLibrary(setup_.library);
-        if (!loaded) {
-            return tl::unexpected<Error>(std::move(loaded.error()));
+        if (!library_) {
+            if (const Outcome loaded = load(); !loaded) {
+                return loaded;
+            }
+            confinement.allow({programFiles(ownFolders(setup_)), {}});
         }
-        library_ = std::move(*loaded);
-        auto made = Sequence::of(setup_.steps, ActionCatalog::of(setup_.actionFolders));
-        if (!made) {
-            return tl::unexpected<Error>(std::move(made.error()));
-        }
-        sequence_ = std::make_unique<Sequence>(std::move(*made));
         const auto verifier = verifierIn(setup_.job.verifier);
         if (!verifier) {
             return tl::unexpected<Error>(verifier.error());
         }
         verifier_ = *verifier;
-        std::vector<std::filesystem::path> own = setup_.actionFolders;
-        own.push_back(setup_.library.parent_path());
         if (verifier_ != nullptr) {
-            own.push_back(std::filesystem::path(setup_.job.verifier).parent_path());
+            confinement.allow({{std::filesystem::path(setup_.job.verifier).parent_path()}, {}});
         }
-        const std::vector<std::string> always = programFiles(std::move(own));
-        setup_.files.readable.insert(setup_.files.readable.end(), always.begin(), always.end());
-        confine(setup_.memoryLimit, setup_.files);
+        confinement.allow(setup_.files);
+        confinement.enforce(setup_.memoryLimit);
         return setup_.wholeRun ? sequence_->begin(*library_) : Outcome();
     }
 
@@ -117,6 +115,23 @@ public:
     }
 
 private:
+    Outcome load()
+    {
+        auto loaded = loadPdfLibrary(setup_.library);
+        if (!loaded) {
+            return tl::unexpected<Error>(std::move(loaded.error()));
+        }
+        loadedLibrary_ = std::move(*loaded);
+        auto made = Sequence::of(setup_.steps, ActionCatalog::of(setup_.actionFolders));
+        if (!made) {
+            return tl::unexpected<Error>(std::move(made.error()));
+        }
+        madeSequence_ = std::make_unique<Sequence>(std::move(*made));
+        library_ = loadedLibrary_.get();
+        sequence_ = madeSequence_.get();
+        return {};
+    }
+
     // Returns whether there may be another group.
     bool doGroup(DocumentJob& job, const std::vector<WorkerTask>& tasks)
     {
@@ -186,18 +201,30 @@ private:
 
     Lines& lines_;
     WorkerSetup setup_;
-    std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library_;
-    std::unique_ptr<Sequence> sequence_;
+    std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> loadedLibrary_;
+    std::unique_ptr<Sequence> madeSequence_;
+    KarvelPDFLibraryCPDylibCPP1311* library_;
+    Sequence* sequence_;
     const verification::Verifier* verifier_ = nullptr;
     OutputGroup outputs_;
 };
 
 } // namespace
 
-bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored, JobSettings* inherited)
+std::vector<std::filesystem::path> ownFolders(const WorkerSetup& setup)
+{
+    std::vector<std::filesystem::path> own = setup.actionFolders;
+    own.push_back(setup.library.parent_path());
+    return own;
+}
+
+bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored,
+                   const WorkerInheritance& inheritance)
 {
     giveUpPrivileges();
     listenForEnd();
+    Confinement confinement;
+    confinement.allow({inheritance.readable(), {}});
     Lines lines(channel);
     const auto first = lines.next();
     if (!first) {
@@ -208,12 +235,8 @@ bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored, Job
         lines.answer(WorkerRefusal{setup.error()});
         return false;
     }
-    if (inherited) {
-        setup->job.standardInput = std::move(inherited->standardInput);
-        setup->job.standardOutput = std::move(inherited->standardOutput);
-    }
-    Service service(lines, std::move(*setup));
-    if (const Outcome begun = service.begin(); !begun) {
+    Service service(lines, std::move(*setup), inheritance);
+    if (const Outcome begun = service.begin(confinement); !begun) {
         lines.answer(WorkerRefusal{begun.error()});
         return false;
     }

@@ -236,13 +236,20 @@ TEST_F(Workers, SayThatAnActionFailsAtTheEnd)
     expectAllDoneBut("");
 }
 
-TEST_F(Workers, AreStartedForThousandsOfDocuments)
+// Started ones where the plan is made first and is large, else copies of this process.
+TEST_F(Workers, DoThousandsOfDocumentsHoweverTheyAreMade)
 {
     takeThousands();
-    const auto answer = run("-q -p 1 -j 2");
-    EXPECT_EQ(answer.status, 0) << answer.err;
-    for (const std::string& name : names) {
-        EXPECT_TRUE(fs::exists("out/" + name)) << name;
+    terminal::Setting setting;
+    setting.program = "/nowhere/vantora";
+    for (const auto& [options, with] :
+         {std::pair("-q -p 1 -j 2", setting),
+          std::pair("-q -p 1 -j 2 --skip-existing", terminal::Setting())}) {
+        const auto answer = run(options, with);
+        EXPECT_EQ(answer.status, 0) << answer.err;
+        for (const std::string& name : names) {
+            EXPECT_TRUE(fs::remove("out/" + name)) << options << ": " << name;
+        }
     }
 }
 
@@ -251,11 +258,11 @@ TEST_F(Workers, ThatCannotBeStartedEndTheRun)
     takeThousands();
     terminal::Setting setting;
     setting.program = "/nowhere/vantora";
-    const auto missing = run("-p 1", setting);
+    const auto missing = run("-p 1 --skip-existing", setting);
     EXPECT_EQ(missing.status, 1);
     EXPECT_THAT(missing.err, HasSubstr("a worker process can't be started: No such file"));
     setting.program = "/bin/false";
-    const auto useless = run("-p 1", setting);
+    const auto useless = run("-p 1 --skip-existing", setting);
     EXPECT_EQ(useless.status, 1);
     EXPECT_THAT(terminal::lines(useless.err),
                 ElementsAre(HasSubstr("end before they begin: exit status 1; -j 0 does without")));
