@@ -1,4 +1,5 @@
 #include "VantoraApp/CActionUtils.h"
+#include "VantoraApp/page_ranges/PlainNumber.h"
 
 #include <QtCore/QStringRef>
 
@@ -22,7 +23,7 @@ bool ValidateItem(const QStringRef& item, bool allowDescending)
         return IsNumber(item);
     const QStringRef first = item.left(dash);
     const QStringRef last = item.mid(dash + 1);
-    return IsNumber(first) && IsNumber(last) && (allowDescending || first.toInt() < last.toInt());
+    return IsNumber(first) && IsNumber(last) && (allowDescending || NumberOf(first) < NumberOf(last));
 }
 
 /// Calls `visit` with each part of the text between separators, empty ones included, until it
@@ -106,8 +107,8 @@ PageSet ReadPages(const QString& text, int pageCount)
     PageSet pages;
     ForEachPart(text, QLatin1Char(','), [&pages, pageCount](const QStringRef& item) {
         const int dash = item.indexOf(QLatin1Char('-'));
-        qint64 first = (dash < 0 ? item : item.left(dash)).toInt();
-        const qint64 last = dash < 0 ? first : item.mid(dash + 1).toInt();
+        qint64 first = NumberOf(dash < 0 ? item : item.left(dash));
+        const qint64 last = dash < 0 ? first : NumberOf(item.mid(dash + 1));
         if (first > pageCount || first > last)
             return true;
         // QString reads U+2212 as a minus sign, which is not the dash of a range: only such a text

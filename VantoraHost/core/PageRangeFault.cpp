@@ -1,6 +1,7 @@
 #include "VantoraHost/core/PageRangeFault.h"
 
 #include "VantoraApp/CActionUtils.h"
+#include "VantoraApp/page_ranges/PlainNumber.h"
 
 #include <QtCore/QStringList>
 #include <QtCore/QVector>
@@ -135,7 +136,7 @@ int plainPage(const QStringRef& text)
     constexpr int mostDigits = 9;
     const bool isPlain = !text.isEmpty() && text.size() <= mostDigits && text.front() != '0' &&
                          std::all_of(text.begin(), text.end(), isDigit);
-    return isPlain ? text.toInt() : 0;
+    return isPlain ? NumberOf(text) : 0;
 }
 
 // Pages as most texts name them, of which there may be many: nothing is wrong there.

@@ -127,13 +127,17 @@ Result<RunSteps> stepsOfRun(const RunOptions& options, const Installation& insta
     if (const Outcome fit = checkSteps(options, *sequence); !fit) {
         return tl::unexpected<Error>(fit.error());
     }
-    RunIdentity identity = {VANTORA_VERSION,
-                            stepsDigest(sequence->steps()),
-                            stepsJson(sequence->steps()),
-                            nanosecondsNow(),
-                            options.salvage,
-                            options.verify};
-    return RunSteps{std::move(*requested), std::move(*sequence), std::move(identity)};
+    return RunSteps{std::move(*requested), std::move(*sequence)};
+}
+
+RunIdentity identityOf(const RunOptions& options, const Sequence& sequence)
+{
+    return {VANTORA_VERSION,
+            stepsDigest(sequence.steps()),
+            stepsJson(sequence.steps()),
+            nanosecondsNow(),
+            options.salvage,
+            options.verify};
 }
 
 JobSettings settingsOf(const RunOptions& options)

@@ -20,13 +20,16 @@ namespace vantora::cli {
 struct RunSteps {
     std::vector<StepRequest> requested; ///< as workers are told them
     Sequence sequence;
-    RunIdentity identity; ///< of a run that begins now
 };
 
 /// Finds the actions. The error is that they aren't there, or can't do what the options say;
 /// `guiPart` is asked only for saved steps.
 Result<RunSteps> stepsOfRun(const RunOptions& options, const Installation& installation,
                             const GuiPartSource& guiPart);
+
+/// What reports tell of a run of these steps that begins now. Takes longer the longer the options of
+/// the steps are.
+RunIdentity identityOf(const RunOptions& options, const Sequence& sequence);
 
 /// What holds for every document, but for passwords and standard input.
 JobSettings settingsOf(const RunOptions& options);

@@ -54,6 +54,12 @@ Result<std::size_t> leaveOutDone(const RunOptions& options, std::vector<Input>& 
     return done;
 }
 
+// Whether anything tells of the run or is compared with it.
+bool hasReports(const RunOptions& options)
+{
+    return options.json || !options.reportPath.empty() || !options.resumed.empty();
+}
+
 std::vector<std::string> reportsOf(const RunOptions& options)
 {
     std::vector<std::string> reports = options.resumed;
@@ -300,7 +306,9 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
     if (!steps) {
         return failedWith(streams, options.json, steps.error());
     }
-    Result<RunInputs> inputs = inputsOf(options, steps->identity, streams);
+    const RunIdentity identity =
+        hasReports(options) ? identityOf(options, steps->sequence) : RunIdentity();
+    Result<RunInputs> inputs = inputsOf(options, identity, streams);
     if (!inputs) {
         return failedWith(streams, options.json, inputs.error());
     }
@@ -332,8 +340,7 @@ int run(const RunOptions& options, const Installation& installation, const GuiPa
         removeAbandonedFiles(batch->targets);
     }
     RunReporter reporter(options, batch->inputs.size(),
-                         {steps->identity, std::move(*report), inputs->notNamed}, *records,
-                         streams);
+                         {identity, std::move(*report), inputs->notNamed}, *records, streams);
     const Result<BatchResult> result = carryOut(*steps, *batch, options, means, reporter);
     if (!result) {
         return failedWith(streams, options.json, result.error());

@@ -39,7 +39,7 @@ WatchRun::WatchRun(const WatchOptions& options, Equipment equipment,
                    const Installation& installation, const GuiPartSource& guiPart,
                    const Streams& streams)
     : options_(options), installation_(installation), guiPart_(guiPart), streams_(streams),
-      with_(std::move(equipment)),
+      with_(std::move(equipment)), identity_(identityOf(options.run, with_.steps.sequence)),
       watch_(std::move(with_.folders), {options.settle, options.poll, options.once},
              {streams.interrupted,
               [this](const WatchedDocument& document) { return isDone(document); },
@@ -68,7 +68,7 @@ Outcome WatchRun::readState()
         return read;
     }
     for (const DocumentReport& placed : state_.takePlaced()) {
-        with_.report.add(placed, with_.steps.identity);
+        with_.report.add(placed, identity_);
     }
     return with_.report.sync();
 }
@@ -217,9 +217,9 @@ Outcome WatchRun::doGroup(const std::vector<WatchedDocument>& documents)
         foldersAreTidy_ = true;
     }
     RunRecords records({installation_.program, {}}, {}, batch->inputs, std::nullopt);
-    RunReporter printer(options_.run, documents.size(), {with_.steps.identity, std::nullopt, 0},
-                        records, streams_);
-    GroupReporter group(documents, printer, with_.report, with_.steps.identity, state_,
+    RunReporter printer(options_.run, documents.size(), {identity_, std::nullopt, 0}, records,
+                        streams_);
+    GroupReporter group(documents, printer, with_.report, identity_, state_,
                         [&](const std::string& path) {
                             const auto faults = faults_.find(path);
                             return faults != faults_.end() && faults->second >= mostFaults;

@@ -57,6 +57,7 @@ private:
     const GuiPartSource& guiPart_;
     const Streams& streams_;
     Equipment with_;
+    const RunIdentity identity_;
     WatchState state_;
     FolderWatch watch_;
     bool foldersAreTidy_ = false;

@@ -1,6 +1,7 @@
 #include "VantoraHost/core/actions/DeletePagesOptions.h"
 
 #include "VantoraApp/CActionUtils.h"
+#include "VantoraApp/page_ranges/PlainNumber.h"
 #include "VantoraHost/core/PageRangeFault.h"
 
 #include <QtCore/QString>
@@ -38,7 +39,7 @@ int highestPageNamed(const QString& range)
 {
     int highest = 0;
     for (const QStringRef& item : range.splitRef(',')) {
-        highest = std::max(highest, item.mid(item.lastIndexOf('-') + 1).toInt());
+        highest = std::max(highest, NumberOf(item.mid(item.lastIndexOf('-') + 1)));
     }
     return highest;
 }

@@ -7,6 +7,7 @@
 
 #include <QtCore/QJsonArray>
 
+#include <charconv>
 #include <cmath>
 
 namespace vantora {
@@ -192,6 +193,33 @@ private:
     Members members_;
 };
 
+// Of thousands of pages, one text is read in a fraction of the time that an array takes.
+std::string joined(const std::vector<int>& pages)
+{
+    std::string text;
+    for (const int page : pages) {
+        text += std::to_string(page) + ',';
+    }
+    return text;
+}
+
+// The pages of such a text; none where it is none.
+std::optional<std::vector<int>> pagesIn(const std::string& text)
+{
+    std::vector<int> pages;
+    const char* const end = text.data() + text.size();
+    for (const char* next = text.data(); next != end; ++next) {
+        int page = 0;
+        const auto read = std::from_chars(next, end, page);
+        if (read.ec != std::errc() || read.ptr == end || *read.ptr != ',') {
+            return std::nullopt;
+        }
+        pages.push_back(page);
+        next = read.ptr;
+    }
+    return pages;
+}
+
 JsonObject objectOf(const DocumentReport& report, Members members = Members::All)
 {
     ReportJson json(members);
@@ -199,9 +227,13 @@ JsonObject objectOf(const DocumentReport& report, Members members = Members::All
     json.add("output", textOrNone(report.output))
         .add("output_existed", report.outputExisted)
         .add("pages_before", report.pagesBefore)
-        .add("pages_after", report.pagesAfter)
-        .add("pages_removed", report.pagesRemoved)
-        .add("bytes_before", report.bytesBefore)
+        .add("pages_after", report.pagesAfter);
+    if (members == Members::Known && report.pagesRemoved) {
+        json.object().add("pages_removed", joined(*report.pagesRemoved));
+    } else {
+        json.add("pages_removed", report.pagesRemoved);
+    }
+    json.add("bytes_before", report.bytesBefore)
         .add("bytes_after", report.bytesAfter)
         .add("input_modified", textOrNone(report.inputModified))
         .addReadable("input_modified_at", report.inputModified)
@@ -271,7 +303,9 @@ std::optional<DocumentReport> reportOf(const QJsonObject& json)
     report.leftBlank = member("left_blank").toBool();
     report.pagesBefore = pageCount(member("pages_before"));
     report.pagesAfter = pageCount(member("pages_after"));
-    if (member("pages_removed").isArray()) {
+    if (member("pages_removed").isString()) {
+        report.pagesRemoved = pagesIn(bytesOf(member("pages_removed").toString()));
+    } else if (member("pages_removed").isArray()) {
         report.pagesRemoved.emplace();
         for (const QJsonValue& page : member("pages_removed").toArray()) {
             report.pagesRemoved->push_back(page.toInt());

@@ -59,7 +59,8 @@ void takeWarnings(const QJsonArray& all, std::vector<std::string>& warnings,
 /// The report as one JSON object on one line, without the line's end; ASCII only.
 std::string toJson(const DocumentReport& report);
 
-/// The same, and as short as may be: without what reportOf takes a missing member for.
+/// The same for reportOf alone, which reads it faster: without what that takes a missing member for,
+/// and with the removed pages as one text.
 std::string toBriefJson(const DocumentReport& report);
 
 /// As toJson, with the run that it comes from, as a line of a report is.

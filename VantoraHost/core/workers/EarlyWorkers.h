@@ -25,7 +25,8 @@ public:
                                               const std::vector<std::string>& inputs,
                                               const StoredReader& stored);
 
-    /// One that waits for its setup, which need not name what it may read; null when all are taken.
+    /// One that waits for its setup, which need not name the steps, nor what it may read; null when
+    /// all are taken.
     std::unique_ptr<WorkerProcess> take();
 
     std::size_t left() const { return waiting_.size(); }

@@ -21,7 +21,7 @@
 namespace vantora {
 
 /// The version of the messages; a worker refuses the setup of another one.
-inline constexpr int workerProtocol = 10;
+inline constexpr int workerProtocol = 11;
 
 /// What a worker is told first.
 struct WorkerSetup {

@@ -146,9 +146,11 @@ private:
 
     std::size_t earlyLeft() const { return settings_.early ? settings_.early->left() : 0; }
 
-    std::string setupLineWith(std::vector<std::string> readable) const
+    std::string setupLineWith(std::vector<StepRequest> steps,
+                              std::vector<std::string> readable) const
     {
         WorkerSetup setup = settings_.setup;
+        setup.steps = std::move(steps);
         setup.job = batch_.settings;
         setup.files = {std::move(readable), writableFor(batch_)};
         return setupMessage(setup);
@@ -158,7 +160,7 @@ private:
     const std::string& setupLine()
     {
         if (setupLine_.empty()) {
-            setupLine_ = setupLineWith(readableFor(batch_.inputs));
+            setupLine_ = setupLineWith(settings_.setup.steps, readableFor(batch_.inputs));
         }
         return setupLine_;
     }
@@ -166,7 +168,7 @@ private:
     const std::string& setupLineOfEarly()
     {
         if (setupLineOfEarly_.empty()) {
-            setupLineOfEarly_ = setupLineWith({});
+            setupLineOfEarly_ = setupLineWith({}, {});
         }
         return setupLineOfEarly_;
     }

@@ -1,4 +1,5 @@
 #include "VantoraApp/CActionUtils.h"
+#include "VantoraApp/page_ranges/PlainNumber.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -191,6 +192,16 @@ TEST(ValidatePageRange, IsLinearInTheText)
     EXPECT_TRUE(CActionUtils::ValidatePageRange(Repeated("1", 4000000), false));
     EXPECT_FALSE(CActionUtils::ValidatePageRange("1" + Repeated("-", 4000000), true));
     EXPECT_TRUE(CActionUtils::ValidateSplitPageRange(Repeated("1-22;", 500000) + "1"));
+}
+
+TEST(NumberOf, ReadsWhatQtReads)
+{
+    for (const char* text : {"", "0", "7", "007", " 12", "12 ", "+5", "-5", "1a", "a", "1-2", "٣",
+                             "−3", "999999999", "2147483647", "2147483648", "00000000001",
+                             "99999999999"}) {
+        const QString number = QString::fromUtf8(text);
+        EXPECT_EQ(NumberOf(QStringRef(&number)), number.toInt()) << text;
+    }
 }
 
 struct RunRow {

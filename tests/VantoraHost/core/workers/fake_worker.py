@@ -80,7 +80,7 @@ if HOW == "dies after its first document and while it begins":
     if 1 < starts < 8:
         os.kill(os.getpid(), signal.SIGKILL)
 sys.stdin.readline()
-answer(ready=10)
+answer(ready=11)
 while line := sys.stdin.readline():
     work(json.loads(line)["documents"])
 answer(end=None, asked=False)
