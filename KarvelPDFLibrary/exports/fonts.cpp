@@ -19,7 +19,10 @@ wchar_t* KPLGetInstalledFontsByCharset(int instance, int charset, int options)
         filter.scalable = (options & 2) != 0;
         filter.fixedWidth = (options & 4) != 0;
         filter.embeddable = (options & 8) != 0;
-        return fonts::installedFonts(static_cast<fonts::CharacterSet>(charset), filter)
+        return fonts::loadedFonts()
+            .and_then([&](fonts::InstalledFonts* installed) {
+                return installed->names(static_cast<fonts::CharacterSet>(charset), filter);
+            })
             .map(boundary::lines);
     });
 }

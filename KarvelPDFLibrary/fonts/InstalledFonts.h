@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+/// The fonts of the system: fontconfig and FreeType, in a module of its own that is loaded when it
+/// is first needed.
 namespace karvel::fonts {
 
 /// Character set codes of the interface.
@@ -35,8 +37,20 @@ struct FontFilter {
     bool embeddable = false; // by the font's licence bits
 };
 
-/// The names of the installed fonts that cover a character set, sorted by code points, without
-/// repeats, in UTF-8.
-Result<std::vector<std::string>> installedFonts(CharacterSet set, const FontFilter& filter);
+class InstalledFonts {
+public:
+    /// The names of the installed fonts that cover a character set, sorted by code points, without
+    /// repeats, in UTF-8.
+    virtual Result<std::vector<std::string>> names(CharacterSet set, const FontFilter& filter) = 0;
+
+    /// fonts::mayBeEmbedded of the module.
+    virtual bool mayBeEmbedded(const std::string& path, int face) = 0;
+
+protected:
+    ~InstalledFonts() = default;
+};
+
+/// The module's one object, which is loaded at the first call. May be called from any thread.
+Result<InstalledFonts*> loadedFonts();
 
 } // namespace karvel::fonts

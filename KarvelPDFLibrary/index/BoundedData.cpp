@@ -53,7 +53,7 @@ std::string boundedData(QPDFObjectHandle stream, std::size_t most)
 namespace {
 
 /// The same as of a stream, without the file in which one would have to stand.
-std::string inflated(const std::string& packed, std::size_t most)
+std::string plainlyInflated(const std::string& packed, std::size_t most)
 {
     BoundedPipeline collect(most);
     bool isUnusual = false;
@@ -78,7 +78,7 @@ std::string inflated(const std::string& packed, std::size_t most)
 std::string inflated(const std::string& packed, std::string_view parameters, std::size_t most)
 {
     if (parameters.empty()) {
-        return inflated(packed, most);
+        return plainlyInflated(packed, most);
     }
     QPDF scratch;
     scratch.setSuppressWarnings(true);

@@ -150,7 +150,7 @@ public:
 
 } // namespace karvel::viewer
 
-extern "C" __attribute__((visibility("default"))) karvel::viewer::Viewer* karvelViewer()
+extern "C" __attribute__((visibility("default"))) karvel::viewer::Viewer* karvelModule()
 {
     static karvel::viewer::PopplerViewer viewer;
     return &viewer;

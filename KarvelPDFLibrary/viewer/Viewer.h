@@ -71,10 +71,4 @@ protected:
 /// The module's one viewer, which is loaded at the first call. May be called from any thread.
 Result<Viewer*> loadedViewer();
 
-/// The name of the module's file, which lies beside the library, and of the function in it that
-/// returns the viewer.
-constexpr const char* moduleFile = "KarvelPDFLibraryViewer.so";
-constexpr const char* moduleEntry = "karvelViewer";
-using ModuleEntry = Viewer* (*)();
-
 } // namespace karvel::viewer

@@ -1,6 +1,4 @@
 #include "KarvelPDFLibrary/fonts/InstalledFonts.h"
-
-#include "KarvelPDFLibrary/fonts/Embedding.h"
 #include "tests/support/Inspect.h"
 
 #include <algorithm>
@@ -17,7 +15,12 @@ using Names = std::vector<std::string>;
 
 Names installed(CharacterSet set, FontFilter filter)
 {
-    return installedFonts(set, filter).value();
+    return loadedFonts().value()->names(set, filter).value();
+}
+
+bool mayBeEmbedded(const std::string& path)
+{
+    return loadedFonts().value()->mayBeEmbedded(path, 0);
 }
 
 bool has(const Names& names, const std::string& name)
@@ -91,8 +94,8 @@ TEST(InstalledFonts, CoverTheCharacterSet)
 TEST(Embedding, IsNotAllowedForWhatIsNoFont)
 {
     const support::ScratchFolder scratch;
-    EXPECT_FALSE(mayBeEmbedded(scratch.path("missing.ttf"), 0));
-    EXPECT_FALSE(mayBeEmbedded(scratch.write("text.ttf", "no font"), 0));
+    EXPECT_FALSE(mayBeEmbedded(scratch.path("missing.ttf")));
+    EXPECT_FALSE(mayBeEmbedded(scratch.write("text.ttf", "no font")));
 }
 
 struct Licence {
@@ -127,7 +130,7 @@ TEST(Licences, Decide)
         font[offset + 8] = static_cast<char>(row.bits >> 8);
         font[offset + 9] = static_cast<char>(row.bits & 0xFF);
         const support::ScratchFolder scratch;
-        EXPECT_EQ(mayBeEmbedded(scratch.write("a.ttf", font), 0), row.embeddable);
+        EXPECT_EQ(mayBeEmbedded(scratch.write("a.ttf", font)), row.embeddable);
     }
 }
 

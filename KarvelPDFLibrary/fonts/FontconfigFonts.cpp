@@ -112,9 +112,7 @@ std::string nameOf(const FcPattern* font, bool familyOnly)
     return style.empty() ? family : family + " " + style;
 }
 
-} // namespace
-
-Result<std::vector<std::string>> installedFonts(CharacterSet set, const FontFilter& filter)
+Result<std::vector<std::string>> namesOf(CharacterSet set, const FontFilter& filter)
 {
     const Owned<FcPattern> anything(FcPatternCreate());
     const Owned<FcObjectSet> wanted(FcObjectSetBuild(FC_FAMILY, FC_FULLNAME, FC_STYLE, FC_CHARSET,
@@ -145,4 +143,25 @@ Result<std::vector<std::string>> installedFonts(CharacterSet set, const FontFilt
     return std::vector<std::string>(names.begin(), names.end());
 }
 
+class FontconfigFonts final : public InstalledFonts {
+public:
+    Result<std::vector<std::string>> names(CharacterSet set, const FontFilter& filter) override
+    {
+        return namesOf(set, filter);
+    }
+
+    bool mayBeEmbedded(const std::string& path, int face) override
+    {
+        return fonts::mayBeEmbedded(path, face);
+    }
+};
+
+} // namespace
+
 } // namespace karvel::fonts
+
+extern "C" __attribute__((visibility("default"))) karvel::fonts::InstalledFonts* karvelModule()
+{
+    static karvel::fonts::FontconfigFonts fonts;
+    return &fonts;
+}
