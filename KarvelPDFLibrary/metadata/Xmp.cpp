@@ -1,10 +1,5 @@
 #include "KarvelPDFLibrary/metadata/Xmp.h"
 
-#include "KarvelPDFLibrary/metadata/FreeXml.h"
-
-#include <cstring>
-#include <libxml/parser.h>
-#include <libxml/tree.h>
 #include <memory>
 #include <qpdf/Buffer.hh>
 #include <qpdf/QUtil.hh>
@@ -12,8 +7,6 @@
 namespace karvel::metadata {
 
 namespace {
-
-constexpr const char* rdf = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
 
 /// Decoded packets beyond this are refused: they are made to fill memory.
 constexpr std::size_t largestPacket = 256U << 20U;
@@ -53,137 +46,25 @@ Result<std::string> packetBytes(Document& document)
     }
 }
 
-using XmlTree = std::unique_ptr<xmlDoc, FreeXml>;
-
-Result<XmlTree> parse(Document& document)
+/// The document's packet, read; null when it has none.
+Result<std::unique_ptr<xmp::Packet>> parsed(Document& document)
 {
-    Result<std::string> bytes = packetBytes(document);
-    if (!bytes) {
-        return tl::unexpected<Error>(bytes.error());
-    }
-    if (bytes->empty()) {
-        return XmlTree();
-    }
-    // Neither the network nor entities: a packet has no use for them. Errors come as no tree.
-    XmlTree tree(xmlReadMemory(bytes->data(), static_cast<int>(bytes->size()), nullptr, nullptr,
-                               XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
-                                   XML_PARSE_NOCDATA));
-    if (!tree) {
-        return fail(ErrorCode::BadSyntax,
-                    document.name() + ": the XMP packet is not well-formed XML");
-    }
-    return tree;
-}
-
-const char* text(const xmlChar* bytes)
-{
-    return reinterpret_cast<const char*>(bytes);
-}
-
-template <class Node>
-bool isNamed(const Node& node, const std::string& namespaceUri, const std::string& name)
-{
-    return node.ns != nullptr && namespaceUri == text(node.ns->href) && name == text(node.name);
-}
-
-const xmlNode* firstElement(const xmlNode& parent)
-{
-    const xmlNode* node = parent.children;
-    while (node != nullptr && node->type != XML_ELEMENT_NODE) {
-        node = node->next;
-    }
-    return node;
-}
-
-const xmlNode* nextElement(const xmlNode& element)
-{
-    const xmlNode* node = element.next;
-    while (node != nullptr && node->type != XML_ELEMENT_NODE) {
-        node = node->next;
-    }
-    return node;
-}
-
-std::string contentOf(const xmlNode& node)
-{
-    const std::unique_ptr<xmlChar, FreeXml> content(xmlNodeGetContent(&node));
-    return content ? text(content.get()) : std::string();
-}
-
-std::string valueOf(const xmlAttr& attribute)
-{
-    return contentOf(reinterpret_cast<const xmlNode&>(attribute));
-}
-
-const xmlAttr* attributeOf(const xmlNode& element, const std::string& namespaceUri,
-                           const std::string& name)
-{
-    for (const xmlAttr* attribute = element.properties; attribute != nullptr;
-         attribute = attribute->next) {
-        if (isNamed(*attribute, namespaceUri, name)) {
-            return attribute;
+    using Packet = std::unique_ptr<xmp::Packet>;
+    return packetBytes(document).and_then([&](const std::string& bytes) -> Result<Packet> {
+        if (bytes.empty()) {
+            return Packet();
         }
-    }
-    return nullptr;
-}
-
-/// A simple value: text, or the resource that the element names; a qualified one has its value in
-/// rdf:value (ISO 16684-1, 7.8).
-std::string simpleValue(const xmlNode& element)
-{
-    if (const xmlAttr* resource = attributeOf(element, rdf, "resource")) {
-        return valueOf(*resource);
-    }
-    const xmlNode* child = firstElement(element);
-    if (child == nullptr) {
-        return contentOf(element);
-    }
-    const xmlNode& holder = isNamed(*child, rdf, "Description") ? *child : element;
-    for (child = firstElement(holder); child != nullptr; child = nextElement(*child)) {
-        if (isNamed(*child, rdf, "value")) {
-            return contentOf(*child);
+        const Result<xmp::PacketReader*> reader = xmp::loadedReader();
+        if (!reader) {
+            return tl::unexpected<Error>(reader.error());
         }
-    }
-    return {};
-}
-
-/// Where a property stands: as an element, or as an attribute of its rdf:Description.
-struct Property {
-    const xmlNode* element = nullptr;
-    const xmlAttr* attribute = nullptr;
-};
-
-Property find(const xmlDoc& tree, const PropertyName& name)
-{
-    const xmlNode* root = xmlDocGetRootElement(&tree);
-    if (root != nullptr && !isNamed(*root, rdf, "RDF")) {
-        root = firstElement(*root); // x:xmpmeta around it
-    }
-    if (root == nullptr || !isNamed(*root, rdf, "RDF")) {
-        return {};
-    }
-    for (const xmlNode* description = firstElement(*root); description != nullptr;
-         description = nextElement(*description)) {
-        if (const xmlAttr* found = attributeOf(*description, name.namespaceUri, name.name)) {
-            return {nullptr, found};
+        Packet packet = (*reader)->read(bytes);
+        if (!packet) {
+            return fail(ErrorCode::BadSyntax,
+                        document.name() + ": the XMP packet is not well-formed XML");
         }
-        for (const xmlNode* element = firstElement(*description); element != nullptr;
-             element = nextElement(*element)) {
-            if (isNamed(*element, name.namespaceUri, name.name)) {
-                return {element, nullptr};
-            }
-        }
-    }
-    return {};
-}
-
-std::string simpleText(const xmlDoc& tree, const PropertyName& name)
-{
-    const Property property = find(tree, name);
-    if (property.attribute != nullptr) {
-        return valueOf(*property.attribute);
-    }
-    return property.element != nullptr ? simpleValue(*property.element) : std::string();
+        return packet;
+    });
 }
 
 std::string lowerCase(std::string ascii)
@@ -211,50 +92,35 @@ Result<std::string> xmpPacket(Document& document)
 
 Result<std::string> xmpProperty(Document& document, const PropertyName& property)
 {
-    const Result<XmlTree> tree = parse(document);
-    if (!tree) {
-        return tl::unexpected<Error>(tree.error());
-    }
-    return *tree ? simpleText(**tree, property) : std::string();
+    return parsed(document).map([&](const std::unique_ptr<xmp::Packet>& packet) {
+        return packet ? packet->text(property) : std::string();
+    });
 }
 
 Result<std::vector<std::string>> xmpItems(Document& document, const PropertyName& property)
 {
-    const Result<XmlTree> tree = parse(document);
-    if (!tree) {
-        return tl::unexpected<Error>(tree.error());
-    }
-    std::vector<std::string> items;
-    const xmlNode* element = *tree ? find(**tree, property).element : nullptr;
-    const xmlNode* array = element != nullptr ? firstElement(*element) : nullptr;
-    const bool isArray =
-        array != nullptr &&
-        (isNamed(*array, rdf, "Bag") || isNamed(*array, rdf, "Seq") || isNamed(*array, rdf, "Alt"));
-    const xmlNode* item = isArray ? firstElement(*array) : nullptr;
-    for (; item != nullptr; item = nextElement(*item)) {
-        if (isNamed(*item, rdf, "li")) {
-            items.push_back(simpleValue(*item));
-        }
-    }
-    return items;
+    return parsed(document).map([&](const std::unique_ptr<xmp::Packet>& packet) {
+        return packet ? packet->items(property) : std::vector<std::string>();
+    });
 }
 
 Result<std::vector<std::string>> conformanceClaims(Document& document)
 {
-    const Result<XmlTree> tree = parse(document);
-    if (!tree) {
-        return tl::unexpected<Error>(tree.error());
+    const Result<std::unique_ptr<xmp::Packet>> parsedPacket = parsed(document);
+    if (!parsedPacket) {
+        return tl::unexpected<Error>(parsedPacket.error());
     }
     std::vector<std::string> claims;
-    if (!*tree) {
+    const xmp::Packet* packet = parsedPacket->get();
+    if (packet == nullptr) {
         return claims;
     }
     const std::string archive = "http://www.aiim.org/pdfa/ns/id/";
-    const std::string part = simpleText(**tree, {archive, "part"});
+    const std::string part = packet->text({archive, "part"});
     if (!part.empty()) {
-        claims.push_back("PDF/A-" + part + lowerCase(simpleText(**tree, {archive, "conformance"})));
+        claims.push_back("PDF/A-" + part + lowerCase(packet->text({archive, "conformance"})));
     }
-    const std::string accessible = simpleText(**tree, {"http://www.aiim.org/pdfua/ns/id/", "part"});
+    const std::string accessible = packet->text({"http://www.aiim.org/pdfua/ns/id/", "part"});
     if (!accessible.empty()) {
         claims.push_back("PDF/UA-" + accessible);
     }
@@ -265,7 +131,7 @@ Result<std::vector<std::string>> conformanceClaims(Document& document)
         {"http://www.aiim.org/pdfe/ns/id/", "ISO_PDFEVersion"},
     };
     for (const PropertyName& property : named) {
-        const std::string claim = simpleText(**tree, property);
+        const std::string claim = packet->text(property);
         if (!claim.empty()) {
             claims.push_back(claim);
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KarvelPDFLibrary/document/Document.h"
+#include "KarvelPDFLibrary/xmp/Packets.h"
 
 #include <string>
 #include <vector>
@@ -14,11 +15,7 @@ bool hasXmpPacket(Document& document);
 /// The packet as text; empty when there is none.
 Result<std::string> xmpPacket(Document& document);
 
-/// Names a property: its namespace's URI and its name.
-struct PropertyName {
-    std::string namespaceUri;
-    std::string name;
-};
+using xmp::PropertyName;
 
 /// A simple property's text; empty when it is absent or no simple one.
 Result<std::string> xmpProperty(Document& document, const PropertyName& property);

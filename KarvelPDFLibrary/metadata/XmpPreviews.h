@@ -10,7 +10,7 @@ namespace karvel::metadata {
 bool mayHavePreviews(const std::string& packet);
 
 /// An XMP packet without its pictures of pages, wherever they stand in it. Nothing when it is not
-/// well-formed XML.
+/// well-formed XML. Throws when what reads packets cannot be loaded.
 std::optional<std::string> withoutPreviews(const std::string& packet);
 
 } // namespace karvel::metadata

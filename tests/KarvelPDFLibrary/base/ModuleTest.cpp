@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <future>
 #include <gmock/gmock.h>
+#include <vector>
 
 namespace {
 

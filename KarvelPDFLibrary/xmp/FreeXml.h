@@ -2,7 +2,7 @@
 
 #include <libxml/tree.h>
 
-namespace karvel::metadata {
+namespace karvel::xmp {
 
 /// Gives back what libxml2 has allocated; a deleter for std::unique_ptr.
 struct FreeXml {
@@ -11,4 +11,4 @@ struct FreeXml {
     void operator()(xmlBuffer* buffer) const { xmlBufferFree(buffer); }
 };
 
-} // namespace karvel::metadata
+} // namespace karvel::xmp
