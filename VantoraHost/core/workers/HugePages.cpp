@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 
@@ -24,6 +25,24 @@ constexpr int step = 1024 * 1024;
 
 constexpr std::size_t hugePage = 2 * 1024 * 1024; // on x86-64, and on ARM with pages of 4 KB
 
+// Whether the heap is in huge pages.
+bool isHuge = false;
+
+// Lets the heap go on where a huge page begins. What lies before that is taken, and never used.
+void goOnAtNextHugePage()
+{
+    constexpr std::size_t probe = 256 * 1024; // more than any piece that was given back
+    constexpr std::size_t overhead = 2 * sizeof(std::size_t);
+    void* volatile end = std::malloc(probe);
+    const auto used = reinterpret_cast<std::uintptr_t>(end) - overhead;
+    std::free(end);
+    const std::size_t rest = hugePage - used % hugePage;
+    if (rest > 2 * overhead) {
+        void* volatile unused = std::malloc(rest - 2 * overhead);
+        static_cast<void>(unused);
+    }
+}
+
 } // namespace
 
 void useHugePages()
@@ -39,9 +58,19 @@ void useHugePages()
     void* start = before;
     std::size_t grown = static_cast<std::size_t>(static_cast<char*>(sbrk(0)) - before);
     if (std::align(hugePage, hugePage, start, grown) != nullptr) {
-        madvise(start, grown / hugePage * hugePage, MADV_HUGEPAGE);
+        isHuge = madvise(start, grown / hugePage * hugePage, MADV_HUGEPAGE) == 0;
     }
     mallopt(M_TOP_PAD, step);
+    if (isHuge) {
+        goOnAtNextHugePage();
+    }
+}
+
+void leaveSharedHugePage()
+{
+    if (isHuge) {
+        goOnAtNextHugePage();
+    }
 }
 
 void giveRoomBackFor(std::uint64_t memoryLimit)

@@ -1,5 +1,7 @@
 #include "VantoraHost/core/workers/ProcessCopy.h"
 
+#include "VantoraHost/core/workers/HugePages.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <signal.h>
@@ -69,6 +71,7 @@ pid_t startCopy(const std::vector<int>& kept, const std::function<int()>& work)
         ::dup2(nothing, STDIN_FILENO);
         ::dup2(STDERR_FILENO, STDOUT_FILENO);
         closeAllBut(kept);
+        leaveSharedHugePage();
         status = work();
     } catch (const std::exception&) {
         status = EXIT_FAILURE;

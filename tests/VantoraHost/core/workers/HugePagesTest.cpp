@@ -41,6 +41,12 @@ TEST(HugePages, AreAskedForWhereLargeThingsWillBe)
     const std::vector<char> large(16 * 1024 * 1024);
     const auto last = reinterpret_cast<std::uintptr_t>(large.data() + large.size() - 1);
     EXPECT_NE(flagsOfMemoryAt(last).find(" hg "), std::string::npos) << flagsOfMemoryAt(last);
+    // What is small, too, and in a copy at the beginning of one that nothing else is in.
+    leaveSharedHugePage();
+    const std::vector<char> smaller(300'000);
+    const auto place = reinterpret_cast<std::uintptr_t>(smaller.data());
+    EXPECT_NE(flagsOfMemoryAt(place).find(" hg "), std::string::npos) << flagsOfMemoryAt(place);
+    EXPECT_LT(place % (2 * 1024 * 1024), 64U);
 }
 
 } // namespace
