@@ -50,9 +50,22 @@ bool CrewMember::isAt(std::size_t document) const
     return !documents.empty() && documents.front() == document;
 }
 
+void CrewMember::give(const std::vector<std::size_t>& group)
+{
+    ahead = isBusy() ? group.size() : 0;
+    documents.insert(documents.end(), group.begin(), group.end());
+}
+
+void CrewMember::noteEndOfGroup()
+{
+    if (documents.size() <= ahead && written.empty()) {
+        ahead = 0;
+    }
+}
+
 std::optional<std::size_t> CrewMember::current() const
 {
-    if (!documents.empty()) {
+    if (documents.size() > ahead) {
         return documents.front();
     }
     return written.empty() ? std::nullopt : std::optional(written.begin()->first);

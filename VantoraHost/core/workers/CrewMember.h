@@ -50,6 +50,8 @@ enum class WorkerFault {
 struct CrewMember {
     std::unique_ptr<WorkerProcess> process; ///< null once it is gone
     std::deque<std::size_t> documents; ///< neither written nor reported yet; it is at the first
+    std::size_t ahead = 0; ///< how many of these, the last ones, are a group that it has got for
+                           ///< when the one before has its names
     std::map<std::size_t, WorkerWritten> written; ///< about to get their names
     std::chrono::steady_clock::time_point since;  ///< when last heard of, or given something
     WorkerStage stage = WorkerStage::Starting;
@@ -57,6 +59,12 @@ struct CrewMember {
 
     void after(WorkerEvent event) { stage = stageAfter(stage, event); }
     void blameFor(WorkerFault what) { fault = fault == WorkerFault::None ? what : fault; }
+
+    /// Adds a group, which it begins with when it has nothing else.
+    void give(const std::vector<std::size_t>& group);
+
+    /// To be called when it may be done with a group: then it is at the next one.
+    void noteEndOfGroup();
 
     bool isBusy() const { return !documents.empty() || !written.empty(); }
     bool isAt(std::size_t document) const;

@@ -233,9 +233,21 @@ private:
         }
     }
 
+    // So that it needn't wait for its next documents, as long as there are many more. Behind a
+    // large one, or one that gets its second chance, others might wait for long.
+    bool mayHaveMoreAhead(const CrewMember& member) const
+    {
+        constexpr std::size_t many = 16;
+        constexpr std::size_t manyMore = 128;
+        return member.ahead == 0 && member.documents.size() >= many && suspects_.empty() &&
+               plan_.left() >= manyMore * workers_ &&
+               !batch_.settings.reportFirst; // the next line is the leave to give names there
+    }
+
     void handOutTo(CrewMember& member)
     {
-        if (!isOpen(member.stage) || member.isBusy()) {
+        const bool isBusy = member.isBusy();
+        if (!isOpen(member.stage) || (isBusy && !mayHaveMoreAhead(member))) {
             return;
         }
         const std::vector<std::size_t> group = nextGroup(member);
@@ -247,9 +259,9 @@ private:
             tasks.push_back({document, batch_.inputs[document], *batch_.targets[document],
                              batch_.rangeOf(document)});
         }
-        member.documents.assign(group.begin(), group.end());
+        member.give(group);
         member.after(WorkerEvent::IsGivenDocuments);
-        member.since = settings_.now();
+        member.since = isBusy ? member.since : settings_.now();
         member.process->send(tasksMessage(tasks));
     }
 
@@ -319,6 +331,7 @@ private:
             member.since = settings_.now();
             auto answer = answerOf(*line);
             makesSense = answer && take(member, std::move(*answer));
+            member.noteEndOfGroup();
         }
         if (!makesSense) {
             member.blameFor(WorkerFault::MadeNoSense);
@@ -394,6 +407,7 @@ private:
             }
             placed.push_back(std::move(written.mapped()));
         }
+        member.noteEndOfGroup();
         if (makesSense && !failure_) {
             handOutTo(member);
         }

@@ -1,5 +1,6 @@
 #include "VantoraHost/core/workers/WorkerPool.h"
 
+#include "VantoraHost/core/workers/CrewMember.h"
 #include "tests/support/Inspect.h"
 
 #include <gmock/gmock.h>
@@ -65,7 +66,7 @@ protected:
             Target target;
             target.name = target.path = outputOf(i);
             batch.inputs.push_back(scratch.write("in" + number + ".pdf", ""));
-            fs::resize_file(batch.inputs.back(), 3'000'000); // small ones come eight at a time
+            fs::resize_file(batch.inputs.back(), size); // small ones come eight or more at a time
             batch.targets.emplace_back(target);
         }
         return runInWorkers(batch, settings, listener);
@@ -96,6 +97,7 @@ protected:
         return listener.reports[batch.inputs[number]];
     }
 
+    std::uintmax_t size = 3'000'000; ///< of each document
     std::chrono::seconds timeToBegin = std::chrono::hours(1000000);
     std::function<Outcome()> begin = [] { return Outcome(); };
     support::ScratchFolder scratch;
@@ -174,6 +176,38 @@ TEST_F(RunWithABadWorker, GoesOnWhenSomeAreKilledBeforeTheyAreReady)
     ::setenv("FAKE_WORKER_STARTS", scratch.path("starts").c_str(), 1);
     expectAllDoneThough("dies after its first document and while it begins");
     EXPECT_EQ(support::readFile(scratch.path("starts")).size(), 8U);
+}
+
+TEST_F(RunWithABadWorker, GoesOnWithWhatItHadGotAhead)
+{
+    ::setenv("FAKE_WORKER_STARTS", scratch.path("starts").c_str(), 1);
+    size = 1;
+    expectAllDoneThough("dies after its first document and while it begins", 100);
+    EXPECT_EQ(support::readFile(scratch.path("starts")).size(), 8U);
+}
+
+TEST(Workers, AreAtADocumentOfTheirNextGroupWhenTheOneBeforeHasItsNames)
+{
+    CrewMember member;
+    const auto write = [&](std::size_t document) {
+        ASSERT_TRUE(member.isAt(document));
+        member.documents.pop_front();
+        member.written.emplace(document, WorkerWritten());
+        member.noteEndOfGroup();
+    };
+    member.give({1, 2});
+    member.give({3, 4});
+    EXPECT_EQ(member.current(), 1U);
+    write(1);
+    EXPECT_EQ(member.current(), 2U);
+    write(2);
+    EXPECT_EQ(member.current(), 1U) << "gets its name";
+    EXPECT_THAT(member.lost(), testing::ElementsAre(1, 2, 3, 4));
+    member.written.clear();
+    EXPECT_EQ(member.current(), std::nullopt) << "they have their names, and it hasn't said so";
+    EXPECT_THAT(member.lost(), testing::ElementsAre(3, 4));
+    member.noteEndOfGroup();
+    EXPECT_EQ(member.current(), 3U);
 }
 
 TEST_F(RunWithABadWorker, HearsOfOutputsBeforeTheyGetTheirNames)
