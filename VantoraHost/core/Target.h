@@ -3,6 +3,7 @@
 #include "VantoraHost/core/FileIdentity.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -28,6 +29,9 @@ struct Target {
     /// What the output replaces, as it was when that was planned; none for a new file, and in
     /// place, where it is what is opened.
     std::optional<FileVersion> replaced;
+
+    /// The size in bytes that the input had when its output was planned; none where nobody knows.
+    std::optional<std::uint64_t> inputSize;
 
     /// The input as somebody looked at it, so that nothing else is opened in its place; none where
     /// whatever is there will do.

@@ -57,12 +57,13 @@ class Planner {
 public:
     Planner(const std::vector<Input>& inputs, TakenName taken) : inputs_(inputs), taken_(taken)
     {
-        identities_.reserve(inputs.size());
+        found_.reserve(inputs.size());
         for (std::size_t i = 0; i < inputs.size(); ++i) {
             const bool isFile = inputs[i].path != standardStream;
-            identities_.push_back(isFile ? identityOf(inputs[i].path) : std::nullopt);
-            if (identities_[i]) {
-                inputOf_.emplace(*identities_[i], i);
+            const auto status = isFile ? statusOf(inputs[i].path) : std::nullopt;
+            found_.push_back(status ? std::optional(karvel::io::versionOf(*status)) : std::nullopt);
+            if (status) {
+                inputOf_.emplace(identityOf(*status), i);
             }
         }
     }
@@ -79,6 +80,7 @@ public:
                 taken_ == TakenName::Number ? numbered(outputOf(i)) : outputOf(i);
             planned.push_back(inputs_[i].leftAlone ? Result<Target>(Target())
                                                    : targetFor(inputs_[i].path, output, root));
+            noteSize(planned, i);
             const bool known = planned[i] && !inputs_[i].leftAlone;
             const auto [first, isNew] =
                 writerOf_.emplace(normalPath(known ? planned[i]->path : output), i);
@@ -95,7 +97,9 @@ public:
         planned.reserve(inputs_.size());
         for (std::size_t i = 0; i < inputs_.size(); ++i) {
             planned.push_back(replacementOf(inputs_[i].path, backup));
-            const auto first = identities_[i] ? inputOf_.find(*identities_[i]) : inputOf_.end();
+            noteSize(planned, i);
+            const auto first =
+                found_[i] ? inputOf_.find({found_[i]->device, found_[i]->inode}) : inputOf_.end();
             if (first != inputOf_.end() && first->second != i) {
                 refuseBoth(planned, first->second, i, "is the same file");
             }
@@ -104,6 +108,13 @@ public:
     }
 
 private:
+    void noteSize(Planned& planned, std::size_t input) const
+    {
+        if (planned[input] && found_[input]) {
+            planned[input]->inputSize = static_cast<std::uint64_t>(found_[input]->size);
+        }
+    }
+
     /// A name that neither a file nor an earlier input of this run has.
     std::string numbered(const std::string& output)
     {
@@ -262,7 +273,7 @@ private:
 
     const std::vector<Input>& inputs_;
     const TakenName taken_;
-    std::vector<std::optional<FileIdentity>> identities_; ///< of the inputs
+    std::vector<std::optional<FileVersion>> found_; ///< the inputs as they are
     std::unordered_map<FileIdentity, std::size_t, FileIdentityHash> inputOf_;
     std::unordered_map<std::string, std::size_t> writerOf_; ///< by output
     std::unordered_map<std::string, qint64> copiesOf_;      ///< taken names tried, by the first one

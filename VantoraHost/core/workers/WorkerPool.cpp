@@ -40,13 +40,17 @@ constexpr std::size_t mostBytesHeld = 64 * 1024 * 1024;
 // Documents that a worker has to do, beyond which nobody rests longer for them.
 constexpr std::size_t largestRest = 50;
 
-std::vector<std::uint64_t> sizesOf(const std::vector<std::string>& inputs)
+std::vector<std::uint64_t> sizesOf(const Batch& batch)
 {
     std::vector<std::uint64_t> sizes;
-    sizes.reserve(inputs.size());
-    for (const std::string& input : inputs) {
-        const auto state = stateOf(input);
-        sizes.push_back(state ? state->size : 0);
+    sizes.reserve(batch.inputs.size());
+    for (std::size_t i = 0; i < batch.inputs.size(); ++i) {
+        if (batch.targets[i] && batch.targets[i]->inputSize) {
+            sizes.push_back(*batch.targets[i]->inputSize);
+        } else {
+            const auto state = stateOf(batch.inputs[i]);
+            sizes.push_back(state ? state->size : 0);
+        }
     }
     return sizes;
 }
@@ -54,7 +58,7 @@ std::vector<std::uint64_t> sizesOf(const std::vector<std::string>& inputs)
 class Pool {
 public:
     Pool(const Batch& batch, const WorkerSettings& settings, RunObserver& observer)
-        : batch_(batch), settings_(settings), observer_(observer), sizes_(sizesOf(batch.inputs)),
+        : batch_(batch), settings_(settings), observer_(observer), sizes_(sizesOf(batch)),
           wholeRun_(settings.setup.wholeRun), workers_(wholeRun_ ? 1 : settings.count),
           plan_(sizes_, workers_, wholeRun_ ? HandingOut::InOrder : HandingOut::LongestFirst),
           order_([&](const DocumentReport& report) { observer.documentInTurn(report); }),
