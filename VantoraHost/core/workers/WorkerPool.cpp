@@ -190,7 +190,8 @@ private:
                 return ::write(output_.get(), bytes.data(), bytes.size()) ==
                        static_cast<ssize_t>(bytes.size());
             };
-            return serveAsWorker({orders, answers}, settings_.copies, inheritance) ? 0 : 1;
+            return serveAsWorker({orders, answers}, settings_.copies, std::move(inheritance)) ? 0
+                                                                                              : 1;
         });
     }
 

@@ -18,7 +18,7 @@ struct WorkerSettings {
     EarlyWorkers* early = nullptr; ///< those that are to be taken first; outlive the run
     std::size_t count = 1;         ///< at most so many at a time, at least 1
     /// Called once, while workers start and before any of them gets a document; before they start
-    /// where they are copies, which have then what it has loaded.
+    /// where they are copies and none was made early: they have then what it has loaded.
     std::function<Outcome()> begin = [] { return Outcome(); };
     std::chrono::seconds timeout{0}; ///< the longest that one document may take; 0 for no limit
     std::chrono::seconds timeToBegin{120}; ///< the longest that a worker may take to be ready

@@ -62,12 +62,12 @@ bool isAsked()
 
 class Service {
 public:
-    Service(Lines& lines, WorkerSetup given, const WorkerInheritance& inheritance)
+    Service(Lines& lines, WorkerSetup given, WorkerInheritance inheritance)
         : lines_(lines), setup_(std::move(given)), library_(inheritance.library),
           sequence_(inheritance.sequence)
     {
-        setup_.job.standardInput = inheritance.streams.standardInput;
-        setup_.job.standardOutput = inheritance.streams.standardOutput;
+        setup_.job.standardInput = std::move(inheritance.streams.standardInput);
+        setup_.job.standardOutput = std::move(inheritance.streams.standardOutput);
         setup_.job.cancelled = isAsked;
         setup_.job.savingBegins = [] { mayEnd = 0; };
         setup_.job.verifyingBegins = [this] { nothingToFinish(); };
@@ -219,7 +219,7 @@ std::vector<std::filesystem::path> ownFolders(const WorkerSetup& setup)
 }
 
 bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored,
-                   const WorkerInheritance& inheritance)
+                   WorkerInheritance inheritance)
 {
     giveUpPrivileges();
     listenForEnd();
@@ -235,7 +235,7 @@ bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored,
         lines.answer(WorkerRefusal{setup.error()});
         return false;
     }
-    Service service(lines, std::move(*setup), inheritance);
+    Service service(lines, std::move(*setup), std::move(inheritance));
     if (const Outcome begun = service.begin(confinement); !begun) {
         lines.answer(WorkerRefusal{begun.error()});
         return false;

@@ -19,7 +19,7 @@ struct WorkerInheritance {
 /// finished. Gives up what it does not need before it opens the first document. Returns false when
 /// there was nothing that it could do.
 bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored,
-                   const WorkerInheritance& inheritance = {});
+                   WorkerInheritance inheritance = {});
 
 /// The folders of the library and the actions that a setup names.
 std::vector<std::filesystem::path> ownFolders(const WorkerSetup& setup);
