@@ -6,6 +6,7 @@
 #include "KarvelPDFLibrary/deletion/Synchronize.h"
 #include "KarvelPDFLibrary/io/Permissions.h"
 #include "KarvelPDFLibrary/saving/Damage.h"
+#include "KarvelPDFLibrary/saving/DisguisedPages.h"
 #include "KarvelPDFLibrary/saving/EscapedNames.h"
 #include "KarvelPDFLibrary/saving/HeldBytes.h"
 #include "KarvelPDFLibrary/saving/LinearizedWriter.h"
@@ -187,6 +188,10 @@ void rewrite(Document& document, io::ByteSink& sink, const SaveOptions& options)
         document.changes().editTrailer().removeKey("/ID");
     }
     const EscapedNames names(document.file());
+    std::optional<DisguisedPages> pages;
+    if (options.linearize) {
+        pages.emplace(document.file());
+    }
     QPDFWriter writer(document.file());
     SinkPipeline pipeline(sink);
     writer.setOutputPipeline(&pipeline);

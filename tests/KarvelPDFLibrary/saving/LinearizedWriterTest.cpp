@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 #include <random>
+#include <tuple>
 
 namespace {
 
@@ -175,6 +176,17 @@ TEST(LinearizedWriter, PutsEveryKindOfUseInItsPlace)
          {{"", "", "/Own [@a 1 2]", ""},
           "/Odd @a",
           {{"a", "[@a @b]"}, {"b", "<< /A @a /B[@b @a]/C(5 0 R)/D 8% 8 0\n0 R >>"}}}},
+        {"pages outside of the page tree",
+         {{"/Own @a", "", "/Own @b", "/Annots [@n]"},
+          "/Outlines @o /Names << /Templates << /Names [(c) @c (d) @d] >> >>",
+          {{"a", "<< /Type /Page /Parent @pages /Thumb @p3 >>"},
+           {"b", "<< /Type /Page /Own @e /Parent @p3 >>"},
+           {"c", "<< /Type /Page /MediaBox [0 0 9 9] /Annots [@n] /Own @e >>"},
+           {"d", "<< /Type @t /Parent @c /Own [<< /Type /Page /Own [@c @d @p1] >>] >>"},
+           {"e", "[(only on such pages)]"},
+           {"n", "<< /Subtype /Text /Rect [0 0 9 9] /P @c >>"},
+           {"o", "<< /First @c /Last @c /Count 1 >>"},
+           {"t", "/Page"}}}},
         {"large data",
          {{"/Own @a", "", "/Own @b", "/Own @b"},
           "",
@@ -201,17 +213,35 @@ TEST(LinearizedWriter, KeepsTheTextOfObjectsButForNumbers)
     EXPECT_NE(linearizedWithout(pdf, {{2, 1}}).find(odd), std::string::npos);
 }
 
+/// libqpdf's linearisation, which writes some of these, would leave such pages out.
 TEST(LinearizedWriter, KeepsPagesOutsideOfThePageTree)
 {
-    const std::string pdf = Sketch{
-        {"", "", ""},
-        "/Names << /Templates << /Names [(a) @hidden] >> >>",
-        {{"hidden", "<< /Type /Page /MediaBox [0 0 9 9] /Own @own >>"},
-         {"own",
-          "(hidden away)"}}}.built();
-    const std::string bytes = linearizedWithout(pdf, {{2, 1}});
-    EXPECT_EQ(flaws(bytes), "");
-    EXPECT_EQ(support::valueAt(bytes, "Root/Names/Templates/Names/1/Own"), "(hidden away)");
+    const Sketch plain{{"", "", ""},
+                       "/Names << /Templates << /Names [(a) @hidden (b) @parted] >> >>",
+                       {{"hidden", "<< /Type /Page /MediaBox [0 0 9 9] /Own @own >>"},
+                        {"parted", "[<< /Type @type /Own [@own] >>]"},
+                        {"own", "(hidden away)"},
+                        {"type", "/Page"}}};
+    Sketch odd = plain;
+    odd.pages.back() = "/Own @s";
+    odd.objects.emplace_back("s", "/Type /ObjStm /N 0 /First 0|");
+    SaveOptions readable = linearizing();
+    readable.readable = true;
+    const std::tuple<const char*, Sketch, SaveOptions> rows[] = {
+        {"copied", plain, linearizing()},
+        {"rewritten", plain, linearizing(Way::Rewrite)},
+        {"readable", plain, readable},
+        {"reference to what looks like an object stream", odd, linearizing()}};
+    for (const auto& [name, sketch, options] : rows) {
+        SCOPED_TRACE(name);
+        auto document = support::opened(sketch.built());
+        ASSERT_TRUE(pages::deletePages(*document, {2, 1}).has_value());
+        const std::string bytes = toString(*document, options).value_or("");
+        EXPECT_EQ(flaws(bytes), "");
+        EXPECT_EQ(support::valueAt(bytes, "Root/Names/Templates/Names/1/Own"), "(hidden away)");
+        EXPECT_EQ(support::valueAt(bytes, "Root/Names/Templates/Names/3/0/Own/0"), "(hidden away)");
+        EXPECT_EQ(support::valueAt(bytes, "Root/Names/Templates/Names/3/0/Type"), "/Page");
+    }
 }
 
 TEST(LinearizedWriter, KeepsThePermanentHalfOfTheIdentifierAndIsDeterministic)
