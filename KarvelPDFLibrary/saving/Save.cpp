@@ -209,8 +209,9 @@ std::string passwordOfOutput(const Document& document, const SaveOptions& option
     return document.password();
 }
 
-/// Lets libqpdf write the document, and linearises what it wrote: its own linearisation ends in an
-/// internal error on some documents that were damaged.
+/// Lets libqpdf write the document, and linearises what it wrote. Its own linearisation serves
+/// where ours can't, and on the copy only: it moves what pages inherit, and keeps the pages that it
+/// found for the next time. On some documents that were damaged it ends in an internal error.
 void rewriteLinearized(Document& document, io::ByteSink& sink, const SaveOptions& options)
 {
     SaveOptions plain = options;
@@ -219,14 +220,19 @@ void rewriteLinearized(Document& document, io::ByteSink& sink, const SaveOptions
     rewrite(document, rewritten, plain);
     auto clean = Document::load(io::fromMemory(std::move(rewritten.text)),
                                 {passwordOfOutput(document, options)});
+    if (!clean) {
+        rewrite(document, sink, options);
+        return;
+    }
     SaveOptions copying = options;
     copying.objectStreams = ObjectStreams::Keep;
     copying.streamData = StreamData::Keep;
     copying.recompressFlate = false;
+    copying.readable = false;
     copying.encrypting = Encrypting::AsLoaded;
-    if (!clean || !whyNotVerbatim(**clean, copying).empty() ||
+    if (!whyNotVerbatim(**clean, copying).empty() ||
         !deletion::synchronize(**clean, deletion::Degree::Recorded)) {
-        rewrite(document, sink, options);
+        rewrite(**clean, sink, copying);
         return;
     }
     prepareForLinearizing(**clean);
@@ -295,7 +301,7 @@ Outcome write(Document& document, bool verbatim, io::ByteSink& sink, const SaveO
         writeLinearized(document, *live, counting, options);
     } else if (verbatim) {
         writeVerbatim(document, *live, counting, options);
-    } else if (options.linearize && !options.readable && options.way != Way::Rewrite) {
+    } else if (options.linearize) {
         rewriteLinearized(document, counting, options);
     } else {
         rewrite(document, counting, options);

@@ -315,14 +315,32 @@ TEST(LinearizedWriter, WritesPagesThatAreThumbnailsOfOthers)
 
 TEST(LinearizedWriter, LeavesTheDocumentAsItWas)
 {
+    SaveOptions readable = linearizing();
+    readable.readable = true;
+    for (const SaveOptions& options : {linearizing(), linearizing(Way::Rewrite), readable}) {
+        auto document = support::opened(
+            Sketch{{"", "", ""}, "", {}, "/MediaBox [0 0 300 300] /Rotate 180"}.built());
+        const std::string first = toString(*document, options).value_or("");
+        ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
+        const std::string second = toString(*document, options).value_or("");
+        EXPECT_EQ(flaws(first) + flaws(second), "");
+        EXPECT_EQ(support::valueAt(second, "p1/Rotate"), "180");
+        EXPECT_EQ(support::problems(support::savedIn(*document)), "");
+    }
+}
+
+TEST(LinearizedWriter, MakesReadableDocuments)
+{
     auto document = support::opened(
-        Sketch{{"", "", ""}, "", {}, "/MediaBox [0 0 300 300] /Rotate 180"}.built());
-    const std::string first = linearizedIn(*document);
-    ASSERT_TRUE(pages::deletePages(*document, {1, 1}).has_value());
-    const std::string second = linearizedIn(*document);
-    EXPECT_EQ(flaws(first) + flaws(second), "");
-    EXPECT_EQ(support::valueAt(second, "p1/Rotate"), "180");
-    EXPECT_EQ(support::problems(support::savedIn(*document)), "");
+        support::rewritten(support::documentOfPages(3), "--object-streams=generate"));
+    SaveOptions options = linearizing();
+    options.readable = true;
+    options.objectStreams = ObjectStreams::None;
+    options.streamData = StreamData::Decode;
+    const std::string bytes = toString(*document, options).value_or("");
+    EXPECT_EQ(flaws(bytes), "");
+    EXPECT_NE(bytes.find("(Page 2) Tj"), std::string::npos);
+    EXPECT_NE(bytes.find("\n  /Type /Page\n"), std::string::npos);
 }
 
 } // namespace
