@@ -1,5 +1,6 @@
 #include "VantoraApp/settings/SettingsFile.h"
 
+#include <QtCore/QDataStream>
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 
@@ -16,10 +17,18 @@ void require(bool holds, const char* law)
     }
 }
 
-// Numbers that are none differ from themselves.
+QByteArray bytesOf(const QVariant& value)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << value;
+    return bytes;
+}
+
+// Numbers that are none differ from themselves, and so does what holds one.
 bool same(const std::optional<QVariant>& one, const std::optional<QVariant>& other)
 {
-    return one == other || (one.has_value() && other.has_value() && *one != *one);
+    return one == other || (one && other && bytesOf(*one) == bytesOf(*other));
 }
 
 } // namespace
