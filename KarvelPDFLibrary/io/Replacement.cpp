@@ -1,6 +1,8 @@
 #include "KarvelPDFLibrary/io/Replacement.h"
 
 #include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
 
 namespace karvel::io {
 
@@ -20,6 +22,12 @@ Replacement replace(const Folder& folder, const std::string& from, const FileVer
     }
     if (!isReplacedAt(name)) {
         return {EEXIST, true};
+    }
+    // It bears the temporary name for a moment, and is not to be taken for what a dead process
+    // left.
+    const auto old = folder.openFile(name, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (old) {
+        flock(old->get(), LOCK_EX | LOCK_NB);
     }
     int failed = folder.exchange(from, name);
     if (failed == ENOTSUP || failed == EPERM || failed == EACCES) {

@@ -4,10 +4,12 @@
 #include "tests/support/AsNobody.h"
 #include "tests/support/Inspect.h"
 
+#include <atomic>
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -81,6 +83,25 @@ TEST(TemporaryFile, IsRemovedWhenItsWriterWasKilled)
     EXPECT_EQ(removeAbandonedIn(scratch), geteuid() == 0 ? 2U : 1U);
     EXPECT_EQ(std::distance(fs::directory_iterator(scratch.path("")), fs::directory_iterator()),
               geteuid() == 0 ? 4 : 5);
+}
+
+TEST(TemporaryFile, IsLeftAloneWhileItIsWhatAnotherReplaces)
+{
+    support::ScratchFolder scratch;
+    const std::string path = scratch.write("out.pdf", "the oldest");
+    std::atomic<bool> over{false};
+    std::thread sweeper([&] {
+        while (!over) {
+            removeAbandonedIn(scratch);
+        }
+    });
+    for (int i = 0; i < 300; ++i) {
+        auto file = OutputFile::create(path, Existing::Replace);
+        const Outcome replaced = file ? file->commit() : Outcome(tl::unexpected(file.error()));
+        EXPECT_TRUE(replaced.has_value()) << i << ": " << replaced.error().text;
+    }
+    over = true;
+    sweeper.join();
 }
 
 TEST(TemporaryFile, IsMadeAnewWhenItWasTakenForAnAbandonedOne)
