@@ -1,8 +1,9 @@
 #include "KarvelPDFLibrary/io/Replacement.h"
 
+#include "KarvelPDFLibrary/io/TemporaryFile.h"
+
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/file.h>
 
 namespace karvel::io {
 
@@ -27,7 +28,7 @@ Replacement replace(const Folder& folder, const std::string& from, const FileVer
     // left.
     const auto old = folder.openFile(name, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     if (old) {
-        flock(old->get(), LOCK_EX | LOCK_NB);
+        claimTemporary(old->get());
     }
     int failed = folder.exchange(from, name);
     if (failed == ENOTSUP || failed == EPERM || failed == EACCES) {
