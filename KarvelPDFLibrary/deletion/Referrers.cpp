@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/deletion/Referrers.h"
 
+#include "KarvelPDFLibrary/base/LargeVectors.h"
+
 #include <algorithm>
 
 namespace karvel::deletion {
@@ -8,6 +10,7 @@ Referrers::Referrers(Document& document, ObjectView& view)
 {
     listObjects(document, view);
     const int highest = objects_.empty() ? 0 : *std::max_element(objects_.begin(), objects_.end());
+    reserveLarge(start_, static_cast<std::size_t>(highest) + 2);
     start_.resize(static_cast<std::size_t>(highest) + 2, 0);
     // Counted first and put in their places then, so that they take no more room than they need.
     const auto forEachTarget = [&](int object, const auto& found) {
@@ -23,8 +26,11 @@ Referrers::Referrers(Document& document, ObjectView& view)
     for (std::size_t i = 1; i < start_.size(); ++i) {
         start_[i] += start_[i - 1];
     }
+    reserveLarge(referrers_, start_.back());
     referrers_.resize(start_.back());
-    std::vector<std::uint32_t> next(start_.begin(), start_.end() - 1);
+    std::vector<std::uint32_t> next;
+    reserveLarge(next, start_.size() - 1);
+    next.assign(start_.begin(), start_.end() - 1);
     for (const int object : objects_) {
         forEachTarget(object, [&](std::uint32_t target) {
             referrers_[next[target]++] = static_cast<std::uint32_t>(object);
@@ -35,6 +41,7 @@ Referrers::Referrers(Document& document, ObjectView& view)
 void Referrers::listObjects(Document& document, ObjectView& view)
 {
     if (const index::ReferenceIndex* index = document.index()) {
+        reserveLarge(objects_, index->size());
         for (std::uint32_t number = 1; number < index->size(); ++number) {
             if (index->contains(number)) {
                 objects_.push_back(static_cast<int>(number));

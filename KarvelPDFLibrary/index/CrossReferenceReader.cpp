@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/index/CrossReferenceReader.h"
 
+#include "KarvelPDFLibrary/base/LargeVectors.h"
 #include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/index/CrossReferenceCount.h"
 #include "KarvelPDFLibrary/index/DictionaryText.h"
@@ -288,6 +289,7 @@ CrossReference& Reader::entry(std::uint64_t number)
 {
     highest_ = std::max(highest_, number);
     if (number >= found_.entries.size()) {
+        growLarge(found_.entries, number + 1);
         found_.entries.resize(number + 1);
     }
     return found_.entries[number];

@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 
+#include "KarvelPDFLibrary/base/LargeVectors.h"
 #include "KarvelPDFLibrary/index/BoundedData.h"
 #include "KarvelPDFLibrary/index/CrossReferenceCount.h"
 #include "KarvelPDFLibrary/index/CrossReferenceReader.h"
@@ -76,7 +77,7 @@ public:
             take(file_.get().getXRefTable());
         }
         prepare();
-        index_.fileOrder_.reserve(inFile_.size());
+        reserveLarge(index_.fileOrder_, inFile_.size());
         for (std::size_t i = 0; i < inFile_.size(); ++i) {
             noteNumbersUpTo(inFile_[i].offset);
             nextStart_ = i + 1 < inFile_.size() ? inFile_[i + 1].offset
@@ -148,6 +149,7 @@ void IndexBuilder::makeRoom(std::uint64_t highest, std::uint64_t objects)
     if (highest >= mostObjects || isOutOfProportion(highest, objects)) {
         throw NotFit{"too high an object number"};
     }
+    reserveLarge(index_.objects_, highest + 1);
     index_.objects_.resize(highest + 1);
 }
 
@@ -172,7 +174,7 @@ void IndexBuilder::take(const CrossReferences& read)
         --size;
     }
     makeRoom(size == 0 ? 0 : size - 1, read.count);
-    inFile_.reserve(read.count);
+    reserveLarge(inFile_, read.count);
     for (std::uint32_t number = 0; number < size; ++number) {
         const CrossReference& entry = read.entries[number];
         if (entry.kind == CrossReference::Kind::None) {

@@ -1,18 +1,18 @@
 #include "KarvelPDFLibrary/index/ObjectNotes.h"
 
+#include "KarvelPDFLibrary/index/KnownWords.h"
+
 #include <algorithm>
-#include <array>
 
 namespace karvel::index {
 
 namespace {
 
-/// What names say of an object wherever they stand in it. Every name of a file is looked up here.
-struct TellingName {
-    std::string_view name;
-    int flag;
-};
-constexpr TellingName tellingNames[] = {
+/// Beside the flags of objects: the file may use crypt filters.
+constexpr std::uint32_t mayBeCryptFilter = 1U << 16;
+
+/// What names say of an object wherever they stand in it.
+constexpr KnownWords<std::uint32_t, 14> tellingNames({{
     {"D", HasDestination},
     {"A", HasDestination},
     {"AA", HasDestination},
@@ -23,46 +23,20 @@ constexpr TellingName tellingNames[] = {
     {"Dest", HasDestination},
     {"OCGs", HasOptionalParts},
     {"Popup", HasPopup},
+    {"Crypt", mayBeCryptFilter},
     {"ByteRange", HasSignature},
     {"Properties", HasOptionalParts},
     {"DocTimeStamp", HasSignature},
-};
+}});
 
 /// Of a name that is written in an unusual way and is looked at later.
-constexpr int anyFlag = HasDestination | HasOptionalParts | HasPopup | HasSignature | HasPlace;
+constexpr std::uint32_t anyFlag =
+    HasDestination | HasOptionalParts | HasPopup | HasSignature | HasPlace | mayBeCryptFilter;
 
-/// By length, the letters with which some words begin. Most names are none of those that matter.
-using Beginnings = std::array<std::uint32_t, 16>;
-
-constexpr void add(Beginnings& letters, std::string_view word)
+std::uint32_t flagsOf(std::string_view name)
 {
-    letters[word.size()] |= 1U << static_cast<unsigned>(word.front() - 'A');
-}
-
-bool mayBeOneOf(const Beginnings& letters, std::string_view name)
-{
-    const bool isInRange =
-        !name.empty() && name.size() < letters.size() && name.front() >= 'A' && name.front() <= 'Z';
-    return isInRange &&
-           (letters[name.size()] >> static_cast<unsigned>(name.front() - 'A') & 1U) != 0;
-}
-
-constexpr Beginnings ofTellingNames = [] {
-    Beginnings letters{};
-    for (const TellingName& telling : tellingNames) {
-        add(letters, telling.name);
-    }
-    return letters;
-}();
-
-int flagOf(std::string_view name)
-{
-    if (mayBeOneOf(ofTellingNames, name)) {
-        for (const TellingName& telling : tellingNames) {
-            if (name == telling.name) {
-                return telling.flag;
-            }
-        }
+    if (const std::uint32_t* flags = tellingNames.find(name)) {
+        return *flags;
     }
     for (const char ch : name) {
         if (ch == '#') {
@@ -72,16 +46,84 @@ int flagOf(std::string_view name)
     return 0;
 }
 
+/// What keys tell of the entries that afterEntry() notes.
+enum class Noted {
+    Type,
+    Kids,
+    Subtype,
+    Destination,
+    Actions,
+    Length,
+    OfField,
+    Annotations,
+    StructureKey,
+    Title,
+    Parent,
+    OfAction,
+    StructureType,
+    StructureParent,
+    StructurePage,
+    Beads,
+    Resources,
+    Inheritable,
+    ResourceCategory
+};
+
+constexpr KnownWords<Noted, 31> notedKeys({{
+    {"Type", Noted::Type},
+    {"Kids", Noted::Kids},
+    {"Subtype", Noted::Subtype},
+    {"Dest", Noted::Destination},
+    {"A", Noted::Actions},
+    {"AA", Noted::Actions},
+    {"PA", Noted::Actions},
+    {"Length", Noted::Length},
+    {"FT", Noted::OfField},
+    {"T", Noted::OfField},
+    {"Annots", Noted::Annotations},
+    {"StructParents", Noted::StructureKey},
+    {"StructParent", Noted::StructureKey},
+    {"Title", Noted::Title},
+    {"Parent", Noted::Parent},
+    {"D", Noted::OfAction},
+    {"S", Noted::StructureType},
+    {"P", Noted::StructureParent},
+    {"Pg", Noted::StructurePage},
+    {"B", Noted::Beads},
+    {"Resources", Noted::Resources},
+    {"MediaBox", Noted::Inheritable},
+    {"CropBox", Noted::Inheritable},
+    {"Rotate", Noted::Inheritable},
+    {"XObject", Noted::ResourceCategory},
+    {"Pattern", Noted::ResourceCategory},
+    {"Shading", Noted::ResourceCategory},
+    {"Properties", Noted::ResourceCategory},
+    {"ExtGState", Noted::ResourceCategory},
+    {"Font", Noted::ResourceCategory},
+    {"ColorSpace", Noted::ResourceCategory},
+}});
+
+constexpr bool isResourceCategory(std::string_view key)
+{
+    const Noted* noted = notedKeys.find(key);
+    return noted != nullptr && *noted == Noted::ResourceCategory;
+}
+
+/// Whether all of some keys, with their slashes, are noted.
+template <class Keys>
+constexpr bool areNoted(const Keys& keys)
+{
+    for (const std::string_view key : keys) {
+        if (notedKeys.find(key.substr(1)) == nullptr) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(areNoted(inheritableKeys) && areNoted(resourceCategories));
+
 /// The most references of one object.
 constexpr std::size_t mostReferencesOfOne = 0xFFFFFF;
-
-/// Whether a key, without its slash, is among those of a list, which have theirs.
-template <class Keys>
-bool isAmong(const Keys& keys, std::string_view key)
-{
-    return std::any_of(keys.begin(), keys.end(),
-                       [&](const char* one) { return key == std::string_view(one).substr(1); });
-}
 
 /// Whether the value of /Resources is a dictionary in which no category is a reference.
 bool isSelfContained(std::string_view value)
@@ -104,32 +146,13 @@ bool isSelfContained(std::string_view value)
                 return false;
             }
         }
-        if (isAmong(resourceCategories, value.substr(start, at + 1 - start)) &&
+        if (isResourceCategory(value.substr(start, at + 1 - start)) &&
             value.substr(skipSpace(value, at + 1), 2) != "<<") {
             return false;
         }
     }
     return true;
 }
-
-/// Those of the keys of which afterEntry() has something to note.
-constexpr Beginnings ofKeys = [] {
-    Beginnings letters{};
-    for (const std::string_view key :
-         {"Type",         "Kids",   "Subtype", "Dest", "A",      "AA",
-          "PA",           "Length", "FT",      "T",    "Annots", "StructParents",
-          "StructParent", "Title",  "Parent",  "D",    "S",      "P",
-          "Pg",           "B"}) {
-        add(letters, key);
-    }
-    for (const std::string_view key : inheritableKeys) {
-        add(letters, key.substr(1));
-    }
-    for (const std::string_view key : resourceCategories) {
-        add(letters, key.substr(1));
-    }
-    return letters;
-}();
 
 /// A plain number that stands alone; -1 for everything else.
 std::int32_t loneNumber(std::string_view value)
@@ -196,62 +219,83 @@ void ObjectNotes::forget()
 
 void ObjectNotes::name(std::string_view name)
 {
-    const int flags = flagOf(name);
+    const std::uint32_t flags = flagsOf(name);
     flags_ = static_cast<std::uint16_t>(flags_ | flags);
-    if (flags == anyFlag || name == "Crypt") {
+    if ((flags & mayBeCryptFilter) != 0) {
         index_.mayUseCryptFilters_ = true;
     }
 }
 
 void ObjectNotes::afterEntry(std::string_view key, std::string_view value)
 {
-    if (!mayBeOneOf(ofKeys, key)) {
+    const Noted* noted = notedKeys.find(key);
+    if (noted == nullptr) {
         return;
     }
-    if (key == "Type") {
+    switch (*noted) {
+    case Noted::Type:
         type_ = decodedName(trimmed(value));
-    } else if (key == "Kids") {
+        break;
+    case Noted::Kids:
         noteKids(value);
-    } else if (key == "Subtype") {
+        break;
+    case Noted::Subtype:
         isLink_ = trimmed(value) == "/Link";
         flags_ |= HasSubtype;
-    } else if (key == "Dest") {
+        break;
+    case Noted::Destination:
         noteDestination(trimmed(value));
-    } else if (key == "A" || key == "AA" || key == "PA") {
+        break;
+    case Noted::Actions:
         hasActions_ = true;
-    } else if (key == "Length") {
+        break;
+    case Noted::Length:
         length_ = std::string(trimmed(value));
-    } else if (key == "FT" || key == "T") {
+        break;
+    case Noted::OfField:
         isField_ = true;
-    } else if (key == "Annots") {
+        break;
+    case Noted::Annotations:
         flags_ |= HasAnnotations;
         noteAnnotations(value);
-    } else if (key == "StructParents" || key == "StructParent") {
+        break;
+    case Noted::StructureKey:
         flags_ |= HasStructure;
         structureKey_ = loneNumber(value);
-    } else if (key == "Title") {
+        break;
+    case Noted::Title:
         hasTitle_ = mayHoldStrings(value);
-    } else if (key == "Parent") {
+        break;
+    case Noted::Parent:
         hasParent_ = true;
-    } else if (key == "D") {
+        break;
+    case Noted::OfAction:
         isAction_ = true;
-    } else if (key == "S") {
+        break;
+    case Noted::StructureType:
         isAction_ = true;
         hasStructureType_ = trimmed(value).substr(0, 1) == "/";
-    } else if (key == "P") {
+        break;
+    case Noted::StructureParent:
         flags_ |= HasPlace;
         parentReference_ = referenceIn(value);
-    } else if (key == "Pg") {
+        break;
+    case Noted::StructurePage:
         pageReference_ = referenceIn(value);
-    } else if (key == "B") {
+        break;
+    case Noted::Beads:
         flags_ |= HasBeads;
-    } else if (isAmong(inheritableKeys, key)) {
+        break;
+    case Noted::Resources:
+        flags_ |= HasInheritable | HasResources;
+        flags_ |= isSelfContained(trimmed(value)) ? HasOwnResources : 0;
+        break;
+    case Noted::Inheritable:
         flags_ |= HasInheritable;
-        if (key == "Resources") {
-            flags_ |= HasResources | (isSelfContained(trimmed(value)) ? HasOwnResources : 0);
-        }
-    } else if (isAmong(resourceCategories, key) && trimmed(value).substr(0, 2) != "<<") {
-        flags_ |= HasLinkedCategory;
+        break;
+    case Noted::ResourceCategory:
+        flags_ |= trimmed(value).substr(0, 2) == "<<" ? 0 : HasLinkedCategory;
+        break;
     }
 }
 
@@ -408,7 +452,12 @@ void ObjectNotes::resolveReferences()
         link.page = link.nameLength > 0 ? 0 : all[link.page];
     }
     generations_ = std::vector<std::uint16_t>(); // gives its memory back before the others grow
-    all.shrink_to_fit();
+    if (all.size() < all.capacity() / 8 * 7) {
+        std::vector<std::uint32_t> fitting;
+        reserveLarge(fitting, all.size());
+        fitting.assign(all.begin(), all.end());
+        all = std::move(fitting);
+    }
 }
 
 void ObjectNotes::finish()

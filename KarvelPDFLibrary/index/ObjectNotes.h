@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KarvelPDFLibrary/base/LargeVectors.h"
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 
@@ -32,8 +33,8 @@ public:
 
     void reference(std::uint32_t object, std::uint32_t generation) override
     {
-        index_.references_.push_back(object);
-        generations_.push_back(static_cast<std::uint16_t>(generation));
+        appendLarge(index_.references_, object);
+        appendLarge(generations_, static_cast<std::uint16_t>(generation));
     }
 
     void name(std::string_view name) override;

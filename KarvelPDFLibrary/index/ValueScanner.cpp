@@ -1,31 +1,11 @@
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace karvel::index {
 
 namespace {
-
-enum : std::uint8_t { Regular = 0, Space = 1, Delimiter = 2 };
-
-/// The three classes of characters (ISO 32000-2, 7.2.3).
-constexpr std::array<std::uint8_t, 256> characterClasses = [] {
-    std::array<std::uint8_t, 256> classes{};
-    for (const unsigned char ch : {'\0', '\t', '\n', '\f', '\r', ' '}) {
-        classes[ch] = Space;
-    }
-    for (const unsigned char ch : {'(', ')', '<', '>', '[', ']', '{', '}', '/', '%'}) {
-        classes[ch] = Delimiter;
-    }
-    return classes;
-}();
-
-std::uint8_t classOf(char ch)
-{
-    return characterClasses[static_cast<unsigned char>(ch)];
-}
 
 int hexDigit(char ch)
 {
@@ -43,25 +23,10 @@ constexpr std::size_t deepestNesting = 200;
 
 } // namespace
 
-bool isDigit(char ch)
-{
-    return ch >= '0' && ch <= '9';
-}
-
-bool isWhiteSpace(char ch)
-{
-    return classOf(ch) == Space;
-}
-
-bool isDelimiter(char ch)
-{
-    return classOf(ch) == Delimiter;
-}
-
 std::size_t skipSpace(std::string_view text, std::size_t at)
 {
     while (at < text.size()) {
-        if (classOf(text[at]) == Space) {
+        if (isWhiteSpace(text[at])) {
             ++at;
         } else if (text[at] == '%') {
             while (at < text.size() && text[at] != '\n' && text[at] != '\r') {
@@ -115,7 +80,7 @@ std::optional<Reference> readReference(std::string_view text)
         return std::nullopt;
     }
     at = skipSpace(text, at);
-    const bool ends = at + 1 >= text.size() || classOf(text[at + 1]) != Regular;
+    const bool ends = at + 1 >= text.size() || !isRegular(text[at + 1]);
     if (at >= text.size() || text[at] != 'R' || !ends || object > 0xFFFFFFFFU ||
         generation > 0xFFFFU) {
         return std::nullopt;
@@ -254,7 +219,7 @@ ScanResult ValueScanner::scan(std::size_t start)
 
 ValueScanner::Token ValueScanner::next()
 {
-    while (at_ < text_.size() && classOf(text_[at_]) == Space) {
+    while (at_ < text_.size() && isWhiteSpace(text_[at_])) {
         ++at_;
     }
     if (at_ < text_.size() && text_[at_] == '%') {
@@ -305,7 +270,7 @@ ValueScanner::Token ValueScanner::readName()
 {
     ++at_;
     hasEscapes_ = false;
-    while (at_ < text_.size() && classOf(text_[at_]) == Regular) {
+    while (at_ < text_.size() && isRegular(text_[at_])) {
         hasEscapes_ = hasEscapes_ || text_[at_] == '#';
         ++at_;
     }
@@ -343,7 +308,7 @@ ValueScanner::Token ValueScanner::readHexString()
             ++at_;
             return Token::String;
         }
-        if (hexDigit(text_[at_]) < 0 && classOf(text_[at_]) != Space) {
+        if (hexDigit(text_[at_]) < 0 && !isWhiteSpace(text_[at_])) {
             return Token::Bad;
         }
     }
@@ -353,7 +318,7 @@ ValueScanner::Token ValueScanner::readHexString()
 ValueScanner::Token ValueScanner::readNumberOrKeyword()
 {
     bool number = true;
-    while (at_ < text_.size() && classOf(text_[at_]) == Regular) {
+    while (at_ < text_.size() && isRegular(text_[at_])) {
         const char ch = text_[at_];
         number = number && (isDigit(ch) || ch == '.' || ch == '-' || ch == '+');
         ++at_;
@@ -384,7 +349,7 @@ bool ValueScanner::passReference()
     if (at + 1 >= text_.size()) {
         return false;
     }
-    const bool isReference = second && text_[at] == 'R' && classOf(text_[at + 1]) != Regular;
+    const bool isReference = second && text_[at] == 'R' && !isRegular(text_[at + 1]);
     if (isReference && object <= 0xFFFFFFFFU && generation <= 0xFFFFU) {
         at_ = at + 1;
         sink_.reference(static_cast<std::uint32_t>(object), static_cast<std::uint32_t>(generation));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "KarvelPDFLibrary/index/Characters.h"
 #include "KarvelPDFLibrary/index/ReadingDoubts.h"
 
 #include <cstddef>
@@ -116,10 +117,6 @@ private:
     ArrayStart arrayStart_ = ArrayStart::Elsewhere;
     bool afterDestinationKey_ = false;
 };
-
-bool isDigit(char ch);
-bool isWhiteSpace(char ch);
-bool isDelimiter(char ch);
 
 /// Skips white space and comments.
 std::size_t skipSpace(std::string_view text, std::size_t at);

@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/objects/Changes.h"
 
+#include "KarvelPDFLibrary/base/LargeVectors.h"
 #include "KarvelPDFLibrary/index/ReferenceIndex.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 
@@ -15,11 +16,12 @@ void Changes::record(QPDFObjGen number, Kind kind)
     ++revision_;
     const auto at = static_cast<std::size_t>(number.getObj());
     if (at >= kinds_.size()) {
-        kinds_.resize(std::max(at + 1, kinds_.size() + kinds_.size() / 2), unchanged);
+        growLarge(kinds_, at + 1);
+        kinds_.resize(at + 1, unchanged);
     }
     const std::optional<Kind> before = this->kind(number.getObj());
     if (!before) {
-        numbers_.push_back(number.getObj());
+        appendLarge(numbers_, number.getObj());
     }
     if (!(before == Kind::Added && kind == Kind::Changed)) {
         kinds_[at] = static_cast<std::uint8_t>(kind);
@@ -95,7 +97,7 @@ void Changes::replace(QPDFObjGen number, const QPDFObjectHandle& value)
 void Changes::remove(QPDFObjGen number)
 {
     texts_.erase(number.getObj());
-    removed_.push_back(number);
+    appendLarge(removed_, number);
     record(number, Kind::Removed);
 }
 

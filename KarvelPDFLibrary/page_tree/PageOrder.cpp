@@ -1,5 +1,7 @@
 #include "KarvelPDFLibrary/page_tree/PageOrder.h"
 
+#include "KarvelPDFLibrary/base/LargeVectors.h"
+
 #include <algorithm>
 
 namespace karvel {
@@ -58,7 +60,7 @@ void PageOrder::insert(int beforePage, const std::vector<PageEntry>& added)
 std::vector<PageEntry> PageOrder::toVector() const
 {
     std::vector<PageEntry> all;
-    all.reserve(entries_.size() - gapLength_);
+    reserveLarge(all, entries_.size() - gapLength_);
     const auto gap = entries_.begin() + static_cast<std::ptrdiff_t>(gapStart_);
     all.insert(all.end(), entries_.begin(), gap);
     all.insert(all.end(), gap + static_cast<std::ptrdiff_t>(gapLength_), entries_.end());

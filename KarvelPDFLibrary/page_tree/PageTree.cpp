@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/page_tree/PageTree.h"
 
 #include "KarvelPDFLibrary/base/InventedKeys.h"
+#include "KarvelPDFLibrary/base/LargeVectors.h"
 #include "KarvelPDFLibrary/index/DictionaryText.h"
 #include "KarvelPDFLibrary/index/ValueScanner.h"
 
@@ -449,9 +450,9 @@ private:
         if (!dictionary || entry.kind != index::Kind::Page || !take(object)) {
             return false;
         }
-        pages_.entries.push_back({static_cast<std::int32_t>(object), entry.generation,
-                                  parent.inherited, static_cast<std::uint32_t>(parent.position),
-                                  0});
+        appendLarge(pages_.entries,
+                    {static_cast<std::int32_t>(object), entry.generation, parent.inherited,
+                     static_cast<std::uint32_t>(parent.position), 0});
         return true;
     }
 

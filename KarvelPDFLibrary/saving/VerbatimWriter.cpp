@@ -1,5 +1,6 @@
 #include "KarvelPDFLibrary/saving/VerbatimWriter.h"
 
+#include "KarvelPDFLibrary/base/LargeVectors.h"
 #include "KarvelPDFLibrary/saving/CrossReferences.h"
 #include "KarvelPDFLibrary/saving/EscapedNames.h"
 #include "KarvelPDFLibrary/saving/LinearizedWriter.h"
@@ -22,8 +23,10 @@ public:
     VerbatimCopy(Document& document, const Liveness& live, io::ByteSink& sink,
                  const SaveOptions& options)
         : document_(document), index_(*document.index()), objects_(document.objects()), sink_(sink),
-          live_(live), entries_(live.size()), identifier_(options.deterministicIdentifier)
+          live_(live), identifier_(options.deterministicIdentifier)
     {
+        reserveLarge(entries_, live.size());
+        entries_.resize(live.size());
         if (document.isEncrypted()) {
             cipher_ = Cipher::of(document.file());
         }

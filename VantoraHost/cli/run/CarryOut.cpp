@@ -205,8 +205,8 @@ std::unique_ptr<EarlyWorkers> earlyWorkers(RunSteps& steps, const std::vector<In
     const std::size_t count = steps.sequence.firstThatSeesTheRun()
                                   ? 1
                                   : workersWorthwhile(documents.size(), workersAtMost(options));
-    return EarlyWorkers::make(count, setupFor(options, means.installation, steps.requested),
-                              steps.sequence, documents, storedReader(means.guiPart));
+    return EarlyWorkers::make(count, setupFor(options, means.installation, {}), steps.sequence,
+                              documents, storedReader(means.guiPart));
 }
 
 Result<BatchResult> carryOut(RunSteps& steps, Batch& batch, const RunOptions& options,
@@ -218,14 +218,14 @@ Result<BatchResult> carryOut(RunSteps& steps, Batch& batch, const RunOptions& op
     if (options.workers.jobs == 0U || batch.inputs.empty()) {
         return runHere(batch, means.installation, steps.sequence, observer);
     }
-    const WorkerSettings workers = workersFor(options, means, steps.requested, batch);
+    WorkerSettings workers = workersFor(options, means, steps.requested, batch);
     if (const ChoiceSet* choices = steps.sequence.choices()) {
         batch.settings.judged =
             judgeTogether(*choices, batch,
                           {means.installation.library, workers.count, workers.setup.memoryLimit,
                            workers.timeout, means.streams.interrupted});
     }
-    return spreadRun(steps.sequence, batch, workers, observer);
+    return spreadRun(steps.sequence, batch, std::move(workers), observer);
 }
 
 } // namespace vantora::cli

@@ -32,7 +32,7 @@ TEST(Extract, HoldsTheListedPagesInTheirOrder)
 TEST(Extract, TakesTheDocumentAsItIsNow)
 {
     auto document = support::opened(support::documentOfPages(5));
-    ASSERT_TRUE(pages::deletePages(*document, {1}).has_value());
+    ASSERT_TRUE(pages::deletePages(*document, std::vector{1}).has_value());
     auto part = extract(*document, {1, 2});
     EXPECT_EQ(support::pageTexts(support::saved(**part)), support::pagesNamed({2, 3}));
     EXPECT_EQ(support::pageTexts(support::saved(*document)), support::pagesNamed({2, 3, 4, 5}));
@@ -45,7 +45,7 @@ TEST(Duplicate, SavesAsTheDocumentWould)
     for (const bool changed : {false, true}) {
         auto document = support::opened(pdf, "user");
         if (changed) {
-            ASSERT_TRUE(pages::deletePages(*document, {1}).has_value());
+            ASSERT_TRUE(pages::deletePages(*document, std::vector{1}).has_value());
         }
         auto copy = duplicate(*document);
         ASSERT_TRUE(copy.has_value()) << copy.error().text;

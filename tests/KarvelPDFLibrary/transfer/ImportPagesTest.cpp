@@ -227,13 +227,13 @@ TEST(Transfer, ComesFromTheSourceAsItWas)
 {
     auto document = support::opened(support::documentOfPages(1));
     auto pages = support::opened(support::documentOfPages(4));
-    ASSERT_TRUE(pages::deletePages(*pages, {1, 3}).has_value());
+    ASSERT_TRUE(pages::deletePages(*pages, std::vector{1, 3}).has_value());
     Frozen frozen;
     Imports imports;
     ASSERT_TRUE(
         importPages(*document, imports, frozen.of(*pages).value(), {1, 2}, 1, WithOutline::No)
             .has_value());
-    ASSERT_TRUE(pages::deletePages(*pages, {1}).has_value());
+    ASSERT_TRUE(pages::deletePages(*pages, std::vector{1}).has_value());
     EXPECT_EQ(frozen.of(*pages).value()->pageCount(), 1);
     EXPECT_EQ(support::pageTexts(support::saved(*document)), support::pagesNamed({2, 4, 1}));
 }
@@ -242,7 +242,7 @@ TEST(Transfer, PagesThatCameCanGoAgain)
 {
     auto document = support::opened(told::richDocument());
     ASSERT_TRUE(append(*document, source(told::richDocument()), {1, 2, 3}).has_value());
-    ASSERT_TRUE(pages::deletePages(*document, {4, 5, 6}).has_value());
+    ASSERT_TRUE(pages::deletePages(*document, std::vector{4, 5, 6}).has_value());
     const std::string pdf = support::saved(*document);
     EXPECT_EQ(support::pageTexts(pdf), support::pagesNamed({1, 2, 3}));
     EXPECT_EQ(told::destinations(pdf), (Names{"one>1", "two>2"}));
