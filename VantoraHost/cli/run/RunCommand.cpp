@@ -69,7 +69,7 @@ std::vector<std::string> reportsOf(const RunOptions& options)
     return reports;
 }
 
-/// A run, and the places of the certificates of its inputs.
+/// A run, and the places of the certificates of its inputs where any are asked for.
 struct Prepared {
     Batch batch;
     std::vector<Result<Target>> certificates;
@@ -97,20 +97,20 @@ Result<Prepared> prepare(const RunOptions& options, std::vector<Input>& inputs,
 {
     Prepared prepared;
     Batch& batch = prepared.batch;
-    std::vector<Result<Target>> targets(inputs.size());
-    if (options.destination) {
-        auto planned = planOutputs(inputs, *options.destination, options.taken);
-        if (!planned) {
-            return tl::unexpected<Error>(std::move(planned.error()));
-        }
-        targets = std::move(*planned);
+    auto targets = options.destination
+                       ? planOutputs(inputs, *options.destination, options.taken)
+                       : std::vector<Result<Target>>(inputs.size());
+    if (!targets) {
+        return tl::unexpected<Error>(std::move(targets.error()));
     }
-    auto certificates = planCertificates(options, inputs, targets);
+    auto certificates = planCertificates(options, inputs, *targets);
     if (!certificates) {
         return tl::unexpected<Error>(std::move(certificates.error()));
     }
-    for (const auto* places : {&targets, &*certificates}) {
-        if (const Outcome apart = keepOwnFilesApart(options, inputs, *places); !apart) {
+    for (const auto* places : {&*targets, &*certificates}) {
+        const Outcome apart =
+            places->empty() ? Outcome() : keepOwnFilesApart(options, inputs, *places);
+        if (!apart) {
             return tl::unexpected<Error>(apart.error());
         }
     }
@@ -124,11 +124,14 @@ Result<Prepared> prepare(const RunOptions& options, std::vector<Input>& inputs,
         if (!inputs[i].leftAlone) {
             readsStandardInput = readsStandardInput || inputs[i].path == standardStream;
             batch.inputs.push_back(std::move(inputs[i].path));
-            Result<Target>& certificate = (*certificates)[i];
-            batch.targets.push_back(certificate || !targets[i]
-                                        ? std::move(targets[i])
-                                        : tl::unexpected<Error>(certificate.error()));
-            prepared.certificates.push_back(std::move(certificate));
+            Result<Target>& target = batch.targets.emplace_back(std::move((*targets)[i]));
+            if (!certificates->empty()) {
+                Result<Target>& certificate = (*certificates)[i];
+                if (target && !certificate) {
+                    target = tl::unexpected<Error>(certificate.error());
+                }
+                prepared.certificates.push_back(std::move(certificate));
+            }
             batch.ranges.push_back(std::move(inputs[i].range));
         }
     }

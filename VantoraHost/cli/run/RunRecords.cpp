@@ -8,9 +8,8 @@ Result<std::vector<Result<Target>>> planCertificates(const RunOptions& options,
                                                      const std::vector<Input>& inputs,
                                                      const std::vector<Result<Target>>& outputs)
 {
-    std::vector<Result<Target>> places(inputs.size());
     if (!options.certificates) {
-        return places;
+        return std::vector<Result<Target>>();
     }
     if (inputs.size() > 1 && std::holds_alternative<ToFile>(*options.certificates)) {
         return fail(Reason::WrongUsage, {},

@@ -12,8 +12,8 @@
 
 namespace vantora::cli {
 
-/// The place of each input's certificate, or why it can't be written there; all of them empty
-/// where none are asked for. None is a place of an output. The error concerns every input.
+/// The place of each input's certificate, or why it can't be written there; nothing at all where
+/// none are asked for. None is a place of an output. The error concerns every input.
 Result<std::vector<Result<Target>>> planCertificates(const RunOptions& options,
                                                      const std::vector<Input>& inputs,
                                                      const std::vector<Result<Target>>& outputs);
