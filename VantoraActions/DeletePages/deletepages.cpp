@@ -1,12 +1,13 @@
 #include "VantoraActions/DeletePages/deletepages.h"
 
-#include "VantoraActions/DeletePages/CPrefsDialog.h"
+#include "VantoraActions/OptionsDialog.h"
 #include "VantoraApp/CActionUtils.h"
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraApp/errors/CErrorHandler.h"
 #include "VantoraApp/errors/GuardedOperation.h"
+#include "VantoraApp/modules/EmbeddedModule.h"
 
-#include <QtGui/QIcon>
+#include <QtCore/QtDebug>
 
 namespace {
 
@@ -30,18 +31,10 @@ void DeleteNamedPages(const QString& pageRange, KarvelPDFLibraryCPDylibCPP1311& 
     }
 }
 
-/// The icon of an action's icon string.
-QIcon IconOf(const QString& names)
+EmbeddedModule& DialogModule()
 {
-    const auto file = [&names](int section) {
-        return ":/Vantora/Resources/Tools/" + names.section('#', section, section);
-    };
-    QIcon icon;
-    icon.addFile(file(1), QSize(), QIcon::Selected, QIcon::Off);
-    icon.addFile(file(1), QSize(), QIcon::Active, QIcon::Off);
-    icon.addFile(file(2), QSize(), QIcon::Disabled, QIcon::Off);
-    icon.addFile(file(0), QSize(), QIcon::Normal, QIcon::Off);
-    return icon;
+    static EmbeddedModule module("DeletePagesDialog", EmbeddedDialog(), "libVantoraApp.so");
+    return module;
 }
 
 } // namespace
@@ -63,18 +56,12 @@ int DeletePages::WorkProc(WorkProcInfoStruct* info)
 
 int DeletePages::ShowDialogProc(QWidget* parent, DialogLoadStruct* load)
 {
-    PreferencesMap* const prefs = load->pPrefs;
-    CPrefsDialog dialog(parent, {});
-    dialog.setWindowFlags(dialog.windowFlags() & ~Qt::WindowContextHelpButtonHint);
-    dialog.setWindowIcon(IconOf(GetDefaultIcon()));
-    if (load->bHideAddToActionListButton != 0)
-        dialog.VDhideAddToActionListButton();
-    if (!prefs->isEmpty())
-        dialog.SetPrefs(prefs);
-    if (dialog.exec() != QDialog::Accepted)
+    const auto show = DialogModule().Function("ShowOptionsDialog");
+    if (!show) {
+        qCritical("the dialog of Delete Pages can't be loaded: %s", show.error().c_str());
         return 0;
-    dialog.GetPrefs(prefs);
-    return 1;
+    }
+    return reinterpret_cast<decltype(&ShowOptionsDialog)>(*show)(parent, load, GetDefaultIcon());
 }
 
 int DeletePages::PreSequenceProc(WorkProcInfoStruct* /*info*/)

@@ -7,6 +7,7 @@
 
 #include <QtCore/QPluginLoader>
 #include <QtCore/QSettings>
+#include <QtCore/QTemporaryDir>
 #include <QtGui/QScreen>
 #include <QtTest/QTest>
 #include <QtWidgets/QFileDialog>
@@ -105,6 +106,24 @@ TEST_F(OptionsDialog, IsAcceptedWithAValidRangeThatLosesWhatFollowsItsLastDigit)
                   1);
         EXPECT_EQ(prefs, accepted(row.accepted));
     }
+}
+
+TEST_F(OptionsDialog, ComesWithACopyOfThePluginsOneFile)
+{
+    const QTemporaryDir elsewhere;
+    const QString copy = elsewhere.filePath("libDeletePages.so");
+    ASSERT_TRUE(QFile::copy(DELETE_PAGES_PLUGIN, copy));
+    plugin.setFileName(copy);
+    EXPECT_EQ(open([&] {
+                  type("2-3");
+                  press("okButton");
+              }),
+              1);
+    EXPECT_EQ(prefs, accepted("2-3"));
+    // Both are loaded by now, each with a dialog of its own.
+    QPluginLoader original(DELETE_PAGES_PLUGIN);
+    EXPECT_NE(original.instance(), plugin.instance());
+    delete original.instance();
 }
 
 TEST_F(OptionsDialog, StaysOpenWithAMessageForWhatIsNoRange)

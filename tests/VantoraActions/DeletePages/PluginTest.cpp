@@ -135,6 +135,17 @@ TEST(DeletePagesModule, ExportsOnlyTheEntryPointsOfAPlugin)
         << names.join(' ').toStdString();
 }
 
+TEST(DeletePagesModule, DependsOnNoLibraryForWindows)
+{
+    QProcess readelf;
+    readelf.start(READELF, {"--dynamic", DELETE_PAGES_PLUGIN});
+    ASSERT_TRUE(readelf.waitForFinished(-1));
+    const QByteArray dynamic = readelf.readAllStandardOutput();
+    EXPECT_TRUE(dynamic.contains("[libQt5Core.so.5]")) << dynamic.toStdString();
+    for (const char* library : {"libVantoraApp", "Gui", "Widgets"})
+        EXPECT_FALSE(dynamic.contains(library)) << library;
+}
+
 TEST(DeletePagesModule, HasNoCopyOfWhatIsSetForTheWholeProcess)
 {
     const QStringList shared{

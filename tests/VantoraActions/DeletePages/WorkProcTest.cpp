@@ -1,6 +1,5 @@
 #include "VantoraApp/binding/KarvelPDFLibraryCPDylibCPP1311.h"
 #include "VantoraApp/errors/CErrorHandler.h"
-#include "VantoraApp/errors/ErrorLog.h"
 #include "VantoraApp/interface/ActionInterface.h"
 #include "tests/VantoraApp/binding/Recording.h"
 
@@ -8,18 +7,6 @@
 #include <QtCore/QPluginLoader>
 
 #include <gmock/gmock.h>
-
-namespace {
-
-std::vector<std::string> reports;
-
-} // namespace
-
-// Stands in for the log's sink of the shared library, also for the plug-in.
-void StoreErrorToLog(const char* report)
-{
-    reports.push_back(report);
-}
 
 namespace {
 
@@ -133,11 +120,6 @@ TEST_F(WorkProc, TurnsAnExceptionOfTheLibraryIntoItsMessage)
     EXPECT_EQ(calls, (Calls{count, unshare, count, deletion(4, 1)}));
     EXPECT_EQ(errors.GetCount(), 2);
     EXPECT_EQ(errors.GetLast(), "Delete pages error");
-    EXPECT_EQ(reports, std::vector<std::string>{"==============================\n"
-                                                "Exception handled: system\n"
-                                                "File: VantoraActions/DeletePages/deletepages\n"
-                                                "Function: WorkProc\n"
-                                                "Line: 135\n"});
 }
 
 TEST_F(WorkProc, DoesNothingOnABindingWithoutALibrary)
