@@ -21,9 +21,12 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <sstream>
+#include <string_view>
 #include <utility>
 
 namespace vantora::cli {
@@ -149,22 +152,107 @@ struct AllArguments {
     ConfigureArguments configure;
 };
 
-void declareAll(CLI::App& program, AllArguments& all, std::size_t arguments)
-{
-    declareRun(program, all.run, arguments);
-    declareWatch(program, all.watch, arguments);
-    declarePages(program, all.pages, arguments);
-    declareDesktop(program, all.desktop, arguments);
-    declareConfigure(program, all.configure);
-    declareInfo(program, all.info, arguments);
-    declareVerify(program, all.verify);
-    declareUndo(program, all.undo, arguments);
-    declareConfig(program, all.config);
-    declareActions(program, all.actions);
-    declareSaved(program, all.saved);
-    for (const char* hidden : {workerCommand, picturesCommand, certificatesCommand}) {
-        program.add_subcommand(hidden)->group(""); // no group: not in the help
+using Finished = tl::expected<Command, Ending>;
+
+/// What declaring a command takes.
+struct Declaring {
+    CLI::App& program;
+    AllArguments& all;
+    std::size_t arguments; // how many the line has
+};
+
+/// A command, or some that are declared together.
+struct KnownCommand {
+    std::array<const char*, 3> names;
+    void (*declare)(const Declaring& to);
+    /// What to do, once it is read.
+    Finished (*finished)(AllArguments& all, const std::string& chosen);
+
+    bool isCalled(std::string_view name) const
+    {
+        return std::any_of(names.begin(), names.end(),
+                           [&](const char* one) { return one != nullptr && name == one; });
     }
+};
+
+template <WorkerOptions::Work work>
+Finished asWorker(AllArguments& /*all*/, const std::string& /*chosen*/)
+{
+    return WorkerOptions{work};
+}
+
+void declareHidden(CLI::App& program, const char* name)
+{
+    program.add_subcommand(name)->group(""); // no group: not in the help
+}
+
+constexpr KnownCommand commands[] = {
+    {{"run"},
+     [](const Declaring& to) { declareRun(to.program, to.all.run, to.arguments); },
+     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
+         return finished(all.run);
+     }},
+    {{"watch"},
+     [](const Declaring& to) { declareWatch(to.program, to.all.watch, to.arguments); },
+     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
+         return finished(all.watch);
+     }},
+    {{"pages"},
+     [](const Declaring& to) { declarePages(to.program, to.all.pages, to.arguments); },
+     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
+         return finished(all.pages);
+     }},
+    {{"desktop"},
+     [](const Declaring& to) { declareDesktop(to.program, to.all.desktop, to.arguments); },
+     [](AllArguments& all, const std::string& /*chosen*/) -> Finished { return all.desktop; }},
+    {{"configure"},
+     [](const Declaring& to) { declareConfigure(to.program, to.all.configure); },
+     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
+         return finished(all.configure);
+     }},
+    {{"info"},
+     [](const Declaring& to) { declareInfo(to.program, to.all.info, to.arguments); },
+     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
+         return finished(all.info);
+     }},
+    {{"verify"},
+     [](const Declaring& to) { declareVerify(to.program, to.all.verify); },
+     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
+         return finished(all.verify);
+     }},
+    {{"undo"},
+     [](const Declaring& to) { declareUndo(to.program, to.all.undo, to.arguments); },
+     [](AllArguments& all, const std::string& /*chosen*/) -> Finished { return all.undo; }},
+    {{"config"},
+     [](const Declaring& to) { declareConfig(to.program, to.all.config); },
+     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
+         return all.config.options;
+     }},
+    {{"actions"},
+     [](const Declaring& to) { declareActions(to.program, to.all.actions); },
+     [](AllArguments& all, const std::string& /*chosen*/) -> Finished { return all.actions; }},
+    {{"lists", "favourites", "settings"},
+     [](const Declaring& to) { declareSaved(to.program, to.all.saved); },
+     [](AllArguments& all, const std::string& chosen) -> Finished {
+         return finished(all.saved, chosen);
+     }},
+    {{workerCommand},
+     [](const Declaring& to) { declareHidden(to.program, workerCommand); },
+     asWorker<WorkerOptions::Work::Documents>},
+    {{picturesCommand},
+     [](const Declaring& to) { declareHidden(to.program, picturesCommand); },
+     asWorker<WorkerOptions::Work::Pictures>},
+    {{certificatesCommand},
+     [](const Declaring& to) { declareHidden(to.program, certificatesCommand); },
+     asWorker<WorkerOptions::Work::Certificates>},
+};
+
+const KnownCommand* commandNamed(std::string_view name)
+{
+    const auto* const found =
+        std::find_if(std::begin(commands), std::end(commands),
+                     [&](const KnownCommand& command) { return command.isCalled(name); });
+    return found != std::end(commands) ? found : nullptr;
 }
 
 // "help" and "help run" are "--help" and "run --help".
@@ -178,49 +266,6 @@ std::vector<std::string> helpAsOption(const std::vector<std::string>& arguments)
     return asked;
 }
 
-tl::expected<Command, Ending> finished(AllArguments& all, const std::string& chosen)
-{
-    if (chosen == "run") {
-        return finished(all.run);
-    }
-    if (chosen == "watch") {
-        return finished(all.watch);
-    }
-    using Work = WorkerOptions::Work;
-    for (const auto& [command, work] :
-         {std::pair(workerCommand, Work::Documents), std::pair(picturesCommand, Work::Pictures),
-          std::pair(certificatesCommand, Work::Certificates)}) {
-        if (chosen == command) {
-            return Command(WorkerOptions{work});
-        }
-    }
-    if (chosen == "desktop") {
-        return Command(all.desktop);
-    }
-    if (chosen == "configure") {
-        return finished(all.configure);
-    }
-    if (isSaved(all.saved, chosen)) {
-        return finished(all.saved, chosen);
-    }
-    if (chosen == "pages") {
-        return finished(all.pages);
-    }
-    if (chosen == "info") {
-        return finished(all.info);
-    }
-    if (chosen == "verify") {
-        return finished(all.verify);
-    }
-    if (chosen == "undo") {
-        return Command(all.undo);
-    }
-    if (chosen == "config") {
-        return Command(all.config.options);
-    }
-    return Command(all.actions);
-}
-
 /// One reading of a command line, with what it is read into.
 class Reading {
 public:
@@ -231,18 +276,17 @@ public:
     /// All commands, for a line with so many arguments.
     CLI::App& declared(std::size_t arguments)
     {
-        program_.footer(programExamples);
-        program_.set_version_flag("--version", "vantora " VANTORA_VERSION);
-        program_.require_subcommand(1, 1);
-        program_.formatter(std::make_shared<HelpText>(language_));
-        declareAll(program_, all, arguments);
+        declareProgram();
+        for (const KnownCommand& command : commands) {
+            command.declare({program_, all, arguments});
+        }
         return program_;
     }
 
     /// The name of the command, or the end.
     tl::expected<std::string, Ending> read(const std::vector<std::string>& arguments)
     {
-        declared(arguments.size());
+        declareFor(arguments);
         try {
             program_.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         } catch (const CLI::CallForHelp&) {
@@ -268,6 +312,28 @@ public:
     const CLI::App& command() const { return *program_.get_subcommands().front(); }
 
 private:
+    void declareProgram()
+    {
+        program_.footer(programExamples);
+        program_.set_version_flag("--version", "vantora " VANTORA_VERSION);
+        program_.require_subcommand(1, 1);
+        program_.formatter(std::make_shared<HelpText>(language_));
+    }
+
+    // Declaring all takes longer than deleting a page. Where the line begins with a command, it is
+    // that one alone; but "config" has the options of "run" explained.
+    void declareFor(const std::vector<std::string>& arguments)
+    {
+        const KnownCommand* const one =
+            arguments.empty() ? nullptr : commandNamed(arguments.front());
+        if (one == nullptr || one->isCalled("config")) {
+            declared(arguments.size());
+            return;
+        }
+        declareProgram();
+        one->declare({program_, all, arguments.size()});
+    }
+
     std::string chosen() const
     {
         const auto commands = program_.get_subcommands();
@@ -308,17 +374,22 @@ void collect(const CLI::App& command, std::vector<std::string>& texts)
     }
 }
 
-tl::expected<Command, Ending> finishedRun(Reading& reading,
-                                          const std::vector<std::string>& arguments)
+Finished finished(Reading& reading)
+{
+    const std::string chosen = reading.command().get_name();
+    return commandNamed(chosen)->finished(reading.all, chosen);
+}
+
+Finished finishedRun(Reading& reading, const std::vector<std::string>& arguments)
 {
     if (!reading.all.run.certificate.empty()) { // which says how the document was made
         reading.all.run.options.arguments = arguments;
     }
-    return finished(reading.all, reading.command().get_name());
+    return finished(reading);
 }
 
 // What a reading says to do, with the user's configuration.
-tl::expected<Command, Ending> configured(const std::vector<std::string>& typed, Reading& plain)
+Finished configured(const std::vector<std::string>& typed, Reading& plain)
 {
     auto configured = withConfiguration(typed, plain.command());
     if (!configured) {
@@ -394,7 +465,7 @@ tl::expected<Command, Ending> parse(const std::vector<std::string>& given, const
             return tl::unexpected<Ending>(std::move(*mistake));
         }
     }
-    return finished(reading.all, *chosen);
+    return finished(reading);
 }
 
 bool draws(const std::vector<std::string>& arguments)

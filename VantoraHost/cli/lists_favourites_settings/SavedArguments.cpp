@@ -2,7 +2,6 @@
 
 #include "VantoraHost/cli/arguments/ArgumentParsing.h"
 
-#include <algorithm>
 #include <charconv>
 #include <optional>
 
@@ -175,13 +174,6 @@ void declareSaved(CLI::App& program, SavedArguments& saved)
     for (std::size_t i = 0; i < saved.kinds.size(); ++i) {
         declareKind(program, kinds[i], saved.kinds[i]);
     }
-}
-
-bool isSaved(const SavedArguments& saved, const std::string& command)
-{
-    return std::any_of(saved.kinds.begin(), saved.kinds.end(), [&](const SavedKindArguments& kind) {
-        return kind.command->get_name() == command;
-    });
 }
 
 tl::expected<SavedOptions, Ending> finished(SavedArguments& saved, const std::string& command)

@@ -38,10 +38,7 @@ struct SavedArguments {
 /// Declares the commands. What they are read into must outlive the parsing.
 void declareSaved(CLI::App& program, SavedArguments& saved);
 
-/// Whether it is one of these commands.
-bool isSaved(const SavedArguments& saved, const std::string& command);
-
-/// The options that the arguments of the command say, or the mistake in them.
+/// The options that the arguments of one of the commands say, or the mistake in them.
 tl::expected<SavedOptions, Ending> finished(SavedArguments& saved, const std::string& command);
 
 } // namespace vantora::cli

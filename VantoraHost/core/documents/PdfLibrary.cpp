@@ -6,6 +6,7 @@
 #include "VantoraHost/core/LibraryFailure.h"
 #include "VantoraHost/core/Target.h"
 
+#include <dlfcn.h>
 #include <unistd.h>
 
 #include <climits>
@@ -99,6 +100,8 @@ loadPdfLibrary(const std::filesystem::path& file)
     if (!library->LibraryLoaded()) {
         return fail(Reason::LibraryMissing, file, "the PDF library can't be loaded");
     }
+    // Stays loaded to the end of the process: unloading it takes longer than deleting a page.
+    ::dlopen(file.c_str(), RTLD_LAZY | RTLD_LOCAL | RTLD_NOLOAD | RTLD_NODELETE);
     return library;
 }
 
