@@ -1,6 +1,7 @@
 #include "VantoraApp/modules/EmbeddedModule.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -9,9 +10,50 @@
 
 namespace {
 
-tl::unexpected<std::string> systemFault(int error)
+/// A file in memory, which nobody else sees, until the end of this object.
+class FileInMemory {
+public:
+    explicit FileInMemory(const char* name) : descriptor_(memfd_create(name, MFD_CLOEXEC)) {}
+    ~FileInMemory()
+    {
+        if (descriptor_ >= 0)
+            close(descriptor_);
+    }
+    FileInMemory(const FileInMemory&) = delete;
+    FileInMemory& operator=(const FileInMemory&) = delete;
+
+    /// False, with errno set, when that fails.
+    bool Write(std::string_view bytes) const
+    {
+        while (!bytes.empty()) {
+            const ssize_t written = write(descriptor_, bytes.data(), bytes.size());
+            if (written < 0 && errno != EINTR)
+                return false;
+            bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
+        }
+        return true;
+    }
+
+    std::string Path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+
+    /// Gives it another path. False, with errno set, when that fails.
+    bool Move()
+    {
+        const int other = fcntl(descriptor_, F_DUPFD_CLOEXEC, descriptor_ + 1);
+        if (other < 0)
+            return false;
+        close(descriptor_);
+        descriptor_ = other;
+        return true;
+    }
+
+private:
+    int descriptor_;
+};
+
+tl::unexpected<std::string> systemFault()
 {
-    return tl::unexpected<std::string>(std::generic_category().message(error));
+    return tl::unexpected<std::string>(std::generic_category().message(errno));
 }
 
 tl::unexpected<std::string> loaderFault()
@@ -20,34 +62,23 @@ tl::unexpected<std::string> loaderFault()
     return tl::unexpected<std::string>(fault != nullptr ? fault : "unknown");
 }
 
-/// A file in memory with these bytes; the error is the system's number.
-tl::expected<int, int> fileInMemory(const char* name, std::string_view bytes)
+/// Whether something has been loaded by that path.
+bool isLoaded(const std::string& path)
 {
-    const int descriptor = memfd_create(name, MFD_CLOEXEC);
-    if (descriptor < 0)
-        return tl::unexpected<int>(errno);
-    while (!bytes.empty()) {
-        const ssize_t written = write(descriptor, bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR) {
-            const int error = errno;
-            close(descriptor);
-            return tl::unexpected<int>(error);
-        }
-        bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
-    }
-    return descriptor;
+    void* const handle = dlopen(path.c_str(), RTLD_LAZY | RTLD_NOLOAD);
+    if (handle != nullptr)
+        dlclose(handle);
+    return handle != nullptr;
 }
 
 } // namespace
 
 EmbeddedModule::~EmbeddedModule()
 {
-    if (handle_ != nullptr)
-        dlclose(handle_);
-    if (descriptor_ >= 0)
-        close(descriptor_);
-    if (sharedHandle_ != nullptr)
-        dlclose(sharedHandle_);
+    for (void* const handle : {handle_, sharedHandle_}) {
+        if (handle != nullptr)
+            dlclose(handle);
+    }
 }
 
 tl::expected<void*, std::string> EmbeddedModule::Load()
@@ -59,13 +90,15 @@ tl::expected<void*, std::string> EmbeddedModule::Load()
         sharedHandle_ = dlopen(sharedCode_, RTLD_NOW);
     if (sharedHandle_ == nullptr)
         return loaderFault();
-    if (descriptor_ < 0) {
-        const auto file = fileInMemory(name_, file_);
-        if (!file)
-            return systemFault(file.error());
-        descriptor_ = *file;
+    FileInMemory file(name_);
+    if (!file.Write(file_))
+        return systemFault();
+    // The loader knows what it has loaded by paths, and paths of descriptors come again.
+    while (isLoaded(file.Path())) {
+        if (!file.Move())
+            return systemFault();
     }
-    handle_ = dlopen(("/proc/self/fd/" + std::to_string(descriptor_)).c_str(), RTLD_NOW);
+    handle_ = dlopen(file.Path().c_str(), RTLD_NOW);
     if (handle_ == nullptr)
         return loaderFault();
     return handle_;

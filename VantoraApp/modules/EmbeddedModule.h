@@ -35,5 +35,4 @@ private:
     const char* const sharedCode_;
     void* sharedHandle_ = nullptr;
     void* handle_ = nullptr;
-    int descriptor_ = -1; // as long as it is loaded: the loader knows it by the descriptor's path
 };
