@@ -36,6 +36,14 @@ void growLarge(std::vector<T>& vector, std::size_t count)
     }
 }
 
+/// resize() of what may be or become large.
+template <class T>
+void resizeLarge(std::vector<T>& vector, std::size_t count)
+{
+    growLarge(vector, count);
+    vector.resize(count);
+}
+
 /// push_back() to what may become large.
 template <class T>
 void appendLarge(std::vector<T>& vector, const T& entry)

@@ -10,8 +10,7 @@ Referrers::Referrers(Document& document, ObjectView& view)
 {
     listObjects(document, view);
     const int highest = objects_.empty() ? 0 : *std::max_element(objects_.begin(), objects_.end());
-    reserveLarge(start_, static_cast<std::size_t>(highest) + 2);
-    start_.resize(static_cast<std::size_t>(highest) + 2, 0);
+    resizeLarge(start_, static_cast<std::size_t>(highest) + 2);
     // Counted first and put in their places then, so that they take no more room than they need.
     const auto forEachTarget = [&](int object, const auto& found) {
         for (const std::uint32_t target : view.references(object)) {
@@ -26,8 +25,7 @@ Referrers::Referrers(Document& document, ObjectView& view)
     for (std::size_t i = 1; i < start_.size(); ++i) {
         start_[i] += start_[i - 1];
     }
-    reserveLarge(referrers_, start_.back());
-    referrers_.resize(start_.back());
+    resizeLarge(referrers_, start_.back());
     std::vector<std::uint32_t> next;
     reserveLarge(next, start_.size() - 1);
     next.assign(start_.begin(), start_.end() - 1);

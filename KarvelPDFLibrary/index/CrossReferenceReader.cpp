@@ -289,8 +289,7 @@ CrossReference& Reader::entry(std::uint64_t number)
 {
     highest_ = std::max(highest_, number);
     if (number >= found_.entries.size()) {
-        growLarge(found_.entries, number + 1);
-        found_.entries.resize(number + 1);
+        resizeLarge(found_.entries, number + 1);
     }
     return found_.entries[number];
 }

@@ -149,8 +149,7 @@ void IndexBuilder::makeRoom(std::uint64_t highest, std::uint64_t objects)
     if (highest >= mostObjects || isOutOfProportion(highest, objects)) {
         throw NotFit{"too high an object number"};
     }
-    reserveLarge(index_.objects_, highest + 1);
-    index_.objects_.resize(highest + 1);
+    resizeLarge(index_.objects_, highest + 1);
 }
 
 void IndexBuilder::placeInFile(std::uint32_t number, std::uint64_t offset)

@@ -25,8 +25,7 @@ public:
         : document_(document), index_(*document.index()), objects_(document.objects()), sink_(sink),
           live_(live), identifier_(options.deterministicIdentifier)
     {
-        reserveLarge(entries_, live.size());
-        entries_.resize(live.size());
+        resizeLarge(entries_, live.size());
         if (document.isEncrypted()) {
             cipher_ = Cipher::of(document.file());
         }
