@@ -175,6 +175,20 @@ struct KnownCommand {
     }
 };
 
+/// What arguments come to, or the mistake in them.
+template <auto arguments>
+Finished checked(AllArguments& all, const std::string& /*chosen*/)
+{
+    return finished(all.*arguments);
+}
+
+/// What was read, as it is.
+template <auto options>
+Finished asRead(AllArguments& all, const std::string& /*chosen*/)
+{
+    return all.*options;
+}
+
 template <WorkerOptions::Work work>
 Finished asWorker(AllArguments& /*all*/, const std::string& /*chosen*/)
 {
@@ -189,40 +203,28 @@ void declareHidden(CLI::App& program, const char* name)
 constexpr KnownCommand commands[] = {
     {{"run"},
      [](const Declaring& to) { declareRun(to.program, to.all.run, to.arguments); },
-     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
-         return finished(all.run);
-     }},
+     checked<&AllArguments::run>},
     {{"watch"},
      [](const Declaring& to) { declareWatch(to.program, to.all.watch, to.arguments); },
-     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
-         return finished(all.watch);
-     }},
+     checked<&AllArguments::watch>},
     {{"pages"},
      [](const Declaring& to) { declarePages(to.program, to.all.pages, to.arguments); },
-     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
-         return finished(all.pages);
-     }},
+     checked<&AllArguments::pages>},
     {{"desktop"},
      [](const Declaring& to) { declareDesktop(to.program, to.all.desktop, to.arguments); },
-     [](AllArguments& all, const std::string& /*chosen*/) -> Finished { return all.desktop; }},
+     asRead<&AllArguments::desktop>},
     {{"configure"},
      [](const Declaring& to) { declareConfigure(to.program, to.all.configure); },
-     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
-         return finished(all.configure);
-     }},
+     checked<&AllArguments::configure>},
     {{"info"},
      [](const Declaring& to) { declareInfo(to.program, to.all.info, to.arguments); },
-     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
-         return finished(all.info);
-     }},
+     checked<&AllArguments::info>},
     {{"verify"},
      [](const Declaring& to) { declareVerify(to.program, to.all.verify); },
-     [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
-         return finished(all.verify);
-     }},
+     checked<&AllArguments::verify>},
     {{"undo"},
      [](const Declaring& to) { declareUndo(to.program, to.all.undo, to.arguments); },
-     [](AllArguments& all, const std::string& /*chosen*/) -> Finished { return all.undo; }},
+     asRead<&AllArguments::undo>},
     {{"config"},
      [](const Declaring& to) { declareConfig(to.program, to.all.config); },
      [](AllArguments& all, const std::string& /*chosen*/) -> Finished {
@@ -230,7 +232,7 @@ constexpr KnownCommand commands[] = {
      }},
     {{"actions"},
      [](const Declaring& to) { declareActions(to.program, to.all.actions); },
-     [](AllArguments& all, const std::string& /*chosen*/) -> Finished { return all.actions; }},
+     asRead<&AllArguments::actions>},
     {{"lists", "favourites", "settings"},
      [](const Declaring& to) { declareSaved(to.program, to.all.saved); },
      [](AllArguments& all, const std::string& chosen) -> Finished {
