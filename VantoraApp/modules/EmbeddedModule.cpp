@@ -1,9 +1,10 @@
 #include "VantoraApp/modules/EmbeddedModule.h"
 
+#include <QtCore/QFile>
+
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <system_error>
@@ -13,42 +14,35 @@ namespace {
 /// A file in memory, which nobody else sees, until the end of this object.
 class FileInMemory {
 public:
-    explicit FileInMemory(const char* name) : descriptor_(memfd_create(name, MFD_CLOEXEC)) {}
-    ~FileInMemory()
-    {
-        if (descriptor_ >= 0)
-            close(descriptor_);
-    }
-    FileInMemory(const FileInMemory&) = delete;
-    FileInMemory& operator=(const FileInMemory&) = delete;
+    explicit FileInMemory(const char* name) { Open(memfd_create(name, MFD_CLOEXEC)); }
 
-    /// False, with errno set, when that fails.
-    bool Write(std::string_view bytes) const
+    /// False, with errno set, when that fails, or making the file has.
+    bool Write(std::string_view bytes)
     {
-        while (!bytes.empty()) {
-            const ssize_t written = write(descriptor_, bytes.data(), bytes.size());
-            if (written < 0 && errno != EINTR)
-                return false;
-            bytes.remove_prefix(written > 0 ? static_cast<std::size_t>(written) : 0);
-        }
-        return true;
+        const auto size = static_cast<qint64>(bytes.size());
+        return file_.isOpen() && file_.write(bytes.data(), size) == size;
     }
 
-    std::string Path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+    std::string Path() const { return "/proc/self/fd/" + std::to_string(file_.handle()); }
 
     /// Gives it another path. False, with errno set, when that fails.
     bool Move()
     {
-        const int other = fcntl(descriptor_, F_DUPFD_CLOEXEC, descriptor_ + 1);
-        if (other < 0)
-            return false;
-        close(descriptor_);
-        descriptor_ = other;
-        return true;
+        const int other = fcntl(file_.handle(), F_DUPFD_CLOEXEC, file_.handle() + 1);
+        if (other >= 0)
+            file_.close();
+        return Open(other);
     }
 
 private:
-    int descriptor_;
+    bool Open(int descriptor)
+    {
+        return descriptor >= 0 &&
+               file_.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered,
+                          QFileDevice::AutoCloseHandle);
+    }
+
+    QFile file_;
 };
 
 tl::unexpected<std::string> systemFault()
@@ -91,13 +85,12 @@ tl::expected<void*, std::string> EmbeddedModule::Load()
     if (sharedHandle_ == nullptr)
         return loaderFault();
     FileInMemory file(name_);
-    if (!file.Write(file_))
-        return systemFault();
+    bool isReady = file.Write(file_);
     // The loader knows what it has loaded by paths, and paths of descriptors come again.
-    while (isLoaded(file.Path())) {
-        if (!file.Move())
-            return systemFault();
-    }
+    while (isReady && isLoaded(file.Path()))
+        isReady = file.Move();
+    if (!isReady)
+        return systemFault();
     handle_ = dlopen(file.Path().c_str(), RTLD_NOW);
     if (handle_ == nullptr)
         return loaderFault();

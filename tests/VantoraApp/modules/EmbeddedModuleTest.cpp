@@ -1,18 +1,12 @@
 #include "VantoraApp/modules/EmbeddedModule.h"
 
+#include "tests/support/ScratchHome.h"
+
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
 
 namespace {
-
-std::string bytesOf(const char* file)
-{
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 /// Whether this process has files open that lie in memory.
 bool hasFilesInMemory()
@@ -27,7 +21,7 @@ bool hasFilesInMemory()
 
 TEST(EmbeddedModule, IsLoadedFromMemoryAndOneOfItsOwn)
 {
-    const std::string file = bytesOf(RECORDING_LIBRARY);
+    const std::string file = ScratchHome::bytesOf(RECORDING_LIBRARY).toStdString();
     for (const char* round : {"first", "after they were unloaded"}) {
         SCOPED_TRACE(round);
         EmbeddedModule one("one", file, "libc.so.6");
@@ -44,7 +38,7 @@ TEST(EmbeddedModule, IsLoadedFromMemoryAndOneOfItsOwn)
 
 TEST(EmbeddedModule, SaysWhyItCannotBeUsed)
 {
-    const std::string file = bytesOf(RECORDING_LIBRARY);
+    const std::string file = ScratchHome::bytesOf(RECORDING_LIBRARY).toStdString();
     struct Row {
         const char* name;
         std::string_view file;
