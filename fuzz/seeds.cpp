@@ -1,3 +1,4 @@
+#include "VantoraHost/core/workers/WorkerMessages.h"
 #include "tests/KarvelPDFLibrary/deletion/ResidueDocument.h"
 #include "tests/support/Inspect.h"
 #include "tests/support/PdfBuilder.h"
@@ -19,18 +20,9 @@ void write(const std::filesystem::path& file, const std::string& bytes)
     }
 }
 
-} // namespace
-
-/// fuzz_seeds FOLDER: writes documents to begin with, each followed by the bytes that say what is
-/// done with it.
-int main(int argc, char** argv)
+/// Documents, each followed by the bytes that say what is done with it.
+void writeDocuments(const std::filesystem::path& folder)
 {
-    if (argc != 2) {
-        std::cerr << "usage: fuzz_seeds FOLDER\n";
-        return 2;
-    }
-    const std::filesystem::path folder = argv[1];
-    std::filesystem::create_directories(folder);
     const std::string rich = support::residueDocument(2).built();
     const std::string templates = support::Sketch{
         {"/Own @a", "", "/Own @b", "/Annots [@n]"},
@@ -56,5 +48,52 @@ int main(int argc, char** argv)
         write(folder / name, pdf + std::string("\x00\x01\x00\x02\x01\x03", 6));
         write(folder / (std::string(name) + "-to-linearise"),
               pdf + std::string("\x00\x01\x00\x02\x01\x0f", 6));
+    }
+}
+
+/// What a run and its workers say.
+void writeMessages(const std::filesystem::path& folder)
+{
+    using namespace vantora;
+    WorkerSetup setup;
+    setup.library = "/l";
+    setup.steps = {{"Delete Pages", {{"byPageRangeTextEdit", "1"}}}};
+    setup.job.judged = {{"1 2 3 4", 9, "2,7", {3}}};
+    setup.files = {{"in"}, {"out"}};
+    write(folder / "setup", setupMessage(setup));
+    Target target;
+    target.name = target.path = "b.pdf";
+    target.root = FileIdentity{7, 8};
+    target.replaced = FileVersion{7, 9, 10, 11};
+    write(folder / "tasks", tasksMessage({{7, "a.pdf", target, "1-3"}, {8, "c.pdf", target}}));
+    DocumentReport report;
+    report.input = "a.pdf";
+    report.pagesRemoved = {1, 2};
+    report.warnings = {"w"};
+    report.verified.emplace().labels = {{1, 2, "i", "ii"}};
+    report.losses = {{3, "gone"}};
+    report.error = {Reason::NotPdf, "a.pdf", "no PDF"};
+    write(folder / "report", answerMessage(WorkerReport{1, report}));
+    write(folder / "written", answerMessage(WorkerWritten{1, report, {7, 8}}));
+    write(folder / "placed", answerMessage(WorkerPlaced{{1, 2}}));
+    write(folder / "end", answerMessage(WorkerEnd{report.error, true}));
+}
+
+} // namespace
+
+/// fuzz_seeds FOLDER: writes what to begin with into a folder there for each target that has no
+/// seeds in the sources.
+int main(int argc, char** argv)
+{
+    if (argc != 2) {
+        std::cerr << "usage: fuzz_seeds FOLDER\n";
+        return 2;
+    }
+    const std::filesystem::path folder = argv[1];
+    const std::pair<const char*, void (*)(const std::filesystem::path&)> targets[] = {
+        {"deletion", writeDocuments}, {"messages", writeMessages}};
+    for (const auto& [name, writeAll] : targets) {
+        std::filesystem::create_directories(folder / name);
+        writeAll(folder / name);
     }
 }

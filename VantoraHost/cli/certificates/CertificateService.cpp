@@ -45,15 +45,15 @@ bool drawCertificates(const WorkerChannel& channel)
     const QGuiApplication application(argumentCount, arguments);
     std::setlocale(LC_NUMERIC, "C"); // the application has taken over the user's
     confine(memoryLimit, {programFiles({}), {}});
-    WorkerLines lines(channel);
+    WorkerSide side(channel);
     const bool hasFonts = !QFontDatabase().families().isEmpty();
-    while (const auto order = lines.next()) {
+    while (const auto order = side.nextLine()) {
         const Result<std::string> pdf =
             hasFonts ? answerTo(*order)
                      : fail(Reason::LibraryFailed, {},
                             "there is no font to write it with; install one, such as those of the "
                             "package fonts-dejavu-core");
-        if (!lines.write(certificateAnswer(pdf) + '\n')) {
+        if (!side.write(certificateAnswer(pdf) + '\n')) {
             return false;
         }
     }

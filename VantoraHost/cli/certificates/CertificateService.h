@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantoraHost/core/workers/WorkerLines.h"
+#include "VantoraHost/core/workers/WorkerSide.h"
 
 namespace vantora::cli {
 

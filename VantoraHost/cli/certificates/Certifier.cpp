@@ -69,7 +69,7 @@ Result<std::string> Certifier::drawn(const CertifiedRemoval& removal)
         }
         process_ = std::move(*started);
     }
-    process_->send(certificateOrder(removal));
+    process_->send(certificateOrder(removal) + '\n');
     const Result<std::string> line = nextLine();
     return line ? certificateAnswerOf(*line) : line;
 }
@@ -88,11 +88,11 @@ Result<std::string> Certifier::nextLine()
             return fail(Reason::TimedOut, {}, "drawing it took too long");
         }
         process_->writeOrders();
-        const Heard heard = process_->readAnswers(lines);
+        const Heard heard = process_->readLines(lines);
         if (!lines.empty()) {
             return std::move(lines.front());
         }
-        if (heard != Heard::Lines) {
+        if (heard != Heard::Answers) {
             return fail(Reason::Crashed, {},
                         "the process that draws it ended: " + process_->end().text());
         }

@@ -147,7 +147,7 @@ bool PicturePool::serve(const PictureWish& wish, std::map<PicturedDocument, int>
     if (idle) {
         idle->task = wish.task;
         idle->since = settings_.now();
-        idle->process->send(pictureTaskMessage(*wish.task));
+        idle->process->send(pictureTaskMessage(*wish.task) + '\n');
         return true;
     }
     if (starting[wish.document] > 0) {
@@ -201,8 +201,9 @@ bool PicturePool::start(const PictureWish& wish)
     worker->process = std::move(*process);
     worker->document = wish.document;
     worker->since = settings_.now();
-    worker->process->send(pictureSetupMessage(
-        {settings_.library, document.input, document.password, settings_.memoryLimit}));
+    worker->process->send(pictureSetupMessage({settings_.library, document.input, document.password,
+                                               settings_.memoryLimit}) +
+                          '\n');
     workers_.push_back(std::move(worker));
     return true;
 }

@@ -49,7 +49,7 @@ std::optional<Pixmap> pixmapOf(const std::string& file)
 /// One document, looked at.
 class Service {
 public:
-    Service(WorkerLines& lines, PictureSetup setup) : lines_(lines), setup_(std::move(setup)) {}
+    Service(WorkerSide& side, PictureSetup setup) : side_(side), setup_(std::move(setup)) {}
 
     Outcome open()
     {
@@ -78,7 +78,7 @@ public:
 
     void doTasks()
     {
-        while (const auto line = lines_.next()) {
+        while (const auto line = side_.nextLine()) {
             const auto task = pictureTaskOf(*line);
             if (!task || !(task->side > 0 ? sayPicture(*task) : sayFacts(*task))) {
                 return;
@@ -87,7 +87,7 @@ public:
     }
 
 private:
-    bool say(const PictureSaid& said) { return lines_.write(pictureSaidMessage(said) + '\n'); }
+    bool say(const PictureSaid& said) { return side_.write(pictureSaidMessage(said) + '\n'); }
 
     Error withMemory(Error error) const
     {
@@ -104,7 +104,7 @@ private:
         const std::string file = library_->RenderThumbnailToString(task.page, task.side, asPixmap);
         const auto pixmap = pixmapOf(file);
         if (pixmap) {
-            return say(pixmap->picture) && lines_.write(pixmap->pixels);
+            return say(pixmap->picture) && side_.write(pixmap->pixels);
         }
         return say(PictureFailure{
             withMemory(lastLibraryFailure(*library_, setup_.input)
@@ -129,7 +129,7 @@ private:
         return say(told);
     }
 
-    WorkerLines& lines_;
+    WorkerSide& side_;
     PictureSetup setup_;
     std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> library_;
     std::unique_ptr<OpenDocument> document_; // closed before the library goes
@@ -141,18 +141,18 @@ private:
 bool servePictures(const WorkerChannel& channel)
 {
     giveUpPrivileges();
-    WorkerLines lines(channel);
-    const auto first = lines.next();
+    WorkerSide side(channel);
+    const auto first = side.nextLine();
     const auto setup = first ? pictureSetupOf(*first) : std::nullopt;
     if (!setup) {
         return false;
     }
     const auto refuse = [&](Error error) {
-        lines.write(pictureSaidMessage(PictureFailure{std::move(error)}) + '\n');
+        side.write(pictureSaidMessage(PictureFailure{std::move(error)}) + '\n');
         return false;
     };
     try {
-        Service service(lines, *setup);
+        Service service(side, *setup);
         if (const Outcome opened = service.open(); !opened) {
             return refuse(opened.error());
         }

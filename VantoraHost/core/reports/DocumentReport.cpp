@@ -7,7 +7,6 @@
 
 #include <QtCore/QJsonArray>
 
-#include <charconv>
 #include <cmath>
 
 namespace vantora {
@@ -145,124 +144,50 @@ VerifiedOutput verifiedOf(const QJsonObject& json)
     return verified;
 }
 
-/// Which members an object gets.
-enum class Members {
-    All,
-    Known, ///< those only that don't have the value that reading takes for a missing one
-};
-
-/// Adds members, in the order in which they come.
-class ReportJson {
-public:
-    explicit ReportJson(Members members) : members_(members) {}
-
-    template <class T>
-    ReportJson& add(const char* key, const T& value)
-    {
-        if (members_ == Members::All || !isWhatMissingMeans(value)) {
-            json_.add(key, value);
-        }
-        return *this;
-    }
-
-    /// A time that another member says in nanoseconds already.
-    ReportJson& addReadable(const char* key, const std::string& nanoseconds)
-    {
-        if (members_ == Members::All) {
-            json_.add(key, textOrNone(isoTime(nanoseconds)));
-        }
-        return *this;
-    }
-
-    JsonObject& object() { return json_; }
-
-private:
-    template <class T>
-    static bool isWhatMissingMeans(const std::optional<T>& value)
-    {
-        return !value;
-    }
-    template <class T>
-    static bool isWhatMissingMeans(const std::vector<T>& values)
-    {
-        return values.empty();
-    }
-    static bool isWhatMissingMeans(bool value) { return !value; }
-
-    JsonObject json_;
-    Members members_;
-};
-
-// Of thousands of pages, one text is read in a fraction of the time that an array takes.
-std::string joined(const std::vector<int>& pages)
+JsonObject objectOf(const DocumentReport& report)
 {
-    std::string text;
-    for (const int page : pages) {
-        text += std::to_string(page) + ',';
-    }
-    return text;
-}
-
-// The pages of such a text; none where it is none.
-std::optional<std::vector<int>> pagesIn(const std::string& text)
-{
-    std::vector<int> pages;
-    const char* const end = text.data() + text.size();
-    for (const char* next = text.data(); next != end; ++next) {
-        int page = 0;
-        const auto read = std::from_chars(next, end, page);
-        if (read.ec != std::errc() || read.ptr == end || *read.ptr != ',') {
-            return std::nullopt;
-        }
-        pages.push_back(page);
-        next = read.ptr;
-    }
-    return pages;
-}
-
-JsonObject objectOf(const DocumentReport& report, Members members = Members::All)
-{
-    ReportJson json(members);
-    json.object().add("schema", reportSchema).add("input", report.input);
-    json.add("output", textOrNone(report.output))
+    const auto readable = [](const std::string& nanoseconds) {
+        return textOrNone(isoTime(nanoseconds));
+    };
+    JsonObject json;
+    json.add("schema", reportSchema)
+        .add("input", report.input)
+        .add("output", textOrNone(report.output))
         .add("output_existed", report.outputExisted)
         .add("pages_before", report.pagesBefore)
-        .add("pages_after", report.pagesAfter);
-    if (members == Members::Known && report.pagesRemoved) {
-        json.object().add("pages_removed", joined(*report.pagesRemoved));
-    } else {
-        json.add("pages_removed", report.pagesRemoved);
-    }
-    json.add("bytes_before", report.bytesBefore)
+        .add("pages_after", report.pagesAfter)
+        .add("pages_removed", report.pagesRemoved)
+        .add("bytes_before", report.bytesBefore)
         .add("bytes_after", report.bytesAfter)
         .add("input_modified", textOrNone(report.inputModified))
-        .addReadable("input_modified_at", report.inputModified)
+        .add("input_modified_at", readable(report.inputModified))
         .add("input_sha256", textOrNone(report.inputSha256))
         .add("output_modified", textOrNone(report.outputModified))
-        .addReadable("output_modified_at", report.outputModified)
+        .add("output_modified_at", readable(report.outputModified))
         .add("in_part", report.inPart)
-        .add("left_blank", report.leftBlank);
-    json.object().add("status", statusName(report.status));
-    json.add("warnings", withRepairs(report.warnings, report.repairs));
+        .add("left_blank", report.leftBlank)
+        .add("status", statusName(report.status))
+        .add("warnings", withRepairs(report.warnings, report.repairs));
     std::vector<JsonObject> errors;
     if (report.error) {
         errors.push_back(errorJson(*report.error));
     }
     if (report.range) {
-        json.object().add("range", *report.range);
+        json.add("range", *report.range);
     }
     if (!report.outputSha256.empty()) {
-        json.object().add("output_sha256", report.outputSha256);
+        json.add("output_sha256", report.outputSha256);
     }
     if (report.verified) {
-        addVerified(json.object(), *report.verified);
+        addVerified(json, *report.verified);
     }
     if (!report.losses.empty()) {
-        json.object().add("losses", lossesJson(report.losses));
+        json.add("losses", lossesJson(report.losses));
     }
-    json.add("errors", errors).add("left", report.leftToJudge);
-    json.object().add("seconds", std::round(report.seconds * 1e6) / 1e6);
-    return json.object();
+    json.add("errors", errors)
+        .add("left", report.leftToJudge)
+        .add("seconds", std::round(report.seconds * 1e6) / 1e6);
+    return json;
 }
 
 } // namespace
@@ -270,11 +195,6 @@ JsonObject objectOf(const DocumentReport& report, Members members = Members::All
 std::string toJson(const DocumentReport& report)
 {
     return objectOf(report).text();
-}
-
-std::string toBriefJson(const DocumentReport& report)
-{
-    return objectOf(report, Members::Known).text();
 }
 
 std::string toJson(const DocumentReport& report, const RunIdentity& run)
@@ -303,9 +223,7 @@ std::optional<DocumentReport> reportOf(const QJsonObject& json)
     report.leftBlank = member("left_blank").toBool();
     report.pagesBefore = pageCount(member("pages_before"));
     report.pagesAfter = pageCount(member("pages_after"));
-    if (member("pages_removed").isString()) {
-        report.pagesRemoved = pagesIn(bytesOf(member("pages_removed").toString()));
-    } else if (member("pages_removed").isArray()) {
+    if (member("pages_removed").isArray()) {
         report.pagesRemoved.emplace();
         for (const QJsonValue& page : member("pages_removed").toArray()) {
             report.pagesRemoved->push_back(page.toInt());

@@ -59,14 +59,10 @@ void takeWarnings(const QJsonArray& all, std::vector<std::string>& warnings,
 /// The report as one JSON object on one line, without the line's end; ASCII only.
 std::string toJson(const DocumentReport& report);
 
-/// The same for reportOf alone, which reads it faster: without what that takes a missing member for,
-/// and with the removed pages as one text.
-std::string toBriefJson(const DocumentReport& report);
-
 /// As toJson, with the run that it comes from, as a line of a report is.
 std::string toJson(const DocumentReport& report, const RunIdentity& run);
 
-/// The report that toJson or toBriefJson wrote; none when the object isn't one. What is missing
+/// The report that toJson wrote; none when the object isn't one. What is missing
 /// counts as not known. Times are rounded to microseconds.
 std::optional<DocumentReport> reportOf(const QJsonObject& json);
 

@@ -1,446 +1,341 @@
 #include "VantoraHost/core/workers/WorkerMessages.h"
 
-#include "VantoraHost/core/reports/FailureJson.h"
-#include "VantoraHost/core/reports/Json.h"
-#include "VantoraHost/core/reports/JsonReading.h"
+#include "VantoraHost/core/workers/Packing.h"
 
 #include <QtCore/QDataStream>
-#include <QtCore/QJsonArray>
 
 namespace vantora {
 
+// Which fields of it go over. All of them stand here, so that a new one doesn't compile until
+// somebody has decided whether it does.
+
+template <>
+struct LastOf<Reason> {
+    static constexpr Reason enumerator = Reason::Interrupted;
+};
+
+template <>
+struct LastOf<DocumentStatus> {
+    static constexpr DocumentStatus enumerator = DocumentStatus::Failed;
+};
+
+template <>
+struct LastOf<IfEmpty> {
+    static constexpr IfEmpty enumerator = IfEmpty::Fail;
+};
+
+template <>
+struct PackedFields<Error> {
+    template <class E>
+    static auto of(E& error)
+    {
+        auto& [reason, file, sentence] = error;
+        return std::tie(reason, file, sentence);
+    }
+};
+
+template <>
+struct PackedFields<FileIdentity> {
+    template <class I>
+    static auto of(I& identity)
+    {
+        auto& [device, inode] = identity;
+        return std::tie(device, inode);
+    }
+};
+
+template <>
+struct PackedFields<FileVersion> {
+    template <class V>
+    static auto of(V& version)
+    {
+        auto& [device, inode, size, modified] = version;
+        return std::tie(device, inode, size, modified);
+    }
+};
+
+template <>
+struct PackedFields<FileAccess> {
+    template <class A>
+    static auto of(A& access)
+    {
+        auto& [readable, writable] = access;
+        return std::tie(readable, writable);
+    }
+};
+
+template <>
+struct PackedFields<Target> {
+    template <class T>
+    static auto of(T& target)
+    {
+        // Workers read the size from the input.
+        auto& [name, path, backup, below, root, replaced, inputSize, input, standardOutput, inPlace,
+               number] = target;
+        return std::tie(name, path, backup, below, root, replaced, input, standardOutput, inPlace,
+                        number);
+    }
+};
+
+template <>
+struct PackedFields<WorkerTask> {
+    template <class T>
+    static auto of(T& task)
+    {
+        auto& [number, input, target, range] = task;
+        return std::tie(number, input, target, range);
+    }
+};
+
+template <>
+struct PackedFields<JudgedDocument> {
+    template <class D>
+    static auto of(D& document)
+    {
+        auto& [version, pages, range, unreadable] = document;
+        return std::tie(version, pages, range, unreadable);
+    }
+};
+
+template <>
+struct PackedFields<JobSettings> {
+    template <class S>
+    static auto of(S& settings)
+    {
+        // Workers are not told of the standard streams, and have their own ways to be cancelled.
+        auto& [passwords, dryRun, keepSigned, strict, salvage, ifEmpty, hashInputs, hashOutputs,
+               verifier, reportFirst, judged, standardInput, standardInputMode, standardOutput,
+               cancelled, savingBegins, verifyingBegins] = settings;
+        return std::tie(passwords, dryRun, keepSigned, strict, salvage, ifEmpty, hashInputs,
+                        hashOutputs, verifier, reportFirst, judged);
+    }
+};
+
+template <>
+struct PackedFields<StepRequest> {
+    template <class S>
+    static auto of(S& step)
+    {
+        auto& [action, options, stored, file] = step; // what is stored goes over for itself
+        return std::tie(action, options, file);
+    }
+};
+
+template <>
+struct PackedFields<PageLoss> {
+    template <class L>
+    static auto of(L& loss)
+    {
+        auto& [page, what] = loss;
+        return std::tie(page, what);
+    }
+};
+
+template <>
+struct PackedFields<verification::Amount> {
+    template <class A>
+    static auto of(A& amount)
+    {
+        auto& [before, after] = amount;
+        return std::tie(before, after);
+    }
+};
+
+template <>
+struct PackedFields<verification::Amounts> {
+    template <class A>
+    static auto of(A& amounts)
+    {
+        auto& [outlineEntries, links, fields, signatures, attachments] = amounts;
+        return std::tie(outlineEntries, links, fields, signatures, attachments);
+    }
+};
+
+template <>
+struct PackedFields<verification::LabelledPages> {
+    template <class P>
+    static auto of(P& pages)
+    {
+        auto& [first, last, firstLabel, lastLabel] = pages;
+        return std::tie(first, last, firstLabel, lastLabel);
+    }
+};
+
+template <>
+struct PackedFields<VerifiedOutput> {
+    template <class V>
+    static auto of(V& verified)
+    {
+        auto& [lookedFor, notTold, amounts, labels] = verified;
+        return std::tie(lookedFor, notTold, amounts, labels);
+    }
+};
+
+template <>
+struct PackedFields<DocumentReport> {
+    template <class R>
+    static auto of(R& report)
+    {
+        auto& [input, output, range, outputExisted, status, inPart, leftBlank, pagesBefore,
+               pagesAfter, pagesRemoved, bytesBefore, bytesAfter, inputModified, inputSha256,
+               outputSha256, outputModified, warnings, verified, losses, leftToJudge, repairs,
+               error, seconds] = report;
+        return std::tie(input, output, range, outputExisted, status, inPart, leftBlank, pagesBefore,
+                        pagesAfter, pagesRemoved, bytesBefore, bytesAfter, inputModified,
+                        inputSha256, outputSha256, outputModified, warnings, verified, losses,
+                        leftToJudge, repairs, error, seconds);
+    }
+};
+
+template <>
+struct PackedFields<WorkerRefusal> {
+    template <class R>
+    static auto of(R& refusal)
+    {
+        auto& [error] = refusal;
+        return std::tie(error);
+    }
+};
+
+template <>
+struct PackedFields<WorkerReady> {
+    static std::tuple<> of(const WorkerReady& /*ready*/) { return {}; }
+};
+
+template <>
+struct PackedFields<WorkerWritten> {
+    template <class W>
+    static auto of(W& written)
+    {
+        auto& [number, report, output] = written;
+        return std::tie(number, report, output);
+    }
+};
+
+template <>
+struct PackedFields<WorkerNaming> {
+    static std::tuple<> of(const WorkerNaming& /*naming*/) { return {}; }
+};
+
+template <>
+struct PackedFields<WorkerPlaced> {
+    template <class P>
+    static auto of(P& placed)
+    {
+        auto& [numbers] = placed;
+        return std::tie(numbers);
+    }
+};
+
+template <>
+struct PackedFields<WorkerReport> {
+    template <class R>
+    static auto of(R& done)
+    {
+        auto& [number, report] = done;
+        return std::tie(number, report);
+    }
+};
+
+template <>
+struct PackedFields<WorkerEnd> {
+    template <class E>
+    static auto of(E& end)
+    {
+        auto& [complaint, asked] = end;
+        return std::tie(complaint, asked);
+    }
+};
+
 namespace {
 
-// As the settings class stores a value, which is what the reader of saved options takes.
-QByteArray storedBytes(const PreferencesMap& options)
+// What comes after the setup.
+enum class Order { DoTasks, GiveNames };
+
+} // namespace
+
+template <>
+struct LastOf<Order> {
+    static constexpr Order enumerator = Order::GiveNames;
+};
+
+namespace {
+
+// As the settings class stores a value, which is what the reader of saved options takes; nothing
+// for no options.
+std::string storedBytes(const PreferencesMap& options)
 {
     QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(QDataStream::Qt_4_0);
-    stream << QVariant(options);
-    return bytes;
-}
-
-JsonObject stepJson(const StepRequest& step)
-{
-    std::vector<std::string> options;
-    for (const auto& [key, value] : step.options) {
-        options.push_back(key);
-        options.push_back(value);
+    if (!options.isEmpty()) {
+        QDataStream stream(&bytes, QIODevice::WriteOnly);
+        stream.setVersion(QDataStream::Qt_4_0);
+        stream << QVariant(options);
     }
-    JsonObject json;
-    json.add("action", step.action).add("options", options).add("file", step.file);
-    if (!step.stored.isEmpty()) {
-        json.add("stored", storedBytes(step.stored).toBase64().toStdString());
-    }
-    return json;
-}
-
-std::optional<StepRequest> stepOf(const QJsonObject& json, const StoredReader& stored)
-{
-    StepRequest step;
-    step.action = bytesOf(json["action"].toString());
-    step.file = bytesOf(json["file"].toString());
-    const std::vector<std::string> options = bytesOf(json["options"].toArray());
-    for (std::size_t i = 0; i + 1 < options.size(); i += 2) {
-        step.options.emplace_back(options[i], options[i + 1]);
-    }
-    if (json.contains("stored")) {
-        auto read = stored(QByteArray::fromBase64(json["stored"].toString().toLatin1()));
-        if (!read) {
-            return std::nullopt;
-        }
-        step.stored = std::move(*read);
-    }
-    return step;
-}
-
-JsonObject errorWithFileJson(const Error& error)
-{
-    return errorJson(error).add("file", error.file);
-}
-
-Error errorWithFileOf(const QJsonObject& json)
-{
-    return errorOf(json, bytesOf(json["file"].toString()));
-}
-
-// As texts, because JSON's numbers are read as doubles, which hold no large inode exactly.
-std::vector<std::string> identityTexts(const FileIdentity& identity)
-{
-    return {std::to_string(identity.device), std::to_string(identity.inode)};
-}
-
-std::optional<FileIdentity> identityOf(const QJsonArray& texts)
-{
-    bool hasDevice = false;
-    bool hasInode = false;
-    const FileIdentity identity = {texts.at(0).toString().toULong(&hasDevice),
-                                   texts.at(1).toString().toULong(&hasInode)};
-    return hasDevice && hasInode ? std::optional<FileIdentity>(identity) : std::nullopt;
-}
-
-std::vector<std::string> versionTexts(const FileVersion& version)
-{
-    return {std::to_string(version.device), std::to_string(version.inode),
-            std::to_string(version.size), std::to_string(version.modified)};
-}
-
-std::optional<FileVersion> versionOf(const QJsonArray& texts)
-{
-    const auto identity = identityOf(texts);
-    bool hasSize = false;
-    bool hasTime = false;
-    const qlonglong size = texts.at(2).toString().toLongLong(&hasSize);
-    const qlonglong modified = texts.at(3).toString().toLongLong(&hasTime);
-    return identity && hasSize && hasTime
-               ? std::optional<FileVersion>({identity->device, identity->inode, size, modified})
-               : std::nullopt;
-}
-
-JsonObject taskJson(const WorkerTask& task)
-{
-    JsonObject json;
-    json.add("number", task.number).add("input", task.input).add("name", task.target.name);
-    if (task.range) {
-        json.add("range", *task.range);
-    }
-    if (task.target.path != task.target.name) {
-        json.add("path", task.target.path);
-    }
-    if (!task.target.backup.empty()) {
-        json.add("backup", task.target.backup);
-    }
-    if (task.target.below != std::string::npos) {
-        json.add("below", task.target.below);
-    }
-    if (task.target.root) {
-        json.add("root", identityTexts(*task.target.root));
-    }
-    if (task.target.replaced) {
-        json.add("replaced", versionTexts(*task.target.replaced));
-    }
-    if (task.target.input) {
-        json.add("input_version", versionTexts(*task.target.input));
-    }
-    if (task.target.inPlace) {
-        json.add("in_place", true);
-    }
-    if (task.target.standardOutput) {
-        json.add("standard_output", true);
-    }
-    if (task.target.number) {
-        json.add("number_copies", true);
-    }
-    return json;
-}
-
-std::optional<WorkerTask> taskOf(const QJsonObject& json)
-{
-    const auto number = wholeNumber(json["number"]);
-    if (!number) {
-        return std::nullopt;
-    }
-    WorkerTask task;
-    task.number = *number;
-    task.input = bytesOf(json["input"].toString());
-    if (json["range"].isString()) {
-        task.range = bytesOf(json["range"].toString());
-    }
-    task.target.name = bytesOf(json["name"].toString());
-    task.target.path = json.contains("path") ? bytesOf(json["path"].toString()) : task.target.name;
-    task.target.backup = bytesOf(json["backup"].toString());
-    task.target.standardOutput = json["standard_output"].toBool();
-    if (const auto below = wholeNumber(json["below"])) {
-        task.target.below = *below;
-    }
-    task.target.root = identityOf(json["root"].toArray());
-    task.target.replaced = versionOf(json["replaced"].toArray());
-    task.target.input = versionOf(json["input_version"].toArray());
-    task.target.inPlace = json["in_place"].toBool();
-    task.target.number = json["number_copies"].toBool();
-    return task;
-}
-
-JsonObject documentJson(std::size_t number, const DocumentReport& report)
-{
-    JsonObject json;
-    json.add("number", number).addJson("report", toBriefJson(report));
-    return json;
-}
-
-struct AnswerWriter {
-    JsonObject operator()(const WorkerReady&) const
-    {
-        JsonObject json;
-        json.add("ready", workerProtocol);
-        return json;
-    }
-    JsonObject operator()(const WorkerWritten& written) const
-    {
-        return documentJson(written.number, written.report)
-            .add("written", identityTexts(written.output));
-    }
-    JsonObject operator()(const WorkerNaming&) const
-    {
-        JsonObject json;
-        json.add("naming", true);
-        return json;
-    }
-    JsonObject operator()(const WorkerPlaced& placed) const
-    {
-        JsonObject json;
-        json.add("placed", placed.numbers);
-        return json;
-    }
-    JsonObject operator()(const WorkerReport& done) const
-    {
-        return documentJson(done.number, done.report);
-    }
-    JsonObject operator()(const WorkerEnd& end) const
-    {
-        JsonObject json;
-        json.add("end",
-                 end.complaint ? std::optional(errorWithFileJson(*end.complaint)) : std::nullopt)
-            .add("asked", end.asked);
-        return json;
-    }
-    JsonObject operator()(const WorkerRefusal& refusal) const
-    {
-        JsonObject json;
-        json.add("refusal", errorWithFileJson(refusal.error));
-        return json;
-    }
-};
-
-std::optional<WorkerAnswer> reportAnswerOf(const QJsonObject& json)
-{
-    auto report = reportOf(json["report"].toObject());
-    const auto number = wholeNumber(json["number"]);
-    if (!report || !number) {
-        return std::nullopt;
-    }
-    if (!json.contains("written")) {
-        return WorkerReport{*number, std::move(*report)};
-    }
-    const auto identity = identityOf(json["written"].toArray());
-    return identity
-               ? std::optional<WorkerAnswer>(WorkerWritten{*number, std::move(*report), *identity})
-               : std::nullopt;
-}
-
-// Calls `visit` with each of the settings that a worker is told, and with its name. All of them
-// stand here, so that a new one doesn't compile until somebody has decided whether workers are told
-// of it. They are not told of the standard streams, and have their own ways to be cancelled.
-template <class Settings, class Visitor>
-void visitSettings(Settings& settings, const Visitor& visit)
-{
-    auto& [passwords, dryRun, keepSigned, strict, salvage, ifEmpty, hashInputs, hashOutputs,
-           verifier, reportFirst, judged, standardInput, standardInputMode, standardOutput,
-           cancelled, savingBegins, verifyingBegins] = settings;
-    visit("passwords", passwords);
-    visit("dry_run", dryRun);
-    visit("keep_signed", keepSigned);
-    visit("strict", strict);
-    visit("salvage", salvage);
-    visit("if_empty", ifEmpty);
-    visit("hash_inputs", hashInputs);
-    visit("hash_outputs", hashOutputs);
-    visit("verifier", verifier);
-    visit("report_first", reportFirst);
-    visit("judged", judged);
-}
-
-struct SettingWriter {
-    JsonObject& json;
-
-    void operator()(const char* name, const std::vector<std::string>& texts) const
-    {
-        json.add(name, texts);
-    }
-    void operator()(const char* name, const std::string& text) const { json.add(name, text); }
-    void operator()(const char* name, bool value) const { json.add(name, value); }
-    void operator()(const char* name, IfEmpty way) const { json.add(name, static_cast<int>(way)); }
-    void operator()(const char* name, const std::vector<JudgedDocument>& documents) const
-    {
-        std::vector<JsonObject> objects;
-        for (const JudgedDocument& document : documents) {
-            JsonObject object;
-            object.add("version", document.version)
-                .add("pages", document.pages)
-                .add("range", document.range)
-                .add("unreadable",
-                     std::vector<int>(document.unreadable.begin(), document.unreadable.end()));
-            objects.push_back(std::move(object));
-        }
-        json.add(name, objects);
-    }
-};
-
-struct SettingReader {
-    const QJsonObject& json;
-
-    void operator()(const char* name, std::vector<std::string>& texts) const
-    {
-        texts = bytesOf(json[QLatin1String(name)].toArray());
-    }
-    void operator()(const char* name, std::string& text) const
-    {
-        text = bytesOf(json[QLatin1String(name)].toString());
-    }
-    void operator()(const char* name, bool& value) const
-    {
-        value = json[QLatin1String(name)].toBool();
-    }
-    void operator()(const char* name, IfEmpty& way) const
-    {
-        const int number = json[QLatin1String(name)].toInt();
-        way = number == static_cast<int>(IfEmpty::Blank)  ? IfEmpty::Blank
-              : number == static_cast<int>(IfEmpty::Skip) ? IfEmpty::Skip
-                                                          : IfEmpty::Fail;
-    }
-    void operator()(const char* name, std::vector<JudgedDocument>& documents) const
-    {
-        for (const QJsonValue& value : json[QLatin1String(name)].toArray()) {
-            const QJsonObject object = value.toObject();
-            JudgedDocument document = {bytesOf(object["version"].toString()),
-                                       object["pages"].toInt(),
-                                       bytesOf(object["range"].toString()),
-                                       {}};
-            for (const QJsonValue& page : object["unreadable"].toArray()) {
-                document.unreadable.insert(page.toInt());
-            }
-            documents.push_back(std::move(document));
-        }
-    }
-};
-
-std::optional<WorkerAnswer> placedAnswerOf(const QJsonArray& numbers)
-{
-    WorkerPlaced placed;
-    for (const QJsonValue& value : numbers) {
-        const auto number = wholeNumber(value);
-        if (!number) {
-            return std::nullopt;
-        }
-        placed.numbers.push_back(*number);
-    }
-    return placed;
+    return bytes.toStdString();
 }
 
 } // namespace
 
 std::string setupMessage(const WorkerSetup& setup)
 {
-    std::vector<JsonObject> steps;
+    std::vector<std::string> stored;
     for (const StepRequest& step : setup.steps) {
-        steps.push_back(stepJson(step));
+        stored.push_back(storedBytes(step.stored));
     }
-    const std::vector<std::string> folders(setup.actionFolders.begin(), setup.actionFolders.end());
-    JsonObject json;
-    json.add("version", workerProtocol)
-        .add("library", setup.library.native())
-        .add("action_folders", folders)
-        .add("steps", steps);
-    visitSettings(setup.job, SettingWriter{json});
-    json.add("memory_limit", setup.memoryLimit)
-        .add("whole_run", setup.wholeRun)
-        .add("readable", setup.files.readable)
-        .add("writable", setup.files.writable);
-    return json.text();
+    return packed(workerProtocol, setup.library, setup.actionFolders, setup.steps, stored,
+                  setup.job, setup.memoryLimit, setup.wholeRun, setup.files);
 }
 
-Result<WorkerSetup> setupOf(std::string_view line, const StoredReader& stored)
+Result<WorkerSetup> setupOf(std::string_view message, const StoredReader& stored)
 {
-    const auto json = jsonObjectOf(line);
-    if (!json || (*json)["version"].toInt() != workerProtocol) {
+    WorkerSetup setup;
+    std::vector<std::string> storedOptions;
+    int version = 0;
+    Unpacker unpack(message);
+    if (!unpack(version) || version != workerProtocol ||
+        !unpack(setup.library, setup.actionFolders, setup.steps, storedOptions, setup.job,
+                setup.memoryLimit, setup.wholeRun, setup.files) ||
+        !unpack.atEnd() || storedOptions.size() != setup.steps.size()) {
         return fail(Reason::WorkerFailed, {}, "this is no order for a worker of this version");
     }
-    WorkerSetup setup;
-    setup.library = bytesOf((*json)["library"].toString());
-    for (const std::string& folder : bytesOf((*json)["action_folders"].toArray())) {
-        setup.actionFolders.emplace_back(folder);
-    }
-    for (const QJsonValue& value : (*json)["steps"].toArray()) {
-        auto step = stepOf(value.toObject(), stored);
-        if (!step) {
+    for (std::size_t i = 0; i < setup.steps.size(); ++i) {
+        if (storedOptions[i].empty()) {
+            continue;
+        }
+        auto read = stored(QByteArray::fromStdString(storedOptions[i]));
+        if (!read) {
             return fail(Reason::WorkerFailed, {}, "the options of a step can't be read");
         }
-        setup.steps.push_back(std::move(*step));
+        setup.steps[i].stored = std::move(*read);
     }
-    visitSettings(setup.job, SettingReader{*json});
-    setup.memoryLimit = wholeNumber((*json)["memory_limit"]).value_or(0);
-    setup.wholeRun = (*json)["whole_run"].toBool();
-    setup.files = {bytesOf((*json)["readable"].toArray()), bytesOf((*json)["writable"].toArray())};
     return setup;
 }
 
 std::string tasksMessage(const std::vector<WorkerTask>& tasks)
 {
-    std::vector<JsonObject> documents;
-    for (const WorkerTask& task : tasks) {
-        documents.push_back(taskJson(task));
-    }
-    JsonObject json;
-    json.add("documents", documents);
-    return json.text();
+    return packed(Order::DoTasks, tasks);
 }
 
-std::optional<std::vector<WorkerTask>> tasksOf(std::string_view line)
+std::optional<std::vector<WorkerTask>> tasksOf(std::string_view message)
 {
-    const auto json = jsonObjectOf(line);
-    if (!json || !(*json)["documents"].isArray()) {
-        return std::nullopt;
-    }
-    std::vector<WorkerTask> tasks;
-    for (const QJsonValue& value : (*json)["documents"].toArray()) {
-        auto task = taskOf(value.toObject());
-        if (!task) {
-            return std::nullopt;
-        }
-        tasks.push_back(std::move(*task));
-    }
-    return tasks;
+    auto order = unpacked<std::pair<Order, std::vector<WorkerTask>>>(message);
+    return order && order->first == Order::DoTasks ? std::optional(std::move(order->second))
+                                                   : std::nullopt;
 }
 
 std::string namingMessage()
 {
-    JsonObject json;
-    json.add("name", true);
-    return json.text();
+    return packed(Order::GiveNames);
 }
 
 std::string answerMessage(const WorkerAnswer& answer)
 {
-    return std::visit(AnswerWriter(), answer).text();
+    return packed(answer);
 }
 
-std::optional<WorkerAnswer> answerOf(std::string_view line)
+std::optional<WorkerAnswer> answerOf(std::string_view message)
 {
-    const auto json = jsonObjectOf(line);
-    if (!json) {
-        return std::nullopt;
-    }
-    if (json->contains("report")) {
-        return reportAnswerOf(*json);
-    }
-    if (json->contains("naming")) {
-        return WorkerNaming{};
-    }
-    if ((*json)["placed"].isArray()) {
-        return placedAnswerOf((*json)["placed"].toArray());
-    }
-    if (json->contains("end")) {
-        const QJsonValue end = (*json)["end"];
-        return WorkerEnd{end.isObject() ? std::optional(errorWithFileOf(end.toObject()))
-                                        : std::nullopt,
-                         (*json)["asked"].toBool()};
-    }
-    if (json->contains("refusal")) {
-        return WorkerRefusal{errorWithFileOf((*json)["refusal"].toObject())};
-    }
-    return (*json)["ready"].toInt() == workerProtocol ? std::optional<WorkerAnswer>(WorkerReady{})
-                                                      : std::nullopt;
+    return unpacked<WorkerAnswer>(message);
 }
 
 } // namespace vantora

@@ -15,13 +15,12 @@
 #include <variant>
 #include <vector>
 
-/// What a run and its worker processes tell each other: one JSON object a line, ASCII only. Texts
-/// are written without the line's end and read back without it; what isn't such a message reads as
-/// nothing.
+/// What a run and its worker processes tell each other (Packing), without the frame (MessageFrames)
+/// that it goes in; what isn't such a message reads as nothing.
 namespace vantora {
 
 /// The version of the messages; a worker refuses the setup of another one.
-inline constexpr int workerProtocol = 11;
+inline constexpr int workerProtocol = 12;
 
 /// What a worker is told first.
 struct WorkerSetup {
@@ -80,8 +79,10 @@ struct WorkerRefusal {
     Error error;
 };
 
-using WorkerAnswer = std::variant<WorkerReady, WorkerWritten, WorkerNaming, WorkerPlaced,
-                                  WorkerReport, WorkerEnd, WorkerRefusal>;
+/// The refusal is the first one, for good: a run understands it from a program of another version,
+/// too.
+using WorkerAnswer = std::variant<WorkerRefusal, WorkerReady, WorkerWritten, WorkerNaming,
+                                  WorkerPlaced, WorkerReport, WorkerEnd>;
 
 /// Makes options of what storedBytes made of them.
 using StoredReader = std::function<std::optional<PreferencesMap>(const QByteArray&)>;
@@ -89,15 +90,15 @@ using StoredReader = std::function<std::optional<PreferencesMap>(const QByteArra
 std::string setupMessage(const WorkerSetup& setup);
 
 /// The error is that it is no setup, or one of another version.
-Result<WorkerSetup> setupOf(std::string_view line, const StoredReader& stored);
+Result<WorkerSetup> setupOf(std::string_view message, const StoredReader& stored);
 
 std::string tasksMessage(const std::vector<WorkerTask>& tasks);
-std::optional<std::vector<WorkerTask>> tasksOf(std::string_view line);
+std::optional<std::vector<WorkerTask>> tasksOf(std::string_view message);
 
 /// Leave for a worker to give outputs their names, where JobSettings::reportFirst is set.
 std::string namingMessage();
 
 std::string answerMessage(const WorkerAnswer& answer);
-std::optional<WorkerAnswer> answerOf(std::string_view line);
+std::optional<WorkerAnswer> answerOf(std::string_view message);
 
 } // namespace vantora

@@ -6,6 +6,7 @@
 #include "VantoraHost/core/reports/ReportOrder.h"
 #include "VantoraHost/core/workers/BatchPlan.h"
 #include "VantoraHost/core/workers/CrewMember.h"
+#include "VantoraHost/core/workers/MessageFrames.h"
 #include "VantoraHost/core/workers/Settlement.h"
 #include "VantoraHost/core/workers/Verdicts.h"
 #include "VantoraHost/core/workers/WorkerService.h"
@@ -143,38 +144,37 @@ private:
             CrewMember member;
             member.process = std::move(*process);
             member.since = settings_.now();
-            member.process->send(isEarly ? setupLineOfEarly() : setupLine());
+            member.process->send(isEarly ? setupOfEarly() : setup());
             crew_.push_back(std::move(member));
         }
     }
 
     std::size_t earlyLeft() const { return settings_.early ? settings_.early->left() : 0; }
 
-    std::string setupLineWith(std::vector<StepRequest> steps,
-                              std::vector<std::string> readable) const
+    std::string setupWith(std::vector<StepRequest> steps, std::vector<std::string> readable) const
     {
         WorkerSetup setup = settings_.setup;
         setup.steps = std::move(steps);
         setup.job = batch_.settings;
         setup.files = {std::move(readable), writableFor(batch_)};
-        return setupMessage(setup);
+        return framed(setupMessage(setup));
     }
 
     // Each is made when the first worker is to get it.
-    const std::string& setupLine()
+    const std::string& setup()
     {
-        if (setupLine_.empty()) {
-            setupLine_ = setupLineWith(settings_.setup.steps, readableFor(batch_.inputs));
+        if (setup_.empty()) {
+            setup_ = setupWith(settings_.setup.steps, readableFor(batch_.inputs));
         }
-        return setupLine_;
+        return setup_;
     }
 
-    const std::string& setupLineOfEarly()
+    const std::string& setupOfEarly()
     {
-        if (setupLineOfEarly_.empty()) {
-            setupLineOfEarly_ = setupLineWith({}, {});
+        if (setupOfEarly_.empty()) {
+            setupOfEarly_ = setupWith({}, {});
         }
-        return setupLineOfEarly_;
+        return setupOfEarly_;
     }
 
     Result<std::unique_ptr<WorkerProcess>> startWorker()
@@ -246,7 +246,7 @@ private:
         constexpr std::size_t manyMore = 128;
         return member.ahead == 0 && member.documents.size() >= many && suspects_.empty() &&
                plan_.left() >= manyMore * workers_ &&
-               !batch_.settings.reportFirst; // the next line is the leave to give names there
+               !batch_.settings.reportFirst; // the next message is the leave to give names there
     }
 
     void handOutTo(CrewMember& member)
@@ -267,7 +267,7 @@ private:
         member.give(group);
         member.after(WorkerEvent::IsGivenDocuments);
         member.since = isBusy ? member.since : settings_.now();
-        member.process->send(tasksMessage(tasks));
+        member.process->send(framed(tasksMessage(tasks)));
     }
 
     // Waits until a worker says something or something else is due, and handles it.
@@ -279,7 +279,7 @@ private:
             descriptors.push_back({member.process->ordersToWrite(), POLLOUT, 0});
         }
         const auto before = settings_.now();
-        // Waking up for each line costs more than the lines.
+        // Waking up for each answer costs more than the answers.
         std::this_thread::sleep_for(timeUntilSomeoneIsDone());
         ::poll(descriptors.data(), descriptors.size(), static_cast<int>(tick.count()));
         excuseAbsence(settings_.now() - before);
@@ -329,12 +329,12 @@ private:
 
     Heard hear(CrewMember& member)
     {
-        std::vector<std::string> lines;
-        const Heard heard = member.process->readAnswers(lines);
+        std::vector<std::string> messages;
+        const Heard heard = member.process->readMessages(messages);
         bool makesSense = heard != Heard::Nonsense;
-        for (auto line = lines.begin(); makesSense && line != lines.end(); ++line) {
+        for (auto message = messages.begin(); makesSense && message != messages.end(); ++message) {
             member.since = settings_.now();
-            auto answer = answerOf(*line);
+            auto answer = answerOf(*message);
             makesSense = answer && take(member, std::move(*answer));
             member.noteEndOfGroup();
         }
@@ -394,7 +394,7 @@ private:
             reports.push_back(written.report);
         }
         observer_.outputsGetNames(reports);
-        member.process->send(namingMessage());
+        member.process->send(framed(namingMessage()));
         return true;
     }
 
@@ -594,8 +594,8 @@ private:
     const std::size_t workers_; ///< at most so many at a time
     BatchPlan plan_;
     ReportOrder order_;
-    std::string setupLine_;
-    std::string setupLineOfEarly_;
+    std::string setup_;
+    std::string setupOfEarly_;
     std::vector<CrewMember> crew_;
     BatchResult result_;
     std::optional<Error> failure_;

@@ -1,5 +1,6 @@
 #include "VantoraHost/core/workers/WorkerProcess.h"
 
+#include "VantoraHost/core/workers/MessageFrames.h"
 #include "VantoraHost/core/workers/ProcessCopy.h"
 
 #include <fcntl.h>
@@ -132,10 +133,9 @@ WorkerProcess::~WorkerProcess()
     end();
 }
 
-void WorkerProcess::send(const std::string& line)
+void WorkerProcess::send(std::string_view bytes)
 {
-    unsent_ += line;
-    unsent_ += '\n';
+    unsent_ += bytes;
     writeOrders();
 }
 
@@ -173,18 +173,16 @@ Heard WorkerProcess::readBytes(std::string& bytes) const
             continue;
         }
         if (got <= 0) {
-            return got < 0 && errno == EAGAIN ? Heard::Lines : Heard::End;
+            return got < 0 && errno == EAGAIN ? Heard::Answers : Heard::End;
         }
         read += static_cast<std::size_t>(got);
         bytes.append(piece, static_cast<std::size_t>(got));
     }
-    return Heard::Lines;
+    return Heard::Answers;
 }
 
-Heard WorkerProcess::readAnswers(std::vector<std::string>& lines)
+Heard WorkerProcess::readLines(std::vector<std::string>& lines)
 {
-    // The report of a million pages takes less than a tenth.
-    constexpr std::size_t longestLine = 64 * 1024 * 1024;
     std::size_t searched = received_.size();
     const Heard heard = readBytes(received_);
     std::size_t start = 0;
@@ -193,7 +191,18 @@ Heard WorkerProcess::readAnswers(std::vector<std::string>& lines)
         start = searched = end + 1;
     }
     received_.erase(0, start);
-    return heard == Heard::Lines && received_.size() > longestLine ? Heard::Nonsense : heard;
+    return heard == Heard::Answers && received_.size() > longestMessage ? Heard::Nonsense : heard;
+}
+
+Heard WorkerProcess::readMessages(std::vector<std::string>& messages)
+{
+    const Heard heard = readBytes(received_);
+    std::string_view rest = received_;
+    while (auto message = takeMessage(rest)) {
+        messages.push_back(std::move(*message));
+    }
+    received_.erase(0, received_.size() - rest.size());
+    return heard == Heard::Answers && isTooLong(received_) ? Heard::Nonsense : heard;
 }
 
 void WorkerProcess::signal(int number) const

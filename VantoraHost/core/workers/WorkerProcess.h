@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vantora {
@@ -33,13 +34,13 @@ struct ProcessEnd {
 
 /// What became of listening to a worker.
 enum class Heard {
-    Lines,    ///< maybe none
+    Answers,  ///< maybe none
     End,      ///< the worker has closed its side
-    Nonsense, ///< a line longer than any answer
+    Nonsense, ///< a line or message longer than any answer
 };
 
-/// A worker process and the lines that go to it and come from it; neither sending nor receiving
-/// waits. It is killed at the end of this object.
+/// A worker process and what goes to it and comes from it, in lines or in messages (MessageFrames);
+/// neither sending nor receiving waits. It is killed at the end of this object.
 class WorkerProcess {
 public:
     /// Starts "PROGRAM COMMAND". It does not hear the signals that a terminal sends to a run.
@@ -55,8 +56,8 @@ public:
     WorkerProcess& operator=(const WorkerProcess&) = delete;
     ~WorkerProcess();
 
-    /// Adds a line to what the worker is to get.
-    void send(const std::string& line);
+    /// Adds to what the worker is to get.
+    void send(std::string_view bytes);
 
     /// Lets the worker's orders end after what was sent.
     void closeOrders();
@@ -71,7 +72,10 @@ public:
     void writeOrders();
 
     /// Adds lines that have come; there may be more.
-    Heard readAnswers(std::vector<std::string>& lines);
+    Heard readLines(std::vector<std::string>& lines);
+
+    /// Adds messages that have come; there may be more.
+    Heard readMessages(std::vector<std::string>& messages);
 
     /// Adds bytes that have come, whatever they are; there may be more.
     Heard readBytes(std::string& bytes) const;

@@ -5,6 +5,7 @@
 #include "VantoraHost/core/documents/PdfLibrary.h"
 #include "VantoraHost/core/outputs/OutputGroup.h"
 #include "VantoraHost/core/workers/Confinement.h"
+#include "VantoraHost/core/workers/MessageFrames.h"
 #include "VantoraHost/core/workers/Verdicts.h"
 
 #include <signal.h>
@@ -16,21 +17,21 @@ namespace vantora {
 namespace {
 
 /// Orders that come and answers that go.
-class Lines {
+class Orders {
 public:
-    explicit Lines(const WorkerChannel& channel) : lines_(channel) {}
+    explicit Orders(const WorkerChannel& channel) : side_(channel) {}
 
     /// The next order; none at the end of them.
-    std::optional<std::string> next() { return lines_.next(); }
+    std::optional<std::string> next() { return side_.nextMessage(); }
 
     /// Whether the answer went through.
     bool answer(const WorkerAnswer& answer) const
     {
-        return lines_.write(answerMessage(answer) + '\n');
+        return side_.write(framed(answerMessage(answer)));
     }
 
 private:
-    WorkerLines lines_;
+    WorkerSide side_;
 };
 
 // A run that is interrupted asks its workers to end: at once, unless there is something to finish.
@@ -62,8 +63,8 @@ bool isAsked()
 
 class Service {
 public:
-    Service(Lines& lines, WorkerSetup given, WorkerInheritance inheritance)
-        : lines_(lines), setup_(std::move(given)), library_(inheritance.library),
+    Service(Orders& orders, WorkerSetup given, WorkerInheritance inheritance)
+        : orders_(orders), setup_(std::move(given)), library_(inheritance.library),
           sequence_(inheritance.sequence)
     {
         setup_.job.standardInput = std::move(inheritance.streams.standardInput);
@@ -100,8 +101,8 @@ public:
     void doDocuments()
     {
         DocumentJob job(*library_, *sequence_, setup_.job, verifier_);
-        while (const auto line = lines_.next()) {
-            const auto tasks = tasksOf(*line);
+        while (const auto order = orders_.next()) {
+            const auto tasks = tasksOf(*order);
             if (!tasks || !doGroup(job, *tasks)) {
                 return;
             }
@@ -151,7 +152,7 @@ private:
         nothingToFinish();
         if (done.output) {
             const bool announced =
-                lines_.answer(WorkerWritten{task.number, done.report, done.output->identity});
+                orders_.answer(WorkerWritten{task.number, done.report, done.output->identity});
             outputs_.add(task.number, std::move(done.report), std::move(*done.output));
             return announced && (!outputs_.isFull() || placeOutputs());
         }
@@ -165,7 +166,7 @@ private:
         }
         // Memory that was wanted for one document may be in pieces now; the next document had
         // better get a fresh worker, where there may be another one.
-        return lines_.answer(WorkerReport{task.number, std::move(done.report)}) &&
+        return orders_.answer(WorkerReport{task.number, std::move(done.report)}) &&
                (!exhausted || setup_.wholeRun);
     }
 
@@ -174,7 +175,7 @@ private:
 
     bool mayName()
     {
-        const auto leave = lines_.answer(WorkerNaming{}) ? lines_.next() : std::nullopt;
+        const auto leave = orders_.answer(WorkerNaming{}) ? orders_.next() : std::nullopt;
         return leave && *leave == namingMessage();
     }
 
@@ -191,15 +192,16 @@ private:
             if (entry.asWritten) {
                 placed.numbers.push_back(entry.number);
             } else {
-                heard = lines_.answer(WorkerReport{entry.number, std::move(entry.report)}) && heard;
+                heard =
+                    orders_.answer(WorkerReport{entry.number, std::move(entry.report)}) && heard;
             }
         }
-        heard = (placed.numbers.empty() || lines_.answer(placed)) && heard;
+        heard = (placed.numbers.empty() || orders_.answer(placed)) && heard;
         nothingToFinish();
         return heard;
     }
 
-    Lines& lines_;
+    Orders& orders_;
     WorkerSetup setup_;
     std::unique_ptr<KarvelPDFLibraryCPDylibCPP1311> loadedLibrary_;
     std::unique_ptr<Sequence> madeSequence_;
@@ -225,24 +227,24 @@ bool serveAsWorker(const WorkerChannel& channel, const StoredReader& stored,
     listenForEnd();
     Confinement confinement;
     confinement.allow({inheritance.readable(), {}});
-    Lines lines(channel);
-    const auto first = lines.next();
+    Orders orders(channel);
+    const auto first = orders.next();
     if (!first) {
         return false;
     }
     Result<WorkerSetup> setup = setupOf(*first, stored);
     if (!setup) {
-        lines.answer(WorkerRefusal{setup.error()});
+        orders.answer(WorkerRefusal{setup.error()});
         return false;
     }
-    Service service(lines, std::move(*setup), std::move(inheritance));
+    Service service(orders, std::move(*setup), std::move(inheritance));
     if (const Outcome begun = service.begin(confinement); !begun) {
-        lines.answer(WorkerRefusal{begun.error()});
+        orders.answer(WorkerRefusal{begun.error()});
         return false;
     }
-    lines.answer(WorkerReady{});
+    orders.answer(WorkerReady{});
     service.doDocuments();
-    lines.answer(service.end());
+    orders.answer(service.end());
     return true;
 }
 

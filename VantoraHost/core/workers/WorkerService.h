@@ -1,7 +1,7 @@
 #pragma once
 
-#include "VantoraHost/core/workers/WorkerLines.h"
 #include "VantoraHost/core/workers/WorkerMessages.h"
+#include "VantoraHost/core/workers/WorkerSide.h"
 
 namespace vantora {
 

@@ -1,7 +1,13 @@
 #include "VantoraHost/core/workers/WorkerMessages.h"
 
+#include "VantoraHost/core/workers/MessageFrames.h"
+#include "VantoraHost/core/workers/Packing.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
 
 namespace {
 
@@ -11,6 +17,17 @@ using testing::ElementsAre;
 std::optional<PreferencesMap> sameOptions(const QByteArray& bytes)
 {
     return PreferencesMap{{"bytes", bytes}};
+}
+
+/// A message that is cut off somewhere, or has something behind it, is none.
+void expectNothingOfItsParts(const std::string& message,
+                             const std::function<bool(const std::string&)>& isMessage)
+{
+    EXPECT_TRUE(isMessage(message));
+    for (std::size_t size = 0; size < message.size(); ++size) {
+        EXPECT_FALSE(isMessage(message.substr(0, size))) << size;
+    }
+    EXPECT_FALSE(isMessage(message + '\0'));
 }
 
 TEST(WorkerSetup, ArrivesAsItWasSent)
@@ -29,10 +46,7 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
     setup.memoryLimit = 1ULL << 40;
     setup.wholeRun = true;
     setup.files = {{"in/caf\xe9.pdf", "b.pdf"}, {"out"}};
-    const std::string message = setupMessage(setup);
-    EXPECT_EQ(message.find('\n'), std::string::npos);
-
-    const auto got = setupOf(message, sameOptions);
+    const auto got = setupOf(setupMessage(setup), sameOptions);
     ASSERT_TRUE(got) << got.error().sentence;
     EXPECT_EQ(got->library, setup.library);
     EXPECT_EQ(got->actionFolders, setup.actionFolders);
@@ -59,14 +73,18 @@ TEST(WorkerSetup, ArrivesAsItWasSent)
 TEST(WorkerSetup, IsRefusedWhenItIsNoneOrOfAnotherVersion)
 {
     const auto nothing = [](const QByteArray&) { return std::optional<PreferencesMap>(); };
+    WorkerSetup stored;
+    stored.steps = {{"Other", {}, {{"colour", 7}}}};
+    EXPECT_TRUE(setupOf(setupMessage(stored), sameOptions));
+    EXPECT_FALSE(setupOf(setupMessage(stored), nothing)) << "which can't be read";
+
     std::string later = setupMessage({});
-    const std::string version = "\"version\":" + std::to_string(workerProtocol);
-    later.replace(later.find(version), version.size(), "\"version\":99");
-    for (const std::string& line :
-         {std::string(), std::string("{}"), std::string("[1]"), later,
-          "{" + version + R"(,"steps":[{"action":"A","stored":"AAAA"}]})"}) {
-        EXPECT_FALSE(setupOf(line, nothing)) << line;
-    }
+    EXPECT_TRUE(setupOf(later, nothing));
+    later[0] = static_cast<char>(workerProtocol + 1);
+    EXPECT_FALSE(setupOf(later, nothing));
+    expectNothingOfItsParts(setupMessage(stored), [](const std::string& message) {
+        return setupOf(message, sameOptions).has_value();
+    });
 }
 
 TEST(WorkerTasks, ArriveAsTheyWereSent)
@@ -107,12 +125,13 @@ TEST(WorkerTasks, ArriveAsTheyWereSent)
 
 TEST(WorkerTasks, AreNothingWhenTheyMakeNoSense)
 {
-    for (const char* line :
-         {"", "[]", "{}", R"({"documents":1})", R"({"documents":[7]})",
-          R"({"documents":[{"input":"a"}]})", R"({"documents":[{"number":"7","input":"a"}]})",
-          R"({"documents":[{"number":7,"input":"a"},{"number":-8,"input":"b"}]})"}) {
-        EXPECT_FALSE(tasksOf(line)) << line;
-    }
+    const auto isTasks = [](const std::string& message) { return tasksOf(message).has_value(); };
+    expectNothingOfItsParts(tasksMessage({{7, "a.pdf", Target(), "1"}}), isTasks);
+    EXPECT_FALSE(isTasks(namingMessage()));
+    const std::string kind = tasksMessage({}).substr(0, 1);
+    EXPECT_FALSE(isTasks(kind + packed(~std::size_t{0}))) << "as many as no memory holds";
+    EXPECT_FALSE(isTasks(kind + packed(std::size_t{1}, std::size_t{7}, ~std::size_t{0})))
+        << "a name that is longer than everything";
 }
 
 TEST(WorkerAnswers, ArriveAsTheyWereSent)
@@ -195,17 +214,55 @@ TEST(WorkerAnswers, TellWhichFileIsAboutToGetItsName)
 
 TEST(WorkerAnswers, AreNothingWhenTheyMakeNoSense)
 {
-    for (
-        const char* line :
-        {"", "nonsense", "{}", "[]", "{\"ready\":99}", "{\"number\":1,\"report\":{}}",
-         "{\"number\":-1,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"done\"}}",
-         "{\"number\":1e300,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"done\"}}",
-         "{\"number\":1,\"report\":{\"schema\":1,\"input\":\"a\",\"status\":\"lost\"}}",
-         "{\"placed\":7}", "{\"placed\":[\"a\"]}", "{\"placed\":[-1]}",
-         R"({"number":1,"written":["1"],"report":{"schema":1,"input":"a","status":"done"}})",
-         R"({"number":1,"written":["1","x"],"report":{"schema":1,"input":"a","status":"done"}})"}) {
-        EXPECT_FALSE(answerOf(line)) << line;
+    const auto isAnswer = [](const std::string& message) { return answerOf(message).has_value(); };
+    DocumentReport report;
+    report.input = "a";
+    report.pagesBefore = 1;
+    report.error = {Reason::NotPdf, "a", "no PDF"};
+    for (const WorkerAnswer& answer :
+         {WorkerAnswer(WorkerReport{1, report}), WorkerAnswer(WorkerWritten{1, report, {2, 3}}),
+          WorkerAnswer(WorkerPlaced{{1, 2}}), WorkerAnswer(WorkerEnd{report.error, true}),
+          WorkerAnswer(WorkerReady())}) {
+        expectNothingOfItsParts(answerMessage(answer), isAnswer);
     }
+    EXPECT_FALSE(isAnswer("nonsense"));
+
+    DocumentReport wrong = report;
+    wrong.pagesBefore = -1;
+    EXPECT_FALSE(isAnswer(answerMessage(WorkerReport{1, wrong})));
+    wrong = report;
+    wrong.status = static_cast<DocumentStatus>(7);
+    EXPECT_FALSE(isAnswer(answerMessage(WorkerReport{1, wrong})));
+    wrong = report;
+    wrong.error->reason = static_cast<Reason>(200);
+    EXPECT_FALSE(isAnswer(answerMessage(WorkerReport{1, wrong})));
+    wrong = report;
+    wrong.seconds = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_FALSE(isAnswer(answerMessage(WorkerReport{1, wrong})));
+}
+
+TEST(MessageFrames, ComeApartWhereverTheyAreCut)
+{
+    const std::string messages[] = {"", std::string("\n\0x", 3), std::string(70000, 'y')};
+    std::string all;
+    for (const std::string& message : messages) {
+        all += framed(message);
+    }
+    for (const std::size_t piece : {std::size_t{1}, std::size_t{5}, all.size()}) {
+        std::string received;
+        std::vector<std::string> got;
+        for (std::size_t i = 0; i < all.size(); i += piece) {
+            received += all.substr(i, piece);
+            std::string_view rest = received;
+            while (auto message = takeMessage(rest)) {
+                got.push_back(std::move(*message));
+            }
+            received.erase(0, received.size() - rest.size());
+        }
+        EXPECT_THAT(got, testing::ElementsAreArray(messages));
+    }
+    EXPECT_FALSE(isTooLong(all));
+    EXPECT_TRUE(isTooLong("garbage"));
 }
 
 } // namespace

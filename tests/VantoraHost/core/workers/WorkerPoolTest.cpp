@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <map>
 
-// How a run takes workers that don't do what they should; a script stands in for them.
+// How a run takes workers that don't do what they should; fake_worker.cpp stands in for them.
 namespace {
 
 namespace fs = std::filesystem;

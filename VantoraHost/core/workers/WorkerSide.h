@@ -13,18 +13,24 @@ struct WorkerChannel {
     int answers;
 };
 
-/// A worker's side of its channel: lines that come, and bytes that go. Both wait.
-class WorkerLines {
+/// A worker's side of its channel: what comes, in lines or in messages (MessageFrames), and bytes
+/// that go. Both wait.
+class WorkerSide {
 public:
-    explicit WorkerLines(const WorkerChannel& channel) : channel_(channel) {}
+    explicit WorkerSide(const WorkerChannel& channel) : channel_(channel) {}
 
     /// The next line, without its end; none at the end of the orders.
-    std::optional<std::string> next();
+    std::optional<std::string> nextLine();
+
+    /// The next message, however long, as the run is trusted; none at the end of the orders.
+    std::optional<std::string> nextMessage();
 
     /// Whether the bytes went through.
     bool write(std::string_view bytes) const;
 
 private:
+    bool readMore();
+
     const WorkerChannel channel_;
     std::string buffer_;
     std::size_t searched_ = 0;
