@@ -42,6 +42,7 @@ public:
                 ReadBuffer whole;
                 whole.grow(static_cast<std::size_t>(size()));
                 readFile(0, whole.data(), whole.size());
+                wholeIsAsOpened_ = isAsOpened();
                 whole_ = std::move(whole);
             }
             std::memcpy(buffer, whole_.data() + offset, wanted);
@@ -56,17 +57,23 @@ public:
         if (fail_) {
             return fail(ErrorCode::FileNotReadable, name() + ": the file " + *fail_);
         }
-        struct stat now = {};
-        if (fstat(file_.get(), &now) != 0 || now.st_size != opened_.st_size ||
-            now.st_mtim.tv_sec != opened_.st_mtim.tv_sec ||
-            now.st_mtim.tv_nsec != opened_.st_mtim.tv_nsec) {
-            return fail(ErrorCode::FileNotReadable,
-                        name() + ": the file was changed by another program while it was read");
+        // What becomes of the file when all of it is here is nothing to us.
+        if (whole_.empty() ? isAsOpened() : wholeIsAsOpened_) {
+            return {};
         }
-        return {};
+        return fail(ErrorCode::FileNotReadable,
+                    name() + ": the file was changed by another program while it was read");
     }
 
 private:
+    bool isAsOpened() const
+    {
+        struct stat now = {};
+        return fstat(file_.get(), &now) == 0 && now.st_size == opened_.st_size &&
+               now.st_mtim.tv_sec == opened_.st_mtim.tv_sec &&
+               now.st_mtim.tv_nsec == opened_.st_mtim.tv_nsec;
+    }
+
     void readFile(std::int64_t offset, char* buffer, std::size_t wanted)
     {
         std::size_t done = 0;
@@ -89,6 +96,7 @@ private:
     struct stat opened_;
     std::optional<std::string> fail_;
     ReadBuffer whole_; // of a small file that was read
+    bool wholeIsAsOpened_ = false;
 };
 
 class MemorySource final : public ByteSource {

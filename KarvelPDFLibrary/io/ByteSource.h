@@ -30,7 +30,8 @@ public:
     virtual int descriptor() const { return -1; }
 
     /// The first failure of reading, also when a library swallowed the exception; and any change of
-    /// the file since it was opened. To be asked before anything that was read is relied on.
+    /// the file since it was opened, unless all of it had been read before. To be asked before
+    /// anything that was read is relied on.
     virtual Outcome intact() const { return {}; }
 
 protected:

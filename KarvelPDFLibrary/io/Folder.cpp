@@ -128,13 +128,18 @@ int Folder::exchange(const std::string& one, const std::string& other) const
     return result == EINVAL || result == ENOSYS || result == EOPNOTSUPP ? ENOTSUP : result;
 }
 
+int Folder::removeName(const std::string& name) const
+{
+    return resultOf(unlinkat(descriptor_.get(), name.c_str(), 0));
+}
+
 int Folder::remove(const std::string& name, const FileVersion& file) const
 {
     const auto there = versionAt(name);
     if (!there) {
         return errno;
     }
-    return there->isOf(file) ? resultOf(unlinkat(descriptor_.get(), name.c_str(), 0)) : ESTALE;
+    return there->isOf(file) ? removeName(name) : ESTALE;
 }
 
 void Folder::sync() const

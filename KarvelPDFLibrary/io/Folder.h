@@ -55,6 +55,9 @@ public:
     /// Lets two files have each other's name; ENOTSUP where the file system can't.
     int exchange(const std::string& one, const std::string& other) const;
 
+    /// Removes a name, whatever file has it.
+    int removeName(const std::string& name) const;
+
     /// Removes a name, if it still is this file's.
     int remove(const std::string& name, const FileVersion& file) const;
 

@@ -39,8 +39,7 @@ Result<OutputFile> OutputFile::create(Folder::Pointer folder, std::string path, 
                 continue;
             }
             return OutputFile(std::move(folder), std::move(path), std::move(temporary),
-                              std::move(*file), *made,
-                              target ? std::optional(versionOf(*target)) : std::nullopt);
+                              std::move(*file), *made, target);
         }
         if (file.error() != EEXIST) {
             return fail(ErrorCode::FileNotWritable, path + ": " + std::strerror(file.error()));
@@ -49,25 +48,27 @@ Result<OutputFile> OutputFile::create(Folder::Pointer folder, std::string path, 
 }
 
 OutputFile::OutputFile(Folder::Pointer folder, std::string path, std::string temporary,
-                       FileDescriptor file, const FileVersion& made,
-                       std::optional<FileVersion> replaced)
+                       FileDescriptor file, const struct stat& made,
+                       const std::optional<struct stat>& there)
     : folder_(std::move(folder)), path_(std::move(path)), temporary_(std::move(temporary)),
-      file_(std::move(file)), made_(made), sink_(file_.get()), replaced_(replaced)
+      file_(std::move(file)), made_(made), sink_(file_.get()),
+      replaced_(there ? std::optional(versionOf(*there)) : std::nullopt), existed_(there)
 {
 }
 
 OutputFile::OutputFile(OutputFile&& other) noexcept
     : folder_(std::move(other.folder_)), path_(std::move(other.path_)),
       temporary_(std::exchange(other.temporary_, std::string())), file_(std::move(other.file_)),
-      made_(other.made_), sink_(std::move(other.sink_)), replaced_(other.replaced_),
-      most_(other.most_), overtaken_(other.overtaken_), lostOwner_(other.lostOwner_)
+      old_(std::move(other.old_)), made_(other.made_), sink_(std::move(other.sink_)),
+      replaced_(other.replaced_), most_(other.most_), existed_(other.existed_),
+      overtaken_(other.overtaken_), lostOwner_(other.lostOwner_)
 {
 }
 
 OutputFile::~OutputFile()
 {
     if (!temporary_.empty()) {
-        folder_->remove(temporary_, made_);
+        folder_->remove(temporary_, versionOf(made_));
     }
 }
 
@@ -79,28 +80,39 @@ tl::unexpected<Error> OutputFile::notWritable(int error) const
 bool OutputFile::isAt(const std::string& name) const
 {
     const auto there = folder_->versionAt(name);
-    return there && there->isOf(made_);
+    return there && there->isOf(versionOf(made_));
+}
+
+// Whether it is there. A link is none that hands on anything. Whether it is still in the state that
+// is to be replaced, taking the name will tell.
+bool OutputFile::openReplaced(struct stat& status)
+{
+    if (!replaced_) {
+        return false;
+    }
+    auto old = folder_->openFile(nameIn(path_), O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (!old && (old.error() == EACCES || old.error() == EPERM)) {
+        old = folder_->openFile(nameIn(path_), O_PATH);
+    }
+    if (!old || fstat(old->get(), &status) != 0 || !versionOf(status).isOf(*replaced_)) {
+        return false;
+    }
+    old_ = std::move(*old);
+    return true;
 }
 
 // Only now that everything is written: until then nobody else may read it.
 Outcome OutputFile::setPermissions()
 {
-    if (replaced_) {
-        auto old = folder_->openFile(nameIn(path_), O_RDONLY | O_NONBLOCK | O_NOCTTY);
-        if (!old && (old.error() == EACCES || old.error() == EPERM)) {
-            old = folder_->openFile(nameIn(path_), O_PATH);
+    struct stat old = {};
+    if (openReplaced(old)) {
+        HandedOn done = HandedOn::All;
+        if (const int error =
+                handOnPermissions({old_.get(), old}, {file_.get(), made_}, most_, done)) {
+            return notWritable(error);
         }
-        // A link hands on nothing. Whether anything is still what is to be replaced, taking the
-        // name will tell.
-        const auto version = old ? versionOf(old->get()) : std::nullopt;
-        if (version && version->isOf(*replaced_)) {
-            HandedOn done = HandedOn::All;
-            if (const int error = handOnPermissions(old->get(), file_.get(), most_, done)) {
-                return notWritable(error);
-            }
-            lostOwner_ = done != HandedOn::All;
-            return {};
-        }
+        lostOwner_ = done != HandedOn::All;
+        return {};
     }
     return fchmod(file_.get(), usualMode() & most_) == 0 ? Outcome() : Outcome(notWritable(errno));
 }
@@ -138,7 +150,8 @@ int OutputFile::takeFreeName(const std::string& name)
 
 int OutputFile::takeNameOfReplaced(const std::string& name)
 {
-    const Replacement taken = replace(*folder_, temporary_, made_, name, *replaced_);
+    const Replacement taken =
+        replace(*folder_, temporary_, versionOf(made_), name, *replaced_, old_);
     overtaken_ = taken.overtaken;
     return taken.error;
 }

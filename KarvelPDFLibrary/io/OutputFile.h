@@ -60,6 +60,9 @@ public:
     Outcome prepare();
     Outcome takeName();
 
+    /// Whether something had the name when this was created.
+    bool existed() const { return existed_; }
+
     /// Whether takeName failed because the target isn't the file that was to be replaced.
     bool isOvertaken() const { return overtaken_; }
 
@@ -73,8 +76,9 @@ public:
 
 private:
     OutputFile(Folder::Pointer folder, std::string path, std::string temporary, FileDescriptor file,
-               const FileVersion& made, std::optional<FileVersion> replaced);
+               const struct stat& made, const std::optional<struct stat>& there);
     Outcome setPermissions();
+    bool openReplaced(struct stat& status);
     int takeFreeName(const std::string& name);
     int takeNameOfReplaced(const std::string& name);
     bool isAt(const std::string& name) const;
@@ -84,10 +88,12 @@ private:
     std::string path_;
     std::string temporary_; ///< its name in the folder; empty once it has its own
     FileDescriptor file_;
-    FileVersion made_; ///< which file it is, as it was when it was made
+    FileDescriptor old_; ///< what is to be replaced, once this is prepared
+    struct stat made_;   ///< which file it is, as it was when it was made
     DescriptorSink sink_;
     std::optional<FileVersion> replaced_;
     mode_t most_ = 0777;
+    bool existed_ = false;
     bool overtaken_ = false;
     bool lostOwner_ = false;
 };

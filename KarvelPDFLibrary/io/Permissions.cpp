@@ -88,31 +88,30 @@ mode_t modeOf(int descriptor, mode_t known)
     return list ? mode & (~groupBits | groupModeIn(list.get())) : mode;
 }
 
-int handOnPermissions(int from, int to, mode_t most, HandedOn& done)
+int handOnPermissions(const KnownFile& from, const KnownFile& to, mode_t most, HandedOn& done)
 {
-    struct stat source = {};
-    if (fstat(from, &source) != 0) {
-        return errno;
-    }
+    const uid_t owner = from.status.st_uid;
+    const gid_t group = from.status.st_gid;
+    const bool isSame = owner == to.status.st_uid && group == to.status.st_gid;
     done = HandedOn::All;
-    mode_t mode = source.st_mode & most & 0777;
-    if (fchown(to, source.st_uid, source.st_gid) != 0) {
+    mode_t mode = from.status.st_mode & most & 0777;
+    if (!isSame && fchown(to.descriptor, owner, group) != 0) {
         done = HandedOn::Mode;
-        if (fchown(to, static_cast<uid_t>(-1), source.st_gid) != 0) {
+        if (fchown(to.descriptor, static_cast<uid_t>(-1), group) != 0) {
             if (errno != EPERM) {
                 return errno;
             }
             mode = withoutGroup(mode);
         }
     }
-    List list = listOf(from);
-    if (!list && listOf(to)) { // one that the folder gives to new files
+    List list = listOf(from.descriptor);
+    if (!list && listOf(to.descriptor)) { // one that the folder gives to new files
         list.reset(acl_from_mode(mode));
     }
-    if (list && acl_set_fd(to, list.get()) != 0) {
+    if (list && acl_set_fd(to.descriptor, list.get()) != 0) {
         return errno;
     }
-    return fchmod(to, mode) == 0 ? 0 : errno;
+    return fchmod(to.descriptor, mode) == 0 ? 0 : errno;
 }
 
 } // namespace karvel::io

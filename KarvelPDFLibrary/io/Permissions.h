@@ -1,5 +1,6 @@
 #pragma once
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
 /// Who may do what with a file that is made of another one.
@@ -18,10 +19,16 @@ mode_t modeOf(int descriptor, mode_t known);
 /// Whether owner and group, too, could be handed on.
 enum class HandedOn { All, Mode };
 
-/// Gives the open file `to` owner, group, access control list and mode of the file `from`, but
-/// never a right that `most` hasn't. `from` may be a descriptor that is a mere path (O_PATH). Only
-/// the superuser may give a file away; the group can be kept by its members. A group that isn't
-/// kept gets no more than everybody. Returns 0 or an errno value.
-int handOnPermissions(int from, int to, mode_t most, HandedOn& done);
+/// An open file, and its status.
+struct KnownFile {
+    int descriptor;
+    const struct stat& status;
+};
+
+/// Gives the file `to` owner, group, access control list and mode of the file `from`, but never a
+/// right that `most` hasn't. `from` may be a descriptor that is a mere path (O_PATH). Only the
+/// superuser may give a file away; the group can be kept by its members. A group that isn't kept
+/// gets no more than everybody. Returns 0 or an errno value.
+int handOnPermissions(const KnownFile& from, const KnownFile& to, mode_t most, HandedOn& done);
 
 } // namespace karvel::io

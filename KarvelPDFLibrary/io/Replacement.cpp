@@ -3,12 +3,12 @@
 #include "KarvelPDFLibrary/io/TemporaryFile.h"
 
 #include <cerrno>
-#include <fcntl.h>
 
 namespace karvel::io {
 
 Replacement replace(const Folder& folder, const std::string& from, const FileVersion& ours,
-                    const std::string& name, const FileVersion& replaced)
+                    const std::string& name, const FileVersion& replaced,
+                    const FileDescriptor& held)
 {
     const auto isOursAt = [&](const std::string& place) {
         const auto version = folder.versionAt(place);
@@ -26,9 +26,8 @@ Replacement replace(const Folder& folder, const std::string& from, const FileVer
     }
     // It bears the temporary name for a moment, and is not to be taken for what a dead process
     // left.
-    const auto old = folder.openFile(name, O_RDONLY | O_NONBLOCK | O_NOCTTY);
-    if (old) {
-        claimTemporary(old->get());
+    if (held) {
+        claimForAMoment(held.get());
     }
     int failed = folder.exchange(from, name);
     if (failed == ENOTSUP || failed == EPERM || failed == EACCES) {
@@ -41,7 +40,7 @@ Replacement replace(const Folder& folder, const std::string& from, const FileVer
     const bool isOurs = isOursAt(name);
     const bool isReplaced = isReplacedAt(from);
     if (isOurs && isReplaced) {
-        folder.remove(from, replaced);
+        folder.removeName(from);
         return {};
     }
     failed = folder.exchange(from, name);

@@ -16,8 +16,10 @@ struct Replacement {
 /// Gives the file `ours`, which stands under the name `from`, the name of another one, which then
 /// is gone. Whatever has come in the place of either stays: the two names are exchanged, what came
 /// out is looked at, and they are exchanged back unless it is the version that was to be replaced.
-/// Where the file system can't exchange, a moment is left between the look and the renaming.
+/// Where the file system can't exchange, a moment is left between the look and the renaming. `held`
+/// is what is to be replaced, open, or no file.
 Replacement replace(const Folder& folder, const std::string& from, const FileVersion& ours,
-                    const std::string& name, const FileVersion& replaced);
+                    const std::string& name, const FileVersion& replaced,
+                    const FileDescriptor& held);
 
 } // namespace karvel::io

@@ -105,16 +105,21 @@ bool isTemporaryName(std::string_view fileName, int& process)
     return fileName == nameOf(process, random);
 }
 
-std::optional<FileVersion> claimTemporary(int descriptor)
+std::optional<struct stat> claimTemporary(int descriptor)
 {
     if (!lock(descriptor) && errno == EWOULDBLOCK) {
         return std::nullopt;
     }
     struct stat status = {};
     if (fstat(descriptor, &status) != 0) {
-        return FileVersion(); // no file's, so that nothing is going to be taken for it
+        return status; // no file's, so that nothing is going to be taken for it
     }
-    return status.st_nlink > 0 ? std::optional(versionOf(status)) : std::nullopt;
+    return status.st_nlink > 0 ? std::optional(status) : std::nullopt;
+}
+
+void claimForAMoment(int descriptor)
+{
+    lock(descriptor);
 }
 
 std::size_t removeAbandoned(const Folder& folder)

@@ -20,8 +20,12 @@ bool isTemporaryName(std::string_view fileName, int& process);
 
 /// Says that a temporary file that has just been made is in use until its descriptor is closed,
 /// also when its process is killed, and to other machines that share the folder. Returns which file
-/// it is; none when it was taken for an abandoned one first, and is gone or about to be.
-std::optional<FileVersion> claimTemporary(int descriptor);
+/// it is, with its owner; none when it was taken for an abandoned one first, and is gone or about
+/// to be.
+std::optional<struct stat> claimTemporary(int descriptor);
+
+/// The same for a file that has stood there for long and is going to have such a name for a moment.
+void claimForAMoment(int descriptor);
 
 /// Removes the temporary files of a folder that nobody uses any more; returns their number. Only
 /// what has exactly such a name, is this user's, and is claimed by nobody counts as one. A folder

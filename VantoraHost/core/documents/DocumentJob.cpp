@@ -99,9 +99,6 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
         }
     }
     report.output = target.name;
-    if (!target.path.empty()) {
-        report.outputExisted = isThere(target.path);
-    }
     const Outcome done = [&]() -> Outcome {
         const Outcome changed = changePages(report);
         if (!changed || report.status == DocumentStatus::Skipped) {
@@ -116,6 +113,9 @@ Outcome DocumentJob::process(ProcessedDocument& processed, const Target& target)
         }
         return save(processed, target, *document);
     }();
+    if (!report.outputExisted && !target.path.empty()) {
+        report.outputExisted = isThere(target.path); // the output has not got its name yet
+    }
     // What is damaged may show only when it is read, at the latest when saving.
     report.repairs = document->repairs();
     if (done) {
@@ -330,6 +330,9 @@ Outcome DocumentJob::saveToFile(ProcessedDocument& processed, const Target& plan
                                                    : karvel::io::Existing::Refuse);
     if (!file) {
         return tl::unexpected<Error>(outputFailure(file.error(), target));
+    }
+    if (!target.number) {
+        processed.report.outputExisted = file->existed();
     }
     if (target.replaced) {
         file->replaceOnly(*target.replaced);

@@ -58,10 +58,11 @@ bool haveSameContent(int one, int other, std::int64_t size)
 void likeness(int from, const std::string& name, const Backup::Folder& folder)
 {
     struct stat status = {};
+    struct stat made = {};
     const auto copy = folder.openFile(name, forReading);
     karvel::io::HandedOn done = karvel::io::HandedOn::All;
-    if (copy && ::fstat(from, &status) == 0) {
-        karvel::io::handOnPermissions(from, copy->get(), 0777, done);
+    if (copy && ::fstat(from, &status) == 0 && ::fstat(copy->get(), &made) == 0) {
+        karvel::io::handOnPermissions({from, status}, {copy->get(), made}, 0777, done);
         const struct timespec times[] = {status.st_atim, status.st_mtim};
         ::futimens(copy->get(), times);
     }

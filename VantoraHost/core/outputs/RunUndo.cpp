@@ -163,7 +163,8 @@ Result<UndoStatus> RunUndo::giveBack(const Written& written, bool dryRun)
     if (dryRun) {
         return UndoStatus::GivenBack;
     }
-    const auto done = karvel::io::replace(*place->folder, backupName, *backup, place->name, *file);
+    const auto done = karvel::io::replace(*place->folder, backupName, *backup, place->name, *file,
+                                          karvel::io::FileDescriptor());
     if (done.overtaken || done.error == ESTALE) {
         return fail(Reason::ChangedSince, written.output, "is just being changed");
     }

@@ -60,6 +60,20 @@ TEST(FileSource, NoticesThatTheFileWasWrittenTo)
     EXPECT_FALSE(source->intact().has_value());
     char buffer[100];
     EXPECT_EQ(source->readAt(0, buffer, 100), 10U) << "bytes added later are not the document's";
+    EXPECT_FALSE(source->intact().has_value());
+}
+
+TEST(FileSource, DoesNotCareWhatBecomesOfASmallFileThatItHasRead)
+{
+    const support::ScratchFolder scratch;
+    const std::string path = scratch.write("a", "0123456789");
+    const auto source = openFile(path).value();
+    char buffer[10];
+    ASSERT_EQ(source->readAt(4, buffer, 2), 2U);
+    scratch.write("a", "another file");
+    EXPECT_TRUE(source->intact().has_value());
+    EXPECT_EQ(source->readAt(0, buffer, 10), 10U);
+    EXPECT_EQ(std::string(buffer, 10), "0123456789");
 }
 
 TEST(FileSource, OutlivesItsName)
