@@ -4,6 +4,7 @@
 #include "VantoraApp/environment/FileNames.h"
 #include "VantoraHost/core/FileIdentity.h"
 #include "VantoraHost/core/outputs/Backup.h"
+#include "VantoraHost/core/outputs/StatusesAhead.h"
 #include "VantoraHost/core/outputs/TargetFolder.h"
 
 #include <algorithm>
@@ -58,9 +59,15 @@ public:
     Planner(const std::vector<Input>& inputs, TakenName taken) : inputs_(inputs), taken_(taken)
     {
         found_.reserve(inputs.size());
+        inputOf_.reserve(inputs.size());
+        StatusesAhead statuses(
+            inputs.size(),
+            [&](std::size_t i) {
+                return inputs[i].path == standardStream ? std::string() : inputs[i].path;
+            },
+            Links::Follow);
         for (std::size_t i = 0; i < inputs.size(); ++i) {
-            const bool isFile = inputs[i].path != standardStream;
-            const auto status = isFile ? statusOf(inputs[i].path) : std::nullopt;
+            const auto& status = statuses.of(i).status;
             found_.push_back(status ? std::optional(karvel::io::versionOf(*status)) : std::nullopt);
             if (status) {
                 inputOf_.emplace(identityOf(*status), i);
@@ -75,11 +82,18 @@ public:
     {
         Planned planned;
         planned.reserve(inputs_.size());
+        writerOf_.reserve(inputs_.size());
+        StatusesAhead there(inputs_.size(), outputOf, Links::Keep);
         for (std::size_t i = 0; i < inputs_.size(); ++i) {
-            const std::string output =
-                taken_ == TakenName::Number ? numbered(outputOf(i)) : outputOf(i);
+            LookedAt numberedOne;
+            if (taken_ == TakenName::Number) {
+                numberedOne.path = numbered(outputOf(i));
+                numberedOne.status = statusAt(numberedOne.path);
+            }
+            const LookedAt& looked = taken_ == TakenName::Number ? numberedOne : there.of(i);
+            const std::string& output = looked.path;
             planned.push_back(inputs_[i].leftAlone ? Result<Target>(Target())
-                                                   : targetFor(inputs_[i].path, output, root));
+                                                   : targetFor(inputs_[i].path, looked, root));
             noteSize(planned, i);
             const bool known = planned[i] && !inputs_[i].leftAlone;
             const auto [first, isNew] =
@@ -129,10 +143,10 @@ private:
             std::max<qint64>(1, number));
     }
 
-    Result<Target> targetFor(const std::string& input, const std::string& output,
+    Result<Target> targetFor(const std::string& input, const LookedAt& output,
                              const std::string& root)
     {
-        Result<Target> target = targetAt(input, output, root);
+        Result<Target> target = targetAt(input, output.path, root, output.status);
         if (target) {
             target->below = root.empty() ? target->below : root.size();
             target->root = rootOf(rootPathOf(*target));
@@ -141,7 +155,7 @@ private:
     }
 
     Result<Target> targetAt(const std::string& input, const std::string& output,
-                            const std::string& root)
+                            const std::string& root, const std::optional<struct stat>& there)
     {
         const std::string name = nameIn(output);
         const auto folderInTheWay = [&] {
@@ -155,7 +169,6 @@ private:
             error.file = input;
             return tl::unexpected<Error>(std::move(error));
         }
-        const auto there = statusAt(output);
         if (!there) {
             Target target = fileTarget(output, output);
             target.number = taken_ == TakenName::Number;
@@ -223,7 +236,7 @@ private:
 
     std::optional<FileIdentity> rootOf(const std::string& folder)
     {
-        const auto [found, isNew] = roots_.emplace(folder, std::nullopt);
+        const auto [found, isNew] = roots_.try_emplace(folder);
         if (isNew) {
             found->second = identityOf(folder);
         }
