@@ -416,7 +416,7 @@ std::optional<Ending> configurationMistake(const ConfigOptions& options)
         run.push_back("--profile=" + *options.profile);
     }
     const auto blamed = [](const tl::expected<Command, Ending>& command) {
-        return !command && command.error().text.rfind(shown(configurationPath()), 0) == 0;
+        return !command && command.error().place.rfind(shown(configurationPath()), 0) == 0;
     };
     for (const bool profileHasSteps : {true, false}) {
         if (!profileHasSteps) {

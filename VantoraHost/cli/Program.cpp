@@ -88,7 +88,8 @@ int statusOf(const std::vector<std::string>& arguments, const Installation& inst
     } else {
         printNote(streams, mistakeText(command.error(), streams.language));
         if (std::find(arguments.begin(), arguments.end(), "--json") != arguments.end()) {
-            streams.out << failureJson({Reason::WrongUsage, {}, command.error().text}, std::nullopt)
+            streams.out << failureJson({Reason::WrongUsage, {}, mistakeText(command.error(), {})},
+                                       std::nullopt)
                         << '\n';
         }
     }

@@ -6,16 +6,9 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
-#include <cstring>
 #include <limits>
 
 namespace vantora::cli {
-
-namespace {
-
-constexpr char seeHelp[] = "; see vantora ";
-
-} // namespace
 
 CLI::App& declareCommand(CLI::App& program, const char* name, const char* what)
 {
@@ -43,21 +36,14 @@ Ending mistake(const std::string& sentence, const std::string& helpFor)
 {
     std::string line = sentence;
     std::replace(line.begin(), line.end(), '\n', ' ');
-    return {WrongUsage, shown(line) + seeHelp + helpFor + (helpFor.empty() ? "--help" : " --help"),
-            0};
+    return {WrongUsage, shown(line), helpFor + (helpFor.empty() ? "--help" : " --help")};
 }
 
 std::string mistakeText(const Ending& mistake, const Language& language)
 {
-    const std::size_t see = mistake.text.rfind(seeHelp);
-    const std::size_t end = see == std::string::npos ? mistake.text.size() : see;
-    const std::string place = mistake.text.substr(0, mistake.place);
-    const std::string sentence = mistake.text.substr(mistake.place, end - mistake.place);
-    return place + language.sentence(sentence) +
-           (see == std::string::npos
-                ? ""
-                : "; " + language.text("see vantora %1",
-                                       {mistake.text.substr(see + std::strlen(seeHelp))}));
+    const std::string help =
+        mistake.help.empty() ? "" : "; " + language.text("see vantora %1", {mistake.help});
+    return mistake.place + language.sentence(mistake.text) + help;
 }
 
 tl::expected<Setting, std::string> settingOf(const std::string& text)

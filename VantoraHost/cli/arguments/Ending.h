@@ -2,21 +2,22 @@
 
 #include "VantoraHost/core/language/Language.h"
 
-#include <cstddef>
 #include <string>
 
 namespace vantora::cli {
 
 /// A command line that ends here: help or version, to be printed on standard output with status 0,
-/// or a mistake, one English line for standard error with status 2.
+/// or a mistake, one English sentence for standard error with status 2.
 struct Ending {
     int status;
     std::string text;
-    /// How many bytes at the beginning of a mistake say where in the configuration it is.
-    std::size_t place = 0;
+    /// For a mistake: the arguments that print the help, such as "run --help".
+    std::string help = {};
+    /// Where in the configuration a mistake is, as "FILE:LINE: ".
+    std::string place = {};
 };
 
-/// A mistake, which is English, in a person's language.
+/// A mistake as one line in a person's language, with its place and where there is help.
 std::string mistakeText(const Ending& mistake, const Language& language);
 
 } // namespace vantora::cli

@@ -99,7 +99,7 @@ std::vector<HeldOption> effective(const Configuration& configuration, const Prof
 Ending refusal(const Error& configuration)
 {
     const std::string place = shown(configuration.file) + ": ";
-    return {WrongUsage, place + configuration.sentence, place.size()};
+    return {WrongUsage, configuration.sentence, {}, place};
 }
 
 } // namespace
@@ -143,9 +143,7 @@ Ending ConfiguredArguments::explained(Ending ending) const
         }
     }
     if (line > 0) {
-        const std::string file = shown(path) + ":" + std::to_string(line) + ": ";
-        ending.text = file + ending.text;
-        ending.place = file.size();
+        ending.place = shown(path) + ":" + std::to_string(line) + ": ";
     }
     return ending;
 }

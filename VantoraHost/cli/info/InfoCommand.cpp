@@ -111,17 +111,17 @@ std::string signatureLine(const SignatureInfo& signature, const Language& langua
                                    : language.text("does not cover the whole file"));
 }
 
-void printPageSizes(const DocumentInfo& info, InfoLines& sheet, const Language& language)
+void printPageSizes(const DocumentInfo& info, InfoLines& lines, const Language& language)
 {
     const std::string label = language.text("page size");
     if (info.pageSizes.empty()) {
-        sheet.line(label, language.text("unknown"));
+        lines.line(label, language.text("unknown"));
     }
     for (std::size_t i = 0; i < info.pageSizes.size() && i < sizesShown; ++i) {
-        sheet.line(i == 0 ? label : "", sizeLine(info.pageSizes[i], language));
+        lines.line(i == 0 ? label : "", sizeLine(info.pageSizes[i], language));
     }
     if (info.pageSizes.size() > sizesShown) {
-        sheet.line("", language.text("and %1 more, which --json lists",
+        lines.line("", language.text("and %1 more, which --json lists",
                                      {language.counted(info.pageSizes.size() - sizesShown, "size",
                                                        "sizes")}));
     }
@@ -131,43 +131,43 @@ void printText(const DocumentInfo& info, const Streams& streams)
 {
     const Language& language = streams.language;
     streams.out << shown(info.input) << '\n';
-    InfoLines sheet(streams.out, language);
-    sheet.line(language.text("title"), !info.title           ? language.text("unknown")
+    InfoLines lines(streams.out, language);
+    lines.line(language.text("title"), !info.title           ? language.text("unknown")
                                        : info.title->empty() ? language.text("none")
                                                              : shown(*info.title));
-    sheet.line(language.text("pages"), language.number(static_cast<std::uint64_t>(info.pages)));
-    printPageSizes(info, sheet, language);
-    sheet.line(language.text("file size"), language.size(info.bytes));
-    sheet.line(language.text("PDF version"),
+    lines.line(language.text("pages"), language.number(static_cast<std::uint64_t>(info.pages)));
+    printPageSizes(info, lines, language);
+    lines.line(language.text("file size"), language.size(info.bytes));
+    lines.line(language.text("PDF version"),
                info.version.empty() ? language.text("unknown") : shown(info.version));
-    sheet.line(language.text("encryption"), language.sentence(info.encryption.value_or("unknown")));
+    lines.line(language.text("encryption"), language.sentence(info.encryption.value_or("unknown")));
     if (const std::string missing = notPermitted(info, language); !missing.empty()) {
-        sheet.line(language.text("not permitted"), missing);
+        lines.line(language.text("not permitted"), missing);
     }
-    sheet.count(language.text("outline"), info.outlineEntries, "entry", "entries");
+    lines.count(language.text("outline"), info.outlineEntries, "entry", "entries");
     if (info.lists) {
         std::vector<std::string> titles;
         for (const OutlineLine& line : info.lists->outline) {
             titles.push_back(std::string(2 * (static_cast<std::size_t>(line.level) - 1), ' ') +
                              line.title);
         }
-        sheet.list(titles, info.outlineEntries);
+        lines.list(titles, info.outlineEntries);
     }
-    sheet.count(language.text("form"), info.fields, "field", "fields");
-    sheet.count(language.text("signatures"), info.signatures, "field", "fields");
+    lines.count(language.text("form"), info.fields, "field", "fields");
+    lines.count(language.text("signatures"), info.signatures, "field", "fields");
     for (const SignatureInfo& signature : info.signatureFields) {
-        sheet.line("", signatureLine(signature, language));
+        lines.line("", signatureLine(signature, language));
     }
-    sheet.count(language.text("attachments"), info.attachments, "file", "files");
+    lines.count(language.text("attachments"), info.attachments, "file", "files");
     if (info.lists) {
-        sheet.list(info.lists->attachments, info.attachments);
+        lines.list(info.lists->attachments, info.attachments);
     }
-    sheet.count(language.text("layers"), info.layers, "layer", "layers");
+    lines.count(language.text("layers"), info.layers, "layer", "layers");
     if (info.lists) {
-        sheet.list(info.lists->layers, info.layers);
+        lines.list(info.lists->layers, info.layers);
     }
-    sheet.yesOrNo(language.text("tagged"), info.tagged);
-    sheet.yesOrNo(language.text("linearised"), info.linearised);
+    lines.yesOrNo(language.text("tagged"), info.tagged);
+    lines.yesOrNo(language.text("linearised"), info.linearised);
 }
 
 /// Prints what documents are, in the order in which they are named.

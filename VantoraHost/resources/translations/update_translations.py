@@ -21,7 +21,7 @@ SOURCES = {
 
 # The calls of Language, and of what passes two forms on to it.
 TEXT = re.compile(r"""\b(?:language_?|streams_?\.language)\.text\(\s*(?=")""")
-COUNTED = re.compile(r"""\b(?:language_?\.counted|streams_?\.language\.counted|this->counted|sheet\.count)\(""")
+COUNTED = re.compile(r"""\b(?:language_?\.counted|streams_?\.language\.counted|this->counted|lines\.count)\(""")
 MARKED = re.compile(r'QT_TRANSLATE_NOOP\(\s*"Terminal",\s*(?P<text>R"\(.*?\)")\)', re.DOTALL)
 LITERAL = re.compile(r"""\s*("(?:[^"\\]|\\.)*"\s*)+""")
 

@@ -48,7 +48,7 @@ protected:
     std::string mistakeOf(const std::string& line) const
     {
         const auto command = parse(terminal::words(line));
-        return command ? "" : command.error().text;
+        return command ? "" : mistakeText(command.error(), {});
     }
 
     ScratchHome home;

@@ -10,7 +10,7 @@ using namespace vantora::cli;
 std::string meaningOf(const tl::expected<Command, Ending>& command)
 {
     if (!command) {
-        return command.error().text;
+        return mistakeText(command.error(), {});
     }
     const auto& run = std::get<RunOptions>(*command);
     std::string text;

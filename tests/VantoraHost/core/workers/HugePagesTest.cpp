@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -24,6 +27,20 @@ TEST(HugePages, AreAskedForWhereLargeThingsWillBe)
     const std::vector<char> smaller(300'000);
     EXPECT_TRUE(isForHugePages(smaller.data()));
     EXPECT_LT(reinterpret_cast<std::uintptr_t>(smaller.data()) % (2 * 1024 * 1024), 64U);
+}
+
+TEST(HugePages, AreGivenBackWhereMemoryIsShort)
+{
+    if (!hasHugePages()) {
+        GTEST_SKIP() << "this system has no huge pages";
+    }
+    constexpr std::ptrdiff_t most = 32 * 1024 * 1024;
+    useHugePages();
+    const char* const before = static_cast<char*>(sbrk(0));
+    giveRoomBackFor(std::uint64_t{1} << 40);
+    EXPECT_EQ(static_cast<char*>(sbrk(0)), before) << "there is enough";
+    giveRoomBackFor(1);
+    EXPECT_GT(before - static_cast<char*>(sbrk(0)), most);
 }
 
 } // namespace
