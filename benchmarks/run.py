@@ -196,7 +196,10 @@ def in_workers(folder):
 def choosing(bench, documents):
     """What choosing pages costs: blank ones among scans of 100 pages a document, and by their text."""
     loop = 'for file in "$0"/*.pdf; do {} ; done'
-    for kind in ("jpeg", "fax"):
+    missing = [tool for tool in ("pdftoppm", "cjpeg", "tiffcp") if not shutil.which(tool)]
+    if missing:
+        print(f"\nno rows of scans: {', '.join(missing)} not installed")
+    for kind in () if missing else ("jpeg", "fax"):
         scans = bench.make(f"scans-{kind}-{documents}", "scans", kind, documents, 100)
         bench.row(f"blank pages of {documents * 100} scans of 300 dpi, {kind}, two workers", {
             "vantora": [VANTORA, "run", "--quiet", "--choose", "blank", "--dry-run", "-j", "2", "-r", scans],
