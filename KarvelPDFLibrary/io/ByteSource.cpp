@@ -1,6 +1,7 @@
 #include "KarvelPDFLibrary/io/ByteSource.h"
 
 #include "KarvelPDFLibrary/io/FileDescriptor.h"
+#include "KarvelPDFLibrary/io/FileVersion.h"
 #include "KarvelPDFLibrary/io/ReadBuffer.h"
 
 #include <algorithm>
@@ -22,8 +23,8 @@ constexpr std::int64_t readOnce = 64 * 1024;
 
 class FileSource final : public ByteSource {
 public:
-    FileSource(const std::string& path, FileDescriptor file, const struct stat& opened)
-        : ByteSource(path, opened.st_size), file_(std::move(file)), opened_(opened)
+    FileSource(const std::string& path, FileDescriptor file, const FileVersion& opened)
+        : ByteSource(path, opened.size), file_(std::move(file)), opened_(opened)
     {
     }
 
@@ -66,13 +67,7 @@ public:
     }
 
 private:
-    bool isAsOpened() const
-    {
-        struct stat now = {};
-        return fstat(file_.get(), &now) == 0 && now.st_size == opened_.st_size &&
-               now.st_mtim.tv_sec == opened_.st_mtim.tv_sec &&
-               now.st_mtim.tv_nsec == opened_.st_mtim.tv_nsec;
-    }
+    bool isAsOpened() const { return versionOf(file_.get()) == opened_; }
 
     void readFile(std::int64_t offset, char* buffer, std::size_t wanted)
     {
@@ -93,7 +88,7 @@ private:
     }
 
     FileDescriptor file_;
-    struct stat opened_;
+    const FileVersion opened_;
     std::optional<std::string> fail_;
     ReadBuffer whole_; // of a small file that was read
     bool wholeIsAsOpened_ = false;
@@ -143,7 +138,7 @@ Result<std::shared_ptr<ByteSource>> openFile(const std::string& path)
     if (!S_ISREG(status.st_mode)) {
         return fail(ErrorCode::FileNotReadable, path + ": is not a regular file");
     }
-    return std::make_shared<FileSource>(path, std::move(file), status);
+    return std::make_shared<FileSource>(path, std::move(file), versionOf(status));
 }
 
 void forEachWindow(ByteSource& source, std::size_t overlap,

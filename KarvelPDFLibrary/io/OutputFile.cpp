@@ -83,32 +83,32 @@ bool OutputFile::isAt(const std::string& name) const
     return there && there->isOf(versionOf(made_));
 }
 
-// Whether it is there. A link is none that hands on anything. Whether it is still in the state that
-// is to be replaced, taking the name will tell.
-bool OutputFile::openReplaced(struct stat& status)
+// Its status, if it is there. A link is none that hands on anything. Whether it is still in the
+// state that is to be replaced, taking the name will tell.
+std::optional<struct stat> OutputFile::openReplaced()
 {
     if (!replaced_) {
-        return false;
+        return std::nullopt;
     }
     auto old = folder_->openFile(nameIn(path_), O_RDONLY | O_NONBLOCK | O_NOCTTY);
     if (!old && (old.error() == EACCES || old.error() == EPERM)) {
         old = folder_->openFile(nameIn(path_), O_PATH);
     }
+    struct stat status = {};
     if (!old || fstat(old->get(), &status) != 0 || !versionOf(status).isOf(*replaced_)) {
-        return false;
+        return std::nullopt;
     }
     old_ = std::move(*old);
-    return true;
+    return status;
 }
 
 // Only now that everything is written: until then nobody else may read it.
 Outcome OutputFile::setPermissions()
 {
-    struct stat old = {};
-    if (openReplaced(old)) {
+    if (const auto old = openReplaced()) {
         HandedOn done = HandedOn::All;
         if (const int error =
-                handOnPermissions({old_.get(), old}, {file_.get(), made_}, most_, done)) {
+                handOnPermissions({old_.get(), *old}, {file_.get(), made_}, most_, done)) {
             return notWritable(error);
         }
         lostOwner_ = done != HandedOn::All;

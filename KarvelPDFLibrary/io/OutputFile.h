@@ -78,7 +78,7 @@ private:
     OutputFile(Folder::Pointer folder, std::string path, std::string temporary, FileDescriptor file,
                const struct stat& made, const std::optional<struct stat>& there);
     Outcome setPermissions();
-    bool openReplaced(struct stat& status);
+    std::optional<struct stat> openReplaced();
     int takeFreeName(const std::string& name);
     int takeNameOfReplaced(const std::string& name);
     bool isAt(const std::string& name) const;

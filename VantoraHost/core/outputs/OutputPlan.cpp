@@ -67,7 +67,7 @@ public:
             },
             Links::Follow);
         for (std::size_t i = 0; i < inputs.size(); ++i) {
-            const auto& status = statuses.of(i).status;
+            const auto status = statuses.next().status;
             found_.push_back(status ? std::optional(karvel::io::versionOf(*status)) : std::nullopt);
             if (status) {
                 inputOf_.emplace(identityOf(*status), i);
@@ -85,12 +85,9 @@ public:
         writerOf_.reserve(inputs_.size());
         StatusesAhead there(inputs_.size(), outputOf, Links::Keep);
         for (std::size_t i = 0; i < inputs_.size(); ++i) {
-            LookedAt numberedOne;
-            if (taken_ == TakenName::Number) {
-                numberedOne.path = numbered(outputOf(i));
-                numberedOne.status = statusAt(numberedOne.path);
-            }
-            const LookedAt& looked = taken_ == TakenName::Number ? numberedOne : there.of(i);
+            const LookedAt looked = taken_ == TakenName::Number
+                                        ? lookAt(numbered(outputOf(i)), Links::Keep)
+                                        : there.next();
             const std::string& output = looked.path;
             planned.push_back(inputs_[i].leftAlone ? Result<Target>(Target())
                                                    : targetFor(inputs_[i].path, looked, root));

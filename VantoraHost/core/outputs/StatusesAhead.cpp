@@ -16,23 +16,25 @@ constexpr std::size_t worthAThread = 256;
 
 } // namespace
 
-const LookedAt& StatusesAhead::of(std::size_t number)
+LookedAt lookAt(std::string path, Links links)
 {
-    if (number >= first_ + known_.size()) {
-        first_ = number;
+    auto status = links == Links::Follow ? statusOf(path) : statusAt(path);
+    return {std::move(path), std::move(status)};
+}
+
+LookedAt StatusesAhead::next()
+{
+    if (next_ == first_ + known_.size()) {
+        first_ = next_;
         lookAhead();
     }
-    return known_[number - first_];
+    return std::move(known_[next_++ - first_]);
 }
 
 void StatusesAhead::look(std::size_t begin, std::size_t end)
 {
     for (std::size_t i = begin; i < end; ++i) {
-        LookedAt& one = known_[i];
-        one.path = pathOf_(first_ + i);
-        if (!one.path.empty()) {
-            one.status = links_ == Links::Follow ? statusOf(one.path) : statusAt(one.path);
-        }
+        known_[i] = lookAt(pathOf_(first_ + i), links_);
     }
 }
 

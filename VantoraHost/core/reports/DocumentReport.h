@@ -62,8 +62,8 @@ std::string toJson(const DocumentReport& report);
 /// As toJson, with the run that it comes from, as a line of a report is.
 std::string toJson(const DocumentReport& report, const RunIdentity& run);
 
-/// The report that toJson wrote; none when the object isn't one. What is missing
-/// counts as not known. Times are rounded to microseconds.
+/// The report that toJson wrote; none when the object isn't one. What is missing counts as not
+/// known. Times are rounded to microseconds.
 std::optional<DocumentReport> reportOf(const QJsonObject& json);
 
 } // namespace vantora

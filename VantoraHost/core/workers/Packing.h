@@ -48,7 +48,7 @@ private:
             bytes_.append(reinterpret_cast<const char*>(&value), sizeof value);
         } else if constexpr (std::is_enum_v<T>) {
             put(static_cast<std::uint8_t>(value));
-        } else {
+        } else if constexpr (!std::is_empty_v<T>) {
             std::apply(*this, PackedFields<T>::of(value));
         }
     }
@@ -137,6 +137,8 @@ private:
                 get(number) && number <= static_cast<std::uint8_t>(LastOf<T>::enumerator);
             value = read ? static_cast<T>(number) : value;
             return read;
+        } else if constexpr (std::is_empty_v<T>) {
+            return true;
         } else {
             return std::apply(*this, PackedFields<T>::of(value));
         }

@@ -198,11 +198,6 @@ struct PackedFields<WorkerRefusal> {
 };
 
 template <>
-struct PackedFields<WorkerReady> {
-    static std::tuple<> of(const WorkerReady& /*ready*/) { return {}; }
-};
-
-template <>
 struct PackedFields<WorkerWritten> {
     template <class W>
     static auto of(W& written)
@@ -210,11 +205,6 @@ struct PackedFields<WorkerWritten> {
         auto& [number, report, output] = written;
         return std::tie(number, report, output);
     }
-};
-
-template <>
-struct PackedFields<WorkerNaming> {
-    static std::tuple<> of(const WorkerNaming& /*naming*/) { return {}; }
 };
 
 template <>

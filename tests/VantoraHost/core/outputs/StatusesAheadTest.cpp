@@ -22,7 +22,7 @@ TEST(StatusesAhead, BelongToTheirPathsHoweverManyAreLookedAt)
     };
     StatusesAhead statuses(many, pathOf, Links::Keep);
     for (std::size_t i = 0; i < many; ++i) {
-        const LookedAt& one = statuses.of(i);
+        const LookedAt one = statuses.next();
         EXPECT_EQ(one.path, pathOf(i));
         ASSERT_EQ(one.status.has_value(), i % 500 == 0) << i;
         EXPECT_EQ(one.status ? static_cast<std::size_t>(one.status->st_size) : i, i);
@@ -38,11 +38,11 @@ TEST(StatusesAhead, FollowLinksOnlyWhereTheyAreTo)
     const std::string names[] = {"link", "broken"};
     const auto pathOf = [&](std::size_t i) { return scratch.path(names[i]); };
     StatusesAhead followed(2, pathOf, Links::Follow);
-    EXPECT_TRUE(S_ISREG(followed.of(0).status.value().st_mode));
-    EXPECT_FALSE(followed.of(1).status);
+    EXPECT_TRUE(S_ISREG(followed.next().status.value().st_mode));
+    EXPECT_FALSE(followed.next().status);
     StatusesAhead kept(2, pathOf, Links::Keep);
-    EXPECT_TRUE(S_ISLNK(kept.of(0).status.value().st_mode));
-    EXPECT_TRUE(kept.of(1).status);
+    EXPECT_TRUE(S_ISLNK(kept.next().status.value().st_mode));
+    EXPECT_TRUE(kept.next().status);
 }
 
 } // namespace

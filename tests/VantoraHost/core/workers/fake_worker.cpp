@@ -100,8 +100,8 @@ void leaveAProcess()
 {
     if (::fork() == 0) {
         ::close(STDERR_FILENO); // which is the test's own
-        while (
-            fs::exists(waits.parent_path())) { // until the test is over, which doesn't wait for it
+        // Until the test is over, which is not to wait for it.
+        while (fs::exists(waits.parent_path())) {
             ::usleep(100000);
         }
         std::_Exit(0);
